@@ -1,0 +1,107 @@
+// The CIM operations over the schema and the providers, in OpenWBEM's types: what the CIM-XML side and a provider's own
+// CIMOM handle both call. Nothing here knows of XML or HTTP.
+#ifndef CIMSERVER_OPERATIONS_CIMOM_HPP
+#define CIMSERVER_OPERATIONS_CIMOM_HPP
+
+#include "OW_CIM.hpp"
+#include "OW_ResultHandlerIFC.hpp"
+#include "OW_WBEMFlags.hpp"
+
+#include <string>
+
+namespace cimserver::schema {
+class Repository;
+}
+namespace cimserver::provider {
+class ProviderHost;
+}
+
+namespace cimserver::operations {
+
+/// Of whom and how a request came; lives as long as the request.
+struct RequestContext {
+    std::string user; ///< empty without authentication
+    std::string peer;
+    bool mayWrite = true;
+};
+
+/// What a read returns of each instance. A null property list means all, an empty one none.
+struct InstanceSelection {
+    OpenWBEM::WBEMFlags::ELocalOnlyFlag localOnly = OpenWBEM::WBEMFlags::E_NOT_LOCAL_ONLY;
+    OpenWBEM::WBEMFlags::EDeepFlag deep = OpenWBEM::WBEMFlags::E_DEEP;
+    OpenWBEM::WBEMFlags::EIncludeQualifiersFlag includeQualifiers = OpenWBEM::WBEMFlags::E_EXCLUDE_QUALIFIERS;
+    OpenWBEM::WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = OpenWBEM::WBEMFlags::E_EXCLUDE_CLASS_ORIGIN;
+    const OpenWBEM::StringArray* propertyList = nullptr;
+};
+
+/// The four association operations' filters; an empty text filters nothing.
+struct AssociationFilter {
+    OpenWBEM::String assocClass;
+    OpenWBEM::String resultClass;
+    OpenWBEM::String role;
+    OpenWBEM::String resultRole;
+};
+
+/// Every operation throws OpenWBEM::CIMException with the code and text meant for the client: 2 when the context may not
+/// write, 3 for an unknown namespace, 5 for an unknown class, otherwise what the provider threw; whatever else a provider
+/// throws is turned into code 1 here. `ns` is a namespace name such as "root/cimv2", in any case, with or without a
+/// leading slash.
+class Cimom {
+  public:
+    struct Settings {
+        bool forwardUnchanged = false; ///< ModifyInstance hands unchanged properties on too
+    };
+
+    Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings);
+
+    const schema::Repository& repository() const { return repository_; }
+
+    /// The class whole, with inherited properties and qualifiers: what requests are converted by. Codes 3 and 5.
+    const OpenWBEM::CIMClass& classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
+
+    OpenWBEM::CIMInstance getInstance(const RequestContext&, const OpenWBEM::String& ns,
+                                      const OpenWBEM::CIMObjectPath& path, const InstanceSelection&);
+    void enumInstances(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::String& className,
+                       const InstanceSelection&, OpenWBEM::CIMInstanceResultHandlerIFC& result);
+    void enumInstanceNames(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::String& className,
+                           OpenWBEM::CIMObjectPathResultHandlerIFC& result);
+
+    /// `modified` holds the properties of the request in request order, each already of its class's type; `path` names
+    /// the instance. The provider gets those whose value differs from the present one or which `propertyList` names.
+    void modifyInstance(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                        const OpenWBEM::CIMInstance& modified,
+                        OpenWBEM::WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                        const OpenWBEM::StringArray* propertyList);
+    OpenWBEM::CIMObjectPath createInstance(const RequestContext&, const OpenWBEM::String& ns,
+                                           const OpenWBEM::CIMInstance& instance);
+    void deleteInstance(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path);
+
+    OpenWBEM::CIMValue getProperty(const RequestContext&, const OpenWBEM::String& ns,
+                                   const OpenWBEM::CIMObjectPath& path, const OpenWBEM::String& name);
+    void setProperty(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                     const OpenWBEM::String& name, const OpenWBEM::CIMValue& value);
+
+    /// `in` as the client sent it, already of the method's types; missing ones are filled in here. On return `out` holds
+    /// the output parameters.
+    OpenWBEM::CIMValue invokeMethod(const RequestContext&, const OpenWBEM::String& ns,
+                                    const OpenWBEM::CIMObjectPath& path, const OpenWBEM::String& methodName,
+                                    const OpenWBEM::CIMParamValueArray& in, OpenWBEM::CIMParamValueArray& out);
+
+    void associators(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                     const AssociationFilter&, const InstanceSelection&, OpenWBEM::CIMInstanceResultHandlerIFC& result);
+    void associatorNames(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                         const AssociationFilter&, OpenWBEM::CIMObjectPathResultHandlerIFC& result);
+    void references(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                    const AssociationFilter&, const InstanceSelection&, OpenWBEM::CIMInstanceResultHandlerIFC& result);
+    void referenceNames(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                        const AssociationFilter&, OpenWBEM::CIMObjectPathResultHandlerIFC& result);
+
+  private:
+    const schema::Repository& repository_;
+    provider::ProviderHost& host_;
+    Settings settings_;
+};
+
+} // namespace cimserver::operations
+
+#endif

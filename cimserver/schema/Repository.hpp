@@ -1,0 +1,62 @@
+// The fixed schema the server serves: qualifier declarations and classes by namespace, compiled from MOF at start.
+#ifndef CIMSERVER_SCHEMA_REPOSITORY_HPP
+#define CIMSERVER_SCHEMA_REPOSITORY_HPP
+
+#include "OW_CIM.hpp"
+
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace cimserver::schema {
+
+/// A MOF text that cannot be compiled; what() is "FILE:LINE:COLUMN: text".
+class MofError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Names of namespaces, classes and qualifiers are compared ignoring case; a namespace's leading slash is ignored.
+/// Filled at start, constant afterwards: lookups take no lock. Pointers stay valid as long as the repository.
+class Repository {
+  public:
+    Repository();
+    ~Repository();
+    Repository(const Repository&) = delete;
+    Repository& operator=(const Repository&) = delete;
+
+    /// Compiles a MOF file into the namespace (a "#pragma namespace" in it moves on). Throws MofError, and then
+    /// nothing of the file was taken in.
+    void compileFile(const std::filesystem::path& file, const std::string& ns);
+    /// The same from a text; `name` stands for the file in messages.
+    void compileText(const std::string& mof, const std::string& name, const std::string& ns);
+
+    /// Makes `alias` another name of the namespace `ns`.
+    void addAlias(const std::string& alias, const std::string& ns);
+
+    bool hasNamespace(const OpenWBEM::String& ns) const;
+    /// The namespaces in their own spelling, without aliases, sorted.
+    std::vector<OpenWBEM::String> namespaces() const;
+    /// A namespace's own spelling for any spelling or alias of it; empty when there is none.
+    OpenWBEM::String canonicalNamespace(const OpenWBEM::String& ns) const;
+
+    /// The class whole: inherited properties, methods and qualifiers, class origins, propagated marks. Null if unknown.
+    const OpenWBEM::CIMClass* findClass(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
+    /// The direct (or with `deep` all) subclasses in declaration order; an empty name asks from the top. Complete
+    /// classes, as findClass gives them.
+    std::vector<const OpenWBEM::CIMClass*> subclasses(const OpenWBEM::String& ns, const OpenWBEM::String& name,
+                                                      bool deep) const;
+
+    const OpenWBEM::CIMQualifierType* findQualifierType(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
+    std::vector<const OpenWBEM::CIMQualifierType*> qualifierTypes(const OpenWBEM::String& ns) const;
+
+  private:
+    struct Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+} // namespace cimserver::schema
+
+#endif
