@@ -1,0 +1,58 @@
+// The lock of one provider, which knows when waiting would never end.
+//
+// Providers may call one another through the server. Two threads, each inside the provider that the other wants, would
+// wait for ever with plain mutexes. Here a thread may also enter a provider whose present callers all wait for
+// something that this thread itself holds: they are suspended until it is done, so the provider's calls still exclude
+// one another, just as when a provider calls back into itself.
+#ifndef CIMSERVER_PROVIDER_GATE_HPP
+#define CIMSERVER_PROVIDER_GATE_HPP
+
+#include <chrono>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace cimserver::provider {
+
+enum class Access { Read, Write };
+
+class Gate {
+  public:
+    /// The right to be inside; given back at destruction, on the thread that got it.
+    class Pass {
+      public:
+        Pass(Pass&& other) noexcept : gate_(other.gate_) { other.gate_ = nullptr; }
+        Pass& operator=(Pass&&) = delete;
+        ~Pass();
+
+      private:
+        friend class Gate;
+        explicit Pass(Gate& gate) : gate_(&gate) {}
+        Gate* gate_;
+    };
+
+    explicit Gate(bool concurrentReads) : concurrentReads_(concurrentReads) {}
+    Gate(const Gate&) = delete;
+    Gate& operator=(const Gate&) = delete;
+
+    /// Waits until the calling thread may enter, at most `limit`; empty when the time is over. Writers exclude
+    /// everybody; readers exclude one another too, unless the gate lets reads be concurrent.
+    std::optional<Pass> enter(Access access, std::chrono::milliseconds limit);
+
+  private:
+    struct Holder {
+        std::thread::id thread;
+        bool shared;
+    };
+
+    bool mayEnter(std::thread::id thread, bool shared) const;
+    bool waitsFor(std::thread::id waiter, std::thread::id holder, unsigned depth) const;
+    void leave();
+
+    const bool concurrentReads_;
+    std::vector<Holder> holders_;
+};
+
+} // namespace cimserver::provider
+
+#endif

@@ -1,0 +1,60 @@
+// A provider while a call is made into it.
+#ifndef CIMSERVER_PROVIDER_PROVIDERCALL_HPP
+#define CIMSERVER_PROVIDER_PROVIDERCALL_HPP
+
+#include "cimserver/provider/Gate.hpp"
+
+#include "OW_CIMOMHandleIFC.hpp"
+#include "OW_CppAssociatorProviderIFC.hpp"
+#include "OW_CppInstanceProviderIFC.hpp"
+#include "OW_CppMethodProviderIFC.hpp"
+#include "OW_OperationContext.hpp"
+#include "OW_ProviderEnvironmentIFC.hpp"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace cimserver::provider {
+
+/// For whom a call is made, and what the provider's environment answers from.
+struct CallOrigin {
+    std::string user; ///< empty without authentication
+    std::shared_ptr<OpenWBEM::OperationContext> operation;
+    std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< the way back to the server's other classes
+};
+
+/// Holds the provider's gate until it is destroyed. The interface pointers are null where the provider has no such
+/// side, and belong to the provider.
+class ProviderCall {
+  public:
+    ProviderCall(Gate::Pass pass, OpenWBEM::CppProviderBaseIFC& provider, OpenWBEM::ProviderEnvironmentIFCRef env);
+
+    const OpenWBEM::ProviderEnvironmentIFCRef& env() const { return env_; }
+    OpenWBEM::CppInstanceProviderIFC* instances() const { return provider_->getInstanceProvider(); }
+    OpenWBEM::CppMethodProviderIFC* methods() const { return provider_->getMethodProvider(); }
+    OpenWBEM::CppAssociatorProviderIFC* associators() const { return provider_->getAssociatorProvider(); }
+
+  private:
+    Gate::Pass pass_; // last to be destroyed: the environment may hold what the provider made
+    OpenWBEM::CppProviderBaseIFC* provider_;
+    OpenWBEM::ProviderEnvironmentIFCRef env_;
+};
+
+/// Rethrows the exception being handled as a CIMException: one of that kind as it is, any other as FAILED whose
+/// getMessage is exactly its text ("Unknown Exception" for what is no std::exception).
+[[noreturn]] void rethrowAsCimException();
+
+/// Runs `call` and translates whatever it throws as rethrowAsCimException does.
+template <class Call>
+auto guarded(Call&& call) -> decltype(call()) {
+    try {
+        return call();
+    } catch (...) {
+        rethrowAsCimException();
+    }
+}
+
+} // namespace cimserver::provider
+
+#endif
