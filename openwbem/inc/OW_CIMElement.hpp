@@ -1,0 +1,37 @@
+#ifndef OW_CIMELEMENT_HPP_INCLUDE_GUARD_
+#define OW_CIMELEMENT_HPP_INCLUDE_GUARD_
+#include "OW_config.h"
+
+#include "OW_CIMBase.hpp"
+#include "OW_CIMFwd.hpp"
+#include "OW_String.hpp"
+
+namespace OpenWBEM {
+
+/// Base of the named classes of the model. All comparisons here compare the names only, in any case of letters.
+class OW_COMMON_API CIMElement : public CIMBase {
+  public:
+    CIMElement() {}
+    CIMElement(const CIMElement& other) : CIMBase(other) {}
+    CIMElement& operator=(const CIMElement&) { return *this; }
+    virtual ~CIMElement();
+
+    /// The name in the spelling it was given; empty if it has none.
+    virtual String getName() const = 0;
+    virtual void setName(const CIMName& name) = 0;
+
+    /// The name, unless the class says otherwise.
+    virtual String toString() const;
+
+    /// Less than, equal to or greater than 0 as this name sorts before, with or after the other one.
+    int compare(const CIMElement& other);
+
+    /// True if both have the same name.
+    bool equals(const CIMElement& other);
+    bool operator==(const CIMElement& other);
+    bool operator!=(const CIMElement& other);
+};
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,70 @@
+#ifndef OW_CIMNAME_HPP_INCLUDE_GUARD_
+#define OW_CIMNAME_HPP_INCLUDE_GUARD_
+#include "OW_config.h"
+
+#include "OW_SafeBool.hpp"
+#include "OW_SerializableIFC.hpp"
+#include "OW_String.hpp"
+
+#include <iosfwd>
+
+namespace OpenWBEM {
+
+/// The name of a class, property, key, method, parameter or qualifier: keeps the spelling it was given and compares in
+/// any case of letters. A name is valid, and true in a condition, unless it is empty.
+class OW_COMMON_API CIMName : public SerializableIFC {
+    typedef SafeBool<CIMName>::type safe_bool;
+
+  public:
+    CIMName();
+    CIMName(const String& name);
+    /// A null pointer gives the empty name. The text is copied.
+    CIMName(const char* name);
+    CIMName(const CIMName& other);
+    ~CIMName() override;
+
+    CIMName& operator=(const CIMName& other);
+    CIMName& operator=(const String& name);
+    CIMName& operator=(const char* name);
+
+    /// The spelling.
+    String toString() const;
+
+    /// False for the empty name.
+    bool isValid() const;
+    operator safe_bool() const { return SafeBool<CIMName>::of(isValid()); }
+    bool operator!() const { return !isValid(); }
+
+    /// Binary form. readObject() throws CIMStreamException for malformed bytes.
+    void readObject(std::istream& istrm) override;
+    void writeObject(std::ostream& ostrm) const override;
+
+    friend OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
+    friend OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
+
+  private:
+    String m_name;
+};
+
+/// Comparisons ignore the case of letters, those outside ASCII included.
+OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
+OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
+inline bool operator!=(const CIMName& x, const CIMName& y) {
+    return !(x == y);
+}
+inline bool operator>(const CIMName& x, const CIMName& y) {
+    return y < x;
+}
+inline bool operator<=(const CIMName& x, const CIMName& y) {
+    return !(y < x);
+}
+inline bool operator>=(const CIMName& x, const CIMName& y) {
+    return !(x < y);
+}
+
+/// Prints the spelling.
+OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMName& name);
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,15 @@
+#ifndef OW_CIMSTREAMEXCEPTION_HPP_INCLUDE_GUARD_
+#define OW_CIMSTREAMEXCEPTION_HPP_INCLUDE_GUARD_
+#include "OW_config.h"
+
+#include "OW_Exception.hpp"
+
+namespace OpenWBEM {
+
+/// Thrown by every readObject() for bytes that are not what the matching writeObject() makes. The error code is one of
+/// CIMBase::EErrorCodes where the signature is at fault.
+OW_DECLARE_APIEXCEPTION(CIMStream, OW_COMMON_API)
+
+} // namespace OpenWBEM
+
+#endif
