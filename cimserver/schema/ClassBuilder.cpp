@@ -1,0 +1,248 @@
+#include "cimserver/schema/ClassBuilder.hpp"
+
+#include "cimserver/schema/Parser.hpp"
+#include "cimserver/schema/Qualifiers.hpp"
+#include "cimserver/schema/Values.hpp"
+
+#include <set>
+
+namespace cimserver::schema {
+
+using namespace OpenWBEM;
+
+namespace {
+
+constexpr unsigned deepestInheritance = 100;
+
+class Builder {
+  public:
+    Builder(const ast::ClassDeclaration& declaration, const Namespace& known)
+        : declaration_(declaration), known_(known), class_(CIMName(declaration.name.c_str())) {}
+
+    CIMClass build();
+
+  private:
+    void findSuperClass();
+    void qualifyClass();
+    void addFeature(const ast::Feature& feature);
+    CIMProperty property(const ast::Feature& feature) const;
+    CIMMethod method(const ast::Feature& feature) const;
+    CIMParameter parameter(const ast::Parameter& written, const CIMMethod& inherited) const;
+    void inheritFeatures();
+    void checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers, bool inheritedThere) const;
+    void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const;
+    bool isA(const String& className, const String& ancestor) const;
+    bool own(const String& name) const { return ownNames_.count(fold(name.c_str())) != 0; }
+
+    const ast::ClassDeclaration& declaration_;
+    const Namespace& known_;
+    const CIMClass* super_ = nullptr;
+    CIMClass class_;
+    std::set<std::string> ownNames_;
+    CIMPropertyArray properties_;
+    CIMMethodArray methods_;
+};
+
+CIMClass Builder::build() {
+    if (known_.findClass(declaration_.name) != nullptr) {
+        fail(declaration_.place, "the class \"" + declaration_.name + "\" is declared already");
+    }
+    findSuperClass();
+    qualifyClass();
+    for (const ast::Feature& feature : declaration_.features) {
+        addFeature(feature);
+    }
+    inheritFeatures();
+    class_.setProperties(properties_);
+    class_.setMethods(methods_);
+    for (const CIMProperty& property : properties_) {
+        if (property.isKey()) {
+            class_.setIsKeyed(true);
+        }
+    }
+    return class_;
+}
+
+void Builder::findSuperClass() {
+    if (declaration_.superClass.empty()) {
+        return;
+    }
+    super_ = known_.findClass(declaration_.superClass);
+    if (super_ == nullptr) {
+        fail(declaration_.place,
+             "the superclass \"" + declaration_.superClass + "\" of \"" + declaration_.name + "\" is not declared");
+    }
+    unsigned depth = 1;
+    for (const CIMClass* c = super_; c != nullptr; c = known_.findClass(c->getSuperClass().c_str())) {
+        if (++depth > deepestInheritance) {
+            fail(declaration_.place, "classes are derived deeper than " + std::to_string(deepestInheritance));
+        }
+    }
+    class_.setSuperClass(CIMName(super_->getName()));
+}
+
+void Builder::qualifyClass() {
+    const CIMQualifierArray inherited = super_ != nullptr ? super_->getQualifiers() : CIMQualifierArray();
+    CIMScope::Scope kind = super_ != nullptr && super_->isAssociation() ? CIMScope::ASSOCIATION : CIMScope::CLASS;
+    for (const ast::QualifierUse& use : declaration_.qualifiers) {
+        if (sameName(use.name, CIMQualifier::CIM_QUAL_ASSOCIATION)) {
+            kind = CIMScope::ASSOCIATION;
+        } else if (sameName(use.name, CIMQualifier::CIM_QUAL_INDICATION)) {
+            kind = CIMScope::INDICATION;
+        }
+    }
+    const CIMQualifierArray qualifiers =
+        buildQualifiers(declaration_.qualifiers, known_, {CIMScope::CLASS, kind}, inherited);
+    class_.setQualifiers(qualifiers);
+    class_.setIsAssociation(isTrue(qualifiers, CIMQualifier::CIM_QUAL_ASSOCIATION));
+}
+
+void Builder::addFeature(const ast::Feature& feature) {
+    if (!ownNames_.insert(fold(feature.name)).second) {
+        fail(feature.place, "\"" + feature.name + "\" is declared twice in the class");
+    }
+    const CIMName name(feature.name.c_str());
+    const bool isMethod = feature.parameters.has_value();
+    if (super_ != nullptr && (isMethod ? bool(super_->getProperty(name)) : bool(super_->getMethod(name)))) {
+        fail(feature.place, "\"" + feature.name + "\" is inherited as a " + (isMethod ? "property" : "method"));
+    }
+    if (isMethod) {
+        methods_.push_back(method(feature));
+    } else {
+        properties_.push_back(property(feature));
+    }
+}
+
+/// What "Override" names must be inherited.
+void Builder::checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers,
+                            bool inheritedThere) const {
+    const CIMQualifier* const override = findQualifier(qualifiers, CIMQualifier::CIM_QUAL_OVERRIDE);
+    if (override == nullptr || override->getPropagated() || !override->getValue()) {
+        return;
+    }
+    const String named = override->getValue().toString();
+    if (!sameName(named.c_str(), feature.name)) {
+        fail(feature.place,
+             "\"" + feature.name + "\" can override an element of its own name only, not \"" + named.c_str() + "\"");
+    }
+    if (!inheritedThere) {
+        fail(feature.place, "\"" + feature.name + "\" overrides nothing: it is not inherited");
+    }
+}
+
+bool Builder::isA(const String& className, const String& ancestor) const {
+    String current = className;
+    while (!current.empty()) {
+        if (current.equalsIgnoreCase(ancestor)) {
+            return true;
+        }
+        const CIMClass* const found = known_.findClass(current.c_str());
+        current = found != nullptr ? found->getSuperClass() : String();
+    }
+    return false;
+}
+
+void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const {
+    const bool same = now.isReferenceType() && before.isReferenceType()
+                          ? isA(now.getRefClassName(), before.getRefClassName()) ||
+                                now.getRefClassName().equalsIgnoreCase(declaration_.name.c_str())
+                          : now.equals(before);
+    if (!same) {
+        fail(feature.type.place, "\"" + feature.name + "\" overrides an element of another type");
+    }
+}
+
+CIMProperty Builder::property(const ast::Feature& feature) const {
+    const CIMName name(feature.name.c_str());
+    const CIMProperty inherited = super_ != nullptr ? super_->getProperty(name) : CIMProperty(CIMNULL);
+    const CIMDataType type = dataType(feature.type);
+    if (type.isReferenceType() && !class_.isAssociation()) {
+        fail(feature.type.place, "a reference is allowed in an association only");
+    }
+    const CIMQualifierArray qualifiers =
+        buildQualifiers(feature.qualifiers, known_,
+                        {CIMScope::PROPERTY, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PROPERTY},
+                        inherited ? inherited.getQualifiers() : CIMQualifierArray());
+    checkOverride(feature, qualifiers, bool(inherited));
+    CIMProperty property(name, type);
+    if (type.isArrayType()) {
+        property.setDataSize(type.getSize());
+    }
+    property.setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str())).setPropagated(false);
+    if (inherited) {
+        checkSameType(feature, type, inherited.getDataType());
+        property.setOverridingProperty(name);
+        property.setValue(inherited.getValue());
+    }
+    if (feature.defaultValue) {
+        property.setValue(value(*feature.defaultValue, type));
+    }
+    return property;
+}
+
+CIMParameter Builder::parameter(const ast::Parameter& written, const CIMMethod& inherited) const {
+    const CIMDataType type = dataType(written.type);
+    CIMQualifierArray before;
+    if (inherited) {
+        for (const CIMParameter& candidate : inherited.getParameters()) {
+            if (sameName(candidate.getName().c_str(), written.name)) {
+                before = candidate.getQualifiers();
+            }
+        }
+    }
+    CIMParameter parameter{CIMName(written.name.c_str())};
+    parameter.setDataType(type);
+    return parameter.setQualifiers(buildQualifiers(
+        written.qualifiers, known_,
+        {CIMScope::PARAMETER, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PARAMETER}, before));
+}
+
+CIMMethod Builder::method(const ast::Feature& feature) const {
+    const CIMName name(feature.name.c_str());
+    const CIMMethod inherited = super_ != nullptr ? super_->getMethod(name) : CIMMethod(CIMNULL);
+    const CIMDataType type = dataType(feature.type);
+    const CIMQualifierArray qualifiers = buildQualifiers(feature.qualifiers, known_, {CIMScope::METHOD},
+                                                         inherited ? inherited.getQualifiers() : CIMQualifierArray());
+    checkOverride(feature, qualifiers, bool(inherited));
+    CIMMethod method(name);
+    method.setReturnType(type).setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str()));
+    method.setPropagated(false);
+    if (inherited) {
+        checkSameType(feature, type, inherited.getReturnType());
+        method.setOverridingMethod(name);
+    }
+    std::set<std::string> names;
+    for (const ast::Parameter& written : *feature.parameters) {
+        if (!names.insert(fold(written.name)).second) {
+            fail(written.place, "the parameter \"" + written.name + "\" is declared twice");
+        }
+        method.addParameter(parameter(written, inherited));
+    }
+    return method;
+}
+
+void Builder::inheritFeatures() {
+    if (super_ == nullptr) {
+        return;
+    }
+    for (CIMProperty inherited : super_->getAllProperties()) {
+        if (!own(inherited.getName())) {
+            inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
+            properties_.push_back(inherited.setPropagated(true));
+        }
+    }
+    for (CIMMethod inherited : super_->getAllMethods()) {
+        if (!own(inherited.getName())) {
+            inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
+            methods_.push_back(inherited.setPropagated(true));
+        }
+    }
+}
+
+} // namespace
+
+CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
+    return Builder(declaration, known).build();
+}
+
+} // namespace cimserver::schema

@@ -1,0 +1,143 @@
+#include "cimserver/schema/Compiler.hpp"
+
+#include "cimserver/schema/ClassBuilder.hpp"
+#include "cimserver/schema/Parser.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+#include <algorithm>
+#include <fstream>
+
+namespace cimserver::schema {
+
+using namespace OpenWBEM;
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr unsigned deepestInclude = 16;
+constexpr std::size_t mostBytes = 64 * 1024 * 1024; // in all; the whole published CIM schema takes about 12 MiB
+
+bool isWithin(const fs::path& file, const fs::path& folder) {
+    const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());
+    return end == folder.end();
+}
+
+/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server.
+std::string localNamespace(const std::string& written) {
+    const std::string_view here = "//./";
+    return trimmedNamespace(written.compare(0, here.size(), here) == 0 ? written.substr(here.size()) : written);
+}
+
+bool isNamespaceName(const std::string& name) {
+    const auto allowed = [](char c) {
+        return std::string_view("/_-.").find(c) != std::string_view::npos ||
+               std::isalnum(static_cast<unsigned char>(c)) != 0;
+    };
+    return !name.empty() && name.size() <= 256 && name.find("//") == std::string::npos && name.back() != '/' &&
+           std::all_of(name.begin(), name.end(), allowed);
+}
+
+bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
+    return !(a < b) && !(b < a);
+}
+
+} // namespace
+
+Compiler::Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns)
+    : target_(target), aliases_(aliases) {
+    Place start;
+    start.file = std::make_shared<const std::string>("namespace option");
+    enterNamespace(ns, start);
+}
+
+void Compiler::enterNamespace(const std::string& name, const Place& place) {
+    const std::string local = localNamespace(name);
+    if (!isNamespaceName(local)) {
+        fail(place, "\"" + name + "\" is not the name of a namespace of this server");
+    }
+    const auto alias = aliases_.find(fold(local));
+    current_ = &target_[alias == aliases_.end() ? fold(local) : alias->second];
+    if (current_->name.empty()) {
+        current_->name = local;
+    }
+}
+
+std::string Compiler::read(const fs::path& file, const std::string& complaint) {
+    std::error_code error;
+    const auto size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
+    std::ifstream in(file, std::ios::binary);
+    if (error || !in || !fs::is_regular_file(file)) {
+        throw MofError(complaint + "the file \"" + file.string() + "\" cannot be read");
+    }
+    if (size > mostBytes - std::min(mostBytes, bytesRead_)) {
+        throw MofError(complaint + "the schema is larger than " + std::to_string(mostBytes >> 20) + " MiB");
+    }
+    std::string text(size, '\0');
+    in.read(text.data(), static_cast<std::streamsize>(size));
+    text.resize(static_cast<std::size_t>(in.gcount()));
+    bytesRead_ += text.size();
+    return text;
+}
+
+void Compiler::compileFile(const fs::path& file) {
+    const std::string text = read(file, file.string() + ":1:1: ");
+    root_ = fs::weakly_canonical(file).parent_path();
+    compile(text, file.string(), root_);
+}
+
+void Compiler::compileText(std::string_view mof, const std::string& name) {
+    compile(mof, name, {});
+}
+
+void Compiler::compile(std::string_view mof, const std::string& name, const fs::path& folder) {
+    Parser parser(mof, name);
+    while (const auto declaration = parser.next()) {
+        std::visit([&](const auto& it) { apply(it, folder); }, *declaration);
+    }
+}
+
+void Compiler::apply(const ast::Pragma& pragma, const fs::path& folder) {
+    if (sameName(pragma.name, "include")) {
+        include(pragma, folder);
+    } else if (sameName(pragma.name, "namespace")) {
+        enterNamespace(pragma.argument, pragma.place);
+    }
+    // Others, such as locale, have no bearing here; unknown ones are to be passed over.
+}
+
+void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
+    if (folder.empty()) {
+        fail(pragma.place, "an include is possible in a file only");
+    }
+    if (depth_ >= deepestInclude) {
+        fail(pragma.place, "includes are nested deeper than " + std::to_string(deepestInclude));
+    }
+    std::string written = pragma.argument;
+    std::replace(written.begin(), written.end(), '\\', '/');
+    std::error_code error;
+    const fs::path file = fs::weakly_canonical(folder / written, error);
+    if (error || fs::path(written).is_absolute() || !isWithin(file, root_)) {
+        fail(pragma.place, "the include \"" + pragma.argument + "\" leads out of the schema's folder");
+    }
+    const std::string text = read(file, *pragma.place.file + ":" + std::to_string(pragma.place.line) + ":" +
+                                            std::to_string(pragma.place.column) + ": ");
+    ++depth_;
+    compile(text, file.string(), file.parent_path());
+    --depth_;
+}
+
+void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::path&) {
+    auto type = std::make_shared<const CIMQualifierType>(buildQualifierType(declaration));
+    const auto [place, isNew] = current_->qualifiers.try_emplace(fold(declaration.name), type);
+    if (!isNew && !identical(*place->second, *type)) {
+        fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared already, and differently");
+    }
+}
+
+void Compiler::apply(const ast::ClassDeclaration& declaration, const fs::path&) {
+    auto built = std::make_shared<const CIMClass>(buildClass(declaration, *current_));
+    current_->classes[fold(declaration.name)] = built;
+    current_->children[fold(declaration.superClass)].push_back(std::move(built));
+}
+
+} // namespace cimserver::schema

@@ -1,0 +1,44 @@
+// Compiles MOF files, with what they include, into namespaces.
+#ifndef CIMSERVER_SCHEMA_COMPILER_HPP
+#define CIMSERVER_SCHEMA_COMPILER_HPP
+
+#include "cimserver/schema/Ast.hpp"
+#include "cimserver/schema/Namespace.hpp"
+
+#include <filesystem>
+
+namespace cimserver::schema {
+
+/// One run over a file or text. What it declares goes into `target`, which is to be thrown away when it throws.
+class Compiler {
+  public:
+    using Aliases = std::map<std::string, std::string>; ///< folded alias to folded namespace
+
+    /// Starts in the namespace `ns`, which is made when it is new. `aliases` must outlive the compiler.
+    Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns);
+
+    /// Includes are read from the file's folder and those below it only. Throws MofError.
+    void compileFile(const std::filesystem::path& file);
+    /// Includes are refused: a text has no folder. Throws MofError.
+    void compileText(std::string_view mof, const std::string& name);
+
+  private:
+    void compile(std::string_view mof, const std::string& name, const std::filesystem::path& folder);
+    void apply(const ast::Pragma& pragma, const std::filesystem::path& folder);
+    void apply(const ast::QualifierDeclaration& declaration, const std::filesystem::path& folder);
+    void apply(const ast::ClassDeclaration& declaration, const std::filesystem::path& folder);
+    void include(const ast::Pragma& pragma, const std::filesystem::path& folder);
+    void enterNamespace(const std::string& name, const Place& place);
+    std::string read(const std::filesystem::path& file, const std::string& complaint);
+
+    Namespaces& target_;
+    const Aliases& aliases_;
+    Namespace* current_ = nullptr;
+    std::filesystem::path root_; ///< no include leaves this folder
+    unsigned depth_ = 0;
+    std::size_t bytesRead_ = 0;
+};
+
+} // namespace cimserver::schema
+
+#endif

@@ -1,0 +1,338 @@
+#include "cimserver/schema/Lexer.hpp"
+
+#include "cimserver/schema/Repository.hpp"
+
+#include <cctype>
+#include <charconv>
+#include <cmath>
+#include <cstdlib>
+
+namespace cimserver::schema {
+
+namespace {
+
+constexpr std::size_t longestNumber = 400;
+constexpr std::size_t longestIdentifier = 256;
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool startsIdentifier(char c) {
+    return c == '_' || std::isalpha(static_cast<unsigned char>(c)) != 0;
+}
+
+bool continuesIdentifier(char c) {
+    return startsIdentifier(c) || isDigit(c);
+}
+
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+}
+
+void appendUtf8(std::string& out, std::uint32_t code) {
+    if (code < 0x80) {
+        out += static_cast<char>(code);
+    } else if (code < 0x800) {
+        out += static_cast<char>(0xc0 | (code >> 6));
+        out += static_cast<char>(0x80 | (code & 0x3f));
+    } else {
+        out += static_cast<char>(0xe0 | (code >> 12));
+        out += static_cast<char>(0x80 | ((code >> 6) & 0x3f));
+        out += static_cast<char>(0x80 | (code & 0x3f));
+    }
+}
+
+/// The length of the well-formed UTF-8 sequence at the start of `text`, 0 when there is none.
+std::size_t utf8Length(std::string_view text) {
+    const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
+    const auto tail = [&](std::size_t i) { return (byte(i) & 0xc0) == 0x80; };
+    const unsigned first = byte(0);
+    if (first < 0x80) {
+        return 1;
+    }
+    if (first >= 0xc2 && first <= 0xdf) {
+        return tail(1) ? 2 : 0;
+    }
+    if (first >= 0xe0 && first <= 0xef) {
+        const bool overlong = first == 0xe0 && byte(1) < 0xa0;
+        const bool surrogate = first == 0xed && byte(1) >= 0xa0;
+        return tail(1) && tail(2) && !overlong && !surrogate ? 3 : 0;
+    }
+    if (first >= 0xf0 && first <= 0xf4) {
+        const bool overlong = first == 0xf0 && byte(1) < 0x90;
+        const bool beyond = first == 0xf4 && byte(1) >= 0x90;
+        return tail(1) && tail(2) && tail(3) && !overlong && !beyond ? 4 : 0;
+    }
+    return 0;
+}
+
+std::string shown(char c) {
+    if (isControl(c) || static_cast<unsigned char>(c) >= 0x80) {
+        return "byte " + std::to_string(static_cast<unsigned char>(c));
+    }
+    return std::string("'") + c + "'";
+}
+
+/// The base of an integer as written without its sign, and its digits.
+std::pair<int, std::string_view> baseOf(std::string_view digits) {
+    if (digits.size() > 2 && digits[0] == '0' && (digits[1] == 'x' || digits[1] == 'X')) {
+        return {16, digits.substr(2)};
+    }
+    if (digits.size() > 1 && (digits.back() == 'b' || digits.back() == 'B')) {
+        return {2, digits.substr(0, digits.size() - 1)};
+    }
+    if (digits.size() > 1 && digits[0] == '0') {
+        return {8, digits};
+    }
+    return {10, digits};
+}
+
+} // namespace
+
+void fail(const Place& place, const std::string& text) {
+    throw MofError(*place.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) + ": " + text);
+}
+
+Lexer::Lexer(std::string_view text, std::string file) : text_(text) {
+    place_.file = std::make_shared<const std::string>(std::move(file));
+    if (text_.substr(0, 3) == "\xef\xbb\xbf") {
+        at_ = 3;
+    }
+}
+
+char Lexer::peek(std::size_t ahead) const {
+    return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0';
+}
+
+char Lexer::take() {
+    const char c = text_[at_++];
+    if (c == '\n') {
+        ++place_.line;
+        place_.column = 1;
+    } else {
+        ++place_.column;
+    }
+    return c;
+}
+
+void Lexer::skipBlanksAndComments() {
+    while (at_ < text_.size()) {
+        if (std::isspace(static_cast<unsigned char>(peek())) != 0) {
+            take();
+        } else if (peek() == '/' && (peek(1) == '/' || peek(1) == '*')) {
+            skipComment();
+        } else {
+            return;
+        }
+    }
+}
+
+void Lexer::skipComment() {
+    const Place opening = place_;
+    take();
+    if (take() == '/') {
+        while (at_ < text_.size() && peek() != '\n') {
+            take();
+        }
+        return;
+    }
+    while (!(peek() == '*' && peek(1) == '/')) {
+        if (at_ >= text_.size()) {
+            fail(opening, "the comment is not closed");
+        }
+        take();
+    }
+    take();
+    take();
+}
+
+Token Lexer::start() const {
+    Token token;
+    token.place = place_;
+    return token;
+}
+
+Token Lexer::next() {
+    skipBlanksAndComments();
+    Token token = start();
+    if (at_ >= text_.size()) {
+        return token;
+    }
+    const char c = peek();
+    if (startsIdentifier(c)) {
+        return identifier();
+    }
+    if (isDigit(c) || ((c == '+' || c == '-' || c == '.') && (isDigit(peek(1)) || peek(1) == '.'))) {
+        return number();
+    }
+    if (c == '"') {
+        return string();
+    }
+    if (c == '\'') {
+        return character();
+    }
+    if (c == '$' || c == '#') {
+        take();
+        Token name = identifier();
+        name.kind = c == '$' ? TokenKind::Alias : TokenKind::Pragma;
+        name.place = token.place;
+        return name;
+    }
+    if (std::string_view("[](){}:;,=").find(c) == std::string_view::npos) {
+        fail(place_, "unexpected " + shown(c));
+    }
+    token.kind = TokenKind::Punctuation;
+    token.text = std::string(1, take());
+    return token;
+}
+
+Token Lexer::identifier() {
+    Token token = start();
+    token.kind = TokenKind::Identifier;
+    while (continuesIdentifier(peek())) {
+        token.text += take();
+    }
+    if (token.text.empty()) {
+        fail(token.place, "a name is missing");
+    }
+    if (token.text.size() > longestIdentifier) {
+        fail(token.place, "a name is longer than " + std::to_string(longestIdentifier) + " characters");
+    }
+    return token;
+}
+
+Token Lexer::number() {
+    Token token = start();
+    const std::size_t begin = at_;
+    bool real = false;
+    char previous = '\0';
+    for (char c = peek(); at_ < text_.size(); c = peek()) {
+        const bool exponentSign = (c == '+' || c == '-') && real && (previous == 'e' || previous == 'E');
+        if (!(continuesIdentifier(c) || c == '.' || exponentSign || (at_ == begin && (c == '+' || c == '-')))) {
+            break;
+        }
+        real = real || c == '.';
+        previous = take();
+    }
+    token.text = std::string(text_.substr(begin, at_ - begin));
+    if (token.text.size() > longestNumber) {
+        fail(token.place, "a number is longer than " + std::to_string(longestNumber) + " characters");
+    }
+    if (!real) {
+        Token whole = integer(token.text);
+        whole.place = token.place;
+        return whole;
+    }
+    char* end = nullptr;
+    token.kind = TokenKind::Real;
+    token.real = std::strtod(token.text.c_str(), &end);
+    const bool hex = token.text.find_first_of("xX") != std::string::npos;
+    if (*end != '\0' || hex || !isDigit(token.text.back()) || !std::isfinite(token.real)) {
+        fail(token.place, "\"" + token.text + "\" is not a real number");
+    }
+    return token;
+}
+
+Token Lexer::integer(std::string_view written) {
+    Token token = start();
+    token.kind = TokenKind::Integer;
+    token.text = std::string(written);
+    std::string_view digits = written;
+    token.negative = digits[0] == '-';
+    if (digits[0] == '-' || digits[0] == '+') {
+        digits.remove_prefix(1);
+    }
+    const auto [base, body] = baseOf(digits);
+    const char* const end = body.data() + body.size();
+    const auto result = std::from_chars(body.data(), end, token.size, base);
+    if (result.ec == std::errc::result_out_of_range) {
+        fail(token.place, "\"" + token.text + "\" does not fit into 64 bits");
+    }
+    if (result.ec != std::errc() || result.ptr != end) {
+        fail(token.place, "\"" + token.text + "\" is not a number");
+    }
+    return token;
+}
+
+Token Lexer::string() {
+    Token token = start();
+    token.kind = TokenKind::String;
+    take();
+    while (peek() != '"' || at_ >= text_.size()) {
+        appendCharacter(token.text, token.place);
+    }
+    take();
+    return token;
+}
+
+void Lexer::appendCharacter(std::string& out, const Place& opening) {
+    const char c = peek();
+    if (at_ >= text_.size() || c == '\n' || c == '\r') {
+        fail(opening, "the string is not closed on its line");
+    }
+    if (c == '\\') {
+        appendUtf8(out, escape());
+        return;
+    }
+    const std::size_t length = utf8Length(text_.substr(at_));
+    if (length == 0 || (isControl(c) && c != '\t')) {
+        fail(place_, "unexpected " + shown(c) + " in a string");
+    }
+    for (std::size_t i = 0; i < length; ++i) {
+        out += take();
+    }
+}
+
+std::uint32_t Lexer::escape() {
+    static constexpr std::string_view letters = "btnfr\"'\\";
+    static constexpr std::string_view meanings = "\b\t\n\f\r\"'\\";
+    const Place place = place_;
+    take();
+    const char c = peek();
+    if (c == 'x' || c == 'X') {
+        return hexEscape();
+    }
+    const std::size_t which = at_ < text_.size() ? letters.find(c) : std::string_view::npos;
+    if (which == std::string_view::npos) {
+        fail(place, "unknown escape sequence in a text");
+    }
+    take();
+    return static_cast<unsigned char>(meanings[which]);
+}
+
+std::uint32_t Lexer::hexEscape() {
+    const Place place = place_;
+    take();
+    std::uint32_t code = 0;
+    unsigned digits = 0;
+    for (; digits < 4 && std::isxdigit(static_cast<unsigned char>(peek())) != 0; ++digits) {
+        const char c = take();
+        code = code * 16 + static_cast<std::uint32_t>(isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
+    }
+    if (digits == 0 || code == 0 || (code >= 0xd800 && code <= 0xdfff)) {
+        fail(place, "\\x needs one to four hexadecimal digits of a character other than 0");
+    }
+    return code;
+}
+
+Token Lexer::character() {
+    Token token = start();
+    token.kind = TokenKind::Character;
+    take();
+    if (peek() == '\\') {
+        token.size = escape();
+    } else if (at_ < text_.size() && !isControl(peek()) && static_cast<unsigned char>(peek()) < 0x80 &&
+               peek() != '\'') {
+        token.size = static_cast<unsigned char>(take());
+    } else {
+        fail(token.place, "a character is missing between single quotes (one beyond ASCII is written \\xHHHH)");
+    }
+    if (peek() != '\'' || at_ >= text_.size()) {
+        fail(token.place, "the character is not closed");
+    }
+    take();
+    return token;
+}
+
+} // namespace cimserver::schema

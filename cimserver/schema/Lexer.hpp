@@ -1,0 +1,62 @@
+// Cuts a MOF text into tokens.
+#ifndef CIMSERVER_SCHEMA_LEXER_HPP
+#define CIMSERVER_SCHEMA_LEXER_HPP
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace cimserver::schema {
+
+/// A position in a MOF text, for messages. Lines and columns count from 1, columns in bytes.
+struct Place {
+    std::shared_ptr<const std::string> file;
+    unsigned line = 1;
+    unsigned column = 1;
+};
+
+/// Throws MofError "FILE:LINE:COLUMN: text".
+[[noreturn]] void fail(const Place& place, const std::string& text);
+
+enum class TokenKind { Identifier, Integer, Real, String, Character, Alias, Pragma, Punctuation, End };
+
+struct Token {
+    TokenKind kind = TokenKind::End;
+    std::string text;       ///< the identifier, the unescaped string, the number as written, the punctuation character
+    std::uint64_t size = 0; ///< magnitude of an Integer, code of a Character
+    bool negative = false;  ///< sign of an Integer
+    double real = 0;        ///< value of a Real
+    Place place;
+};
+
+/// Yields the tokens of a text; throws MofError at what is none. The text must outlive the lexer.
+class Lexer {
+  public:
+    Lexer(std::string_view text, std::string file);
+
+    Token next();
+
+  private:
+    char peek(std::size_t ahead = 0) const;
+    char take();
+    void skipBlanksAndComments();
+    void skipComment();
+    Token identifier();
+    Token number();
+    Token integer(std::string_view written);
+    Token string();
+    Token character();
+    void appendCharacter(std::string& out, const Place& opening);
+    std::uint32_t escape();
+    std::uint32_t hexEscape();
+    Token start() const;
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+    Place place_;
+};
+
+} // namespace cimserver::schema
+
+#endif

@@ -1,0 +1,139 @@
+#include "cimserver/schema/Repository.hpp"
+
+#include "cimserver/schema/Compiler.hpp"
+#include "cimserver/schema/Namespace.hpp"
+
+#include <algorithm>
+#include <cctype>
+
+namespace cimserver::schema {
+
+using namespace OpenWBEM;
+
+std::string fold(std::string_view name) {
+    std::string folded(name);
+    std::transform(folded.begin(), folded.end(), folded.begin(), [](unsigned char c) {
+        return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
+    });
+    return folded;
+}
+
+std::string trimmedNamespace(std::string_view name) {
+    const std::size_t begin = std::min(name.find_first_not_of("/ \t"), name.size());
+    const std::size_t end = name.find_last_not_of(" \t");
+    return std::string(begin == name.size() ? std::string_view() : name.substr(begin, end + 1 - begin));
+}
+
+namespace {
+
+template <class Map>
+auto findIn(const Map& map, std::string_view name) -> decltype(&*map.begin()->second) {
+    const auto found = map.find(fold(name));
+    return found == map.end() ? nullptr : &*found->second;
+}
+
+} // namespace
+
+const CIMClass* Namespace::findClass(std::string_view className) const {
+    return findIn(classes, className);
+}
+
+const CIMQualifierType* Namespace::findQualifier(std::string_view qualifierName) const {
+    return findIn(qualifiers, qualifierName);
+}
+
+struct Repository::Impl {
+    Namespaces namespaces;
+    Compiler::Aliases aliases;
+
+    const Namespace* find(const String& ns) const {
+        std::string key = fold(trimmedNamespace(ns.c_str()));
+        const auto alias = aliases.find(key);
+        const auto found = namespaces.find(alias == aliases.end() ? key : alias->second);
+        return found == namespaces.end() ? nullptr : &found->second;
+    }
+};
+
+Repository::Repository() : impl_(std::make_unique<Impl>()) {}
+
+Repository::~Repository() = default;
+
+void Repository::compileFile(const std::filesystem::path& file, const std::string& ns) {
+    Namespaces staged = impl_->namespaces;
+    Compiler(staged, impl_->aliases, ns).compileFile(file);
+    impl_->namespaces = std::move(staged);
+}
+
+void Repository::compileText(const std::string& mof, const std::string& name, const std::string& ns) {
+    Namespaces staged = impl_->namespaces;
+    Compiler(staged, impl_->aliases, ns).compileText(mof, name);
+    impl_->namespaces = std::move(staged);
+}
+
+void Repository::addAlias(const std::string& alias, const std::string& ns) {
+    impl_->aliases[fold(trimmedNamespace(alias))] = fold(trimmedNamespace(ns));
+}
+
+bool Repository::hasNamespace(const String& ns) const {
+    return impl_->find(ns) != nullptr;
+}
+
+std::vector<String> Repository::namespaces() const {
+    std::vector<String> names;
+    for (const auto& [key, ns] : impl_->namespaces) {
+        names.emplace_back(ns.name.c_str());
+    }
+    return names;
+}
+
+String Repository::canonicalNamespace(const String& ns) const {
+    const Namespace* const found = impl_->find(ns);
+    return found == nullptr ? String() : String(found->name.c_str());
+}
+
+const CIMClass* Repository::findClass(const String& ns, const String& name) const {
+    const Namespace* const found = impl_->find(ns);
+    return found == nullptr ? nullptr : found->findClass(name.c_str());
+}
+
+namespace {
+
+void collect(const Namespace& ns, const std::string& key, bool deep, std::vector<const CIMClass*>& result) {
+    const auto children = ns.children.find(key);
+    if (children == ns.children.end()) {
+        return;
+    }
+    for (const auto& child : children->second) {
+        result.push_back(child.get());
+        if (deep) {
+            collect(ns, fold(child->getName().c_str()), deep, result);
+        }
+    }
+}
+
+} // namespace
+
+std::vector<const CIMClass*> Repository::subclasses(const String& ns, const String& name, bool deep) const {
+    std::vector<const CIMClass*> result;
+    if (const Namespace* const found = impl_->find(ns)) {
+        collect(*found, fold(name.c_str()), deep, result);
+    }
+    return result;
+}
+
+const CIMQualifierType* Repository::findQualifierType(const String& ns, const String& name) const {
+    const Namespace* const found = impl_->find(ns);
+    return found == nullptr ? nullptr : found->findQualifier(name.c_str());
+}
+
+std::vector<const CIMQualifierType*> Repository::qualifierTypes(const String& ns) const {
+    std::vector<const CIMQualifierType*> result;
+    if (const Namespace* const found = impl_->find(ns)) {
+        for (const auto& [key, type] : found->qualifiers) {
+            result.push_back(type.get());
+        }
+    }
+    return result;
+}
+
+} // namespace cimserver::schema

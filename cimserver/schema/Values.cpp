@@ -1,0 +1,168 @@
+#include "cimserver/schema/Values.hpp"
+
+#include <cfloat>
+#include <cmath>
+#include <limits>
+#include <type_traits>
+
+namespace cimserver::schema {
+
+using namespace OpenWBEM;
+using ast::Literal;
+
+namespace {
+
+[[noreturn]] void mismatch(const Literal& literal, const char* wanted) {
+    fail(literal.place, std::string("the value is not of type ") + wanted);
+}
+
+const Token& scalarOf(const Literal& literal, TokenKind kind, const char* wanted) {
+    if (literal.kind != Literal::Kind::Scalar || literal.scalar.kind != kind) {
+        mismatch(literal, wanted);
+    }
+    return literal.scalar;
+}
+
+template <class Integer>
+Integer integer(const Literal& literal, const char* wanted) {
+    const Token& token = scalarOf(literal, TokenKind::Integer, wanted);
+    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
+    constexpr std::uint64_t least = std::is_signed_v<Integer> ? most + 1 : 0;
+    if (token.size > (token.negative ? least : most)) {
+        fail(literal.place, token.text + " is out of the range of " + wanted);
+    }
+    return static_cast<Integer>(token.negative ? 0 - token.size : token.size);
+}
+
+template <class Real>
+Real real(const Literal& literal, const char* wanted) {
+    const bool whole = literal.kind == Literal::Kind::Scalar && literal.scalar.kind == TokenKind::Integer;
+    const Token& token = scalarOf(literal, whole ? TokenKind::Integer : TokenKind::Real, wanted);
+    const double magnitude = whole ? static_cast<double>(token.size) : token.real;
+    const double number = whole && token.negative ? -magnitude : magnitude;
+    if (std::fabs(number) > static_cast<double>(std::numeric_limits<Real>::max())) {
+        fail(literal.place, token.text + " is out of the range of " + wanted);
+    }
+    return static_cast<Real>(number);
+}
+
+Bool boolean(const Literal& literal, const char* wanted) {
+    if (literal.kind != Literal::Kind::Boolean) {
+        mismatch(literal, wanted);
+    }
+    return Bool(literal.boolean);
+}
+
+Char16 character(const Literal& literal, const char* wanted) {
+    return Char16(static_cast<UInt16>(scalarOf(literal, TokenKind::Character, wanted).size));
+}
+
+String text(const Literal& literal, const char* wanted) {
+    return String(scalarOf(literal, TokenKind::String, wanted).text.c_str());
+}
+
+bool wellFormedDateTime(const std::string& text) {
+    static const std::string points = "dddddddddddddd.ddddddSddd";
+    if (text.size() != points.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const char c = text[i];
+        const bool digit = (c >= '0' && c <= '9') || c == '*';
+        const bool sign = c == ':' || c == '+' || c == '-';
+        if (points[i] == 'd' ? !digit : points[i] == 'S' ? !sign : c != points[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+CIMDateTime dateTime(const Literal& literal, const char* wanted) {
+    const std::string& written = scalarOf(literal, TokenKind::String, wanted).text;
+    if (!wellFormedDateTime(written)) {
+        fail(literal.place, "\"" + written + "\" is not a datetime of 25 characters");
+    }
+    return CIMDateTime(String(written.c_str()));
+}
+
+CIMObjectPath reference(const Literal& literal, const char* wanted) {
+    try {
+        return CIMObjectPath::parse(text(literal, wanted));
+    } catch (const CIMException&) {
+        fail(literal.place, "\"" + literal.scalar.text + "\" is not an object path");
+    }
+}
+
+/// One value or, for an array type, the array of all, each made by `convert`.
+template <class Convert>
+CIMValue convertAll(const Literal& literal, const CIMDataType& type, Convert convert) {
+    const String name = type.toString();
+    if (!type.isArrayType()) {
+        return CIMValue(convert(literal, name.c_str()));
+    }
+    if (literal.kind != Literal::Kind::Array) {
+        fail(literal.place, "an array is expected, written in braces");
+    }
+    Array<decltype(convert(literal, ""))> all;
+    for (const Literal& element : literal.elements) {
+        all.push_back(convert(element, name.c_str()));
+    }
+    return CIMValue(all);
+}
+
+} // namespace
+
+CIMDataType dataType(const ast::Type& type) {
+    if (type.reference) {
+        CIMDataType reference{CIMName(type.name.c_str())};
+        if (type.array) {
+            reference.setToArrayType(type.arraySize);
+        }
+        return reference;
+    }
+    const CIMDataType::Type simple = CIMDataType::strToSimpleType(String(type.name.c_str()));
+    if (simple == CIMDataType::INVALID || simple == CIMDataType::REFERENCE) {
+        fail(type.place, "\"" + type.name + "\" is not a type (a reference is written \"CLASS REF\")");
+    }
+    return type.array ? CIMDataType(simple, type.arraySize) : CIMDataType(simple);
+}
+
+CIMValue value(const Literal& literal, const CIMDataType& type) {
+    if (literal.kind == Literal::Kind::Null) {
+        return CIMValue(CIMNULL);
+    }
+    switch (type.getType()) {
+    case CIMDataType::UINT8:
+        return convertAll(literal, type, integer<UInt8>);
+    case CIMDataType::SINT8:
+        return convertAll(literal, type, integer<Int8>);
+    case CIMDataType::UINT16:
+        return convertAll(literal, type, integer<UInt16>);
+    case CIMDataType::SINT16:
+        return convertAll(literal, type, integer<Int16>);
+    case CIMDataType::UINT32:
+        return convertAll(literal, type, integer<UInt32>);
+    case CIMDataType::SINT32:
+        return convertAll(literal, type, integer<Int32>);
+    case CIMDataType::UINT64:
+        return convertAll(literal, type, integer<UInt64>);
+    case CIMDataType::SINT64:
+        return convertAll(literal, type, integer<Int64>);
+    case CIMDataType::REAL32:
+        return convertAll(literal, type, real<Real32>);
+    case CIMDataType::REAL64:
+        return convertAll(literal, type, real<Real64>);
+    case CIMDataType::BOOLEAN:
+        return convertAll(literal, type, boolean);
+    case CIMDataType::CHAR16:
+        return convertAll(literal, type, character);
+    case CIMDataType::DATETIME:
+        return convertAll(literal, type, dateTime);
+    case CIMDataType::REFERENCE:
+        return convertAll(literal, type, reference);
+    default:
+        return convertAll(literal, type, text);
+    }
+}
+
+} // namespace cimserver::schema
