@@ -1,0 +1,46 @@
+// What a provider sees of the server during a call.
+#ifndef CIMSERVER_PROVIDER_ENVIRONMENT_HPP
+#define CIMSERVER_PROVIDER_ENVIRONMENT_HPP
+
+#include "cimserver/provider/ProviderCall.hpp"
+
+#include "OW_ProviderEnvironmentIFC.hpp"
+
+#include <map>
+#include <memory>
+#include <string>
+
+namespace cimserver::provider {
+
+using ConfigItems = std::map<std::string, std::string>;
+
+/// The environment of one call. A provider may keep it: logger and configuration items go on working, and the way back
+/// into the server answers until the server ends.
+class Environment : public OpenWBEM::ProviderEnvironmentIFC {
+  public:
+    /// `component` names the provider in the log.
+    Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config);
+
+    OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
+    /// The server keeps no instances of its own, so there is nothing to reach beside the providers: as getCIMOMHandle.
+    OpenWBEM::CIMOMHandleIFCRef getRepositoryCIMOMHandle() const override;
+    /// Throws CIMException NOT_SUPPORTED.
+    OpenWBEM::RepositoryIFCRef getRepository() const override;
+    OpenWBEM::LoggerRef getLogger() const override;
+    OpenWBEM::LoggerRef getLogger(const OpenWBEM::String& componentName) const override;
+    OpenWBEM::String getConfigItem(const OpenWBEM::String& name, const OpenWBEM::String& defRetVal = "") const override;
+    OpenWBEM::String getUserName() const override;
+    OpenWBEM::OperationContext& getOperationContext() override;
+
+  private:
+    CallOrigin origin_;
+    std::string component_;
+    std::shared_ptr<const ConfigItems> config_;
+};
+
+/// A logger whose lines go to the server's log with their level and component.
+OpenWBEM::LoggerRef makeLogger(const std::string& component);
+
+} // namespace cimserver::provider
+
+#endif

@@ -1,0 +1,222 @@
+#include "cimserver/provider/ProviderHost.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/provider/Environment.hpp"
+#include "cimserver/provider/Module.hpp"
+#include "cimserver/provider/Registry.hpp"
+
+#include <algorithm>
+#include <atomic>
+#include <mutex>
+
+namespace cimserver::provider {
+
+using namespace OpenWBEM;
+namespace fs = std::filesystem;
+
+namespace {
+
+[[noreturn]] void failWith(const std::string& message) {
+    OW_THROWCIMMSG(CIMException::FAILED, message.c_str());
+}
+
+[[noreturn]] void invalid(const std::string& id, const ModuleError& error) {
+    log::write(log::Level::Error, "provider",
+               "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
+    failWith("Invalid provider: " + id + " (" + error.what() + ")");
+}
+
+} // namespace
+
+/// One provider: its gate, and under that its module and object.
+class ProviderHost::Slot {
+  public:
+    Slot(std::string id, bool concurrentReads, Factory builtIn)
+        : gate(concurrentReads), id_(std::move(id)), builtIn_(std::move(builtIn)) {}
+
+    bool ready() const { return ready_; }
+    CppProviderBaseIFC& provider() const { return *provider_; }
+
+    /// Makes and initializes the object; the caller is inside the gate, alone.
+    void start(const std::vector<fs::path>& folders, const ProviderEnvironmentIFCRef& env);
+    void stop() { provider_ = IntrusiveReference<CppProviderBaseIFC>(); }
+    void adopt(std::unique_ptr<Module> module) { module_ = std::move(module); }
+
+    Gate gate;
+
+  private:
+    IntrusiveReference<CppProviderBaseIFC> make(const std::vector<fs::path>& folders);
+
+    const std::string id_;
+    const Factory builtIn_;
+    std::unique_ptr<Module> module_; // outlives the object
+    IntrusiveReference<CppProviderBaseIFC> provider_;
+    bool starting_ = false;
+    std::atomic<bool> ready_{false}; // never taken back
+};
+
+IntrusiveReference<CppProviderBaseIFC> ProviderHost::Slot::make(const std::vector<fs::path>& folders) {
+    if (builtIn_) {
+        return IntrusiveReference<CppProviderBaseIFC>(builtIn_());
+    }
+    try {
+        if (!module_) {
+            const fs::path file = findModule(folders, id_);
+            if (file.empty()) {
+                throw ModuleError("its file was not found", "no lib" + id_ + ".so or " + id_ + ".so in its folders");
+            }
+            module_ = std::make_unique<Module>(file, id_);
+        }
+        return IntrusiveReference<CppProviderBaseIFC>(module_->create());
+    } catch (const ModuleError& error) {
+        invalid(id_, error);
+    }
+}
+
+void ProviderHost::Slot::start(const std::vector<fs::path>& folders, const ProviderEnvironmentIFCRef& env) {
+    if (ready_) {
+        return;
+    }
+    if (starting_) {
+        failWith("Provider " + id_ + " is called while it is being initialized");
+    }
+    struct Mark {
+        bool& flag;
+        explicit Mark(bool& f) : flag(f) { flag = true; }
+        ~Mark() { flag = false; }
+    } const mark(starting_);
+    // Held here until it is initialized, so that a failure destroys it.
+    const IntrusiveReference<CppProviderBaseIFC> made = guarded([&] { return make(folders); });
+    guarded([&] { made->initialize(env); });
+    provider_ = made;
+    ready_ = true;
+    log::write(log::Level::Info, "provider", "Provider " + id_ + " is initialized");
+}
+
+struct ProviderHost::Impl {
+    explicit Impl(HostSettings given)
+        : settings(std::move(given)), config(std::make_shared<const ConfigItems>(settings.configItems)) {}
+
+    HostSettings settings;
+    std::shared_ptr<const ConfigItems> config;
+    std::map<std::string, Factory> builtIns;
+    Registry registry;
+    std::mutex mutex; ///< of what follows
+    std::map<std::string, Slot*> slotsById;
+    std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
+
+    Slot& slot(const std::string& id);
+    void scan(const fs::path& file);
+};
+
+ProviderHost::Slot& ProviderHost::Impl::slot(const std::string& id) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    Slot*& found = slotsById[id];
+    if (found == nullptr) {
+        const auto builtIn = builtIns.find(id);
+        slots.push_back(std::make_unique<Slot>(id, settings.concurrentReads.count(id) != 0,
+                                               builtIn == builtIns.end() ? Factory() : builtIn->second));
+        found = slots.back().get();
+    }
+    return *found;
+}
+
+ProviderHost::ProviderHost(HostSettings settings) : impl_(std::make_unique<Impl>(std::move(settings))) {}
+
+ProviderHost::~ProviderHost() {
+    // All objects go before any module is closed: one may use another's code. The last started goes first.
+    for (auto slot = impl_->slots.rbegin(); slot != impl_->slots.rend(); ++slot) {
+        (*slot)->stop();
+    }
+    while (!impl_->slots.empty()) {
+        impl_->slots.pop_back();
+    }
+}
+
+void ProviderHost::addBuiltIn(const std::string& id, Factory factory) {
+    impl_->builtIns[id] = std::move(factory);
+}
+
+void ProviderHost::Impl::scan(const fs::path& file) {
+    std::string id = file.stem().string();
+    if (id.compare(0, 3, "lib") == 0) {
+        id.erase(0, 3);
+    }
+    if (!isProviderId(id) || slotsById.count(id) != 0) {
+        return;
+    }
+    try {
+        auto module = std::make_unique<Module>(file, id);
+        {
+            const IntrusiveReference<CppProviderBaseIFC> provider(module->create());
+            registry.add(id, *provider);
+        }
+        slot(id).adopt(std::move(module));
+    } catch (const NoProviderModule& error) {
+        log::write(log::Level::Debug, "provider", "Passed over: " + error.details());
+    } catch (const ModuleError& error) {
+        log::write(log::Level::Error, "provider",
+                   "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
+    }
+}
+
+void ProviderHost::scan() {
+    for (const fs::path& folder : impl_->settings.folders) {
+        std::error_code error;
+        std::vector<fs::path> files;
+        for (const auto& entry : fs::directory_iterator(folder, error)) {
+            if (entry.path().extension() == ".so" && entry.is_regular_file(error)) {
+                files.push_back(entry.path());
+            }
+        }
+        if (error) {
+            log::write(log::Level::Error, "provider", folder.string() + ": " + error.message());
+        }
+        std::sort(files.begin(), files.end());
+        for (const fs::path& file : files) {
+            try {
+                guarded([&] { impl_->scan(file); });
+            } catch (const CIMException& thrown) {
+                log::write(log::Level::Error, "provider", file.string() + ": " + thrown.getMessage());
+            }
+        }
+    }
+}
+
+std::string ProviderHost::instanceProvider(const String& ns, const CIMClass& cimClass) const {
+    const std::string reported = impl_->registry.instanceProvider(ns, cimClass.getName());
+    return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
+}
+
+std::string ProviderHost::associatorProvider(const String& ns, const CIMClass& cimClass) const {
+    const std::string reported = impl_->registry.associatorProvider(ns, cimClass.getName());
+    return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
+}
+
+std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimClass, const CIMMethod& method) const {
+    const std::string reported = impl_->registry.methodProvider(ns, cimClass.getName(), method.getName());
+    if (!reported.empty()) {
+        return reported;
+    }
+    const std::string own = idOfQualifier(method.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER));
+    return own.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : own;
+}
+
+ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {
+    Slot& slot = impl_->slot(id);
+    const ProviderEnvironmentIFCRef env(new Environment(origin, "provider." + id, impl_->config));
+    const auto pass = [&](Access wanted) {
+        auto entered = slot.gate.enter(wanted, impl_->settings.busyLimit);
+        if (!entered) {
+            failWith("Provider " + id + " is busy");
+        }
+        return std::move(*entered);
+    };
+    if (!slot.ready()) {
+        const Gate::Pass alone = pass(Access::Write);
+        slot.start(impl_->settings.folders, env);
+    }
+    return ProviderCall(pass(access), slot.provider(), env);
+}
+
+} // namespace cimserver::provider
