@@ -2,11 +2,24 @@
 #ifndef CIMSERVER_LOG_HPP
 #define CIMSERVER_LOG_HPP
 
+#include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace cimserver::log {
 
 enum class Level { Debug, Info, Warning, Error, Fatal };
+
+/// Where entries go. Until configure() is called they go to standard error from level Info on.
+struct Settings {
+    std::string file; ///< empty: standard error
+    Level level = Level::Info;
+    std::size_t maxBytes = std::size_t{10} * 1024 * 1024; ///< a file of this size is renamed to FILE.1 and begun anew
+    std::size_t keep = 5;                                 ///< how many renamed files stay
+};
+
+/// Takes the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.
+void configure(const Settings& settings);
 
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;

@@ -30,8 +30,8 @@ class Fields {
 
 /// A complete request: the head was within the limits, the sender is authenticated, the body is whole.
 struct Request {
-    std::string method; ///< "POST", "M-POST", "OPTIONS", ...
-    std::string target; ///< as sent, e.g. "/cimom"
+    std::string method;    ///< "POST", "M-POST", "OPTIONS", ...
+    std::string target;    ///< as sent, e.g. "/cimom"
     unsigned version = 11; ///< 10 or 11
     Fields fields;
     std::string body;

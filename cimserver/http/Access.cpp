@@ -1,0 +1,204 @@
+#include "cimserver/http/Access.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Text.hpp"
+
+#include <openssl/crypto.h>
+#include <openssl/evp.h>
+#include <openssl/hmac.h>
+#include <openssl/rand.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace cimserver::http {
+namespace {
+
+constexpr std::size_t MaxPeers = 1024;
+constexpr std::size_t MaxCached = 256;
+constexpr unsigned MaxDoublings = 16;
+constexpr int MaxWaiting = 3; // in longest delays
+
+bool isBase64(std::string_view text) {
+    constexpr const char* Letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto end = std::min(text.find_first_not_of(Letters), text.size());
+    const auto padding = text.substr(end);
+    return !text.empty() && text.size() % 4 == 0 && (padding.empty() || padding == "=" || padding == "==");
+}
+
+std::string decodeBase64(std::string_view text) {
+    std::string bytes(text.size() / 4 * 3, '\0');
+    EVP_DecodeBlock(reinterpret_cast<unsigned char*>(bytes.data()), reinterpret_cast<const unsigned char*>(text.data()),
+                    static_cast<int>(text.size()));
+    // EVP_DecodeBlock counts the padding as zero bytes.
+    bytes.resize(bytes.size() - static_cast<std::size_t>(std::count(text.begin(), text.end(), '=')));
+    return bytes;
+}
+
+void logRefusal(log::Level level, const std::string& peer, const std::string& why) {
+    log::write(level, "access", "refused " + peer + ": " + why);
+}
+
+} // namespace
+
+std::optional<Credentials> parseBasic(std::string_view field, std::string& why) {
+    field = trimmed(field);
+    const auto blank = std::min(field.find(' '), field.size());
+    if (!equalsIgnoringCase(field.substr(0, blank), "Basic")) {
+        why = "the authentication scheme is not Basic";
+        return std::nullopt;
+    }
+    const auto encoded = trimmed(field.substr(blank));
+    auto text = isBase64(encoded) ? decodeBase64(encoded) : std::string();
+    const auto colon = text.find(':');
+    if (colon == std::string::npos || colon == 0) {
+        why = "malformed Authorization header";
+        return std::nullopt;
+    }
+    Credentials credentials{text.substr(0, colon), text.substr(colon + 1)};
+    OPENSSL_cleanse(text.data(), text.size());
+    return credentials;
+}
+
+LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time_point now) {
+    const auto found = peers_.find(peer);
+    if (found == peers_.end() && peers_.size() >= MaxPeers) {
+        peers_.erase(std::min_element(peers_.begin(), peers_.end(),
+                                      [](const auto& a, const auto& b) { return a.second.last < b.second.last; }));
+    }
+    auto& entry = peers_[peer];
+    if (entry.underWay == 0 && now - entry.last > settings_.forgetAfter) {
+        entry = Peer();
+    }
+    entry.last = now;
+    return entry;
+}
+
+std::optional<Clock::duration> LoginThrottle::begin(const std::string& peer, Clock::time_point now) {
+    auto& entry = entryOf(peer, now);
+    if (entry.nextStart - now > MaxWaiting * settings_.maxDelay) {
+        return std::nullopt;
+    }
+    const auto attempts = entry.failures + entry.underWay++;
+    if (attempts < settings_.freeFailures) {
+        return Clock::duration();
+    }
+    const auto doublings = std::min(attempts - settings_.freeFailures, MaxDoublings);
+    const auto delay = std::min<Clock::duration>(settings_.delay * (1U << doublings), settings_.maxDelay);
+    entry.nextStart = std::max(now, entry.nextStart) + delay;
+    return entry.nextStart - now;
+}
+
+void LoginThrottle::end(const std::string& peer, bool success, Clock::time_point now) {
+    auto& entry = entryOf(peer, now);
+    entry.underWay -= std::min(entry.underWay, 1U);
+    entry.failures += success ? 0 : 1;
+}
+
+LoginCache::LoginCache(Clock::duration life) : life_(life) {
+    if (RAND_bytes(secret_.data(), static_cast<int>(secret_.size())) != 1) {
+        throw std::runtime_error("no random numbers from OpenSSL");
+    }
+}
+
+LoginCache::Key LoginCache::keyOf(const Credentials& credentials) const {
+    auto text = credentials.user + ':' + credentials.password; // a user name holds no colon
+    Key key{};
+    unsigned length = 0;
+    HMAC(EVP_sha256(), secret_.data(), static_cast<int>(secret_.size()),
+         reinterpret_cast<const unsigned char*>(text.data()), text.size(), key.data(), &length);
+    OPENSSL_cleanse(text.data(), text.size());
+    return key;
+}
+
+const Identity* LoginCache::find(const Credentials& credentials, Clock::time_point now) {
+    const auto found = entries_.find(keyOf(credentials));
+    if (found == entries_.end() || found->second.until <= now) {
+        return nullptr;
+    }
+    return &found->second.identity;
+}
+
+void LoginCache::add(const Credentials& credentials, const Identity& identity, Clock::time_point now) {
+    if (entries_.size() >= MaxCached) {
+        entries_.erase(std::min_element(entries_.begin(), entries_.end(),
+                                        [](const auto& a, const auto& b) { return a.second.until < b.second.until; }));
+    }
+    entries_[keyOf(credentials)] = {identity, now + life_};
+}
+
+Access::Access(const LoginSettings& settings) : settings_(settings), throttle_(settings), cache_(settings.cache) {
+    if (enabled()) {
+        users_ = std::make_shared<const UserFile>(UserFile::load(settings_.userFile));
+    }
+}
+
+std::shared_ptr<const UserFile> Access::users() const {
+    const std::lock_guard lock(mutex_);
+    return users_;
+}
+
+std::optional<Identity> Access::identityOf(const std::string& certificateUser) const {
+    const auto all = users();
+    const auto* user = certificateUser.empty() ? nullptr : all->find(certificateUser);
+    return user == nullptr ? std::nullopt : std::optional(Identity{user->name, user->mayWrite});
+}
+
+Access::Decision Access::decide(const std::optional<std::string>& authorization, const std::string& peer,
+                                const std::string& certificateUser, Clock::time_point now) {
+    if (!enabled()) {
+        return {Identity(), std::nullopt, {}, generation_};
+    }
+    if (!authorization) {
+        auto identity = identityOf(certificateUser);
+        if (!identity) {
+            logRefusal(log::Level::Info, peer, "no Authorization header");
+        }
+        return {std::move(identity), std::nullopt, {}, generation_};
+    }
+    std::string why;
+    auto credentials = parseBasic(*authorization, why);
+    if (!credentials) {
+        logRefusal(log::Level::Warning, peer, why);
+        return {};
+    }
+    if (const auto* known = cache_.find(*credentials, now)) {
+        return {*known, std::nullopt, {}, generation_};
+    }
+    const auto wait = throttle_.begin(peer, now);
+    if (!wait) {
+        logRefusal(log::Level::Warning, peer, "too many failed logins under way");
+        return {};
+    }
+    return {std::nullopt, std::move(credentials), *wait, generation_};
+}
+
+std::optional<Identity> Access::verify(const Credentials& credentials) const {
+    const auto all = users(); // kept alive while hashing, whatever is reloaded meanwhile
+    const auto* user = all->verify(credentials.user, credentials.password);
+    return user == nullptr ? std::nullopt : std::optional(Identity{user->name, user->mayWrite});
+}
+
+void Access::conclude(const Decision& decision, const std::optional<Identity>& identity, const std::string& peer,
+                      Clock::time_point now) {
+    throttle_.end(peer, identity.has_value(), now);
+    if (!identity) {
+        logRefusal(log::Level::Warning, peer, "unknown user or wrong password for '" + decision.check->user + "'");
+    } else if (decision.generation == generation_) {
+        // What an older user file confirmed must not outlive it.
+        cache_.add(*decision.check, *identity, now);
+    }
+}
+
+void Access::reload() {
+    if (!enabled()) {
+        return;
+    }
+    auto fresh = std::make_shared<const UserFile>(UserFile::load(settings_.userFile));
+    const std::lock_guard lock(mutex_);
+    users_ = std::move(fresh);
+    ++generation_;
+    cache_.clear();
+}
+
+} // namespace cimserver::http

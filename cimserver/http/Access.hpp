@@ -1,0 +1,122 @@
+// Who may come in: Basic authentication against the user file, with a short memory for passwords that were right and
+// delays for peers whose logins fail. No sockets, no threads of its own: the caller supplies both and the time.
+#ifndef CIMSERVER_HTTP_ACCESS_HPP
+#define CIMSERVER_HTTP_ACCESS_HPP
+
+#include "cimserver/http/Message.hpp"
+#include "cimserver/http/Settings.hpp"
+#include "cimserver/http/UserFile.hpp"
+
+#include <array>
+#include <chrono>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+namespace cimserver::http {
+
+using Clock = std::chrono::steady_clock;
+
+struct Credentials {
+    std::string user;
+    std::string password;
+};
+
+/// Reads the value of an Authorization field; nothing when it is not well-formed Basic. `why` then says what is wrong,
+/// without a word of the field.
+std::optional<Credentials> parseBasic(std::string_view field, std::string& why);
+
+/// Slows down guessing: after a few failures each further attempt of a peer waits, longer every time. Attempts that run
+/// at the same time wait one behind the other. The table is bounded; the peer that was quiet longest makes room.
+class LoginThrottle {
+  public:
+    explicit LoginThrottle(const LoginSettings& settings) : settings_(settings) {}
+
+    /// Announces an attempt; it may go ahead after the time returned. Nothing when too many of the peer's attempts are
+    /// waiting already: then it is refused, and end() must not follow.
+    std::optional<Clock::duration> begin(const std::string& peer, Clock::time_point now);
+    /// The attempt's outcome.
+    void end(const std::string& peer, bool success, Clock::time_point now);
+
+  private:
+    struct Peer {
+        unsigned failures = 0;
+        unsigned underWay = 0;
+        Clock::time_point nextStart{};
+        Clock::time_point last{};
+    };
+
+    Peer& entryOf(const std::string& peer, Clock::time_point now);
+
+    LoginSettings settings_;
+    std::unordered_map<std::string, Peer> peers_;
+};
+
+/// Remembers for a short time which credentials were right, under a hash keyed with a secret of this process.
+class LoginCache {
+  public:
+    explicit LoginCache(Clock::duration life);
+    const Identity* find(const Credentials& credentials, Clock::time_point now);
+    void add(const Credentials& credentials, const Identity& identity, Clock::time_point now);
+    void clear() { entries_.clear(); }
+
+  private:
+    using Key = std::array<unsigned char, 32>;
+    struct Entry {
+        Identity identity;
+        Clock::time_point until;
+    };
+
+    Key keyOf(const Credentials& credentials) const;
+
+    Clock::duration life_;
+    Key secret_{};
+    std::map<Key, Entry> entries_;
+};
+
+/// The three above as one. All functions but verify() are called from one thread; verify() is slow and may run
+/// anywhere.
+class Access {
+  public:
+    /// What a request's head leads to: an identity, a refusal, or a check of credentials after a wait.
+    struct Decision {
+        std::optional<Identity> identity;
+        std::optional<Credentials> check;
+        Clock::duration wait{};
+        unsigned generation = 0; ///< of the user file
+    };
+
+    /// Loads the user file, if one is set. Throws std::runtime_error.
+    explicit Access(const LoginSettings& settings);
+
+    bool enabled() const { return !settings_.userFile.empty(); }
+    /// `peer` is the address without port, `certificateUser` the common name of a verified client certificate.
+    /// Refusals are logged.
+    Decision decide(const std::optional<std::string>& authorization, const std::string& peer,
+                    const std::string& certificateUser, Clock::time_point now);
+    /// The identity when the credentials are right.
+    std::optional<Identity> verify(const Credentials& credentials) const;
+    /// Must follow each decision with a check; logs a failure.
+    void conclude(const Decision& decision, const std::optional<Identity>& identity, const std::string& peer,
+                  Clock::time_point now);
+    /// Loads the user file anew. Throws std::runtime_error and then keeps the old users.
+    void reload();
+
+  private:
+    std::shared_ptr<const UserFile> users() const;
+    std::optional<Identity> identityOf(const std::string& certificateUser) const;
+
+    LoginSettings settings_;
+    mutable std::mutex mutex_;
+    std::shared_ptr<const UserFile> users_;
+    unsigned generation_ = 0;
+    LoginThrottle throttle_;
+    LoginCache cache_;
+};
+
+} // namespace cimserver::http
+
+#endif

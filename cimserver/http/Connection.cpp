@@ -1,0 +1,357 @@
+#include "cimserver/http/Connection.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Policy.hpp"
+#include "cimserver/http/Text.hpp"
+
+#include <boost/asio/post.hpp>
+
+#include <ctime>
+
+namespace cimserver::http {
+
+namespace asio = boost::asio;
+using boost::system::error_code;
+
+namespace {
+
+constexpr std::uint64_t DrainBytes = 64 * 1024;
+constexpr std::size_t KeptOutput = 16 * 1024;
+
+/// The Date field's value; made anew once a second. I/O thread only.
+const std::string& httpDate() {
+    static std::string text;
+    static std::time_t made = 0;
+    const auto now = std::time(nullptr);
+    if (now != made) {
+        std::tm parts{};
+        gmtime_r(&now, &parts);
+        char buffer[40];
+        text.assign(buffer, std::strftime(buffer, sizeof buffer, "%a, %d %b %Y %H:%M:%S GMT", &parts));
+        made = now;
+    }
+    return text;
+}
+
+Response callHandler(const Handler& handler, const Request& request) {
+    try {
+        return handler(request);
+    } catch (const std::exception& error) {
+        log::write(log::Level::Error, "http", std::string("the handler failed: ") + error.what());
+    } catch (...) {
+        log::write(log::Level::Error, "http", "the handler failed");
+    }
+    return textResponse(500, "internal error");
+}
+
+} // namespace
+
+Services::Services(const Settings& from, Handler to)
+    : settings(from), handler(std::move(to)), access(from.login), workers(from.workers) {
+    if (!from.dumpFile.empty()) {
+        dump = std::make_unique<Dump>(from.dumpFile);
+    }
+}
+
+Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, std::string port,
+                       bool overCapacity)
+    : services_(services), stream_(std::move(stream)), reader_(services.settings.limits), timer_(services.io),
+      address_(std::move(address)), peer_(address_ + ":" + port), overCapacity_(overCapacity) {}
+
+void Connection::start() {
+    within(services_.settings.limits.firstByte, [](Connection& self) { self.giveUp("handshake"); });
+    stream_->handshake([self = shared_from_this()](const error_code& error, std::size_t) {
+        if (error) {
+            log::write(log::Level::Info, "http", self->peer_ + ": TLS handshake failed: " + error.message());
+            self->close();
+        } else {
+            self->await(self->services_.settings.limits.firstByte);
+        }
+    });
+}
+
+void Connection::stop() {
+    if (phase_ == Phase::Idle) {
+        close();
+    }
+}
+
+void Connection::close() {
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    phase_ = Phase::Closed;
+    relax();
+    stream_->close();
+    services_.onClosed(*this);
+}
+
+void Connection::await(Milliseconds limit) {
+    if (services_.stopping) {
+        return close();
+    }
+    phase_ = Phase::Idle;
+    reader_.reset();
+    reader_.request().peer = peer_;
+    if (reader_.hasInput()) { // the client sent the next request without waiting
+        return onInput();
+    }
+    within(limit, [](Connection& self) { self.close(); });
+    read(&Connection::onInput);
+}
+
+void Connection::onInput() {
+    if (!reader_.hasInput()) {
+        return read(&Connection::onInput); // empty lines before a request: the time goes on running
+    }
+    began_ = Clock::now();
+    within(services_.settings.limits.head, [](Connection& self) { self.giveUp("head"); });
+    readHead();
+}
+
+void Connection::readHead() {
+    switch (reader_.readHead()) {
+    case RequestReader::Progress::NeedMore:
+        return read(&Connection::readHead);
+    case RequestReader::Progress::Failed:
+        return fail(reader_.error().status, reader_.error().text);
+    case RequestReader::Progress::Done:
+        return onHead();
+    }
+}
+
+void Connection::onHead() {
+    relax();
+    began_ = Clock::now();
+    phase_ = Phase::Busy;
+    bodyUnread_ = reader_.framing().hasBody();
+    if (overCapacity_) {
+        auto response = textResponse(503, "too many connections");
+        response.fields.add("Retry-After", "1");
+        return answer(std::move(response), true);
+    }
+    if (isHealthRequest(reader_.request())) {
+        return proceed();
+    }
+    login();
+}
+
+void Connection::login() {
+    auto decision =
+        services_.access.decide(reader_.authorization(), address_, stream_->certificateUser(), Clock::now());
+    if (!decision.check) {
+        return onLogin(decision.identity);
+    }
+    if (decision.wait <= Clock::duration::zero()) {
+        return check(std::move(decision));
+    }
+    const auto wait = std::chrono::ceil<Milliseconds>(decision.wait);
+    within(wait, [decision = std::move(decision)](Connection& self) { self.check(decision); });
+}
+
+/// Hashes on a thread of its own and comes back to the I/O thread with the result.
+void Connection::check(Access::Decision decision) {
+    auto work = [self = shared_from_this(), decision = std::move(decision)] {
+        auto identity = self->services_.access.verify(*decision.check);
+        asio::post(self->services_.io, [self, decision, identity = std::move(identity)] {
+            self->services_.access.conclude(decision, identity, self->address_, Clock::now());
+            self->onLogin(identity);
+        });
+    };
+    asio::post(services_.hasher, std::move(work));
+}
+
+void Connection::onLogin(const std::optional<Identity>& identity) {
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    if (identity) {
+        reader_.request().identity = *identity;
+        return proceed();
+    }
+    services_.counters.loginFailed();
+    auto response = textResponse(401, "a user name and password are needed");
+    response.fields.add("WWW-Authenticate", "Basic realm=\"" + services_.settings.login.realm + "\"");
+    refuse(std::move(response));
+}
+
+void Connection::proceed() {
+    if (auto response = answerFromHead(reader_.request(), reader_.framing(), services_.settings.limits)) {
+        return refuse(std::move(*response));
+    }
+    beginBody();
+}
+
+void Connection::beginBody() {
+    within(services_.settings.limits.body, [](Connection& self) { self.giveUp("body"); });
+    if (!reader_.framing().expectsContinue || reader_.framing().contentLength.value_or(1) == 0) {
+        return readBody();
+    }
+    output_ = "HTTP/1.1 100 Continue\r\n\r\n";
+    stream_->write(output_, [self = shared_from_this()](const error_code& error, std::size_t) {
+        if (error) {
+            self->close();
+        } else {
+            self->readBody();
+        }
+    });
+}
+
+void Connection::readBody() {
+    switch (reader_.readBody(false)) {
+    case RequestReader::Progress::NeedMore:
+        return read(&Connection::readBody);
+    case RequestReader::Progress::Failed:
+        return fail(reader_.error().status, reader_.error().text);
+    case RequestReader::Progress::Done:
+        bodyUnread_ = false;
+        relax();
+        return handle();
+    }
+}
+
+void Connection::handle() {
+    auto work = [self = shared_from_this()] {
+        auto response = callHandler(self->services_.handler, self->reader_.request());
+        asio::post(self->services_.io,
+                   [self, response = std::move(response)]() mutable { self->answer(std::move(response), false); });
+    };
+    asio::post(services_.workers, std::move(work));
+}
+
+/// Answers before the body is read. A body that is on its way is dropped, so that the next request is found; a long
+/// one, or one of which nobody knows whether it comes (Expect), is not waited for.
+void Connection::refuse(Response response) {
+    const auto& framing = reader_.framing();
+    const bool unclear = framing.expectsContinue && bodyUnread_;
+    answer(std::move(response), unclear || framing.contentLength.value_or(0) > DrainBytes);
+}
+
+void Connection::fail(unsigned status, const std::string& text) {
+    answer(textResponse(status, text), true);
+}
+
+void Connection::answer(Response response, bool closeAfter) {
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    services_.counters.answered(response.status, Clock::now() - began_);
+    logAnswer(response);
+    closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
+    phase_ = Phase::Busy;
+    output_ = serialise(response, closeAfter);
+    within(services_.settings.limits.write, [](Connection& self) { self.giveUp("answer"); });
+    stream_->write(output_, [self = shared_from_this(), closeAfter](const error_code& error, std::size_t) {
+        if (error) {
+            self->close();
+        } else {
+            self->onAnswered(closeAfter);
+        }
+    });
+}
+
+void Connection::logAnswer(const Response& response) const {
+    const auto& request = reader_.request();
+    if (services_.dump) {
+        services_.dump->write(request, response);
+    }
+    if (log::enabled(log::Level::Debug)) {
+        log::write(log::Level::Debug, "http",
+                   peer_ + " " + request.identity.user + " " + request.method + " " + request.target + ": " +
+                       std::to_string(response.status) + ", " + std::to_string(response.body.size()) + " bytes");
+    }
+}
+
+std::string Connection::serialise(const Response& response, bool closeAfter) const {
+    std::string text;
+    text.reserve(response.body.size() + 512);
+    text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ").append(reasonOf(response.status));
+    text.append("\r\nDate: ").append(httpDate()).append("\r\n");
+    for (const auto& [name, value] : response.fields.all()) {
+        // A text from outside must not end the line it stands in.
+        text.append(name).append(": ").append(value, 0, value.find_first_of("\r\n")).append("\r\n");
+    }
+    if (closeAfter) {
+        text += "Connection: close\r\n";
+    } else if (reader_.request().version == 10) {
+        text += "Connection: keep-alive\r\n";
+    }
+    text.append("Content-Length: ").append(std::to_string(response.body.size())).append("\r\n\r\n");
+    if (reader_.request().method != "HEAD") {
+        text += response.body;
+    }
+    return text;
+}
+
+void Connection::onAnswered(bool closeAfter) {
+    if (output_.capacity() > KeptOutput) {
+        output_ = std::string();
+    }
+    if (closeAfter) {
+        return finish();
+    }
+    if (bodyUnread_) {
+        within(services_.settings.limits.body, [](Connection& self) { self.close(); });
+        return drain();
+    }
+    await(services_.settings.limits.idle);
+}
+
+void Connection::drain() {
+    switch (reader_.readBody(true)) {
+    case RequestReader::Progress::NeedMore:
+        return read(&Connection::drain);
+    case RequestReader::Progress::Failed:
+        return finish();
+    case RequestReader::Progress::Done:
+        return await(services_.settings.limits.idle);
+    }
+}
+
+void Connection::finish() {
+    within(services_.settings.limits.linger, [](Connection& self) { self.close(); });
+    stream_->finish([self = shared_from_this()](const error_code&, std::size_t) { self->close(); });
+}
+
+void Connection::read(void (Connection::*next)()) {
+    stream_->read(input_.data(), input_.size(),
+                  [self = shared_from_this(), next, reading = ++reading_](const error_code& error, std::size_t size) {
+                      if (self->phase_ == Phase::Closed || reading != self->reading_) {
+                          return;
+                      }
+                      if (error) {
+                          return self->close();
+                      }
+                      self->reader_.feed({self->input_.data(), size});
+                      ((*self).*next)();
+                  });
+}
+
+void Connection::within(Milliseconds limit, std::function<void(Connection&)> action) {
+    timer_.expires_after(limit);
+    timer_.async_wait(
+        [self = shared_from_this(), action = std::move(action), timing = ++timing_](const error_code& error) {
+            if (!error && timing == self->timing_) {
+                action(*self);
+            }
+        });
+}
+
+void Connection::relax() {
+    ++timing_;
+    timer_.cancel();
+}
+
+/// A time limit passed in the middle of something. A read that is still pending ends with the connection.
+void Connection::giveUp(const char* what) {
+    ++reading_;
+    services_.counters.timedOut();
+    log::write(log::Level::Info, "http", peer_ + ": took too long over the " + what);
+    const std::string_view phase = what;
+    if (phase == "head" || phase == "body") {
+        return fail(408, "the request took too long");
+    }
+    close();
+}
+
+} // namespace cimserver::http

@@ -1,0 +1,184 @@
+#include "cimserver/http/Policy.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include <algorithm>
+#include <array>
+
+namespace cimserver::http {
+namespace {
+
+/// The path of an origin-form or absolute-form target, without the query.
+std::string_view pathOf(std::string_view target) {
+    const auto scheme = target.find("://");
+    if (scheme != std::string_view::npos && scheme < target.find('/')) {
+        const auto slash = target.find('/', scheme + 3);
+        target = slash == std::string_view::npos ? "/" : target.substr(slash);
+    }
+    return target.substr(0, target.find('?'));
+}
+
+bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list) {
+    return std::find(list.begin(), list.end(), text) != list.end();
+}
+
+Response healthResponse() {
+    auto response = textResponse(200, "ok");
+    response.fields.add("Cache-Control", "no-cache");
+    return response;
+}
+
+/// What a CIM server tells of itself: the protocol and the groups of operations it offers.
+Response optionsResponse() {
+    Response response;
+    response.fields.add("Allow", "POST, M-POST, OPTIONS");
+    response.fields.add("Opt", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73");
+    response.fields.add("73-CIMProtocolVersion", "1.0");
+    response.fields.add("73-CIMSupportedFunctionalGroups",
+                        "basic-read, basic-write, instance-manipulation, association-traversal");
+    return response;
+}
+
+Response refuseMethod(const std::string& method, std::string_view allowed) {
+    if (!isOneOf(method, {"GET", "HEAD", "POST", "M-POST", "PUT", "DELETE", "PATCH", "TRACE", "CONNECT", "OPTIONS"})) {
+        return textResponse(501, "the method " + method.substr(0, 40) + " is not implemented");
+    }
+    auto response = textResponse(405, "the method " + method + " is not offered here");
+    response.fields.add("Allow", std::string(allowed));
+    return response;
+}
+
+std::string_view mediaTypeOf(std::string_view field) {
+    return trimmed(field.substr(0, field.find(';')));
+}
+
+bool isXml(std::string_view mediaType) {
+    return equalsIgnoringCase(mediaType, "application/xml") || equalsIgnoringCase(mediaType, "text/xml");
+}
+
+/// How closely a range of an Accept field names XML: 0 not at all, 1 all types, 2 a whole top type, 3 exactly.
+int closeness(std::string_view range) {
+    if (isXml(range)) {
+        return 3;
+    }
+    if (equalsIgnoringCase(range, "application/*") || equalsIgnoringCase(range, "text/*")) {
+        return 2;
+    }
+    return range == "*/*" || range == "*" ? 1 : 0;
+}
+
+bool qualityIsZero(std::string_view range) {
+    for (const auto parameter : split(range, ';')) {
+        if (equalsIgnoringCase(parameter.substr(0, 2), "q=")) {
+            return parameter.find_first_not_of("0.", 2) == std::string_view::npos;
+        }
+    }
+    return false;
+}
+
+std::optional<Response> refuseContent(const Request& request) {
+    const auto* type = request.fields.find("Content-Type");
+    if (type == nullptr || !isXml(mediaTypeOf(*type))) {
+        return textResponse(415, "the Content-Type must be application/xml or text/xml");
+    }
+    const auto* encoding = request.fields.find("Content-Encoding");
+    if (encoding != nullptr && !equalsIgnoringCase(*encoding, "identity")) {
+        return textResponse(415, "no Content-Encoding is offered");
+    }
+    const auto* accept = request.fields.find("Accept");
+    if (accept != nullptr && !acceptsXml(*accept)) {
+        return textResponse(406, "answers are application/xml, which the Accept field excludes");
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+std::string_view reasonOf(unsigned status) {
+    struct Reason {
+        unsigned status;
+        std::string_view text;
+    };
+    static constexpr std::array Reasons = {
+        Reason{200, "OK"},
+        Reason{400, "Bad Request"},
+        Reason{401, "Unauthorized"},
+        Reason{403, "Forbidden"},
+        Reason{404, "Not Found"},
+        Reason{405, "Method Not Allowed"},
+        Reason{406, "Not Acceptable"},
+        Reason{408, "Request Timeout"},
+        Reason{411, "Length Required"},
+        Reason{413, "Payload Too Large"},
+        Reason{414, "URI Too Long"},
+        Reason{415, "Unsupported Media Type"},
+        Reason{417, "Expectation Failed"},
+        Reason{431, "Request Header Fields Too Large"},
+        Reason{500, "Internal Server Error"},
+        Reason{501, "Not Implemented"},
+        Reason{503, "Service Unavailable"},
+        Reason{505, "HTTP Version Not Supported"},
+    };
+    const auto* const found = std::find_if(Reasons.begin(), Reasons.end(),
+                                           [status](const Reason& reason) { return reason.status == status; });
+    return found == Reasons.end() ? "Unknown" : found->text;
+}
+
+Response textResponse(unsigned status, std::string_view text) {
+    Response response;
+    response.status = status;
+    response.fields.add("Content-Type", "text/plain; charset=\"utf-8\"");
+    response.body = std::string(text) + "\n";
+    return response;
+}
+
+bool isHealthRequest(const Request& request) {
+    return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
+}
+
+bool acceptsXml(std::string_view accept) {
+    const auto ranges = split(accept, ',');
+    if (ranges.empty()) {
+        return true;
+    }
+    int best = 0;
+    bool excluded = false;
+    for (const auto range : ranges) {
+        const int close = closeness(mediaTypeOf(range));
+        const bool zero = qualityIsZero(range);
+        // Of equally close ranges one that accepts is enough: the other XML type may be the excluded one.
+        excluded = close > best ? zero : (close == best ? excluded && zero : excluded);
+        best = std::max(best, close);
+    }
+    return best > 0 && !excluded;
+}
+
+std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits) {
+    const auto path = pathOf(request.target);
+    if (path == "/health") {
+        return isHealthRequest(request) ? healthResponse() : refuseMethod(request.method, "GET, HEAD");
+    }
+    const bool options = request.method == "OPTIONS";
+    if (!isOneOf(path, {"/cimom", "/"}) && !(options && path == "*")) {
+        return textResponse(404, "nothing is served here; the path is /cimom");
+    }
+    if (options) {
+        return optionsResponse();
+    }
+    if (request.method != "POST" && request.method != "M-POST") {
+        return refuseMethod(request.method, "POST, M-POST, OPTIONS");
+    }
+    if (!framing.chunked && !framing.contentLength) {
+        return textResponse(411, "a Content-Length is needed");
+    }
+    if (framing.contentLength.value_or(0) > limits.bodyBytes) {
+        return textResponse(413, "the request body is larger than " + std::to_string(limits.bodyBytes) + " bytes");
+    }
+    const auto* expect = request.fields.find("Expect");
+    if (expect != nullptr && !equalsIgnoringCase(*expect, "100-continue")) {
+        return textResponse(417, "the only expectation offered is 100-continue");
+    }
+    return refuseContent(request);
+}
+
+} // namespace cimserver::http

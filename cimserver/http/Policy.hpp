@@ -1,0 +1,30 @@
+// Which requests are handed on: decided from the head alone, before a body is read.
+#ifndef CIMSERVER_HTTP_POLICY_HPP
+#define CIMSERVER_HTTP_POLICY_HPP
+
+#include "cimserver/http/Message.hpp"
+#include "cimserver/http/RequestReader.hpp"
+
+#include <optional>
+
+namespace cimserver::http {
+
+/// A plain text answer of that status.
+Response textResponse(unsigned status, std::string_view text);
+
+/// The reason phrase, "Unknown" for a status this server does not use.
+std::string_view reasonOf(unsigned status);
+
+/// True for the health request, which needs no authentication.
+bool isHealthRequest(const Request& request);
+
+/// The transport's own answers: health, OPTIONS, and every refusal (404, 405, 501, 411, 413, 415, 406, 417). Nothing
+/// when the request is one for the handler.
+std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits);
+
+/// False when an Accept field excludes both application/xml and text/xml.
+bool acceptsXml(std::string_view accept);
+
+} // namespace cimserver::http
+
+#endif

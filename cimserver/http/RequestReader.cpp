@@ -1,0 +1,169 @@
+#include "cimserver/http/RequestReader.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include <boost/beast/http/parser.hpp>
+#include <boost/beast/http/string_body.hpp>
+
+#include <limits>
+
+namespace cimserver::http {
+
+namespace beast = boost::beast;
+
+struct RequestReader::Parser {
+    std::optional<beast::http::request_parser<beast::http::string_body>> now;
+    bool headDone = false;
+};
+
+namespace {
+
+/// The status for what the parser found wrong.
+unsigned statusOf(const beast::error_code& error, std::string_view head) {
+    if (error == beast::http::error::header_limit) {
+        return head.find('\n') == std::string_view::npos ? 414 : 431;
+    }
+    if (error == beast::http::error::body_limit) {
+        return 413;
+    }
+    if (error == beast::http::error::bad_version) {
+        return 505;
+    }
+    return 400;
+}
+
+std::string textOf(unsigned status, const beast::error_code& error) {
+    switch (status) {
+    case 413:
+        return "the request body is too large";
+    case 414:
+        return "the request line is too long";
+    case 431:
+        return "the request head is too large";
+    case 505:
+        return "the HTTP version is not supported";
+    default:
+        return "not a well-formed HTTP request: " + error.message();
+    }
+}
+
+} // namespace
+
+RequestReader::RequestReader(const Limits& limits) : limits_(limits), parser_(std::make_unique<Parser>()) {
+    reset();
+}
+
+RequestReader::~RequestReader() = default;
+
+void RequestReader::reset() {
+    request_ = Request();
+    framing_ = Framing();
+    authorization_.reset();
+    parser_->headDone = false;
+    auto& parser = parser_->now.emplace();
+    parser.header_limit(static_cast<std::uint32_t>(limits_.headBytes));
+    // The announced length is judged by the caller, before the body is read.
+    parser.body_limit(std::numeric_limits<std::uint64_t>::max());
+}
+
+bool RequestReader::hasInput() {
+    buffer_.erase(0, buffer_.find_first_not_of("\r\n"));
+    return !buffer_.empty();
+}
+
+RequestReader::Progress RequestReader::readHead() {
+    auto& parser = *parser_->now;
+    beast::error_code error;
+    const auto used = parser.put(boost::asio::buffer(buffer_), error);
+    if (error && error != beast::http::error::need_more) {
+        const auto status = statusOf(error, buffer_);
+        return fail(status, textOf(status, error));
+    }
+    buffer_.erase(0, used);
+    if (!parser.is_header_done()) {
+        return Progress::NeedMore;
+    }
+    takeHead();
+    return checkFraming();
+}
+
+void RequestReader::takeHead() {
+    auto& parser = *parser_->now;
+    auto& message = parser.get();
+    request_.method = std::string(message.method_string());
+    request_.target = std::string(message.target());
+    request_.version = message.version();
+    for (const auto& field : message) {
+        if (field.name() == beast::http::field::authorization) {
+            authorization_.emplace(field.value());
+        } else {
+            request_.fields.add(std::string(field.name_string()), std::string(field.value()));
+        }
+    }
+    framing_.keepAlive = parser.keep_alive();
+    framing_.chunked = parser.chunked();
+    if (const auto length = parser.content_length()) {
+        framing_.contentLength = *length;
+    }
+    framing_.expectsContinue =
+        message.version() >= 11 && beast::iequals(message[beast::http::field::expect], "100-continue");
+    parser_->headDone = true;
+    parser.body_limit(limits_.bodyBytes);
+    parser.eager(true);
+}
+
+/// Two readings of where a request ends are how requests are smuggled past a proxy: only one is accepted.
+RequestReader::Progress RequestReader::checkFraming() {
+    const auto& message = parser_->now->get();
+    if (message.version() != 10 && message.version() != 11) {
+        return fail(505, "the HTTP version is not supported");
+    }
+    const auto lengths = message.count(beast::http::field::content_length);
+    const auto encodings = message.count(beast::http::field::transfer_encoding);
+    if (lengths + encodings > 1 || message[beast::http::field::content_length].find(',') != beast::string_view::npos) {
+        return fail(400, "more than one Content-Length or Transfer-Encoding");
+    }
+    if (encodings == 1 && !beast::iequals(message[beast::http::field::transfer_encoding], "chunked")) {
+        return fail(501, "the only Transfer-Encoding offered is chunked");
+    }
+    if (framing_.chunked && message.version() == 10) {
+        return fail(400, "HTTP/1.0 has no Transfer-Encoding");
+    }
+    return Progress::Done;
+}
+
+RequestReader::Progress RequestReader::readBody(bool discard) {
+    auto& parser = *parser_->now;
+    beast::error_code error;
+    // One call takes one element of the framing (a chunk's head, a piece of its data) when it is not eager enough.
+    while (!parser.is_done() && !buffer_.empty()) {
+        const auto used = parser.put(boost::asio::buffer(buffer_), error);
+        buffer_.erase(0, used);
+        if (error == beast::http::error::need_more) {
+            break;
+        }
+        if (error) {
+            const auto status = statusOf(error, buffer_);
+            return fail(status, textOf(status, error));
+        }
+    }
+    if (discard) {
+        parser.get().body().clear();
+    }
+    if (parser.is_done()) {
+        request_.body = std::move(parser.get().body());
+        return Progress::Done;
+    }
+    // What the parser leaves lying is a line of the chunk framing without an end.
+    if (buffer_.size() > limits_.headBytes) {
+        return fail(400, "a line of the chunked body is too long");
+    }
+    return Progress::NeedMore;
+}
+
+RequestReader::Progress RequestReader::fail(unsigned status, std::string text) {
+    error_ = {status, std::move(text)};
+    return Progress::Failed;
+}
+
+} // namespace cimserver::http

@@ -1,0 +1,50 @@
+// The HTTP server: listens, reads requests, checks who sends them, has the handler answer, writes the answers.
+//
+// Threads: one does all input and output, so a slow client costs nothing but its socket; `workers` run the handler, so
+// a slow provider does not stop input and output; one hashes passwords, which is slow on purpose.
+#ifndef CIMSERVER_HTTP_SERVER_HPP
+#define CIMSERVER_HTTP_SERVER_HPP
+
+#include "cimserver/http/Message.hpp"
+#include "cimserver/http/Settings.hpp"
+
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace cimserver::http {
+
+/// An address that cannot be listened on; the text names it.
+class ListenError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+class Server {
+  public:
+    /// Loads the TLS files and the user file; throws std::runtime_error naming what does not do.
+    Server(Settings settings, Handler handler);
+    /// Stops at once if stop() was not called.
+    ~Server();
+    Server(const Server&) = delete;
+    Server& operator=(const Server&) = delete;
+
+    /// Binds all listeners and serves from then on. Returns them with the ports really bound. Throws ListenError.
+    std::vector<Listener> start();
+    /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
+    /// not: their handlers still run, and the process should end without tearing anything down.
+    bool stop(Milliseconds grace);
+    /// Loads TLS files and user file anew. What does not do is logged, and the old one stays.
+    void reload();
+    /// Counters as one line of text.
+    std::string statistics() const;
+
+  private:
+    struct Core;
+    std::shared_ptr<Core> core_;
+};
+
+} // namespace cimserver::http
+
+#endif

@@ -1,0 +1,76 @@
+#include "cimserver/http/Tls.hpp"
+
+#include <boost/asio/error.hpp>
+#include <openssl/ssl.h>
+#include <openssl/x509v3.h>
+
+#include <stdexcept>
+
+namespace cimserver::http {
+
+namespace ssl = boost::asio::ssl;
+using boost::system::error_code;
+
+namespace {
+
+constexpr const char* Ciphers12 = "ECDHE+AESGCM:ECDHE+CHACHA20:ECDHE+AES";
+
+void check(const error_code& error, const char* what, const std::string& file) {
+    if (error) {
+        throw std::runtime_error(std::string(what) + " " + file + ": " + error.message());
+    }
+}
+
+void setClientCertificates(ssl::context& context, const TlsSettings& settings) {
+    error_code error;
+    context.load_verify_file(settings.clientCaFile, error);
+    check(error, "cannot use the file of client certificate authorities", settings.clientCaFile);
+    // The names in the request help a client with several certificates to choose.
+    SSL_CTX_set_client_CA_list(context.native_handle(), SSL_load_client_CA_file(settings.clientCaFile.c_str()));
+    const bool required = settings.clientCertificates == ClientCertificates::Required;
+    context.set_verify_mode(ssl::verify_peer | (required ? ssl::verify_fail_if_no_peer_cert : 0), error);
+    check(error, "cannot ask for client certificates by", settings.clientCaFile);
+}
+
+} // namespace
+
+std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
+    auto context = std::make_shared<ssl::context>(ssl::context::tls_server);
+    auto* native = context->native_handle();
+    SSL_CTX_set_min_proto_version(native, TLS1_2_VERSION);
+    SSL_CTX_set_options(native, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION | SSL_OP_CIPHER_SERVER_PREFERENCE);
+    SSL_CTX_set_cipher_list(native, Ciphers12);
+    // Resumed sessions would skip the check of the client certificate against a reloaded file.
+    SSL_CTX_set_session_cache_mode(native, SSL_SESS_CACHE_OFF);
+    SSL_CTX_set_num_tickets(native, 0);
+    SSL_CTX_set_options(native, SSL_OP_NO_TICKET);
+    // An encrypted key fails instead of asking at a terminal nobody sees.
+    context->set_password_callback([](std::size_t, ssl::context::password_purpose) { return std::string(); });
+    error_code error;
+    context->use_certificate_chain_file(settings.certificateFile, error);
+    check(error, "cannot use the TLS certificate", settings.certificateFile);
+    context->use_private_key_file(settings.keyFile, ssl::context::pem, error);
+    check(error, "cannot use the TLS key", settings.keyFile);
+    if (SSL_CTX_check_private_key(native) != 1) {
+        throw std::runtime_error("the TLS key " + settings.keyFile + " does not belong to the certificate " +
+                                 settings.certificateFile);
+    }
+    if (settings.clientCertificates != ClientCertificates::None) {
+        setClientCertificates(*context, settings);
+    }
+    return context;
+}
+
+std::string verifiedCommonName(SSL* connection) {
+    const std::unique_ptr<X509, void (*)(X509*)> certificate(SSL_get1_peer_certificate(connection), X509_free);
+    if (!certificate || SSL_get_verify_result(connection) != X509_V_OK) {
+        return {};
+    }
+    char name[256];
+    const int length =
+        X509_NAME_get_text_by_NID(X509_get_subject_name(certificate.get()), NID_commonName, name, sizeof name);
+    const std::string result(name, length > 0 ? static_cast<std::size_t>(length) : 0);
+    return result.find('\0') == std::string::npos ? result : std::string();
+}
+
+} // namespace cimserver::http

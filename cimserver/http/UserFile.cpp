@@ -1,0 +1,193 @@
+#include "cimserver/http/UserFile.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include <crypt.h>
+#include <fcntl.h>
+#include <openssl/crypto.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+
+namespace cimserver::http {
+namespace {
+
+constexpr std::size_t MaxFileBytes = std::size_t{1024} * 1024;
+constexpr const char* NewHashPrefix = "$y$";
+
+[[noreturn]] void fail(const std::string& where, const std::string& why) {
+    throw std::runtime_error(where + ": " + why);
+}
+
+std::string errnoText() {
+    return std::strerror(errno);
+}
+
+User parseLine(std::string_view line, const std::string& where) {
+    const auto first = line.find(':');
+    if (first == 0 || first == std::string_view::npos) {
+        fail(where, "expected NAME:HASH or NAME:HASH:ROLE");
+    }
+    const auto second = line.find(':', first + 1);
+    const auto role = second == std::string_view::npos ? "read" : line.substr(second + 1);
+    if (role != "read" && role != "write") {
+        fail(where, "the role is 'read' or 'write'");
+    }
+    User user{std::string(line.substr(0, first)), std::string(line.substr(first + 1, second - first - 1)),
+              role == "write"};
+    if (user.hash != "*" && crypt_checksalt(user.hash.c_str()) == CRYPT_SALT_INVALID) {
+        fail(where, "the hash of user '" + user.name + "' is in no format this system knows");
+    }
+    return user;
+}
+
+/// The hash of the password in the manner of `setting`; empty when the system cannot.
+std::string hashLike(const std::string& password, const std::string& setting) {
+    auto data = std::make_unique<crypt_data>();
+    const char* hash = crypt_r(password.c_str(), setting.c_str(), data.get());
+    std::string result = hash != nullptr && hash[0] != '*' ? hash : "";
+    OPENSSL_cleanse(data.get(), sizeof *data);
+    return result;
+}
+
+void writeWhole(int fd, const std::string& text, const std::string& file) {
+    for (std::size_t done = 0; done < text.size();) {
+        const auto written = ::write(fd, text.data() + done, text.size() - done);
+        if (written < 0 && errno != EINTR) {
+            fail(file, "cannot write: " + errnoText());
+        }
+        done += written > 0 ? static_cast<std::size_t>(written) : 0;
+    }
+}
+
+/// The new file takes over who may read the old one.
+void takeOverOwner(int fd, const std::string& file) {
+    struct stat old {};
+    if (::stat(file.c_str(), &old) == 0 &&
+        (::fchown(fd, old.st_uid, old.st_gid) != 0 || ::fchmod(fd, old.st_mode & 0777U) != 0)) {
+        fail(file, "cannot keep the owner and mode: " + errnoText());
+    }
+}
+
+} // namespace
+
+UserFile UserFile::load(const std::filesystem::path& file) {
+    std::ifstream in(file, std::ios::binary);
+    std::string text(MaxFileBytes + 1, '\0');
+    if (!in.is_open() || (in.read(text.data(), static_cast<std::streamsize>(text.size())), in.bad())) {
+        fail(file.string(), "cannot read the user file: " + errnoText());
+    }
+    text.resize(static_cast<std::size_t>(in.gcount()));
+    if (text.size() > MaxFileBytes) {
+        fail(file.string(), "the user file is larger than 1 MiB");
+    }
+    return parse(text, file.string());
+}
+
+UserFile UserFile::parse(std::string_view text, const std::string& name) {
+    UserFile result;
+    std::istringstream lines{std::string(text)};
+    std::string line;
+    for (unsigned number = 1; std::getline(lines, line); ++number) {
+        const auto where = name + ":" + std::to_string(number);
+        if (trimmed(line).empty() || line[0] == '#') {
+            continue;
+        }
+        if (line.find('\0') != std::string::npos) {
+            fail(where, "a zero byte");
+        }
+        auto user = parseLine(trimmed(line), where);
+        if (result.find(user.name) != nullptr) {
+            fail(where, "the user '" + user.name + "' occurs twice");
+        }
+        result.users_.push_back(std::move(user));
+    }
+    return result;
+}
+
+const User* UserFile::find(std::string_view name) const {
+    const auto found =
+        std::find_if(users_.begin(), users_.end(), [name](const User& user) { return user.name == name; });
+    return found == users_.end() ? nullptr : &*found;
+}
+
+/// Always the same existing user for an unknown name: repeating the question gives the same time.
+const User& UserFile::standIn(const std::string& name) const {
+    static const User nobody{"", hashPassword("nobody's"), false};
+    return users_.empty() ? nobody : users_[std::hash<std::string>()(name) % users_.size()];
+}
+
+const User* UserFile::verify(const std::string& name, const std::string& password) const {
+    const User* user = find(name);
+    const auto& hash = (user != nullptr ? *user : standIn(name)).hash;
+    const auto given = hashLike(password, hash);
+    const bool same = given.size() == hash.size() && CRYPTO_memcmp(given.data(), hash.data(), hash.size()) == 0;
+    // A zero byte would end the password early for crypt.
+    const bool whole = !password.empty() && password.find('\0') == std::string::npos;
+    return user != nullptr && same && whole ? user : nullptr;
+}
+
+void UserFile::set(User user) {
+    const bool control = std::any_of(user.name.begin(), user.name.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
+    if (user.name.empty() || user.name.size() > 255 || control || user.name[0] == '#' ||
+        user.name.find(':') != std::string::npos || trimmed(user.name) != user.name) {
+        throw std::invalid_argument("'" + user.name +
+                                    "' cannot be a user name: it must not be empty, start with '#', "
+                                    "hold ':' or control characters, or begin or end with a blank");
+    }
+    remove(user.name);
+    users_.push_back(std::move(user));
+}
+
+bool UserFile::remove(std::string_view name) {
+    const auto old = users_.size();
+    users_.erase(std::remove_if(users_.begin(), users_.end(), [name](const User& user) { return user.name == name; }),
+                 users_.end());
+    return users_.size() != old;
+}
+
+void UserFile::save(const std::filesystem::path& file) const {
+    std::string text;
+    for (const auto& user : users_) {
+        text += user.name + ":" + user.hash + ":" + (user.mayWrite ? "write" : "read") + "\n";
+    }
+    auto temporary = file.string() + ".XXXXXX";
+    const int fd = ::mkstemp(temporary.data());
+    if (fd < 0) {
+        fail(file.string(), "cannot create a file beside it: " + errnoText());
+    }
+    const std::unique_ptr<const int, void (*)(const int*)> closer(&fd, [](const int* open) { ::close(*open); });
+    try {
+        takeOverOwner(fd, file.string());
+        writeWhole(fd, text, file.string());
+        if (::fsync(fd) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
+            fail(file.string(), "cannot replace it: " + errnoText());
+        }
+    } catch (...) {
+        ::unlink(temporary.c_str());
+        throw;
+    }
+}
+
+std::string hashPassword(const std::string& password) {
+    char setting[CRYPT_GENSALT_OUTPUT_SIZE];
+    if (crypt_gensalt_rn(NewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
+        throw std::runtime_error("cannot make a salt: " + errnoText());
+    }
+    auto hash = hashLike(password, setting);
+    if (hash.empty()) {
+        throw std::runtime_error("the system cannot hash with yescrypt");
+    }
+    return hash;
+}
+
+} // namespace cimserver::http

@@ -1,0 +1,54 @@
+// The users of the server: a text file with one line a user, NAME:HASH[:ROLE], written by cimserver-passwd.
+// HASH is in any format of crypt(5), or "*" for a user who only comes with a client certificate. ROLE is "read" (when
+// left out) or "write". Empty lines and lines that start with '#' are skipped.
+#ifndef CIMSERVER_HTTP_USERFILE_HPP
+#define CIMSERVER_HTTP_USERFILE_HPP
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cimserver::http {
+
+struct User {
+    std::string name;
+    std::string hash;
+    bool mayWrite = false;
+};
+
+class UserFile {
+  public:
+    /// Throws std::runtime_error "FILE:LINE: text" or "FILE: text"; sizes are bounded.
+    static UserFile load(const std::filesystem::path& file);
+    static UserFile parse(std::string_view text, const std::string& name);
+
+    /// Null when there is none.
+    const User* find(std::string_view name) const;
+    bool empty() const { return users_.empty(); }
+
+    /// The user when the password is right, else null. Slow by design. Hashes also for an unknown name, with the cost
+    /// of an existing user's hash, so that the time does not tell which names exist.
+    const User* verify(const std::string& name, const std::string& password) const;
+
+    /// Adds the user or replaces the one of that name. Throws std::invalid_argument for a name that cannot stand in the
+    /// file.
+    void set(User user);
+    /// False when there was none.
+    bool remove(std::string_view name);
+    /// Replaces the file as a whole, keeping its owner and mode; a new one is readable by its owner alone. Comments are
+    /// not kept. Throws std::runtime_error.
+    void save(const std::filesystem::path& file) const;
+
+  private:
+    const User& standIn(const std::string& name) const;
+
+    std::vector<User> users_;
+};
+
+/// Hashes a new password with yescrypt and a fresh salt. Throws std::runtime_error when the system cannot.
+std::string hashPassword(const std::string& password);
+
+} // namespace cimserver::http
+
+#endif
