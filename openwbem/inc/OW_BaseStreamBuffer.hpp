@@ -1,0 +1,41 @@
+// Base of the stream buffers that stand before a device.
+
+#ifndef OW_BASE_STREAM_BUFFER_HPP_INCLUDE_GUARD_
+#define OW_BASE_STREAM_BUFFER_HPP_INCLUDE_GUARD_
+
+#include "OW_config.h"
+#include <cstddef>
+#include <streambuf>
+#include <vector>
+
+namespace OpenWBEM {
+
+/// Buffers what is read from and written to a device that a derived class implements.
+class OW_VISIBILITY_DEFAULT OW_COMMON_API BaseStreamBuffer : public std::streambuf {
+  public:
+    /// bufferSize in bytes, at least 1, for each direction.
+    explicit BaseStreamBuffer(size_t bufferSize = 4096);
+    virtual ~BaseStreamBuffer();
+
+  protected:
+    virtual int_type overflow(int_type c);
+    virtual int sync();
+    virtual int_type underflow();
+
+    /// Reads up to size bytes and returns how many; 0 at the end. By default there is nothing to read.
+    virtual size_t readDevice(char* buffer, size_t size);
+    /// Writes all bytes; false if that fails. By default nothing can be written. A derived class flushes in its
+    /// destructor.
+    virtual bool writeDevice(const char* buffer, size_t size);
+
+  private:
+    BaseStreamBuffer(const BaseStreamBuffer&);
+    BaseStreamBuffer& operator=(const BaseStreamBuffer&);
+
+    std::vector<char> m_input;
+    std::vector<char> m_output;
+};
+
+} // namespace OpenWBEM
+
+#endif

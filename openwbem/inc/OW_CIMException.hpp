@@ -1,0 +1,65 @@
+// The exception that carries a CIM status code to the client.
+
+#ifndef OW_CIM_EXCEPTION_HPP_INCLUDE_GUARD_
+#define OW_CIM_EXCEPTION_HPP_INCLUDE_GUARD_
+
+#include "OW_Exception.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// The one exception that a provider should let out: its code and its message reach the client.
+class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
+  public:
+    /// The status codes of CIM operations over HTTP.
+    enum ErrNoType {
+        SUCCESS = 0,
+        FAILED = 1,
+        ACCESS_DENIED = 2,
+        INVALID_NAMESPACE = 3,
+        INVALID_PARAMETER = 4,
+        INVALID_CLASS = 5,
+        NOT_FOUND = 6,
+        NOT_SUPPORTED = 7,
+        CLASS_HAS_CHILDREN = 8,
+        CLASS_HAS_INSTANCES = 9,
+        INVALID_SUPERCLASS = 10,
+        ALREADY_EXISTS = 11,
+        NO_SUCH_PROPERTY = 12,
+        TYPE_MISMATCH = 13,
+        QUERY_LANGUAGE_NOT_SUPPORTED = 14,
+        INVALID_QUERY = 15,
+        METHOD_NOT_AVAILABLE = 16,
+        METHOD_NOT_FOUND = 17
+    };
+
+    /// file and msg are copied and may be null; other is cloned and may be null.
+    CIMException(const char* file, int line, ErrNoType errval, const char* msg = 0, const Exception* other = 0);
+    CIMException(const CIMException& e) noexcept;
+    CIMException& operator=(const CIMException& rhs) noexcept;
+    virtual ~CIMException() noexcept;
+    void swap(CIMException& x) noexcept;
+
+    virtual const char* type() const;
+    virtual CIMException* clone() const noexcept;
+    /// The code; may lie outside of the enumerators.
+    ErrNoType getErrNo() const;
+    /// Has no effect on the text once getMessage() was called.
+    void setErrNo(ErrNoType e);
+    /// The text of the code, then the message in brackets. Without a message, or when the message itself begins with
+    /// the text of the code, only that one. The text is made on the first call and kept.
+    virtual const char* getMessage() const;
+
+  private:
+    mutable std::shared_ptr<const char> m_longText; // null until getMessage()
+};
+
+} // namespace OpenWBEM
+
+#define OW_THROWCIM(errval) throw CIMException(__FILE__, __LINE__, (errval))
+/// msg is a const char*, which is copied.
+#define OW_THROWCIMMSG(errval, msg) throw CIMException(__FILE__, __LINE__, (errval), (msg))
+/// subex points to the cause, which is cloned.
+#define OW_THROWCIM_SUBEX(errval, msg, subex) throw CIMException(__FILE__, __LINE__, (errval), (msg), (subex))
+
+#endif

@@ -1,0 +1,50 @@
+// Interface of a C++ provider for associations.
+
+#ifndef OW_CPP_ASSOCIATOR_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_ASSOCIATOR_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_AssociatorProviderInfo.hpp"
+#include "OW_CppInstanceProviderIFC.hpp"
+#include "OW_ResultHandlerIFC.hpp"
+#include "OW_SharedLibraryReference.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Serves association classes, whose instances it also provides. Empty class names and roles do not restrict; the
+/// provider itself applies the others. Whether objectName exists has not been checked. Calls may come from several
+/// threads at once.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppAssociatorProviderIFC : public virtual CppInstanceProviderIFC {
+  public:
+    virtual ~CppAssociatorProviderIFC();
+    /// Reports the association classes; by default none, then the Provider qualifiers of the schema decide.
+    virtual void getAssociatorProviderInfo(AssociatorProviderInfo& info);
+    /// Hands the objects that assocClass associates with objectName to result.
+    virtual void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result,
+                             const String& ns, const CIMObjectPath& objectName, const String& assocClass,
+                             const String& resultClass, const String& role, const String& resultRole,
+                             WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                             WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
+                             const StringArray* propertyList) = 0;
+    /// Hands the paths of the same objects to result.
+    virtual void associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
+                                 const String& ns, const CIMObjectPath& objectName, const String& assocClass,
+                                 const String& resultClass, const String& role, const String& resultRole) = 0;
+    /// Hands the instances of association class resultClass that refer to objectName to result.
+    virtual void references(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
+                            const CIMObjectPath& objectName, const String& resultClass, const String& role,
+                            WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                            WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList) = 0;
+    /// Hands the paths of the same instances to result.
+    virtual void referenceNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
+                                const String& ns, const CIMObjectPath& objectName, const String& resultClass,
+                                const String& role) = 0;
+    /// This object.
+    virtual CppAssociatorProviderIFC* getAssociatorProvider();
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppAssociatorProviderIFC>> CppAssociatorProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

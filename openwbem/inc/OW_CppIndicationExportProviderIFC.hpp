@@ -1,0 +1,31 @@
+// Interface of a C++ provider that delivers indications.
+
+#ifndef OW_CPP_INDICATION_EXPORT_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_INDICATION_EXPORT_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_Array.hpp"
+#include "OW_CppProviderBaseIFC.hpp"
+#include "OW_SharedLibraryReference.hpp"
+#include "OW_String.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Delivers indications to the handlers of certain classes.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationExportProviderIFC : public virtual CppProviderBaseIFC {
+  public:
+    virtual ~CppIndicationExportProviderIFC();
+    /// Names of the handler classes that it serves.
+    virtual StringArray getHandlerClassNames() = 0;
+    /// Delivers the indication to the handler.
+    virtual void exportIndication(const ProviderEnvironmentIFCRef& env, const String& ns,
+                                  const CIMInstance& indicationHandler, const CIMInstance& indication) = 0;
+    /// This object.
+    virtual CppIndicationExportProviderIFC* getIndicationExportProvider();
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppIndicationExportProviderIFC>> CppIndicationExportProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

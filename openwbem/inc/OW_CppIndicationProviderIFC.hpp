@@ -1,0 +1,40 @@
+// Interface of a C++ provider that sends indications.
+
+#ifndef OW_CPP_INDICATION_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_INDICATION_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_CppProviderBaseIFC.hpp"
+#include "OW_IndicationProviderInfo.hpp"
+#include "OW_SharedLibraryReference.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Is told which indications are subscribed to. filter is the text of the query, eventType the indication class.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public virtual CppProviderBaseIFC {
+  public:
+    virtual ~CppIndicationProviderIFC();
+    /// Reports the indication classes.
+    virtual void getIndicationProviderInfo(IndicationProviderInfo& info);
+    /// Called for each new subscription; firstActivation tells whether it is the first that matches the provider.
+    virtual void activateFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
+                                const String& nameSpace, const StringArray& classes, bool firstActivation) = 0;
+    /// Called for each subscription that ends; lastActivation tells whether it was the last one.
+    virtual void deActivateFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
+                                  const String& nameSpace, const StringArray& classes, bool lastActivation) = 0;
+    /// Throws ACCESS_DENIED if owner may not subscribe. By default everyone may.
+    virtual void authorizeFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
+                                 const String& nameSpace, const StringArray& classes, const String& owner);
+    /// Seconds between the object manager's own looks for changes of instances; 0, the default, if the provider sends
+    /// all.
+    virtual int mustPoll(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
+                         const String& nameSpace, const StringArray& classes);
+    /// This object.
+    virtual CppIndicationProviderIFC* getIndicationProvider();
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppIndicationProviderIFC>> CppIndicationProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

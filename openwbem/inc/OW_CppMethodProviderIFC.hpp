@@ -1,0 +1,32 @@
+// Interface of a C++ provider for methods.
+
+#ifndef OW_CPP_METHOD_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_METHOD_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_CppProviderBaseIFC.hpp"
+#include "OW_MethodProviderInfo.hpp"
+#include "OW_SharedLibraryReference.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Serves the methods of its classes. Calls are exclusive.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virtual CppProviderBaseIFC {
+  public:
+    virtual ~CppMethodProviderIFC();
+    /// Reports classes and methods; by default none, then the Provider qualifiers of the schema decide.
+    virtual void getMethodProviderInfo(MethodProviderInfo& info);
+    /// Invokes the method and returns its return value, which may be null. in holds all input parameters in the order
+    /// of the class, null valued where the client sent none; out comes with all output parameters, named and null
+    /// valued, to be set. methodName and the names in path are spelled as by the client.
+    virtual CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
+                                  const String& methodName, const CIMParamValueArray& in, CIMParamValueArray& out) = 0;
+    /// This object.
+    virtual CppMethodProviderIFC* getMethodProvider();
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppMethodProviderIFC>> CppMethodProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,28 @@
+// Interface of a C++ provider that is called at intervals.
+
+#ifndef OW_CPP_POLLED_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_POLLED_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_CppProviderBaseIFC.hpp"
+#include "OW_SharedLibraryReference.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Is called by the object manager at intervals of its own choice.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppPolledProviderIFC : public virtual CppProviderBaseIFC {
+  public:
+    virtual ~CppPolledProviderIFC();
+    /// Seconds from the start of the object manager to the first poll(); 0 for never.
+    virtual Int32 getInitialPollingInterval(const ProviderEnvironmentIFCRef& env) = 0;
+    /// Does the work and returns the seconds until the next call: 0 for no more calls, -1 for the same interval again.
+    virtual Int32 poll(const ProviderEnvironmentIFCRef& env) = 0;
+    /// This object.
+    virtual CppPolledProviderIFC* getPolledProvider();
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppPolledProviderIFC>> CppPolledProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,43 @@
+// Interface of a C++ provider that answers all reads from one function.
+
+#ifndef OW_CPP_SIMPLE_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#define OW_CPP_SIMPLE_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_CppReadOnlyInstanceProviderIFC.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Names, instances and single instances all come out of doSimpleEnumInstances(). Changes are refused unless
+/// overridden.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC
+    : public virtual CppReadOnlyInstanceProviderIFC {
+  public:
+    virtual ~CppSimpleInstanceProviderIFC();
+    enum EPropertiesFlag { E_ALL_PROPERTIES, E_KEY_PROPERTIES_ONLY };
+
+    virtual void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                                   CIMObjectPathResultHandlerIFC& result, const CIMClass& cimClass);
+    virtual void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                               CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag localOnly,
+                               WBEMFlags::EDeepFlag deep, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                               WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
+                               const CIMClass& requestedClass, const CIMClass& cimClass);
+    virtual CIMInstance getInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
+                                    const CIMObjectPath& instanceName, WBEMFlags::ELocalOnlyFlag localOnly,
+                                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
+                                    const StringArray* propertyList, const CIMClass& cimClass);
+
+  protected:
+    /// Hands all instances of cimClass to result, keys included. Others than the key properties are needed with
+    /// E_ALL_PROPERTIES only. The results are cut down to what the client wants by the caller.
+    virtual void doSimpleEnumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMClass& cimClass,
+                                       CIMInstanceResultHandlerIFC& result, EPropertiesFlag propertiesFlag) = 0;
+};
+
+typedef SharedLibraryReference<IntrusiveReference<CppSimpleInstanceProviderIFC>> CppSimpleInstanceProviderIFCRef;
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,40 @@
+// Base of the objects that IntrusiveReference counts.
+
+#ifndef OW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
+#define OW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
+
+#include "OW_RefCount.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Carries the number of references. A new object, also one made by copying, has none; assignment leaves the number
+/// alone. The object must have been made with new: releasing the last reference deletes it.
+class OW_VISIBILITY_DEFAULT OW_COMMON_API IntrusiveCountableBase {
+  protected:
+    IntrusiveCountableBase() {}
+    IntrusiveCountableBase(const IntrusiveCountableBase&) {}
+    IntrusiveCountableBase& operator=(const IntrusiveCountableBase&) { return *this; }
+    virtual ~IntrusiveCountableBase();
+
+  private:
+    mutable RefCount m_usecount;
+    friend void IntrusiveReferenceAddRef(const IntrusiveCountableBase* p);
+    friend void IntrusiveReferenceRelease(const IntrusiveCountableBase* p);
+};
+
+/// Adds a reference to the object; p is not null.
+inline void IntrusiveReferenceAddRef(const IntrusiveCountableBase* p) {
+    p->m_usecount.inc();
+}
+
+/// Takes a reference away from the object and deletes it with the last one; p is not null.
+inline void IntrusiveReferenceRelease(const IntrusiveCountableBase* p) {
+    if (p->m_usecount.decAndTest()) {
+        delete p;
+    }
+}
+
+} // namespace OpenWBEM
+
+#endif

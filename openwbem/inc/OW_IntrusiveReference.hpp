@@ -1,0 +1,140 @@
+// Counted pointer to objects that carry their own count.
+
+#ifndef OW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
+#define OW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
+
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Shares ownership of a T. Works with every T for which IntrusiveReferenceAddRef(T*) and IntrusiveReferenceRelease(T*)
+/// are found by argument-dependent lookup, first of all with what derives from IntrusiveCountableBase.
+/// Different references to one object may be used by different threads at once; one reference may not.
+/// Dereferencing a null reference is undefined.
+template <class T>
+class IntrusiveReference {
+  private:
+    T* m_pObj;
+
+  public:
+    typedef T element_type;
+    typedef T* IntrusiveReference::*safe_bool;
+
+    /// A null reference.
+    IntrusiveReference() : m_pObj(0) {}
+    /// Refers to p, which may be null. With addRef false it takes over a count that p already carries.
+    IntrusiveReference(T* p, bool addRef = true) : m_pObj(p) {
+        if (m_pObj && addRef) {
+            IntrusiveReferenceAddRef(m_pObj);
+        }
+    }
+    IntrusiveReference(const IntrusiveReference& arg) : m_pObj(arg.m_pObj) {
+        if (m_pObj) {
+            IntrusiveReferenceAddRef(m_pObj);
+        }
+    }
+    template <class U>
+    IntrusiveReference(const IntrusiveReference<U>& arg) : m_pObj(arg.getPtr()) {
+        if (m_pObj) {
+            IntrusiveReferenceAddRef(m_pObj);
+        }
+    }
+    /// Takes the reference over; arg is null afterwards.
+    IntrusiveReference(IntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = 0; }
+    ~IntrusiveReference() {
+        if (m_pObj) {
+            IntrusiveReferenceRelease(m_pObj);
+        }
+    }
+    IntrusiveReference& operator=(const IntrusiveReference& arg) {
+        IntrusiveReference(arg).swap(*this);
+        return *this;
+    }
+    IntrusiveReference& operator=(IntrusiveReference&& arg) noexcept {
+        IntrusiveReference(static_cast<IntrusiveReference&&>(arg)).swap(*this);
+        return *this;
+    }
+    template <class U>
+    IntrusiveReference& operator=(const IntrusiveReference<U>& arg) {
+        IntrusiveReference(arg).swap(*this);
+        return *this;
+    }
+    IntrusiveReference& operator=(T* newObj) {
+        IntrusiveReference(newObj).swap(*this);
+        return *this;
+    }
+
+    /// The object, still owned by the references; null for a null reference.
+    T* getPtr() const { return m_pObj; }
+    T& operator*() const { return *m_pObj; }
+    T* operator->() const { return m_pObj; }
+
+    /// True when not null.
+    operator safe_bool() const { return m_pObj ? &IntrusiveReference::m_pObj : 0; }
+    bool operator!() const { return !m_pObj; }
+    bool isNull() const OW_DEPRECATED { return m_pObj == 0; }
+
+    void swap(IntrusiveReference& arg) {
+        T* p = m_pObj;
+        m_pObj = arg.m_pObj;
+        arg.m_pObj = p;
+    }
+
+    /// A reference to the same object as a U; null when it is none.
+    template <class U>
+    IntrusiveReference<U> cast_to() const {
+        return IntrusiveReference<U>(dynamic_cast<U*>(m_pObj));
+    }
+};
+
+template <class T, class U>
+inline bool operator==(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
+    return a.getPtr() == b.getPtr();
+}
+template <class T, class U>
+inline bool operator!=(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
+    return a.getPtr() != b.getPtr();
+}
+template <class T, class U>
+inline bool operator==(const IntrusiveReference<T>& a, const U* b) {
+    return a.getPtr() == b;
+}
+template <class T, class U>
+inline bool operator!=(const IntrusiveReference<T>& a, const U* b) {
+    return a.getPtr() != b;
+}
+template <class T, class U>
+inline bool operator==(const T* a, const IntrusiveReference<U>& b) {
+    return a == b.getPtr();
+}
+template <class T, class U>
+inline bool operator!=(const T* a, const IntrusiveReference<U>& b) {
+    return a != b.getPtr();
+}
+/// Orders by address, for use as a key.
+template <class T, class U>
+inline bool operator<(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
+    return static_cast<const void*>(a.getPtr()) < static_cast<const void*>(b.getPtr());
+}
+
+template <class T>
+inline void swap(IntrusiveReference<T>& a, IntrusiveReference<T>& b) {
+    a.swap(b);
+}
+
+template <class T, class U>
+inline IntrusiveReference<T> static_pointer_cast(const IntrusiveReference<U>& p) {
+    return IntrusiveReference<T>(static_cast<T*>(p.getPtr()));
+}
+template <class T, class U>
+inline IntrusiveReference<T> const_pointer_cast(const IntrusiveReference<U>& p) {
+    return IntrusiveReference<T>(const_cast<T*>(p.getPtr()));
+}
+template <class T, class U>
+inline IntrusiveReference<T> dynamic_pointer_cast(const IntrusiveReference<U>& p) {
+    return p.template cast_to<T>();
+}
+
+} // namespace OpenWBEM
+
+#endif

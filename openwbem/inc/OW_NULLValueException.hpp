@@ -1,0 +1,16 @@
+// NULLValueException.
+
+#ifndef OW_NULL_VALUE_EXCEPTION_HPP_INCLUDE_GUARD_
+#define OW_NULL_VALUE_EXCEPTION_HPP_INCLUDE_GUARD_
+
+#include "OW_Exception.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// A value was demanded where there is none; the message is the name of the element.
+OW_DECLARE_APIEXCEPTION(NULLValue, OW_COMMON_API)
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,16 @@
+// NoSuchQualifierException.
+
+#ifndef OW_NO_SUCH_QUALIFIER_EXCEPTION_HPP_INCLUDE_GUARD_
+#define OW_NO_SUCH_QUALIFIER_EXCEPTION_HPP_INCLUDE_GUARD_
+
+#include "OW_Exception.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// A qualifier was demanded that is not there; the message is its name.
+OW_DECLARE_APIEXCEPTION(NoSuchQualifier, OW_COMMON_API)
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,51 @@
+// Data that goes along with one operation of a client.
+
+#ifndef OW_OPERATION_CONTEXT_HPP_INCLUDE_GUARD_
+#define OW_OPERATION_CONTEXT_HPP_INCLUDE_GUARD_
+
+#include "OW_Exception.hpp"
+#include "OW_IntrusiveCountableBase.hpp"
+#include "OW_IntrusiveReference.hpp"
+#include "OW_String.hpp"
+#include "OW_config.h"
+#include <map>
+
+namespace OpenWBEM {
+
+/// Data was demanded under a key that has none, or that is no text; the message is the key.
+OW_DECLARE_APIEXCEPTION(ContextDataNotFound, OW_COMMON_API)
+
+/// Keeps data under keys for the duration of one operation. Belongs to the thread that serves the operation.
+class OW_COMMON_API OperationContext {
+  public:
+    /// Base of what can be kept.
+    class OW_VISIBILITY_DEFAULT Data : public IntrusiveCountableBase {
+      public:
+        virtual ~Data();
+    };
+    typedef IntrusiveReference<Data> DataRef;
+
+    OperationContext();
+    ~OperationContext();
+
+    /// Keeps data under the key in place of what was there.
+    void setData(const String& key, const DataRef& data);
+    /// What is kept under the key; null if there is nothing.
+    DataRef getData(const String& key) const;
+    void removeData(const String& key);
+    bool keyHasData(const String& key) const;
+    /// The same for texts. getStringData() throws ContextDataNotFoundException when there is none.
+    void setStringData(const String& key, const String& str);
+    String getStringData(const String& key) const;
+    String getStringDataWithDefault(const String& key, const String& def = "") const;
+
+  private:
+    OperationContext(const OperationContext&);
+    OperationContext& operator=(const OperationContext&);
+
+    std::map<String, DataRef> m_data;
+};
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,21 @@
+// The object manager's own store, as far as providers name it.
+
+#ifndef OW_REPOSITORY_IFC_HPP_INCLUDE_GUARD_
+#define OW_REPOSITORY_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_IfcsFwd.hpp"
+#include "OW_IntrusiveCountableBase.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Opaque to providers: ProviderEnvironmentIFC::getRepository() hands it out, which may be null. What lies in the store
+/// is reached through ProviderEnvironmentIFC::getRepositoryCIMOMHandle().
+class OW_VISIBILITY_DEFAULT OW_REPOSITORY_API RepositoryIFC : public IntrusiveCountableBase {
+  public:
+    virtual ~RepositoryIFC();
+};
+
+} // namespace OpenWBEM
+
+#endif

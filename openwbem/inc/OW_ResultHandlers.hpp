@@ -1,0 +1,54 @@
+// Result handlers that collect what they are given.
+
+#ifndef OW_RESULT_HANDLERS_HPP_INCLUDE_GUARD_
+#define OW_RESULT_HANDLERS_HPP_INCLUDE_GUARD_
+
+#include "OW_Array.hpp"
+#include "OW_Enumeration.hpp"
+#include "OW_ResultHandlerIFC.hpp"
+#include "OW_StringEnumeration.hpp"
+#include "OW_config.h"
+
+namespace OpenWBEM {
+
+/// Appends each result to an Array, which must outlive the handler.
+template <typename T>
+class OW_VISIBILITY_DEFAULT ResultArrayBuilder : public ResultHandlerIFC<T> {
+  public:
+    explicit ResultArrayBuilder(Array<T>& array) : m_array(array) {}
+
+  protected:
+    virtual void doHandle(const T& t) { m_array.push_back(t); }
+
+  private:
+    Array<T>& m_array;
+};
+
+/// Adds each result to an Enumeration, which must outlive the handler.
+template <typename T>
+class OW_VISIBILITY_DEFAULT ResultEnumBuilder : public ResultHandlerIFC<T> {
+  public:
+    explicit ResultEnumBuilder(Enumeration<T>& enumeration) : m_enumeration(enumeration) {}
+
+  protected:
+    virtual void doHandle(const T& t) { m_enumeration.addElement(t); }
+
+  private:
+    Enumeration<T>& m_enumeration;
+};
+
+typedef ResultArrayBuilder<CIMClass> CIMClassArrayBuilder;
+typedef ResultArrayBuilder<CIMInstance> CIMInstanceArrayBuilder;
+typedef ResultArrayBuilder<CIMObjectPath> CIMObjectPathArrayBuilder;
+typedef ResultArrayBuilder<CIMQualifierType> CIMQualifierTypeArrayBuilder;
+typedef ResultArrayBuilder<String> StringArrayBuilder;
+
+typedef ResultEnumBuilder<CIMClass> CIMClassEnumBuilder;
+typedef ResultEnumBuilder<CIMInstance> CIMInstanceEnumBuilder;
+typedef ResultEnumBuilder<CIMObjectPath> CIMObjectPathEnumBuilder;
+typedef ResultEnumBuilder<CIMQualifierType> CIMQualifierTypeEnumBuilder;
+typedef ResultEnumBuilder<String> StringEnumBuilder;
+
+} // namespace OpenWBEM
+
+#endif

@@ -1,0 +1,23 @@
+// Interface of the objects that can be written to and read from a binary stream.
+
+#ifndef OW_SERIALIZABLE_IFC_HPP_INCLUDE_GUARD_
+#define OW_SERIALIZABLE_IFC_HPP_INCLUDE_GUARD_
+
+#include "OW_config.h"
+#include <iosfwd>
+
+namespace OpenWBEM {
+
+class OW_VISIBILITY_DEFAULT OW_COMMON_API SerializableIFC {
+  public:
+    virtual ~SerializableIFC();
+    /// Replaces this object by the one that writeObject() put into the stream. Throws an Exception when the stream does
+    /// not hold one; the object is then unchanged.
+    virtual void readObject(std::istream& istrm) = 0;
+    /// Appends this object to the stream. Throws an Exception when the stream fails.
+    virtual void writeObject(std::ostream& ostrm) const = 0;
+};
+
+} // namespace OpenWBEM
+
+#endif

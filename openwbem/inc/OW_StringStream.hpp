@@ -1,0 +1,74 @@
+// Streams that read from and write to Strings.
+
+#ifndef OW_STRING_STREAM_HPP_INCLUDE_GUARD_
+#define OW_STRING_STREAM_HPP_INCLUDE_GUARD_
+
+#include "OW_BaseStreamBuffer.hpp"
+#include "OW_String.hpp"
+#include "OW_StringBuffer.hpp"
+#include "OW_config.h"
+#include <istream>
+#include <ostream>
+#include <streambuf>
+
+namespace OpenWBEM {
+
+namespace StringStreamDetail {
+/// Appends what is written to a StringBuffer.
+class OW_VISIBILITY_DEFAULT OutputBuffer : public std::streambuf {
+  public:
+    explicit OutputBuffer(size_t size) : text(size) {}
+    StringBuffer text;
+
+  protected:
+    virtual int_type overflow(int_type c);
+    virtual std::streamsize xsputn(const char* s, std::streamsize n);
+};
+
+/// Reads a String, which it keeps.
+class OW_VISIBILITY_DEFAULT InputBuffer : public std::streambuf {
+  public:
+    explicit InputBuffer(const String& text);
+
+  private:
+    String m_text;
+};
+
+// Bases, so that a stream's buffer is there before and after the stream.
+struct OutputHolder {
+    explicit OutputHolder(size_t size) : m_buffer(size) {}
+    OutputBuffer m_buffer;
+};
+struct InputHolder {
+    explicit InputHolder(const String& text) : m_buffer(text) {}
+    InputBuffer m_buffer;
+};
+} // namespace StringStreamDetail
+
+/// Output stream into a String.
+class OW_VISIBILITY_DEFAULT OW_COMMON_API OStringStream : private StringStreamDetail::OutputHolder,
+                                                          public std::ostream {
+  public:
+    /// With room for size bytes to begin with.
+    explicit OStringStream(size_t size = 256);
+    virtual ~OStringStream();
+    /// What was written so far.
+    String toString() const { return m_buffer.text.toString(); }
+    /// The same, and empties the stream.
+    String releaseString() { return m_buffer.text.releaseString(); }
+    /// Valid until the next output.
+    const char* c_str() const { return m_buffer.text.c_str(); }
+    size_t length() const { return m_buffer.text.length(); }
+    void reset() { m_buffer.text.reset(); }
+};
+
+/// Input stream from a String.
+class OW_VISIBILITY_DEFAULT OW_COMMON_API IStringStream : private StringStreamDetail::InputHolder, public std::istream {
+  public:
+    explicit IStringStream(const String& s);
+    virtual ~IStringStream();
+};
+
+} // namespace OpenWBEM
+
+#endif

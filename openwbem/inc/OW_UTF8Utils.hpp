@@ -1,0 +1,48 @@
+// Functions on UTF-8 text.
+
+#ifndef OW_UTF8_UTILS_HPP_INCLUDE_GUARD_
+#define OW_UTF8_UTILS_HPP_INCLUDE_GUARD_
+
+#include "OW_ArrayFwd.hpp"
+#include "OW_CommonFwd.hpp"
+#include "OW_Exception.hpp"
+#include "OW_Types.hpp"
+#include "OW_config.h"
+#include <cstddef>
+
+namespace OpenWBEM {
+
+/// Text is no UTF-8 or does not fit into 16-bit units.
+OW_DECLARE_APIEXCEPTION(InvalidUTF8, OW_COMMON_API)
+
+/// All text arguments are terminated, not null, and may be malformed: nothing is read beyond the terminator.
+namespace UTF8Utils {
+
+/// Number of code points; of malformed text the number of bytes that can begin one.
+OW_COMMON_API size_t charCount(const char* utf8str);
+/// The first code point of the text; 0xFFFF if it does not fit into 16 bits or is malformed.
+OW_COMMON_API UInt16 UTF8toUCS2(const char* utf8char);
+/// The first code point of the text; 0xFFFFFFFF if it is malformed.
+OW_COMMON_API UInt32 UTF8toUCS4(const char* utf8char);
+/// The code point in UTF-8; empty for one above 0x10FFFF, and for 0.
+OW_COMMON_API String UCS2toUTF8(UInt16 ucs2char);
+OW_COMMON_API String UCS4toUTF8(UInt32 ucs4char);
+/// Appends the same to sb.
+OW_COMMON_API void UCS4toUTF8(UInt32 ucs4char, StringBuffer& sb);
+/// Compares the code points with their case folded one to one, independent of any locale: negative, 0 or positive.
+OW_COMMON_API int compareToIgnoreCase(const char* str1, const char* str2);
+/// The text in 16-bit units. Throws InvalidUTF8Exception if it is malformed or has a code point above 0xFFFF.
+OW_COMMON_API Array<UInt16> StringToUCS2(const String& input);
+/// The text of 16-bit units, also of ones given as bytes in native order; an odd last byte is left out.
+OW_COMMON_API String UCS2ToString(const Array<UInt16>& input);
+OW_COMMON_API String UCS2ToString(const Array<char>& input);
+OW_COMMON_API String UCS2ToString(const void* input, size_t inputLength);
+/// Writes the ISO 8859-1 text source in UTF-8 to destination: capacity bytes at most, terminator included, never cut
+/// within a character. With capacity 0 nothing is written.
+OW_COMMON_API void ISO8859ToUTF8(const char* source, char* destination, size_t capacity);
+
+} // namespace UTF8Utils
+
+} // namespace OpenWBEM
+
+#endif
