@@ -1,0 +1,26 @@
+// The exceptions of the managed-object framework. They carry no data: what happened has been logged where it happened,
+// and the provider turns each into a CIM error.
+#ifndef CFG_EXCEPTION_HPP
+#define CFG_EXCEPTION_HPP
+
+#include <exception>
+
+/// Root of the framework's exceptions.
+class CFG_Exception : public std::exception {};
+
+/// No instance with the requested key, or the iteration is exhausted.
+class CFG_NoInstance : public CFG_Exception {};
+
+/// The instance manager cannot create an instance.
+class CFG_InstanceCreationFailed : public CFG_Exception {};
+
+/// The instance manager cannot delete an instance.
+class CFG_InstanceDeletionFailed : public CFG_Exception {};
+
+/// A configuration entry could not be read.
+class CFG_ReadError : public CFG_Exception {};
+
+/// A configuration entry could not be written, or the schedule could not be changed.
+class CFG_WriteError : public CFG_Exception {};
+
+#endif

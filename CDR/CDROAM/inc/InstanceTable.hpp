@@ -1,0 +1,67 @@
+// The list of the live objects of a managed class, with the one cursor that enumerations share.
+#ifndef INSTANCETABLE_HPP
+#define INSTANCETABLE_HPP
+
+#include "CFG_Exception.hpp"
+
+#include <map>
+#include <string>
+
+namespace cdroam {
+
+/// Objects by their composite key, in byte-wise key order. Lists objects without owning them. Takes no lock, and has
+/// one cursor: one iteration at a time.
+template <class Object>
+class InstanceTable {
+  public:
+    InstanceTable() : cursor_(objects_.end()) {}
+    InstanceTable(const InstanceTable&) = delete;
+    InstanceTable& operator=(const InstanceTable&) = delete;
+
+    /// An object already listed under the key is replaced.
+    void add(const std::string& key, Object* object) { objects_[key] = object; }
+
+    /// A key that is not listed is no error. A cursor on the removed object moves on to the next.
+    void remove(const std::string& key) {
+        const auto found = objects_.find(key);
+        if (found == objects_.end()) {
+            return;
+        }
+        const bool underCursor = found == cursor_;
+        const auto next = objects_.erase(found);
+        if (underCursor) {
+            cursor_ = next;
+        }
+    }
+
+    /// Throws CFG_NoInstance when nothing is listed under the key.
+    Object* get(const std::string& key) const {
+        const auto found = objects_.find(key);
+        if (found == objects_.end() || found->second == nullptr) {
+            throw CFG_NoInstance();
+        }
+        return found->second;
+    }
+
+    void startIteration() { cursor_ = objects_.begin(); }
+    bool hasNext() const { return cursor_ != objects_.end(); }
+    void endIteration() { cursor_ = objects_.end(); }
+
+    /// The object under the cursor, which moves on. Throws CFG_NoInstance at the end, and without moving on when a null
+    /// pointer is listed there.
+    Object* next() {
+        if (!hasNext() || cursor_->second == nullptr) {
+            throw CFG_NoInstance();
+        }
+        return (cursor_++)->second;
+    }
+
+  private:
+    using Objects = std::map<std::string, Object*>;
+    Objects objects_;
+    typename Objects::iterator cursor_;
+};
+
+} // namespace cdroam
+
+#endif

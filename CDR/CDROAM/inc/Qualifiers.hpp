@@ -1,0 +1,17 @@
+// The qualifiers that getters put on their properties.
+#ifndef QUALIFIERS_HPP
+#define QUALIFIERS_HPP
+
+#include "ManagedClass.hpp"
+
+namespace cdroam {
+
+/// Appends "Applicable" with the value given. Returns the value.
+bool appendApplicable(QualifierArray& qualifiers, bool applicable);
+
+/// Appends "ValidValueMap": the numbers from 0 to `last` are valid.
+void appendValidValueMap(QualifierArray& qualifiers, unsigned int last);
+
+} // namespace cdroam
+
+#endif

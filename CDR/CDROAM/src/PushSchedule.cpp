@@ -1,0 +1,177 @@
+// The scheduled push task: the part of QTX_CDRPushSettingImpl that keeps one entry of the transfer program in the
+// platform's task scheduler.
+#include "CFG_Exception.hpp"
+#include "DiagnosticLog.hpp"
+#include "QTX_CDRPushSettingImpl.hpp"
+#include "RequestLock.hpp"
+#include "TimeText.hpp"
+
+#include <atomic>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+
+using namespace cdroam;
+
+namespace {
+
+constexpr char kTransferProgram[] = "/qv/bin/CDRTransfer";
+constexpr std::uint16_t kAny = 1024;
+// What the scheduler operations are always given beside the task.
+constexpr std::uint32_t kReserved = 1000;
+// Asks the platform for notifications of restores.
+constexpr std::uint32_t kRestoreNotification = 2;
+constexpr int kSunday = 7;
+
+// The object that restore notifications reach; read on a thread of the platform.
+std::atomic<QTX_CDRPushSettingImpl*> gCDRPushInstance{nullptr};
+
+// Counter of the method; counts from 1 as long as the module is loaded.
+unsigned int PushFileNowReturn = 0;
+
+template <class Task>
+void setProgram(Task& task) {
+    std::memset(task.path, 0, sizeof task.path);
+    std::memcpy(task.path, kTransferProgram, sizeof kTransferProgram);
+}
+
+// Deletes one listed task and logs how it went; returns the scheduler's status.
+std::uint32_t deleteTask(const ZpoScheduledTaskEntry& entry) {
+    ZpoScheduledTaskRecord record = entry.record;
+    setProgram(record);
+    const std::uint32_t status = ZpoDeleteScheduledTaskEx(record, kReserved, kReserved, kReserved);
+    if (status == 0) {
+        (void)addLogEntry(LogError, "CDR: push task deleted successfully");
+        return status;
+    }
+    // The line's number is deliberately that of this text's address, not the status: the text was once handed over as
+    // the first argument of the format, and the line has stayed so.
+    static constexpr char details[] = "Time=%02d:%02d, DayOfMonth=%s,DayofWeek=%s, Month=%d, ExePath=%s";
+    const auto number = static_cast<int>(reinterpret_cast<std::uintptr_t>(&details[0]));
+    (void)logFormatted(LogNotice, "CDR: delete push task failed, rc=%d,", number);
+    return status;
+}
+
+// Reads a text for the schedule; an absent entry is created with the default, other failures count as the empty text.
+void refreshText(const char* key, const char* defaultText, Text& text) {
+    const Entry entry{kPushSection, key};
+    if (readText(entry, text) == ZPO_REG_ENTRY_NOT_FOUND) {
+        text.assign(defaultText);
+        (void)writeText(entry, defaultText);
+    }
+}
+
+} // namespace
+
+QTX_CDRPushSettingImpl::QTX_CDRPushSettingImpl(const std::string& instanceId)
+    : QTX_CDRPushSetting(instanceId), cache_{} {
+    cache_.TransferType = NoTransfer;
+    cache_.TransferTime.assign("00:00");
+    (void)std::printf(" QTX_CDRPushSettingImpl created !!!!!!!!!!!!!!!!!!!!!!!!!\n");
+    gCDRPushInstance = this;
+    (void)ZpoNotifyRegBackupAndRestore("CDROAMProvider", &C_RestoreCallBackHdlr, kRestoreNotification);
+}
+
+QTX_CDRPushSettingImpl::~QTX_CDRPushSettingImpl() {
+    gCDRPushInstance = nullptr;
+}
+
+int QTX_CDRPushSettingImpl::setPushSchedule() {
+    ZpoScheduledTask task{};
+    setProgram(task);
+    task.minute = task.hour = task.dayOfMonth = task.dayOfWeek = task.month = kAny;
+    const std::string prefix = setTaskDay(task);
+    const TimeOfDay time = parseTimeOfDay(cache_.TransferTime.c_str());
+    task.hour = static_cast<std::uint16_t>(time.hour);
+    task.minute = static_cast<std::uint16_t>(time.minute);
+    char description[128];
+    (void)std::snprintf(description, sizeof description, "%s Time=%02d:%02d ", prefix.c_str(), time.hour, time.minute);
+
+    const int removed = removePushSchedule();
+    const std::uint32_t status = ZpoSetScheduledTask(task, kReserved, kReserved, kReserved);
+    if (status != 0) {
+        (void)logFormatted(LogNotice, "CDR: schedule push task failed, %s, rc=%d", description,
+                           static_cast<int>(status));
+        throw CFG_WriteError();
+    }
+    (void)logFormatted(LogError, "CDR: push task scheduled successfully, %s", description);
+    return removed;
+}
+
+std::string QTX_CDRPushSettingImpl::setTaskDay(ZpoScheduledTask& task) const {
+    switch (cache_.TransferType) {
+    case Weekly: {
+        const int stored = leadingInteger(cache_.TransferDayOfWeek.c_str());
+        const int day = stored == 0 ? kSunday : stored;
+        task.dayOfWeek = static_cast<std::uint16_t>(day);
+        return "PUSH_WEEKLY: DayOfWeek=" + std::to_string(day) + ",";
+    }
+    case Monthly: {
+        const int day = leadingInteger(cache_.TransferDayOfMonth.c_str());
+        task.dayOfMonth = static_cast<std::uint16_t>(day);
+        return "PUSH_MONTHLY: DayOfMonth=" + std::to_string(day) + ",";
+    }
+    case Daily:
+        return "PUSH_DAILY:";
+    default:
+        return ""; // any other type is scheduled daily too, without a name
+    }
+}
+
+int QTX_CDRPushSettingImpl::removePushSchedule() {
+    ZpoScheduledTaskEntry* tasks = nullptr;
+    (void)ZpoGetScheduledTaskList(kTransferProgram, &tasks, kReserved);
+    std::uint32_t last = 0; // a failure that a later success follows is only logged
+    for (const ZpoScheduledTaskEntry* task = tasks; task != nullptr; task = task->next) {
+        last = deleteTask(*task);
+    }
+    if (tasks != nullptr) {
+        ZpoDeallocateScheduledTaskList(tasks);
+    }
+    if (last != 0) {
+        (void)addLogEntry(LogError, "CDR: push task Unsuccessful delete");
+        throw CFG_WriteError();
+    }
+    return 0;
+}
+
+unsigned int QTX_CDRPushSettingImpl::PushFileNow() {
+    (void)!std::system(kTransferProgram);
+    return ++PushFileNowReturn;
+}
+
+void QTX_CDRPushSettingImpl::refreshScheduleTexts() {
+    if (cache_.TransferType == Monthly) {
+        refreshText("TranDateOfMonth", "", cache_.TransferDayOfMonth);
+    } else if (cache_.TransferType == Weekly) {
+        refreshText("TranDateOfWeek", "", cache_.TransferDayOfWeek);
+    }
+    refreshText("TranTime", "00:00", cache_.TransferTime);
+}
+
+int QTX_CDRPushSettingImpl::RestoreCallBackHdlr(unsigned long /*event*/) {
+    const std::uint32_t status = Byte::load(kTransferType, cache_.TransferType);
+    if (status != 0) {
+        return static_cast<int>(status);
+    }
+    const unsigned char type = cache_.TransferType;
+    if (type != Daily && type != Weekly && type != Monthly) {
+        return removePushSchedule();
+    }
+    refreshScheduleTexts();
+    return setPushSchedule();
+}
+
+void C_RestoreCallBackHdlr(unsigned long value) {
+    const RequestLock lock;
+    QTX_CDRPushSettingImpl* const object = gCDRPushInstance;
+    if (object == nullptr) {
+        return;
+    }
+    try {
+        (void)object->RestoreCallBackHdlr(value);
+    } catch (...) {
+        // What failed has been logged, and the caller is a thread of the platform, which is C.
+        return;
+    }
+}

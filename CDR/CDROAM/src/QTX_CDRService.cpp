@@ -1,0 +1,5 @@
+#include "QTX_CDRService.hpp"
+
+#define CDR_CLASS QTX_CDRService
+#define CDR_TABLE QTX_CDRSERVICE_TABLE
+#include "ManagedClassBodies.ipp"

@@ -1,0 +1,43 @@
+#include "Qualifiers.hpp"
+
+#include "OW_Bool.hpp"
+#include "OW_CIMDataType.hpp"
+#include "OW_CIMQualifierType.hpp"
+#include "OW_CIMValue.hpp"
+
+using OpenWBEM::CIMDataType;
+using OpenWBEM::CIMQualifier;
+using OpenWBEM::CIMQualifierType;
+using OpenWBEM::CIMValue;
+
+namespace cdroam {
+namespace {
+
+// The qualifier's type bears the data type's name, the qualifier its own.
+CIMQualifier makeQualifier(const char* typeName, CIMDataType::Type type, const char* name, const CIMValue& value) {
+    CIMQualifierType qualifierType(typeName);
+    qualifierType.setDataType(CIMDataType(type));
+    CIMQualifier qualifier(qualifierType);
+    qualifier.setName(name);
+    qualifier.setValue(value);
+    return qualifier;
+}
+
+} // namespace
+
+bool appendApplicable(QualifierArray& qualifiers, bool applicable) {
+    qualifiers.push_back(
+        makeQualifier("boolean", CIMDataType::BOOLEAN, "Applicable", CIMValue(OpenWBEM::Bool(applicable))));
+    return applicable;
+}
+
+void appendValidValueMap(QualifierArray& qualifiers, unsigned int last) {
+    OpenWBEM::UInt32Array values;
+    for (unsigned int value = 0; value <= last; ++value) {
+        values.push_back(value);
+    }
+    // A type "string" with numbers for its value: deliberate, clients know the qualifier so.
+    qualifiers.push_back(makeQualifier("string", CIMDataType::STRING, "ValidValueMap", CIMValue(values)));
+}
+
+} // namespace cdroam

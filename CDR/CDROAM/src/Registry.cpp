@@ -1,0 +1,107 @@
+#include "Registry.hpp"
+
+#include "OW_UTF8Utils.hpp"
+#ifdef CDR_SUPPLY_ISO8859_TO_UTF8
+#include "ISO8859ToUTF8.hpp"
+#endif
+
+#include <atomic>
+#include <cctype>
+#include <cstring>
+
+namespace {
+
+constexpr const char* kComponent = "CDR";
+
+// Status of the latest access, to be seen in a debugger; nothing decides by it.
+std::atomic<std::uint32_t> ret{0};
+
+std::uint32_t noted(std::uint32_t status) {
+    ret.store(status, std::memory_order_relaxed);
+    return status;
+}
+
+bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// The digit's value; a character that is none, or is not there, counts as 0.
+unsigned digitAt(const std::string& text, std::size_t position) {
+    return position < text.size() && isDigit(text[position]) ? static_cast<unsigned>(text[position] - '0') : 0U;
+}
+
+} // namespace
+
+int isControlCharacter(char* text) {
+    if (text == nullptr || *text == '\0') {
+        return -1;
+    }
+    for (; *text != '\0'; ++text) {
+        if (std::iscntrl(static_cast<unsigned char>(*text)) != 0) {
+            return -1;
+        }
+    }
+    return 0;
+}
+
+namespace cdroam {
+
+void Text::assign(const char* text) {
+    const std::size_t length = strnlen(text, bytes_.size() - 1);
+    std::memmove(bytes_.data(), text, length);
+    bytes_[length] = '\0';
+}
+
+std::uint32_t readBytes(const Entry& entry, void* buffer, std::uint32_t length) {
+    return noted(ZpoGetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
+}
+
+std::uint32_t writeBytes(const Entry& entry, const void* buffer, std::uint32_t length) {
+    return noted(ZpoSetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
+}
+
+std::uint32_t readInteger(const Entry& entry, std::uint32_t& value) {
+    return noted(ZpoGetRegEntryInt(kComponent, entry.section, entry.key, &value));
+}
+
+std::uint32_t writeInteger(const Entry& entry, std::uint32_t value) {
+    return noted(ZpoSetRegEntryInt(kComponent, entry.section, entry.key, value));
+}
+
+std::uint32_t readRawText(const Entry& entry, Text& text) {
+    std::array<char, kTextCapacity> buffer{};
+    const std::uint32_t status =
+        noted(ZpoGetRegEntryString(kComponent, entry.section, entry.key, buffer.data(), buffer.size()));
+    buffer.back() = '\0';
+    text.assign(status == 0 ? buffer.data() : "");
+    return status;
+}
+
+std::uint32_t readText(const Entry& entry, Text& text) {
+    Text stored;
+    const std::uint32_t status = readRawText(entry, stored);
+    OpenWBEM::UTF8Utils::ISO8859ToUTF8(stored.c_str(), text.data(), kTextCapacity);
+    return status;
+}
+
+std::uint32_t writeText(const Entry& entry, const char* text) {
+    return noted(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
+}
+
+void Word::decode(const Cache& cache, unsigned short& value) {
+    value = static_cast<unsigned short>(static_cast<unsigned>(cache[0]) << 8U | cache[1]);
+}
+
+Word::Cache Word::encode(unsigned short value) {
+    return {static_cast<unsigned char>(value >> 8U), static_cast<unsigned char>(value & 0xFFU)};
+}
+
+void PackedDigits::decode(const Cache& cache, std::string& value) {
+    value.assign({static_cast<char>('0' + (cache[1] >> 4U)), static_cast<char>('0' + (cache[1] & 0x0FU))});
+}
+
+PackedDigits::Cache PackedDigits::encode(const std::string& value) {
+    return {0xF9, static_cast<unsigned char>(digitAt(value, 0) << 4U | digitAt(value, 1))};
+}
+
+} // namespace cdroam
