@@ -5,6 +5,9 @@
 #include "OW_CIMQualifierType.hpp"
 #include "OW_CIMValue.hpp"
 
+#include <numeric>
+#include <vector>
+
 using OpenWBEM::CIMDataType;
 using OpenWBEM::CIMQualifier;
 using OpenWBEM::CIMQualifierType;
@@ -32,10 +35,9 @@ bool appendApplicable(QualifierArray& qualifiers, bool applicable) {
 }
 
 void appendValidValueMap(QualifierArray& qualifiers, unsigned int last) {
-    OpenWBEM::UInt32Array values;
-    for (unsigned int value = 0; value <= last; ++value) {
-        values.push_back(value);
-    }
+    std::vector<OpenWBEM::UInt32> numbers(last + 1);
+    std::iota(numbers.begin(), numbers.end(), OpenWBEM::UInt32(0));
+    const OpenWBEM::UInt32Array values(numbers.begin(), numbers.end());
     // A type "string" with numbers for its value: deliberate, clients know the qualifier so.
     qualifiers.push_back(makeQualifier("string", CIMDataType::STRING, "ValidValueMap", CIMValue(values)));
 }
