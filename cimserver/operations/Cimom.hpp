@@ -7,6 +7,7 @@
 #include "OW_ResultHandlerIFC.hpp"
 #include "OW_WBEMFlags.hpp"
 
+#include <memory>
 #include <string>
 
 namespace cimserver::schema {
@@ -23,6 +24,8 @@ struct RequestContext {
     std::string user; ///< empty without authentication
     std::string peer;
     bool mayWrite = true;
+    std::shared_ptr<OpenWBEM::OperationContext>
+        operation{}; ///< what providers share within one request; made on demand
 };
 
 /// What a read returns of each instance. A null property list means all, an empty one none.
@@ -42,17 +45,20 @@ struct AssociationFilter {
     OpenWBEM::String resultRole;
 };
 
-/// Every operation throws OpenWBEM::CIMException with the code and text meant for the client: 2 when the context may not
-/// write, 3 for an unknown namespace, 5 for an unknown class, otherwise what the provider threw; whatever else a provider
-/// throws is turned into code 1 here. `ns` is a namespace name such as "root/cimv2", in any case, with or without a
-/// leading slash.
+/// Every operation throws OpenWBEM::CIMException with the code and text meant for the client: 2 when the context may
+/// not write, 3 for an unknown namespace, 5 for an unknown class, otherwise what the provider threw; whatever else a
+/// provider throws is turned into code 1 here. `ns` is a namespace name such as "root/cimv2", in any case, with or
+/// without a leading slash.
 class Cimom {
   public:
     struct Settings {
         bool forwardUnchanged = false; ///< ModifyInstance hands unchanged properties on too
     };
 
+    /// Both must outlive the object. The schema is complete by now.
     Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings);
+    Cimom(const Cimom&) = delete;
+    Cimom& operator=(const Cimom&) = delete;
 
     const schema::Repository& repository() const { return repository_; }
 
@@ -81,8 +87,8 @@ class Cimom {
     void setProperty(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
                      const OpenWBEM::String& name, const OpenWBEM::CIMValue& value);
 
-    /// `in` as the client sent it, already of the method's types; missing ones are filled in here. On return `out` holds
-    /// the output parameters.
+    /// `in` as the client sent it, already of the method's types; missing ones are filled in here. On return `out`
+    /// holds the output parameters.
     OpenWBEM::CIMValue invokeMethod(const RequestContext&, const OpenWBEM::String& ns,
                                     const OpenWBEM::CIMObjectPath& path, const OpenWBEM::String& methodName,
                                     const OpenWBEM::CIMParamValueArray& in, OpenWBEM::CIMParamValueArray& out);
@@ -97,9 +103,15 @@ class Cimom {
                         const AssociationFilter&, OpenWBEM::CIMObjectPathResultHandlerIFC& result);
 
   private:
+    class Request;
+    template <class Use>
+    void forAssociations(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path,
+                         const OpenWBEM::String& named, const char* parameter, Use&& use);
+
     const schema::Repository& repository_;
     provider::ProviderHost& host_;
     Settings settings_;
+    std::shared_ptr<Cimom*> self_; ///< for the handles given to providers: they must notice when this has ended
 };
 
 } // namespace cimserver::operations

@@ -1,0 +1,182 @@
+// The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
+#include "cimserver/operations/Cimom.hpp"
+
+#include "cimserver/operations/InstanceShape.hpp"
+#include "cimserver/operations/Request.hpp"
+
+#include <algorithm>
+#include <unistd.h>
+
+namespace cimserver::operations {
+
+using namespace OpenWBEM;
+
+namespace {
+
+String hostName() {
+    char name[256] = "";
+    return gethostname(name, sizeof(name) - 1) == 0 ? String(name) : String("localhost");
+}
+
+/// Completes the names that providers give: where an object lies is part of an association's answer.
+class PathHandler : public CIMObjectPathResultHandlerIFC {
+  public:
+    PathHandler(const String& ns, CIMObjectPathResultHandlerIFC& next) : ns_(ns), next_(next) {}
+
+  protected:
+    void doHandle(const CIMObjectPath& delivered) override {
+        CIMObjectPath path(delivered);
+        if (path.getNameSpace().empty()) {
+            path.setNameSpace(ns_);
+        }
+        if (path.getFullNameSpace().isLocal()) {
+            path.setHost(hostName());
+        }
+        next_.handle(path);
+    }
+
+  private:
+    const String& ns_;
+    CIMObjectPathResultHandlerIFC& next_;
+};
+
+/// Completes instances of any class of the namespace.
+class ObjectHandler : public CIMInstanceResultHandlerIFC {
+  public:
+    ObjectHandler(const schema::Repository& repository, const String& ns, const StringArray* propertyList,
+                  CIMInstanceResultHandlerIFC& next)
+        : repository_(repository), ns_(ns), propertyList_(propertyList), next_(next) {}
+
+  protected:
+    void doHandle(const CIMInstance& delivered) override {
+        if (!delivered) {
+            fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+        }
+        const CIMClass* const own = repository_.findClass(ns_, delivered.getClassName());
+        if (own == nullptr) {
+            fail(CIMException::FAILED, std::string("The provider returned an instance of the unknown class ") +
+                                           delivered.getClassName().c_str());
+        }
+        const CIMInstance result = shaped(delivered, *own, propertyList_, CIMObjectPath());
+        requireKeys(result.getKeyValuePairs(), *own);
+        next_.handle(result);
+    }
+
+  private:
+    const schema::Repository& repository_;
+    const String& ns_;
+    const StringArray* propertyList_;
+    CIMInstanceResultHandlerIFC& next_;
+};
+
+/// The object's class and all above it.
+std::vector<String> lineage(const schema::Repository& repository, const String& ns, const CIMClass& cimClass) {
+    std::vector<String> names;
+    for (const CIMClass* c = &cimClass; c != nullptr; c = repository.findClass(ns, c->getSuperClass())) {
+        names.push_back(c->getName());
+    }
+    return names;
+}
+
+bool refersTo(const CIMClass& association, const std::vector<String>& classes) {
+    for (const CIMProperty& property : association.getAllProperties()) {
+        const String target = property.isReference() ? property.getDataType().getRefClassName() : String();
+        if (std::any_of(classes.begin(), classes.end(), [&](const String& c) { return c.equalsIgnoreCase(target); })) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// The association classes to be asked: the one named with its subclasses, else all that refer to the object's class.
+std::vector<const CIMClass*> associationsOf(const schema::Repository& repository, const String& ns,
+                                            const CIMClass& objectClass, const String& named, const char* parameter) {
+    std::vector<const CIMClass*> result;
+    if (named.empty()) {
+        const std::vector<String> classes = lineage(repository, ns, objectClass);
+        for (const CIMClass* const candidate : repository.subclasses(ns, "", true)) {
+            if (candidate->isAssociation() && refersTo(*candidate, classes)) {
+                result.push_back(candidate);
+            }
+        }
+        return result;
+    }
+    const CIMClass* const top = repository.findClass(ns, named);
+    if (top == nullptr) {
+        fail(CIMException::INVALID_PARAMETER, std::string(parameter) + ": class " + named.c_str() + " does not exist");
+    }
+    if (!top->isAssociation()) {
+        fail(CIMException::INVALID_PARAMETER, std::string("class ") + named.c_str() + " is not an association");
+    }
+    result = repository.subclasses(ns, named, true);
+    result.insert(result.begin(), top);
+    return result;
+}
+
+} // namespace
+
+/// Calls use(provider, env, association class, object path) once for each association class with an associator
+/// provider.
+template <class Use>
+void Cimom::forAssociations(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                            const String& named, const char* parameter, Use&& use) {
+    Request request(*this, context, ns);
+    const CIMClass& objectClass = request.classOf(path.getClassName());
+    if (!path.isInstancePath()) {
+        fail(CIMException::NOT_SUPPORTED, "The association operations are served for instances, not for classes");
+    }
+    const CIMObjectPath object = request.synced(path, objectClass);
+    for (const CIMClass* const association : associationsOf(repository_, request.ns(), objectClass, named, parameter)) {
+        request.withAssociators(*association, [&](auto& provider, const auto& env) {
+            use(provider, env, request.ns(), association->getName(), object);
+        });
+    }
+}
+
+void Cimom::associators(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                        const AssociationFilter& filter, const InstanceSelection& selection,
+                        CIMInstanceResultHandlerIFC& result) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+                         const CIMObjectPath& object) {
+        ObjectHandler handler(repository_, space, selection.propertyList, result);
+        provider.associators(env, handler, space, object, association, filter.resultClass, filter.role,
+                             filter.resultRole, selection.includeQualifiers, selection.includeClassOrigin,
+                             selection.propertyList);
+    };
+    forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
+}
+
+void Cimom::associatorNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                            const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+                         const CIMObjectPath& object) {
+        PathHandler handler(space, result);
+        provider.associatorNames(env, handler, space, object, association, filter.resultClass, filter.role,
+                                 filter.resultRole);
+    };
+    forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
+}
+
+void Cimom::references(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                       const AssociationFilter& filter, const InstanceSelection& selection,
+                       CIMInstanceResultHandlerIFC& result) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+                         const CIMObjectPath& object) {
+        ObjectHandler handler(repository_, space, selection.propertyList, result);
+        provider.references(env, handler, space, object, association, filter.role, selection.includeQualifiers,
+                            selection.includeClassOrigin, selection.propertyList);
+    };
+    forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
+}
+
+void Cimom::referenceNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                           const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+                         const CIMObjectPath& object) {
+        PathHandler handler(space, result);
+        provider.referenceNames(env, handler, space, object, association, filter.role);
+    };
+    forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
+}
+
+} // namespace cimserver::operations

@@ -1,0 +1,139 @@
+#include "cimserver/operations/Cimom.hpp"
+
+#include "cimserver/operations/InstanceShape.hpp"
+#include "cimserver/operations/Request.hpp"
+
+namespace cimserver::operations {
+
+using namespace OpenWBEM;
+using provider::Access;
+
+namespace {
+
+/// Passes the provider's instances on in the shape clients need.
+class ShapingHandler : public CIMInstanceResultHandlerIFC {
+  public:
+    ShapingHandler(const schema::Repository& repository, const String& ns, const CIMClass& asked,
+                   const StringArray* propertyList, CIMInstanceResultHandlerIFC& next)
+        : repository_(repository), ns_(ns), asked_(asked), propertyList_(propertyList), next_(next) {}
+
+  protected:
+    void doHandle(const CIMInstance& delivered) override {
+        if (!delivered) {
+            fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+        }
+        const CIMClass& own = classOf(delivered.getClassName());
+        const CIMInstance result = shaped(delivered, own, propertyList_, CIMObjectPath());
+        requireKeys(result.getKeyValuePairs(), own);
+        next_.handle(result);
+    }
+
+  private:
+    /// A provider may deliver an instance of a subclass.
+    const CIMClass& classOf(const String& name) const {
+        if (name.empty() || name.equalsIgnoreCase(asked_.getName())) {
+            return asked_;
+        }
+        const CIMClass* const found = repository_.findClass(ns_, name);
+        return found != nullptr ? *found : asked_;
+    }
+
+    const schema::Repository& repository_;
+    const String& ns_;
+    const CIMClass& asked_;
+    const StringArray* propertyList_;
+    CIMInstanceResultHandlerIFC& next_;
+};
+
+/// Passes names on with the namespace they are of, once they have proved complete.
+class NamingHandler : public CIMObjectPathResultHandlerIFC {
+  public:
+    NamingHandler(const String& ns, const CIMClass& asked, CIMObjectPathResultHandlerIFC& next)
+        : ns_(ns), asked_(asked), next_(next) {}
+
+  protected:
+    void doHandle(const CIMObjectPath& delivered) override {
+        CIMObjectPath path(delivered);
+        requireKeys(path.getKeys(), asked_);
+        path.setNameSpace(ns_);
+        next_.handle(path);
+    }
+
+  private:
+    const String& ns_;
+    const CIMClass& asked_;
+    CIMObjectPathResultHandlerIFC& next_;
+};
+
+} // namespace
+
+Cimom::Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings)
+    : repository_(repository), host_(host), settings_(settings), self_(std::make_shared<Cimom*>(this)) {}
+
+const CIMClass& Cimom::classOf(const String& ns, const String& className) const {
+    const String canonical = repository_.canonicalNamespace(ns);
+    if (canonical.empty()) {
+        fail(CIMException::INVALID_NAMESPACE, ns.c_str());
+    }
+    const CIMClass* const found = repository_.findClass(canonical, className);
+    if (found == nullptr) {
+        fail(CIMException::INVALID_CLASS, std::string("/") + canonical.c_str() + ":" + className.c_str());
+    }
+    return *found;
+}
+
+CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                               const InstanceSelection& selection) {
+    Request request(*this, context, ns);
+    const CIMClass& cimClass = request.classOf(path.getClassName());
+    CIMObjectPath wanted = request.synced(path, cimClass);
+    CIMInstance result(CIMNULL);
+    // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
+    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
+    const bool served = request.withInstances(cimClass, Access::Read, [&](auto& provider, const auto& env) {
+        result = provider.getInstance(env, request.ns(), bare, selection.localOnly, selection.includeQualifiers,
+                                      selection.includeClassOrigin, selection.propertyList, cimClass);
+    });
+    if (!served) {
+        fail(CIMException::NOT_FOUND, wanted.toString().c_str());
+    }
+    if (!result) {
+        fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+    }
+    return shaped(result, cimClass, selection.propertyList, wanted);
+}
+
+void Cimom::enumInstances(const RequestContext& context, const String& ns, const String& className,
+                          const InstanceSelection& selection, CIMInstanceResultHandlerIFC& result) {
+    Request request(*this, context, ns);
+    const CIMClass& requested = request.classOf(className);
+    for (const CIMClass* const cimClass : request.family(requested)) {
+        ShapingHandler handler(repository_, request.ns(), *cimClass, selection.propertyList, result);
+        request.withInstances(*cimClass, Access::Read, [&](auto& provider, const auto& env) {
+            provider.enumInstances(env, request.ns(), cimClass->getName(), handler, selection.localOnly, selection.deep,
+                                   selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList,
+                                   requested, *cimClass);
+        });
+    }
+}
+
+void Cimom::enumInstanceNames(const RequestContext& context, const String& ns, const String& className,
+                              CIMObjectPathResultHandlerIFC& result) {
+    Request request(*this, context, ns);
+    for (const CIMClass* const cimClass : request.family(request.classOf(className))) {
+        NamingHandler handler(request.ns(), *cimClass, result);
+        request.withInstances(*cimClass, Access::Read, [&](auto& provider, const auto& env) {
+            provider.enumInstanceNames(env, request.ns(), cimClass->getName(), handler, *cimClass);
+        });
+    }
+}
+
+CIMValue Cimom::getProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                            const String& name) {
+    if (!classOf(ns, path.getClassName()).getProperty(CIMName(name))) {
+        fail(CIMException::NO_SUCH_PROPERTY, name.c_str());
+    }
+    return getInstance(context, ns, path, InstanceSelection()).getPropertyValue(CIMName(name));
+}
+
+} // namespace cimserver::operations

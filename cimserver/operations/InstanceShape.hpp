@@ -1,0 +1,43 @@
+// Makes what a provider delivers fit for clients, and finds what a modification changes.
+#ifndef CIMSERVER_OPERATIONS_INSTANCESHAPE_HPP
+#define CIMSERVER_OPERATIONS_INSTANCESHAPE_HPP
+
+#include "OW_CIM.hpp"
+#include "OW_WBEMFlags.hpp"
+
+namespace cimserver::operations {
+
+/// True when the list (null: any) names the property, ignoring case.
+bool isWanted(const OpenWBEM::StringArray* propertyList, const OpenWBEM::String& name);
+
+/// The provider's instance with
+/// - the properties of the class that the provider left out, as NULL,
+/// - of all properties those that the list names (null: all),
+/// - a key list with a value for each key of the class: the provider's list, its properties or `path`, the first that
+///   has it.
+/// Its values and qualifiers stay as they are. Throws CIMException FAILED for a property without any type. A key that
+/// cannot be found is left out.
+OpenWBEM::CIMInstance shaped(const OpenWBEM::CIMInstance& delivered, const OpenWBEM::CIMClass& cimClass,
+                             const OpenWBEM::StringArray* propertyList, const OpenWBEM::CIMObjectPath& path);
+
+/// Throws CIMException FAILED when the instance's (or the path's) keys lack one of the class: nobody could address it.
+void requireKeys(const OpenWBEM::CIMPropertyArray& keys, const OpenWBEM::CIMClass& cimClass);
+
+/// What a provider is handed by a modification.
+struct Modification {
+    OpenWBEM::CIMInstance instance;
+    OpenWBEM::StringArray names; ///< of the properties in it
+
+    bool empty() const { return names.empty(); }
+};
+
+/// The properties of `modified`, in their order, whose value differs from `previous` (with `all` also the others), or,
+/// given a list, those it names and after them those it names that `modified` lacks, with their default. Each is the
+/// class's property with the new value; the instance has the keys of `path`.
+Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBEM::CIMInstance& previous,
+                            const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMObjectPath& path,
+                            const OpenWBEM::StringArray* propertyList, bool all);
+
+} // namespace cimserver::operations
+
+#endif

@@ -1,0 +1,55 @@
+#include "cimserver/operations/Request.hpp"
+
+#include "cimserver/operations/CimomHandle.hpp"
+
+namespace cimserver::operations {
+
+using namespace OpenWBEM;
+
+void fail(CIMException::ErrNoType code, const std::string& text) {
+    OW_THROWCIMMSG(code, text.c_str());
+}
+
+void requireWrite(const RequestContext& context) {
+    if (!context.mayWrite) {
+        fail(CIMException::ACCESS_DENIED, "The user " + context.user + " may read only");
+    }
+}
+
+Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns)
+    : cimom_(cimom), ns_(cimom.repository_.canonicalNamespace(ns)) {
+    if (ns_.empty()) {
+        fail(CIMException::INVALID_NAMESPACE, ns.c_str());
+    }
+    RequestContext shared = context;
+    if (!shared.operation) {
+        shared.operation = std::make_shared<OperationContext>();
+    }
+    origin_.user = shared.user;
+    origin_.operation = shared.operation;
+    origin_.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] {
+        return CIMOMHandleIFCRef(new CimomHandle(self, shared));
+    };
+}
+
+const CIMClass& Cimom::Request::classOf(const String& name, CIMException::ErrNoType code) const {
+    const CIMClass* const found = cimom_.repository_.findClass(ns_, name);
+    if (found == nullptr) {
+        fail(code, std::string("/") + ns_.c_str() + ":" + name.c_str());
+    }
+    return *found;
+}
+
+std::vector<const CIMClass*> Cimom::Request::family(const CIMClass& top) const {
+    std::vector<const CIMClass*> all = cimom_.repository_.subclasses(ns_, top.getName(), true);
+    all.insert(all.begin(), &top);
+    return all;
+}
+
+CIMObjectPath Cimom::Request::synced(const CIMObjectPath& path, const CIMClass& cimClass) const {
+    CIMObjectPath result(path);
+    result.setNameSpace(ns_);
+    return result.syncWithClass(cimClass);
+}
+
+} // namespace cimserver::operations
