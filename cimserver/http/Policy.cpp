@@ -52,16 +52,19 @@ std::string_view mediaTypeOf(std::string_view field) {
     return trimmed(field.substr(0, field.find(';')));
 }
 
+constexpr std::string_view XmlTypes[] = {"application/xml", "text/xml"};
+
 bool isXml(std::string_view mediaType) {
-    return equalsIgnoringCase(mediaType, "application/xml") || equalsIgnoringCase(mediaType, "text/xml");
+    return equalsIgnoringCase(mediaType, XmlTypes[0]) || equalsIgnoringCase(mediaType, XmlTypes[1]);
 }
 
-/// How closely a range of an Accept field names XML: 0 not at all, 1 all types, 2 a whole top type, 3 exactly.
-int closeness(std::string_view range) {
-    if (isXml(range)) {
+/// How closely a range of an Accept field names the type: 0 not at all, 1 all types, 2 its top type, 3 exactly.
+int closeness(std::string_view range, std::string_view type) {
+    if (equalsIgnoringCase(range, type)) {
         return 3;
     }
-    if (equalsIgnoringCase(range, "application/*") || equalsIgnoringCase(range, "text/*")) {
+    const auto top = std::string(type.substr(0, type.find('/'))) + "/*";
+    if (equalsIgnoringCase(range, top)) {
         return 2;
     }
     return range == "*/*" || range == "*" ? 1 : 0;
@@ -74,6 +77,20 @@ bool qualityIsZero(std::string_view range) {
         }
     }
     return false;
+}
+
+/// The range that names the type most closely decides.
+bool acceptsType(const std::vector<std::string_view>& ranges, std::string_view type) {
+    int closest = 0;
+    bool accepted = false;
+    for (const auto range : ranges) {
+        const int close = closeness(mediaTypeOf(range), type);
+        if (close > closest) {
+            closest = close;
+            accepted = !qualityIsZero(range);
+        }
+    }
+    return accepted;
 }
 
 std::optional<Response> refuseContent(const Request& request) {
@@ -138,19 +155,8 @@ bool isHealthRequest(const Request& request) {
 
 bool acceptsXml(std::string_view accept) {
     const auto ranges = split(accept, ',');
-    if (ranges.empty()) {
-        return true;
-    }
-    int best = 0;
-    bool excluded = false;
-    for (const auto range : ranges) {
-        const int close = closeness(mediaTypeOf(range));
-        const bool zero = qualityIsZero(range);
-        // Of equally close ranges one that accepts is enough: the other XML type may be the excluded one.
-        excluded = close > best ? zero : (close == best ? excluded && zero : excluded);
-        best = std::max(best, close);
-    }
-    return best > 0 && !excluded;
+    return ranges.empty() || std::any_of(std::begin(XmlTypes), std::end(XmlTypes),
+                                         [&ranges](std::string_view type) { return acceptsType(ranges, type); });
 }
 
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits) {

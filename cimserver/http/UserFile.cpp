@@ -43,7 +43,9 @@ User parseLine(std::string_view line, const std::string& where) {
     }
     User user{std::string(line.substr(0, first)), std::string(line.substr(first + 1, second - first - 1)),
               role == "write"};
-    if (user.hash != "*" && crypt_checksalt(user.hash.c_str()) == CRYPT_SALT_INVALID) {
+    // Without '$' it is the DES format of old, which no password survives today.
+    const bool known = user.hash[0] == '$' && crypt_checksalt(user.hash.c_str()) != CRYPT_SALT_INVALID;
+    if (user.hash != "*" && !known) {
         fail(where, "the hash of user '" + user.name + "' is in no format this system knows");
     }
     return user;
@@ -98,6 +100,9 @@ UserFile UserFile::parse(std::string_view text, const std::string& name) {
     std::string line;
     for (unsigned number = 1; std::getline(lines, line); ++number) {
         const auto where = name + ":" + std::to_string(number);
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
         if (trimmed(line).empty() || line[0] == '#') {
             continue;
         }

@@ -1,0 +1,116 @@
+// The user file, the delays and the cache, with a clock of the test's own.
+#include "cimserver/http/Access.hpp"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+
+using namespace cimserver::http;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr const char* KnownHash = "$1$salt$qJH7.N4xYta3aEG/dfqo/0"; // "password", the cheap way
+
+TEST(UserFile, NamesTheLineThatIsWrong) {
+    const std::string good = std::string("a:") + KnownHash + "\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {good + "no colon\n", "users:2: expected NAME:HASH or NAME:HASH:ROLE"},
+        {":" + std::string(KnownHash) + "\n", "users:1: expected NAME:HASH or NAME:HASH:ROLE"},
+        {good + "b:" + KnownHash + ":admin", "users:2: the role is 'read' or 'write'"},
+        {"b:plain\n", "users:1: the hash of user 'b' is in no format this system knows"},
+        {good + "#\n" + good, "users:3: the user 'a' occurs twice"},
+        {std::string("a\0:*", 4), "users:1: a zero byte"},
+    };
+    for (const auto& [text, message] : cases) {
+        try {
+            UserFile::parse(text, "users");
+            ADD_FAILURE() << text;
+        } catch (const std::runtime_error& error) {
+            EXPECT_EQ(error.what(), message);
+        }
+    }
+    EXPECT_THROW(UserFile::load("/nonexistent/users"), std::runtime_error);
+}
+
+TEST(UserFile, VerifiesOtherFormatsOfTheSystemToo) {
+    const auto users = UserFile::parse(std::string("a:") + KnownHash + ":write\r\nlocked:*:write\n", "users");
+    ASSERT_NE(users.verify("a", "password"), nullptr);
+    EXPECT_TRUE(users.find("a")->mayWrite);
+    EXPECT_EQ(users.verify("a", "Password"), nullptr);
+}
+
+TEST(UserFile, SavesWholeAndKeepsTheMode) {
+    const auto file = std::filesystem::temp_directory_path() / ("users-" + std::to_string(::getpid()));
+    std::ofstream(file) << "old:*\n";
+    std::filesystem::permissions(file, std::filesystem::perms(0640));
+    auto users = UserFile::load(file);
+    users.set({"new", hashPassword("secret"), true});
+    users.set({"old", "*", true});
+    users.save(file);
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms(0640));
+    const auto again = UserFile::load(file);
+    ASSERT_NE(again.verify("new", "secret"), nullptr);
+    EXPECT_TRUE(again.verify("new", "secret")->mayWrite);
+    EXPECT_TRUE(again.find("old")->mayWrite);
+    EXPECT_EQ(again.verify("old", "*"), nullptr) << "a user without a password has none";
+    EXPECT_TRUE(users.remove("old"));
+    EXPECT_FALSE(users.remove("old"));
+    for (const char* name : {"", "a:b", "#a", " a", "a\nb"}) {
+        EXPECT_THROW(users.set({name, "*", false}), std::invalid_argument) << name;
+    }
+    std::filesystem::remove(file);
+}
+
+TEST(LoginThrottle, DelaysGrowWithFailuresAndAreForgotten) {
+    LoginSettings settings;
+    settings.freeFailures = 2;
+    settings.delay = 100ms;
+    settings.maxDelay = 300ms;
+    settings.forgetAfter = 10s;
+    LoginThrottle throttle(settings);
+    auto now = Clock::time_point(1h);
+    for (const auto wait : {0ms, 0ms, 100ms, 200ms, 300ms, 300ms}) {
+        EXPECT_EQ(throttle.begin("guesser", now), wait);
+        now += wait;
+        throttle.end("guesser", false, now);
+    }
+    EXPECT_EQ(throttle.begin("other", now), 0ms);
+    now += 11s;
+    EXPECT_EQ(throttle.begin("guesser", now), 0ms);
+}
+
+TEST(LoginThrottle, ParallelGuessesQueueAndThenAreRefused) {
+    LoginSettings settings;
+    settings.freeFailures = 1;
+    settings.delay = settings.maxDelay = 100ms;
+    LoginThrottle throttle(settings);
+    const auto now = Clock::time_point(1h);
+    for (const auto wait : {0ms, 100ms, 200ms, 300ms, 400ms}) {
+        EXPECT_EQ(throttle.begin("guesser", now), wait);
+    }
+    EXPECT_EQ(throttle.begin("guesser", now), std::nullopt);
+    for (int i = 0; i < 5000; ++i) { // many peers: the table stays bounded, the guesser is pushed out at last
+        throttle.begin("peer" + std::to_string(i), now + 1s);
+    }
+    EXPECT_EQ(throttle.begin("guesser", now + 1s), 0ms);
+}
+
+TEST(LoginCache, FindsOnlyTheSameCredentialsAndNotForLong) {
+    LoginCache cache(60s);
+    const auto now = Clock::time_point(1h);
+    cache.add({"user", "password"}, {"user", true}, now);
+    ASSERT_NE(cache.find({"user", "password"}, now + 59s), nullptr);
+    EXPECT_EQ(cache.find({"user", "Password"}, now), nullptr);
+    EXPECT_EQ(cache.find({"use", "rpassword"}, now), nullptr);
+    EXPECT_EQ(cache.find({"user", "password"}, now + 60s), nullptr);
+    for (int i = 0; i < 1000; ++i) {
+        cache.add({"user" + std::to_string(i), "x"}, {}, now + 1s);
+    }
+    EXPECT_EQ(cache.find({"user", "password"}, now + 1s), nullptr) << "the cache is bounded";
+}
+
+} // namespace

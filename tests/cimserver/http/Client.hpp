@@ -1,0 +1,64 @@
+// A client that writes bytes as they are told and reads answers strictly: each must have a Content-Length.
+#ifndef TESTS_CIMSERVER_HTTP_CLIENT_HPP
+#define TESTS_CIMSERVER_HTTP_CLIENT_HPP
+
+#include <openssl/ssl.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+
+namespace http_testing {
+
+struct Reply {
+    unsigned status = 0;                       ///< 0: the connection ended or nothing came in time
+    std::map<std::string, std::string> fields; ///< names in lower case
+    std::string body;
+    bool closes() const { return fields.count("connection") != 0 && fields.at("connection") == "close"; }
+};
+
+/// TLS as a client does it; empty names mean none.
+struct TlsChoice {
+    std::string caFile;
+    std::string certificateFile;
+    std::string keyFile;
+    int version = 0; ///< e.g. TLS1_2_VERSION; 0: any
+};
+
+class Client {
+  public:
+    explicit Client(std::uint16_t port);
+    /// Throws std::runtime_error when the handshake fails.
+    Client(std::uint16_t port, const TlsChoice& tls);
+    ~Client();
+    Client(Client&& other) noexcept;
+    Client(const Client&) = delete;
+    Client& operator=(const Client&) = delete;
+
+    void send(const std::string& bytes);
+    /// The next answer, waiting for at most ten seconds.
+    Reply read();
+    /// The next answer to a HEAD request: a Content-Length without a body.
+    Reply readHead();
+    Reply ask(const std::string& bytes) { return send(bytes), read(); }
+    /// True when the server ends the connection, without a reset and without another byte.
+    bool ended();
+    /// The common name of the server's certificate.
+    std::string serverName() const;
+
+  private:
+    bool fill();
+
+    int fd_ = -1;
+    std::string buffer_;
+    std::unique_ptr<SSL_CTX, void (*)(SSL_CTX*)> context_{nullptr, SSL_CTX_free};
+    std::unique_ptr<SSL, void (*)(SSL*)> tls_{nullptr, SSL_free};
+};
+
+/// A well-formed request with the body; `fields` are further lines, each with its "\r\n".
+std::string post(const std::string& body, const std::string& fields = "", const std::string& version = "HTTP/1.1");
+
+} // namespace http_testing
+
+#endif

@@ -1,0 +1,48 @@
+// A server in this process with a handler that tells what it got, a folder for files, and what was logged.
+#ifndef TESTS_CIMSERVER_HTTP_FIXTURE_HPP
+#define TESTS_CIMSERVER_HTTP_FIXTURE_HPP
+
+#include "Client.hpp"
+#include "cimserver/http/Server.hpp"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <filesystem>
+#include <future>
+#include <string>
+
+namespace http_testing {
+
+class ServerTest : public ::testing::Test {
+  protected:
+    ServerTest();
+    ~ServerTest() override;
+
+    /// Starts with settings_, on a free port of 127.0.0.1.
+    void start(bool tls = false);
+    Client connect() const { return Client(port_); }
+    /// A good request on a connection of its own is answered.
+    void expectServes() const;
+    std::string path(const std::string& name) const { return (folder_ / name).string(); }
+    void write(const std::string& name, const std::string& text) const;
+    /// What the process logged since start(); how often a text occurs in it.
+    std::string logged() const;
+    std::size_t timesLogged(const std::string& text) const;
+
+    cimserver::http::Settings settings_;
+    std::unique_ptr<cimserver::http::Server> server_;
+    std::uint16_t port_ = 0;
+    std::promise<void> release_; ///< lets handlers go that got the body "wait"
+    std::shared_future<void> released_{release_.get_future()};
+    std::atomic<unsigned> waiting_{0}; ///< such handlers so far
+
+  private:
+    cimserver::http::Response handle(const cimserver::http::Request& request);
+
+    std::filesystem::path folder_;
+};
+
+} // namespace http_testing
+
+#endif

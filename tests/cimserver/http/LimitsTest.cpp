@@ -1,0 +1,119 @@
+// Each limit is met, answered as it should be, and the server serves on.
+#include "Fixture.hpp"
+
+#include <thread>
+
+using namespace http_testing;
+using namespace std::chrono_literals;
+
+namespace {
+
+class LimitsTest : public ServerTest {
+  protected:
+    LimitsTest() {
+        settings_.limits.headBytes = 1000;
+        settings_.limits.bodyBytes = 100'000;
+    }
+};
+
+TEST_F(LimitsTest, Sizes) {
+    start();
+    const std::string head = "POST /cimom HTTP/1.1\r\nContent-Type: text/xml\r\n";
+    const std::string megabyte(1'000'000, 'x');
+    const std::tuple<unsigned, std::string, const char*> cases[] = {
+        {431, head + "X: " + megabyte, "a field that does not end"},
+        {431, head + "X: " + std::string(1000, 'x') + "\r\n\r\n", "a head just too large"},
+        {414, "POST /" + megabyte, "a request line that does not end"},
+        {413, head + "Content-Length: 100001\r\n\r\n", "announced, and not a byte of it sent"},
+        {413, head + "Content-Length: 1000000\r\n\r\n" + megabyte, "announced and sent"},
+        {413, head + "Transfer-Encoding: chunked\r\n\r\nF4240\r\n" + megabyte, "one large chunk"},
+    };
+    for (const auto& [status, bytes, what] : cases) {
+        auto client = connect();
+        const auto reply = client.ask(bytes);
+        EXPECT_EQ(reply.status, status) << what;
+        EXPECT_TRUE(reply.closes()) << what;
+        expectServes();
+    }
+    EXPECT_EQ(connect().ask(post(std::string(100'000, 'x'))).body.size(), 100'012U) << "the limit itself is allowed";
+}
+
+TEST_F(LimitsTest, ManySmallChunksAreAddedUp) {
+    start();
+    std::string bytes = "POST /cimom HTTP/1.1\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n";
+    for (int i = 0; i < 101; ++i) {
+        bytes += "3E8\r\n" + std::string(1000, 'x') + "\r\n";
+    }
+    EXPECT_EQ(connect().ask(bytes).status, 413U);
+    expectServes();
+}
+
+/// What is sent, and the status of the answer when time is over; 0: closed without one.
+struct TimeCase {
+    cimserver::http::Milliseconds cimserver::http::Limits::*limit;
+    const char* bytes;
+    unsigned status;
+};
+
+class TimeLimitsTest : public LimitsTest, public ::testing::WithParamInterface<TimeCase> {};
+
+TEST_P(TimeLimitsTest, EndTheConnection) {
+    settings_.limits.*GetParam().limit = 30ms;
+    start();
+    auto client = connect();
+    if (GetParam().limit == &cimserver::http::Limits::idle) {
+        ASSERT_EQ(client.ask(post("a")).status, 200U);
+    }
+    client.send(GetParam().bytes);
+    EXPECT_EQ(client.read().status, GetParam().status);
+    EXPECT_TRUE(client.ended());
+    expectServes();
+}
+
+using cimserver::http::Limits;
+INSTANTIATE_TEST_SUITE_P(
+    All, TimeLimitsTest,
+    ::testing::Values(
+        TimeCase{&Limits::firstByte, "", 0}, TimeCase{&Limits::firstByte, "\r\n\r\n", 0},
+        TimeCase{&Limits::idle, "", 0}, TimeCase{&Limits::head, "POST /cimom HT", 408},
+        TimeCase{&Limits::body, "POST / HTTP/1.1\r\nContent-Type: text/xml\r\nContent-Length: 9\r\n\r\nhalf", 408},
+        TimeCase{&Limits::body, "POST / HTTP/1.1\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n5\r\n",
+                 408}));
+
+TEST_F(LimitsTest, AClientThatDoesNotReadItsAnswerIsLeft) {
+    settings_.limits.write = 50ms;
+    settings_.limits.bodyBytes = 64'000'000;
+    start();
+    auto client = connect();
+    client.send(post(std::string(32'000'000, 'x')));
+    for (int i = 0; i < 1000 && timesLogged("took too long over the answer") == 0; ++i) {
+        std::this_thread::sleep_for(10ms);
+    }
+    EXPECT_EQ(timesLogged("took too long over the answer"), 1U);
+    expectServes();
+}
+
+TEST_F(LimitsTest, ConnectionsOverTheCapAreToldSo) {
+    settings_.limits.connections = 2;
+    start();
+    auto first = connect();
+    ASSERT_EQ(first.ask(post("a")).status, 200U);
+    auto second = std::make_unique<Client>(connect());
+    ASSERT_EQ(second->ask(post("a")).status, 200U);
+    auto third = connect();
+    const auto reply = third.ask(post("a"));
+    EXPECT_EQ(reply.status, 503U);
+    EXPECT_TRUE(reply.closes());
+    EXPECT_TRUE(third.ended());
+    EXPECT_EQ(first.ask(post("b")).body, "POST||write|b");
+    second.reset();
+    { const Client gone(std::move(third)); }
+    unsigned status = 503;
+    for (int i = 0; i < 1000 && status == 503; ++i) {
+        status = connect().ask(post("a")).status;
+    }
+    EXPECT_EQ(status, 200U) << "a place that became free is not given away";
+    EXPECT_NE(server_->statistics().find("connections-refused="), std::string::npos);
+}
+
+} // namespace

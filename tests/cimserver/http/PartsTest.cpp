@@ -1,0 +1,109 @@
+// The parts that need no server: listener texts, what a dump leaves out, the counters, the log's escaping.
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Counters.hpp"
+#include "cimserver/http/Redact.hpp"
+#include "cimserver/http/Settings.hpp"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+
+using namespace cimserver::http;
+
+namespace {
+
+TEST(Listener, ReadsAddresses) {
+    struct Case {
+        const char* text;
+        bool tlsConfigured;
+        const char* url;
+        bool loopback;
+    };
+    const Case cases[] = {
+        {"127.0.0.1:5988", false, "http://127.0.0.1:5988", true},
+        {"127.9.9.9:0", true, "https://127.9.9.9:0", true},
+        {"localhost:1", false, "http://127.0.0.1:1", true},
+        {"[::1]:65535", false, "http://[::1]:65535", true},
+        {"http://0.0.0.0:80", true, "http://0.0.0.0:80", false},
+        {"HTTPS://[::]:5989", false, "https://[::]:5989", false},
+        {"[::ffff:127.0.0.1]:1", false, "http://[::ffff:127.0.0.1]:1", false},
+    };
+    for (const auto& one : cases) {
+        const auto listener = parseListener(one.text, one.tlsConfigured);
+        EXPECT_EQ(listener.url(), one.url);
+        EXPECT_EQ(listener.loopback(), one.loopback) << one.text;
+    }
+    for (const char* text : {"", "5988", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "127.0.0.1:-1", "127.0.0.1:80x",
+                             "::1:80", "[127.0.0.1]:80", "host.example:80", "127.1:80", "ftp://127.0.0.1:21"}) {
+        EXPECT_THROW(parseListener(text, false), std::invalid_argument) << text;
+    }
+}
+
+TEST(Redact, TakesSecretsOutAndLeavesTheRest) {
+    const std::pair<std::string, std::string> cases[] = {
+        {"<A B=\"c>d\">text</A>", "<A B=\"c>d\">text</A>"},
+        {"<PROPERTY NAME=\"UserPassword\" TYPE=\"string\"><VALUE>x</VALUE></PROPERTY><VALUE>y</VALUE>",
+         "<PROPERTY NAME=\"UserPassword\" TYPE=\"string\">***</PROPERTY><VALUE>y</VALUE>"},
+        {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>",
+         "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
+        {"<PROPERTY NAME='oldPASSWORD'></PROPERTY>", "<PROPERTY NAME='oldPASSWORD'>***</PROPERTY>"},
+        {"<PROPERTY NAME=\"P&#97;ssword\"><VALUE>x</VALUE></PROPERTY>",
+         "<PROPERTY NAME=\"P&#97;ssword\">***</PROPERTY>"},
+        {"<PROPERTY.ARRAY NAME=\"Passwords\"><VALUE>x</VALUE></PROPERTY.ARRAY>",
+         "<PROPERTY.ARRAY NAME=\"Passwords\">***</PROPERTY.ARRAY>"},
+        {"<PARAMVALUE NAME=\"password\"><VALUE><![CDATA[<x>]]></VALUE></PARAMVALUE>",
+         "<PARAMVALUE NAME=\"password\">***</PARAMVALUE>"},
+        {"<KEYBINDING NAME=\"Password\"><KEYVALUE>x</KEYVALUE></KEYBINDING>",
+         "<KEYBINDING NAME=\"Password\">***</KEYBINDING>"},
+        {"<VALUE>&lt;PROPERTY NAME=\"Password\"&gt;x</VALUE>", "<VALUE>***</VALUE>"},
+        {"<PROPERTY NAME=\"Password\"><VALUE>a<b</VALUE>", "<PROPERTY NAME=\"Password\">***"},
+        {"<PROPERTY NAME=\"Password x", "***"},
+        {"<", "<"},
+    };
+    for (const auto& [text, expected] : cases) {
+        EXPECT_EQ(redacted(text, false), expected);
+    }
+}
+
+TEST(Redact, FollowsAPropertyThatIsNamedApartFromItsValue) {
+    const std::string request = "<IPARAMVALUE NAME=\"PropertyName\"><VALUE>Password</VALUE></IPARAMVALUE>"
+                                "<IPARAMVALUE NAME=\"NewValue\"><VALUE>x</VALUE></IPARAMVALUE>";
+    EXPECT_TRUE(namesSecretProperty(request));
+    EXPECT_FALSE(namesSecretProperty("<IPARAMVALUE NAME=\"PropertyName\"><VALUE>User</VALUE></IPARAMVALUE>Password"));
+    EXPECT_EQ(redacted(request, true).find(">x<"), std::string::npos);
+    EXPECT_EQ(redacted("<IRETURNVALUE><VALUE>x</VALUE></IRETURNVALUE>", true), "<IRETURNVALUE>***</IRETURNVALUE>");
+}
+
+TEST(Counters, TellWhatHappened) {
+    Counters counters;
+    counters.connected();
+    for (int i = 0; i < 99; ++i) {
+        counters.answered(200, std::chrono::microseconds(100));
+    }
+    counters.answered(401, std::chrono::milliseconds(10));
+    EXPECT_EQ(counters.text(), "requests=100 client-errors=1 server-errors=0 failed-logins=0 timeouts=0 connections=1 "
+                               "connections-refused=0 latency-us mean=199 p50=128 p99=128 max=10000");
+}
+
+TEST(Log, KeepsOneEntryOneLineAndItsLevel) {
+    const auto file = std::filesystem::temp_directory_path() / ("log-" + std::to_string(::getpid()));
+    cimserver::log::configure({file.string(), cimserver::log::Level::Error});
+    cimserver::log::write(cimserver::log::Level::Warning, "test", "below the level");
+    cimserver::log::write(cimserver::log::Level::Error, "test", "a\nforged\x1b[2J entry\x7f \xC3\xA4");
+    cimserver::log::audit("always");
+    std::ifstream in(file);
+    std::string first;
+    std::string second;
+    std::getline(in, first);
+    std::getline(in, second);
+    EXPECT_EQ(first.substr(first.find(' ') + 1), "error test: a\\nforged\\x1b[2J entry\\x7f \xC3\xA4");
+    EXPECT_EQ(second.substr(second.find(' ') + 1), "audit cimserverd: always");
+    std::filesystem::remove(file);
+    EXPECT_THROW(cimserver::log::configure({"/proc/nonexistent/log", {}}), std::runtime_error);
+}
+
+} // namespace

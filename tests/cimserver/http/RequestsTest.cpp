@@ -1,0 +1,236 @@
+// Requests as clients send them, good and bad, one connection at a time.
+#include "Fixture.hpp"
+
+#include <fstream>
+#include <thread>
+
+using namespace http_testing;
+using namespace std::chrono_literals;
+
+namespace {
+
+using RequestsTest = ServerTest;
+
+TEST_F(RequestsTest, AnswersWhatTheRulesAllow) {
+    start();
+    const std::string xml = "Content-Type: text/xml; charset=utf-8\r\n";
+    const std::pair<std::string, std::string> cases[] = {
+        {post("a"), "POST||write|a"},
+        {post("a", "", "HTTP/1.0"), "POST||write|a"},
+        {"\r\n\n" + post("a"), "POST||write|a"},
+        {"M-POST / HTTP/1.1\r\n" + xml +
+             "Man: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73\r\ncontent-length: 0000000001\r\n\r\na",
+         "M-POST||write|a"},
+        {"POST http://localhost:5988/cimom HTTP/1.1\r\nCONTENT-TYPE: Application/XML\r\ncOnTeNt-LeNgTh: 1\r\n\r\na",
+         "POST||write|a"},
+        {"POST /cimom HTTP/1.1\r\n" + xml +
+             "Transfer-Encoding: chunked\r\n\r\n1\r\na\r\n3;x=y\r\nbcd\r\n0\r\nX: y\r\n\r\n",
+         "POST||write|abcd"},
+        {post("", "Accept: */*\r\n"), "POST||write|"},
+        {post("a", "Accept: text/html;q=1, text/xml;q=0.1\r\n"), "POST||write|a"},
+        {post("a", "Accept: application/xml;q=0, text/*\r\n"), "POST||write|a"},
+        {"GET /health HTTP/1.1\r\n\r\n", "ok\n"},
+    };
+    for (const auto& [bytes, body] : cases) {
+        const auto reply = connect().ask(bytes);
+        EXPECT_EQ(reply.status, 200U) << bytes;
+        EXPECT_EQ(reply.body, body) << bytes;
+        EXPECT_EQ(reply.fields.count("date"), 1U) << bytes;
+    }
+}
+
+/// A refusal leaves the connection open when the next request can be found in it, else it is announced and done.
+TEST_F(RequestsTest, RefusesAndServesOn) {
+    start();
+    struct Case {
+        unsigned status;
+        bool closes;
+        std::string bytes;
+    };
+    const std::string head = "POST /cimom HTTP/1.1\r\nContent-Type: text/xml\r\n";
+    const Case cases[] = {
+        {400, true, "\x16\x03\x01\x02 is TLS\r\n\r\n"},
+        {400, true, "POST /cimom\r\n\r\n"},
+        {400, true, "POST  /cimom HTTP/1.1\r\n\r\n"},
+        {400, true, head + "Broken field\r\n\r\n"},
+        {400, true, head + "Content-Length : 1\r\n\r\na"},
+        {400, true, head + "Content-Length: 1\r\nContent-Length: 1\r\n\r\na"},
+        {400, true, head + "Content-Length: 1, 1\r\n\r\na"},
+        {400, true, head + "Content-Length: 1\r\nTransfer-Encoding: chunked\r\n\r\n1\r\na\r\n0\r\n\r\n"},
+        {400, true, head + "Transfer-Encoding: chunked\r\nContent-Length: 1\r\n\r\n1\r\na\r\n0\r\n\r\n"},
+        {400, true, head + "Content-Length: -1\r\n\r\n"},
+        {400, true, head + "Content-Length: +1\r\n\r\na"},
+        {400, true, head + "Content-Length: 99999999999999999999\r\n\r\n"},
+        {400, true, head + "Transfer-Encoding: chunked\r\n\r\nzz\r\n"},
+        {400, true, head + "Transfer-Encoding: chunked\r\n\r\n1;" + std::string(40000, 'x')},
+        {400, true, "POST /cimom HTTP/1.0\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n0\r\n\r\n"},
+        {501, true, head + "Transfer-Encoding: gzip, chunked\r\n\r\n0\r\n\r\n"},
+        {501, true, head + "Transfer-Encoding: identity\r\n\r\n"},
+        {505, true, "POST /cimom HTTP/2.0\r\n\r\n"},
+        {404, false, "POST /elsewhere HTTP/1.1\r\nContent-Length: 4\r\n\r\nbody"},
+        {405, false, "GET /cimom HTTP/1.1\r\n\r\n"},
+        {405, false, "DELETE /health HTTP/1.1\r\n\r\n"},
+        {501, false, "BREW /cimom HTTP/1.1\r\nContent-Length: 4\r\n\r\nbody"},
+        {411, false, head + "\r\n"},
+        {415, false, "POST /cimom HTTP/1.1\r\nContent-Length: 4\r\n\r\nbody"},
+        {415, false,
+         "POST /cimom HTTP/1.1\r\nContent-Type: text/html\r\nTransfer-Encoding: chunked\r\n\r\n1\r\na\r\n0\r\n\r\n"},
+        {415, false, post("a", "Content-Encoding: gzip\r\n")},
+        {406, false, post("a", "Accept: text/html, application/json\r\n")},
+        {406, false, post("a", "Accept: application/xml;q=0, text/xml;q=0.000, */*\r\n")},
+        {417, false, post("a", "Expect: the-unexpected\r\n")},
+        {500, false, post("throw")},
+        {404, true, "POST /elsewhere HTTP/1.1\r\nConnection: close\r\nContent-Length: 4\r\n\r\nbody"},
+    };
+    for (const auto& [status, closes, bytes] : cases) {
+        auto client = connect();
+        const auto reply = client.ask(bytes);
+        EXPECT_EQ(reply.status, status) << bytes;
+        EXPECT_EQ(reply.closes(), closes) << bytes;
+        if (closes) {
+            EXPECT_TRUE(client.ended()) << bytes;
+            expectServes();
+        } else {
+            EXPECT_EQ(client.ask(post("next")).body, "POST||write|next") << bytes;
+        }
+    }
+}
+
+TEST_F(RequestsTest, AnswersPipelinedRequestsInOrder) {
+    start();
+    auto client = connect();
+    client.send(post("1") + "BREW / HTTP/1.1\r\nContent-Length: 1\r\n\r\nx" + post("2") + "\r\n" +
+                post(std::string(20000, '3')));
+    EXPECT_EQ(client.read().body, "POST||write|1");
+    EXPECT_EQ(client.read().status, 501U);
+    EXPECT_EQ(client.read().body, "POST||write|2");
+    EXPECT_EQ(client.read().body.size(), 12U + 20000U);
+}
+
+TEST_F(RequestsTest, ReadsARequestThatComesByteByByte) {
+    start();
+    auto client = connect();
+    for (const char byte :
+         "\r\nPOST / HTTP/1.1\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n2\r\nab\r\n0\r\n\r\n") {
+        if (byte != '\0') {
+            client.send(std::string(1, byte));
+        }
+    }
+    EXPECT_EQ(client.read().body, "POST||write|ab");
+}
+
+TEST_F(RequestsTest, KeepsAnHttp10ConnectionOnlyOnRequest) {
+    start();
+    auto client = connect();
+    EXPECT_EQ(client.ask(post("a", "Connection: keep-alive\r\n", "HTTP/1.0")).fields["connection"], "keep-alive");
+    EXPECT_TRUE(client.ask(post("b", "", "HTTP/1.0")).closes());
+    EXPECT_TRUE(client.ended());
+}
+
+TEST_F(RequestsTest, AsksForTheBodyOnExpect) {
+    start();
+    auto client = connect();
+    const auto whole = post("body", "Expect: 100-continue\r\n");
+    EXPECT_EQ(client.ask(whole.substr(0, whole.size() - 4)).status, 100U);
+    EXPECT_EQ(client.ask("body").body, "POST||write|body");
+    // Refused before the body: whether it still comes is unknown, so the connection ends.
+    const auto refused = client.ask("POST /no HTTP/1.1\r\nExpect: 100-continue\r\nContent-Length: 4\r\n\r\n");
+    EXPECT_EQ(refused.status, 404U);
+    EXPECT_TRUE(refused.closes());
+    EXPECT_TRUE(client.ended());
+}
+
+TEST_F(RequestsTest, AnswersOptionsAndHead) {
+    start();
+    auto client = connect();
+    for (const char* target : {"*", "/", "/cimom"}) {
+        auto reply = client.ask("OPTIONS " + std::string(target) + " HTTP/1.1\r\n\r\n");
+        EXPECT_EQ(reply.status, 200U) << target;
+        EXPECT_EQ(reply.fields["allow"], "POST, M-POST, OPTIONS") << target;
+        EXPECT_EQ(reply.fields["73-cimprotocolversion"], "1.0") << target;
+    }
+    client.send("HEAD /health HTTP/1.1\r\n\r\n");
+    EXPECT_EQ(client.readHead().fields["content-length"], "3");
+    EXPECT_EQ(client.ask(post("a")).body, "POST||write|a");
+}
+
+TEST_F(RequestsTest, SlowHandlersAndSilentClientsDelayNobody) {
+    settings_.workers = 2;
+    start();
+    auto slow = connect();
+    slow.send(post("wait"));
+    std::vector<Client> others;
+    for (int i = 0; i < 200; ++i) {
+        others.push_back(connect());
+        others.push_back(connect());
+        others.back().send("POST /cimom HTTP/1.1\r\nContent-Le");
+    }
+    expectServes();
+    release_.set_value();
+    EXPECT_EQ(slow.read().status, 200U);
+    others.back().send("ngth: 1\r\nContent-Type: text/xml\r\n\r\na");
+    EXPECT_EQ(others.back().read().body, "POST||write|a");
+}
+
+TEST_F(RequestsTest, FinishesRequestsUnderWayWhenStopped) {
+    start();
+    auto busy = connect();
+    auto idle = connect();
+    busy.send(post("wait"));
+    ASSERT_EQ(idle.ask(post("a")).status, 200U);
+    while (waiting_ == 0) {
+        std::this_thread::sleep_for(1ms);
+    }
+    auto stopped = std::async(std::launch::async, [this] { return server_->stop(10s); });
+    EXPECT_TRUE(idle.ended());
+    release_.set_value();
+    const auto reply = busy.read();
+    EXPECT_EQ(reply.body, "POST||write|wait");
+    EXPECT_TRUE(reply.closes());
+    { const Client gone(std::move(busy)); }
+    EXPECT_TRUE(stopped.get());
+    EXPECT_THROW(connect(), std::runtime_error);
+}
+
+TEST_F(RequestsTest, GivesUpOnRequestsThatDoNotFinish) {
+    start();
+    auto busy = connect();
+    busy.send(post("wait"));
+    while (waiting_ == 0) {
+        std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_FALSE(server_->stop(20ms));
+    release_.set_value();
+}
+
+TEST_F(RequestsTest, NamesTheAddressItCannotListenOn) {
+    start();
+    settings_.listeners = {{"127.0.0.1", port_, false}};
+    cimserver::http::Server second(settings_, nullptr);
+    try {
+        second.start();
+        FAIL() << "two servers on one port";
+    } catch (const cimserver::http::ListenError& error) {
+        EXPECT_EQ(std::string(error.what()),
+                  "cannot listen on http://127.0.0.1:" + std::to_string(port_) + ": Address already in use");
+    }
+}
+
+TEST_F(RequestsTest, DumpsWhatGoesOverTheWireWithoutSecrets) {
+    settings_.dumpFile = path("dump");
+    start();
+    const auto secret =
+        post("<PROPERTY NAME=\"PushPassword\" TYPE=\"string\"><VALUE>topsecret</VALUE></PROPERTY><B>kept</B>",
+             "Authorization: Basic dG9wOnNlY3JldA==\r\nX-Seen: yes\r\n");
+    EXPECT_NE(connect().ask(secret).body.find("topsecret"), std::string::npos);
+    std::ifstream dump(path("dump"));
+    const std::string text{std::istreambuf_iterator<char>(dump), {}};
+    EXPECT_EQ(text.find("topsecret"), std::string::npos) << text;
+    EXPECT_EQ(text.find("dG9w"), std::string::npos) << text;
+    EXPECT_NE(text.find("X-Seen: yes"), std::string::npos) << text;
+    EXPECT_NE(text.find("answer 200"), std::string::npos) << text;
+    EXPECT_NE(text.rfind("<B>kept</B>"), text.find("<B>kept</B>")) << "request and answer hold it: " << text;
+    EXPECT_EQ(logged().find("dG9w"), std::string::npos);
+}
+
+} // namespace
