@@ -116,6 +116,24 @@ CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, co
     }
 }
 
+/// The class's key properties with the values of the path: providers find the object by them.
+CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimClass) {
+    CIMPropertyArray keys = cimClass.getKeys();
+    for (CIMProperty& key : keys) {
+        key.setValue(path.getKeyValue(CIMName(key.getName())));
+    }
+    return keys;
+}
+
+/// A key sent along may only say what the path says; NULL says nothing.
+void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
+    const CIMValue value = sent.getValue();
+    if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {
+        fail(CIMException::INVALID_PARAMETER,
+             std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
+    }
+}
+
 } // namespace
 
 bool isWanted(const StringArray* propertyList, const String& name) {
@@ -145,7 +163,7 @@ void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all) {
     Modification result;
-    CIMPropertyArray properties;
+    CIMPropertyArray properties = keyProperties(path, cimClass);
     const auto take = [&](const CIMProperty& property) {
         properties.push_back(property);
         result.names.push_back(property.getName());
@@ -153,8 +171,11 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
     for (const CIMProperty& sent : modified.getProperties()) {
         CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
         property.setValue(sent.getValue());
-        if (propertyList != nullptr ? isWanted(propertyList, sent.getName())
-                                    : all || !presentValue(previous, path, property).equal(property.getValue())) {
+        if (property.isKey()) {
+            requireSameKey(property, path);
+        } else if (propertyList != nullptr
+                       ? isWanted(propertyList, sent.getName())
+                       : all || !presentValue(previous, path, property).equal(property.getValue())) {
             take(property);
         }
     }

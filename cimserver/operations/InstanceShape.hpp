@@ -33,7 +33,8 @@ struct Modification {
 
 /// The properties of `modified`, in their order, whose value differs from `previous` (with `all` also the others), or,
 /// given a list, those it names and after them those it names that `modified` lacks, with their default. Each is the
-/// class's property with the new value; the instance has the keys of `path`.
+/// class's property with the new value. The instance also has the keys of `path`, as properties too, which are not
+/// among the names; a key sent with another value is refused with INVALID_PARAMETER.
 Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBEM::CIMInstance& previous,
                             const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMObjectPath& path,
                             const OpenWBEM::StringArray* propertyList, bool all);
