@@ -84,6 +84,7 @@ class OW_COMMON_API CIMDateTime {
     void readObject(std::istream& istrm);
     void writeObject(std::ostream& ostrm) const;
 
+    friend OW_COMMON_API bool operator==(const CIMDateTime& x, const CIMDateTime& y);
     friend OW_COMMON_API bool operator<(const CIMDateTime& x, const CIMDateTime& y);
 
   private:

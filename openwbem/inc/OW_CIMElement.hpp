@@ -8,6 +8,8 @@
 
 namespace OpenWBEM {
 
+class CIMNameAccess; // inside the library
+
 /// Base of the named classes of the model. All comparisons here compare the names only, in any case of letters.
 class OW_COMMON_API CIMElement : public CIMBase {
   public:

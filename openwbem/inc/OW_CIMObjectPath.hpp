@@ -104,6 +104,8 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     friend OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
 
   private:
+    void setFullNameSpace(const CIMNameSpace& ns);
+
     COWIntrusiveReference<Data> m_pdata;
 };
 

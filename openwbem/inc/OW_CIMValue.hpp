@@ -13,6 +13,8 @@
 
 namespace OpenWBEM {
 
+class CIMValueAccess; // inside the library
+
 /// A value of one of the CIM types, or an array of them, or null. True in a condition unless it is null: false and ""
 /// are values too.
 ///
@@ -171,6 +173,7 @@ class OW_COMMON_API CIMValue : public CIMBase {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
+    friend class CIMValueAccess;
     friend OW_COMMON_API bool operator<(const CIMValue& x, const CIMValue& y);
 
   private:

@@ -1,0 +1,126 @@
+// Copies of classes that hold less, and their text.
+
+#include "OW_CIMClass.hpp"
+#include "OW_CIMMethod.hpp"
+#include "OW_CIMModel.hpp"
+#include "OW_CIMProperty.hpp"
+#include "OW_CIMQualifier.hpp"
+
+#include <string>
+
+namespace OpenWBEM {
+
+namespace {
+
+CIMQualifierArray localQualifiers(const CIMQualifierArray& qualifiers) {
+    CIMQualifierArray local;
+    for (const CIMQualifier& qualifier : qualifiers) {
+        if (!qualifier.getPropagated()) {
+            local.push_back(qualifier);
+        }
+    }
+    return local;
+}
+
+} // namespace
+
+CIMClass CIMClass::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                         WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray& propertyList,
+                         bool noProps) const {
+    CIMClass copy = filterProperties(propertyList, noProps);
+    CIMPropertyArray properties;
+    const CIMPropertyArray listed = copy.getAllProperties();
+    for (const CIMProperty& property : listed) {
+        if (!(localOnly && property.getPropagated())) {
+            properties.push_back(property.clone(includeQualifiers, includeClassOrigin));
+        }
+    }
+    CIMMethodArray methods;
+    const CIMMethodArray all = getAllMethods();
+    for (const CIMMethod& method : all) {
+        const CIMMethod kept = method.clone(localOnly, includeQualifiers, includeClassOrigin);
+        if (kept) {
+            methods.push_back(kept);
+        }
+    }
+    copy.setProperties(properties).setMethods(methods);
+    if (!includeQualifiers) {
+        return copy.setQualifiers(CIMQualifierArray());
+    }
+    return localOnly ? copy.setQualifiers(localQualifiers(getQualifiers())) : copy;
+}
+
+CIMClass CIMClass::filterProperties(const StringArray& propertyList, bool noProps) const {
+    CIMClass copy(*this);
+    if (noProps || propertyList.empty()) {
+        return noProps ? copy.setProperties(CIMPropertyArray()) : copy;
+    }
+    CIMPropertyArray kept;
+    const CIMPropertyArray all = getAllProperties();
+    for (const CIMProperty& property : all) {
+        if (listContains(propertyList, CIMNameAccess::of(property))) {
+            kept.push_back(property);
+        }
+    }
+    return copy.setProperties(kept);
+}
+
+namespace {
+
+/// Whether an instance answers a request for the class with this property of its own class: of what the requested class
+/// has, all or what it declares itself; of what subclasses add, all or nothing.
+bool isWanted(const CIMProperty& property, const CIMClass& requestedClass, WBEMFlags::ELocalOnlyFlag localOnly,
+              WBEMFlags::EDeepFlag deep) {
+    const CIMProperty requested = requestedClass.getProperty(CIMNameAccess::of(property));
+    if (!requested) {
+        return deep == WBEMFlags::E_DEEP;
+    }
+    return !localOnly || !requested.getPropagated();
+}
+
+} // namespace
+
+StringArray CIMClass::getCloneProps(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EDeepFlag deep,
+                                    const StringArray* propertyList, const CIMClass& requestedClass) const {
+    StringArray names;
+    const CIMPropertyArray all = getAllProperties();
+    for (const CIMProperty& property : all) {
+        const bool listed = !propertyList || listContains(*propertyList, CIMNameAccess::of(property));
+        if (listed && isWanted(property, requestedClass, localOnly, deep)) {
+            names.push_back(property.getName());
+        }
+    }
+    return names;
+}
+
+StringArray CIMClass::getCloneProps(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EDeepFlag deep,
+                                    const StringArray& propertyList, bool noProps,
+                                    const CIMClass& requestedClass) const {
+    const StringArray none;
+    const StringArray* list = propertyList.empty() ? nullptr : &propertyList;
+    return getCloneProps(localOnly, deep, noProps ? &none : list, requestedClass);
+}
+
+String CIMClass::toString() const {
+    return toMOF();
+}
+
+String CIMClass::toMOF() const {
+    std::string text = qualifiersToMOF(getQualifiers(), "");
+    text += ("class " + getName()).c_str();
+    if (!getSuperClass().empty()) {
+        text += (" : " + getSuperClass()).c_str();
+    }
+    text += "\n{\n";
+    const CIMPropertyArray properties = getAllProperties();
+    for (const CIMProperty& property : properties) {
+        text += property.toMOF().c_str();
+    }
+    const CIMMethodArray methods = getAllMethods();
+    for (const CIMMethod& method : methods) {
+        text += method.toMOF().c_str();
+    }
+    return (text + "};\n").c_str();
+}
+
+} // namespace OpenWBEM

@@ -1,0 +1,284 @@
+#include "OW_CIMDateTime.hpp"
+
+#include "OW_CIMModel.hpp"
+#include "OW_CIMStream.hpp"
+#include "OW_DateTime.hpp"
+
+#include <algorithm>
+#include <cstdio>
+
+namespace OpenWBEM {
+
+OW_DEFINE_EXCEPTION(CIMDateTime)
+
+namespace {
+
+// The columns of the text:  ddddddddhhmmss.mmmmmm:000   an interval
+//                           yyyymmddhhmmss.mmmmmmsutc   a point in time
+constexpr size_t timeColumn = 8;
+constexpr size_t microSecondsColumn = 15;
+constexpr size_t signColumn = 21;
+
+constexpr UInt64 microSecondsPerSecond = 1000000;
+constexpr UInt64 secondsPerDay = 86400;
+constexpr UInt64 longestInterval = (99999999 + UInt64(1)) * secondsPerDay * microSecondsPerSecond - 1;
+
+/// The number in the width columns from column on: leading blanks, then digits up to the first character that is none.
+/// At most 8 columns, so that it cannot overflow.
+UInt32 readColumns(const String& text, size_t column, size_t width) {
+    const size_t end = std::min(column + width, text.length());
+    while (column < end && text.charAt(column) == ' ') {
+        ++column;
+    }
+    UInt32 number = 0;
+    for (; column < end && text.charAt(column) >= '0' && text.charAt(column) <= '9'; ++column) {
+        number = number * 10 + static_cast<UInt32>(text.charAt(column) - '0');
+    }
+    return number;
+}
+
+UInt8 readTwoColumns(const String& text, size_t column) {
+    return static_cast<UInt8>(readColumns(text, column, 2));
+}
+
+/// Days from 1970-01-01 to the date of the Gregorian calendar; months outside 1 to 12 carry into the years. Years start
+/// in March here, so that the leap day is the last one, and are counted in cycles of 400.
+Int64 daysSinceEpoch(Int64 year, Int64 month, Int64 day) {
+    const Int64 monthsFromMarch = year * 12 + month - 3;
+    const Int64 cycleMonths = 400 * 12;
+    const Int64 cycle = (monthsFromMarch + cycleMonths) / cycleMonths - 1;
+    const Int64 yearInCycle = (monthsFromMarch - cycle * cycleMonths) / 12;
+    const Int64 monthInYear = (monthsFromMarch - cycle * cycleMonths) % 12;
+    const Int64 dayInYear = (153 * monthInYear + 2) / 5 + day - 1;
+    const Int64 dayInCycle = yearInCycle * 365 + yearInCycle / 4 - yearInCycle / 100 + dayInYear;
+    return cycle * 146097 + dayInCycle - 719468;
+}
+
+} // namespace
+
+struct CIMDateTime::Data : public ModelData<CIMDateTime::Data> {
+    UInt16 year = 0;
+    UInt8 month = 0;
+    UInt32 days = 0;
+    UInt8 hours = 0;
+    UInt8 minutes = 0;
+    UInt8 seconds = 0;
+    UInt32 microSeconds = 0;
+    Int16 utc = 0;
+    bool interval = true;
+
+    template <class Self>
+    static auto fields(Self& self) {
+        return std::tie(self.interval, self.year, self.month, self.days, self.hours, self.minutes, self.seconds,
+                        self.microSeconds, self.utc);
+    }
+    void parse(const String& text);
+    void setInstant(const DateTime& dateTime);
+
+    /// Seconds, from the epoch for a point in time. The microseconds come on top: they can be more than a second.
+    Int64 inSeconds() const {
+        const Int64 day = interval ? Int64(days) : daysSinceEpoch(year, month, days);
+        return ((day * 24 + hours) * 60 + minutes - utc) * 60 + seconds + Int64(microSeconds / microSecondsPerSecond);
+    }
+    UInt32 microSecondsOfSecond() const { return static_cast<UInt32>(microSeconds % microSecondsPerSecond); }
+};
+
+void CIMDateTime::Data::parse(const String& text) {
+    const char sign = text.length() > signColumn ? text.charAt(signColumn) : '\0';
+    if (sign != ':' && sign != '+' && sign != '-') {
+        OW_THROW_ERR(CIMDateTimeException, "Invalid format for date time", E_INVALID_DATE_TIME_FORMAT);
+    }
+    interval = sign == ':';
+    if (interval) {
+        days = readColumns(text, 0, 8);
+    } else {
+        year = static_cast<UInt16>(readColumns(text, 0, 4));
+        month = readTwoColumns(text, 4);
+        days = readTwoColumns(text, 6);
+        const Int32 offset = static_cast<Int32>(readColumns(text, signColumn + 1, 3));
+        utc = static_cast<Int16>(sign == '-' ? -offset : offset);
+    }
+    hours = readTwoColumns(text, timeColumn);
+    minutes = readTwoColumns(text, timeColumn + 2);
+    seconds = readTwoColumns(text, timeColumn + 4);
+    microSeconds = readColumns(text, microSecondsColumn, 6);
+}
+
+void CIMDateTime::Data::setInstant(const DateTime& dateTime) {
+    interval = false;
+    year = static_cast<UInt16>(dateTime.getYear());
+    month = static_cast<UInt8>(dateTime.getMonth());
+    days = static_cast<UInt32>(dateTime.getDay());
+    hours = static_cast<UInt8>(dateTime.getHour());
+    minutes = static_cast<UInt8>(dateTime.getMinute());
+    seconds = static_cast<UInt8>(dateTime.getSecond());
+    microSeconds = dateTime.getMicrosecond();
+    utc = dateTime.getUtcOffsetMinutes();
+}
+
+CIMDateTime::CIMDateTime() : m_dptr(sharedDefault<Data>()) {}
+CIMDateTime::CIMDateTime(CIMNULL_t) {}
+CIMDateTime::CIMDateTime(const String& text) : CIMDateTime() {
+    if (!text.empty()) {
+        m_dptr->parse(text);
+    }
+}
+CIMDateTime::CIMDateTime(const DateTime& dateTime) : CIMDateTime() {
+    m_dptr->setInstant(dateTime);
+}
+CIMDateTime::CIMDateTime(UInt64 microSeconds) : CIMDateTime() {
+    const UInt64 length = std::min(microSeconds, longestInterval);
+    const UInt64 wholeSeconds = length / microSecondsPerSecond;
+    m_dptr->days = static_cast<UInt32>(wholeSeconds / secondsPerDay);
+    m_dptr->hours = static_cast<UInt8>(wholeSeconds / 3600 % 24);
+    m_dptr->minutes = static_cast<UInt8>(wholeSeconds / 60 % 60);
+    m_dptr->seconds = static_cast<UInt8>(wholeSeconds % 60);
+    m_dptr->microSeconds = static_cast<UInt32>(length % microSecondsPerSecond);
+}
+CIMDateTime::CIMDateTime(const CIMDateTime& other) = default;
+CIMDateTime::~CIMDateTime() = default;
+CIMDateTime& CIMDateTime::operator=(const CIMDateTime& other) = default;
+
+UInt16 CIMDateTime::getYear() const {
+    return m_dptr->year;
+}
+
+UInt8 CIMDateTime::getMonth() const {
+    return m_dptr->month;
+}
+
+UInt32 CIMDateTime::getDays() const {
+    return m_dptr->days;
+}
+
+UInt32 CIMDateTime::getDay() const {
+    return m_dptr->days;
+}
+
+UInt8 CIMDateTime::getHours() const {
+    return m_dptr->hours;
+}
+
+UInt8 CIMDateTime::getMinutes() const {
+    return m_dptr->minutes;
+}
+
+UInt8 CIMDateTime::getSeconds() const {
+    return m_dptr->seconds;
+}
+
+UInt32 CIMDateTime::getMicroSeconds() const {
+    return m_dptr->microSeconds;
+}
+
+Int16 CIMDateTime::getUtc() const {
+    return m_dptr->utc;
+}
+
+CIMDateTime& CIMDateTime::setYear(UInt16 year) {
+    m_dptr->year = year;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setMonth(UInt8 month) {
+    m_dptr->month = month;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setDays(UInt32 days) {
+    m_dptr->days = days;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setDay(UInt32 day) {
+    return setDays(day);
+}
+
+CIMDateTime& CIMDateTime::setHours(UInt8 hours) {
+    m_dptr->hours = hours;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setMinutes(UInt8 minutes) {
+    m_dptr->minutes = minutes;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setSeconds(UInt8 seconds) {
+    m_dptr->seconds = seconds;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setMicroSeconds(UInt32 microSeconds) {
+    m_dptr->microSeconds = microSeconds;
+    return *this;
+}
+
+CIMDateTime& CIMDateTime::setUtc(Int16 minutesEastOfUtc) {
+    m_dptr->utc = minutesEastOfUtc;
+    return *this;
+}
+
+void CIMDateTime::setInterval(bool interval) {
+    m_dptr->interval = interval;
+}
+
+bool CIMDateTime::isInterval() const {
+    return m_dptr->interval;
+}
+
+bool CIMDateTime::equal(const CIMDateTime& other) const {
+    return Data::fields(*m_dptr) == Data::fields(*other.m_dptr);
+}
+
+bool CIMDateTime::isSet() const {
+    const Data* d = m_dptr.getPtr();
+    return d && (d->year || d->month || d->days || d->hours || d->minutes || d->seconds || d->microSeconds);
+}
+
+String CIMDateTime::toString() const {
+    const Data& d = *m_dptr;
+    char text[64];
+    if (d.interval) {
+        std::snprintf(text, sizeof(text), "%08u%02u%02u%02u.%06u:000", d.days, unsigned(d.hours), unsigned(d.minutes),
+                      unsigned(d.seconds), d.microSeconds);
+    } else {
+        std::snprintf(text, sizeof(text), "%04u%02u%02u%02u%02u%02u.%06u%+04d", unsigned(d.year), unsigned(d.month),
+                      d.days, unsigned(d.hours), unsigned(d.minutes), unsigned(d.seconds), d.microSeconds, int(d.utc));
+    }
+    return text;
+}
+
+DateTime CIMDateTime::toDateTime() const {
+    return DateTime(static_cast<time_t>(m_dptr->inSeconds()), m_dptr->microSecondsOfSecond());
+}
+
+void CIMDateTime::readObject(std::istream& istrm) {
+    m_dptr = CIMStream::readData<Data>(istrm, "D").release();
+}
+
+void CIMDateTime::writeObject(std::ostream& ostrm) const {
+    CIMStream::writeData(ostrm, "D", *m_dptr);
+}
+
+bool operator==(const CIMDateTime& x, const CIMDateTime& y) {
+    if (!x.m_dptr || !y.m_dptr) {
+        return !x.m_dptr && !y.m_dptr;
+    }
+    return x.equal(y);
+}
+
+bool operator<(const CIMDateTime& x, const CIMDateTime& y) {
+    if (!x.m_dptr || !y.m_dptr) {
+        return !x.m_dptr && !!y.m_dptr;
+    }
+    const Int64 a = x.m_dptr->inSeconds();
+    const Int64 b = y.m_dptr->inSeconds();
+    return a < b || (a == b && x.m_dptr->microSecondsOfSecond() < y.m_dptr->microSecondsOfSecond());
+}
+
+std::ostream& operator<<(std::ostream& ostrm, const CIMDateTime& dateTime) {
+    return ostrm << dateTime.toString();
+}
+
+} // namespace OpenWBEM

@@ -1,0 +1,112 @@
+#include "OW_CIMNameSpace.hpp"
+
+#include "OW_CIMModel.hpp"
+#include "OW_CIMStream.hpp"
+
+namespace OpenWBEM {
+
+struct CIMNameSpace::Data : public ModelData<CIMNameSpace::Data> {
+    String nameSpace;
+    CIMUrl url;
+
+    template <class Self>
+    static auto fields(Self& self) {
+        return std::tie(self.nameSpace, self.url);
+    }
+};
+
+CIMNameSpace::CIMNameSpace() : m_pdata(sharedDefault<Data>()) {}
+CIMNameSpace::CIMNameSpace(CIMNULL_t) {}
+CIMNameSpace::CIMNameSpace(const CIMUrl& url, const String& nameSpace) : CIMNameSpace(nameSpace) {
+    setHostUrl(url);
+}
+CIMNameSpace::CIMNameSpace(const String& nameSpace) : CIMNameSpace() {
+    setNameSpace(nameSpace);
+}
+CIMNameSpace::CIMNameSpace(const char* nameSpace) : CIMNameSpace(String(nameSpace)) {}
+CIMNameSpace::CIMNameSpace(const CIMNameSpace& other) = default;
+CIMNameSpace::~CIMNameSpace() = default;
+CIMNameSpace& CIMNameSpace::operator=(const CIMNameSpace& other) = default;
+
+void CIMNameSpace::setNull() {
+    m_pdata = nullptr;
+}
+
+String CIMNameSpace::getNameSpace() const {
+    return m_pdata->nameSpace;
+}
+
+String CIMNameSpace::getHost() const {
+    return m_pdata->url.getHost();
+}
+
+String CIMNameSpace::getProtocol() const {
+    return m_pdata->url.getProtocol();
+}
+
+String CIMNameSpace::getFileName() const {
+    return m_pdata->url.getFileName();
+}
+
+Int32 CIMNameSpace::getPortNumber() const {
+    return m_pdata->url.getPortNumber();
+}
+
+CIMUrl CIMNameSpace::getHostUrl() const {
+    return m_pdata->url;
+}
+
+bool CIMNameSpace::isLocal() const {
+    return m_pdata->url.isLocal();
+}
+
+CIMNameSpace& CIMNameSpace::setNameSpace(const String& nameSpace) {
+    String name = nameSpace;
+    name.trim();
+    size_t start = 0;
+    while (name.charAt(start) == '/') {
+        ++start;
+    }
+    m_pdata->nameSpace = start == 0 ? name : name.substring(start);
+    return *this;
+}
+
+CIMNameSpace& CIMNameSpace::setHost(const String& host) {
+    m_pdata->url.setHost(host);
+    return *this;
+}
+
+CIMNameSpace& CIMNameSpace::setProtocol(const String& protocol) {
+    m_pdata->url.setProtocol(protocol);
+    return *this;
+}
+
+CIMNameSpace& CIMNameSpace::setHostUrl(const CIMUrl& url) {
+    m_pdata->url = url;
+    return *this;
+}
+
+bool operator==(const CIMNameSpace& x, const CIMNameSpace& y) {
+    if (!x || !y) {
+        return !x && !y;
+    }
+    return x.getNameSpace().equalsIgnoreCase(y.getNameSpace()) && x.getHostUrl() == y.getHostUrl();
+}
+
+String CIMNameSpace::toString() const {
+    return getNameSpace();
+}
+
+String CIMNameSpace::toMOF() const {
+    return getNameSpace();
+}
+
+void CIMNameSpace::readObject(std::istream& istrm) {
+    m_pdata = CIMStream::readData<Data>(istrm, "N").release();
+}
+
+void CIMNameSpace::writeObject(std::ostream& ostrm) const {
+    CIMStream::writeData(ostrm, "N", *m_pdata);
+}
+
+} // namespace OpenWBEM
