@@ -1,0 +1,249 @@
+// A provider as somebody else would write it for an OpenWBEM object manager: one header, instances in memory, a method
+// and an association. It writes on standard output and holds a text that is not UTF-8, as providers do.
+#include "OW_CppProviderIncludes.hpp"
+
+#include <iostream>
+#include <map>
+#include <stdexcept>
+#include <string>
+
+using namespace OpenWBEM;
+using namespace OpenWBEM::WBEMFlags;
+
+namespace {
+
+typedef std::map<std::string, CIMInstance> Things;
+
+template <class T>
+Array<T> two(const T& a, const T& b) {
+    Array<T> result;
+    result.push_back(a);
+    result.push_back(b);
+    return result;
+}
+
+class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
+  public:
+    void initialize(const ProviderEnvironmentIFCRef& env) override {
+        std::cout << "ACMEThing: ready" << std::endl;
+        env->getLogger("acme.thing")->logInfo("ACMEThing is ready");
+        addThing("full", "ACME_Thing");
+        fill(m_things["full"]);
+        addThing("empty", "ACME_Thing");
+        addThing("latin", "ACME_Thing");
+        m_things["latin"].setProperty(CIMProperty("Text", CIMValue("caf\xe9\x01")));
+        addThing("special", "ACME_SpecialThing");
+        m_things["special"].setProperty("Speciality", CIMValue("everything"));
+    }
+
+    void enumInstanceNames(const ProviderEnvironmentIFCRef&, const String& ns, const String& className,
+                           CIMObjectPathResultHandlerIFC& result, const CIMClass&) override {
+        if (className.equalsIgnoreCase("ACME_Slot")) {
+            result.handle(slotPath(ns, 1));
+            result.handle(slotPath(ns, 2));
+        } else if (className.equalsIgnoreCase("ACME_ThingInSlot")) {
+            result.handle(CIMObjectPath(ns, link(ns)));
+        } else {
+            for (const auto& thing : m_things) {
+                if (thing.second.getClassName().equalsIgnoreCase(className)) {
+                    result.handle(CIMObjectPath(ns, thing.second));
+                }
+            }
+        }
+    }
+
+    CIMInstance getInstance(const ProviderEnvironmentIFCRef&, const String& ns, const CIMObjectPath& path,
+                            ELocalOnlyFlag localOnly, EIncludeQualifiersFlag, EIncludeClassOriginFlag origin,
+                            const StringArray* propertyList, const CIMClass& cimClass) override {
+        if (path.getClassName().equalsIgnoreCase("ACME_Slot")) {
+            return slot(path.getKeyValue("Number"), cimClass);
+        }
+        if (path.getClassName().equalsIgnoreCase("ACME_ThingInSlot")) {
+            return link(ns);
+        }
+        return find(path).clone(localOnly, E_INCLUDE_QUALIFIERS, origin, propertyList);
+    }
+
+    CIMObjectPath createInstance(const ProviderEnvironmentIFCRef&, const String& ns,
+                                 const CIMInstance& instance) override {
+        const std::string name = instance.getPropertyT("Name").getValueT().toString().c_str();
+        if (m_things.count(name) != 0) {
+            OW_THROWCIMMSG(CIMException::ALREADY_EXISTS, name.c_str());
+        }
+        m_things[name] = instance;
+        return CIMObjectPath(ns, instance);
+    }
+
+    void modifyInstance(const ProviderEnvironmentIFCRef&, const String& ns, const CIMInstance& modified,
+                        const CIMInstance&, EIncludeQualifiersFlag, const StringArray* propertyList,
+                        const CIMClass& cimClass) override {
+        CIMInstance& thing = find(CIMObjectPath(ns, modified));
+        const CIMPropertyArray properties = cimClass.getAllProperties();
+        for (size_t i = 0; i < properties.size(); ++i) {
+            const String name = properties[i].getName();
+            if (!listed(propertyList, name)) {
+                continue;
+            }
+            CIMProperty property(name, properties[i].getDataType());
+            thing.setProperty(property.setValue(modified.getPropertyValue(name)));
+        }
+    }
+
+    void deleteInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath& path) override {
+        find(path);
+        m_things.erase(path.getKeyValue("Name").toString().c_str());
+    }
+
+    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath&,
+                          const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override {
+        if (method.equalsIgnoreCase("Add")) {
+            const UInt32 b = in[1].getValue() ? in[1].getValue().toUInt32() : 0;
+            out[0].setValue(CIMValue(UInt64(in[0].getValue().toUInt32()) + b));
+            return CIMValue(UInt32(0));
+        }
+        if (method.equalsIgnoreCase("Reverse")) {
+            const std::string text = in[0].getValue() ? in[0].getValue().toString().c_str() : "";
+            out[0].setValue(CIMValue(std::string(text.rbegin(), text.rend()).c_str()));
+            return out[0].getValue();
+        }
+        if (method.equalsIgnoreCase("Count")) {
+            return CIMValue(UInt32(env->getCIMOMHandle()->enumInstanceNamesA(ns, "ACME_Thing").size()));
+        }
+        failAs(in[0].getValue() ? in[0].getValue().toString() : String());
+        return CIMValue(CIMNULL);
+    }
+
+    void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
+                     const CIMObjectPath& object, const String&, const String& resultClass, const String&,
+                     const String&, EIncludeQualifiersFlag, EIncludeClassOriginFlag, const StringArray*) override {
+        const CIMObjectPath other = otherEnd(ns, object);
+        if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
+            result.handle(env->getCIMOMHandle()->getInstance(ns, other));
+        }
+    }
+
+    void associatorNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
+                         const CIMObjectPath& object, const String&, const String& resultClass, const String&,
+                         const String&) override {
+        const CIMObjectPath other = otherEnd(ns, object);
+        if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
+            result.handle(other);
+        }
+    }
+
+    void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC& result, const String& ns,
+                    const CIMObjectPath& object, const String&, const String&, EIncludeQualifiersFlag,
+                    EIncludeClassOriginFlag, const StringArray*) override {
+        if (otherEnd(ns, object)) {
+            result.handle(link(ns));
+        }
+    }
+
+    void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
+                        const CIMObjectPath& object, const String&, const String&) override {
+        if (otherEnd(ns, object)) {
+            result.handle(CIMObjectPath(ns, link(ns)));
+        }
+    }
+
+  private:
+    static CIMProperty key(const String& name, const CIMValue& value) {
+        CIMProperty property(name, value);
+        return property.addQualifier(CIMQualifier::createKeyQualifier());
+    }
+
+    void addThing(const String& name, const String& className) {
+        CIMInstance thing(className);
+        m_things[name.c_str()] = thing.setProperty(key("Name", CIMValue(name)));
+    }
+
+    /// Every type, with a qualifier of its own on one of the properties.
+    static void fill(CIMInstance& thing) {
+        thing.setProperty("U8", CIMValue(UInt8(255))).setProperty("S8", CIMValue(Int8(-128)));
+        thing.setProperty("U16", CIMValue(UInt16(65535))).setProperty("S16", CIMValue(Int16(-32768)));
+        thing.setProperty("U32", CIMValue(UInt32(4294967295u))).setProperty("S32", CIMValue(Int32(-2147483647)));
+        thing.setProperty("U64", CIMValue(~UInt64(0))).setProperty("S64", CIMValue(Int64(-5)));
+        thing.setProperty("R32", CIMValue(Real32(1.5))).setProperty("R64", CIMValue(Real64(-0.25)));
+        thing.setProperty("Letter", CIMValue(Char16('A')));
+        CIMProperty flag("Flag", CIMValue(true));
+        CIMQualifier applicable("Applicable");
+        thing.setProperty(flag.addQualifier(applicable.setValue(CIMValue(false))));
+        thing.setProperty("Text", CIMValue("<a> & \"b\""));
+        thing.setProperty("When", CIMValue(CIMDateTime(String("20240229235959.123456+060"))));
+        thing.setProperty("HowLong", CIMValue(CIMDateTime(String("00000001020304.000000:000"))));
+        thing.setProperty("Numbers", CIMValue(two<UInt16>(1, 2)));
+        thing.setProperty("Texts", CIMValue(two<String>("", "x y")));
+        thing.setProperty("Flags", CIMValue(two<Bool>(true, false)));
+        thing.setProperty("Times", CIMValue(two(CIMDateTime(String("20240101000000.000000+000")), CIMDateTime())));
+    }
+
+    static bool listed(const StringArray* list, const String& name) {
+        for (size_t i = 0; list != 0 && i < list->size(); ++i) {
+            if ((*list)[i].equalsIgnoreCase(name)) {
+                return true;
+            }
+        }
+        return list == 0;
+    }
+
+    CIMInstance& find(const CIMObjectPath& path) {
+        const Things::iterator found = m_things.find(path.getKeyValue("Name").toString().c_str());
+        if (found == m_things.end()) {
+            OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
+        }
+        return found->second;
+    }
+
+    static CIMObjectPath slotPath(const String& ns, UInt16 number) {
+        CIMObjectPath path("ACME_Slot", ns);
+        return path.setKeyValue("Number", CIMValue(number));
+    }
+
+    static CIMInstance slot(const CIMValue& number, const CIMClass& cimClass) {
+        if (!number || number.toUInt16() < 1 || number.toUInt16() > 2) {
+            OW_THROWCIM(CIMException::NOT_FOUND);
+        }
+        CIMInstance instance = cimClass.newInstance();
+        return instance.setProperty("Number", number).setProperty("Label", CIMValue("slot " + number.toString()));
+    }
+
+    /// The thing "full" lies in slot 1.
+    static CIMInstance link(const String& ns) {
+        CIMObjectPath thing("ACME_Thing", ns);
+        CIMInstance instance("ACME_ThingInSlot");
+        instance.setProperty(CIMProperty("Thing", CIMValue(thing.setKeyValue("Name", CIMValue("full")))));
+        return instance.setProperty(CIMProperty("Slot", CIMValue(slotPath(ns, 1))));
+    }
+
+    static CIMObjectPath otherEnd(const String& ns, const CIMObjectPath& object) {
+        const CIMInstance both = link(ns);
+        const CIMObjectPath thing = both.getPropertyValue("Thing").toCIMObjectPath();
+        const CIMObjectPath slot = both.getPropertyValue("Slot").toCIMObjectPath();
+        return object == thing ? slot : object == slot ? thing : CIMObjectPath(CIMNULL);
+    }
+
+    static void failAs(const String& how) {
+        if (how.equals("cim")) {
+            OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "keep <out>");
+        }
+        if (how.equals("own code")) {
+            OW_THROWCIMMSG(CIMException::ErrNoType(30), "odd");
+        }
+        if (how.equals("openwbem")) {
+            String("abc").toUInt32();
+        }
+        if (how.equals("null object")) {
+            CIMInstance(CIMNULL).getProperties();
+        }
+        if (how.equals("std")) {
+            throw std::runtime_error("out of paper");
+        }
+        throw 5;
+    }
+
+    Things m_things;
+};
+
+} // namespace
+
+OW_PROVIDERFACTORY(ACMEThing, ACMEThing)
