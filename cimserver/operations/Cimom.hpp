@@ -8,6 +8,7 @@
 #include "OW_WBEMFlags.hpp"
 
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cimserver::schema {
@@ -26,6 +27,9 @@ struct RequestContext {
     bool mayWrite = true;
     std::shared_ptr<OpenWBEM::OperationContext>
         operation{}; ///< what providers share within one request; made on demand
+    /// When set, modifyInstance and setProperty leave here the properties that they hand to the provider, before they
+    /// do: what the audit line names.
+    std::optional<OpenWBEM::CIMPropertyArray>* handedOn = nullptr;
 };
 
 /// What a read returns of each instance. A null property list means all, an empty one none.
