@@ -1,0 +1,61 @@
+#pragma once
+
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <utility>
+
+namespace zpo {
+
+/// Owns a file descriptor.
+class UniqueFd {
+  public:
+    UniqueFd() = default;
+    explicit UniqueFd(int fd) : fd_(fd) {}
+    UniqueFd(UniqueFd&& other) noexcept : fd_(other.release()) {}
+    UniqueFd& operator=(UniqueFd&& other) noexcept;
+    ~UniqueFd() { reset(); }
+
+    int get() const { return fd_; }
+    explicit operator bool() const { return fd_ >= 0; }
+    /// Gives the descriptor up without closing it.
+    int release() { return std::exchange(fd_, -1); }
+    void reset();
+
+  private:
+    int fd_ = -1;
+};
+
+/// Opens a file, closed on exec; repeats an interrupted call. Not open on failure, errno tells why.
+UniqueFd openFile(const std::string& path, int flags, mode_t mode = 0);
+
+/// Reads the whole file from its start. Returns 0 or an errno; EFBIG when it holds more than `limit` bytes.
+int readFile(int fd, std::size_t limit, std::string& content);
+int readFile(const std::string& path, std::size_t limit, std::string& content);
+
+/// Writes all bytes at the descriptor's position. Returns 0 or an errno.
+int writeAll(int fd, std::string_view bytes);
+
+/// Puts `content` in place of the file at once: whoever reads sees the old or the new content, also after a power cut.
+/// Keeps owner and permissions of an existing file, otherwise creates it with `mode`. Returns 0 or an errno.
+int replaceFile(const std::string& path, std::string_view content, mode_t mode);
+
+/// Creates the directory unless it exists; its parent must exist. Returns 0 or an errno.
+int ensureDirectory(const std::string& path);
+
+/// Makes the directory's entries durable. Best effort: some file systems cannot.
+void syncDirectory(const std::string& path);
+
+/// An exclusive lock on a file between processes and threads, held until destruction. The file stays.
+class FileLock {
+  public:
+    /// Takes the lock, creating the file if needed; waits at most `patience`. Returns 0 or an errno, ETIMEDOUT when the
+    /// lock was not free in time.
+    int acquire(const std::string& path, std::chrono::milliseconds patience);
+
+  private:
+    UniqueFd fd_;
+};
+
+} // namespace zpo

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace zpo {
+
+/// The platform's settings, from the environment. An empty optional stands for a variable with an unusable value, which
+/// its users refuse instead of quietly working on the default place.
+struct Settings {
+    std::optional<std::string> stateDirectory;   ///< ZPO_STATE_DIR
+    std::optional<std::string> logDirectory;     ///< ZPO_LOG_DIR
+    std::optional<std::string> crontabDirectory; ///< ZPO_CRONTAB_DIR; the empty text: use the crontab program
+    std::optional<std::uint64_t> registryBytes;  ///< ZPO_REGISTRY_MB, largest size of the registry in bytes
+    std::optional<std::uint64_t> logBytes;       ///< ZPO_LOG_KB, size at which a log is rotated, in bytes
+};
+
+/// Reads the settings from the environment, or the defaults alone in a set-user-ID program.
+Settings readSettings();
+
+/// The process's settings, read at the first call.
+const Settings& settings();
+
+} // namespace zpo

@@ -1,0 +1,158 @@
+#include "Files.hpp"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <vector>
+
+namespace zpo {
+namespace {
+
+std::string directoryOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// A name with a leading dot and a second one, which a cron daemon passes over.
+std::string temporaryName(const std::string& path) {
+    return directoryOf(path) + "/.new." + path.substr(path.rfind('/') + 1) + ".XXXXXX";
+}
+
+int keepOwner(int fd, const std::string& path, mode_t mode) {
+    struct stat old {};
+    if (lstat(path.c_str(), &old) != 0 || !S_ISREG(old.st_mode)) {
+        return fchmod(fd, mode) == 0 ? 0 : errno;
+    }
+    if ((old.st_uid != geteuid() || old.st_gid != getegid()) && fchown(fd, old.st_uid, old.st_gid) != 0) {
+        return errno;
+    }
+    return fchmod(fd, old.st_mode & 07777U) == 0 ? 0 : errno;
+}
+
+int fillAndRename(int fd, const std::string& temporary, const std::string& path, std::string_view content,
+                  mode_t mode) {
+    if (const int error = keepOwner(fd, path, mode)) {
+        return error;
+    }
+    if (const int error = writeAll(fd, content)) {
+        return error;
+    }
+    if (fsync(fd) != 0 || rename(temporary.c_str(), path.c_str()) != 0) {
+        return errno;
+    }
+    return 0;
+}
+
+} // namespace
+
+UniqueFd& UniqueFd::operator=(UniqueFd&& other) noexcept {
+    if (this != &other) {
+        reset();
+        fd_ = other.release();
+    }
+    return *this;
+}
+
+void UniqueFd::reset() {
+    if (fd_ >= 0) {
+        close(release());
+    }
+}
+
+UniqueFd openFile(const std::string& path, int flags, mode_t mode) {
+    int fd = -1;
+    do {
+        fd = open(path.c_str(), flags | O_CLOEXEC, mode);
+    } while (fd < 0 && errno == EINTR);
+    return UniqueFd(fd);
+}
+
+int readFile(int fd, std::size_t limit, std::string& content) {
+    content.clear();
+    char chunk[16384];
+    for (;;) {
+        const ssize_t count = pread(fd, chunk, sizeof chunk, static_cast<off_t>(content.size()));
+        if (count == 0) {
+            return 0;
+        }
+        if (count < 0 && errno != EINTR) {
+            return errno;
+        }
+        if (count > 0) {
+            content.append(chunk, static_cast<std::size_t>(count));
+        }
+        if (content.size() > limit) {
+            return EFBIG;
+        }
+    }
+}
+
+int readFile(const std::string& path, std::size_t limit, std::string& content) {
+    // Non-blocking, so that a FIFO in the file's place fails to be read instead of stopping the caller.
+    const UniqueFd fd = openFile(path, O_RDONLY | O_NONBLOCK);
+    return fd ? readFile(fd.get(), limit, content) : errno;
+}
+
+int writeAll(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(fd, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) {
+            return errno;
+        }
+        bytes.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return 0;
+}
+
+int replaceFile(const std::string& path, std::string_view content, mode_t mode) {
+    std::string temporary = temporaryName(path);
+    const UniqueFd fd(mkostemp(temporary.data(), O_CLOEXEC));
+    if (!fd) {
+        return errno;
+    }
+    const int error = fillAndRename(fd.get(), temporary, path, content, mode);
+    if (error != 0) {
+        unlink(temporary.c_str());
+        return error;
+    }
+    syncDirectory(directoryOf(path));
+    return 0;
+}
+
+int ensureDirectory(const std::string& path) {
+    if (mkdir(path.c_str(), 0755) == 0 || errno == EEXIST) {
+        return 0;
+    }
+    const int error = errno;
+    struct stat found {};
+    return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode) ? 0 : error;
+}
+
+void syncDirectory(const std::string& path) {
+    if (const UniqueFd fd = openFile(path, O_RDONLY | O_DIRECTORY)) {
+        fsync(fd.get());
+    }
+}
+
+int FileLock::acquire(const std::string& path, std::chrono::milliseconds patience) {
+    fd_ = openFile(path, O_RDWR | O_CREAT, 0660);
+    if (!fd_) {
+        return errno;
+    }
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (flock(fd_.get(), LOCK_EX | LOCK_NB) != 0) {
+        if (errno != EWOULDBLOCK && errno != EINTR) {
+            return errno;
+        }
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return ETIMEDOUT;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
+    return 0;
+}
+
+} // namespace zpo

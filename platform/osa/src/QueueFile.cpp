@@ -1,0 +1,180 @@
+#include "QueueFile.hpp"
+
+#include "Files.hpp"
+#include "Settings.hpp"
+#include "osa.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <sys/ipc.h>
+#include <sys/msg.h>
+#include <unistd.h>
+
+namespace zpo {
+namespace {
+
+// Names live in STATE/queues, one file a queue: "ID KEY CREATED". Changes are made under the lock STATE/queues/.lock.
+constexpr std::size_t maxName = 64;
+constexpr std::size_t maxFile = 128;
+constexpr std::chrono::seconds lockPatience{10};
+constexpr int keyAttempts = 100;
+
+std::string queueDirectory() {
+    return settings().stateDirectory ? *settings().stateDirectory + "/queues" : std::string();
+}
+
+std::uint32_t statusOfFileError(int error) {
+    switch (error) {
+    case 0:
+        return OSA_OK;
+    case EACCES:
+    case EPERM:
+        return OSA_NO_ACCESS;
+    case ENOMEM:
+    case ENOSPC:
+    case EMFILE:
+    case ENFILE:
+        return OSA_NO_RESOURCES;
+    default:
+        return OSA_STATE_DIRECTORY;
+    }
+}
+
+bool parseIdentity(const std::string& content, QueueIdentity& identity) {
+    long long created = 0;
+    char end = '\0';
+    const int read = std::sscanf(content.c_str(), "%d %d %lld%c", &identity.id, &identity.key, &created, &end);
+    identity.created = created;
+    return read == 4 && end == '\n' && identity.id >= 0;
+}
+
+std::uint32_t lockQueues(FileLock& lock) {
+    const std::string directory = queueDirectory();
+    if (directory.empty()) {
+        return OSA_STATE_DIRECTORY;
+    }
+    int error = ensureDirectory(*settings().stateDirectory);
+    if (error == 0) {
+        error = ensureDirectory(directory);
+    }
+    if (error == 0) {
+        error = lock.acquire(directory + "/.lock", lockPatience);
+    }
+    return statusOfFileError(error);
+}
+
+int newKernelQueue(QueueIdentity& identity) {
+    std::random_device random;
+    for (int attempt = 0; attempt < keyAttempts; ++attempt) {
+        const auto key = static_cast<key_t>(random());
+        const int id = key == IPC_PRIVATE ? -1 : msgget(key, IPC_CREAT | IPC_EXCL | 0660);
+        if (id >= 0) {
+            return inspectQueue(id, identity);
+        }
+        if (errno != EEXIST) {
+            return errno;
+        }
+    }
+    return EEXIST;
+}
+
+} // namespace
+
+bool isQueueName(const char* name) {
+    const std::size_t length = strnlen(name, maxName + 1);
+    return length > 0 && length <= maxName && *name != '.' && std::all_of(name, name + length, [](unsigned char c) {
+               return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' ||
+                      c == '_' || c == '-';
+           });
+}
+
+int inspectQueue(int id, QueueIdentity& identity) {
+    msqid_ds state{};
+    if (msgctl(id, IPC_STAT, &state) != 0) {
+        return errno;
+    }
+    identity = {id, state.msg_perm.__key, static_cast<std::int64_t>(state.msg_ctime)};
+    return 0;
+}
+
+std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity) {
+    const std::string directory = queueDirectory();
+    if (directory.empty()) {
+        return OSA_STATE_DIRECTORY;
+    }
+    std::string content;
+    const int error = readFile(directory + "/" + name, maxFile, content);
+    if (error != 0) {
+        return error == ENOENT || error == ENOTDIR || error == EFBIG ? OSA_QUEUE_NOT_FOUND : statusOfFileError(error);
+    }
+    QueueIdentity named;
+    QueueIdentity present;
+    if (!parseIdentity(content, named)) {
+        return OSA_QUEUE_NOT_FOUND;
+    }
+    const int gone = inspectQueue(named.id, present);
+    if (gone == EACCES) {
+        return OSA_NO_ACCESS;
+    }
+    if (gone != 0 || !(present == named)) {
+        return OSA_QUEUE_NOT_FOUND;
+    }
+    identity = named;
+    return OSA_OK;
+}
+
+std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name) {
+    std::error_code error;
+    for (std::filesystem::directory_iterator file(queueDirectory(), error), end; !error && file != end;
+         file.increment(error)) {
+        name = file->path().filename();
+        if (isQueueName(name.c_str()) && readQueueFile(name, identity) == OSA_OK && identity.id == id) {
+            return OSA_OK;
+        }
+    }
+    return OSA_QUEUE_NOT_FOUND;
+}
+
+std::uint32_t createQueue(const std::string& name, QueueIdentity& identity) {
+    FileLock lock;
+    std::uint32_t status = lockQueues(lock);
+    if (status != OSA_OK) {
+        return status;
+    }
+    status = readQueueFile(name, identity);
+    if (status != OSA_QUEUE_NOT_FOUND) {
+        return status;
+    }
+    int error = newKernelQueue(identity);
+    if (error != 0) {
+        return statusOfFileError(error);
+    }
+    const std::string content = std::to_string(identity.id) + ' ' + std::to_string(identity.key) + ' ' +
+                                std::to_string(identity.created) + '\n';
+    error = replaceFile(queueDirectory() + "/" + name, content, 0664);
+    if (error != 0) {
+        msgctl(identity.id, IPC_RMID, nullptr);
+    }
+    return statusOfFileError(error);
+}
+
+std::uint32_t deleteQueue(int id) {
+    FileLock lock;
+    std::uint32_t status = lockQueues(lock);
+    QueueIdentity identity;
+    std::string name;
+    if (status != OSA_OK || (status = findQueueFile(id, identity, name)) != OSA_OK) {
+        return status;
+    }
+    if (msgctl(id, IPC_RMID, nullptr) != 0 && errno != EINVAL && errno != EIDRM) {
+        return statusOfFileError(errno);
+    }
+    unlink((queueDirectory() + "/" + name).c_str());
+    return OSA_OK;
+}
+
+} // namespace zpo

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <sys/types.h>
+
+namespace zpo {
+
+/// A kernel queue and what tells it from another that gets its id later: the random key it was created with, and when.
+struct QueueIdentity {
+    int id = -1;
+    key_t key = 0;
+    std::int64_t created = 0;
+
+    bool operator==(const QueueIdentity& other) const {
+        return id == other.id && key == other.key && created == other.created;
+    }
+};
+
+/// Letters, digits, '.', '_', '-', 1 to 64 of them, no leading dot.
+bool isQueueName(const char* name);
+
+/// What the kernel says of the queue with this id. Returns 0 or an errno.
+int inspectQueue(int id, QueueIdentity& identity);
+
+/// Reads the file that names a queue in the state directory and makes sure that the queue still is the one it names.
+/// Returns a status of osa.h.
+std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity);
+
+/// Finds the name file of the queue with this id. OSA_QUEUE_NOT_FOUND when the id is no live queue of the directory.
+std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name);
+
+/// Creates the queue and its file, or takes over the one that lives. Returns a status of osa.h.
+std::uint32_t createQueue(const std::string& name, QueueIdentity& identity);
+
+/// Removes the queue and its file. Returns a status of osa.h.
+std::uint32_t deleteQueue(int id);
+
+} // namespace zpo

@@ -1,0 +1,221 @@
+#include "osa.h"
+
+#include "QueueFile.hpp"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <exception>
+#include <map>
+#include <mutex>
+#include <pthread.h>
+#include <sys/msg.h>
+#include <thread>
+
+namespace {
+
+using namespace zpo;
+
+struct Message {
+    long type;
+    char bytes[OSA_MAX_MESSAGE];
+};
+
+// A bounded wait looks again in steps: the kernel's own wait knows no limit.
+constexpr std::chrono::milliseconds shortestStep{1};
+constexpr std::chrono::milliseconds longestStep{20};
+
+template <class Work>
+std::uint32_t guarded(Work work) noexcept {
+    try {
+        return work();
+    } catch (const std::exception&) {
+        return OSA_NO_RESOURCES;
+    }
+}
+
+// The queues this process has met by name or id, so that an id which the kernel gave to another queue is noticed.
+class KnownQueues {
+  public:
+    void add(const QueueIdentity& identity) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        byId_[identity.id] = identity;
+    }
+
+    enum class Meeting { never, same, other };
+
+    Meeting look(const QueueIdentity& identity) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        const auto known = byId_.find(identity.id);
+        if (known == byId_.end()) {
+            return Meeting::never;
+        }
+        return known->second == identity ? Meeting::same : Meeting::other;
+    }
+
+    std::mutex& mutex() { return mutex_; }
+
+  private:
+    std::mutex mutex_;
+    std::map<int, QueueIdentity> byId_;
+};
+
+KnownQueues& knownQueues();
+
+// A fork while another thread holds the lock must not leave the child with a lock that nobody opens.
+void lockForFork() {
+    knownQueues().mutex().lock();
+}
+
+void unlockAfterFork() {
+    knownQueues().mutex().unlock();
+}
+
+KnownQueues& knownQueues() {
+    static auto* const all = [] {
+        auto* fresh = new KnownQueues; // never destroyed: used until the process ends
+        pthread_atfork(lockForFork, unlockAfterFork, unlockAfterFork);
+        return fresh;
+    }();
+    return *all;
+}
+
+// Whether the id is a live queue of the state directory.
+std::uint32_t checkId(std::uint32_t id) {
+    QueueIdentity present;
+    const int error = id > 0x7fffffffU ? EINVAL : inspectQueue(static_cast<int>(id), present);
+    if (error != 0) {
+        return error == EACCES ? OSA_NO_ACCESS : OSA_QUEUE_NOT_FOUND;
+    }
+    const KnownQueues::Meeting meeting = knownQueues().look(present);
+    if (meeting != KnownQueues::Meeting::never) {
+        // The kernel has given the id to another queue: only a new look-up by name makes it valid again.
+        return meeting == KnownQueues::Meeting::same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
+    }
+    QueueIdentity named;
+    std::string name;
+    const std::uint32_t status = findQueueFile(present.id, named, name);
+    if (status == OSA_OK) {
+        knownQueues().add(named);
+    }
+    return status;
+}
+
+std::uint32_t statusOfQueueError(int error) {
+    switch (error) {
+    case EAGAIN:
+        return OSA_QUEUE_FULL;
+    case E2BIG:
+        return OSA_BUFFER_TOO_SMALL;
+    case EIDRM:
+    case EINVAL:
+        return OSA_QUEUE_NOT_FOUND;
+    case EACCES:
+        return OSA_NO_ACCESS;
+    case ENOMEM:
+        return OSA_NO_RESOURCES;
+    default:
+        return OSA_SYSTEM_ERROR;
+    }
+}
+
+// One attempt; an empty queue is OSA_TIMEOUT unless the kernel waits (flags without IPC_NOWAIT).
+std::uint32_t receiveOnce(std::uint32_t id, Message& message, std::uint32_t size, std::uint32_t& length, int flags) {
+    ssize_t count = -1;
+    do {
+        count = msgrcv(static_cast<int>(id), &message, size, 0, flags);
+    } while (count < 0 && errno == EINTR);
+    if (count < 0) {
+        return errno == ENOMSG ? OSA_TIMEOUT : statusOfQueueError(errno);
+    }
+    length = static_cast<std::uint32_t>(count);
+    return OSA_OK;
+}
+
+std::uint32_t receiveWithin(std::uint32_t id, Message& message, std::uint32_t size, std::uint32_t& length,
+                            std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (auto step = shortestStep;; step = std::min(2 * step, longestStep)) {
+        const std::uint32_t status = receiveOnce(id, message, size, length, IPC_NOWAIT);
+        const auto now = std::chrono::steady_clock::now();
+        if (status != OSA_TIMEOUT || now >= deadline) {
+            return status;
+        }
+        std::this_thread::sleep_for(std::min<std::chrono::nanoseconds>(step, deadline - now));
+    }
+}
+
+} // namespace
+
+uint32_t osQueueGetId(const char* name, uint32_t* id) {
+    return guarded([&]() -> std::uint32_t {
+        if (name == nullptr || id == nullptr) {
+            return OSA_BAD_ARGUMENT;
+        }
+        QueueIdentity identity;
+        const std::uint32_t status = isQueueName(name) ? readQueueFile(name, identity) : OSA_BAD_NAME;
+        if (status == OSA_OK) {
+            knownQueues().add(identity);
+            *id = static_cast<std::uint32_t>(identity.id);
+        }
+        return status;
+    });
+}
+
+uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
+    return guarded([&]() -> std::uint32_t {
+        if (message == nullptr || length == 0 || length > OSA_MAX_MESSAGE) {
+            return OSA_BAD_ARGUMENT;
+        }
+        const std::uint32_t status = checkId(id);
+        if (status != OSA_OK) {
+            return status;
+        }
+        Message envelope{1, {}};
+        std::memcpy(envelope.bytes, message, length);
+        return msgsnd(static_cast<int>(id), &envelope, length, IPC_NOWAIT) == 0 ? OSA_OK : statusOfQueueError(errno);
+    });
+}
+
+uint32_t osQueueCreate(const char* name, uint32_t* id) {
+    return guarded([&]() -> std::uint32_t {
+        if (name == nullptr || id == nullptr) {
+            return OSA_BAD_ARGUMENT;
+        }
+        QueueIdentity identity;
+        const std::uint32_t status = isQueueName(name) ? createQueue(name, identity) : OSA_BAD_NAME;
+        if (status == OSA_OK) {
+            knownQueues().add(identity);
+            *id = static_cast<std::uint32_t>(identity.id);
+        }
+        return status;
+    });
+}
+
+uint32_t osQueueReceive(uint32_t id, void* buffer, uint32_t size, uint32_t* length, int32_t timeoutMs) {
+    return guarded([&]() -> std::uint32_t {
+        if (buffer == nullptr || length == nullptr || size == 0) {
+            return OSA_BAD_ARGUMENT;
+        }
+        std::uint32_t status = checkId(id);
+        if (status != OSA_OK) {
+            return status;
+        }
+        Message message{};
+        const std::uint32_t room = std::min(size, OSA_MAX_MESSAGE);
+        status = timeoutMs < 0 ? receiveOnce(id, message, room, *length, 0)
+                               : receiveWithin(id, message, room, *length, std::chrono::milliseconds(timeoutMs));
+        if (status == OSA_OK) {
+            std::memcpy(buffer, message.bytes, *length);
+        }
+        return status;
+    });
+}
+
+uint32_t osQueueDelete(uint32_t id) {
+    return guarded([&]() -> std::uint32_t {
+        const std::uint32_t status = checkId(id);
+        return status == OSA_OK ? deleteQueue(static_cast<int>(id)) : status;
+    });
+}

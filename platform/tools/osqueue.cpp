@@ -1,0 +1,116 @@
+// osqueue: creates, listens to, sends to and deletes the platform's message queues.
+
+#include "osa.h"
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+
+namespace {
+
+constexpr int failureCode = 1;
+constexpr int usageCode = 2;
+
+struct Request {
+    std::string name, message;
+    int timeoutMs = -1;
+    unsigned count = 0;
+};
+
+const char* textOf(std::uint32_t status) {
+    switch (status) {
+    case OSA_BAD_ARGUMENT:
+        return "a message has 1 to 4096 bytes";
+    case OSA_BAD_NAME:
+        return "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot";
+    case OSA_QUEUE_NOT_FOUND:
+        return "no such queue";
+    case OSA_QUEUE_FULL:
+        return "the queue is full";
+    case OSA_TIMEOUT:
+        return "no message in time";
+    case OSA_NO_ACCESS:
+        return "no permission";
+    case OSA_NO_RESOURCES:
+        return "the system has no room for it";
+    case OSA_STATE_DIRECTORY:
+        return "the state directory (ZPO_STATE_DIR) is missing, not writable or not an absolute path";
+    default:
+        return "the system failed";
+    }
+}
+
+void require(std::uint32_t status, const std::string& name) {
+    if (status != OSA_OK) {
+        char number[16];
+        std::snprintf(number, sizeof number, " (0x%x)", status);
+        throw std::runtime_error(name + ": " + textOf(status) + number);
+    }
+}
+
+std::uint32_t idOf(const std::string& name) {
+    std::uint32_t id = 0;
+    require(osQueueGetId(name.c_str(), &id), name);
+    return id;
+}
+
+void create(const Request& request) {
+    std::uint32_t id = 0;
+    require(osQueueCreate(request.name.c_str(), &id), request.name);
+    std::printf("%u\n", id);
+}
+
+void listen(const Request& request) {
+    std::uint32_t id = 0;
+    require(osQueueCreate(request.name.c_str(), &id), request.name);
+    for (unsigned received = 0; request.count == 0 || received < request.count; ++received) {
+        char buffer[OSA_MAX_MESSAGE];
+        std::uint32_t length = 0;
+        require(osQueueReceive(id, buffer, sizeof buffer, &length, request.timeoutMs), request.name);
+        std::fwrite(buffer, 1, length, stdout);
+        std::putchar('\n');
+        std::fflush(stdout); // whoever reads sees each message when it comes
+    }
+}
+
+void send(const Request& request) {
+    const auto length = static_cast<std::uint32_t>(request.message.size());
+    require(osQueueSend(idOf(request.name), request.message.data(), length), request.name);
+}
+
+void remove(const Request& request) {
+    require(osQueueDelete(idOf(request.name)), request.name);
+}
+
+CLI::App* addCommand(CLI::App& app, Request& request, const char* name, const char* help, void (*run)(const Request&)) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->add_option("NAME", request.name, "the queue, for example CDRService")->required();
+    command->callback([&request, run] { run(request); });
+    return command;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    CLI::App app("Works on the platform's message queues of ZPO_STATE_DIR (default /var/lib/zpo).", "osqueue");
+    app.require_subcommand(1);
+    Request request;
+    addCommand(app, request, "create", "Create a queue unless it exists, and print its id", create);
+    CLI::App* command = addCommand(app, request, "listen", "Print messages as they come, one a line", listen);
+    command->add_option("--count", request.count, "stop after so many messages (default: never)");
+    command->add_option("--timeout", request.timeoutMs, "fail when no message comes for so many milliseconds");
+    command = addCommand(app, request, "send", "Send a message", send);
+    command->add_option("MESSAGE", request.message, "for example 0")->required();
+    addCommand(app, request, "delete", "Delete a queue with its messages", remove);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : usageCode;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "osqueue: %s\n", error.what());
+        return failureCode;
+    }
+    return 0;
+}

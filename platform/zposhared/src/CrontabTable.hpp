@@ -1,0 +1,53 @@
+#pragma once
+
+#include "ZpoShared.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zpo {
+
+/// A task as it stands in a crontab.
+struct CrontabTask {
+    std::uint16_t minute = ZPO_SCHED_ANY;
+    std::uint16_t hour = ZPO_SCHED_ANY;
+    std::string dayOfMonth = "*";
+    std::string dayOfWeek = "*";
+    std::uint16_t month = ZPO_SCHED_ANY;
+    std::string path;
+
+    bool operator==(const CrontabTask& other) const;
+};
+
+/// Checks a task to be created: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD.
+std::uint32_t taskFrom(const ZpoScheduledTask& record, CrontabTask& task);
+/// Takes a record that names a task: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD (an unterminated day text).
+std::uint32_t taskFrom(const ZpoScheduledTaskRecord& record, CrontabTask& task);
+/// Checks a program's path that ends within 256 bytes: absolute, no '%' (a line feed to cron), no control character.
+std::uint32_t checkPath(const char* path);
+
+/// A crontab's text, edited so that every byte that is not a task of this library stays.
+///
+/// A task is two lines, the mark and the crontab line; the program's path is quoted for the shell where it needs it:
+///     # zpo-task
+///     30 8 * * 3 /qv/bin/CDRTransfer
+/// Sunday is written 0, which every cron understands; BusyBox refuses 7. A mark above any other line means nothing.
+class CrontabTable {
+  public:
+    explicit CrontabTable(std::string text) : text_(std::move(text)) {}
+
+    const std::string& text() const { return text_; }
+    /// Adds a task at the end, before a last line that lacks its line feed.
+    void add(const CrontabTask& task);
+    /// This library's tasks that run `path`, in the table's order.
+    std::vector<CrontabTask> list(std::string_view path) const;
+    /// Removes the first task equal to `task`; false when there is none.
+    bool remove(const CrontabTask& task);
+
+  private:
+    std::string text_;
+};
+
+} // namespace zpo

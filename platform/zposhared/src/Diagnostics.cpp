@@ -1,0 +1,183 @@
+#include "Diagnostics.hpp"
+
+#include "LogSink.hpp"
+#include "Settings.hpp"
+#include "ZpoShared.h"
+
+#include <algorithm>
+#include <cstring>
+#include <fmt/format.h>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <pthread.h>
+
+namespace zpo {
+namespace {
+
+constexpr std::size_t maxModules = 256;
+constexpr std::size_t maxName = 64;
+constexpr std::size_t maxText = 2000;
+constexpr const char* ownLog = "ZpoShared.log";
+
+struct Module {
+    std::string name;
+    std::shared_ptr<LogSink> sink;
+};
+
+// All modules of the process; modules that name the same file share its sink.
+struct Modules {
+    std::mutex mutex;
+    std::uint32_t lastHandle = 0;
+    std::map<std::uint32_t, Module> byHandle;
+    std::map<std::string, std::weak_ptr<LogSink>> sinks;
+};
+
+Modules& modules();
+
+// A fork while another thread logs must not leave the child with a lock that nobody opens.
+void lockForFork() {
+    modules().mutex.lock();
+}
+
+void unlockAfterFork() {
+    modules().mutex.unlock();
+}
+
+Modules& modules() {
+    // Never destroyed: entries may be added while the process exits.
+    static Modules* const all = [] {
+        auto* fresh = new Modules;
+        pthread_atfork(lockForFork, unlockAfterFork, unlockAfterFork);
+        return fresh;
+    }();
+    return *all;
+}
+
+// Only the process's name space of files is open to a caller, not its directories.
+bool isFileName(std::string_view name) {
+    return !name.empty() && name.size() <= maxName && name.front() != '.' &&
+           std::all_of(name.begin(), name.end(), [](unsigned char c) {
+               return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' ||
+                      c == '_' || c == '-';
+           });
+}
+
+bool isModuleName(std::string_view name) {
+    return !name.empty() && name.size() <= maxName &&
+           std::all_of(name.begin(), name.end(), [](unsigned char c) { return c > 0x20 && c < 0x7f; });
+}
+
+std::string_view bounded(const char* text, std::size_t limit) {
+    return {text, strnlen(text, limit + 1)};
+}
+
+std::shared_ptr<LogSink> sinkFor(Modules& all, const std::string& file) {
+    std::weak_ptr<LogSink>& known = all.sinks[file];
+    std::shared_ptr<LogSink> sink = known.lock();
+    if (sink == nullptr) {
+        sink = std::make_shared<LogSink>(*settings().logDirectory + "/" + file, *settings().logBytes);
+        known = sink;
+    }
+    return sink;
+}
+
+std::uint32_t nextHandle(Modules& all) {
+    do {
+        ++all.lastHandle;
+    } while (all.lastHandle == 0 || all.byHandle.count(all.lastHandle) != 0);
+    return all.lastHandle;
+}
+
+std::string formatEntry(std::int32_t category, std::int32_t level, std::int32_t identifier, const char* text) {
+    const std::string_view whole = bounded(text, maxText);
+    const bool cut = whole.size() > maxText;
+    return fmt::format("category={} level={} id={}: {}{}", category, level, identifier,
+                       escapeLogText(whole.substr(0, maxText)), cut ? " [cut]" : "");
+}
+
+void writeLine(const Module& module, const std::string& line) {
+    module.sink->log(spdlog::details::log_msg(module.name, spdlog::level::info, line));
+}
+
+} // namespace
+
+std::string escapeLogText(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (c == '\\') {
+            result += "\\\\";
+        } else if (c == '\n') {
+            result += "\\n";
+        } else if (byte < 0x20 || byte == 0x7f) {
+            result += fmt::format("\\x{:02x}", byte);
+        } else {
+            result += c;
+        }
+    }
+    return result;
+}
+
+std::uint32_t registerModule(const char* moduleFile, const char* component, const char* moduleName, const char* logFile,
+                             std::uint32_t* handle) {
+    if (moduleFile == nullptr || component == nullptr || moduleName == nullptr || logFile == nullptr ||
+        handle == nullptr || !isModuleName(bounded(moduleName, maxName)) || !isFileName(bounded(logFile, maxName))) {
+        return ZPO_DIAG_BAD_ARGUMENT;
+    }
+    if (!settings().logDirectory || !settings().logBytes) {
+        return ZPO_DIAG_BAD_SETTING;
+    }
+    Modules& all = modules();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    if (all.byHandle.size() >= maxModules) {
+        return ZPO_DIAG_TOO_MANY;
+    }
+    const std::uint32_t fresh = nextHandle(all);
+    all.byHandle[fresh] = Module{moduleName, sinkFor(all, logFile)};
+    *handle = fresh;
+    return ZPO_OK;
+}
+
+std::uint32_t addLogEntry(std::uint32_t handle, std::int32_t category, std::int32_t level, std::int32_t identifier,
+                          const char* text) {
+    if (text == nullptr) {
+        return ZPO_DIAG_BAD_ARGUMENT;
+    }
+    const std::string line = formatEntry(category, level, identifier, text);
+    Modules& all = modules();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    const auto module = all.byHandle.find(handle);
+    if (module == all.byHandle.end()) {
+        return ZPO_DIAG_UNKNOWN_HANDLE;
+    }
+    try {
+        writeLine(module->second, line);
+    } catch (const spdlog::spdlog_ex&) {
+        return ZPO_DIAG_WRITE_FAILED;
+    }
+    return ZPO_OK;
+}
+
+std::uint32_t deregisterModule(std::uint32_t handle) {
+    Modules& all = modules();
+    const std::lock_guard<std::mutex> lock(all.mutex);
+    return all.byHandle.erase(handle) == 1 ? ZPO_OK : ZPO_DIAG_UNKNOWN_HANDLE;
+}
+
+void logInternal(std::int32_t level, const std::string& text) noexcept {
+    try {
+        if (!settings().logDirectory || !settings().logBytes) {
+            return;
+        }
+        Modules& all = modules();
+        const std::lock_guard<std::mutex> lock(all.mutex);
+        const Module self{"ZpoShared", sinkFor(all, ownLog)};
+        writeLine(self, formatEntry(0, level, 0, text.c_str()));
+    } catch (const std::exception&) {
+        return; // nowhere left to say so
+    }
+}
+
+} // namespace zpo

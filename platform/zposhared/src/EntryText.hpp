@@ -1,0 +1,31 @@
+#pragma once
+
+#include "RegistryEntry.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zpo {
+
+// The text form of entries, one a line: COMPONENT SECTION KEY KIND VALUE, as in
+//     CDR CDRService "FEATURE CODE" binary f9 12
+//     CDR CDRPush TranTime text "02:30"
+//     CDR CDRService DISKLIMIT int 200
+// A word that is empty or holds a blank, a quote, a backslash, '#' or a control character stands in double quotes, with
+// the escapes \" \\ \n \t and \xNN. Lines that are empty or begin with '#' say nothing.
+
+/// One line, without the line feed.
+std::string formatEntryText(const Entry& entry);
+
+/// Appends the entries of a text. Returns false and `error`, "line 12: ...", at the first line that is no entry; a name
+/// that occurs twice is an error, too.
+bool parseEntries(std::string_view text, std::vector<Entry>& entries, std::string& error);
+
+/// A value in its text form: binary as hexadecimal pairs ("000c", "00 0c"), an integer as decimal digits or 0x...
+bool parseBinary(std::string_view text, std::string& bytes);
+bool parseInteger(std::string_view text, std::string& bytes);
+/// Bytes as lower-case pairs separated by blanks: "00 0c".
+std::string formatBinary(std::string_view bytes);
+
+} // namespace zpo

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Files.hpp"
+
+#include <string>
+
+namespace zpo {
+
+/// Tells all processes that an event has been counted in the registry: closes `directory`/registry.notify after
+/// writing.
+void announceEvent(const std::string& directory);
+
+/// Waits for announcements in a directory, which need not exist yet and may be replaced: meanwhile the nearest
+/// directory above it is watched.
+class EventWatch {
+  public:
+    /// `stopFd` becomes readable when waiting is to end; it stays the caller's.
+    EventWatch(std::string directory, int stopFd) : directory_(std::move(directory)), stopFd_(stopFd) {}
+
+    /// Begins to watch unless that is done: what is announced from now on ends the next wait.
+    void arm();
+
+    /// Sleeps until something may have been announced, at most a few seconds: an announcer may die between counting and
+    /// announcing. False when waiting is to end.
+    bool wait();
+
+  private:
+    bool drain();
+
+    const std::string directory_;
+    const int stopFd_;
+    UniqueFd inotify_; ///< not open: to be armed
+    bool watchesDirectory_ = false;
+};
+
+} // namespace zpo

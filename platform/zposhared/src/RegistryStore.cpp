@@ -1,0 +1,341 @@
+#include "RegistryStore.hpp"
+
+#include "Diagnostics.hpp"
+#include "StatusText.hpp"
+#include "StoreHead.hpp"
+#include "ZpoShared.h"
+
+#include <cstring>
+#include <ctime>
+#include <fmt/format.h>
+#include <mutex>
+
+namespace zpo {
+namespace {
+
+constexpr std::int64_t fileCheckInterval = 100; // milliseconds
+
+std::int64_t coarseMilliseconds() {
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC_COARSE, &now);
+    return std::int64_t{now.tv_sec} * 1000 + now.tv_nsec / 1000000;
+}
+
+std::uint32_t put(MDB_txn* transaction, MDB_dbi entries, std::string_view name, const std::string& record,
+                  bool keepExisting) {
+    MDB_val key = valueOf(name);
+    MDB_val value = valueOf(record);
+    const int error = mdb_put(transaction, entries, &key, &value, keepExisting ? MDB_NOOVERWRITE : 0);
+    return error == MDB_KEYEXIST ? ZPO_OK : statusOfError(error);
+}
+
+std::uint32_t putAll(MDB_txn* transaction, MDB_dbi dbi, const std::vector<Entry>& entries, bool keepExisting) {
+    for (const Entry& entry : entries) {
+        EntryName name;
+        std::uint32_t status = name.assign(entry.component.c_str(), entry.section.c_str(), entry.key.c_str());
+        if (status == ZPO_OK) {
+            status = checkValue(entry.kind, entry.bytes);
+        }
+        if (status == ZPO_OK) {
+            status = put(transaction, dbi, name.encoded(), encodeRecord(entry.kind, entry.bytes), keepExisting);
+        }
+        if (status != ZPO_OK) {
+            return status;
+        }
+    }
+    return ZPO_OK;
+}
+
+// Calls `each` for every entry; MDB_NOTFOUND from LMDB is the end.
+template <class Each>
+std::uint32_t forEach(MDB_txn* transaction, MDB_dbi entries, Each each) {
+    MDB_cursor* cursor = nullptr;
+    int error = mdb_cursor_open(transaction, entries, &cursor);
+    if (error != 0) {
+        return statusOfError(error);
+    }
+    MDB_val key{};
+    MDB_val value{};
+    while ((error = mdb_cursor_get(cursor, &key, &value, MDB_NEXT)) == 0) {
+        if (!isHeadKey(viewOf(key))) {
+            each(viewOf(key), viewOf(value));
+        }
+    }
+    mdb_cursor_close(cursor);
+    return error == MDB_NOTFOUND ? ZPO_OK : statusOfError(error);
+}
+
+} // namespace
+
+RegistryStore::RegistryStore(const std::string& directory, std::size_t mapBytes)
+    : path_(directory + "/registry.mdb"), mapBytes_(mapBytes) {}
+
+bool RegistryStore::isUsable(bool toWrite) {
+    if (store_ == nullptr || (toWrite && store_->isReadOnly())) {
+        return false;
+    }
+    const std::int64_t now = coarseMilliseconds();
+    if (now < nextFileCheck_.load(std::memory_order_relaxed)) {
+        return true;
+    }
+    if (!store_->isCurrent()) {
+        return false;
+    }
+    nextFileCheck_.store(now + fileCheckInterval, std::memory_order_relaxed);
+    return true;
+}
+
+std::uint32_t RegistryStore::reopen(bool toWrite) {
+    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    if (isUsable(toWrite)) {
+        return ZPO_OK; // another thread was faster
+    }
+    store_.reset();
+    std::string problem;
+    std::uint32_t status = StoreEnvironment::open(path_, mapBytes_, store_, problem);
+    if (status == ZPO_OK && (status = checkFormat()) != ZPO_OK) {
+        store_.reset();
+    }
+    report(status, problem);
+    return status == ZPO_OK && toWrite && store_->isReadOnly() ? ZPO_REG_NOT_WRITABLE : status;
+}
+
+std::uint32_t RegistryStore::checkFormat() {
+    MDB_txn* transaction = nullptr;
+    const int error = mdb_txn_begin(store_->env(), nullptr, MDB_RDONLY, &transaction);
+    if (error != 0) {
+        return statusOfError(error);
+    }
+    HeadRecord head{};
+    const std::uint32_t status = getHead(transaction, store_->entries(), head);
+    mdb_txn_abort(transaction);
+    return status;
+}
+
+void RegistryStore::report(std::uint32_t status, const std::string& problem) {
+    if (status != ZPO_OK && status != reported_) {
+        logInternal(
+            4, fmt::format("registry {}: {}{}{}", path_, statusText(status), problem.empty() ? "" : ": ", problem));
+    }
+    reported_ = status;
+}
+
+std::uint32_t RegistryStore::acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite) {
+    for (;;) {
+        lock = std::shared_lock<std::shared_mutex>(mutex_);
+        if (isUsable(toWrite)) {
+            return ZPO_OK;
+        }
+        lock.unlock();
+        const std::uint32_t status = reopen(toWrite);
+        if (status != ZPO_OK) {
+            return status;
+        }
+    }
+}
+
+void RegistryStore::recover(int error) {
+    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    if (store_ == nullptr) {
+        return;
+    }
+    if (error == MDB_MAP_RESIZED) {
+        mdb_env_set_mapsize(store_->env(), 0); // another process works with a larger store: follow it
+    } else if (error == MDB_PANIC) {
+        store_.reset();
+    } else {
+        int dead = 0;
+        mdb_reader_check(store_->env(), &dead); // free the places of processes that died
+    }
+}
+
+std::uint32_t RegistryStore::readingOnce(const Read& work, int& error) {
+    std::shared_lock<std::shared_mutex> lock;
+    const std::uint32_t status = acquire(lock, false);
+    if (status != ZPO_OK) {
+        return status;
+    }
+    MDB_txn* transaction = nullptr;
+    error = mdb_txn_begin(store_->env(), nullptr, MDB_RDONLY, &transaction);
+    if (error != 0) {
+        return statusOfError(error);
+    }
+    const std::uint32_t result = work(transaction, store_->entries());
+    mdb_txn_abort(transaction);
+    return result;
+}
+
+std::uint32_t RegistryStore::reading(const Read& work) {
+    int error = 0;
+    const std::uint32_t status = readingOnce(work, error);
+    if (error != MDB_MAP_RESIZED && error != MDB_READERS_FULL && error != MDB_PANIC) {
+        return status;
+    }
+    recover(error);
+    return readingOnce(work, error);
+}
+
+std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
+    std::shared_lock<std::shared_mutex> lock;
+    std::uint32_t status = acquire(lock, true);
+    if (status != ZPO_OK) {
+        return status;
+    }
+    MDB_txn* transaction = nullptr;
+    error = mdb_txn_begin(store_->env(), nullptr, 0, &transaction);
+    if (error != 0) {
+        return statusOfError(error);
+    }
+    status = work(transaction, store_->entries());
+    if (status != ZPO_OK) {
+        mdb_txn_abort(transaction);
+        error = status == ZPO_REG_STORE_FULL ? MDB_MAP_FULL : 0;
+        return status;
+    }
+    error = mdb_txn_commit(transaction);
+    return statusOfError(error);
+}
+
+std::uint32_t RegistryStore::writing(const Read& work) {
+    int error = 0;
+    const std::uint32_t status = writingOnce(work, error);
+    if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
+        return status;
+    }
+    recover(error);
+    return writingOnce(work, error);
+}
+
+std::uint32_t RegistryStore::read(const EntryName& name, const Consume& consume) {
+    return reading([&](MDB_txn* transaction, MDB_dbi entries) {
+        MDB_val key = valueOf(name.encoded());
+        MDB_val record{};
+        const int error = mdb_get(transaction, entries, &key, &record);
+        if (error != 0) {
+            return statusOfError(error);
+        }
+        EntryKind kind{};
+        std::string_view bytes;
+        const std::uint32_t status = decodeRecord(viewOf(record), kind, bytes);
+        return status == ZPO_OK ? consume(kind, bytes) : status;
+    });
+}
+
+std::uint32_t RegistryStore::readBinary(const EntryName& name, void* buffer, std::size_t length) {
+    return read(name, [&](EntryKind kind, std::string_view bytes) {
+        if (kind != EntryKind::binary) {
+            return ZPO_REG_WRONG_KIND;
+        }
+        if (bytes.size() != length) {
+            return ZPO_REG_WRONG_LENGTH;
+        }
+        std::memcpy(buffer, bytes.data(), length);
+        return ZPO_OK;
+    });
+}
+
+std::uint32_t RegistryStore::readText(const EntryName& name, char* buffer, std::size_t size) {
+    return read(name, [&](EntryKind kind, std::string_view bytes) {
+        if (kind != EntryKind::text) {
+            return ZPO_REG_WRONG_KIND;
+        }
+        if (bytes.size() >= size) {
+            return ZPO_REG_BUFFER_TOO_SMALL;
+        }
+        std::memcpy(buffer, bytes.data(), bytes.size());
+        buffer[bytes.size()] = '\0';
+        return ZPO_OK;
+    });
+}
+
+std::uint32_t RegistryStore::readInteger(const EntryName& name, std::uint32_t& value) {
+    return read(name, [&](EntryKind kind, std::string_view bytes) {
+        if (kind != EntryKind::integer) {
+            return ZPO_REG_WRONG_KIND;
+        }
+        value = decodeInteger(bytes);
+        return ZPO_OK;
+    });
+}
+
+std::uint32_t RegistryStore::readEntry(const EntryName& name, Entry& entry) {
+    return read(name, [&](EntryKind kind, std::string_view bytes) {
+        return decodeEntry(name.encoded(), encodeRecord(kind, bytes), entry);
+    });
+}
+
+std::uint32_t RegistryStore::write(const EntryName& name, EntryKind kind, std::string_view bytes) {
+    const std::uint32_t valid = checkValue(kind, bytes);
+    if (valid != ZPO_OK) {
+        return valid;
+    }
+    const std::string record = encodeRecord(kind, bytes);
+    return writing([&](MDB_txn* transaction, MDB_dbi entries) {
+        HeadRecord head{};
+        const std::uint32_t status = ensureHead(transaction, entries, head);
+        return status == ZPO_OK ? put(transaction, entries, name.encoded(), record, false) : status;
+    });
+}
+
+std::uint32_t RegistryStore::remove(const EntryName& name) {
+    return writing([&](MDB_txn* transaction, MDB_dbi entries) {
+        MDB_val key = valueOf(name.encoded());
+        return statusOfError(mdb_del(transaction, entries, &key, nullptr));
+    });
+}
+
+std::uint32_t RegistryStore::writeAll(const std::vector<Entry>& entries, bool keepExisting) {
+    return writing([&](MDB_txn* transaction, MDB_dbi dbi) {
+        HeadRecord head{};
+        const std::uint32_t status = ensureHead(transaction, dbi, head);
+        return status == ZPO_OK ? putAll(transaction, dbi, entries, keepExisting) : status;
+    });
+}
+
+std::uint32_t RegistryStore::replaceAll(const std::vector<Entry>& entries) {
+    return writing([&](MDB_txn* transaction, MDB_dbi dbi) {
+        HeadRecord head{};
+        std::uint32_t status = ensureHead(transaction, dbi, head);
+        if (status == ZPO_OK) {
+            status = statusOfError(mdb_drop(transaction, dbi, 0));
+        }
+        if (status == ZPO_OK) {
+            ++head.counters.restores;
+            status = putHead(transaction, dbi, head);
+        }
+        return status == ZPO_OK ? putAll(transaction, dbi, entries, false) : status;
+    });
+}
+
+std::uint32_t RegistryStore::list(std::vector<Entry>& entries, std::size_t& damaged) {
+    return reading([&](MDB_txn* transaction, MDB_dbi dbi) {
+        return forEach(transaction, dbi, [&](std::string_view name, std::string_view record) {
+            Entry entry;
+            if (decodeEntry(name, record, entry) == ZPO_OK) {
+                entries.push_back(std::move(entry));
+            } else {
+                ++damaged;
+            }
+        });
+    });
+}
+
+std::uint32_t RegistryStore::countBackup() {
+    return writing([&](MDB_txn* transaction, MDB_dbi entries) {
+        HeadRecord head{};
+        const std::uint32_t status = ensureHead(transaction, entries, head);
+        ++head.counters.backups;
+        return status == ZPO_OK ? putHead(transaction, entries, head) : status;
+    });
+}
+
+std::uint32_t RegistryStore::counters(StoreCounters& counters) {
+    return reading([&](MDB_txn* transaction, MDB_dbi entries) {
+        HeadRecord head{};
+        const std::uint32_t status = getHead(transaction, entries, head);
+        counters = head.counters;
+        return status;
+    });
+}
+
+} // namespace zpo

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "RegistryEntry.hpp"
+#include "StoreEnvironment.hpp"
+#include "StoreHead.hpp"
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <shared_mutex>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace zpo {
+
+/// The configuration registry in one LMDB file. Opened at first use and again after a failure or when the file has been
+/// replaced. All operations return a status of ZpoShared.h, may run in any thread, and use names already checked.
+class RegistryStore {
+  public:
+    /// The store `directory`/registry.mdb, at most `mapBytes` large. Nothing is opened yet.
+    RegistryStore(const std::string& directory, std::size_t mapBytes);
+
+    std::uint32_t readBinary(const EntryName& name, void* buffer, std::size_t length);
+    std::uint32_t readText(const EntryName& name, char* buffer, std::size_t size);
+    std::uint32_t readInteger(const EntryName& name, std::uint32_t& value);
+    std::uint32_t readEntry(const EntryName& name, Entry& entry);
+
+    std::uint32_t write(const EntryName& name, EntryKind kind, std::string_view bytes);
+    std::uint32_t remove(const EntryName& name);
+
+    /// Writes all entries or none; with `keepExisting` those whose names exist already stay as they are.
+    std::uint32_t writeAll(const std::vector<Entry>& entries, bool keepExisting);
+    /// Replaces the whole content by the entries, or changes nothing, and counts a restore in the same transaction.
+    std::uint32_t replaceAll(const std::vector<Entry>& entries);
+    /// Appends all entries, in the order of their names. `damaged` counts the records that were passed over.
+    std::uint32_t list(std::vector<Entry>& entries, std::size_t& damaged);
+
+    std::uint32_t countBackup();
+    /// Reads the counters; a store that was never written has none (all zero).
+    std::uint32_t counters(StoreCounters& counters);
+
+  private:
+    using Read = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
+    using Consume = std::function<std::uint32_t(EntryKind, std::string_view)>;
+
+    std::uint32_t reading(const Read& work);
+    std::uint32_t readingOnce(const Read& work, int& error);
+    std::uint32_t writing(const Read& work);
+    std::uint32_t writingOnce(const Read& work, int& error);
+    std::uint32_t read(const EntryName& name, const Consume& consume);
+    std::uint32_t acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite);
+    std::uint32_t reopen(bool toWrite);
+    std::uint32_t checkFormat();
+    bool isUsable(bool toWrite);
+    void recover(int error);
+    void report(std::uint32_t status, const std::string& problem);
+
+    const std::string path_;
+    const std::size_t mapBytes_;
+    std::shared_mutex mutex_; ///< shared: using store_; exclusive: replacing it
+    std::unique_ptr<StoreEnvironment> store_;
+    std::atomic<std::int64_t> nextFileCheck_{0};
+    std::uint32_t reported_ = 0;
+};
+
+} // namespace zpo

@@ -1,0 +1,120 @@
+#include "Scheduler.hpp"
+
+#include "CrontabBackend.hpp"
+#include "CrontabTable.hpp"
+#include "Files.hpp"
+#include "Settings.hpp"
+
+#include <cerrno>
+#include <cstring>
+#include <functional>
+#include <memory>
+
+namespace zpo {
+namespace {
+
+constexpr std::chrono::seconds lockPatience{10};
+
+std::unique_ptr<CrontabBackend> makeBackend() {
+    const std::string& directory = *settings().crontabDirectory;
+    return directory.empty() ? makeCrontabProgram() : makeCrontabDirectory(directory);
+}
+
+std::uint32_t lockTable(FileLock& lock) {
+    const std::string& directory = *settings().stateDirectory;
+    if (ensureDirectory(directory) != 0) {
+        return ZPO_SCHED_LOCK_FAILED;
+    }
+    const int error = lock.acquire(directory + "/crontab.lock", lockPatience);
+    return error == 0 ? ZPO_OK : error == ETIMEDOUT ? ZPO_SCHED_BUSY : ZPO_SCHED_LOCK_FAILED;
+}
+
+std::uint32_t checkSettings() {
+    return settings().stateDirectory && settings().crontabDirectory ? ZPO_OK : ZPO_SCHED_BAD_SETTING;
+}
+
+// Reads the table, lets `change` edit it and writes it back, all under the lock.
+std::uint32_t edit(const std::function<std::uint32_t(CrontabTable&)>& change) {
+    std::uint32_t status = checkSettings();
+    FileLock lock;
+    if (status != ZPO_OK || (status = lockTable(lock)) != ZPO_OK) {
+        return status;
+    }
+    const std::unique_ptr<CrontabBackend> backend = makeBackend();
+    std::string text;
+    status = backend->read(text);
+    if (status != ZPO_OK) {
+        return status;
+    }
+    CrontabTable table(text);
+    status = change(table);
+    return status == ZPO_OK ? backend->write(table.text()) : status;
+}
+
+ZpoScheduledTaskEntry* makeElement(const CrontabTask& task) {
+    auto* element = new ZpoScheduledTaskEntry{}; // all zero: every text ends
+    ZpoScheduledTaskRecord& record = element->record;
+    task.path.copy(record.path, sizeof record.path - 1);
+    task.dayOfMonth.copy(record.dayOfMonth, sizeof record.dayOfMonth - 1);
+    task.dayOfWeek.copy(record.dayOfWeek, sizeof record.dayOfWeek - 1);
+    record.minute = task.minute;
+    record.hour = task.hour;
+    record.month = task.month;
+    return element;
+}
+
+} // namespace
+
+std::uint32_t setTask(const ZpoScheduledTask& record) {
+    CrontabTask task;
+    const std::uint32_t status = taskFrom(record, task);
+    if (status != ZPO_OK) {
+        return status;
+    }
+    return edit([&](CrontabTable& table) {
+        table.add(task);
+        return ZPO_OK;
+    });
+}
+
+std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
+    if (head == nullptr) {
+        return ZPO_SCHED_BAD_ARGUMENT;
+    }
+    *head = nullptr;
+    std::uint32_t status = path == nullptr ? ZPO_SCHED_BAD_ARGUMENT : checkPath(path);
+    if (status != ZPO_OK || (status = checkSettings()) != ZPO_OK) {
+        return status;
+    }
+    std::string text;
+    status = makeBackend()->read(text); // the table is replaced at once, so reading needs no lock
+    if (status != ZPO_OK) {
+        return status;
+    }
+    const auto tasks = CrontabTable(text).list(path);
+    for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
+        ZpoScheduledTaskEntry* element = makeElement(*task);
+        element->next = *head;
+        *head = element;
+    }
+    return ZPO_OK;
+}
+
+std::uint32_t deleteTask(const ZpoScheduledTaskRecord& record) {
+    CrontabTask task;
+    const std::uint32_t status = taskFrom(record, task);
+    if (status != ZPO_OK) {
+        return status;
+    }
+    return edit([&](CrontabTable& table) { return table.remove(task) ? ZPO_OK : ZPO_SCHED_TASK_NOT_FOUND; });
+}
+
+void freeTasks(ZpoScheduledTaskEntry* head) {
+    while (head != nullptr) {
+        ZpoScheduledTaskEntry* next = head->next;
+        delete head;
+        head = next;
+    }
+}
+
+} // namespace zpo

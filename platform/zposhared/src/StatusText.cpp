@@ -1,0 +1,72 @@
+#include "StatusText.hpp"
+
+#include "ZpoShared.h"
+
+#include <fmt/format.h>
+
+namespace zpo {
+namespace {
+
+struct Row {
+    std::uint32_t status;
+    const char* text;
+};
+
+constexpr Row rows[] = {
+    {ZPO_OK, "success"},
+    {ZPO_REG_BAD_ARGUMENT, "an argument is missing, empty or too long"},
+    {ZPO_REG_BAD_NAME, "component, section and key must have 1 to 127 bytes and no control characters"},
+    {ZPO_REG_WRONG_KIND, "the entry is of another kind"},
+    {ZPO_REG_WRONG_LENGTH, "the entry has another length"},
+    {ZPO_REG_TEXT_TOO_LONG, "the text is longer than 511 bytes"},
+    {ZPO_REG_BUFFER_TOO_SMALL, "the text does not fit the buffer"},
+    {ZPO_REG_STORE_MISSING, "the state directory does not exist and cannot be created"},
+    {ZPO_REG_NO_ACCESS, "no permission to open the registry"},
+    {ZPO_REG_NOT_WRITABLE, "the registry cannot be written"},
+    {ZPO_REG_STORE_CORRUPT, "the registry's file is damaged or is not a registry"},
+    {ZPO_REG_STORE_FULL, "the registry has reached its largest size, or the disk is full"},
+    {ZPO_REG_STORE_BUSY, "too many threads read the registry at once"},
+    {ZPO_REG_ENTRY_NOT_FOUND, "no such entry"},
+    {ZPO_REG_ENTRY_DAMAGED, "the entry's record is damaged"},
+    {ZPO_REG_STORE_VERSION, "the registry was written by a later version"},
+    {ZPO_REG_DEVICE_ERROR, "the system failed to read or write the registry"},
+    {ZPO_REG_NO_RESOURCES, "memory or file descriptors are exhausted"},
+    {ZPO_REG_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+    {ZPO_DIAG_BAD_ARGUMENT, "an argument is missing, or a name is unusable"},
+    {ZPO_DIAG_UNKNOWN_HANDLE, "no module is registered under the handle"},
+    {ZPO_DIAG_TOO_MANY, "too many modules are registered"},
+    {ZPO_DIAG_WRITE_FAILED, "the log file cannot be opened or written"},
+    {ZPO_DIAG_NO_RESOURCES, "memory is exhausted"},
+    {ZPO_DIAG_BAD_SETTING, "ZPO_LOG_DIR or ZPO_LOG_KB has an unusable value"},
+    {ZPO_SCHED_BAD_ARGUMENT, "an argument is missing"},
+    {ZPO_SCHED_BAD_PATH, "the program's path is unusable in a crontab"},
+    {ZPO_SCHED_BAD_FIELD, "a time or day is outside its range"},
+    {ZPO_SCHED_TASK_NOT_FOUND, "no such task"},
+    {ZPO_SCHED_NOT_READABLE, "the crontab cannot be read"},
+    {ZPO_SCHED_NOT_WRITABLE, "the crontab cannot be written"},
+    {ZPO_SCHED_TABLE_TOO_LARGE, "the crontab is larger than 1 MiB"},
+    {ZPO_SCHED_BUSY, "another process keeps the crontab locked"},
+    {ZPO_SCHED_LOCK_FAILED, "the crontab's lock file in the state directory cannot be opened"},
+    {ZPO_SCHED_NO_PROGRAM, "the crontab program is not installed"},
+    {ZPO_SCHED_NO_USER, "the process's user has no name"},
+    {ZPO_SCHED_NO_RESOURCES, "memory, processes or file descriptors are exhausted"},
+    {ZPO_SCHED_BAD_SETTING, "ZPO_CRONTAB_DIR or ZPO_STATE_DIR has an unusable value"},
+    {ZPO_NOTIFY_BAD_ARGUMENT, "an argument is missing, or the kind is not 1 to 3"},
+    {ZPO_NOTIFY_TOO_MANY, "too many names are registered"},
+    {ZPO_NOTIFY_NO_THREAD, "the notification thread cannot be started"},
+    {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+};
+
+} // namespace
+
+std::string statusText(std::uint32_t status) {
+    const char* text = "unknown status";
+    for (const Row& row : rows) {
+        if (row.status == status) {
+            text = row.text;
+        }
+    }
+    return fmt::format("{} ({:#x})", text, status);
+}
+
+} // namespace zpo

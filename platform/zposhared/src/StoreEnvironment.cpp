@@ -1,0 +1,172 @@
+#include "StoreEnvironment.hpp"
+
+#include "Files.hpp"
+#include "StoreCheck.hpp"
+#include "ZpoShared.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+namespace zpo {
+namespace {
+
+constexpr unsigned maxReaders = 1024; // threads of all processes that read at once
+constexpr int headAttempts = 20;
+
+// The file is checked before LMDB maps it. A file that does not exist yet is fine.
+std::uint32_t checkFile(const std::string& path, std::string& problem) {
+    const UniqueFd fd = openFile(path, O_RDONLY | O_NONBLOCK);
+    if (!fd) {
+        return errno == ENOENT ? ZPO_OK : statusOfError(errno);
+    }
+    problem = checkStoreHeads(fd.get());
+    return problem.empty() ? ZPO_OK : ZPO_REG_STORE_CORRUPT;
+}
+
+std::uint32_t ensureParent(const std::string& path) {
+    const int error = ensureDirectory(path.substr(0, path.rfind('/')));
+    return error == EACCES || error == EPERM || error == EROFS ? ZPO_REG_STORE_MISSING : statusOfError(error);
+}
+
+} // namespace
+
+std::uint32_t statusOfError(int error) {
+    switch (error) {
+    case 0:
+        return ZPO_OK;
+    case MDB_NOTFOUND:
+        return ZPO_REG_ENTRY_NOT_FOUND;
+    case MDB_MAP_FULL:
+    case MDB_TXN_FULL:
+    case ENOSPC:
+    case EDQUOT:
+        return ZPO_REG_STORE_FULL;
+    case MDB_READERS_FULL:
+        return ZPO_REG_STORE_BUSY;
+    case MDB_CORRUPTED:
+    case MDB_PAGE_NOTFOUND:
+    case MDB_PANIC:
+    case MDB_INVALID:
+    case MDB_CURSOR_FULL:
+    case MDB_PAGE_FULL:
+    case EISDIR:
+        return ZPO_REG_STORE_CORRUPT;
+    case MDB_VERSION_MISMATCH:
+        return ZPO_REG_STORE_VERSION;
+    case EACCES:
+    case EPERM:
+        return ZPO_REG_NO_ACCESS;
+    case EROFS:
+        return ZPO_REG_NOT_WRITABLE;
+    case ENOENT:
+    case ENOTDIR:
+    case ELOOP:
+        return ZPO_REG_STORE_MISSING;
+    case ENOMEM:
+    case EMFILE:
+    case ENFILE:
+    case EAGAIN:
+        return ZPO_REG_NO_RESOURCES;
+    default:
+        return ZPO_REG_DEVICE_ERROR;
+    }
+}
+
+std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapBytes,
+                                     std::unique_ptr<StoreEnvironment>& result, std::string& problem) {
+    std::uint32_t status = ensureParent(path);
+    if (status == ZPO_OK) {
+        status = checkFile(path, problem);
+    }
+    if (status != ZPO_OK) {
+        return status;
+    }
+    std::unique_ptr<StoreEnvironment> store(new StoreEnvironment);
+    store->path_ = path;
+    status = store->openMap(mapBytes, MDB_NOSUBDIR);
+    if (status == ZPO_REG_NO_ACCESS || status == ZPO_REG_NOT_WRITABLE) {
+        store->readOnly_ = true;
+        status = store->openMap(mapBytes, MDB_NOSUBDIR | MDB_RDONLY);
+    }
+    if (status == ZPO_OK) {
+        status = store->checkPages(problem);
+    }
+    if (status == ZPO_OK) {
+        status = store->rememberFile();
+    }
+    if (status == ZPO_OK) {
+        result = std::move(store);
+    }
+    return status;
+}
+
+StoreEnvironment::~StoreEnvironment() {
+    mdb_env_close(env_);
+}
+
+std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
+    mdb_env_close(env_); // of a first attempt; null is allowed
+    env_ = nullptr;
+    int error = mdb_env_create(&env_);
+    if (error == 0) {
+        error = mdb_env_set_mapsize(env_, mapBytes);
+    }
+    if (error == 0) {
+        error = mdb_env_set_maxreaders(env_, maxReaders);
+    }
+    if (error == 0) {
+        error = mdb_env_open(env_, path_.c_str(), flags, 0660);
+    }
+    int dead = 0;
+    if (error == 0) {
+        error = mdb_reader_check(env_, &dead);
+    }
+    return statusOfError(error);
+}
+
+std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
+    mdb_filehandle_t fd = -1;
+    mdb_env_get_fd(env_, &fd);
+    bool headGone = true;
+    for (int attempt = 0; headGone && attempt < headAttempts; ++attempt) {
+        MDB_txn* transaction = nullptr;
+        int error = mdb_txn_begin(env_, nullptr, MDB_RDONLY, &transaction);
+        if (error != 0) {
+            return statusOfError(error);
+        }
+        problem = checkStorePages(fd, mdb_txn_id(transaction), headGone);
+        if (problem.empty() && !headGone) {
+            error = mdb_dbi_open(transaction, nullptr, 0, &entries_);
+        }
+        mdb_txn_abort(transaction);
+        if (!problem.empty() || error != 0) {
+            return problem.empty() ? statusOfError(error) : ZPO_REG_STORE_CORRUPT;
+        }
+    }
+    return headGone ? ZPO_REG_STORE_BUSY : ZPO_OK;
+}
+
+std::uint32_t StoreEnvironment::rememberFile() {
+    mdb_filehandle_t fd = -1;
+    mdb_env_get_fd(env_, &fd);
+    struct stat status {};
+    if (fstat(fd, &status) != 0) {
+        return statusOfError(errno);
+    }
+    device_ = status.st_dev;
+    inode_ = status.st_ino;
+    size_ = status.st_size;
+    // A new file must be found again after a power cut, not only its content.
+    syncDirectory(path_.substr(0, path_.rfind('/')));
+    return ZPO_OK;
+}
+
+bool StoreEnvironment::isCurrent() const {
+    struct stat status {};
+    return stat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_ &&
+           status.st_size >= size_;
+}
+
+} // namespace zpo

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <lmdb.h>
+#include <memory>
+#include <string>
+#include <sys/types.h>
+
+namespace zpo {
+
+/// The status of ZpoShared.h for an LMDB or system error code.
+std::uint32_t statusOfError(int error);
+
+/// An opened and checked store file: LMDB's environment and what identifies the file.
+class StoreEnvironment {
+  public:
+    /// Opens the file `path`, creating it and its directory if needed; falls back to reading when it cannot be written.
+    /// Returns a status; on failure `problem` tells the log why.
+    static std::uint32_t open(const std::string& path, std::size_t mapBytes, std::unique_ptr<StoreEnvironment>& result,
+                              std::string& problem);
+    StoreEnvironment(const StoreEnvironment&) = delete;
+    StoreEnvironment& operator=(const StoreEnvironment&) = delete;
+    ~StoreEnvironment();
+
+    MDB_env* env() const { return env_; }
+    MDB_dbi entries() const { return entries_; }
+    bool isReadOnly() const { return readOnly_; }
+    /// Whether the path still leads to this file and the file has not been cut.
+    bool isCurrent() const;
+
+  private:
+    StoreEnvironment() = default;
+    std::uint32_t openMap(std::size_t mapBytes, unsigned flags);
+    std::uint32_t checkPages(std::string& problem);
+    std::uint32_t rememberFile();
+
+    MDB_env* env_ = nullptr;
+    MDB_dbi entries_ = 0;
+    bool readOnly_ = false;
+    std::string path_;
+    dev_t device_ = 0;
+    ino_t inode_ = 0;
+    off_t size_ = 0;
+};
+
+} // namespace zpo
