@@ -1,0 +1,15 @@
+// Unicode case folding.
+
+#ifndef OW_CASE_FOLDING_HPP_INCLUDE_GUARD_
+#define OW_CASE_FOLDING_HPP_INCLUDE_GUARD_
+
+#include "OW_Types.hpp"
+
+namespace OpenWBEM {
+
+/// The code point that stands for this one when case is ignored; the code point itself for most.
+UInt32 foldCase(UInt32 codePoint);
+
+} // namespace OpenWBEM
+
+#endif

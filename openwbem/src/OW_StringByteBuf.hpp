@@ -1,0 +1,23 @@
+// What a String shares with its copies.
+
+#ifndef OW_STRING_BYTE_BUF_HPP_INCLUDE_GUARD_
+#define OW_STRING_BYTE_BUF_HPP_INCLUDE_GUARD_
+
+#include "OW_String.hpp"
+#include <string>
+#include <utility>
+
+namespace OpenWBEM {
+
+class String::ByteBuf : public COWIntrusiveCountableBase {
+  public:
+    ByteBuf() = default;
+    explicit ByteBuf(std::string t) : text(std::move(t)) {}
+    ByteBuf* clone() const { return new ByteBuf(text); }
+
+    std::string text;
+};
+
+} // namespace OpenWBEM
+
+#endif
