@@ -1,0 +1,44 @@
+#include "Audit.hpp"
+
+#include "Characters.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Text.hpp"
+
+namespace cimserver::cimxml {
+namespace {
+
+constexpr std::size_t longestValue = 200;
+
+std::string shown(std::string_view text) {
+    return std::string(text.substr(0, longestValue)) + (text.size() > longestValue ? "..." : "");
+}
+
+} // namespace
+
+AuditRecord::AuditRecord(const operations::RequestContext& context, std::string_view operation,
+                         std::string_view nameSpace)
+    : head_("user=" + (context.user.empty() ? std::string("-") : context.user) + " peer=" + context.peer + " " +
+            shown(operation)),
+      target_(shown(nameSpace)) {}
+
+void AuditRecord::target(const OpenWBEM::CIMObjectPath& path) {
+    target_ = toStd(path.getNameSpace()) + ":" + shown(toStd(path.modelPath()));
+}
+
+void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value) {
+    const std::string_view spelled = view(name);
+    values_ += values_.empty() ? " " : ", ";
+    values_ += shown(spelled) + "=";
+    if (http::containsIgnoringCase(spelled, "password")) {
+        values_ += "***";
+    } else {
+        values_ += value ? shown(toStd(value.toString())) : "NULL";
+    }
+}
+
+void AuditRecord::write(std::string_view result) const {
+    log::audit(head_ + " " + target_ + values_ + " -> " + std::string(result));
+}
+
+} // namespace cimserver::cimxml

@@ -1,0 +1,36 @@
+// The audit line of a modifying request: who did what to which object, with which values, and how it ended.
+#ifndef CIMSERVER_CIMXML_AUDIT_HPP
+#define CIMSERVER_CIMXML_AUDIT_HPP
+
+#include "cimserver/operations/Cimom.hpp"
+
+#include "OW_CIM.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace cimserver::cimxml {
+
+/// Gathers the line while the request runs. Values of names that contain "password" never enter it; long ones are cut.
+class AuditRecord {
+  public:
+    AuditRecord(const operations::RequestContext& context, std::string_view operation, std::string_view nameSpace);
+
+    /// The object worked on: "Class" or "Class.Key="value"".
+    void target(const OpenWBEM::CIMObjectPath& path);
+    void value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value);
+    /// Forgets the values, to name others.
+    void clearValues() { values_.clear(); }
+
+    /// Writes the line; `result` is "ok" or what went wrong.
+    void write(std::string_view result) const;
+
+  private:
+    std::string head_;
+    std::string target_;
+    std::string values_;
+};
+
+} // namespace cimserver::cimxml
+
+#endif

@@ -1,0 +1,187 @@
+#include "Dispatcher.hpp"
+
+#include "Audit.hpp"
+#include "Characters.hpp"
+#include "Errors.hpp"
+#include "HttpRules.hpp"
+#include "MethodCall.hpp"
+#include "Operations.hpp"
+#include "RequestMessage.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+#include <unistd.h>
+
+#include <array>
+
+namespace cimserver::cimxml {
+namespace {
+
+std::string thisHost() {
+    std::array<char, 256> name{};
+    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
+}
+
+DispatcherSettings completed(DispatcherSettings settings) {
+    if (settings.hostName.empty()) {
+        settings.hostName = thisHost();
+    }
+    return settings;
+}
+
+http::Response refusal(const HttpError& error) {
+    http::Response response;
+    response.status = error.status();
+    response.fields.add("Content-Type", "text/plain; charset=\"utf-8\"");
+    response.body = std::string(error.what()) + "\n";
+    return response;
+}
+
+void writeError(XmlWriter& writer, int code, const std::string& description) {
+    Element(writer, "ERROR").attribute("CODE", std::to_string(code)).attribute("DESCRIPTION", description);
+}
+
+/// The operation's name in its own spelling, a method's as it was asked for.
+std::string_view replyName(const RequestMessage& message) {
+    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
+    return operation == nullptr ? message.name() : operation->name;
+}
+
+std::string envelope(const RequestMessage& message, const std::string& content) {
+    const MessageFrame& frame = message.frame();
+    XmlWriter writer;
+    writer.raw("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n");
+    {
+        Element cim(writer, "CIM");
+        cim.attribute("CIMVERSION", frame.cimVersion).attribute("DTDVERSION", frame.dtdVersion);
+        Element response(writer, "MESSAGE");
+        response.attribute("ID", frame.id).attribute("PROTOCOLVERSION", frame.protocolVersion);
+        const Element simple(writer, "SIMPLERSP");
+        Element call(writer, message.isMethodCall() ? "METHODRESPONSE" : "IMETHODRESPONSE");
+        call.attribute("NAME", replyName(message));
+        writer.raw(content);
+    }
+    writer.raw("\n");
+    return writer.take();
+}
+
+std::string lineFor(const http::Request& request, std::string_view what) {
+    return request.peer + ": " + std::string(what);
+}
+
+} // namespace
+
+Dispatcher::Dispatcher(operations::Cimom& cimom, DispatcherSettings settings)
+    : cimom_(cimom), settings_(completed(std::move(settings))), enumerations_(settings_.enumerations) {}
+
+http::Response Dispatcher::handle(const http::Request& request) noexcept {
+    const auto start = std::chrono::steady_clock::now();
+    try {
+        http::Response response = answer(request);
+        const auto taken = std::chrono::steady_clock::now() - start;
+        const auto microseconds = std::chrono::duration_cast<std::chrono::microseconds>(taken).count();
+        response.fields.add("WBEMServerResponseTime", std::to_string(microseconds));
+        return response;
+    } catch (const HttpError& error) {
+        return refusal(error);
+    } catch (const std::exception& error) {
+        log::write(log::Level::Error, "cimxml", error.what());
+    } catch (...) {
+        log::write(log::Level::Error, "cimxml", "a request failed for an unknown reason");
+    }
+    http::Response response;
+    response.status = 500;
+    return response;
+}
+
+http::Response Dispatcher::answer(const http::Request& request) {
+    if (request.method != "POST" && request.method != "M-POST") {
+        throw HttpError(405, "", "method " + quote(request.method) + " is not allowed here");
+    }
+    const CimHeaders headers(request);
+    http::Response response;
+    try {
+        headers.requireMethodCall();
+        const RequestMessage message(request.body, settings_.xml);
+        headers.requireAgreement(message);
+        response.body = reply(request, message);
+        response.fields.add("Content-Type", "application/xml; charset=\"utf-8\"");
+        headers.add(response, "CIMOperation", "MethodResponse");
+        response.fields.add("Cache-Control", "no-cache");
+    } catch (const HttpError& error) {
+        log::write(log::Level::Info, "cimxml", lineFor(request, error.cimError() + ": " + error.what()));
+        response = refusal(error);
+        headers.add(response, "CIMError", error.cimError());
+    }
+    headers.addExtension(response);
+    return response;
+}
+
+bool Dispatcher::modifies(const RequestMessage& message) const {
+    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
+    return message.isMethodCall() || (operation != nullptr && operation->modifies);
+}
+
+template <typename Work>
+Dispatcher::Outcome Dispatcher::attempt(Work work) {
+    try {
+        work();
+        return {};
+    } catch (const OperationError& error) {
+        return {error.code(), error.what()};
+    } catch (const OpenWBEM::CIMException& error) {
+        const int code = error.getErrNo();
+        return {code == 0 ? Failed : code, error.getMessage()};
+    } catch (const std::exception& error) {
+        return {Failed, error.what()};
+    } catch (...) {
+        return {Failed, "Unknown Exception"};
+    }
+}
+
+std::string Dispatcher::reply(const http::Request& request, const RequestMessage& message) {
+    operations::RequestContext context;
+    context.user = request.identity.user;
+    context.peer = request.peer;
+    context.mayWrite = request.identity.mayWrite;
+    AuditRecord audit(context, message.name(), message.nameSpace());
+    XmlWriter content;
+    const Outcome outcome = attempt([&] { runOperation(context, message, audit, content); });
+    if (modifies(message)) {
+        audit.write(outcome.code == 0 ? "ok" : "error " + std::to_string(outcome.code) + " " + outcome.description);
+    }
+    if (outcome.code == 0) {
+        return envelope(message, content.text());
+    }
+    XmlWriter error;
+    writeError(error, outcome.code, outcome.description);
+    log::write(log::Level::Debug, "cimxml", lineFor(request, error.text()));
+    return envelope(message, error.text());
+}
+
+void Dispatcher::runOperation(const operations::RequestContext& context, const RequestMessage& message,
+                              AuditRecord& audit, XmlWriter& content) {
+    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
+    if (!message.isMethodCall() && operation == nullptr) {
+        throw OperationError(NotSupported, message.name());
+    }
+    if (modifies(message) && !context.mayWrite) {
+        throw OperationError(AccessDenied, "the role of " + quote(context.user) + " is read");
+    }
+    const OpenWBEM::String nameSpace = toCim(message.nameSpace());
+    if (!cimom_.repository().hasNamespace(nameSpace)) {
+        throw OperationError(InvalidNamespace, message.nameSpace());
+    }
+    if (operation == nullptr) {
+        callMethod(cimom_, context, message, audit, content);
+        return;
+    }
+    const Arguments arguments(message.call(), operation->parameters);
+    const ObjectReader reader(cimom_, nameSpace);
+    const Services services{cimom_, enumerations_, settings_.hostName, settings_.longestEnumeration};
+    OperationCall call{services, context, nameSpace, arguments, reader, audit, content};
+    operation->run(call);
+}
+
+} // namespace cimserver::cimxml

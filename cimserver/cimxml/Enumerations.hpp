@@ -1,0 +1,72 @@
+// Enumerations that clients opened and have not pulled to the end.
+#ifndef CIMSERVER_CIMXML_ENUMERATIONS_HPP
+#define CIMSERVER_CIMXML_ENUMERATIONS_HPP
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace cimserver::cimxml {
+
+/// Whose an enumeration is and what it yields; a pull must agree in all of it.
+struct EnumerationOwner {
+    std::string user;
+    std::string nameSpace;
+    std::string element; ///< name of the elements, "INSTANCEPATH"
+    bool operator==(const EnumerationOwner& other) const {
+        return user == other.user && nameSpace == other.nameSpace && element == other.element;
+    }
+};
+
+/// All members may be called from any thread. An enumeration that is not pulled from for its time is forgotten.
+class Enumerations {
+  public:
+    using Clock = std::chrono::steady_clock;
+    struct Limits {
+        std::size_t count = 64;                ///< open enumerations
+        std::size_t bytes = 64U * 1024 * 1024; ///< of all their elements
+    };
+
+    /// `now` is given for tests of the expiry.
+    explicit Enumerations(Limits limits, std::function<Clock::time_point()> now = Clock::now)
+        : limits_(limits), now_(std::move(now)) {}
+
+    /// Keeps the elements (whole XML elements) and returns an id that cannot be guessed. Throws OperationError
+    /// ServerLimitsExceeded.
+    std::string open(EnumerationOwner owner, std::vector<std::string> elements, std::chrono::seconds lifetime);
+
+    /// Moves up to `count` elements to `text`; true when these were the last ones, and the id is then unknown. Throws
+    /// OperationError InvalidEnumerationContext for an id that is unknown, expired or another's.
+    bool pull(const std::string& id, const EnumerationOwner& owner, std::size_t count, std::string& text);
+
+    /// Forgets the enumeration, whatever its elements are. Throws like pull.
+    void close(const std::string& id, const std::string& user, const std::string& nameSpace);
+
+  private:
+    struct Entry {
+        EnumerationOwner owner;
+        std::vector<std::string> elements;
+        std::size_t next = 0;
+        std::size_t bytes = 0;
+        std::chrono::seconds lifetime{};
+        Clock::time_point expires;
+    };
+    using Entries = std::map<std::string, Entry>;
+
+    void dropExpired();
+    void drop(Entries::iterator entry);
+
+    const Limits limits_;
+    const std::function<Clock::time_point()> now_;
+    std::mutex mutex_;
+    Entries entries_;
+    std::size_t bytes_ = 0;
+};
+
+} // namespace cimserver::cimxml
+
+#endif

@@ -1,0 +1,347 @@
+// Content models are written close to a document type's own notation: "|" between alternatives, "," between the items
+// of one, "/" between names of which an item may be any, then ? * or + for how often. "#" is character data.
+#include "Grammar.hpp"
+
+#include "Errors.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace cimserver::cimxml {
+namespace {
+
+struct Row {
+    const char* name;
+    const char* content;
+    const char* attributes; ///< names; "!" required, ":b" boolean, ":t" CIM type, ":p" parameter type, ":k", ":e"
+};
+
+#define OBJECT_PATHS "CLASSPATH/LOCALCLASSPATH/CLASSNAME/INSTANCEPATH/LOCALINSTANCEPATH/INSTANCENAME"
+#define PROPERTIES "PROPERTY/PROPERTY.ARRAY/PROPERTY.REFERENCE*"
+#define FLAVORS " OVERRIDABLE:b TOSUBCLASS:b TOINSTANCE:b TRANSLATABLE:b"
+#define ORIGIN " CLASSORIGIN PROPAGATED:b"
+
+const Row rows[] = {
+    {"CIM", "MESSAGE", "CIMVERSION! DTDVERSION!"},
+    {"MESSAGE", "SIMPLEREQ/SIMPLERSP/MULTIREQ/MULTIRSP/SIMPLEEXPREQ/MULTIEXPREQ", "ID! PROTOCOLVERSION!"},
+    {"MULTIREQ", "SIMPLEREQ, SIMPLEREQ+", ""},
+    {"SIMPLEREQ", "CORRELATOR*, METHODCALL/IMETHODCALL", ""},
+    {"SIMPLERSP", "METHODRESPONSE/IMETHODRESPONSE", ""},
+    {"CORRELATOR", "VALUE", "NAME! TYPE!:t"},
+    {"METHODCALL", "LOCALCLASSPATH/LOCALINSTANCEPATH, PARAMVALUE*", "NAME!"},
+    {"IMETHODCALL", "LOCALNAMESPACEPATH, IPARAMVALUE*", "NAME!"},
+    {"METHODRESPONSE", "ERROR | RETURNVALUE?, PARAMVALUE*", "NAME!"},
+    {"IMETHODRESPONSE", "ERROR | IRETURNVALUE?, PARAMVALUE*", "NAME!"},
+    {"ERROR", "INSTANCE*", "CODE! DESCRIPTION"},
+    {"PARAMVALUE",
+     "VALUE/VALUE.REFERENCE/VALUE.ARRAY/VALUE.REFARRAY/CLASSNAME/INSTANCENAME/CLASS/INSTANCE/VALUE.NAMEDINSTANCE?",
+     "NAME! PARAMTYPE:p EmbeddedObject:e"},
+    {"IPARAMVALUE",
+     "VALUE/VALUE.ARRAY/VALUE.REFERENCE/CLASSNAME/INSTANCENAME/QUALIFIER.DECLARATION/CLASS/INSTANCE/"
+     "VALUE.NAMEDINSTANCE?",
+     "NAME!"},
+    {"RETURNVALUE", "VALUE/VALUE.REFERENCE?", "PARAMTYPE:p EmbeddedObject:e"},
+    {"IRETURNVALUE",
+     "CLASSNAME* | INSTANCENAME* | VALUE* | VALUE.OBJECTWITHPATH* | VALUE.OBJECTWITHLOCALPATH* | VALUE.OBJECT* | "
+     "OBJECTPATH* | QUALIFIER.DECLARATION* | VALUE.ARRAY? | VALUE.REFERENCE? | CLASS* | INSTANCE* | INSTANCEPATH* | "
+     "VALUE.NAMEDINSTANCE* | VALUE.INSTANCEWITHPATH*",
+     ""},
+
+    {"VALUE", "#", ""},
+    {"VALUE.NULL", "", ""},
+    {"VALUE.ARRAY", "VALUE/VALUE.NULL*", ""},
+    {"VALUE.REFERENCE", OBJECT_PATHS, ""},
+    {"VALUE.REFARRAY", "VALUE.REFERENCE/VALUE.NULL*", ""},
+    {"VALUE.OBJECT", "CLASS/INSTANCE", ""},
+    {"VALUE.NAMEDINSTANCE", "INSTANCENAME, INSTANCE", ""},
+    {"VALUE.OBJECTWITHPATH", "CLASSPATH, CLASS | INSTANCEPATH, INSTANCE", ""},
+    {"VALUE.OBJECTWITHLOCALPATH", "LOCALCLASSPATH, CLASS | LOCALINSTANCEPATH, INSTANCE", ""},
+    {"VALUE.INSTANCEWITHPATH", "INSTANCEPATH, INSTANCE", ""},
+
+    {"NAMESPACEPATH", "HOST, LOCALNAMESPACEPATH", ""},
+    {"LOCALNAMESPACEPATH", "NAMESPACE+", ""},
+    {"HOST", "#", ""},
+    {"NAMESPACE", "", "NAME!"},
+    {"CLASSPATH", "NAMESPACEPATH, CLASSNAME", ""},
+    {"LOCALCLASSPATH", "LOCALNAMESPACEPATH, CLASSNAME", ""},
+    {"CLASSNAME", "", "NAME!"},
+    {"INSTANCEPATH", "NAMESPACEPATH, INSTANCENAME", ""},
+    {"LOCALINSTANCEPATH", "LOCALNAMESPACEPATH, INSTANCENAME", ""},
+    {"INSTANCENAME", "KEYBINDING* | KEYVALUE? | VALUE.REFERENCE?", "CLASSNAME!"},
+    {"OBJECTPATH", "INSTANCEPATH/CLASSPATH", ""},
+    {"KEYBINDING", "KEYVALUE/VALUE.REFERENCE", "NAME!"},
+    {"KEYVALUE", "#", "VALUETYPE:k TYPE:t"},
+
+    {"CLASS", "QUALIFIER*, " PROPERTIES ", METHOD*", "NAME! SUPERCLASS"},
+    {"INSTANCE", "QUALIFIER*, " PROPERTIES, "CLASSNAME! xml:lang"},
+    {"QUALIFIER", "VALUE/VALUE.ARRAY?", "NAME! TYPE!:t PROPAGATED:b xml:lang" FLAVORS},
+    {"QUALIFIER.DECLARATION", "SCOPE?, VALUE/VALUE.ARRAY?", "NAME! TYPE!:t ISARRAY:b ARRAYSIZE" FLAVORS},
+    {"SCOPE", "", "CLASS:b ASSOCIATION:b REFERENCE:b PROPERTY:b METHOD:b PARAMETER:b INDICATION:b"},
+    {"PROPERTY", "QUALIFIER*, VALUE?", "NAME! TYPE!:t EmbeddedObject:e xml:lang" ORIGIN},
+    {"PROPERTY.ARRAY", "QUALIFIER*, VALUE.ARRAY?", "NAME! TYPE!:t ARRAYSIZE EmbeddedObject:e xml:lang" ORIGIN},
+    {"PROPERTY.REFERENCE", "QUALIFIER*, VALUE.REFERENCE?", "NAME! REFERENCECLASS" ORIGIN},
+    {"METHOD", "QUALIFIER*, PARAMETER/PARAMETER.REFERENCE/PARAMETER.ARRAY/PARAMETER.REFARRAY*", "NAME! TYPE:t" ORIGIN},
+    {"PARAMETER", "QUALIFIER*", "NAME! TYPE!:t"},
+    {"PARAMETER.REFERENCE", "QUALIFIER*", "NAME! REFERENCECLASS"},
+    {"PARAMETER.ARRAY", "QUALIFIER*", "NAME! TYPE!:t ARRAYSIZE"},
+    {"PARAMETER.REFARRAY", "QUALIFIER*", "NAME! REFERENCECLASS ARRAYSIZE"},
+
+    // Exported indications: known, so that they are refused as another kind of message and not as unknown elements.
+    {"MULTIRSP", "SIMPLERSP, SIMPLERSP+", ""},
+    {"SIMPLEEXPREQ", "CORRELATOR*, EXPMETHODCALL", ""},
+    {"MULTIEXPREQ", "SIMPLEEXPREQ, SIMPLEEXPREQ+", ""},
+    {"EXPMETHODCALL", "EXPPARAMVALUE*", "NAME!"},
+    {"EXPPARAMVALUE", "INSTANCE?", "NAME!"},
+};
+
+#undef OBJECT_PATHS
+#undef PROPERTIES
+#undef FLAVORS
+#undef ORIGIN
+
+struct Item {
+    std::vector<std::string_view> names;
+    bool optional = false;
+    bool repeated = false;
+};
+using Sequence = std::vector<Item>;
+
+struct AttributeRule {
+    std::string_view name;
+    bool required = false;
+    char kind = ' ';
+};
+
+struct ElementRule {
+    bool characters = false;
+    std::vector<Sequence> alternatives; ///< none: the element is empty
+    std::vector<AttributeRule> attributes;
+};
+
+Item compileItem(std::string_view text) {
+    Item item;
+    const char last = text.back();
+    item.optional = last == '?' || last == '*';
+    item.repeated = last == '*' || last == '+';
+    if (item.optional || item.repeated) {
+        text.remove_suffix(1);
+    }
+    item.names = http::split(text, '/');
+    return item;
+}
+
+Sequence compileSequence(std::string_view text) {
+    Sequence sequence;
+    for (const std::string_view item : http::split(text, ',')) {
+        sequence.push_back(compileItem(item));
+    }
+    return sequence;
+}
+
+AttributeRule compileAttribute(std::string_view text) {
+    AttributeRule rule;
+    if (text.size() > 2 && text[text.size() - 2] == ':' && text != "xml:lang") {
+        rule.kind = text.back();
+        text.remove_suffix(2);
+    }
+    rule.required = text.back() == '!';
+    rule.name = text.substr(0, text.size() - (rule.required ? 1 : 0));
+    return rule;
+}
+
+ElementRule compile(const Row& row) {
+    ElementRule rule;
+    const std::string_view content = row.content;
+    rule.characters = content == "#";
+    if (!rule.characters) {
+        for (const std::string_view alternative : http::split(content, '|')) {
+            rule.alternatives.push_back(compileSequence(alternative));
+        }
+    }
+    for (const std::string_view attribute : http::split(row.attributes, ' ')) {
+        rule.attributes.push_back(compileAttribute(attribute));
+    }
+    return rule;
+}
+
+using Table = std::unordered_map<std::string_view, ElementRule>;
+
+const Table& table() {
+    static const Table compiled = [] {
+        Table all;
+        for (const Row& row : rows) {
+            all.emplace(row.name, compile(row));
+        }
+        return all;
+    }();
+    return compiled;
+}
+
+template <std::size_t N>
+bool oneOf(std::string_view value, const std::array<std::string_view, N>& known) {
+    return std::find(known.begin(), known.end(), value) != known.end();
+}
+
+constexpr std::array<std::string_view, 14> cimTypes = {"string", "boolean", "uint8",    "sint8",  "uint16",
+                                                       "sint16", "uint32",  "sint32",   "uint64", "sint64",
+                                                       "real32", "real64",  "datetime", "char16"};
+constexpr std::array<std::string_view, 3> otherParameterTypes = {"reference", "object", "instance"};
+constexpr std::array<std::string_view, 3> keyTypes = {"string", "boolean", "numeric"};
+constexpr std::array<std::string_view, 2> embeddedKinds = {"object", "instance"};
+
+bool fits(char kind, std::string_view value, Strictness strictness) {
+    switch (kind) {
+    case 'b':
+        return value == "true" || value == "false" ||
+               (strictness == Strictness::Loose &&
+                (http::equalsIgnoringCase(value, "true") || http::equalsIgnoringCase(value, "false")));
+    case 't':
+        return oneOf(value, cimTypes);
+    case 'p':
+        return oneOf(value, cimTypes) || oneOf(value, otherParameterTypes);
+    case 'k':
+        return oneOf(value, keyTypes);
+    case 'e':
+        return oneOf(value, embeddedKinds);
+    default:
+        return true;
+    }
+}
+
+/// Walks a document; every complaint goes through here so that it names the element.
+class Checker {
+  public:
+    explicit Checker(Strictness strictness) : strictness_(strictness) {}
+
+    void check(pugi::xml_node element) const {
+        const auto found = table().find(element.name());
+        if (found == table().end()) {
+            throw GrammarError(GrammarError::Kind::Unknown, "unknown element " + quote(element.name()));
+        }
+        checkAttributes(element, found->second);
+        checkCharacters(element, found->second);
+        for (const pugi::xml_node child : element.children()) {
+            if (child.type() == pugi::node_element) {
+                check(child);
+            }
+        }
+        checkContent(element, found->second);
+    }
+
+  private:
+    [[noreturn]] static void fail(pugi::xml_node element, const std::string& text) {
+        throw GrammarError(GrammarError::Kind::Broken, "element " + std::string(element.name()) + ": " + text);
+    }
+
+    void checkAttributes(pugi::xml_node element, const ElementRule& rule) const {
+        for (const AttributeRule& attribute : rule.attributes) {
+            const pugi::xml_attribute given = find(element, attribute.name);
+            if (!given && attribute.required) {
+                fail(element, "attribute " + std::string(attribute.name) + " is missing");
+            }
+            if (given && !fits(attribute.kind, given.value(), strictness_)) {
+                fail(element, "attribute " + std::string(attribute.name) + " cannot be " + quote(given.value()));
+            }
+        }
+        if (strictness_ == Strictness::Strict) {
+            checkKnown(element, rule);
+        }
+    }
+
+    static pugi::xml_attribute find(pugi::xml_node element, std::string_view name) {
+        for (const pugi::xml_attribute attribute : element.attributes()) {
+            if (name == attribute.name()) {
+                return attribute;
+            }
+        }
+        return {};
+    }
+
+    static void checkKnown(pugi::xml_node element, const ElementRule& rule) {
+        for (const pugi::xml_attribute given : element.attributes()) {
+            bool known = false;
+            for (const AttributeRule& attribute : rule.attributes) {
+                known = known || attribute.name == given.name();
+            }
+            if (!known) {
+                fail(element, "unknown attribute " + quote(given.name()));
+            }
+        }
+    }
+
+    static void checkCharacters(pugi::xml_node element, const ElementRule& rule) {
+        if (rule.characters) {
+            return;
+        }
+        for (const pugi::xml_node child : element.children()) {
+            const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+            if (text && std::string_view(child.value()).find_first_not_of(" \t\r\n") != std::string_view::npos) {
+                fail(element, "text " + quote(child.value()) + " is not allowed here");
+            }
+        }
+    }
+
+    static void checkContent(pugi::xml_node element, const ElementRule& rule) {
+        pugi::xml_node furthest = nextElement(element.first_child());
+        if (rule.alternatives.empty() && !furthest) {
+            return;
+        }
+        for (const Sequence& sequence : rule.alternatives) {
+            pugi::xml_node stopped;
+            if (matches(element, sequence, stopped)) {
+                return;
+            }
+            furthest = stopped;
+        }
+        fail(element, furthest ? "element " + std::string(furthest.name()) + " is not allowed here"
+                               : std::string("content is missing"));
+    }
+
+    static pugi::xml_node nextElement(pugi::xml_node node) {
+        while (node && node.type() != pugi::node_element) {
+            node = node.next_sibling();
+        }
+        return node;
+    }
+
+    static bool named(pugi::xml_node node, const Item& item) {
+        for (const std::string_view name : item.names) {
+            if (name == node.name()) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// Items of one sequence never share a name with the next one, so the first fit is the only one. SIMPLEREQ,
+    /// SIMPLEREQ+ is no exception: the first takes exactly one.
+    static bool matches(pugi::xml_node element, const Sequence& sequence, pugi::xml_node& child) {
+        child = nextElement(element.first_child());
+        for (const Item& item : sequence) {
+            std::size_t count = 0;
+            while (child && named(child, item) && (item.repeated || count == 0)) {
+                child = nextElement(child.next_sibling());
+                ++count;
+            }
+            if (count == 0 && !item.optional) {
+                return false;
+            }
+        }
+        return !child;
+    }
+
+    Strictness strictness_;
+};
+
+} // namespace
+
+void checkGrammar(pugi::xml_node element, Strictness strictness) {
+    Checker(strictness).check(element);
+}
+
+} // namespace cimserver::cimxml

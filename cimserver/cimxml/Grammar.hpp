@@ -1,0 +1,37 @@
+// The elements of CIM-XML: what each may contain and which attributes it has, as a table, and the check of a document
+// against it.
+#ifndef CIMSERVER_CIMXML_GRAMMAR_HPP
+#define CIMSERVER_CIMXML_GRAMMAR_HPP
+
+#include <pugixml.hpp>
+
+#include <stdexcept>
+#include <string>
+
+namespace cimserver::cimxml {
+
+/// What is wrong with a document as CIM-XML; what() names the element.
+class GrammarError : public std::runtime_error {
+  public:
+    enum class Kind {
+        Unknown, ///< an element that CIM-XML does not have
+        Broken   ///< a known element missing, misplaced or without a needed attribute
+    };
+    GrammarError(Kind kind, const std::string& text) : std::runtime_error(text), kind_(kind) {}
+    Kind kind() const noexcept { return kind_; }
+
+  private:
+    Kind kind_;
+};
+
+enum class Strictness {
+    Loose, ///< unknown attributes are passed over, booleans may have any case: how requests are read
+    Strict ///< nothing beyond the table: how replies are written
+};
+
+/// Checks the element and all inside it. Throws GrammarError for the first fault.
+void checkGrammar(pugi::xml_node element, Strictness strictness);
+
+} // namespace cimserver::cimxml
+
+#endif

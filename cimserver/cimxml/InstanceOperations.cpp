@@ -1,0 +1,159 @@
+// The operations on instances, handed on to the object manager.
+#include "Characters.hpp"
+#include "Errors.hpp"
+#include "InstanceReads.hpp"
+#include "ObjectWriter.hpp"
+#include "Operations.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+namespace cimserver::cimxml {
+namespace {
+
+using OpenWBEM::CIMClass;
+using OpenWBEM::CIMInstance;
+using OpenWBEM::CIMObjectPath;
+using OpenWBEM::CIMProperty;
+using OpenWBEM::CIMPropertyArray;
+using OpenWBEM::String;
+using OpenWBEM::StringArray;
+
+void requireProperties(const CIMClass& cimClass, const StringArray& names) {
+    for (const String& name : names) {
+        if (!cimClass.getProperty(name)) {
+            throw OperationError(NoSuchProperty, view(name));
+        }
+    }
+}
+
+void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
+    audit.clearValues();
+    for (const CIMProperty& property : properties) {
+        audit.value(property.getName(), property.getValue());
+    }
+}
+
+/// Runs a modification. The audit line has all that was sent until it is known what the provider is handed of it.
+template <typename Modify>
+void modifyAudited(OperationCall& call, Modify modify) {
+    std::optional<CIMPropertyArray> handedOn;
+    operations::RequestContext context = call.context;
+    context.handedOn = &handedOn;
+    const auto rename = [&] {
+        if (handedOn) {
+            auditProperties(call.audit, *handedOn);
+        }
+    };
+    try {
+        modify(context);
+    } catch (...) {
+        rename();
+        throw;
+    }
+    rename();
+}
+
+String requirePropertyName(const OperationCall& call, const CIMObjectPath& path) {
+    const String name = call.arguments.text("PropertyName");
+    requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()),
+                      StringArray(std::size_t(1), name));
+    return name;
+}
+
+} // namespace
+
+RequestedSelection::RequestedSelection(const Arguments& arguments) : propertyList_(arguments.texts("PropertyList")) {
+    using namespace OpenWBEM::WBEMFlags;
+    selection_.localOnly = arguments.flag("LocalOnly") ? E_LOCAL_ONLY : E_NOT_LOCAL_ONLY;
+    selection_.deep = arguments.flag("DeepInheritance") ? E_DEEP : E_SHALLOW;
+    selection_.includeQualifiers = arguments.flag("IncludeQualifiers") ? E_INCLUDE_QUALIFIERS : E_EXCLUDE_QUALIFIERS;
+    selection_.includeClassOrigin =
+        arguments.flag("IncludeClassOrigin") ? E_INCLUDE_CLASS_ORIGIN : E_EXCLUDE_CLASS_ORIGIN;
+    selection_.propertyList = propertyList_ ? &*propertyList_ : nullptr;
+}
+
+void getInstance(OperationCall& call) {
+    const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
+    const RequestedSelection selection(call.arguments);
+    const CIMInstance found = call.services.cimom.getInstance(call.context, call.nameSpace, path, selection.get());
+    const Element result(call.reply, "IRETURNVALUE");
+    writeInstance(call.reply, found, selection.classOrigin());
+}
+
+void enumerateInstances(OperationCall& call) {
+    const RequestedSelection selection(call.arguments);
+    const Element result(call.reply, "IRETURNVALUE");
+    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+        const Element named(call.reply, "VALUE.NAMEDINSTANCE");
+        writeInstanceName(call.reply, nameOfInstance(one, call.nameSpace));
+        writeInstance(call.reply, one, selection.classOrigin());
+    });
+    call.services.cimom.enumInstances(call.context, call.nameSpace, call.arguments.className("ClassName"),
+                                      selection.get(), sink);
+}
+
+void enumerateInstanceNames(OperationCall& call) {
+    const Element result(call.reply, "IRETURNVALUE");
+    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) { writeInstanceName(call.reply, one); });
+    call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
+}
+
+void modifyInstance(OperationCall& call) {
+    const pugi::xml_node named = call.arguments.element("ModifiedInstance");
+    const CIMObjectPath path = call.reader.instanceName(named.child("INSTANCENAME"));
+    call.audit.target(path);
+    const CIMInstance modified = call.reader.instance(named.child("INSTANCE"));
+    if (!modified.getClassName().equalsIgnoreCase(path.getClassName())) {
+        throw OperationError(InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
+                                                   ", its name of " + quote(view(path.getClassName())));
+    }
+    auditProperties(call.audit, modified.getProperties());
+    const RequestedSelection selection(call.arguments);
+    if (const StringArray* list = selection.get().propertyList) {
+        requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()), *list);
+    }
+    modifyAudited(call, [&](const operations::RequestContext& context) {
+        call.services.cimom.modifyInstance(context, call.nameSpace, path, modified, selection.get().includeQualifiers,
+                                           selection.get().propertyList);
+    });
+}
+
+void createInstance(OperationCall& call) {
+    const pugi::xml_node element = call.arguments.element("NewInstance");
+    call.audit.target(CIMObjectPath(String(element.attribute("CLASSNAME").value()), call.nameSpace));
+    const CIMInstance instance = call.reader.instance(element);
+    auditProperties(call.audit, instance.getProperties());
+    const CIMObjectPath created = call.services.cimom.createInstance(call.context, call.nameSpace, instance);
+    call.audit.target(created);
+    const Element result(call.reply, "IRETURNVALUE");
+    writeInstanceName(call.reply, created);
+}
+
+void deleteInstance(OperationCall& call) {
+    const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
+    call.audit.target(path);
+    call.services.cimom.deleteInstance(call.context, call.nameSpace, path);
+}
+
+void getProperty(OperationCall& call) {
+    const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
+    const String name = requirePropertyName(call, path);
+    const OpenWBEM::CIMValue found = call.services.cimom.getProperty(call.context, call.nameSpace, path, name);
+    const Element result(call.reply, "IRETURNVALUE");
+    writeValue(call.reply, found);
+}
+
+void setProperty(OperationCall& call) {
+    const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
+    call.audit.target(path);
+    const String name = requirePropertyName(call, path);
+    const CIMProperty known = call.services.cimom.classOf(call.nameSpace, path.getClassName()).getProperty(name);
+    const OpenWBEM::CIMValue value =
+        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), TypeMismatch);
+    call.audit.value(known.getName(), value);
+    modifyAudited(call, [&](const operations::RequestContext& context) {
+        call.services.cimom.setProperty(context, call.nameSpace, path, name, value);
+    });
+}
+
+} // namespace cimserver::cimxml

@@ -1,0 +1,238 @@
+#include "ObjectReader.hpp"
+
+#include "Characters.hpp"
+#include "RequestMessage.hpp"
+#include "ValueText.hpp"
+
+#include "cimserver/schema/Repository.hpp"
+
+namespace cimserver::cimxml {
+namespace {
+
+using OpenWBEM::CIMClass;
+using OpenWBEM::CIMDataType;
+using OpenWBEM::CIMInstance;
+using OpenWBEM::CIMObjectPath;
+using OpenWBEM::CIMProperty;
+using OpenWBEM::CIMPropertyArray;
+using OpenWBEM::CIMValue;
+using OpenWBEM::String;
+
+/// More keys than any class has: a bound for paths whose class the schema does not know.
+constexpr std::size_t mostKeys = 64;
+
+String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
+    return String(element.attribute(attribute).value());
+}
+
+pugi::xml_node firstElement(pugi::xml_node holder) {
+    pugi::xml_node child = holder.first_child();
+    while (child && child.type() != pugi::node_element) {
+        child = child.next_sibling();
+    }
+    return child;
+}
+
+/// The value inside PROPERTY and its like, behind the qualifiers.
+pugi::xml_node valueElement(pugi::xml_node holder) {
+    pugi::xml_node child = holder.last_child();
+    while (child && (child.type() != pugi::node_element || std::string_view(child.name()) == "QUALIFIER")) {
+        child = child.previous_sibling();
+    }
+    return child;
+}
+
+std::string typeText(const CIMDataType& type) {
+    return (type.isArrayType() ? "an array of " : "a ") + std::string(typeName(type.getType()));
+}
+
+/// One value to be read: for the wording of its refusal.
+struct Subject {
+    std::string_view name;
+    const CIMDataType& type;
+    StatusCode mismatch;
+
+    [[noreturn]] void refuse(const std::string& what) const {
+        throw OperationError(mismatch, std::string(name) + ": " + what + " is not " + typeText(type));
+    }
+};
+
+CIMValue scalarValue(pugi::xml_node element, const Subject& subject) {
+    const std::string text = textOf(element);
+    const auto value = parseScalar(subject.type.getType(), text);
+    if (!value) {
+        subject.refuse(quote(text));
+    }
+    return *value;
+}
+
+CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
+    std::vector<std::string> texts;
+    for (pugi::xml_node item = firstElement(element); item; item = item.next_sibling()) {
+        if (std::string_view(item.name()) == "VALUE.NULL") {
+            subject.refuse("a NULL element in the array");
+        }
+        if (item.type() == pugi::node_element) {
+            texts.push_back(textOf(item));
+        }
+    }
+    std::string bad;
+    const auto value = parseArray(subject.type.getType(), texts, bad);
+    if (!value) {
+        subject.refuse("the element " + quote(bad));
+    }
+    return *value;
+}
+
+/// The type of a key of a class that the schema does not know, as the request itself gives it.
+CIMDataType claimedType(pugi::xml_node keyValue) {
+    const std::string_view valueType = keyValue.attribute("VALUETYPE").value();
+    if (const pugi::xml_attribute type = keyValue.attribute("TYPE")) {
+        return CIMDataType::getDataType(String(type.value()));
+    }
+    if (valueType == "numeric") {
+        return textOf(keyValue).find_first_of(".eE") == std::string::npos ? CIMDataType(CIMDataType::SINT64)
+                                                                          : CIMDataType(CIMDataType::REAL64);
+    }
+    return valueType == "boolean" ? CIMDataType(CIMDataType::BOOLEAN) : CIMDataType(CIMDataType::STRING);
+}
+
+void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const char* kind) {
+    const String name = next.getName();
+    for (const CIMProperty& one : present) {
+        if (one.getName().equalsIgnoreCase(name)) {
+            throw OperationError(InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
+        }
+    }
+}
+
+/// The name of the only key of a class, for an INSTANCENAME that leaves it out.
+String onlyKey(const CIMClass* cimClass, const String& className) {
+    const CIMPropertyArray keys = cimClass != nullptr ? cimClass->getKeys() : CIMPropertyArray();
+    if (keys.size() != 1) {
+        throw OperationError(InvalidParameter, "the key value of " + toStd(className) + " has no name");
+    }
+    return keys[0].getName();
+}
+
+} // namespace
+
+CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std::string_view name,
+                             StatusCode mismatch) const {
+    const Subject subject{name, type, mismatch};
+    const pugi::xml_node element = valueElement(holder);
+    if (!element) {
+        return CIMValue(OpenWBEM::CIMNULL);
+    }
+    const std::string_view kind = element.name();
+    if (!type.isReferenceType() && kind == (type.isArrayType() ? "VALUE.ARRAY" : "VALUE")) {
+        return type.isArrayType() ? arrayValue(element, subject) : scalarValue(element, subject);
+    }
+    if (type.isReferenceType() && !type.isArrayType() && kind == "VALUE.REFERENCE") {
+        return CIMValue(reference(element));
+    }
+    if (type.isReferenceType() && type.isArrayType() && kind == "VALUE.REFARRAY") {
+        OpenWBEM::CIMObjectPathArray paths;
+        for (const pugi::xml_node item : element.children("VALUE.REFERENCE")) {
+            paths.push_back(reference(item));
+        }
+        return CIMValue(paths);
+    }
+    subject.refuse(std::string(kind));
+}
+
+CIMObjectPath ObjectReader::instanceName(pugi::xml_node element) const {
+    return path(element, nameSpace_, &cimom_.classOf(nameSpace_, nameOf(element, "CLASSNAME")));
+}
+
+CIMObjectPath ObjectReader::className(pugi::xml_node element) const {
+    const String name = nameOf(element);
+    static_cast<void>(cimom_.classOf(nameSpace_, name));
+    return {name, nameSpace_};
+}
+
+CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& nameSpace, const CIMClass* cimClass) const {
+    const String className = nameOf(instanceName, "CLASSNAME");
+    CIMPropertyArray keys;
+    if (instanceName.child("KEYVALUE") || instanceName.child("VALUE.REFERENCE")) {
+        keys.push_back(key(instanceName, onlyKey(cimClass, className), cimClass));
+    }
+    for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
+        const CIMProperty next = key(binding, nameOf(binding), cimClass);
+        requireNew(keys, next, "key");
+        if (keys.size() == mostKeys) {
+            throw OperationError(InvalidParameter, "the path of " + toStd(className) + " has too many keys");
+        }
+        keys.push_back(next);
+    }
+    CIMObjectPath result(className, nameSpace);
+    result.setKeys(keys);
+    return result;
+}
+
+CIMProperty ObjectReader::key(pugi::xml_node holder, const String& name, const CIMClass* cimClass) const {
+    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(OpenWBEM::CIMNULL);
+    if (cimClass != nullptr && (!known || !known.isKey())) {
+        throw OperationError(InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
+    }
+    const pugi::xml_node keyValue = holder.child("KEYVALUE");
+    const CIMDataType type = known      ? known.getDataType()
+                             : keyValue ? claimedType(keyValue)
+                                        : CIMDataType(CIMDataType::REFERENCE);
+    const Subject subject{view(name), type, InvalidParameter};
+    if (type.isReferenceType() == static_cast<bool>(keyValue)) {
+        subject.refuse(firstElement(holder).name());
+    }
+    return {known ? known.getName() : name,
+            keyValue ? scalarValue(keyValue, subject) : CIMValue(reference(holder.child("VALUE.REFERENCE")))};
+}
+
+CIMObjectPath ObjectReader::reference(pugi::xml_node valueReference) const {
+    pugi::xml_node name = firstElement(valueReference);
+    pugi::xml_node local = name.child("LOCALNAMESPACEPATH");
+    String host;
+    if (const pugi::xml_node full = name.child("NAMESPACEPATH")) {
+        host = toCim(textOf(full.child("HOST")));
+        local = full.child("LOCALNAMESPACEPATH");
+    }
+    const String nameSpace = local ? toCim(nameSpaceOf(local)) : nameSpace_;
+    if (local) {
+        name = name.child("INSTANCENAME") ? name.child("INSTANCENAME") : name.child("CLASSNAME");
+    }
+    CIMObjectPath result =
+        std::string_view(name.name()) == "CLASSNAME"
+            ? CIMObjectPath(nameOf(name), nameSpace)
+            : path(name, nameSpace, cimom_.repository().findClass(nameSpace, nameOf(name, "CLASSNAME")));
+    if (!host.empty()) {
+        result.setHost(host);
+    }
+    return result;
+}
+
+CIMInstance ObjectReader::instance(pugi::xml_node element) const {
+    const String className = nameOf(element, "CLASSNAME");
+    const CIMClass& cimClass = cimom_.classOf(nameSpace_, className);
+    CIMPropertyArray properties;
+    for (const pugi::xml_node child : element.children()) {
+        if (std::string_view(child.name()).substr(0, 8) == "PROPERTY") {
+            const CIMProperty next = property(child, cimClass);
+            requireNew(properties, next, "property");
+            properties.push_back(next);
+        }
+    }
+    CIMInstance result(className);
+    result.setProperties(properties);
+    return result;
+}
+
+CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
+    const String name = nameOf(element);
+    CIMProperty result = cimClass.getProperty(name);
+    if (!result) {
+        throw OperationError(NoSuchProperty, toStd(name));
+    }
+    result.setValue(value(element, result.getDataType(), view(name)));
+    return result;
+}
+
+} // namespace cimserver::cimxml

@@ -1,0 +1,53 @@
+// Reads paths, instances and values out of a request, by the types of the class they belong to: whatever type the
+// request claims, a value that does not fit the class is refused here and never reaches a provider.
+#ifndef CIMSERVER_CIMXML_OBJECTREADER_HPP
+#define CIMSERVER_CIMXML_OBJECTREADER_HPP
+
+#include "Errors.hpp"
+
+#include "cimserver/operations/Cimom.hpp"
+
+#include "OW_CIM.hpp"
+
+#include <pugixml.hpp>
+
+#include <string_view>
+
+namespace cimserver::cimxml {
+
+/// Reads elements that have passed checkGrammar. Everything throws OperationError (InvalidParameter unless said) or
+/// what Cimom::classOf throws for a namespace or class that does not exist.
+class ObjectReader {
+  public:
+    /// Both live as long as the reader.
+    ObjectReader(const operations::Cimom& cimom, const OpenWBEM::String& nameSpace)
+        : cimom_(cimom), nameSpace_(nameSpace) {}
+
+    /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
+    /// does not have, or twice, is refused; a missing one is left out.
+    OpenWBEM::CIMObjectPath instanceName(pugi::xml_node element) const;
+    /// CLASSNAME, of a class that exists.
+    OpenWBEM::CIMObjectPath className(pugi::xml_node element) const;
+    /// INSTANCE: its properties in request order, each the class's own with the request's value. NoSuchProperty for one
+    /// that the class does not have.
+    OpenWBEM::CIMInstance instance(pugi::xml_node element) const;
+    /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. What does not fit
+    /// the type is refused with `mismatch`, naming `name`.
+    OpenWBEM::CIMValue value(pugi::xml_node holder, const OpenWBEM::CIMDataType& type, std::string_view name,
+                             StatusCode mismatch = InvalidParameter) const;
+
+  private:
+    OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& nameSpace,
+                                 const OpenWBEM::CIMClass* cimClass) const;
+    OpenWBEM::CIMProperty key(pugi::xml_node holder, const OpenWBEM::String& name,
+                              const OpenWBEM::CIMClass* cimClass) const;
+    OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
+    OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
+
+    const operations::Cimom& cimom_;
+    const OpenWBEM::String& nameSpace_;
+};
+
+} // namespace cimserver::cimxml
+
+#endif

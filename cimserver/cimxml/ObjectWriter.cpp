@@ -1,0 +1,355 @@
+#include "ObjectWriter.hpp"
+
+#include "Characters.hpp"
+#include "ClassWriter.hpp"
+#include "Errors.hpp"
+#include "ValueText.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Text.hpp"
+
+#include <algorithm>
+#include <limits>
+
+namespace cimserver::cimxml {
+namespace {
+
+using OpenWBEM::CIMDataType;
+using OpenWBEM::CIMInstance;
+using OpenWBEM::CIMObjectPath;
+using OpenWBEM::CIMObjectPathArray;
+using OpenWBEM::CIMProperty;
+using OpenWBEM::CIMQualifier;
+using OpenWBEM::CIMQualifierArray;
+using OpenWBEM::CIMValue;
+using OpenWBEM::String;
+
+constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+
+void warn(const std::string& text) {
+    log::write(log::Level::Warning, "cimxml", text);
+}
+
+void writeNameSpace(XmlWriter& writer, const String& nameSpace) {
+    const Element path(writer, "LOCALNAMESPACEPATH");
+    for (const std::string_view part : http::split(view(nameSpace), '/')) {
+        Element(writer, "NAMESPACE").attribute("NAME", part);
+    }
+}
+
+void writeNameSpacePath(XmlWriter& writer, std::string_view host, const String& nameSpace) {
+    const Element path(writer, "NAMESPACEPATH");
+    Element(writer, "HOST").text(host);
+    writeNameSpace(writer, nameSpace);
+}
+
+/// INSTANCENAME or CLASSNAME: a path without keys names a class.
+void writeLocalName(XmlWriter& writer, const CIMObjectPath& path) {
+    if (path.isClassPath()) {
+        Element(writer, "CLASSNAME").attribute("NAME", view(path.getClassName()));
+    } else {
+        writeInstanceName(writer, path);
+    }
+}
+
+void writeReference(XmlWriter& writer, const CIMObjectPath& path) {
+    const Element reference(writer, "VALUE.REFERENCE");
+    if (path.getNameSpace().empty()) {
+        writeLocalName(writer, path);
+    } else {
+        const Element local(writer, path.isClassPath() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH");
+        writeNameSpace(writer, path.getNameSpace());
+        writeLocalName(writer, path);
+    }
+}
+
+void writeReferences(XmlWriter& writer, const CIMValue& value) {
+    if (!value.isArray()) {
+        writeReference(writer, value.toCIMObjectPath());
+        return;
+    }
+    const Element array(writer, "VALUE.REFARRAY");
+    for (const CIMObjectPath& path : value.toCIMObjectPathArray()) {
+        writeReference(writer, path);
+    }
+}
+
+/// The XML of an embedded instance or class, to be written as text.
+std::string embeddedText(const CIMInstance& instance) {
+    XmlWriter inner;
+    writeInstance(inner, instance, false);
+    return inner.take();
+}
+
+std::string embeddedText(const OpenWBEM::CIMClass& cimClass) {
+    XmlWriter inner;
+    writeClass(inner, cimClass, ClassForm());
+    return inner.take();
+}
+
+template <typename Objects>
+std::vector<std::optional<std::string>> embeddedTexts(const Objects& objects) {
+    std::vector<std::optional<std::string>> texts;
+    for (const auto& object : objects) {
+        texts.emplace_back(embeddedText(object));
+    }
+    return texts;
+}
+
+std::vector<std::optional<std::string>> textsOf(const CIMValue& value) {
+    switch (value.getType()) {
+    case CIMDataType::EMBEDDEDINSTANCE:
+        return embeddedTexts(value.isArray() ? value.toCIMInstanceArray()
+                                             : OpenWBEM::CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
+    case CIMDataType::EMBEDDEDCLASS:
+        return embeddedTexts(value.isArray() ? value.toCIMClassArray()
+                                             : OpenWBEM::CIMClassArray(std::size_t(1), value.toCIMClass()));
+    default:
+        return formatValue(value);
+    }
+}
+
+/// Writes at most `limit` elements of an array.
+void writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
+    const std::vector<std::optional<std::string>> texts = textsOf(value);
+    if (!value.isArray()) {
+        if (texts.front()) {
+            Element(writer, "VALUE").text(*texts.front());
+        }
+        return;
+    }
+    const Element array(writer, "VALUE.ARRAY");
+    for (std::size_t i = 0; i < std::min(limit, texts.size()); ++i) {
+        if (texts[i]) {
+            Element(writer, "VALUE").text(*texts[i]);
+        } else {
+            Element(writer, "VALUE.NULL");
+        }
+    }
+}
+
+/// False for NULL and for a date-time that is none, which is logged.
+bool hasText(const CIMValue& value, std::string_view name) {
+    if (!value || value.getType() != CIMDataType::DATETIME || value.isArray() || formatValue(value).front()) {
+        return static_cast<bool>(value);
+    }
+    warn(std::string(name) + ": no valid date-time, sent as NULL");
+    return false;
+}
+
+std::string_view keyValueType(CIMDataType::Type type) {
+    if (type == CIMDataType::BOOLEAN) {
+        return "boolean";
+    }
+    return CIMDataType::isNumericType(type) ? "numeric" : "string";
+}
+
+void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& className) {
+    const CIMValue value = key.getValue();
+    if (!value || value.isArray()) {
+        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " has no value");
+    }
+    Element binding(writer, "KEYBINDING");
+    binding.attribute("NAME", view(key.getName()));
+    if (value.getType() == CIMDataType::REFERENCE) {
+        writeReference(writer, value.toCIMObjectPath());
+        return;
+    }
+    const auto text = textsOf(value).front();
+    if (!text) {
+        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
+    }
+    Element(writer, "KEYVALUE")
+        .attribute("VALUETYPE", keyValueType(value.getType()))
+        .attribute("TYPE", typeName(value.getType()))
+        .text(*text);
+}
+
+/// What decides a property's element and TYPE: the value when there is one, for a provider may deliver another type.
+struct Shape {
+    CIMDataType::Type type;
+    bool array;
+};
+
+Shape shapeOf(const CIMProperty& property, const CIMValue& value) {
+    if (value) {
+        return {value.getType(), value.isArray()};
+    }
+    const CIMDataType declared = property.getDataType();
+    return declared ? Shape{declared.getType(), declared.isArrayType()} : Shape{CIMDataType::CIMNULL, false};
+}
+
+bool canBeProperty(const Shape& shape) {
+    const bool typed = shape.type > CIMDataType::CIMNULL && shape.type < CIMDataType::MAXDATATYPE;
+    return typed && !(shape.type == CIMDataType::REFERENCE && shape.array);
+}
+
+std::string_view propertyElement(const Shape& shape) {
+    if (shape.type == CIMDataType::REFERENCE) {
+        return "PROPERTY.REFERENCE";
+    }
+    return shape.array ? "PROPERTY.ARRAY" : "PROPERTY";
+}
+
+void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMProperty& property, const Shape& shape,
+                             const ObjectForm& form) {
+    const CIMDataType declared = property.getDataType();
+    element.attribute("NAME", view(property.getName()));
+    if (shape.type == CIMDataType::REFERENCE) {
+        const String target = declared ? declared.getRefClassName() : String();
+        element.attributeIf(!target.empty(), "REFERENCECLASS", view(target));
+    } else {
+        element.attribute("TYPE", typeName(shape.type));
+        const int size = declared && declared.isArrayType() ? declared.getSize() : -1;
+        element.attributeIf(shape.array && size > 0, "ARRAYSIZE", std::to_string(size));
+        writeEmbeddedObject(writer, shape.type, property.getQualifiers());
+    }
+    const String origin = property.getOriginClass();
+    element.attributeIf(form.classOrigin && !origin.empty(), "CLASSORIGIN", view(origin));
+    element.attributeIf(property.getPropagated(), "PROPAGATED", "true");
+}
+
+/// The length to which ValueMap and Values are cut, for clients that pair them up.
+std::size_t pairLimit(const CIMQualifierArray& qualifiers) {
+    std::size_t limit = noLimit;
+    std::size_t found = 0;
+    for (const CIMQualifier& qualifier : qualifiers) {
+        const String name = qualifier.getName();
+        const CIMValue value = qualifier.getValue();
+        if (value && value.isArray() && (name.equalsIgnoreCase("ValueMap") || name.equalsIgnoreCase("Values"))) {
+            limit = std::min<std::size_t>(limit, value.getArraySize());
+            ++found;
+        }
+    }
+    return found == 2 ? limit : noLimit;
+}
+
+void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_t limit) {
+    using OpenWBEM::CIMFlavor;
+    const CIMValue value = qualifier.getValue();
+    const CIMDataType declared = qualifier.getDefaults() ? qualifier.getDefaults().getDataType() : CIMDataType();
+    Element element(writer, "QUALIFIER");
+    element.attribute("NAME", view(qualifier.getName()))
+        .attribute("TYPE", typeName(value      ? value.getType()
+                                    : declared ? declared.getType()
+                                               : CIMDataType::STRING))
+        .attributeIf(qualifier.getPropagated(), "PROPAGATED", "true")
+        .attributeIf(qualifier.hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)), "OVERRIDABLE", "false")
+        .attributeIf(qualifier.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED)), "TOSUBCLASS", "false")
+        .attributeIf(qualifier.hasFlavor(CIMFlavor(CIMFlavor::TRANSLATE)), "TRANSLATABLE", "true");
+    if (value && value.getType() != CIMDataType::REFERENCE) {
+        writeTexts(writer, value, limit);
+    }
+}
+
+} // namespace
+
+void writeValue(XmlWriter& writer, const CIMValue& value) {
+    if (!value) {
+        return;
+    }
+    if (value.getType() == CIMDataType::REFERENCE) {
+        writeReferences(writer, value);
+    } else {
+        writeTexts(writer, value, noLimit);
+    }
+}
+
+void writeInstanceName(XmlWriter& writer, const CIMObjectPath& path) {
+    Element name(writer, "INSTANCENAME");
+    name.attribute("CLASSNAME", view(path.getClassName()));
+    for (const CIMProperty& key : path.getKeys()) {
+        writeKeyBinding(writer, key, path.getClassName());
+    }
+}
+
+void writeInstancePath(XmlWriter& writer, const CIMObjectPath& path, std::string_view host, const String& nameSpace) {
+    const Element full(writer, "INSTANCEPATH");
+    writeNameSpacePath(writer, host, path.getNameSpace().empty() ? nameSpace : path.getNameSpace());
+    writeInstanceName(writer, path);
+}
+
+CIMObjectPath nameOfInstance(const CIMInstance& instance, const String& nameSpace) {
+    return {nameSpace, instance};
+}
+
+void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, bool withPropagated) {
+    const std::size_t limit = pairLimit(qualifiers);
+    for (const CIMQualifier& qualifier : qualifiers) {
+        if (withPropagated || !qualifier.getPropagated()) {
+            const String name = qualifier.getName();
+            const bool paired = name.equalsIgnoreCase("ValueMap") || name.equalsIgnoreCase("Values");
+            writeQualifier(writer, qualifier, paired ? limit : noLimit);
+        }
+    }
+}
+
+void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQualifierArray& qualifiers) {
+    bool instance = type == CIMDataType::EMBEDDEDINSTANCE;
+    bool object = type == CIMDataType::EMBEDDEDCLASS;
+    for (const CIMQualifier& qualifier : qualifiers) {
+        instance =
+            instance || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedInstance"));
+        object = object || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedObject"));
+    }
+    if (instance || object) {
+        writer.attribute("EmbeddedObject", instance ? "instance" : "object");
+    }
+}
+
+void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_view owner, const ObjectForm& form) {
+    const CIMValue value = property.getValue();
+    const Shape shape = shapeOf(property, value);
+    const std::string name = std::string(owner) + "." + toStd(property.getName());
+    if (!canBeProperty(shape)) {
+        warn(name + ": left out, it has neither a type nor a value that can be sent");
+        return;
+    }
+    const std::size_t replaced = writer.replaced();
+    Element element(writer, propertyElement(shape));
+    writePropertyAttributes(writer, element, property, shape, form);
+    if (form.qualifiers) {
+        writeQualifiers(writer, property.getQualifiers(), true);
+    }
+    if (hasText(value, name)) {
+        writeValue(writer, value);
+    }
+    if (writer.replaced() != replaced) {
+        warn(name + ": characters that XML does not allow were replaced");
+    }
+}
+
+void writeInstance(XmlWriter& writer, const CIMInstance& instance, bool classOrigin) {
+    const std::string owner = toStd(instance.getClassName());
+    Element element(writer, "INSTANCE");
+    element.attribute("CLASSNAME", owner);
+    writeQualifiers(writer, instance.getQualifiers(), true);
+    for (const CIMProperty& property : instance.getProperties()) {
+        writeProperty(writer, property, owner, ObjectForm{true, classOrigin});
+    }
+}
+
+void writeParamValue(XmlWriter& writer, std::string_view name, const CIMValue& value) {
+    if (!hasText(value, name)) {
+        return;
+    }
+    Element element(writer, "PARAMVALUE");
+    element.attribute("NAME", name).attribute("PARAMTYPE", typeName(value.getType()));
+    writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());
+    writeValue(writer, value);
+}
+
+void writeReturnValue(XmlWriter& writer, const CIMValue& value) {
+    if (!hasText(value, "return value")) {
+        return;
+    }
+    if (value.isArray()) {
+        throw OperationError(Failed, "the method returned an array");
+    }
+    Element element(writer, "RETURNVALUE");
+    writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());
+    element.attribute("PARAMTYPE", typeName(value.getType()));
+    writeValue(writer, value);
+}
+
+} // namespace cimserver::cimxml

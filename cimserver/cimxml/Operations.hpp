@@ -1,0 +1,76 @@
+// The operations of the protocol: one table that says of each its name, its parameters and what carries it out.
+#ifndef CIMSERVER_CIMXML_OPERATIONS_HPP
+#define CIMSERVER_CIMXML_OPERATIONS_HPP
+
+#include "Arguments.hpp"
+#include "Audit.hpp"
+#include "Enumerations.hpp"
+#include "ObjectReader.hpp"
+#include "XmlWriter.hpp"
+
+#include "cimserver/operations/Cimom.hpp"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cimserver::cimxml {
+
+/// What operations work with, for the lifetime of the server.
+struct Services {
+    operations::Cimom& cimom;
+    Enumerations& enumerations;
+    const std::string& hostName; ///< in the paths of replies
+    std::chrono::seconds longestEnumeration;
+};
+
+/// One operation at work. The content of the reply's IMETHODRESPONSE goes to `reply`.
+struct OperationCall {
+    const Services& services;
+    const operations::RequestContext& context;
+    const OpenWBEM::String& nameSpace;
+    const Arguments& arguments;
+    const ObjectReader& reader;
+    AuditRecord& audit;
+    XmlWriter& reply;
+};
+
+struct Operation {
+    std::string_view name;
+    bool modifies;
+    void (*run)(OperationCall&); ///< throws OperationError or what Cimom throws
+    std::vector<Parameter> parameters;
+};
+
+/// The operation of that name, in any case; null when it is not offered.
+const Operation* findOperation(std::string_view name);
+
+void getClass(OperationCall& call);
+void enumerateClasses(OperationCall& call);
+void enumerateClassNames(OperationCall& call);
+void getQualifier(OperationCall& call);
+void enumerateQualifiers(OperationCall& call);
+
+void getInstance(OperationCall& call);
+void enumerateInstances(OperationCall& call);
+void enumerateInstanceNames(OperationCall& call);
+void modifyInstance(OperationCall& call);
+void createInstance(OperationCall& call);
+void deleteInstance(OperationCall& call);
+void getProperty(OperationCall& call);
+void setProperty(OperationCall& call);
+
+void associators(OperationCall& call);
+void associatorNames(OperationCall& call);
+void references(OperationCall& call);
+void referenceNames(OperationCall& call);
+
+void openEnumerateInstances(OperationCall& call);
+void openEnumerateInstancePaths(OperationCall& call);
+void pullInstancesWithPath(OperationCall& call);
+void pullInstancePaths(OperationCall& call);
+void closeEnumeration(OperationCall& call);
+
+} // namespace cimserver::cimxml
+
+#endif

@@ -1,0 +1,134 @@
+// The operations that deliver an enumeration in pieces. The provider is asked once, when the enumeration is opened.
+#include "Characters.hpp"
+#include "Errors.hpp"
+#include "InstanceReads.hpp"
+#include "ObjectWriter.hpp"
+#include "Operations.hpp"
+
+#include "cimserver/http/Text.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+namespace cimserver::cimxml {
+namespace {
+
+using OpenWBEM::CIMInstance;
+using OpenWBEM::CIMObjectPath;
+using OpenWBEM::CIMValue;
+
+constexpr std::chrono::seconds usualLifetime{60};
+constexpr const char* withPath = "VALUE.INSTANCEWITHPATH";
+constexpr const char* pathOnly = "INSTANCEPATH";
+
+/// The namespace in its own spelling, so that an alias means the same enumeration.
+EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
+    return {call.context.user, toStd(call.services.cimom.repository().canonicalNamespace(call.nameSpace)), element};
+}
+
+std::chrono::seconds lifetimeOf(const OperationCall& call) {
+    const auto asked = call.arguments.number("OperationTimeout");
+    if (!asked) {
+        return std::min(usualLifetime, call.services.longestEnumeration);
+    }
+    const std::chrono::seconds lifetime(*asked);
+    if (lifetime.count() == 0 || lifetime > call.services.longestEnumeration) {
+        throw OperationError(InvalidOperationTimeout, "OperationTimeout must be 1 to " +
+                                                          std::to_string(call.services.longestEnumeration.count()) +
+                                                          " seconds");
+    }
+    return lifetime;
+}
+
+void requirePlainEnumeration(const OperationCall& call) {
+    if (call.arguments.has("FilterQueryLanguage") || call.arguments.has("FilterQuery")) {
+        throw OperationError(QueryLanguageNotSupported,
+                             "FilterQueryLanguage " + quote(view(call.arguments.text("FilterQueryLanguage"))));
+    }
+    if (call.arguments.flag("ContinueOnError")) {
+        throw OperationError(ContinuationOnErrorNotSupported, "ContinueOnError");
+    }
+}
+
+void writeResult(OperationCall& call, const std::string& elements, bool last, const std::string& id) {
+    {
+        const Element result(call.reply, "IRETURNVALUE");
+        call.reply.raw(elements);
+    }
+    writeParamValue(call.reply, "EndOfSequence", CIMValue(last));
+    if (!last) {
+        writeParamValue(call.reply, "EnumerationContext", CIMValue(toCim(id)));
+    }
+}
+
+/// Delivers the first of the elements and keeps the others.
+void openWith(OperationCall& call, const char* element, std::vector<std::string> elements) {
+    const std::size_t first =
+        std::min<std::size_t>(call.arguments.number("MaxObjectCount").value_or(0), elements.size());
+    std::string delivered;
+    for (std::size_t i = 0; i < first; ++i) {
+        delivered += elements[i];
+    }
+    elements.erase(elements.begin(), elements.begin() + static_cast<std::ptrdiff_t>(first));
+    const bool last = elements.empty();
+    const std::string id =
+        last ? std::string()
+             : call.services.enumerations.open(ownerOf(call, element), std::move(elements), lifetimeOf(call));
+    writeResult(call, delivered, last, id);
+}
+
+void pullFrom(OperationCall& call, const char* element) {
+    const std::string id = toStd(call.arguments.text("EnumerationContext"));
+    std::string elements;
+    const bool last = call.services.enumerations.pull(id, ownerOf(call, element),
+                                                      call.arguments.number("MaxObjectCount").value_or(0), elements);
+    writeResult(call, elements, last, id);
+}
+
+} // namespace
+
+void openEnumerateInstances(OperationCall& call) {
+    requirePlainEnumeration(call);
+    static_cast<void>(lifetimeOf(call));
+    const RequestedSelection selection(call.arguments);
+    std::vector<std::string> elements;
+    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+        XmlWriter writer;
+        {
+            const Element object(writer, withPath);
+            writeInstancePath(writer, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
+            writeInstance(writer, one, selection.classOrigin());
+        }
+        elements.push_back(writer.take());
+    });
+    call.services.cimom.enumInstances(call.context, call.nameSpace, call.arguments.className("ClassName"),
+                                      selection.get(), sink);
+    openWith(call, withPath, std::move(elements));
+}
+
+void openEnumerateInstancePaths(OperationCall& call) {
+    requirePlainEnumeration(call);
+    static_cast<void>(lifetimeOf(call));
+    std::vector<std::string> elements;
+    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) {
+        XmlWriter writer;
+        writeInstancePath(writer, one, call.services.hostName, call.nameSpace);
+        elements.push_back(writer.take());
+    });
+    call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
+    openWith(call, pathOnly, std::move(elements));
+}
+
+void pullInstancesWithPath(OperationCall& call) {
+    pullFrom(call, withPath);
+}
+
+void pullInstancePaths(OperationCall& call) {
+    pullFrom(call, pathOnly);
+}
+
+void closeEnumeration(OperationCall& call) {
+    const std::string id = toStd(call.arguments.text("EnumerationContext"));
+    const EnumerationOwner owner = ownerOf(call, "");
+    call.services.enumerations.close(id, owner.user, owner.nameSpace);
+}
+
+} // namespace cimserver::cimxml

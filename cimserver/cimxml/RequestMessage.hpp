@@ -1,0 +1,57 @@
+// A CIM-XML request message: one call of an operation or of a method, found in the document but not yet interpreted.
+#ifndef CIMSERVER_CIMXML_REQUESTMESSAGE_HPP
+#define CIMSERVER_CIMXML_REQUESTMESSAGE_HPP
+
+#include "XmlDocument.hpp"
+
+#include <string>
+#include <string_view>
+
+namespace cimserver::cimxml {
+
+/// What the reply repeats of the request.
+struct MessageFrame {
+    std::string id;
+    std::string protocolVersion = "1.0";
+    std::string cimVersion = "2.0";
+    std::string dtdVersion = "2.0";
+};
+
+/// The message of one HTTP request. Nodes live as long as the object.
+class RequestMessage {
+  public:
+    /// Reads and checks well-formedness, versions, a single request, and the rules of CIM-XML, in this order. Throws
+    /// HttpError.
+    RequestMessage(std::string_view body, const XmlLimits& limits);
+
+    const MessageFrame& frame() const { return frame_; }
+    /// True for a method of a class, false for an operation of the protocol itself.
+    bool isMethodCall() const { return std::string_view(call_.name()) == "METHODCALL"; }
+    /// Name of the operation or method as sent.
+    std::string_view name() const { return call_.attribute("NAME").value(); }
+    /// IMETHODCALL or METHODCALL.
+    pugi::xml_node call() const { return call_; }
+    /// "root/cimv2"
+    const std::string& nameSpace() const { return nameSpace_; }
+    /// CLASSNAME or INSTANCENAME of a method call.
+    pugi::xml_node target() const { return target_; }
+
+  private:
+    void readFrame(pugi::xml_node cim);
+
+    XmlDocument document_;
+    MessageFrame frame_;
+    pugi::xml_node call_;
+    pugi::xml_node target_;
+    std::string nameSpace_;
+};
+
+/// The name that a LOCALNAMESPACEPATH spells out.
+std::string nameSpaceOf(pugi::xml_node localNameSpacePath);
+
+/// "1.0" is of major version 1; a text that is no version is of none.
+bool hasMajorVersion(std::string_view version, char major);
+
+} // namespace cimserver::cimxml
+
+#endif

@@ -1,0 +1,226 @@
+#include "ValueText.hpp"
+
+#include "Characters.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include "OW_Array.hpp"
+#include "OW_Exception.hpp"
+
+#include <charconv>
+#include <cmath>
+#include <type_traits>
+
+namespace cimserver::cimxml {
+namespace {
+
+using OpenWBEM::Array;
+using OpenWBEM::Bool;
+using OpenWBEM::Char16;
+using OpenWBEM::CIMDataType;
+using OpenWBEM::CIMDateTime;
+using OpenWBEM::CIMValue;
+using OpenWBEM::String;
+
+std::string_view withoutBlanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string_view::npos) {
+        return {};
+    }
+    return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
+}
+
+template <typename T>
+bool parseDigits(std::string_view text, T& value, int base) {
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value, base);
+    return result.ec == std::errc() && result.ptr == end;
+}
+
+bool startsHexadecimal(std::string_view text) {
+    return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && text[2] != '-';
+}
+
+std::string_view withoutPlus(std::string_view text) {
+    const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
+    return plus ? text.substr(1) : text;
+}
+
+template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
+bool parse(std::string_view text, T& value) {
+    text = withoutPlus(withoutBlanks(text));
+    return startsHexadecimal(text) ? parseDigits(text.substr(2), value, 16) : parseDigits(text, value, 10);
+}
+
+template <typename T, std::enable_if_t<std::is_floating_point_v<T>, int> = 0>
+bool parse(std::string_view text, T& value) {
+    text = withoutPlus(withoutBlanks(text));
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
+}
+
+bool parse(std::string_view text, Bool& value) {
+    const std::optional<bool> known = parseBoolean(text);
+    value = Bool(known.value_or(false));
+    return known.has_value();
+}
+
+bool parse(std::string_view text, Char16& value) {
+    const Decoded decoded = text.empty() ? Decoded() : decodeCharacter(text);
+    value = Char16(static_cast<OpenWBEM::UInt16>(decoded.character));
+    return decoded.valid && decoded.length == text.size() && decoded.character <= 0xFFFF;
+}
+
+bool parse(std::string_view text, CIMDateTime& value) {
+    text = withoutBlanks(text);
+    if (!isDateTime(text)) {
+        return false;
+    }
+    value = CIMDateTime(toCim(text));
+    return true;
+}
+
+bool parse(std::string_view text, String& value) {
+    value = toCim(text);
+    return true;
+}
+
+template <typename T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
+std::optional<std::string> format(T value) {
+    if constexpr (std::is_floating_point_v<T>) {
+        if (!std::isfinite(value)) {
+            return std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF";
+        }
+    }
+    char buffer[40];
+    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
+    return std::string(buffer, result.ptr);
+}
+
+std::optional<std::string> format(const Bool& value) {
+    return value ? "TRUE" : "FALSE";
+}
+
+/// UTF-8 by hand: half of a surrogate pair must come out as bytes that the writer replaces, not vanish.
+std::optional<std::string> format(const Char16& value) {
+    const unsigned code = value.getValue();
+    if (code < 0x80) {
+        return std::string(1, static_cast<char>(code));
+    }
+    std::string text;
+    if (code < 0x800) {
+        text += static_cast<char>(0xC0U | (code >> 6U));
+    } else {
+        text += static_cast<char>(0xE0U | (code >> 12U));
+        text += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
+    }
+    text += static_cast<char>(0x80U | (code & 0x3FU));
+    return text;
+}
+
+std::optional<std::string> format(const CIMDateTime& value) {
+    try {
+        std::string text = toStd(value.toString());
+        return isDateTime(text) ? std::optional<std::string>(std::move(text)) : std::nullopt;
+    } catch (const OpenWBEM::Exception&) {
+        return std::nullopt; // a null date-time inside a value
+    }
+}
+
+std::optional<std::string> format(const String& value) {
+    return toStd(value);
+}
+
+/// The number in text[begin, begin + length); -1 when a character is no digit.
+int number(std::string_view text, std::size_t begin, std::size_t length) {
+    int value = 0;
+    return parseDigits(text.substr(begin, length), value, 10) && text[begin] != '-' ? value : -1;
+}
+
+bool between(int value, int low, int high) {
+    return value >= low && value <= high;
+}
+
+int daysIn(int year, int month) {
+    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
+    return month == 2 && leap ? 29 : days[month - 1];
+}
+
+bool isDate(std::string_view text) {
+    const int year = number(text, 0, 4);
+    const int month = number(text, 4, 2);
+    return year >= 0 && between(month, 1, 12) && between(number(text, 6, 2), 1, daysIn(year, month));
+}
+
+} // namespace
+
+std::string_view typeName(CIMDataType::Type type) {
+    constexpr std::string_view names[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
+                                          "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
+                                          "real64", "datetime", "char16", "reference"};
+    return static_cast<std::size_t>(type) < std::size(names) ? names[type] : "string";
+}
+
+std::optional<bool> parseBoolean(std::string_view text) {
+    text = withoutBlanks(text);
+    const bool isTrue = http::equalsIgnoringCase(text, "true");
+    return isTrue || http::equalsIgnoringCase(text, "false") ? std::optional<bool>(isTrue) : std::nullopt;
+}
+
+bool isDateTime(std::string_view text) {
+    if (text.size() != 25 || text[14] != '.') {
+        return false;
+    }
+    const bool timeFits = between(number(text, 8, 2), 0, 23) && between(number(text, 10, 2), 0, 59) &&
+                          between(number(text, 12, 2), 0, 59) && number(text, 15, 6) >= 0;
+    if (text[21] == ':') {
+        return timeFits && number(text, 0, 8) >= 0 && text.substr(22) == "000";
+    }
+    return timeFits && (text[21] == '+' || text[21] == '-') && number(text, 22, 3) >= 0 && isDate(text);
+}
+
+std::optional<CIMValue> parseScalar(CIMDataType::Type type, std::string_view text) {
+    return withType(type, [&](auto tag) -> std::optional<CIMValue> {
+        typename decltype(tag)::type value{};
+        return parse(text, value) ? std::optional<CIMValue>(CIMValue(value)) : std::nullopt;
+    });
+}
+
+std::optional<CIMValue> parseArray(CIMDataType::Type type, const std::vector<std::string>& texts, std::string& bad) {
+    return withType(type, [&](auto tag) -> std::optional<CIMValue> {
+        using T = typename decltype(tag)::type;
+        Array<T> values;
+        for (const std::string& text : texts) {
+            T value{};
+            if (!parse(text, value)) {
+                bad = text;
+                return std::nullopt;
+            }
+            values.push_back(value);
+        }
+        return CIMValue(values);
+    });
+}
+
+std::vector<std::optional<std::string>> formatValue(const CIMValue& value) {
+    return withType(value.getType(), [&](auto tag) {
+        using T = typename decltype(tag)::type;
+        std::vector<std::optional<std::string>> texts;
+        if (!value.isArray()) {
+            T one{};
+            value.get(one);
+            texts.push_back(format(one));
+            return texts;
+        }
+        Array<T> all;
+        value.get(all);
+        for (std::size_t i = 0; i < all.size(); ++i) {
+            texts.push_back(format(static_cast<const Array<T>&>(all)[i]));
+        }
+        return texts;
+    });
+}
+
+} // namespace cimserver::cimxml

@@ -1,0 +1,118 @@
+// Expat judges the text strictly, pugixml builds the tree: what passes the first means the same to the second.
+#include "XmlDocument.hpp"
+
+#include "Errors.hpp"
+
+#include "cimserver/http/Text.hpp"
+
+#include <expat.h>
+
+#include <limits>
+#include <memory>
+
+namespace cimserver::cimxml {
+namespace {
+
+struct ParserDeleter {
+    void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
+};
+
+/// One walk over the text; the first thing to complain of ends it.
+class WellFormedness {
+  public:
+    explicit WellFormedness(const XmlLimits& limits) : limits_(limits), parser_(XML_ParserCreate("UTF-8")) {
+        if (!parser_) {
+            throw std::bad_alloc();
+        }
+        XML_SetUserData(parser_.get(), this);
+        XML_SetXmlDeclHandler(parser_.get(), declaration);
+        XML_SetStartDoctypeDeclHandler(parser_.get(), doctype);
+        XML_SetElementHandler(parser_.get(), start, end);
+    }
+
+    void check(std::string_view text) {
+        if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
+            throw notWellFormed("the document is too long");
+        }
+        const auto length = static_cast<int>(text.size());
+        if (XML_Parse(parser_.get(), text.data(), length, XML_TRUE) != XML_STATUS_OK) {
+            throw notWellFormed(where() + (complaint_.empty() ? reason() : complaint_));
+        }
+    }
+
+  private:
+    std::string where() const {
+        return "line " + std::to_string(XML_GetCurrentLineNumber(parser_.get())) + ", column " +
+               std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": ";
+    }
+    std::string reason() const { return XML_ErrorString(XML_GetErrorCode(parser_.get())); }
+
+    void stop(std::string complaint) {
+        complaint_ = std::move(complaint);
+        XML_StopParser(parser_.get(), XML_FALSE);
+    }
+
+    static WellFormedness& of(void* self) { return *static_cast<WellFormedness*>(self); }
+
+    static void declaration(void* self, const XML_Char* /*version*/, const XML_Char* encoding, int /*standalone*/) {
+        if (encoding != nullptr && !http::equalsIgnoringCase(encoding, "utf-8") &&
+            !http::equalsIgnoringCase(encoding, "us-ascii")) {
+            of(self).stop("encoding " + quote(encoding) + " is not supported, only utf-8");
+        }
+    }
+
+    static void doctype(void* self, const XML_Char* /*name*/, const XML_Char* /*system*/, const XML_Char* /*publicId*/,
+                        int hasInternalSubset) {
+        if (hasInternalSubset != 0) {
+            of(self).stop("a document type with declarations is not supported");
+        }
+    }
+
+    static void start(void* self, const XML_Char* name, const XML_Char** attributes) {
+        of(self).startElement(name, attributes);
+    }
+    static void end(void* self, const XML_Char* /*name*/) { --of(self).depth_; }
+
+    void startElement(const XML_Char* name, const XML_Char** attributes) {
+        std::size_t count = 0;
+        while (attributes[2 * count] != nullptr) {
+            ++count;
+        }
+        if (++depth_ > limits_.depth) {
+            stop("elements are nested more than " + std::to_string(limits_.depth) + " deep");
+        } else if (++elements_ > limits_.elements) {
+            stop("more than " + std::to_string(limits_.elements) + " elements");
+        } else if (count > limits_.attributes) {
+            stop("more than " + std::to_string(limits_.attributes) + " attributes in " + quote(name));
+        }
+    }
+
+    const XmlLimits& limits_;
+    std::unique_ptr<XML_ParserStruct, ParserDeleter> parser_;
+    std::size_t depth_ = 0;
+    std::size_t elements_ = 0;
+    std::string complaint_;
+};
+
+} // namespace
+
+XmlDocument::XmlDocument(std::string_view text, const XmlLimits& limits) {
+    WellFormedness(limits).check(text);
+    const auto options = pugi::parse_default | pugi::parse_ws_pcdata;
+    const auto result = document_.load_buffer(text.data(), text.size(), options, pugi::encoding_utf8);
+    if (!result) {
+        throw notWellFormed(result.description());
+    }
+}
+
+std::string textOf(pugi::xml_node element) {
+    std::string text;
+    for (const pugi::xml_node child : element.children()) {
+        if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
+            text += child.value();
+        }
+    }
+    return text;
+}
+
+} // namespace cimserver::cimxml

@@ -1,0 +1,38 @@
+// A request's XML: checked for well-formedness and size, then read into a tree.
+#ifndef CIMSERVER_CIMXML_XMLDOCUMENT_HPP
+#define CIMSERVER_CIMXML_XMLDOCUMENT_HPP
+
+#include <pugixml.hpp>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace cimserver::cimxml {
+
+/// What a document may hold at most; more is refused as not well-formed.
+struct XmlLimits {
+    std::size_t depth = 64;       ///< elements inside one another
+    std::size_t elements = 50000; ///< elements in all
+    std::size_t attributes = 32;  ///< attributes of one element
+};
+
+/// The tree of a well-formed UTF-8 document without a document type's internal part: no entity but the five of XML
+/// itself can occur in it. Nodes point into the object and live as long as it.
+class XmlDocument {
+  public:
+    /// Throws HttpError request-not-well-formed with line and column of the fault.
+    XmlDocument(std::string_view text, const XmlLimits& limits);
+
+    pugi::xml_node root() const { return document_.document_element(); }
+
+  private:
+    pugi::xml_document document_;
+};
+
+/// The character data of an element, pieces joined, blanks kept.
+std::string textOf(pugi::xml_node element);
+
+} // namespace cimserver::cimxml
+
+#endif

@@ -1,0 +1,109 @@
+#include "XmlWriter.hpp"
+
+#include "Characters.hpp"
+
+namespace cimserver::cimxml {
+namespace {
+
+/// True for the bytes that may be copied without a look: printable ASCII without the characters of markup.
+bool plain(char c) {
+    return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"';
+}
+
+/// The reference that stands for a character; empty when it stands for itself.
+std::string_view reference(char c, bool attribute) {
+    switch (c) {
+    case '&':
+        return "&amp;";
+    case '<':
+        return "&lt;";
+    case '>':
+        return "&gt;";
+    case '"':
+        return "&quot;";
+    case '\r':
+        return "&#13;";
+    case '\n':
+        return attribute ? "&#10;" : "";
+    case '\t':
+        return attribute ? "&#9;" : "";
+    default:
+        return "";
+    }
+}
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
+
+} // namespace
+
+void XmlWriter::endTag() {
+    if (tagOpen_) {
+        text_ += '>';
+        tagOpen_ = false;
+    }
+}
+
+void XmlWriter::open(std::string_view name) {
+    endTag();
+    text_ += '<';
+    text_ += name;
+    tagOpen_ = true;
+}
+
+void XmlWriter::close(std::string_view name) {
+    endTag();
+    text_ += "</";
+    text_ += name;
+    text_ += '>';
+}
+
+void XmlWriter::attribute(std::string_view name, std::string_view value) {
+    text_ += ' ';
+    text_ += name;
+    text_ += "=\"";
+    escape(value, true);
+    text_ += '"';
+}
+
+void XmlWriter::characters(std::string_view data) {
+    endTag();
+    escape(data, false);
+}
+
+void XmlWriter::raw(std::string_view markup) {
+    endTag();
+    text_ += markup;
+}
+
+void XmlWriter::escape(std::string_view data, bool attribute) {
+    while (!data.empty()) {
+        std::size_t length = 0;
+        while (length < data.size() && plain(data[length])) {
+            ++length;
+        }
+        text_.append(data.data(), length);
+        data.remove_prefix(length);
+        if (!data.empty()) {
+            escapeOne(data, length, attribute);
+            data.remove_prefix(length);
+        }
+    }
+}
+
+void XmlWriter::escapeOne(std::string_view rest, std::size_t& length, bool attribute) {
+    length = 1;
+    if (const std::string_view known = reference(rest.front(), attribute); !known.empty()) {
+        text_ += known;
+        return;
+    }
+    const Decoded decoded = decodeCharacter(rest);
+    length = decoded.length;
+    if (decoded.valid) {
+        text_.append(rest.data(), length);
+    } else {
+        text_ += replacement;
+        ++replaced_;
+    }
+}
+
+} // namespace cimserver::cimxml

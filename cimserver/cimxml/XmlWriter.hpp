@@ -1,0 +1,69 @@
+// Writes XML into a string: elements are closed by scope, texts are escaped, characters that a client's parser would
+// refuse are replaced.
+#ifndef CIMSERVER_CIMXML_XMLWRITER_HPP
+#define CIMSERVER_CIMXML_XMLWRITER_HPP
+
+#include <string>
+#include <string_view>
+
+namespace cimserver::cimxml {
+
+/// The text written so far and how many characters had to be replaced in it.
+class XmlWriter {
+  public:
+    const std::string& text() const { return text_; }
+    std::string take() { return std::move(text_); }
+
+    /// Opens an element; the caller closes it (or lets an Element do both).
+    void open(std::string_view name);
+    /// Always writes an end tag: some clients do not know the short form of an empty element.
+    void close(std::string_view name);
+    /// Only right after open. Newline and tab become references too, since a parser makes blanks of them.
+    void attribute(std::string_view name, std::string_view value);
+    /// Character data: & < > " and CR become references, a byte that is no valid character becomes U+FFFD.
+    void characters(std::string_view data);
+    /// Markup as it is.
+    void raw(std::string_view markup);
+
+    /// Characters replaced since the writer was made.
+    std::size_t replaced() const { return replaced_; }
+
+  private:
+    void endTag();
+    void escape(std::string_view data, bool attribute);
+    void escapeOne(std::string_view rest, std::size_t& length, bool attribute);
+
+    std::string text_;
+    std::size_t replaced_ = 0;
+    bool tagOpen_ = false;
+};
+
+/// An element that is open while the object lives.
+class Element {
+  public:
+    Element(XmlWriter& writer, std::string_view name) : writer_(writer), name_(name) { writer_.open(name_); }
+    ~Element() { writer_.close(name_); }
+    Element(const Element&) = delete;
+    Element& operator=(const Element&) = delete;
+
+    Element& attribute(std::string_view name, std::string_view value) {
+        writer_.attribute(name, value);
+        return *this;
+    }
+    /// Written only when `condition` holds.
+    Element& attributeIf(bool condition, std::string_view name, std::string_view value) {
+        return condition ? attribute(name, value) : *this;
+    }
+    Element& text(std::string_view data) {
+        writer_.characters(data);
+        return *this;
+    }
+
+  private:
+    XmlWriter& writer_;
+    std::string_view name_;
+};
+
+} // namespace cimserver::cimxml
+
+#endif
