@@ -107,7 +107,11 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageCode;
+        if (error.get_exit_code() == 0) {
+            return app.exit(error); // help was asked for
+        }
+        std::fprintf(stderr, "osqueue: %s (osqueue --help tells the usage)\n", error.what());
+        return usageCode;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "osqueue: %s\n", error.what());
         return failureCode;

@@ -209,7 +209,11 @@ int main(int argc, char** argv) {
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
-        return app.exit(error) == 0 ? 0 : usageCode;
+        if (error.get_exit_code() == 0) {
+            return app.exit(error); // help was asked for
+        }
+        fmt::print(stderr, "zporeg: {} (zporeg --help tells the usage)\n", error.what());
+        return usageCode;
     } catch (const std::exception& error) {
         fmt::print(stderr, "zporeg: {}\n", error.what());
         return failureCode;

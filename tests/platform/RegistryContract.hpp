@@ -1,0 +1,152 @@
+#pragma once
+
+// What every registry behind the C functions keeps, the real library and a stand-in alike. Include this file in one
+// source of a test program that is linked to the registry under test; each test works in a section of its own.
+
+#include "ZpoShared.h"
+
+#include <atomic>
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+namespace registry_contract {
+
+constexpr const char* component = "Contract";
+
+TEST(RegistryContract, ReadsBackWhatWasWritten) {
+    for (const std::uint32_t length : {1U, 2U, 30U, 64U, 4096U}) {
+        std::string value(length, '\0');
+        for (std::uint32_t i = 0; i < length; ++i) {
+            value[i] = static_cast<char>(255 - i % 256);
+        }
+        std::string read(length, 'x');
+        ASSERT_EQ(ZPO_OK, ZpoSetRegEntryBinary(component, "Values", "binary", value.data(), length));
+        EXPECT_EQ(ZPO_OK, ZpoGetRegEntryBinary(component, "Values", "binary", read.data(), length));
+        EXPECT_EQ(value, read);
+    }
+    for (const std::string& value :
+         {std::string(), std::string("02:30"), std::string("a\tb\n\xe4\xff\x7f"), std::string(511, 'z')}) {
+        char read[512] = "before";
+        ASSERT_EQ(ZPO_OK, ZpoSetRegEntryString(component, "Values", "text", value.c_str()));
+        EXPECT_EQ(ZPO_OK, ZpoGetRegEntryString(component, "Values", "text", read, sizeof read));
+        EXPECT_EQ(value, read);
+    }
+    for (const std::uint32_t value : {0U, 1U, 0x80000000U, 0xFFFFFFFFU}) {
+        std::uint32_t read = ~value;
+        ASSERT_EQ(ZPO_OK, ZpoSetRegEntryInt(component, "Values", "integer", value));
+        EXPECT_EQ(ZPO_OK, ZpoGetRegEntryInt(component, "Values", "integer", &read));
+        EXPECT_EQ(value, read);
+    }
+}
+
+// The destination of a failed read is left alone, whatever the failure.
+struct Destination {
+    unsigned char bytes[4] = {1, 2, 3, 4};
+    char text[8] = "before";
+    std::uint32_t integer = 77;
+
+    bool isUntouched() const {
+        return bytes[0] == 1 && bytes[3] == 4 && std::string(text) == "before" && integer == 77;
+    }
+};
+
+TEST(RegistryContract, TellsAnAbsentEntry) {
+    Destination to;
+    EXPECT_EQ(ZPO_REG_ENTRY_NOT_FOUND, ZpoGetRegEntryBinary(component, "Absent", "key", to.bytes, 4));
+    EXPECT_EQ(ZPO_REG_ENTRY_NOT_FOUND, ZpoGetRegEntryString(component, "Absent", "key", to.text, 8));
+    EXPECT_EQ(ZPO_REG_ENTRY_NOT_FOUND, ZpoGetRegEntryInt(component, "Absent", "key", &to.integer));
+    EXPECT_TRUE(to.isUntouched());
+}
+
+TEST(RegistryContract, RefusesAnotherKindOrLength) {
+    Destination to;
+    ZpoSetRegEntryBinary(component, "Kinds", "binary", "\1\2\3\4", 4);
+    ZpoSetRegEntryString(component, "Kinds", "text", "1234567");
+    ZpoSetRegEntryInt(component, "Kinds", "integer", 5);
+    for (const char* key : {"text", "integer"}) {
+        EXPECT_EQ(ZPO_REG_WRONG_KIND, ZpoGetRegEntryBinary(component, "Kinds", key, to.bytes, 4)) << key;
+    }
+    for (const char* key : {"binary", "integer"}) {
+        EXPECT_EQ(ZPO_REG_WRONG_KIND, ZpoGetRegEntryString(component, "Kinds", key, to.text, 8)) << key;
+    }
+    for (const char* key : {"binary", "text"}) {
+        EXPECT_EQ(ZPO_REG_WRONG_KIND, ZpoGetRegEntryInt(component, "Kinds", key, &to.integer)) << key;
+    }
+    for (const std::uint32_t length : {1U, 3U, 5U}) {
+        unsigned char large[8] = {};
+        EXPECT_EQ(ZPO_REG_WRONG_LENGTH, ZpoGetRegEntryBinary(component, "Kinds", "binary", large, length)) << length;
+        EXPECT_EQ(0, large[0]);
+    }
+    EXPECT_EQ(ZPO_REG_BUFFER_TOO_SMALL, ZpoGetRegEntryString(component, "Kinds", "text", to.text, 7));
+    EXPECT_TRUE(to.isUntouched());
+}
+
+TEST(RegistryContract, AWriteReplacesTheEntryWithItsKind) {
+    std::uint32_t integer = 0;
+    ZpoSetRegEntryString(component, "Replaced", "key", "text");
+    ASSERT_EQ(ZPO_OK, ZpoSetRegEntryInt(component, "Replaced", "key", 9));
+    EXPECT_EQ(ZPO_OK, ZpoGetRegEntryInt(component, "Replaced", "key", &integer));
+    EXPECT_EQ(9U, integer);
+}
+
+TEST(RegistryContract, NeverCutsAText) {
+    char read[512];
+    ZpoSetRegEntryString(component, "Long", "text", "old");
+    EXPECT_EQ(ZPO_REG_TEXT_TOO_LONG, ZpoSetRegEntryString(component, "Long", "text", std::string(512, 'a').c_str()));
+    EXPECT_EQ(ZPO_OK, ZpoGetRegEntryString(component, "Long", "text", read, sizeof read));
+    EXPECT_STREQ("old", read);
+}
+
+TEST(RegistryContract, RefusesUnusableArguments) {
+    std::uint32_t integer = 0;
+    char buffer[8] = {};
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryInt(nullptr, "s", "k", 1));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryInt(component, nullptr, "k", 1));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryInt(component, "s", nullptr, 1));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryInt("", "s", "k", 1));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryInt(component, "", "k", 1));
+    EXPECT_NE(ZPO_OK, ZpoGetRegEntryInt(component, "s", "", &integer));
+    EXPECT_NE(ZPO_OK, ZpoGetRegEntryInt(component, "s", "k", nullptr));
+    EXPECT_NE(ZPO_OK, ZpoGetRegEntryBinary(component, "s", "k", nullptr, 1));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryBinary(component, "s", "k", nullptr, 1));
+    EXPECT_NE(ZPO_OK, ZpoGetRegEntryString(component, "s", "k", nullptr, 8));
+    EXPECT_NE(ZPO_OK, ZpoSetRegEntryString(component, "s", "k", nullptr));
+    ZpoSetRegEntryBinary(component, "s", "k", "x", 1);
+    EXPECT_EQ(ZPO_REG_BAD_ARGUMENT, ZpoSetRegEntryBinary(component, "s", "k", buffer, 0));
+    EXPECT_EQ(ZPO_REG_BAD_ARGUMENT, ZpoGetRegEntryBinary(component, "s", "k", buffer, 0));
+    EXPECT_EQ(ZPO_REG_BAD_ARGUMENT, ZpoGetRegEntryString(component, "s", "k", buffer, 0));
+}
+
+TEST(RegistryContract, TellsNamesApart) {
+    std::uint32_t read = 0;
+    ZpoSetRegEntryInt(component, "ab", "c", 1);
+    ZpoSetRegEntryInt(component, "a", "bc", 2);
+    ZpoSetRegEntryInt(component, "AB", "c", 3);
+    ZpoSetRegEntryInt(component, "ab", "c ", 4);
+    EXPECT_EQ(ZPO_OK, ZpoGetRegEntryInt(component, "ab", "c", &read));
+    EXPECT_EQ(1U, read);
+}
+
+TEST(RegistryContract, ServesThreadsAtOnce) {
+    std::atomic<unsigned> failures{0};
+    std::vector<std::thread> threads;
+    for (unsigned thread = 0; thread < 4; ++thread) {
+        threads.emplace_back([thread, &failures] {
+            const std::string key = "key" + std::to_string(thread);
+            for (std::uint32_t value = 0; value < 25; ++value) {
+                std::uint32_t read = 0;
+                const bool ok = ZpoSetRegEntryInt(component, "Threads", key.c_str(), value) == ZPO_OK &&
+                                ZpoGetRegEntryInt(component, "Threads", key.c_str(), &read) == ZPO_OK && read == value;
+                failures += ok ? 0 : 1;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(0U, failures);
+}
+
+} // namespace registry_contract

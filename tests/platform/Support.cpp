@@ -1,0 +1,84 @@
+#include "Support.hpp"
+
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <sys/wait.h>
+#include <thread>
+#include <unistd.h>
+
+namespace support {
+
+TempDir::TempDir() : path_((std::filesystem::temp_directory_path() / "platform-XXXXXX").string()) {
+    if (mkdtemp(path_.data()) == nullptr) {
+        std::abort();
+    }
+}
+
+TempDir::~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+pid_t startChild(const std::function<int()>& work) {
+    std::fflush(nullptr);
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(work());
+    }
+    return child;
+}
+
+int waitForChild(pid_t child) {
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+}
+
+int inChild(const std::function<int()>& work) {
+    return waitForChild(startChild(work));
+}
+
+Result run(const std::vector<std::string>& command) {
+    const TempDir scratch;
+    const std::string output = scratch / "output";
+    Result result;
+    result.exitCode = inChild([&] {
+        std::vector<char*> arguments;
+        for (const std::string& word : command) {
+            arguments.push_back(const_cast<char*>(word.c_str()));
+        }
+        arguments.push_back(nullptr);
+        if (std::freopen(output.c_str(), "w", stdout) == nullptr || dup2(1, 2) < 0) {
+            return 126;
+        }
+        execvp(arguments[0], arguments.data());
+        return 127;
+    });
+    result.output = contentOf(output);
+    return result;
+}
+
+bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds patience) {
+    const auto deadline = std::chrono::steady_clock::now() + patience;
+    while (!condition()) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return true;
+}
+
+std::string contentOf(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void writeFile(const std::string& path, const std::string& content) {
+    std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
+}
+
+} // namespace support

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace support {
+
+/// A directory of its own under the temporary directory, removed at the end.
+class TempDir {
+  public:
+    TempDir();
+    TempDir(const TempDir&) = delete;
+    TempDir& operator=(const TempDir&) = delete;
+    ~TempDir();
+
+    const std::string& path() const { return path_; }
+    std::string operator/(const std::string& name) const { return path_ + "/" + name; }
+
+  private:
+    std::string path_;
+};
+
+struct Result {
+    int exitCode = -1;  ///< minus the signal when it was killed
+    std::string output; ///< standard output and standard error
+};
+
+/// Runs a program to its end, with the test's environment.
+Result run(const std::vector<std::string>& command);
+
+/// Runs `work` in a forked child and returns its exit code, or minus the signal that ended it; `work` returns the code.
+int inChild(const std::function<int()>& work);
+pid_t startChild(const std::function<int()>& work);
+int waitForChild(pid_t child);
+
+/// Looks every few milliseconds whether `condition` holds, for at most `patience`.
+bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds patience = std::chrono::seconds(5));
+
+std::string contentOf(const std::string& path);
+void writeFile(const std::string& path, const std::string& content);
+
+} // namespace support
