@@ -54,6 +54,9 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
         const CIMInstance previous = present(provider, env, request.ns(), target, cimClass);
         const Modification change =
             modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
+        if (context.handedOn != nullptr) {
+            *context.handedOn = change.instance.getProperties();
+        }
         if (!change.empty()) {
             // Always with a list: a provider must not take what is not handed on for set to NULL.
             provider.modifyInstance(env, request.ns(), change.instance, previous, includeQualifiers, &change.names,

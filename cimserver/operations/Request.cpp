@@ -22,6 +22,7 @@ Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const Strin
         fail(CIMException::INVALID_NAMESPACE, ns.c_str());
     }
     RequestContext shared = context;
+    shared.handedOn = nullptr; // of this operation only, not of what a provider calls in turn
     if (!shared.operation) {
         shared.operation = std::make_shared<OperationContext>();
     }

@@ -22,10 +22,13 @@ bool isWithin(const fs::path& file, const fs::path& folder) {
     return end == folder.end();
 }
 
-/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server.
+/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server; empty for one of another host.
 std::string localNamespace(const std::string& written) {
     const std::string_view here = "//./";
-    return trimmedNamespace(written.compare(0, here.size(), here) == 0 ? written.substr(here.size()) : written);
+    if (written.compare(0, here.size(), here) == 0) {
+        return trimmedNamespace(written.substr(here.size()));
+    }
+    return written.compare(0, 2, "//") == 0 ? std::string() : trimmedNamespace(written);
 }
 
 bool isNamespaceName(const std::string& name) {

@@ -220,9 +220,7 @@ Token Lexer::number() {
         fail(token.place, "a number is longer than " + std::to_string(longestNumber) + " characters");
     }
     if (!real) {
-        Token whole = integer(token.text);
-        whole.place = token.place;
-        return whole;
+        return integer(std::move(token));
     }
     char* end = nullptr;
     token.kind = TokenKind::Real;
@@ -234,11 +232,9 @@ Token Lexer::number() {
     return token;
 }
 
-Token Lexer::integer(std::string_view written) {
-    Token token = start();
+Token Lexer::integer(Token token) {
     token.kind = TokenKind::Integer;
-    token.text = std::string(written);
-    std::string_view digits = written;
+    std::string_view digits = token.text;
     token.negative = digits[0] == '-';
     if (digits[0] == '-' || digits[0] == '+') {
         digits.remove_prefix(1);

@@ -44,7 +44,7 @@ class Lexer {
     void skipComment();
     Token identifier();
     Token number();
-    Token integer(std::string_view written);
+    static Token integer(Token written);
     Token string();
     Token character();
     void appendCharacter(std::string& out, const Place& opening);

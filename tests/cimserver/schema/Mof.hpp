@@ -1,0 +1,30 @@
+// What the schema tests share.
+#ifndef TESTS_CIMSERVER_SCHEMA_MOF_HPP
+#define TESTS_CIMSERVER_SCHEMA_MOF_HPP
+
+#include "cimserver/schema/Repository.hpp"
+
+#include <string>
+
+/// Qualifier declarations, in one line so that what follows starts in line 2.
+inline const std::string qualifiers =
+    "Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);"
+    "Qualifier Association : boolean = false, Scope(association), Flavor(DisableOverride);"
+    "Qualifier Description : string = null, Scope(any), Flavor(Translatable);"
+    "Qualifier Version : string, Scope(class, association), Flavor(Restricted);"
+    "Qualifier Override : string, Scope(property, method, reference), Flavor(Restricted);"
+    "Qualifier Values : string[], Scope(property);"
+    "Qualifier MaxLen : uint32, Scope(property, parameter);\n";
+
+/// The message of the MofError that compiling the text gives; empty when it compiles.
+inline std::string errorOf(const std::string& mof) {
+    cimserver::schema::Repository repository;
+    try {
+        repository.compileText(mof, "t.mof", "root/test");
+    } catch (const cimserver::schema::MofError& error) {
+        return error.what();
+    }
+    return {};
+}
+
+#endif
