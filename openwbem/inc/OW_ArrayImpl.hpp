@@ -5,8 +5,6 @@
 
 #include "OW_Array.hpp"
 #include "OW_config.h"
-#include <algorithm>
-#include <memory>
 
 namespace OpenWBEM {
 
@@ -33,7 +31,7 @@ template <class T>
 inline Array<T>::Array() {}
 template <class T>
 inline Array<T>::Array(V* toWrap) {
-    const std::unique_ptr<V> owner(toWrap);
+    const AutoPtr<V> owner(toWrap);
     writable().swap(*owner);
 }
 template <class T>
@@ -210,7 +208,16 @@ inline void Array<T>::swap(Array<T>& x) {
 
 template <class T>
 inline bool operator==(const Array<T>& x, const Array<T>& y) {
-    return x.size() == y.size() && std::equal(x.begin(), x.end(), y.begin());
+    if (x.size() != y.size()) {
+        return false;
+    }
+    typename Array<T>::const_iterator j = y.begin();
+    for (typename Array<T>::const_iterator i = x.begin(); i != x.end(); ++i, ++j) {
+        if (!(*i == *j)) {
+            return false;
+        }
+    }
+    return true;
 }
 template <class T>
 inline bool operator!=(const Array<T>& x, const Array<T>& y) {
@@ -218,7 +225,16 @@ inline bool operator!=(const Array<T>& x, const Array<T>& y) {
 }
 template <class T>
 inline bool operator<(const Array<T>& x, const Array<T>& y) {
-    return std::lexicographical_compare(x.begin(), x.end(), y.begin(), y.end());
+    typename Array<T>::const_iterator j = y.begin();
+    for (typename Array<T>::const_iterator i = x.begin(); i != x.end(); ++i, ++j) {
+        if (j == y.end() || *j < *i) {
+            return false;
+        }
+        if (*i < *j) {
+            return true;
+        }
+    }
+    return j != y.end();
 }
 template <class T>
 inline bool operator<=(const Array<T>& x, const Array<T>& y) {

@@ -51,7 +51,8 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
     virtual const char* getMessage() const;
 
   private:
-    mutable std::shared_ptr<const char> m_longText; // null until getMessage()
+    struct LongText;
+    mutable IntrusiveReference<const LongText> m_longText; // shared with the copies; null until getMessage()
 };
 
 } // namespace OpenWBEM

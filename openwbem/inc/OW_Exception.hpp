@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <exception>
 #include <iosfwd>
-#include <memory>
 #include <new>
 
 namespace OpenWBEM {
@@ -54,7 +53,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
   private:
     struct Texts;
 
-    std::shared_ptr<const Texts> m_texts; // null if there was no memory
+    IntrusiveReference<const Texts> m_texts; // shared with the copies; null if there was no memory
     int m_line;
     int m_errorCode;
     int m_subClassId;

@@ -1,8 +1,10 @@
 #include "OW_CIMException.hpp"
 
+#include "OW_IntrusiveCountableBase.hpp"
 #include <array>
 #include <cstring>
 #include <string>
+#include <utility>
 
 namespace OpenWBEM {
 
@@ -45,6 +47,11 @@ std::string longText(const char* text, const char* message) {
 }
 } // namespace
 
+struct CIMException::LongText : public IntrusiveCountableBase {
+    explicit LongText(std::string t) : text(std::move(t)) {}
+    const std::string text;
+};
+
 CIMException::CIMException(const char* file, int line, ErrNoType errval, const char* msg, const Exception* other)
     : Exception(file, line, msg, errval, other, CIM_EXCEPTION_SUBCLASS_ID) {}
 
@@ -74,17 +81,15 @@ void CIMException::setErrNo(ErrNoType e) {
 }
 
 const char* CIMException::getMessage() const {
-    if (m_longText) {
-        return m_longText.get();
+    if (!m_longText) {
+        const char* text = textOf(getErrorCode());
+        try {
+            m_longText = new LongText(longText(text, Exception::getMessage()));
+        } catch (const std::bad_alloc&) {
+            return text;
+        }
     }
-    const char* text = textOf(getErrorCode());
-    try {
-        const auto holder = std::make_shared<const std::string>(longText(text, Exception::getMessage()));
-        m_longText = std::shared_ptr<const char>(holder, holder->c_str());
-        return m_longText.get();
-    } catch (const std::bad_alloc&) {
-        return text;
-    }
+    return m_longText->text.c_str();
 }
 
 } // namespace OpenWBEM

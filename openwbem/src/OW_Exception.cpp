@@ -4,6 +4,7 @@
 #include "OW_Assertion.hpp"
 #include "OW_Enumeration.hpp"
 #include "OW_Format.hpp"
+#include "OW_IntrusiveCountableBase.hpp"
 #include "OW_NULLValueException.hpp"
 #include "OW_NoSuchPropertyException.hpp"
 #include "OW_NoSuchQualifierException.hpp"
@@ -16,25 +17,24 @@
 
 namespace OpenWBEM {
 
-// Owned by shared pointers: copies of an exception share their texts.
-struct Exception::Texts {
+struct Exception::Texts : public IntrusiveCountableBase {
     const std::string file;
     const std::string message;
     const Exception* const cause; // owned; only here is its destructor accessible
 
-    Texts(const char* file_, const char* message_, const Exception* cause_) :
-        file(file_ ? file_ : ""), message(message_ ? message_ : ""), cause(cause_ ? cause_->clone() : nullptr) {}
+    Texts(const char* file_, const char* message_, const Exception* cause_)
+        : file(file_ ? file_ : ""), message(message_ ? message_ : ""), cause(cause_ ? cause_->clone() : nullptr) {}
     Texts(const Texts&) = delete;
     Texts& operator=(const Texts&) = delete;
-    ~Texts() { delete cause; }
+    ~Texts() override { delete cause; }
 };
 
 Exception::Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other, int subClassId)
     : m_line(line), m_errorCode(errorCode), m_subClassId(subClassId) {
     try {
-        m_texts = std::make_shared<const Texts>(file, msg, other);
+        m_texts = new Texts(file, msg, other);
     } catch (const std::bad_alloc&) {
-        m_texts.reset(); // the exception under way is worth more than its text
+        m_texts = nullptr; // the exception under way is worth more than its text
     }
 }
 
@@ -43,7 +43,7 @@ Exception::~Exception() noexcept = default;
 Exception& Exception::operator=(const Exception& rhs) noexcept = default;
 
 void Exception::swap(Exception& x) noexcept {
-    std::swap(m_texts, x.m_texts);
+    m_texts.swap(x.m_texts);
     std::swap(m_line, x.m_line);
     std::swap(m_errorCode, x.m_errorCode);
     std::swap(m_subClassId, x.m_subClassId);
