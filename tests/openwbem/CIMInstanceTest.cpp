@@ -1,0 +1,245 @@
+#include "OW_CIM.hpp"
+#include "Thrown.hpp"
+
+#include <gtest/gtest.h>
+
+using namespace OpenWBEM;
+
+namespace {
+
+CIMProperty keyProperty(const char* name, const CIMValue& value) {
+    return CIMProperty(name, value).addQualifier(CIMQualifier::createKeyQualifier());
+}
+
+std::string namesOf(const CIMPropertyArray& properties) {
+    std::string names;
+    for (const CIMProperty& property : properties) {
+        names += std::string(names.empty() ? "" : " ") + property.getName().c_str();
+    }
+    return names;
+}
+
+CIMClass thingClass() {
+    CIMClass thing("ACME_Thing");
+    thing.addProperty(CIMProperty("Name", CIMDataType(CIMDataType::STRING))
+                          .addQualifier(CIMQualifier::createKeyQualifier())
+                          .setOriginClass("ACME_Base")
+                          .setPropagated());
+    thing.addProperty(CIMProperty("Size", CIMValue(UInt8(7))).addQualifier("Write").setOriginClass("ACME_Thing"));
+    thing.addProperty(CIMProperty("Color", CIMDataType(CIMDataType::STRING)).setOriginClass("ACME_Thing"));
+    return thing;
+}
+
+TEST(CIMInstance, holdsPropertiesInOrder) {
+    CIMInstance instance("C");
+    instance.setProperty("b", CIMValue(UInt8(1))).setProperty("a", CIMValue("x")).setProperty("n", CIMValue(CIMNULL));
+    EXPECT_EQ(namesOf(instance.getProperties()), "b a n");
+    EXPECT_EQ(namesOf(instance.getProperties(CIMDataType::STRING)), "a");
+    EXPECT_EQ(instance.getProperty("n").getDataType().getType(), CIMDataType::CIMNULL);
+    instance.setProperty("B", CIMValue(2));
+    EXPECT_EQ(instance.getProperty("b").getName(), "b");
+    EXPECT_TRUE(instance.getPropertyValue("b") == CIMValue(UInt8(2))) << "cast to the type it has";
+    EXPECT_FALSE(instance.getProperty("z") || instance.getPropertyValue("z") || instance.propertyHasValue("n"));
+    EXPECT_EQ(thrownBy([&] { instance.getPropertyT("z"); }), "NoSuchPropertyException: z");
+    EXPECT_EQ(namesOf(instance.removeProperty("A").getProperties()), "b n");
+    EXPECT_EQ(instance.setProperty(CIMProperty(CIMNULL)).getProperties().size(), 2u);
+}
+
+TEST(CIMInstance, updatesOnlyWhatIsThere) {
+    CIMInstance instance("C");
+    instance.setProperty("a", CIMValue("x"));
+    instance.updatePropertyValue("A", CIMValue(5)).updatePropertyValue("z", CIMValue(5));
+    EXPECT_EQ(instance.toString(), "instance of C {\na = 5;\n}\n");
+    EXPECT_EQ(thrownBy([&] { instance.updatePropertyValue("a", CIMValue(CIMNULL)); }), nullUse);
+    instance.updatePropertyValues(CIMPropertyArray(1, CIMProperty("a")));
+    EXPECT_EQ(instance.toMOF(), "INSTANCE OF C\n{\n  a=NULL;\n};\n");
+    instance.setProperty("b", CIMValue(UInt8(9)));
+    CIMProperty hidden("h", CIMValue("secret"));
+    instance.setProperty(hidden.addQualifier(CIMQualifier("Invisible").setValue(CIMValue(true))));
+    EXPECT_EQ(instance.toString(), "instance of C {\na = null;\nb = 9;\n}\n");
+}
+
+TEST(CIMInstance, keepsItsKeyList) {
+    const auto keys = [](const CIMInstance& instance) { return namesOf(instance.getKeyValuePairs()); };
+    CIMInstance instance("C");
+    instance.setProperty("a", CIMValue("x")).setProperty("r", CIMValue(CIMObjectPath("D")));
+    EXPECT_EQ(keys(instance), "") << "appended by name and value";
+    instance.setProperty(CIMProperty("b", CIMValue(1)));
+    EXPECT_EQ(keys(instance), "") << "no key concerned";
+    instance.setProperty(keyProperty("k", CIMValue(1)));
+    EXPECT_EQ(keys(instance), "r k");
+    instance.setProperty("k", CIMValue(2));
+    EXPECT_EQ(instance.getKeyValuePairs()[1].getValue().toInt32(), 2);
+    instance.setProperty(CIMProperty("K", CIMValue(3)));
+    EXPECT_EQ(keys(instance), "r") << "replaced by one that is no key";
+    instance.setKeys(CIMPropertyArray(1, CIMProperty("other", CIMValue(1))));
+    EXPECT_EQ(keys(instance), "other");
+    instance.setProperty("a", CIMValue("y")).setProperty(CIMProperty("c", CIMValue(1)));
+    EXPECT_EQ(keys(instance), "other");
+    instance.setProperties(CIMPropertyArray(1, keyProperty("p", CIMValue(1))));
+    EXPECT_EQ(keys(instance), "p");
+}
+
+TEST(CIMInstance, clonesWhatIsAskedFor) {
+    CIMInstance instance = thingClass().newInstance();
+    instance.setProperty("Name", CIMValue("one")).setQualifier("Q");
+    const StringArray none;
+    StringArray some;
+    some.push_back("color");
+    some.push_back("SIZE");
+    struct {
+        WBEMFlags::ELocalOnlyFlag localOnly;
+        const StringArray* list;
+        const char* names;
+    } const cases[] = {{WBEMFlags::E_NOT_LOCAL_ONLY, nullptr, "Name Size Color"},
+                       {WBEMFlags::E_LOCAL_ONLY, nullptr, "Size Color"},
+                       {WBEMFlags::E_NOT_LOCAL_ONLY, &some, "Size Color"},
+                       {WBEMFlags::E_NOT_LOCAL_ONLY, &none, ""}};
+    for (const auto& c : cases) {
+        const CIMInstance copy =
+            instance.clone(c.localOnly, WBEMFlags::E_EXCLUDE_QUALIFIERS, WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, c.list);
+        EXPECT_EQ(namesOf(copy.getProperties()), c.names);
+        EXPECT_EQ(CIMObjectPath("root", copy).modelPath(), "ACME_Thing.Name=\"one\"") << c.names;
+        EXPECT_EQ(copy.getQualifiers().size(), 0u);
+        if (const CIMProperty size = copy.getProperty("Size")) {
+            EXPECT_EQ(size.getQualifiers().size(), 0u);
+            EXPECT_EQ(size.getOriginClass(), "");
+        }
+    }
+    const auto with = [&](const StringArray& list, bool noProps) {
+        return namesOf(instance
+                           .clone(WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS,
+                                  WBEMFlags::E_INCLUDE_CLASS_ORIGIN, list, noProps)
+                           .getProperties());
+    };
+    EXPECT_EQ(with(StringArray(), false), "Name Size Color");
+    EXPECT_EQ(with(some, false), "Size Color");
+    EXPECT_EQ(with(some, true), "");
+}
+
+TEST(CIMInstance, clonesForARequestedClass) {
+    CIMClass base("ACME_Base");
+    base.addProperty(CIMProperty("Name", CIMDataType(CIMDataType::STRING)).setOriginClass("ACME_Base"));
+    CIMInstance instance("ACME_Thing");
+    instance.setProperty("Name", CIMValue("one"));
+    struct {
+        WBEMFlags::ELocalOnlyFlag localOnly;
+        WBEMFlags::EDeepFlag deep;
+        CIMClass requested;
+        const char* names;
+    } const cases[] = {{WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_SHALLOW, base, "Name"},
+                       {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, base, "Name Size Color"},
+                       {WBEMFlags::E_LOCAL_ONLY, WBEMFlags::E_SHALLOW, thingClass(), "Size Color"},
+                       {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_SHALLOW, thingClass(), "Name Size Color"}};
+    for (const auto& c : cases) {
+        const CIMInstance copy = instance.clone(c.localOnly, c.deep, WBEMFlags::E_EXCLUDE_QUALIFIERS,
+                                                WBEMFlags::E_EXCLUDE_CLASS_ORIGIN, nullptr, c.requested, thingClass());
+        EXPECT_EQ(namesOf(copy.getProperties()), c.names);
+        EXPECT_EQ(CIMObjectPath("root", copy).modelPath(), "ACME_Thing.Name=\"one\"");
+    }
+}
+
+TEST(CIMInstance, isFittedToAClass) {
+    CIMInstance instance("acme_thing");
+    CIMProperty qualified("COLOR", CIMValue(5));
+    instance.setProperty("odd", CIMValue(1)).setProperty(qualified.addQualifier("Mine"));
+    instance.setProperty(CIMProperty("size", CIMDataType(CIMDataType::STRING)));
+    instance.syncWithClass(thingClass());
+    EXPECT_EQ(instance.toString(), "instance of acme_thing {\nColor = 5;\nSize = 7;\nName = null;\n}\n");
+    EXPECT_EQ(instance.getProperty("Color").getDataType().getType(), CIMDataType::STRING);
+    EXPECT_FALSE(instance.getProperty("Color").getQualifier("Mine"));
+    EXPECT_TRUE(instance.getProperty("Size").getQualifier("Write"));
+    EXPECT_EQ(instance.getProperty("Size").getOriginClass(), "ACME_Thing");
+    EXPECT_EQ(namesOf(instance.getKeyValuePairs()), "Name");
+    instance.syncWithClass(thingClass(), WBEMFlags::E_EXCLUDE_QUALIFIERS);
+    EXPECT_EQ(instance.getProperty("Name").getQualifiers().size(), 0u);
+    EXPECT_EQ(namesOf(instance.getKeyValuePairs()), "Name");
+    CIMInstance wrong("ACME_Thing");
+    wrong.setProperty("Size", CIMValue("abc"));
+    EXPECT_EQ(thrownBy([&] { wrong.syncWithClass(thingClass()); }),
+              "CIMException: general error (Unable to convert \"abc\" into UInt8)");
+    EXPECT_EQ(wrong.getPropertyValue("Size").toString(), "abc");
+}
+
+TEST(CIMInstance, fitsOnlyTheFirstOfTwoOfOneName) {
+    CIMPropertyArray twice(2, CIMProperty("SIZE", CIMValue("1")));
+    CIMInstance instance("ACME_Thing");
+    instance.setProperties(twice).syncWithClass(thingClass());
+    EXPECT_EQ(namesOf(instance.getProperties()), "Size SIZE Name Color");
+    EXPECT_TRUE(instance.getProperties()[0].getQualifier("Write"));
+    EXPECT_FALSE(instance.getProperties()[1].getQualifier("Write"));
+}
+
+TEST(CIMInstance, becomesAModifiedOne) {
+    CIMInstance previous = thingClass().newInstance();
+    previous.setProperty("Name", CIMValue("one")).setProperty("Color", CIMValue("red"));
+    CIMInstance request("ACME_Thing");
+    request.setProperty("Size", CIMValue(9)).setProperty("Color", CIMValue("blue"));
+    const StringArray list(1, String("size"));
+    const CIMInstance modified =
+        request.createModifiedInstance(previous, WBEMFlags::E_INCLUDE_QUALIFIERS, &list, thingClass());
+    EXPECT_EQ(modified.toString(), "instance of ACME_Thing {\nSize = 9;\nColor = red;\nName = one;\n}\n");
+    EXPECT_FALSE(modified.propertiesAreEqualTo(previous));
+    previous.setProperty("Size", CIMValue(9));
+    EXPECT_TRUE(modified.propertiesAreEqualTo(previous)) << "in any order";
+}
+
+TEST(CIMClass, makesAnInstance) {
+    const CIMInstance instance = thingClass().newInstance();
+    EXPECT_EQ(instance.toString(), "instance of ACME_Thing {\nName = null;\nSize = 7;\nColor = null;\n}\n");
+    EXPECT_EQ(namesOf(instance.getKeyValuePairs()), "Name");
+    EXPECT_TRUE(instance.getProperty("Name").isKey());
+}
+
+TEST(CIMClass, isFilteredAndCompared) {
+    const CIMClass thing = thingClass();
+    EXPECT_TRUE(thing.isKeyed());
+    EXPECT_EQ(thing.getKeyClass(), "ACME_Base");
+    EXPECT_EQ(namesOf(thing.getKeys()), "Name");
+    EXPECT_TRUE(thing.getProperty("size", "acme_thing"));
+    EXPECT_FALSE(thing.getProperty("size", "ACME_Base"));
+    EXPECT_EQ(namesOf(thing.clone(WBEMFlags::E_LOCAL_ONLY).getAllProperties()), "Size Color");
+    EXPECT_EQ(namesOf(thing.filterProperties(StringArray(1, String("SIZE"))).getAllProperties()), "Size");
+    EXPECT_TRUE(thing == thingClass());
+    EXPECT_TRUE(thing != CIMClass(thing).setIsAssociation(true));
+    EXPECT_EQ(thrownBy([&] { CIMClass(thing).addProperty(CIMProperty("SIZE")); }),
+              "CIMException: object already exists (Property SIZE already exists)");
+    CIMClass association("A");
+    EXPECT_TRUE(association.addQualifier(CIMQualifier("association").setValue(CIMValue(true))).isAssociation());
+    EXPECT_TRUE(association.hasQualifier("Association"));
+    EXPECT_TRUE(association.removeQualifier(CIMName("ASSOCIATION")));
+}
+
+TEST(CIMMethod, sortsItsParametersByDirection) {
+    const auto parameter = [](const char* name, const char* qualifier, bool value) {
+        CIMParameter made(name);
+        const CIMQualifier direction = CIMQualifier(qualifier).setValue(CIMValue(value));
+        return made.setDataType(CIMDataType::UINT8).setQualifiers(CIMQualifierArray(1, direction));
+    };
+    CIMMethod method("Reset");
+    method.setReturnType(CIMDataType::UINT32);
+    method.addParameter(CIMParameter("plain").setDataType(CIMDataType(CIMDataType::STRING, -1)));
+    method.addParameter(parameter("in", "In", true)).addParameter(parameter("none", "IN", false));
+    method.addParameter(parameter("both", "Out", true));
+    const auto names = [](const CIMParameterArray& parameters) {
+        std::string text;
+        for (const CIMParameter& p : parameters) {
+            text += std::string(" ") + p.getName().c_str();
+        }
+        return text;
+    };
+    EXPECT_EQ(names(method.getINParameters()), " plain in both");
+    EXPECT_EQ(names(method.getOUTParameters()), " both");
+    EXPECT_FALSE(method.setPropagated().clone(WBEMFlags::E_LOCAL_ONLY));
+    CIMClass thing = thingClass();
+    thing.addQualifier(CIMQualifier("Version").setValue(CIMValue("1"))).setSuperClass("ACME_Base");
+    thing.setMethod(method.clone(WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_EXCLUDE_QUALIFIERS));
+    EXPECT_EQ(thing.toMOF(), "[Version(\"1\")]\nclass ACME_Thing : ACME_Base\n{\n  [Key(true)]\n  string Name;\n"
+                             "  [Write]\n  uint8 Size = 7;\n  string Color;\n  uint32 Reset(\n    string plain[],\n"
+                             "    uint8 in,\n    uint8 none,\n    uint8 both);\n};\n");
+    EXPECT_TRUE(thing.getMethod("RESET"));
+    EXPECT_EQ(CIMParamValue("p", CIMValue(5)).toString(), "CIMParamValue(p): 5");
+    EXPECT_EQ(CIMParamValue("p").toString(), "CIMParamValue(p): (null)");
+}
+
+} // namespace

@@ -1,0 +1,144 @@
+#include "OW_CIM.hpp"
+#include "OW_CIMName.hpp"
+#include "Thrown.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <type_traits>
+
+using namespace OpenWBEM;
+
+// Code written against the interface relies on what converts by itself and what does not.
+static_assert(std::is_convertible<const char*, CIMName>::value && std::is_convertible<String, CIMName>::value, "");
+static_assert(std::is_convertible<const char*, CIMQualifier>::value, "");
+static_assert(std::is_convertible<CIMQualifierType, CIMQualifier>::value, "");
+static_assert(std::is_convertible<CIMName, CIMQualifierType>::value, "");
+static_assert(std::is_convertible<CIMDataType::Type, CIMDataType>::value, "");
+static_assert(std::is_convertible<CIMFlavor::Flavor, CIMFlavor>::value, "");
+static_assert(std::is_convertible<DateTime, CIMDateTime>::value, "");
+static_assert(!std::is_convertible<const char*, CIMProperty>::value, "");
+static_assert(!std::is_convertible<const char*, CIMInstance>::value, "");
+static_assert(!std::is_convertible<const char*, CIMClass>::value, "");
+static_assert(!std::is_convertible<const char*, CIMObjectPath>::value, "");
+static_assert(!std::is_convertible<String, CIMDateTime>::value, "");
+static_assert(!std::is_convertible<String, CIMValue>::value && !std::is_convertible<bool, CIMValue>::value, "");
+static_assert(!std::is_default_constructible<CIMValue>::value, "");
+static_assert(!std::is_constructible<CIMValue, void*>::value, "a pointer is no boolean");
+static_assert(!std::is_constructible<CIMValue, const int*>::value, "a pointer is no boolean");
+static_assert(!std::is_constructible<CIMValue, long long>::value, "ambiguous where 64 bits are long");
+
+// A null test is no number.
+static_assert(!std::is_convertible<CIMInstance, int>::value && !std::is_convertible<CIMValue, int>::value, "");
+
+namespace {
+
+TEST(CIMName, comparesInAnyCaseAndKeepsItsSpelling) {
+    struct {
+        const char* x;
+        const char* y;
+        int order; // of x against y
+    } const cases[] = {{"CDR_Push", "cdr_push", 0},
+                       {"a", "B", -1},
+                       {"b", "A", 1},
+                       {"Push", "PushTime", -1},
+                       {"", "", 0},
+                       {"", "a", -1},
+                       {"a_", "aB", -1},
+                       {"Caf\xC3\xA9", "CAF\xC3\x89", 0},
+                       {"Caf\xC3\xA9", "cafe", 1},
+                       {"\xE2\x84\xAA"
+                        "ey",
+                        "KEY", 0}};
+    for (const auto& c : cases) {
+        const CIMName x(c.x);
+        const CIMName y(c.y);
+        EXPECT_EQ(x == y, c.order == 0) << c.x << " " << c.y;
+        EXPECT_EQ(x < y, c.order < 0) << c.x << " " << c.y;
+        EXPECT_EQ(y<x, c.order> 0) << c.x << " " << c.y;
+        EXPECT_EQ(x.toString(), c.x);
+    }
+    EXPECT_TRUE(CIMName("Key") == "KEY");
+    EXPECT_TRUE(CIMObjectPath("ACME_Thing").getClassName() == CIMName("acme_thing"));
+    EXPECT_TRUE(CIMName("x"));
+    EXPECT_FALSE(CIMName(""));
+    EXPECT_FALSE(CIMName(static_cast<const char*>(nullptr)).isValid());
+}
+
+TEST(CIMElement, comparesNamesOnly) {
+    CIMProperty x("Name", CIMValue("one"));
+    const CIMProperty sameName("NAME", CIMValue(2));
+    const CIMProperty other("Other", CIMValue("one"));
+    EXPECT_TRUE(x.equals(sameName));
+    EXPECT_LT(x.compare(other), 0);
+    EXPECT_TRUE(x == sameName);
+    EXPECT_TRUE(x != other);
+    CIMInstance instance("C");
+    EXPECT_TRUE(instance == CIMInstance("c").setProperty("x", CIMValue(1)));
+}
+
+TEST(CIMModel, newObjectsAreEmptyAndNullOnesThrow) {
+    EXPECT_TRUE(CIMInstance() && CIMClass() && CIMProperty() && CIMQualifier() && CIMQualifierType() && CIMMethod());
+    EXPECT_TRUE(CIMObjectPath() && CIMNameSpace() && CIMUrl() && CIMParameter() && CIMParamValue());
+    EXPECT_FALSE(CIMInstance(CIMNULL) || CIMClass(CIMNULL) || CIMProperty(CIMNULL) || CIMQualifier(CIMNULL));
+    EXPECT_FALSE(CIMObjectPath(CIMNULL) || CIMNameSpace(CIMNULL) || CIMParamValue(CIMNULL) || CIMValue(CIMNULL));
+    EXPECT_EQ(thrownBy([] { CIMInstance(CIMNULL).getClassName(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMInstance(CIMNULL).setProperty("x", CIMValue(1)); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMClass(CIMNULL).getAllProperties(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMProperty(CIMNULL).getName(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMQualifier(CIMNULL).getValue(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMQualifierType(CIMNULL).toMOF(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMObjectPath(CIMNULL).toString(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMDataType(CIMNULL).getType(); }), nullUse);
+    EXPECT_EQ(thrownBy([] { CIMDateTime(CIMNULL).toString(); }), nullUse);
+    CIMInstance instance("C");
+    instance.setNull();
+    EXPECT_TRUE(!instance);
+}
+
+TEST(CIMModel, copiesAreIndependent) {
+    CIMInstance first("C");
+    first.setProperty("x", CIMValue(1));
+    CIMInstance second = first;
+    second.setProperty("x", CIMValue(2)).setClassName("D");
+    EXPECT_EQ(first.getPropertyValue("x").toInt32(), 1);
+    EXPECT_EQ(first.getClassName(), "C");
+    EXPECT_EQ(second.getPropertyValue("x").toInt32(), 2);
+    CIMProperty taken = first.getProperty("x");
+    taken.setValue(CIMValue(3));
+    EXPECT_EQ(first.getPropertyValue("x").toInt32(), 1);
+    CIMObjectPath path("C", "root");
+    const CIMObjectPath copy = path;
+    path.setHost("far");
+    EXPECT_EQ(copy.getHost(), "127.0.0.1");
+    EXPECT_EQ(CIMObjectPath().getHost(), "127.0.0.1");
+}
+
+TEST(CIMUrl, isTakenApart) {
+    struct {
+        const char* text;
+        const char* protocol;
+        const char* host;
+        Int32 port;
+        const char* file;
+        bool local;
+    } const cases[] = {{"https://box:5989/cimom", "https", "box", 5989, "cimom", false},
+                       {"box", "http", "box", 0, "", false},
+                       {"localhost", "http", "localhost", 0, "", true},
+                       {"http://[::1]:5988", "http", "[::1]", 5988, "", true}};
+    for (const auto& c : cases) {
+        const CIMUrl url(c.text);
+        EXPECT_EQ(url.getProtocol(), c.protocol) << c.text;
+        EXPECT_EQ(url.getHost(), c.host) << c.text;
+        EXPECT_EQ(url.getPortNumber(), c.port) << c.text;
+        EXPECT_EQ(url.getFileName(), c.file) << c.text;
+        EXPECT_EQ(url.isLocal(), c.local) << c.text;
+    }
+    for (const char* bad : {"h:0", "h:65536", "h:", "h:5x", "h:99999999999999"}) {
+        EXPECT_NE(thrownBy([bad] { CIMUrl url(bad); }), "nothing") << bad;
+    }
+    EXPECT_TRUE(CIMUrl().isLocal());
+    EXPECT_EQ(CIMNameSpace(" //root/cimv2 ").getNameSpace(), "root/cimv2");
+}
+
+} // namespace

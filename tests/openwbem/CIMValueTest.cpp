@@ -1,0 +1,231 @@
+#include "OW_CIM.hpp"
+#include "OW_CIMValueCast.hpp"
+#include "Thrown.hpp"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+using namespace OpenWBEM;
+
+namespace {
+
+template <class T>
+Array<T> two(const T& first, const T& second) {
+    Array<T> array(size_t(1), first);
+    array.push_back(second);
+    return array;
+}
+
+CIMInstance thing(const char* name) {
+    return CIMInstance("ACME_Thing").setProperty("Name", CIMValue(name));
+}
+
+struct TypedValue {
+    CIMValue value;
+    CIMDataType::Type type;
+    bool array;
+    const char* text;
+    const char* mof;
+};
+
+std::vector<TypedValue> valuesOfAllTypes() {
+    const CIMDateTime point(String("20040131142530.123456+060"));
+    const CIMObjectPath path = CIMObjectPath("C", "root").setKeyValue("K", CIMValue("v"));
+    return {
+        {CIMValue(true), CIMDataType::BOOLEAN, false, "true", "true"},
+        {CIMValue(Bool(false)), CIMDataType::BOOLEAN, false, "false", "false"},
+        {CIMValue(UInt8(65)), CIMDataType::UINT8, false, "65", "65"},
+        {CIMValue(Int8(-65)), CIMDataType::SINT8, false, "-65", "-65"},
+        {CIMValue(UInt16(65535)), CIMDataType::UINT16, false, "65535", "65535"},
+        {CIMValue(Int16(-32768)), CIMDataType::SINT16, false, "-32768", "-32768"},
+        {CIMValue(5u), CIMDataType::UINT32, false, "5", "5"},
+        {CIMValue(0), CIMDataType::SINT32, false, "0", "0"},
+        {CIMValue(18446744073709551615ul), CIMDataType::UINT64, false, "18446744073709551615", "18446744073709551615"},
+        {CIMValue(-5L), CIMDataType::SINT64, false, "-5", "-5"},
+        {CIMValue(1.5f), CIMDataType::REAL32, false, "1.5", "1.5"},
+        {CIMValue(1234567.5), CIMDataType::REAL64, false, "1.23457e+06", "1.23457e+06"},
+        {CIMValue(Char16(UInt16(0x4161))), CIMDataType::CHAR16, false, "a", "'\xE4\x85\xA1'"},
+        {CIMValue("a\"b\\\n\x01"), CIMDataType::STRING, false, "a\"b\\\n\x01", "\"a\\\"b\\\\\\n\\x0001\""},
+        {CIMValue(static_cast<const char*>(nullptr)), CIMDataType::STRING, false, "", "\"\""},
+        {CIMValue(point), CIMDataType::DATETIME, false, "20040131142530.123456+060", "\"20040131142530.123456+060\""},
+        {CIMValue(path), CIMDataType::REFERENCE, false, "/root:C.K=\"v\"", "\"/root:C.K=\\\"v\\\"\""},
+        {CIMValue(CIMClass("C")), CIMDataType::EMBEDDEDCLASS, false, "class C\n{\n};\n", "\"class C\\n{\\n};\\n\""},
+        {CIMValue(CIMInstance("C")), CIMDataType::EMBEDDEDINSTANCE, false, "instance of C {\n}\n",
+         "\"INSTANCE OF C\\n{\\n};\\n\""},
+        {CIMValue(two(Bool(true), Bool(false))), CIMDataType::BOOLEAN, true, "true,false", "{true, false}"},
+        {CIMValue(two(Char16('a'), Char16('b'))), CIMDataType::CHAR16, true, "a,b", "{'a', 'b'}"},
+        {CIMValue(two(UInt8(65), UInt8(66))), CIMDataType::UINT8, true, "65,66", "{65, 66}"},
+        {CIMValue(two(Int8(-65), Int8(66))), CIMDataType::SINT8, true, "-65,66", "{-65, 66}"},
+        {CIMValue(two(UInt16(1), UInt16(2))), CIMDataType::UINT16, true, "1,2", "{1, 2}"},
+        {CIMValue(two(Int16(1), Int16(2))), CIMDataType::SINT16, true, "1,2", "{1, 2}"},
+        {CIMValue(two(UInt32(1), UInt32(2))), CIMDataType::UINT32, true, "1,2", "{1, 2}"},
+        {CIMValue(two(Int32(1), Int32(2))), CIMDataType::SINT32, true, "1,2", "{1, 2}"},
+        {CIMValue(two(UInt64(1), UInt64(2))), CIMDataType::UINT64, true, "1,2", "{1, 2}"},
+        {CIMValue(two(Int64(1), Int64(2))), CIMDataType::SINT64, true, "1,2", "{1, 2}"},
+        {CIMValue(two(Real32(1.5f), Real32(2))), CIMDataType::REAL32, true, "1.5,2", "{1.5, 2}"},
+        {CIMValue(two(Real64(1.5), Real64(2))), CIMDataType::REAL64, true, "1.5,2", "{1.5, 2}"},
+        {CIMValue(two(String("a,"), String("\"b"))), CIMDataType::STRING, true, "a,,\"b", "{\"a,\", \"\\\"b\"}"},
+        {CIMValue(two(CIMDateTime(), CIMDateTime())), CIMDataType::DATETIME, true,
+         "00000000000000.000000:000,00000000000000.000000:000",
+         "{\"00000000000000.000000:000\", \"00000000000000.000000:000\"}"},
+        {CIMValue(two(CIMObjectPath("C"), CIMObjectPath("D"))), CIMDataType::REFERENCE, true, "/:C,/:D",
+         "{\"/:C\", \"/:D\"}"},
+        {CIMValue(CIMClassArray()), CIMDataType::EMBEDDEDCLASS, true, "", "{}"},
+        {CIMValue(CIMInstanceArray(size_t(1), CIMInstance("C"))), CIMDataType::EMBEDDEDINSTANCE, true,
+         "instance of C {\n}\n", "{\"INSTANCE OF C\\n{\\n};\\n\"}"},
+    };
+}
+
+TEST(CIMValue, knowsItsTypeAndText) {
+    for (const TypedValue& c : valuesOfAllTypes()) {
+        EXPECT_EQ(c.value.getType(), c.type) << c.text;
+        EXPECT_EQ(c.value.isArray(), c.array) << c.text;
+        EXPECT_EQ(c.value.getCIMDataType().getSize(), c.array ? -1 : 1) << c.text;
+        EXPECT_EQ(c.value.getCIMDataType().getRefClassName(), "") << c.text;
+        EXPECT_EQ(c.value.toString(), c.text);
+        EXPECT_EQ(c.value.toMOF(), c.mof);
+        EXPECT_EQ(c.value.isNumericType(), CIMDataType::isNumericType(c.type)) << c.text;
+    }
+    EXPECT_EQ(CIMValue(5).getArraySize(), 1u);
+    EXPECT_EQ(CIMValue(UInt8Array(3, UInt8(1))).getArraySize(), 3u);
+}
+
+TEST(CIMValue, equalsOnlyItselfAndAnEqualOneOfItsType) {
+    const std::vector<TypedValue> values = valuesOfAllTypes();
+    const std::vector<TypedValue> again = valuesOfAllTypes();
+    for (size_t i = 0; i < values.size(); ++i) {
+        for (size_t j = 0; j < values.size(); ++j) {
+            EXPECT_EQ(values[i].value == again[j].value, i == j) << values[i].text << " and " << again[j].text;
+        }
+        EXPECT_FALSE(values[i].value < again[i].value) << values[i].text;
+        EXPECT_TRUE(CIMValue(CIMNULL) < values[i].value) << values[i].text;
+    }
+    EXPECT_TRUE(CIMValue(thing("a")) != CIMValue(thing("b"))) << "embedded instances compare whole";
+    EXPECT_TRUE(CIMValue("a") != CIMValue("A"));
+    EXPECT_TRUE(CIMValue("a") < CIMValue("b"));
+    EXPECT_FALSE(CIMValue(UInt8(1)) < CIMValue(2)) << "different types have no order";
+    EXPECT_FALSE(CIMValue(2) < CIMValue(UInt8(1)));
+}
+
+TEST(CIMValue, nullIsTheOnlyFalseOne) {
+    EXPECT_TRUE(CIMValue(false) && CIMValue("") && CIMValue(0) && CIMValue(CIMDateTime()));
+    const CIMValue null(CIMNULL);
+    EXPECT_FALSE(null);
+    EXPECT_EQ(null.toString(), "(null)");
+    EXPECT_TRUE(null == CIMValue(CIMNULL));
+    EXPECT_TRUE(null != CIMValue(0));
+    EXPECT_EQ(thrownBy([&] { null.getType(); }), nullUse);
+    EXPECT_EQ(thrownBy([&] { null.getCIMDataType(); }), nullUse);
+    EXPECT_EQ(thrownBy([&] { null.isArray(); }), nullUse);
+    EXPECT_EQ(thrownBy([&] { null.toMOF(); }), nullUse);
+    EXPECT_EQ(thrownBy([&] { null.toUInt8(); }), nullUse);
+}
+
+TEST(CIMValue, isReadAsItsOwnTypeOnly) {
+    const std::string start = "ValueCastException: CIMValue::CIMValueImpl::get - Value is not a ";
+    const CIMValue text("5");
+    const CIMValue byte(UInt8(5));
+    EXPECT_EQ(thrownBy([&] { text.toUInt32(); }), start + "UINT32");
+    EXPECT_EQ(thrownBy([&] { byte.toUInt32(); }), start + "UINT32");
+    EXPECT_EQ(thrownBy([&] { byte.toInt8(); }), start + "SINT8");
+    EXPECT_EQ(thrownBy([&] { byte.toBool(); }), start + "BOOLEAN");
+    EXPECT_EQ(thrownBy([&] { byte.toUInt32Array(); }), start + "UINT32 ARRAY");
+    EXPECT_EQ(thrownBy([&] { text.toCIMObjectPath(); }), start + "REFERENCE");
+    EXPECT_EQ(thrownBy([&] { text.toCIMObjectPathArray(); }), start + "OBJECTPATH ARRAY");
+    EXPECT_EQ(thrownBy([&] { text.toCIMDateTime(); }), start + "DATETIME");
+    EXPECT_EQ(thrownBy([&] { CIMValue(5L).toUInt64Array(); }), start + "UINT64 ARRAY");
+    EXPECT_EQ(thrownBy([&] { CIMValue(5L).toBool(); }), start + "BOOLEAN");
+    String taken("before");
+    EXPECT_EQ(thrownBy([&] { byte.get(taken); }), start + "STRING");
+    EXPECT_EQ(taken, "before");
+    text.get(taken);
+    EXPECT_EQ(taken, "5");
+    EXPECT_EQ(CIMValue(thing("a")).toCIMInstance().getPropertyValue("Name").toString(), "a");
+}
+
+TEST(CIMValue, sint64IsReadAsAnyNumber) {
+    const CIMValue number(Int64(0x1234567890ABCDEF));
+    EXPECT_EQ(number.toUInt8(), 0xEF);
+    EXPECT_EQ(number.toInt8(), -17);
+    EXPECT_EQ(number.toUInt16(), 0xCDEF);
+    EXPECT_EQ(number.toUInt32(), 0x90ABCDEFu);
+    EXPECT_EQ(number.toUInt64(), 0x1234567890ABCDEFul);
+    EXPECT_EQ(CIMValue(-3L).toReal64(), -3.0);
+}
+
+TEST(CIMValue, isMadeFromText) {
+    struct {
+        const char* type;
+        const char* text;
+        const char* result; // toString(), or what is thrown
+    } const cases[] = {
+        {"uint8", "255", "255"},
+        {"UINT8", "256", "StringConversionException: Unable to convert \"256\" into UInt8"},
+        {"sint64", "-9223372036854775808", "-9223372036854775808"},
+        {"real64", "1e3", "1000"},
+        {"boolean", "TRUE", "true"},
+        {"boolean", "1", "StringConversionException: Unable to convert \"1\" into bool"},
+        {"char16", "abc", "a"},
+        {"string", "", ""},
+        {"datetime", "", "00000000000000.000000:000"},
+        {"datetime", "now", "CIMDateTimeException: Invalid format for date time"},
+        {"reference", "root:C.K=1", "/root:C.K=\"1\""},
+        {"ref", "", "(null)"},
+        {"reference", "C",
+         "CIMException: invalid parameter passed to method (There are no keys in the object path: C)"},
+        {"uint128", "1", "(null)"},
+        {"", "1", "(null)"},
+    };
+    for (const auto& c : cases) {
+        std::string result;
+        const std::string thrown =
+            thrownBy([&] { result = CIMValue::createSimpleValue(c.type, c.text).toString().c_str(); });
+        EXPECT_EQ(thrown == "nothing" ? result : thrown, c.result) << c.type << " " << c.text;
+    }
+}
+
+TEST(CIMValueCast, convertsThroughText) {
+    const CIMDataType bytes(CIMDataType::UINT8, -1);
+    const std::string failed = "CIMException: general error (";
+    struct {
+        CIMValue value;
+        CIMDataType to;
+        std::string result; // the value as MOF, or what is thrown
+    } const cases[] = {
+        {CIMValue("5"), CIMDataType::UINT32, "5"},
+        {CIMValue(5), CIMDataType::STRING, "\"5\""},
+        {CIMValue(""), CIMDataType::SINT16, "0"},
+        {CIMValue("TRUE"), CIMDataType::BOOLEAN, "true"},
+        {CIMValue(UInt8(5)), CIMDataType::REAL32, "5"},
+        {CIMValue(-5L), CIMDataType::SINT8, "-5"},
+        {CIMValue(70000), CIMDataType::UINT16, failed + "Unable to convert \"70000\" into UInt16)"},
+        {CIMValue(1.5), CIMDataType::UINT8, failed + "Unable to convert \"1.5\" into UInt8)"},
+        {CIMValue(true), CIMDataType::UINT8, failed + "Unable to convert \"true\" into UInt8)"},
+        {CIMValue(1), CIMDataType::BOOLEAN, failed + "Unable to convert \"1\" into bool)"},
+        {CIMValue(7), CIMDataType::DATETIME, failed + "Failed to convert \"7\" to datetime)"},
+        {CIMValue(7), CIMDataType::REFERENCE, failed + "Failed to convert \"7\" to REF)"},
+        {CIMValue(CIMDateTime()), CIMDataType::UINT8,
+         failed + "Failed to convert \"00000000000000.000000:000\" to uint8)"},
+        {CIMValue(CIMObjectPath("C")), CIMDataType::BOOLEAN, failed + "Failed to convert \"/:C\" to boolean)"},
+        {CIMValue(CIMDateTime()), CIMDataType::STRING, "\"00000000000000.000000:000\""},
+        {CIMValue("x"), CIMDataType::DATETIME, "CIMDateTimeException: Invalid format for date time"},
+        {CIMValue("x"), CIMDataType::EMBEDDEDINSTANCE, failed + "Failed to convert \"x\" to string)"},
+        {CIMValue(UInt8(5)), bytes, "{5}"},
+        {CIMValue("5"), bytes, "{5}"},
+        {CIMValue(two(String("1"), String("2"))), bytes, "{1, 2}"},
+        {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::UINT8, "1"},
+        {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::STRING, "\"1\""},
+    };
+    for (const auto& c : cases) {
+        std::string result;
+        const std::string thrown =
+            thrownBy([&] { result = CIMValueCast::castValueToDataType(c.value, c.to).toMOF().c_str(); });
+        EXPECT_EQ(thrown == "nothing" ? result : thrown, c.result);
+    }
+    EXPECT_FALSE(CIMValueCast::castValueToDataType(CIMValue(CIMNULL), CIMDataType::UINT8));
+    EXPECT_FALSE(CIMValueCast::castValueToDataType(CIMValue(5), CIMDataType()));
+    EXPECT_FALSE(CIMValueCast::castValueToDataType(CIMValue(UInt8Array()), CIMDataType::UINT8));
+}
+
+} // namespace
