@@ -1,0 +1,277 @@
+#include "cimserver/Options.hpp"
+
+#include <CLI/CLI.hpp>
+
+#include <charconv>
+#include <iostream>
+
+namespace cimserver {
+
+using std::chrono::milliseconds;
+
+namespace {
+
+constexpr const char* Version = "cimserverd 1.0.0";
+
+struct Unit {
+    std::string_view name;
+    std::uint64_t factor;
+};
+
+/// A whole number with one of the units behind it, 1 to `most`; `what` says what was expected.
+std::uint64_t parseNumber(const std::string& text, std::initializer_list<Unit> units, std::uint64_t most,
+                          const char* what) {
+    std::uint64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    const std::string_view rest(end, static_cast<std::size_t>(text.data() + text.size() - end));
+    for (const auto& unit : units) {
+        if (error == std::errc() && rest == unit.name && number >= 1 && number <= most / unit.factor) {
+            return number * unit.factor;
+        }
+    }
+    throw std::invalid_argument("'" + text + "' is not " + what);
+}
+
+/// What several declarations have in common: an option whose text is parsed by a function of ours.
+class Declaration {
+  public:
+    explicit Declaration(CLI::App& app) : app_(app) {}
+
+    void group(const char* name) { group_ = name; }
+
+    template <class Target>
+    CLI::Option* add(const char* name, Target& target, const char* value, const char* help) {
+        return app_.add_option(name, target, help)->type_name(value)->group(group_);
+    }
+    CLI::Option* flag(const char* name, bool& target, const char* help) {
+        return app_.add_flag(name, target, help)->group(group_);
+    }
+    void duration(const char* name, milliseconds& target, const char* help) {
+        parsed(name, "TIME", std::to_string(target.count()) + "ms", help,
+               [&target](const std::string& text) { target = parseDuration(text); });
+    }
+    void size(const char* name, std::size_t& target, const char* help) {
+        parsed(name, "SIZE", std::to_string(target), help,
+               [&target](const std::string& text) { target = parseSize(text); });
+    }
+
+  private:
+    template <class Parse>
+    void parsed(const char* name, const char* value, const std::string& now, const char* help, Parse parse) {
+        const auto take = [parse, name](const std::string& text) {
+            try {
+                parse(text);
+            } catch (const std::invalid_argument& error) {
+                throw CLI::ValidationError(name, error.what());
+            }
+        };
+        app_.add_option_function<std::string>(name, take, help)->type_name(value)->default_str(now)->group(group_);
+    }
+
+    CLI::App& app_;
+    std::string group_;
+};
+
+/// Texts as given; made into what they mean once all are known.
+struct Texts {
+    std::vector<std::string> listen;
+    std::vector<std::string> concurrentReads;
+    std::vector<std::string> providerConfig;
+    std::string logLevel = "info";
+    std::string clientCertificates = "none";
+};
+
+void declareCim(Declaration& declare, Options& options, Texts& texts) {
+    declare.group("Schema and providers");
+    declare.add("--mof", options.mofFiles, "FILE", "compile this schema; repeatable, in order")->required();
+    declare.add("--namespace", options.ns, "NS", "the namespace the schema goes into")->capture_default_str();
+    declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
+    declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
+                "an item of configuration that providers may ask for; repeatable");
+    declare.add("--concurrent-reads", texts.concurrentReads, "ID",
+                "let reads of this provider run side by side; repeatable");
+    declare.duration("--provider-timeout", options.providerTimeout,
+                     "how long a request waits for a provider that is busy");
+    declare
+        .add("--provider-stdout", options.providerStdout, "WHERE",
+             "what providers print: to a FILE, to 'null', or 'inherit' standard output")
+        ->capture_default_str();
+    declare.flag("--forward-unchanged", options.forwardUnchanged, "ModifyInstance hands unchanged properties on, too");
+}
+
+void declareAccess(Declaration& declare, Options& options, Texts& texts) {
+    auto& http = options.http;
+    declare.group("Access");
+    declare
+        .add("--listen", texts.listen, "ADDR:PORT",
+             "listen here; repeatable; http:// or https:// may stand before it; port 0: any free port")
+        ->default_str("127.0.0.1:5988");
+    declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
+    declare.add("--user-file", http.login.userFile, "FILE", "ask for a user of this file (see cimserver-passwd)");
+    declare.add("--realm", http.login.realm, "TEXT", "the name clients show when they ask for a password")
+        ->capture_default_str();
+    declare.add("--tls-certificate", http.tls.certificateFile, "FILE", "PEM: the server's certificate and chain");
+    declare.add("--tls-key", http.tls.keyFile, "FILE", "PEM: its key");
+    declare.add("--tls-client-ca", http.tls.clientCaFile, "FILE", "PEM: who may sign client certificates");
+    declare.add("--tls-client-certificates", texts.clientCertificates, "WHICH", "none, optional or required")
+        ->check(CLI::IsMember({"none", "optional", "required"}))
+        ->capture_default_str();
+    declare.flag("--allow-insecure", options.allowInsecure,
+                 "listen beyond this host without TLS or users all the same");
+    declare.duration("--login-cache", http.login.cache, "how long a right password is remembered");
+    declare
+        .add("--login-free-failures", http.login.freeFailures, "N", "failed logins of one address that cost no delay")
+        ->capture_default_str();
+    declare.duration("--login-delay", http.login.delay, "the delay after those; doubles with each further failure");
+    declare.duration("--login-max-delay", http.login.maxDelay, "the longest such delay");
+}
+
+void declareLimits(Declaration& declare, Options& options) {
+    auto& limits = options.http.limits;
+    declare.group("Limits");
+    declare.size("--max-head", limits.headBytes, "bytes of a request's head");
+    declare.size("--max-body", limits.bodyBytes, "bytes of a request's body");
+    declare.add("--max-connections", limits.connections, "N", "connections at a time")
+        ->check(CLI::Range(1, 100'000))
+        ->capture_default_str();
+    declare.add("--max-depth", options.xmlDepth, "N", "XML elements inside one another")
+        ->check(CLI::Range(8, 1000))
+        ->capture_default_str();
+    declare.add("--max-elements", options.xmlElements, "N", "XML elements of a request")
+        ->check(CLI::Range(8, 10'000'000))
+        ->capture_default_str();
+    declare.add("--max-enumerations", options.enumerations, "N", "enumerations open at a time (pull operations)")
+        ->check(CLI::Range(1, 10'000))
+        ->capture_default_str();
+    declare.duration("--first-byte-timeout", limits.firstByte,
+                     "for the TLS handshake, and for the first request to begin");
+    declare.duration("--head-timeout", limits.head, "for a request's head");
+    declare.duration("--body-timeout", limits.body, "for a request's body");
+    declare.duration("--idle-timeout", limits.idle, "between requests");
+    declare.duration("--write-timeout", limits.write, "for the client to take an answer");
+    declare.duration("--linger-timeout", limits.linger, "after a closing answer");
+    declare.duration("--stop-timeout", options.stopTimeout, "for requests under way when the server is stopped");
+    declare.add("--workers", options.http.workers, "N", "threads that serve requests")
+        ->check(CLI::Range(1, 64))
+        ->capture_default_str();
+}
+
+void declareAdministration(Declaration& declare, Options& options, Texts& texts) {
+    declare.group("Administration");
+    declare.flag("--check", options.check, "only check the configuration and all files it names")->configurable(false);
+    declare.add("--state-dir", options.stateDir, "DIR", "locked while running, so that no two servers share it");
+    declare.add("--log-file", options.log.file, "FILE", "log here instead of to standard error");
+    declare.add("--log-level", texts.logLevel, "LEVEL", "debug, info, warning, error or fatal")
+        ->check(CLI::IsMember({"debug", "info", "warning", "error", "fatal"}))
+        ->capture_default_str();
+    declare.size("--log-size", options.log.maxBytes, "the log file's size at which a new one is begun");
+    declare.add("--log-keep", options.log.keep, "N", "old log files that are kept")
+        ->check(CLI::Range(0, 1000))
+        ->capture_default_str();
+    declare.add("--dump", options.http.dumpFile, "FILE",
+                "append all requests and answers, secrets removed, to this file");
+}
+
+log::Level levelOf(const std::string& name) {
+    static const std::map<std::string, log::Level> Levels = {{"debug", log::Level::Debug},
+                                                             {"info", log::Level::Info},
+                                                             {"warning", log::Level::Warning},
+                                                             {"error", log::Level::Error},
+                                                             {"fatal", log::Level::Fatal}};
+    return Levels.at(name);
+}
+
+http::ClientCertificates clientCertificatesOf(const std::string& name) {
+    return name == "required"   ? http::ClientCertificates::Required
+           : name == "optional" ? http::ClientCertificates::Optional
+                                : http::ClientCertificates::None;
+}
+
+void interpret(const Texts& texts, Options& options) {
+    const bool tls = !options.http.tls.certificateFile.empty();
+    for (const auto& text : texts.listen.empty() ? std::vector<std::string>{"127.0.0.1:5988"} : texts.listen) {
+        options.http.listeners.push_back(http::parseListener(text, tls));
+    }
+    for (const auto& item : texts.providerConfig) {
+        const auto equals = item.find('=');
+        if (equals == 0 || equals == std::string::npos) {
+            throw std::invalid_argument("--provider-config: '" + item + "' is not KEY=VALUE");
+        }
+        options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
+    }
+    options.concurrentReads = {texts.concurrentReads.begin(), texts.concurrentReads.end()};
+    options.log.level = levelOf(texts.logLevel);
+    options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
+    if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
+        throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
+    }
+}
+
+} // namespace
+
+milliseconds parseDuration(const std::string& text) {
+    constexpr std::uint64_t Day = 86'400'000;
+    const auto count = parseNumber(text, {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60'000}, {"h", 3'600'000}}, Day,
+                                   "a time from 1ms to 24h, such as 250ms, 10s or 5m");
+    return milliseconds(static_cast<milliseconds::rep>(count));
+}
+
+std::size_t parseSize(const std::string& text) {
+    constexpr std::uint64_t Kilo = 1024;
+    return parseNumber(text, {{"", 1}, {"K", Kilo}, {"M", Kilo * Kilo}, {"G", Kilo * Kilo * Kilo}}, Kilo * Kilo * Kilo,
+                       "a size from 1 to 1G, such as 4096, 16K or 1M");
+}
+
+std::optional<Options> parseOptions(int argc, const char* const* argv) {
+    Options options;
+    Texts texts;
+    CLI::App app("Serves CIM classes to WBEM clients by CIM-XML over HTTP.", "cimserverd");
+    app.set_version_flag("--version", Version);
+    app.set_config("--config", "",
+                   "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
+        ->type_name("FILE");
+    app.allow_config_extras(CLI::config_extras_mode::error);
+    Declaration declare(app);
+    declareCim(declare, options, texts);
+    declareAccess(declare, options, texts);
+    declareLimits(declare, options);
+    declareAdministration(declare, options, texts);
+    try {
+        app.parse(argc, argv);
+        interpret(texts, options);
+    } catch (const CLI::Success& asked) {
+        app.exit(asked);
+        return std::nullopt;
+    } catch (const CLI::ParseError& error) {
+        throw OptionsError(error.what());
+    } catch (const std::invalid_argument& error) {
+        throw OptionsError(error.what());
+    }
+    return options;
+}
+
+std::vector<std::string> checkAccess(const Options& options) {
+    const auto& tls = options.http.tls;
+    std::vector<std::string> warnings;
+    if (tls.certificateFile.empty() != tls.keyFile.empty()) {
+        throw OptionsError("--tls-certificate and --tls-key belong together");
+    }
+    if ((tls.clientCertificates != http::ClientCertificates::None) == tls.clientCaFile.empty()) {
+        throw OptionsError("--tls-client-ca and --tls-client-certificates optional or required belong together");
+    }
+    for (const auto& listener : options.http.listeners) {
+        if (listener.tls && tls.certificateFile.empty()) {
+            throw OptionsError(listener.url() + " needs --tls-certificate and --tls-key");
+        }
+        if (!listener.loopback() && (!listener.tls || options.http.login.userFile.empty())) {
+            warnings.push_back(listener.url() + " is open beyond this host without " +
+                               (listener.tls ? "--user-file" : "TLS"));
+        }
+    }
+    if (!warnings.empty() && !options.allowInsecure) {
+        throw OptionsError(warnings.front() + "; it needs TLS and a user file (or --allow-insecure)");
+    }
+    return warnings;
+}
+
+} // namespace cimserver

@@ -1,0 +1,61 @@
+// The server's options: one declaration for the command line and the configuration file.
+#ifndef CIMSERVER_OPTIONS_HPP
+#define CIMSERVER_OPTIONS_HPP
+
+#include "cimserver/Log.hpp"
+#include "cimserver/http/Settings.hpp"
+
+#include <chrono>
+#include <map>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace cimserver {
+
+struct Options {
+    http::Settings http;
+    log::Settings log;
+    std::vector<std::string> mofFiles;
+    std::string ns = "root/cimv2";
+    std::vector<std::string> providerDirs;
+    std::set<std::string> concurrentReads;
+    std::map<std::string, std::string> providerConfig;
+    std::chrono::milliseconds providerTimeout{60'000};
+    std::string providerStdout = "null"; ///< a file, "null" or "inherit"
+    std::string stateDir;
+    std::string portFile;
+    std::chrono::milliseconds stopTimeout{10'000};
+    std::size_t xmlDepth = 64;
+    std::size_t xmlElements = 50'000;
+    std::size_t enumerations = 64;
+    bool forwardUnchanged = false;
+    bool allowInsecure = false;
+    bool check = false;
+};
+
+/// An option that cannot be taken; the text names it.
+class OptionsError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the command line and the configuration file it names. Nothing when only help or the version was asked for and
+/// has been printed. Throws OptionsError.
+std::optional<Options> parseOptions(int argc, const char* const* argv);
+
+/// What is unsafe in the options, one text for each address that is open beyond this host without TLS and a user file.
+/// Throws OptionsError with the first of them unless `allowInsecure`, and when TLS is asked for without certificate.
+std::vector<std::string> checkAccess(const Options& options);
+
+/// "250ms", "10s", "5m", "1h"; a plain number counts seconds. From 1 ms to 24 hours. Throws std::invalid_argument.
+std::chrono::milliseconds parseDuration(const std::string& text);
+
+/// "4096", "16K", "1M", "1G". From 1 byte to 1 GiB. Throws std::invalid_argument.
+std::size_t parseSize(const std::string& text);
+
+} // namespace cimserver
+
+#endif

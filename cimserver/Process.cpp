@@ -1,0 +1,120 @@
+#include "cimserver/Process.hpp"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+
+namespace cimserver {
+namespace {
+
+int signalPipe = -1; // the handler has no other way to reach it
+
+void onSignal(int number) {
+    const int saved = errno;
+    const auto byte = static_cast<unsigned char>(number);
+    // A full pipe means that more than enough signals are waiting.
+    [[maybe_unused]] const auto written = ::write(signalPipe, &byte, 1);
+    errno = saved;
+}
+
+void ignore(int) {}
+
+void handle(int number, void (*handler)(int)) {
+    struct sigaction action {};
+    action.sa_handler = handler;
+    action.sa_flags = SA_RESTART;
+    ::sigaction(number, &action, nullptr);
+}
+
+[[noreturn]] void fail(const std::string& what) {
+    throw std::runtime_error(what + ": " + std::strerror(errno));
+}
+
+} // namespace
+
+Descriptor::~Descriptor() {
+    if (fd_ >= 0) {
+        ::close(fd_);
+    }
+}
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+    std::swap(fd_, other.fd_);
+    return *this;
+}
+
+Signals::Signals() {
+    int ends[2];
+    if (::pipe2(ends, O_CLOEXEC) != 0) {
+        fail("cannot make a pipe");
+    }
+    ::fcntl(ends[1], F_SETFL, O_NONBLOCK);
+    read_ = Descriptor(ends[0]);
+    signalPipe = ends[1]; // stays open: a signal may come as late as it likes
+    for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGUSR1}) {
+        handle(number, onSignal);
+    }
+    handle(SIGPIPE, ignore);
+}
+
+int Signals::next() {
+    unsigned char number = 0;
+    while (::read(read_.get(), &number, 1) != 1) {
+    }
+    return number;
+}
+
+Descriptor redirectStandardOutput(const std::string& where) {
+    std::fflush(stdout);
+    Descriptor own(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, 3));
+    if (where == "inherit") {
+        return own;
+    }
+    const std::string file = where == "null" ? "/dev/null" : where;
+    const Descriptor target(::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0640));
+    if (target.get() < 0 || ::dup2(target.get(), STDOUT_FILENO) < 0) {
+        fail("cannot write the providers' output to " + file);
+    }
+    // Whoever follows the file wants to see a line when it is printed.
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    return own;
+}
+
+Descriptor lockStateDirectory(const std::filesystem::path& directory) {
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    const auto file = (directory / "cimserverd.lock").string();
+    Descriptor lock(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0640));
+    if (lock.get() < 0) {
+        fail("cannot use the state directory " + directory.string());
+    }
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+        std::string holder;
+        std::getline(std::ifstream(file), holder);
+        throw StateInUse("the state directory " + directory.string() + " is in use by another server, process " +
+                         holder);
+    }
+    const auto text = std::to_string(::getpid()) + "\n";
+    if (::ftruncate(lock.get(), 0) != 0 || ::write(lock.get(), text.data(), text.size()) < 0) {
+        fail("cannot write " + file);
+    }
+    return lock;
+}
+
+void writeFile(const std::filesystem::path& file, const std::string& text) {
+    const auto fresh = file.string() + ".new";
+    std::ofstream out(fresh);
+    out << text;
+    out.close();
+    if (!out || ::rename(fresh.c_str(), file.c_str()) != 0) {
+        fail("cannot write " + file.string());
+    }
+}
+
+} // namespace cimserver

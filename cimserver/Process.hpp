@@ -1,0 +1,55 @@
+// What the server does to its process: signals, standard output, the lock of its state directory.
+#ifndef CIMSERVER_PROCESS_HPP
+#define CIMSERVER_PROCESS_HPP
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace cimserver {
+
+/// An open file descriptor that is closed at the end.
+class Descriptor {
+  public:
+    explicit Descriptor(int fd = -1) : fd_(fd) {}
+    ~Descriptor();
+    Descriptor(Descriptor&& other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
+    Descriptor& operator=(Descriptor&& other) noexcept;
+    int get() const { return fd_; }
+
+  private:
+    int fd_;
+};
+
+/// Has SIGTERM, SIGINT, SIGHUP and SIGUSR1 come out of next(), and SIGPIPE do nothing. Handlers, not a signal mask or
+/// SIG_IGN: programs that providers start must not inherit anything. One object at a time.
+class Signals {
+  public:
+    Signals();
+    /// Waits for the next signal and returns its number.
+    int next();
+
+  private:
+    Descriptor read_;
+};
+
+/// Sends what providers print to `where`: a file, "null" or "inherit". Returns the standard output there was, for the
+/// server's own use. Throws std::runtime_error naming the file.
+Descriptor redirectStandardOutput(const std::string& where);
+
+/// Another process has locked the state directory; the text names both.
+class StateInUse : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Locks the directory for this process, as long as the result lives. Throws std::runtime_error when that fails, and
+/// StateInUse when another process holds it.
+Descriptor lockStateDirectory(const std::filesystem::path& directory);
+
+/// Replaces the file as a whole. Throws std::runtime_error naming it.
+void writeFile(const std::filesystem::path& file, const std::string& text);
+
+} // namespace cimserver
+
+#endif

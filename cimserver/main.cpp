@@ -1,0 +1,177 @@
+// cimserverd: wires the parts together and lives by signals until it is stopped.
+#include "cimserver/Log.hpp"
+#include "cimserver/Options.hpp"
+#include "cimserver/Process.hpp"
+#include "cimserver/cimxml/Dispatcher.hpp"
+#include "cimserver/http/Server.hpp"
+#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/operations/Interop.hpp"
+#include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+#include <unistd.h>
+
+#include <csignal>
+#include <exception>
+#include <filesystem>
+#include <iostream>
+
+namespace {
+
+using namespace cimserver;
+
+/// How the process ends.
+enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsInUse = 5, RequestsLeft = 6 };
+
+constexpr const char* Component = "cimserverd";
+
+/// The CIM side: schema, providers, operations, CIM-XML. Members are made in the order they need each other.
+class CimSide {
+  public:
+    explicit CimSide(const Options& options)
+        : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
+          dispatcher_(cimom_, dispatcherSettings(options)) {}
+
+    http::Response handle(const http::Request& request) { return dispatcher_.handle(request); }
+
+  private:
+    static provider::HostSettings hostSettings(const Options& options) {
+        provider::HostSettings settings;
+        settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
+        settings.concurrentReads = options.concurrentReads;
+        settings.configItems = options.providerConfig;
+        settings.busyLimit = options.providerTimeout;
+        return settings;
+    }
+    static cimxml::DispatcherSettings dispatcherSettings(const Options& options) {
+        cimxml::DispatcherSettings settings;
+        settings.xml.elements = options.xmlElements;
+        settings.xml.depth = options.xmlDepth;
+        settings.enumerations.count = options.enumerations;
+        return settings;
+    }
+    const schema::Repository& repository(const Options& options) {
+        operations::addInterop(repository_, host_);
+        for (const auto& file : options.mofFiles) {
+            repository_.compileFile(file, options.ns);
+        }
+        host_.scan();
+        return repository_;
+    }
+
+    schema::Repository repository_;
+    provider::ProviderHost host_;
+    operations::Cimom cimom_;
+    cimxml::Dispatcher dispatcher_;
+};
+
+/// One line on the standard output that was there at the start, whatever providers print meanwhile.
+void announce(const Descriptor& output, const std::string& text) {
+    log::write(log::Level::Info, Component, text);
+    const auto line = "cimserverd: " + text + "\n";
+    // Nobody may be reading it any more, which is no reason not to serve.
+    [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
+}
+
+void checkFolders(const Options& options) {
+    for (const auto& folder : options.providerDirs) {
+        if (!std::filesystem::is_directory(folder)) {
+            throw OptionsError("--provider-dir: " + folder + " is not a directory");
+        }
+    }
+    for (const auto& file : options.mofFiles) {
+        if (!std::filesystem::is_regular_file(file)) {
+            throw OptionsError("--mof: there is no file " + file);
+        }
+    }
+}
+
+void listen(http::Server& server, const Options& options, const Descriptor& output) {
+    std::string ports;
+    const auto listeners = server.start();
+    for (const auto& listener : listeners) {
+        ports += std::to_string(listener.port) + "\n";
+    }
+    if (!options.portFile.empty()) {
+        writeFile(options.portFile, ports);
+    }
+    for (const auto& listener : listeners) {
+        announce(output, "listening on " + listener.url());
+    }
+}
+
+/// Returns when the server shall stop.
+void followSignals(Signals& signals, http::Server& server) {
+    for (;;) {
+        switch (const int number = signals.next()) {
+        case SIGHUP:
+            server.reload();
+            break;
+        case SIGUSR1:
+            log::write(log::Level::Info, Component, server.statistics());
+            break;
+        default:
+            log::write(log::Level::Info, Component, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
+            return;
+        }
+    }
+}
+
+int serve(const Options& options) {
+    Signals signals;
+    const auto output = redirectStandardOutput(options.providerStdout);
+    for (const auto& warning : checkAccess(options)) {
+        log::write(log::Level::Warning, Component, warning + " (--allow-insecure)");
+    }
+    const auto lock = options.stateDir.empty() || options.check ? Descriptor() : lockStateDirectory(options.stateDir);
+    CimSide cim(options);
+    http::Server server(options.http, [&cim](const http::Request& request) { return cim.handle(request); });
+    if (options.check) {
+        announce(output, "the configuration is in order");
+        return Stopped;
+    }
+    listen(server, options, output);
+    followSignals(signals, server);
+    const bool finished = server.stop(options.stopTimeout);
+    log::write(log::Level::Info, Component, server.statistics());
+    if (!finished) {
+        log::write(log::Level::Error, Component, "stopped with requests still under way");
+        ::_exit(RequestsLeft); // providers are still at work: nothing may be torn down under them
+    }
+    log::write(log::Level::Info, Component, "stopped");
+    return Stopped;
+}
+
+/// One line for whoever started the server, and one in the log if that is elsewhere.
+int fail(Exit status, const char* text, bool logFile) {
+    std::cerr << "cimserverd: " << text << "\n";
+    if (logFile) {
+        log::write(log::Level::Fatal, Component, text);
+    }
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    bool logFile = false;
+    try {
+        const auto options = parseOptions(argc, argv);
+        if (!options) {
+            return Stopped;
+        }
+        checkFolders(*options);
+        checkAccess(*options);
+        log::configure(options->log);
+        logFile = !options->log.file.empty();
+        return serve(*options);
+    } catch (const OptionsError& error) {
+        return fail(BadOptions, error.what(), logFile);
+    } catch (const http::ListenError& error) {
+        return fail(CannotListen, error.what(), logFile);
+    } catch (const StateInUse& error) {
+        return fail(StateIsInUse, error.what(), logFile);
+    } catch (const std::exception& error) {
+        return fail(BadFile, error.what(), logFile);
+    }
+}

@@ -1,0 +1,128 @@
+// cimserver-passwd: adds users to a user file of cimserverd, changes and removes them.
+#include "cimserver/http/UserFile.hpp"
+
+#include <CLI/CLI.hpp>
+#include <termios.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <iostream>
+#include <optional>
+
+namespace {
+
+using cimserver::http::User;
+using cimserver::http::UserFile;
+
+struct Command {
+    std::string file;
+    std::string user;
+    std::optional<std::string> role;
+    bool remove = false;
+    bool fromStdin = false;
+    bool certificateOnly = false;
+};
+
+/// Keeps what is typed off the screen. Signals wait meanwhile, so that the terminal is never left silent.
+class SilentTerminal {
+  public:
+    SilentTerminal() {
+        sigset_t all;
+        ::sigfillset(&all);
+        ::sigprocmask(SIG_BLOCK, &all, &signals_);
+        ::tcgetattr(STDIN_FILENO, &terminal_);
+        auto silent = terminal_;
+        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+    }
+    ~SilentTerminal() {
+        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &terminal_);
+        ::sigprocmask(SIG_SETMASK, &signals_, nullptr);
+        std::cerr << "\n";
+    }
+    SilentTerminal(const SilentTerminal&) = delete;
+    SilentTerminal& operator=(const SilentTerminal&) = delete;
+
+  private:
+    termios terminal_{};
+    sigset_t signals_{};
+};
+
+std::string readLine() {
+    std::string line;
+    if (!std::getline(std::cin, line)) {
+        throw std::runtime_error("no password was given");
+    }
+    return line;
+}
+
+std::string prompt(const char* text) {
+    std::cerr << text << std::flush;
+    const SilentTerminal silent;
+    return readLine();
+}
+
+std::string askPassword(bool fromStdin) {
+    if (fromStdin) {
+        return readLine();
+    }
+    if (::isatty(STDIN_FILENO) == 0) {
+        throw std::runtime_error("standard input is not a terminal; use --stdin to give the password there");
+    }
+    auto password = prompt("New password: ");
+    if (password != prompt("The same again: ")) {
+        throw std::runtime_error("the two differ");
+    }
+    return password;
+}
+
+std::string newHash(const Command& command) {
+    if (command.certificateOnly) {
+        return "*";
+    }
+    const auto password = askPassword(command.fromStdin);
+    if (password.empty() || password.find('\0') != std::string::npos) {
+        throw std::runtime_error("a password must not be empty or hold a zero byte");
+    }
+    return cimserver::http::hashPassword(password);
+}
+
+void run(const Command& command) {
+    auto users = std::filesystem::exists(command.file) ? UserFile::load(command.file) : UserFile();
+    const auto* old = users.find(command.user);
+    if (command.remove) {
+        if (!users.remove(command.user)) {
+            throw std::runtime_error(command.file + " has no user '" + command.user + "'");
+        }
+    } else {
+        const bool mayWrite = command.role ? *command.role == "write" : old != nullptr && old->mayWrite;
+        users.set({command.user, newHash(command), mayWrite});
+    }
+    users.save(command.file);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    Command command;
+    CLI::App app(
+        "Adds a user to a user file of cimserverd, or changes or removes one. A running server takes the change "
+        "when it is reloaded (SIGHUP).",
+        "cimserver-passwd");
+    app.add_option("FILE", command.file, "the user file; made when there is none")->required();
+    app.add_option("USER", command.user, "the user's name")->required();
+    app.add_option("--role", command.role, "read (for a new user) or write")->check(CLI::IsMember({"read", "write"}));
+    app.add_flag("--delete", command.remove, "remove the user");
+    app.add_flag("--stdin", command.fromStdin, "take the password from the first line of standard input");
+    app.add_flag("--certificate-only", command.certificateOnly,
+                 "no password: the user comes with a client certificate");
+    CLI11_PARSE(app, argc, argv);
+    try {
+        run(command);
+        return 0;
+    } catch (const std::exception& error) {
+        std::cerr << "cimserver-passwd: " << error.what() << "\n";
+        return 1;
+    }
+}
