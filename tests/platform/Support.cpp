@@ -11,13 +11,16 @@
 
 namespace support {
 
-TempDir::TempDir() : path_((std::filesystem::temp_directory_path() / "platform-XXXXXX").string()) {
+TempDir::TempDir() : path_((std::filesystem::temp_directory_path() / "platform-XXXXXX").string()), owner_(getpid()) {
     if (mkdtemp(path_.data()) == nullptr) {
         std::abort();
     }
 }
 
 TempDir::~TempDir() {
+    if (getpid() != owner_) {
+        return; // a forked child ends
+    }
     std::error_code ignored;
     std::filesystem::remove_all(path_, ignored);
 }

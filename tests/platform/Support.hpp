@@ -2,8 +2,8 @@
 
 #include <chrono>
 #include <functional>
-#include <map>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 namespace support {
@@ -21,6 +21,7 @@ class TempDir {
 
   private:
     std::string path_;
+    pid_t owner_;
 };
 
 struct Result {

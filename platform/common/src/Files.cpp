@@ -91,6 +91,7 @@ int readFile(int fd, std::size_t limit, std::string& content) {
 }
 
 int readFile(const std::string& path, std::size_t limit, std::string& content) {
+    content.clear();
     // Non-blocking, so that a FIFO in the file's place fails to be read instead of stopping the caller.
     const UniqueFd fd = openFile(path, O_RDONLY | O_NONBLOCK);
     return fd ? readFile(fd.get(), limit, content) : errno;

@@ -10,7 +10,7 @@
 #include <string>
 #include <sys/auxv.h>
 #include <sys/mman.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -81,7 +81,7 @@ class SpawnSetup {
 
 // Waits for the program, not for ever: one that hangs is killed.
 int waitFor(pid_t child) {
-    const UniqueFd handle(pidfd_open(child, 0));
+    const UniqueFd handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     pollfd ended{handle.get(), POLLIN, 0};
     if (handle && poll(&ended, 1, patienceMs) == 0) {
         kill(child, SIGKILL);

@@ -330,6 +330,7 @@ std::uint32_t RegistryStore::countBackup() {
 }
 
 std::uint32_t RegistryStore::counters(StoreCounters& counters) {
+    nextFileCheck_ = 0; // who asks for news must not read them from a file that has just been replaced
     return reading([&](MDB_txn* transaction, MDB_dbi entries) {
         HeadRecord head{};
         const std::uint32_t status = getHead(transaction, entries, head);

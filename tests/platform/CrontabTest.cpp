@@ -1,0 +1,186 @@
+// The crontab: what is edited, what stays, and where it is kept.
+
+#include "CrontabBackend.hpp"
+#include "CrontabTable.hpp"
+#include "Support.hpp"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace zpo;
+using support::TempDir;
+
+const CrontabTask daily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
+
+TEST(CrontabTable, KeepsEveryForeignByte) {
+    const std::string tables[] = {
+        "",
+        "\n",
+        "# comment\nSHELL=/bin/sh\nMAILTO=\"\"\n\n0 1 * * * /bin/one\n",
+        "0 1 * * * /bin/last-line-without-its-end",
+        "a\n\n \t\r\n0 1 * * * /qv/bin/CDRTransfer\n", // the same program, but an administrator's line
+        "# zpo-task\n# zpo-task\n",                    // marks without a task
+        "# zpo-task\n*/5 8 * * * /qv/bin/CDRTransfer\n",
+        "# zpo-task\n30 8 * * * /qv/bin/CDRTransfer --now\n",
+        "# zpo-task\n30 8 * * * /qv/bin/CDRTransfer", // not a whole line
+        "x# zpo-task\n30 8 * * * /qv/bin/CDRTransfer\n",
+        std::string("\0binary\xff\n", 9),
+    };
+    for (const std::string& before : tables) {
+        CrontabTable table(before);
+        EXPECT_TRUE(table.list(daily.path).empty()) << before;
+        EXPECT_FALSE(table.remove(daily)) << before;
+        table.add(daily);
+        EXPECT_EQ(1U, table.list(daily.path).size()) << before;
+        EXPECT_TRUE(table.remove(daily)) << before;
+        EXPECT_EQ(before, table.text());
+    }
+}
+
+TEST(CrontabTable, WritesLinesThatCronReads) {
+    const struct {
+        ZpoScheduledTask task;
+        const char* line;
+    } cases[] = {
+        {{"/qv/bin/CDRTransfer", 5, 7, 1024, 1024, 1024}, "5 7 * * * /qv/bin/CDRTransfer"},
+        {{"/b", 0, 0, 31, 1024, 12}, "0 0 31 12 * /b"},
+        {{"/b", 59, 23, 1024, 6, 1024}, "59 23 * * 6 /b"},
+        {{"/b", 1, 2, 1024, 7, 1024}, "1 2 * * 0 /b"},
+        {{"/b", 1024, 1024, 1024, 1024, 1024}, "* * * * * /b"},
+        {{"/it's $(here); x", 0, 0, 1, 1, 1}, "0 0 1 1 1 '/it'\\''s $(here); x'"},
+    };
+    for (const auto& [record, line] : cases) {
+        CrontabTask task;
+        ASSERT_EQ(ZPO_OK, taskFrom(record, task)) << line;
+        CrontabTable table("");
+        table.add(task);
+        EXPECT_EQ("# zpo-task\n" + std::string(line) + "\n", table.text());
+        ASSERT_EQ(1U, table.list(record.path).size()) << line;
+        EXPECT_TRUE(table.list(record.path)[0] == task) << line;
+    }
+}
+
+TEST(CrontabTable, RefusesWhatCronWouldMisread) {
+    const ZpoScheduledTask wrongFields[] = {
+        {"/b", 60, 0, 1024, 1024, 1024}, {"/b", 0, 24, 1024, 1024, 1024},    {"/b", 0, 0, 0, 1024, 1024},
+        {"/b", 0, 0, 32, 1024, 1024},    {"/b", 0, 0, 1024, 8, 1024},        {"/b", 0, 0, 1024, 1024, 0},
+        {"/b", 0, 0, 1024, 1024, 13},    {"/b", 65535, 0, 1024, 1024, 1024},
+    };
+    CrontabTask task;
+    for (const ZpoScheduledTask& record : wrongFields) {
+        EXPECT_EQ(ZPO_SCHED_BAD_FIELD, taskFrom(record, task));
+    }
+    ZpoScheduledTask record{"", 0, 0, 1024, 1024, 1024};
+    for (const char* path : {"", "relative", "/a\n* * * * * /b", "/a%b", "/a\tb", "/a\x7f"}) {
+        std::snprintf(record.path, sizeof record.path, "%s", path);
+        EXPECT_EQ(ZPO_SCHED_BAD_PATH, taskFrom(record, task)) << path;
+    }
+    std::fill(std::begin(record.path), std::end(record.path), '/');
+    EXPECT_EQ(ZPO_SCHED_BAD_PATH, taskFrom(record, task));
+}
+
+TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
+    CrontabTable table("0 0 * * * /other\n");
+    CrontabTask weekly = daily;
+    weekly.dayOfWeek = "0";
+    table.add(daily);
+    table.add(weekly);
+    table.add(daily);
+    CrontabTask sunday = weekly;
+    sunday.dayOfWeek = "7"; // names Sunday, too
+    EXPECT_TRUE(table.remove(sunday));
+    EXPECT_FALSE(table.remove(sunday));
+    EXPECT_EQ(2U, table.list(daily.path).size());
+    EXPECT_TRUE(table.list("/other").empty());
+}
+
+std::string userName() {
+    return getpwuid(geteuid())->pw_name;
+}
+
+TEST(CrontabDirectory, ReplacesTheUsersFileAndTellsTheDaemon) {
+    const TempDir dir;
+    const auto backend = makeCrontabDirectory(dir.path());
+    std::string text = "stale";
+    EXPECT_EQ(ZPO_OK, backend->read(text)); // no file yet
+    EXPECT_EQ("", text);
+    support::writeFile(dir / userName(), "old\n");
+    chmod((dir / userName()).c_str(), 0640);
+    EXPECT_EQ(ZPO_OK, backend->write("new\n"));
+    EXPECT_EQ("new\n", support::contentOf(dir / userName()));
+    EXPECT_EQ(userName() + "\n", support::contentOf(dir / "cron.update"));
+    struct stat status {};
+    stat((dir / userName()).c_str(), &status);
+    EXPECT_EQ(0640U, status.st_mode & 0777U);
+    const auto count = std::distance(std::filesystem::directory_iterator(dir.path()), {});
+    EXPECT_EQ(2, count) << "no temporary file may stay";
+}
+
+TEST(CrontabDirectory, SaysWhatIsWrong) {
+    const TempDir dir;
+    std::string text;
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, makeCrontabDirectory(dir / "missing")->write("x\n"));
+    const auto backend = makeCrontabDirectory(dir.path());
+    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(maxCrontabBytes + 1, '\n')));
+    support::writeFile(dir / userName(), std::string(maxCrontabBytes + 1, '\n'));
+    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->read(text));
+    std::filesystem::remove(dir / userName());
+    std::filesystem::create_directory(dir / userName());
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("x\n"));
+}
+
+// A crontab program that keeps its table beside itself and fails where a file tells it to.
+class CrontabProgram : public ::testing::Test {
+  protected:
+    CrontabProgram() : path_(getenv("PATH")) {
+        support::writeFile(dir_ / "crontab", "#!/bin/sh\n"
+                                             "cd \"$(dirname \"$0\")\" || exit 9\n"
+                                             "[ -e fail ] && { echo 'crontab: permission denied' >&2; exit 1; }\n"
+                                             "[ -e kill ] && kill -9 $$\n"
+                                             "[ \"$1\" = - ] && { cat > table; exit 0; }\n"
+                                             "[ -e table ] && exec cat table\n"
+                                             "echo 'no crontab for root' >&2; exit 1\n");
+        chmod((dir_ / "crontab").c_str(), 0755);
+        setenv("PATH", (dir_.path() + ":" + path_).c_str(), 1);
+    }
+    ~CrontabProgram() override { setenv("PATH", path_.c_str(), 1); }
+
+    TempDir dir_;
+    std::string path_;
+};
+
+TEST_F(CrontabProgram, ReadsAndReplacesTheTable) {
+    const auto backend = makeCrontabProgram();
+    std::string text;
+    EXPECT_EQ(ZPO_OK, backend->read(text));
+    EXPECT_EQ("", text);
+    const std::string large(200000, 'x'); // more than a pipe holds
+    EXPECT_EQ(ZPO_OK, backend->write(large));
+    EXPECT_EQ(ZPO_OK, backend->read(text));
+    EXPECT_EQ(large + "\n", text) << "crontab wants the last line ended";
+}
+
+TEST_F(CrontabProgram, FailuresAreStatusesAndNeverAnEmptyTable) {
+    const auto backend = makeCrontabProgram();
+    std::string text;
+    EXPECT_EQ(ZPO_OK, backend->write("kept\n"));
+    for (const char* how : {"fail", "kill"}) {
+        support::writeFile(dir_ / how, "");
+        EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text)) << how;
+        EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("new\n")) << how;
+        std::filesystem::remove(dir_ / how);
+    }
+    EXPECT_EQ("kept\n", support::contentOf(dir_ / "table"));
+    setenv("PATH", "/nowhere", 1);
+    EXPECT_EQ(ZPO_SCHED_NO_PROGRAM, backend->read(text));
+    EXPECT_EQ(ZPO_SCHED_NO_PROGRAM, backend->write("x\n"));
+}
+
+} // namespace

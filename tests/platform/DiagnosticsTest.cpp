@@ -1,0 +1,102 @@
+// The diagnostic log.
+
+#include "Home.hpp"
+#include "ZpoShared.h"
+
+#include <filesystem>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <regex>
+#include <sstream>
+
+namespace {
+
+std::uint32_t registerLog(const char* file) {
+    std::filesystem::create_directories(home.dir / "log");
+    std::uint32_t handle = 0;
+    EXPECT_EQ(ZPO_OK, ZpoDiagRegisterModule("CDRProvider.so", "CDR", "CDROAM", file, &handle));
+    EXPECT_NE(0U, handle);
+    return handle;
+}
+
+TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
+    const std::uint32_t handle = registerLog("format.log");
+    EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "getFormat error = 5"));
+    EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, "a\nb\x01\\n\x7f\xe4"));
+    EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, std::string(3000, 'x').c_str()));
+    const std::regex shape("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d\\d:\\d\\d CDROAM\\[\\d+\\] "
+                           "category=2 level=4 id=-1: getFormat error = 5");
+    std::istringstream lines(support::contentOf(home.dir / "log/format.log"));
+    std::string line;
+    std::getline(lines, line);
+    EXPECT_TRUE(std::regex_match(line, shape)) << line;
+    std::getline(lines, line);
+    EXPECT_THAT(line, ::testing::EndsWith("id=-1: a\\nb\\x01\\\\n\\x7f\xe4"));
+    std::getline(lines, line);
+    EXPECT_THAT(line, ::testing::EndsWith(": " + std::string(2000, 'x') + " [cut]"));
+    EXPECT_FALSE(std::getline(lines, line));
+}
+
+TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
+    std::uint32_t handle = 55;
+    for (const char* file : {"", "../up.log", "a/b", ".hidden", "line\n", "blank name"}) {
+        EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", file, &handle)) << file;
+    }
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", nullptr, &handle));
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", "x.log", nullptr));
+    EXPECT_EQ(55U, handle);
+    EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(0, 2, 4, -1, "x"));
+    handle = registerLog("handles.log");
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagAddLogEntry(handle, 2, 4, -1, nullptr));
+    EXPECT_EQ(ZPO_OK, ZpoDiagDeregisterModule(handle));
+    EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagDeregisterModule(handle));
+    EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(handle, 2, 4, -1, "x"));
+}
+
+TEST(Diagnostics, WorksAgainAfterTheDirectoryHasBeenRepaired) {
+    const std::uint32_t handle = registerLog("repaired.log");
+    std::filesystem::rename(home.dir / "log", home.dir / "log-away");
+    EXPECT_EQ(ZPO_DIAG_WRITE_FAILED, ZpoDiagAddLogEntry(handle, 2, 4, -1, "lost"));
+    std::filesystem::rename(home.dir / "log-away", home.dir / "log");
+    EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "kept"));
+    EXPECT_THAT(support::contentOf(home.dir / "log/repaired.log"), ::testing::HasSubstr("kept"));
+}
+
+int writeLines(int writer, int count) {
+    std::uint32_t handle = 0;
+    ZpoDiagRegisterModule("m", "c", "W", "shared.log", &handle);
+    for (int i = 0; i < count; ++i) {
+        const std::string text = "<" + std::to_string(writer) + "." + std::to_string(i) + std::string(40, '.') + ">";
+        if (ZpoDiagAddLogEntry(handle, 2, 4, -1, text.c_str()) != ZPO_OK) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+// Three processes write 36 KB through a log that is rotated at 16 KB: every line arrives once and whole.
+TEST(Diagnostics, ProcessesShareALogThroughItsRotation) {
+    registerLog("shared.log");
+    constexpr int perWriter = 100;
+    pid_t writers[3];
+    for (int i = 0; i < 3; ++i) {
+        writers[i] = support::startChild([i] { return writeLines(i, perWriter); });
+    }
+    for (const pid_t writer : writers) {
+        EXPECT_EQ(0, support::waitForChild(writer));
+    }
+    const std::string all = support::contentOf(home.dir / "log/shared.2.log") +
+                            support::contentOf(home.dir / "log/shared.1.log") +
+                            support::contentOf(home.dir / "log/shared.log");
+    EXPECT_GT(std::filesystem::file_size(home.dir / "log/shared.1.log"), 8000U);
+    EXPECT_LE(std::filesystem::file_size(home.dir / "log/shared.log"), 16384U);
+    for (int writer = 0; writer < 3; ++writer) {
+        for (int i = 0; i < perWriter; ++i) {
+            const std::string text =
+                "<" + std::to_string(writer) + "." + std::to_string(i) + std::string(40, '.') + ">\n";
+            EXPECT_NE(std::string::npos, all.find(text)) << text;
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,114 @@
+// The text form of entries, in settings files and backups.
+
+#include "EntryText.hpp"
+#include "BackupFile.hpp"
+#include "Settings.hpp"
+#include "StatusText.hpp"
+#include "ZpoShared.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace zpo;
+
+std::vector<Entry> oddEntries() {
+    return {
+        {"CDR", "CDRService", "FEATURE CODE", EntryKind::binary, std::string("\xf9\x00\x12", 3)},
+        {"C\"", "S\\", "#k", EntryKind::text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
+        {"C", "S", "empty", EntryKind::text, ""},
+        {"C", "S", "n", EntryKind::integer, encodeInteger(4294967295U)},
+    };
+}
+
+TEST(EntryText, ReadsBackWhatItWrites) {
+    std::string text;
+    for (const Entry& entry : oddEntries()) {
+        text += formatEntryText(entry) + "\n";
+    }
+    std::vector<Entry> read;
+    std::string error;
+    ASSERT_TRUE(parseEntries("# a comment\n\n  \r\n" + text, read, error)) << error;
+    const std::vector<Entry> wanted = oddEntries();
+    ASSERT_EQ(wanted.size(), read.size());
+    for (std::size_t i = 0; i < read.size(); ++i) {
+        EXPECT_EQ(wanted[i].component + wanted[i].section + wanted[i].key,
+                  read[i].component + read[i].section + read[i].key);
+        EXPECT_EQ(wanted[i].kind, read[i].kind);
+        EXPECT_EQ(wanted[i].bytes, read[i].bytes);
+    }
+}
+
+TEST(EntryText, NamesTheLineThatIsWrong) {
+    const char* wrong[] = {
+        "C S",
+        "C S k",
+        "C S k number 5",
+        "C S k binary",
+        "C S k binary 0",
+        "C S k binary 0g",
+        "C S k int -1",
+        "C S k int 4294967296",
+        "C S k int 5 6",
+        "C S k text",
+        "C S k text two words",
+        "C S k text \"open",
+        "C S k text \"bad \\q escape\"",
+        "C S k text \"nul \\x00\"",
+        "C S k text a\"b",
+        "C S \"k\"x text y",
+        "C S \"\" text y",
+        "C S \"k\\x00y\" text y",
+        "C S \"tab\\t\" text y",
+        "C S good int 1", // a second time
+    };
+    for (const char* line : wrong) {
+        std::vector<Entry> entries;
+        std::string error;
+        EXPECT_FALSE(parseEntries("C S good int 1\n" + std::string(line), entries, error)) << line;
+        EXPECT_EQ(0U, error.find("line 2: ")) << line << ": " << error;
+    }
+    std::vector<Entry> entries;
+    std::string error;
+    EXPECT_FALSE(parseEntries("C S k text " + std::string(512, 'a'), entries, error));
+}
+
+TEST(BackupFile, AnyDamageIsFound) {
+    const std::string good = formatBackup(oddEntries());
+    std::vector<Entry> entries;
+    std::string error;
+    ASSERT_TRUE(parseBackup(good, entries, error)) << error;
+    EXPECT_EQ(4U, entries.size());
+    for (std::size_t i = 0; i < good.size(); ++i) {
+        std::string bad = good;
+        bad[i] = static_cast<char>(bad[i] ^ 4);
+        EXPECT_FALSE(parseBackup(bad, entries, error)) << "byte " << i;
+        EXPECT_FALSE(parseBackup(good.substr(0, i), entries, error)) << "cut at " << i;
+        EXPECT_FALSE(error.empty());
+    }
+    EXPECT_FALSE(parseBackup(good + "C S more int 1\n", entries, error));
+}
+
+TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
+    EXPECT_EQ("/var/lib/zpo", [] {
+        unsetenv("ZPO_STATE_DIR");
+        return *readSettings().stateDirectory;
+    }());
+    for (const char* bad : {"relative", "/line\nfeed", "~/x"}) {
+        setenv("ZPO_STATE_DIR", bad, 1);
+        EXPECT_FALSE(readSettings().stateDirectory.has_value()) << bad;
+    }
+    setenv("ZPO_STATE_DIR", ("/" + std::string(5000, 'x')).c_str(), 1);
+    EXPECT_FALSE(readSettings().stateDirectory.has_value());
+    unsetenv("ZPO_STATE_DIR");
+    for (const char* bad : {"0", "1025", "12x", "-1", "99999999999999999999", " 5"}) {
+        setenv("ZPO_REGISTRY_MB", bad, 1);
+        EXPECT_FALSE(readSettings().registryBytes.has_value()) << bad;
+    }
+    setenv("ZPO_REGISTRY_MB", "2", 1);
+    EXPECT_EQ(2U << 20U, readSettings().registryBytes.value_or(0));
+    unsetenv("ZPO_REGISTRY_MB");
+}
+
+} // namespace

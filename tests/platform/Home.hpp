@@ -1,0 +1,19 @@
+#pragma once
+
+#include "Support.hpp"
+
+#include <cstdlib>
+
+/// The directories that the libraries work in, set before a test program's first call; removed at its end.
+struct Home {
+    Home() {
+        setenv("ZPO_STATE_DIR", (dir / "state").c_str(), 1);
+        setenv("ZPO_LOG_DIR", (dir / "log").c_str(), 1);
+        setenv("ZPO_CRONTAB_DIR", (dir / "crontabs").c_str(), 1);
+        setenv("ZPO_LOG_KB", "16", 1);
+    }
+
+    support::TempDir dir;
+};
+
+extern const Home home;

@@ -1,0 +1,130 @@
+// Backup and restore, told across processes.
+
+#include "Home.hpp"
+#include "ZpoShared.h"
+
+#include <atomic>
+#include <csignal>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <mutex>
+#include <thread>
+#include <unistd.h>
+
+namespace {
+
+using support::run;
+using support::waitUntil;
+
+std::atomic<int> backups{0};
+std::atomic<int> restores{0};
+std::atomic<int> others{0};
+std::atomic<std::uint32_t> seen{0};
+
+void count(unsigned long event) {
+    ++(event == ZPO_EVENT_BACKUP ? backups : event == ZPO_EVENT_RESTORE ? restores : others);
+}
+
+void readEntry(unsigned long) {
+    std::uint32_t value = 0;
+    ZpoGetRegEntryInt("C", "Notify", "value", &value);
+    seen = value;
+    ++others;
+}
+
+void reset() {
+    backups = restores = others = 0;
+}
+
+void expectNoMore(int wantedBackups, int wantedRestores) {
+    EXPECT_TRUE(waitUntil([&] { return backups >= wantedBackups && restores >= wantedRestores; },
+                          std::chrono::milliseconds(900)));
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    EXPECT_EQ(wantedBackups, backups);
+    EXPECT_EQ(wantedRestores, restores);
+}
+
+TEST(Notifier, CallsOncePerEventOfAnyProcess) {
+    const std::string file = home.dir / "backup";
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
+    EXPECT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3)); // replaces, does not add
+    reset();
+    ASSERT_EQ(0, run({ZPOREG, "set", "C", "Notify", "value", "--int", "41"}).exitCode);
+    ASSERT_EQ(0, run({ZPOREG, "backup", file}).exitCode);
+    const auto start = std::chrono::steady_clock::now();
+    ASSERT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
+    EXPECT_TRUE(waitUntil([] { return restores > 0; }));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
+    run({ZPOREG, "restore", file});
+    run({ZPOREG, "restore", file});
+    expectNoMore(1, 3);
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 1)); // the mask is replaced, too
+    run({ZPOREG, "restore", file});
+    run({ZPOREG, "backup", file});
+    expectNoMore(2, 3);
+}
+
+TEST(Notifier, CallsAfterTheRestoreIsCommitted) {
+    const std::string file = home.dir / "backup";
+    ZpoSetRegEntryInt("C", "Notify", "value", 1);
+    run({ZPOREG, "backup", file});
+    ZpoSetRegEntryInt("C", "Notify", "value", 2);
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("reader", readEntry, 2));
+    reset();
+    run({ZPOREG, "restore", file});
+    EXPECT_TRUE(waitUntil([] { return others > 0; }));
+    EXPECT_EQ(1U, seen);
+}
+
+// A damaged or refused restore is none.
+TEST(Notifier, StaysSilentWhenNothingWasRestored) {
+    support::writeFile(home.dir / "broken", "# zpo registry backup 1\n");
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
+    reset();
+    EXPECT_EQ(1, run({ZPOREG, "restore", home.dir / "broken"}).exitCode);
+    ZpoSetRegEntryInt("C", "Notify", "value", 3);
+    expectNoMore(0, 0);
+}
+
+TEST(Notifier, FollowsAStateDirectoryThatIsReplaced) {
+    const std::string file = home.dir / "backup";
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
+    ASSERT_EQ(0, run({ZPOREG, "backup", file}).exitCode);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::filesystem::remove_all(home.dir / "state");
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    EXPECT_FALSE(std::filesystem::exists(home.dir / "state")) << "watching must not create it";
+    reset();
+    ASSERT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
+    expectNoMore(0, 1);
+}
+
+TEST(Notifier, EndsWithTheProcessAlsoFromACallbackAndAForkedChild) {
+    const std::string file = home.dir / "backup";
+    EXPECT_EQ(0, support::inChild([] { // inherits no thread, starts its own, and exits through the handlers
+                  alarm(20);
+                  if (ZpoNotifyRegBackupAndRestore("child", count, 3) != ZPO_OK) {
+                      return 1;
+                  }
+                  std::exit(0);
+              }));
+    EXPECT_EQ(5, support::inChild([&] {
+                  alarm(20);
+                  ZpoNotifyRegBackupAndRestore(
+                      "exits", [](unsigned long) { std::exit(5); }, 3);
+                  run({ZPOREG, "backup", file});
+                  std::this_thread::sleep_for(std::chrono::seconds(10));
+                  return 1;
+              }));
+}
+
+TEST(Notifier, RefusesUnusableArguments) {
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore(nullptr, count, 2));
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore("", count, 2));
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore(std::string(65, 'n').c_str(), count, 2));
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore("n", nullptr, 2));
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore("n", count, 0));
+    EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore("n", count, 4));
+}
+
+} // namespace

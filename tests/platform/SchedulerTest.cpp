@@ -1,0 +1,105 @@
+// The scheduler's C functions over a crontabs directory.
+
+#include "Home.hpp"
+#include "ZpoShared.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr const char* program = "/qv/bin/CDRTransfer";
+
+class Scheduler : public ::testing::Test {
+  protected:
+    Scheduler() { std::filesystem::create_directories(home.dir / "crontabs"); }
+    ~Scheduler() override { std::filesystem::remove_all(home.dir / "crontabs"); }
+
+    static std::string table() { return home.dir / ("crontabs/" + std::string(getpwuid(geteuid())->pw_name)); }
+};
+
+std::uint32_t add(const char* path, std::uint16_t minute) {
+    ZpoScheduledTask task{"", minute, 8, 1024, 3, 1024};
+    std::snprintf(task.path, sizeof task.path, "%s", path);
+    return ZpoSetScheduledTask(task, 1000, 1000, 1000);
+}
+
+std::size_t listed(const char* path) {
+    ZpoScheduledTaskEntry* head = nullptr;
+    EXPECT_EQ(ZPO_OK, ZpoGetScheduledTaskList(path, &head, 1000));
+    std::size_t count = 0;
+    for (const ZpoScheduledTaskEntry* entry = head; entry != nullptr; entry = entry->next) {
+        ++count;
+    }
+    ZpoDeallocateScheduledTaskList(head);
+    return count;
+}
+
+TEST_F(Scheduler, AddsListsAndDeletesItsOwnTasks) {
+    const std::string foreign = "MAILTO=root\n0 1 * * * /bin/one\n";
+    support::writeFile(table(), foreign);
+    ASSERT_EQ(ZPO_OK, add(program, 30));
+    ASSERT_EQ(ZPO_OK, add("/other", 31));
+    ZpoScheduledTaskEntry* head = nullptr;
+    ASSERT_EQ(ZPO_OK, ZpoGetScheduledTaskList(program, &head, 1000));
+    ASSERT_NE(nullptr, head);
+    const ZpoScheduledTaskRecord record = head->record;
+    EXPECT_EQ(nullptr, head->next);
+    ZpoDeallocateScheduledTaskList(head);
+    EXPECT_STREQ(program, record.path);
+    EXPECT_EQ(30, record.minute);
+    EXPECT_EQ(8, record.hour);
+    EXPECT_STREQ("*", record.dayOfMonth);
+    EXPECT_STREQ("3", record.dayOfWeek);
+    EXPECT_EQ(1024, record.month);
+    EXPECT_EQ(ZPO_OK, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    EXPECT_EQ(ZPO_SCHED_TASK_NOT_FOUND, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    EXPECT_EQ(0U, listed(program));
+    EXPECT_EQ(1U, listed("/other"));
+    EXPECT_EQ(foreign + "# zpo-task\n31 8 * * 3 /other\n", support::contentOf(table()));
+}
+
+TEST_F(Scheduler, FailuresAreStatuses) {
+    ZpoScheduledTaskEntry* head = nullptr;
+    EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(program, nullptr, 1000));
+    EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(nullptr, &head, 1000));
+    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(program, 60));
+    ZpoScheduledTaskRecord record{};
+    std::fill(std::begin(record.dayOfMonth), std::end(record.dayOfMonth), '1');
+    record.path[0] = '/';
+    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    std::filesystem::create_directory(table());
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, add(program, 1));
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, ZpoGetScheduledTaskList(program, &head, 1000));
+    EXPECT_EQ(nullptr, head);
+    std::filesystem::remove_all(home.dir / "crontabs");
+    EXPECT_EQ(0U, listed(program));
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(program, 1));
+}
+
+TEST_F(Scheduler, EditsOfSeveralProcessesAreAllKept) {
+    const std::string foreign = "# administrator's\n0 1 * * * /bin/one\n";
+    support::writeFile(table(), foreign);
+    pid_t editors[3];
+    for (int i = 0; i < 3; ++i) {
+        editors[i] = support::startChild([i] {
+            const std::string path = "/editor" + std::to_string(i);
+            for (std::uint16_t minute = 0; minute < 20; ++minute) {
+                if (add(path.c_str(), minute) != ZPO_OK) {
+                    return 1;
+                }
+            }
+            return 0;
+        });
+    }
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(0, support::waitForChild(editors[i]));
+        EXPECT_EQ(20U, listed(("/editor" + std::to_string(i)).c_str()));
+    }
+    EXPECT_EQ(0U, support::contentOf(table()).find(foreign));
+}
+
+} // namespace

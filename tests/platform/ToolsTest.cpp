@@ -1,0 +1,117 @@
+// The tools, run as a person runs them.
+
+#include "Home.hpp"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+using support::run;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+
+struct Step {
+    std::vector<std::string> arguments;
+    int exitCode;
+    std::string output; ///< the whole output, or its start when it ends in "..."
+};
+
+void play(const char* tool, const std::vector<Step>& steps) {
+    for (const Step& step : steps) {
+        std::vector<std::string> command{tool};
+        command.insert(command.end(), step.arguments.begin(), step.arguments.end());
+        const support::Result result = run(command);
+        const std::string shown = ::testing::PrintToString(step.arguments);
+        EXPECT_EQ(step.exitCode, result.exitCode) << shown << result.output;
+        if (::testing::Matches(EndsWith("..."))(step.output)) {
+            EXPECT_EQ(0U, result.output.find(step.output.substr(0, step.output.size() - 3))) << shown << result.output;
+        } else {
+            EXPECT_EQ(step.output, result.output) << shown;
+        }
+    }
+}
+
+TEST(Zporeg, WorksOnSingleEntries) {
+    play(ZPOREG, {
+                     {{"set", "T", "S", "bin", "--binary", "000c"}, 0, ""},
+                     {{"get", "T", "S", "bin"}, 0, "00 0c\n"},
+                     {{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
+                     {{"get", "T", "S", "text"}, 0, "two words\n"},
+                     {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
+                     {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
+                     {{"get", "T", "S", "int"}, 0, "16\n"},
+                     {{"list", "T"},
+                      0,
+                      "T S bin binary 00 0c\nT S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
+                     {{"delete", "T", "S", "int"}, 0, ""},
+                     {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+                     {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+                     {{"set", "T", "S", "int", "--int", "4294967296"}, 1, "zporeg: '4294967296' is not..."},
+                     {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
+                     {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
+                     {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
+                     {{"set", "T", "S", "bin", "--int", "1", "--text", "x"}, 2, "zporeg: ..."},
+                     {{"frobnicate"}, 2, "zporeg: ..."},
+                     {{"--help"}, 0, "Shows and changes..."},
+                 });
+}
+
+TEST(Zporeg, LoadsAllOrNothing) {
+    const std::string good = home.dir / "good";
+    const std::string bad = home.dir / "bad";
+    support::writeFile(good, "L S a int 1\nL S b int 2\n");
+    support::writeFile(bad, "L S a int 9\nL S c int nine\n");
+    play(ZPOREG,
+         {
+             {{"load", good}, 0, "2 entries loaded\n"},
+             {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
+             {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
+             {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
+             {{"delete", "L", "S", "b"}, 0, ""},
+             {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},
+             {{"list", "L"}, 0, "L S a int 5\nL S b int 2\n"},
+             {{"load", home.dir / "none"}, 1, "zporeg: ..."},
+             {{"load", CDR_DEFAULTS}, 0, "45 entries loaded\n"},
+             {{"get", "CDR", "CDRService", "DIGITSLIMIT"}, 0, "00 0a\n"},
+         });
+}
+
+TEST(Zporeg, RestoresExactlyWhatWasSaved) {
+    const std::string file = home.dir / "saved";
+    run({ZPOREG, "set", "R", "S", "a", "--int", "1"});
+    ASSERT_EQ(0, run({ZPOREG, "backup", file}).exitCode);
+    const std::string before = run({ZPOREG, "list"}).output;
+    run({ZPOREG, "set", "R", "S", "a", "--int", "2"});
+    run({ZPOREG, "set", "R", "S", "later", "--int", "3"});
+    const std::string changed = run({ZPOREG, "list"}).output;
+    const std::string content = support::contentOf(file);
+    support::writeFile(file, content.substr(0, content.size() / 2));
+    const support::Result refused = run({ZPOREG, "restore", file});
+    EXPECT_EQ(1, refused.exitCode);
+    EXPECT_THAT(refused.output, HasSubstr("the registry is as it was"));
+    EXPECT_EQ(changed, run({ZPOREG, "list"}).output);
+    support::writeFile(file, content);
+    EXPECT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
+    EXPECT_EQ(before, run({ZPOREG, "list"}).output);
+    EXPECT_EQ(1, run({ZPOREG, "backup", home.dir / "no/such/dir"}).exitCode);
+}
+
+TEST(Osqueue, CarriesMessages) {
+    const pid_t listener = support::startChild([] {
+        const support::Result heard = run({OSQUEUE, "listen", "Tool", "--count", "2", "--timeout", "10000"});
+        return heard.exitCode == 0 && heard.output == "0\n1\n" ? 0 : 1;
+    });
+    EXPECT_TRUE(support::waitUntil([] { return run({OSQUEUE, "send", "Tool", "0"}).exitCode == 0; }));
+    EXPECT_EQ(0, run({OSQUEUE, "send", "Tool", "1"}).exitCode);
+    EXPECT_EQ(0, support::waitForChild(listener));
+    play(OSQUEUE, {
+                      {{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
+                      {{"delete", "Tool"}, 0, ""},
+                      {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"},
+                      {{"create", "../x"}, 1, "osqueue: ../x: a name has..."},
+                      {{"send", "Tool"}, 2, "osqueue: ..."},
+                  });
+}
+
+} // namespace
