@@ -1,0 +1,220 @@
+// Registration, loading, initialization, errors and the environment.
+#include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+#include "OW_RepositoryIFC.hpp"
+
+#include <atomic>
+#include <future>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <stdexcept>
+
+using namespace OpenWBEM;
+using namespace cimserver::provider;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+/// The code and text that the call throws as a CIMException.
+struct Thrown {
+    int code = 0;
+    std::string text;
+};
+
+template <class Call>
+Thrown thrownBy(Call&& call) {
+    try {
+        call();
+    } catch (const CIMException& e) {
+        return {e.getErrNo(), e.getMessage()};
+    }
+    return {};
+}
+
+HostSettings inFolder(const std::string& folder) {
+    HostSettings settings;
+    settings.folders = {folder};
+    return settings;
+}
+
+/// A provider that does what the test says and counts its lives.
+class Scripted : public CppProviderBaseIFC {
+  public:
+    using Script = std::function<void(const ProviderEnvironmentIFCRef&)>;
+
+    explicit Scripted(Script script) : script_(std::move(script)) { ++alive; }
+    ~Scripted() override { --alive; }
+    void initialize(const ProviderEnvironmentIFCRef& env) override {
+        if (script_) {
+            script_(env);
+        }
+    }
+
+    static inline std::atomic<int> alive{0};
+
+  private:
+    Script script_;
+};
+
+TEST(Registration, ComesFromTheProviderQualifier) {
+    cimserver::schema::Repository repository;
+    repository.compileText("Qualifier Provider : string, Scope(any);"
+                           "[Provider(\"c++::One\")] class A { uint8 F(); [Provider(\"C++:Two\")] uint8 G(); };"
+                           "class B : A {}; class C {}; [Provider(null)] class D : A {};"
+                           "[Provider(\"perl::X\")] class Perl {}; [Provider(\"One\")] class Bare {};"
+                           "[Provider(\"c++::../../etc/x\")] class Path {}; [Provider(\"c++::\")] class None {};",
+                           "t.mof", "root/test");
+    const ProviderHost host{HostSettings()};
+    const auto idOf = [&](const char* name) {
+        return host.instanceProvider("root/test", *repository.findClass("root/test", name));
+    };
+    EXPECT_EQ(idOf("A"), "One");
+    EXPECT_EQ(idOf("B"), "One") << "inherited";
+    EXPECT_EQ(idOf("C"), "");
+    EXPECT_EQ(idOf("D"), "") << "NULL takes the inherited one away";
+    const CIMClass& a = *repository.findClass("root/test", "A");
+    EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("F"))), "One");
+    EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("G"))), "Two");
+    for (const char* bad : {"Perl", "Bare", "Path", "None"}) {
+        EXPECT_THAT(thrownBy([&] { idOf(bad); }).text, HasSubstr("is not of the form \"c++::ID\"")) << bad;
+    }
+}
+
+TEST(Loading, SaysWhatIsWrongWithAModule) {
+    const struct {
+        const char* folder;
+        const char* id;
+        const char* reason;
+    } cases[] = {
+        {"version", "Bad", "it is made for OpenWBEM 2.0.0, this server offers 3.0.3"},
+        {"no_version", "Bad", "it has no symbol getOWVersion"},
+        {"no_factory", "Bad", "it has no symbol createProviderBad"},
+        {"null_factory", "Bad", "its factory gave no provider"},
+        {"no_library", "Bad", "its file cannot be loaded"},
+        {"other_id", "Other", "it has no symbol createProviderOther"},
+        {"version", "Missing", "its file was not found"},
+    };
+    for (const auto& c : cases) {
+        ProviderHost host(inFolder(std::string(TEST_BAD_FOLDER) + "/" + c.folder));
+        const Thrown thrown = thrownBy([&] { host.enter(c.id, Access::Read, CallOrigin()); });
+        EXPECT_EQ(thrown.code, CIMException::FAILED);
+        EXPECT_EQ(thrown.text, std::string("general error (Invalid provider: ") + c.id + " (" + c.reason + "))");
+    }
+}
+
+TEST(Loading, FindsEitherFileNameInAnyFolderAndSharesTheObject) {
+    HostSettings settings = inFolder(std::string(TEST_BAD_FOLDER) + "/no_such_folder");
+    settings.folders.emplace_back(TEST_PROVIDER_FOLDER);
+    ProviderHost host(settings);
+    host.scan(); // a folder that is missing is no reason to stop
+    const auto instances = [&] { return host.enter("ACMEThing", Access::Read, CallOrigin()).instances(); };
+    ASSERT_NE(instances(), nullptr);
+    EXPECT_EQ(instances(), instances());
+    const ProviderCall call = host.enter("ACMEThing", Access::Read, CallOrigin());
+    EXPECT_NE(call.methods(), nullptr);
+    EXPECT_NE(call.associators(), nullptr);
+}
+
+TEST(Initialization, IsTriedAgainAfterAFailureWithANewObject) {
+    Scripted::alive = 0;
+    int made = 0;
+    ProviderHost host{HostSettings()};
+    host.addBuiltIn("Second", [&] {
+        return new Scripted([first = ++made == 1](const auto&) {
+            if (first) {
+                OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "not yet");
+            }
+        });
+    });
+    const Thrown thrown = thrownBy([&] { host.enter("Second", Access::Read, CallOrigin()); });
+    EXPECT_EQ(thrown.code, CIMException::ACCESS_DENIED);
+    EXPECT_EQ(Scripted::alive, 0) << "the failed object is gone";
+    host.enter("Second", Access::Read, CallOrigin());
+    host.enter("Second", Access::Write, CallOrigin());
+    EXPECT_EQ(made, 2) << "initialized once, then kept";
+    EXPECT_EQ(Scripted::alive, 1);
+}
+
+TEST(Initialization, ThatCallsItselfEndsInAnError) {
+    ProviderHost host{HostSettings()};
+    Thrown inner;
+    host.addBuiltIn("Loop", [&] {
+        return new Scripted(
+            [&](const auto&) { inner = thrownBy([&] { host.enter("Loop", Access::Read, CallOrigin()); }); });
+    });
+    host.enter("Loop", Access::Read, CallOrigin());
+    EXPECT_THAT(inner.text, HasSubstr("Provider Loop is called while it is being initialized"));
+}
+
+TEST(Shutdown, DestroysTheProviders) {
+    Scripted::alive = 0;
+    {
+        ProviderHost host{HostSettings()};
+        host.addBuiltIn("A", [] { return new Scripted(nullptr); });
+        host.enter("A", Access::Read, CallOrigin());
+        EXPECT_EQ(Scripted::alive, 1);
+    }
+    EXPECT_EQ(Scripted::alive, 0);
+}
+
+TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
+    HostSettings settings;
+    settings.busyLimit = std::chrono::milliseconds(30);
+    settings.concurrentReads = {"Quick"};
+    ProviderHost host(settings);
+    for (const char* id : {"Slow", "Quick", "Other"}) {
+        host.addBuiltIn(id, [] { return new Scripted(nullptr); });
+    }
+    const auto enterElsewhere = [&](const char* id, Access access) {
+        return std::async(std::launch::async,
+                          [&, id, access] { return thrownBy([&] { host.enter(id, access, CallOrigin()); }).text; })
+            .get();
+    };
+    const ProviderCall slow = host.enter("Slow", Access::Read, CallOrigin());
+    const ProviderCall quick = host.enter("Quick", Access::Read, CallOrigin());
+    EXPECT_EQ(enterElsewhere("Slow", Access::Read), "general error (Provider Slow is busy)");
+    EXPECT_EQ(enterElsewhere("Other", Access::Write), "");
+    EXPECT_EQ(enterElsewhere("Quick", Access::Read), "");
+    EXPECT_EQ(enterElsewhere("Quick", Access::Write), "general error (Provider Quick is busy)");
+}
+
+TEST(Exceptions, AllBecomeCimExceptions) {
+    const struct {
+        void (*thrower)();
+        int code;
+        const char* text;
+    } cases[] = {
+        {[] { OW_THROWCIMMSG(CIMException::NOT_FOUND, "it"); }, 6, "requested object could not be found (it)"},
+        {[] { String("12x").toUInt32(); }, 1, "Unable to convert \"12x\" into UInt32"},
+        {[] { throw std::runtime_error("out of paper"); }, 1, "out of paper"},
+        {[] { throw std::runtime_error(""); }, 1, "general error"},
+        {[] { throw 5; }, 1, "Unknown Exception"},
+    };
+    for (const auto& c : cases) {
+        const Thrown thrown = thrownBy([&] { guarded([&] { c.thrower(); }); });
+        EXPECT_EQ(thrown.code, c.code);
+        EXPECT_EQ(thrown.text, c.text);
+    }
+}
+
+TEST(Environment, AnswersTheProvider) {
+    HostSettings settings;
+    settings.configItems = {{"acme.paper", "A4"}};
+    ProviderHost host(settings);
+    host.addBuiltIn("A", [] { return new Scripted(nullptr); });
+    CallOrigin origin;
+    origin.user = "otto";
+    const ProviderEnvironmentIFCRef env = host.enter("A", Access::Read, origin).env();
+    // Kept after the call on purpose: providers do.
+    EXPECT_EQ(env->getUserName(), String("otto"));
+    EXPECT_EQ(env->getConfigItem("acme.paper", "A3"), String("A4"));
+    EXPECT_EQ(env->getConfigItem("acme.ink", "blue"), String("blue"));
+    EXPECT_EQ(env->getLogger("acme.part")->getDefaultComponent(), String("acme.part"));
+    EXPECT_EQ(&env->getOperationContext(), &env->getOperationContext());
+    EXPECT_EQ(thrownBy([&] { env->getRepository(); }).code, CIMException::NOT_SUPPORTED);
+    EXPECT_EQ(thrownBy([&] { env->getCIMOMHandle(); }).code, CIMException::NOT_SUPPORTED);
+}
+
+} // namespace
