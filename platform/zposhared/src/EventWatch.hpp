@@ -25,12 +25,14 @@ class EventWatch {
     bool wait();
 
   private:
-    bool drain();
+    bool watch(const std::string& found);
+    bool watchesDirectory() const;
 
     const std::string directory_;
     const int stopFd_;
     UniqueFd inotify_; ///< not open: to be armed
-    bool watchesDirectory_ = false;
+    dev_t device_ = 0; ///< of the directory that is watched
+    ino_t inode_ = 0;
 };
 
 } // namespace zpo
