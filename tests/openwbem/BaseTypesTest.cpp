@@ -1,0 +1,184 @@
+#include "OW_Array.hpp"
+#include "OW_Bool.hpp"
+#include "OW_Char16.hpp"
+#include "OW_Format.hpp"
+#include "OW_UTF8Utils.hpp"
+#include "Thrown.hpp"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <sstream>
+
+using namespace OpenWBEM;
+
+static_assert(std::is_convertible<bool, Bool>::value && !std::is_convertible<const char*, Bool>::value, "");
+static_assert(std::is_convertible<UInt16, Char16>::value && !std::is_convertible<String, Char16>::value, "");
+static_assert(std::is_same<UInt64, unsigned long>::value || sizeof(long) == 4, "");
+
+namespace {
+
+template <class T>
+std::string printed(const T& value) {
+    std::ostringstream stream;
+    stream << value;
+    return stream.str();
+}
+
+TEST(Bool, behavesLikeATruthValue) {
+    EXPECT_FALSE(Bool());
+    EXPECT_TRUE(Bool(true) == true && Bool(false) != true && Bool(false) < Bool(true));
+    EXPECT_EQ(printed(Bool(true)), "true");
+    EXPECT_EQ(Bool(false).toString(), "false");
+}
+
+TEST(Char16, countsComparesAndPrints) {
+    const struct {
+        Char16 made;
+        unsigned value;
+        const char* printedAs;
+        const char* utf8;
+    } cases[] = {
+        {Char16(), 0, nullptr, ""},
+        {Char16('A'), 65, "A", "A"},
+        {Char16('\xE9'), 0xE9, "\\x00E9", "\xC3\xA9"},
+        {Char16(String("\xE2\x82\xAC tail")), 0x20AC, "\\x20AC", "\xE2\x82\xAC"},
+        {Char16(String("\xF0\x9F\x98\x80")), 0xFFFF, "\\xFFFF", "\xEF\xBF\xBF"},
+        {Char16(Int32(0x10041)), 65, "A", "A"},
+        {Char16(Real64(65.9)), 65, "A", "A"},
+        {Char16(Real64(1e10)), 0, nullptr, ""},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(c.made.getValue(), c.value);
+        EXPECT_EQ(c.made.toString(), c.utf8);
+        if (c.printedAs) {
+            EXPECT_EQ(printed(c.made), c.printedAs);
+        }
+    }
+    Char16 c('a');
+    c += 2;
+    EXPECT_TRUE(c == 'c' && c == Char16('c') && c > Char16('b') && c && !Char16());
+    EXPECT_EQ(c - 'a', 2);
+}
+
+TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
+    const struct {
+        const char* text;
+        UInt32 codePoint;
+    } cases[] = {
+        {"A", 'A'},
+        {"\xC3\xA9", 0xE9},
+        {"\xE2\x82\xAC", 0x20AC},
+        {"\xF0\x9F\x98\x80", 0x1F600},
+        {"\xF4\x8F\xBF\xBF", 0x10FFFF},
+        {"\xF4\x90\x80\x80", 0xFFFFFFFF}, // beyond the last code point
+        {"\xC0\x80", 0xFFFFFFFF},         // longer than needed
+        {"\xE0\x80\x80", 0xFFFFFFFF},
+        {"\xED\xA0\x80", 0xFFFFFFFF}, // half of a pair
+        {"\x80", 0xFFFFFFFF},         // begins nothing
+        {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
+        {"\xFF", 0xFFFFFFFF},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(UTF8Utils::UTF8toUCS4(c.text), c.codePoint) << c.text;
+        if (c.codePoint != 0xFFFFFFFF) {
+            EXPECT_EQ(UTF8Utils::UCS4toUTF8(c.codePoint), c.text);
+        }
+    }
+    EXPECT_EQ(UTF8Utils::UTF8toUCS2("\xF0\x9F\x98\x80"), 0xFFFF);
+    EXPECT_EQ(UTF8Utils::UCS4toUTF8(0x110000), "");
+    EXPECT_EQ(UTF8Utils::charCount("a\xC3\xA9\xE2\x82\xAC"), 3U);
+}
+
+TEST(UTF8Utils, comparesWithoutCase) {
+    const struct {
+        const char* x;
+        const char* y;
+        int sign;
+    } cases[] = {
+        {"abc", "ABC", 0},
+        {"abc", "abd", -1},
+        {"ab", "ABC", -1},
+        {"", "", 0},
+        {"\xC3\xA9", "\xC3\x89", 0},                 // e acute
+        {"\xD0\xB6", "\xD0\x96", 0},                 // Cyrillic zhe
+        {"\xCF\x82", "\xCE\xA3", 0},                 // final sigma
+        {"\xC3\x97", "\xC3\xB7", -1},                // multiplication and division signs lie among letters
+        {"\xC4\x80", "\xC4\x81", 0},                 // paired letters
+        {"\xC4\x81", "\xC4\x82", -1},                // neighbours of two pairs
+        {"\xF0\x90\x90\x80", "\xF0\x90\x90\xA8", 0}, // Deseret
+        {"a\xFF", "A\xFF", 0},
+        {"a\xFF", "a\xFE", 1},
+        {"\xE2\x82", "\xE2\x82\xAC", 1}, // cut short
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.x, c.y), c.sign) << c.x << " " << c.y;
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.y, c.x), -c.sign) << c.x << " " << c.y;
+    }
+}
+
+TEST(UTF8Utils, convertsWholeTexts) {
+    const Array<UInt16> units = UTF8Utils::StringToUCS2("a\xE2\x82\xAC");
+    ASSERT_EQ(units.size(), 2U);
+    EXPECT_EQ(units[1], 0x20AC);
+    EXPECT_EQ(UTF8Utils::UCS2ToString(units), "a\xE2\x82\xAC");
+    const char* bytes = reinterpret_cast<const char*>(&units[0]);
+    EXPECT_EQ(UTF8Utils::UCS2ToString(Array<char>(bytes, bytes + 4)), "a\xE2\x82\xAC");
+    EXPECT_EQ(UTF8Utils::UCS2ToString(bytes, 3), "a");
+    EXPECT_EQ(UTF8Utils::StringToUCS2("").size(), 0U);
+    for (const char* bad : {"a\xFF", "\xF0\x9F\x98\x80", "\xE2\x82"}) {
+        EXPECT_EQ(thrownBy([&] { UTF8Utils::StringToUCS2(bad); }).find("InvalidUTF8Exception: "), 0U);
+    }
+}
+
+TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
+    const struct {
+        const char* source;
+        size_t capacity;
+        const char* result;
+    } cases[] = {
+        {"Caf\xE9", 6, "Caf\xC3\xA9"},
+        {"Caf\xE9", 5, "Caf"},
+        {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
+        {"\x80\xFF", 4, "\xC2\x80"},
+        {"abc", 3, "ab"},
+        {"abc", 1, ""},
+        {"", 1, ""},
+    };
+    for (const auto& c : cases) {
+        char buffer[8];
+        std::memset(buffer, '#', sizeof(buffer));
+        UTF8Utils::ISO8859ToUTF8(c.source, buffer, c.capacity);
+        EXPECT_STREQ(buffer, c.result) << c.source;
+        EXPECT_EQ(buffer[c.capacity], '#') << "wrote beyond " << c.capacity;
+    }
+    char untouched = '#';
+    UTF8Utils::ISO8859ToUTF8("abc", &untouched, 0);
+    EXPECT_EQ(untouched, '#');
+}
+
+TEST(Format, insertsItsArguments) {
+    const struct {
+        Format format;
+        const char* text;
+    } cases[] = {
+        {Format("%2 and %1, %2 again", "one", 2), "2 and one, 2 again"},
+        {Format("%1%% %1", String("x")), "x% x"},
+        {Format("%1", true), "1"},
+        {Format("%1", UInt8(65)), "A"},
+        {Format("%1", static_cast<const char*>(nullptr)), ""},
+        {Format("%1%2%3%4%5%6%7%8%9", 1, 2, 3, 4, 5, 6, 7, 8, "9"), "123456789"},
+        {Format("%10", "ten"), "ten0"},
+        {Format("%1", String("%1")), "%1"},
+        {Format("a %2 b", 1), "a \n*** Parameter specifier too large. b"},
+        {Format("a %x b", 1), "a \n*** Error in format string at \"%x b\".\n"},
+        {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_STREQ(c.format.c_str(), c.text);
+    }
+    const String converted = cases[0].format;
+    EXPECT_EQ(printed(cases[0].format), converted.c_str());
+}
+
+} // namespace

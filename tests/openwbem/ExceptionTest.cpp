@@ -1,0 +1,152 @@
+#include "OW_Assertion.hpp"
+#include "OW_CIMException.hpp"
+#include "OW_NoSuchPropertyException.hpp"
+#include "Thrown.hpp"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+using namespace OpenWBEM;
+
+namespace {
+
+OW_DECLARE_EXCEPTION(Device)
+OW_DEFINE_EXCEPTION(Device)
+OW_DECLARE_EXCEPTION2(Disk, DeviceException)
+OW_DEFINE_EXCEPTION2(Disk, DeviceException)
+OW_DECLARE_EXCEPTION(Numbered)
+OW_DEFINE_EXCEPTION_WITH_ID(Numbered)
+OW_DECLARE_EXCEPTION(OtherNumbered)
+OW_DEFINE_EXCEPTION_WITH_ID(OtherNumbered)
+
+static_assert(!std::is_copy_constructible<Exception>::value, "caught by reference only");
+static_assert(std::is_nothrow_copy_constructible<DeviceException>::value, "copied while it is thrown");
+
+TEST(Exception, carriesWhatTheMacrosGiveIt) {
+    using Throw = void (*)();
+    const struct {
+        Throw thrower;
+        const char* type;
+        const char* message;
+        int code;
+    } cases[] = {
+        {[] { OW_THROW(DeviceException, "gone"); }, "DeviceException", "gone", -1},
+        {[] { OW_THROW_ERR(DeviceException, "gone", 5); }, "DeviceException", "gone", 5},
+        {[] { OW_THROW(DiskException, nullptr); }, "DiskException", "", -1},
+        {[] { OW_THROW_ERRNO1(DeviceException, ENOENT); }, "DeviceException", "No such file or directory", ENOENT},
+        {[] { OW_THROW_ERRNO_MSG1(DeviceException, "disk", ENOENT); }, "DeviceException",
+         "disk: No such file or directory", ENOENT},
+    };
+    for (const auto& c : cases) {
+        try {
+            c.thrower();
+            FAIL() << c.message;
+        } catch (const DeviceException& e) {
+            EXPECT_STREQ(e.type(), c.type);
+            EXPECT_STREQ(e.getMessage(), c.message);
+            EXPECT_STREQ(static_cast<const std::exception&>(e).what(), c.message);
+            EXPECT_EQ(e.getErrorCode(), c.code);
+            EXPECT_EQ(e.getSubClassId(), -1);
+            EXPECT_STREQ(e.getFile(), __FILE__);
+        }
+    }
+}
+
+TEST(Exception, printsWhatItHas) {
+    const struct {
+        const char* file;
+        int line;
+        const char* message;
+        const char* printed;
+    } cases[] = {
+        {"disk.cpp", 12, "gone", "disk.cpp: 12 DeviceException: gone"},
+        {nullptr, 12, "gone", "[no file]: 12 DeviceException: gone"},
+        {"", 0, nullptr, "[no file]: [no line] DeviceException: [no message]"},
+    };
+    for (const auto& c : cases) {
+        std::ostringstream stream;
+        stream << DeviceException(c.file, c.line, c.message);
+        EXPECT_EQ(stream.str(), c.printed);
+    }
+}
+
+TEST(Exception, keepsItsCauseThroughCopies) {
+    try {
+        try {
+            OW_THROWCIMMSG(CIMException::NOT_FOUND, "bin 7");
+        } catch (const CIMException& e) {
+            OW_THROW_ERR_SUBEX(DiskException, "outer", 3, &e);
+        }
+    } catch (const DiskException& e) {
+        const std::unique_ptr<DiskException> copy(e.clone());
+        const DiskException second(*copy);
+        EXPECT_STREQ(second.type(), "DiskException");
+        ASSERT_NE(second.getSubException(), nullptr);
+        EXPECT_STREQ(second.getSubException()->type(), "CIMException");
+        EXPECT_STREQ(second.getSubException()->getMessage(), "requested object could not be found (bin 7)");
+    }
+}
+
+TEST(Exception, idsTellClassesApart) {
+    const NumberedException first("f", 1, "m");
+    EXPECT_EQ(first.getSubClassId(), NumberedException("f", 1, "m").getSubClassId());
+    EXPECT_NE(first.getSubClassId(), OtherNumberedException("f", 1, "m").getSubClassId());
+    EXPECT_EQ(NumberedException("f", 1, "m", 0, nullptr, 77).getSubClassId(), 77);
+    EXPECT_EQ(CIMException("f", 1, CIMException::FAILED).getSubClassId(), 1);
+}
+
+TEST(CIMException, composesTheTextForTheClient) {
+    const struct {
+        int code;
+        const char* message;
+        const char* text;
+    } cases[] = {
+        {0, nullptr, "no error"},
+        {1, "", "general error"},
+        {1, "general error indeed", "general error indeed"},
+        {1, "General error", "general error (General error)"},
+        {2, nullptr, "Access to CIM resource unavailable to client"},
+        {3, "root/nope", "namespace does not exist (root/nope)"},
+        {4, nullptr, "invalid parameter passed to method"},
+        {5, nullptr, "class does not exist"},
+        {6, "no <such> \"thing\"", "requested object could not be found (no <such> \"thing\")"},
+        {7, nullptr, "requested operation is not supported"},
+        {8, nullptr, "operation cannot be done on class with subclasses"},
+        {9, nullptr, "operator cannot be done on class with instances"},
+        {10, nullptr, "specified superclass does not exist"},
+        {11, nullptr, "object already exists"},
+        {12, nullptr, "specified property does not exist"},
+        {13, nullptr, "value supplied is incompatible with type"},
+        {14, nullptr, "query language is not recognized or supported"},
+        {15, nullptr, "query is not valid for the specified query language"},
+        {16, nullptr, "extrinsic method could not be executed"},
+        {17, "Nope", "extrinsic method does not exist (Nope)"},
+        {77, "odd", "unknown error (odd)"},
+        {-1, nullptr, "unknown error"},
+    };
+    for (const auto& c : cases) {
+        const CIMException e("file", 1, static_cast<CIMException::ErrNoType>(c.code), c.message);
+        EXPECT_STREQ(e.getMessage(), c.text);
+        EXPECT_STREQ(e.what(), c.text);
+        EXPECT_EQ(e.getErrNo(), c.code);
+        EXPECT_EQ(e.getErrorCode(), c.code);
+    }
+}
+
+TEST(CIMException, keepsTheTextOfItsFirstUse) {
+    CIMException asked("file", 1, CIMException::FAILED, "m");
+    EXPECT_STREQ(asked.getMessage(), "general error (m)");
+    asked.setErrNo(CIMException::NOT_FOUND);
+    EXPECT_STREQ(asked.getMessage(), "general error (m)");
+    EXPECT_EQ(asked.getErrNo(), CIMException::NOT_FOUND);
+    CIMException fresh("file", 1, CIMException::FAILED, "m");
+    fresh.setErrNo(CIMException::NOT_FOUND);
+    EXPECT_STREQ(fresh.getMessage(), "requested object could not be found (m)");
+    asked.swap(fresh);
+    EXPECT_STREQ(asked.getMessage(), "requested object could not be found (m)");
+    fresh = asked;
+    EXPECT_STREQ(fresh.getMessage(), asked.getMessage());
+}
+
+} // namespace
