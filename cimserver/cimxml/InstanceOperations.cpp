@@ -26,10 +26,13 @@ void requireProperties(const CIMClass& cimClass, const StringArray& names) {
     }
 }
 
+/// Keys stand in the target already.
 void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
     audit.clearValues();
     for (const CIMProperty& property : properties) {
-        audit.value(property.getName(), property.getValue());
+        if (!property.isKey()) {
+            audit.value(property.getName(), property.getValue());
+        }
     }
 }
 

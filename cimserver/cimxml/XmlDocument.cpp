@@ -7,6 +7,8 @@
 
 #include <expat.h>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 #include <memory>
 
@@ -16,6 +18,14 @@ namespace {
 struct ParserDeleter {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
+
+/// True for the reference at the head of a text that needs no declaration: &amp; and its like, or a character by
+/// number.
+bool isOwnReference(std::string_view text) {
+    constexpr std::string_view known[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
+    return std::any_of(std::begin(known), std::end(known),
+                       [&](std::string_view one) { return text.substr(0, one.size()) == one; });
+}
 
 /// One walk over the text; the first thing to complain of ends it.
 class WellFormedness {
@@ -38,6 +48,9 @@ class WellFormedness {
         if (XML_Parse(parser_.get(), text.data(), length, XML_TRUE) != XML_STATUS_OK) {
             throw notWellFormed(where() + (complaint_.empty() ? reason() : complaint_));
         }
+        if (hasDoctype_) {
+            requireOwnReferences(text);
+        }
     }
 
   private:
@@ -46,6 +59,15 @@ class WellFormedness {
                std::to_string(XML_GetCurrentColumnNumber(parser_.get()) + 1) + ": ";
     }
     std::string reason() const { return XML_ErrorString(XML_GetErrorCode(parser_.get())); }
+
+    /// With a document type that it does not read, the parser lets any entity pass as possibly declared there.
+    static void requireOwnReferences(std::string_view text) {
+        for (std::size_t at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
+            if (!isOwnReference(text.substr(at, 6))) {
+                throw notWellFormed("undefined entity " + quote(text.substr(at, 12)));
+            }
+        }
+    }
 
     void stop(std::string complaint) {
         complaint_ = std::move(complaint);
@@ -63,6 +85,7 @@ class WellFormedness {
 
     static void doctype(void* self, const XML_Char* /*name*/, const XML_Char* /*system*/, const XML_Char* /*publicId*/,
                         int hasInternalSubset) {
+        of(self).hasDoctype_ = true;
         if (hasInternalSubset != 0) {
             of(self).stop("a document type with declarations is not supported");
         }
@@ -91,6 +114,7 @@ class WellFormedness {
     std::unique_ptr<XML_ParserStruct, ParserDeleter> parser_;
     std::size_t depth_ = 0;
     std::size_t elements_ = 0;
+    bool hasDoctype_ = false;
     std::string complaint_;
 };
 

@@ -1,0 +1,173 @@
+// Plays each conversation of this folder against the CIM-XML side over a real object manager and a provider. After
+// every step the same server must still answer a good request.
+#include "WireCase.hpp"
+#include "XmlMatch.hpp"
+
+#include "cimserver/Log.hpp"
+#include "cimserver/cimxml/Dispatcher.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
+#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/operations/Interop.hpp"
+#include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <fstream>
+#include <regex>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace cimserver;
+
+std::vector<fs::path> allCases() {
+    std::vector<fs::path> found;
+    for (const auto& entry : fs::recursive_directory_iterator(WIRE_CASES)) {
+        if (entry.path().extension() == ".wire") {
+            found.push_back(entry.path());
+        }
+    }
+    std::sort(found.begin(), found.end());
+    return found;
+}
+
+/// Everything behind the transport, fresh for each conversation.
+class Server {
+  public:
+    Server() : host_(settings()) {
+        operations::addInterop(repository_, host_);
+        repository_.compileFile(TEST_PROVIDER_MOF, "root/cimv2");
+        cimom_.emplace(repository_, host_, operations::Cimom::Settings());
+        cimxml::DispatcherSettings limits;
+        limits.hostName = "host.example";
+        limits.enumerations.count = 2;
+        limits.xml.elements = 500;
+        dispatcher_.emplace(*cimom_, limits);
+    }
+
+    http::Response handle(const http::Request& request) { return dispatcher_->handle(request); }
+
+  private:
+    static provider::HostSettings settings() {
+        provider::HostSettings settings;
+        settings.folders = {TEST_PROVIDER_FOLDER};
+        return settings;
+    }
+
+    schema::Repository repository_;
+    provider::ProviderHost host_;
+    std::optional<operations::Cimom> cimom_;
+    std::optional<cimxml::Dispatcher> dispatcher_;
+};
+
+const std::string logFile = testing::TempDir() + "wire_test." + std::to_string(getpid()) + ".log";
+
+std::string logText() {
+    std::ostringstream text;
+    text << std::ifstream(logFile).rdbuf();
+    return text.str();
+}
+
+std::string field(const http::Response& response, const std::string& name) {
+    const std::string* value = response.fields.find(name);
+    return value == nullptr ? "" : *value;
+}
+
+/// What every reply must be, whatever it says.
+void expectProperReply(const std::string& body) {
+    EXPECT_EQ(body.rfind("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n<CIM ", 0), 0U);
+    EXPECT_FALSE(std::regex_search(body, std::regex("<[A-Z.]+[^>]*/>|<!|\\r")));
+    EXPECT_FALSE(std::regex_search(body, std::regex("<PARAMVALUE[^>]*></PARAMVALUE>|<RETURNVALUE>")));
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(body.c_str()));
+    EXPECT_NO_THROW(cimxml::checkGrammar(document.document_element(), cimxml::Strictness::Strict)) << body;
+    for (const auto& found : document.select_nodes("//KEYVALUE")) {
+        EXPECT_TRUE(found.node().attribute("VALUETYPE") && found.node().attribute("TYPE")) << body;
+    }
+}
+
+void expectAnswer(const wire::Step& step, const http::Response& response) {
+    EXPECT_EQ(std::to_string(response.status), step.status) << response.body;
+    if (response.status != 200) {
+        const std::string prefix = step.method == "M-POST" ? "73-" : "";
+        EXPECT_EQ(field(response, prefix + "CIMError"), step.cimError) << response.body;
+        return;
+    }
+    EXPECT_EQ(field(response, "Content-Type"), "application/xml; charset=\"utf-8\"");
+    EXPECT_EQ(field(response, "Cache-Control"), "no-cache");
+    EXPECT_EQ(field(response, step.method == "M-POST" ? "73-CIMOperation" : "CIMOperation"), "MethodResponse");
+    EXPECT_NE(field(response, "WBEMServerResponseTime"), "");
+    expectProperReply(response.body);
+    pugi::xml_document expected;
+    pugi::xml_document actual;
+    ASSERT_TRUE(expected.load_string(step.answer.c_str())) << step.answer;
+    ASSERT_TRUE(actual.load_string(response.body.c_str()));
+    const pugi::xml_node whole = actual.document_element();
+    const bool message = std::string(expected.document_element().name()) == "CIM";
+    const pugi::xml_node part = whole.child("MESSAGE").child("SIMPLERSP").first_child();
+    EXPECT_EQ(wire::difference(expected.document_element(), message ? whole : part), "") << response.body;
+}
+
+std::string contextIn(const std::string& body) {
+    pugi::xml_document document;
+    document.load_string(body.c_str());
+    return document.select_node("//PARAMVALUE[@NAME='EnumerationContext']/VALUE").node().child_value();
+}
+
+void expectStillAnswers(Server& server) {
+    wire::Step step;
+    step.body = "<IMETHODCALL NAME=\"EnumerateClassNames\"><LOCALNAMESPACEPATH><NAMESPACE NAME=\"interop\"/>"
+                "</LOCALNAMESPACEPATH></IMETHODCALL>";
+    const http::Response response = server.handle(wire::requestOf(step, ""));
+    EXPECT_NE(response.body.find("CIM_ObjectManager"), std::string::npos) << response.body;
+}
+
+class Wire : public testing::TestWithParam<fs::path> {};
+
+TEST_P(Wire, Case) {
+    Server server;
+    std::string context;
+    for (const wire::Step& step : wire::readCase(GetParam())) {
+        SCOPED_TRACE(GetParam().string() + "\n" + step.body);
+        const std::size_t logged = logText().size();
+        const http::Response response = server.handle(wire::requestOf(step, context));
+        expectAnswer(step, response);
+        const std::string log = logText().substr(logged);
+        for (const std::string& text : step.logged) {
+            EXPECT_NE(log.find(text), std::string::npos) << log;
+        }
+        for (const std::string& text : step.notLogged) {
+            EXPECT_EQ(log.find(text), std::string::npos) << log;
+        }
+        if (const std::string next = contextIn(response.body); !next.empty()) {
+            context = next;
+        }
+        expectStillAnswers(server);
+    }
+}
+
+std::string caseName(const testing::TestParamInfo<fs::path>& info) {
+    std::string name = info.param.parent_path().filename().string() + "_" + info.param.stem().string();
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+    return name;
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Wire, testing::ValuesIn(allCases()), caseName);
+
+/// The log goes to a file for as long as the program runs.
+struct LogFile {
+    LogFile() {
+        log::Settings settings;
+        settings.file = logFile;
+        log::configure(settings);
+    }
+    ~LogFile() { fs::remove(logFile); }
+} const logFileInUse;
+
+} // namespace
