@@ -99,23 +99,28 @@ TEST(Notifier, FollowsAStateDirectoryThatIsReplaced) {
     expectNoMore(0, 1);
 }
 
-TEST(Notifier, EndsWithTheProcessAlsoFromACallbackAndAForkedChild) {
-    const std::string file = home.dir / "backup";
-    EXPECT_EQ(0, support::inChild([] { // inherits no thread, starts its own, and exits through the handlers
-                  alarm(20);
-                  if (ZpoNotifyRegBackupAndRestore("child", count, 3) != ZPO_OK) {
-                      return 1;
-                  }
-                  std::exit(0);
-              }));
-    EXPECT_EQ(5, support::inChild([&] {
-                  alarm(20);
-                  ZpoNotifyRegBackupAndRestore(
-                      "exits", [](unsigned long) { std::exit(5); }, 3);
-                  run({ZPOREG, "backup", file});
-                  std::this_thread::sleep_for(std::chrono::seconds(10));
-                  return 1;
-              }));
+// Exit handlers run last in, first out: this one is reached only after the library's own has ended its thread. What the
+// child inherited and cannot free is not looked for.
+int exitThroughHandlers(ZpoRegBackupAndRestoreCallback callback) {
+    alarm(20);
+    std::atexit([] { _exit(5); });
+    if (ZpoNotifyRegBackupAndRestore("child", callback, 3) != ZPO_OK) {
+        return 1;
+    }
+    if (callback == count) {
+        std::exit(0);
+    }
+    run({ZPOREG, "backup", home.dir / "backup"});
+    std::this_thread::sleep_for(std::chrono::seconds(10));
+    return 2;
+}
+
+TEST(Notifier, EndsWithTheProcessAlsoFromACallbackInAForkedChild) {
+#if defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "ThreadSanitizer does not follow threads that a forked child starts";
+#endif
+    EXPECT_EQ(5, support::inChild([] { return exitThroughHandlers(count); }));
+    EXPECT_EQ(5, support::inChild([] { return exitThroughHandlers([](unsigned long) { std::exit(0); }); }));
 }
 
 TEST(Notifier, RefusesUnusableArguments) {

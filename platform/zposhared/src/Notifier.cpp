@@ -168,6 +168,7 @@ class Notifier {
 };
 
 std::atomic<Notifier*> processNotifier{nullptr};
+std::atomic<Notifier*> inheritedNotifier{nullptr}; // the parent's: kept, never used
 
 // The thread ends before the objects that its callbacks use are destroyed: exit handlers run last in, first out.
 void stopAtExit() {
@@ -178,7 +179,7 @@ void stopAtExit() {
 
 // A forked child has no such thread; it leaves the parent's object alone.
 void forgetNotifierInChild() {
-    processNotifier.store(nullptr);
+    inheritedNotifier.store(processNotifier.exchange(nullptr));
 }
 
 Notifier& notifier() {

@@ -10,10 +10,11 @@ namespace zpo {
 namespace {
 
 std::atomic<RegistryStore*> processStore{nullptr};
+std::atomic<RegistryStore*> inheritedStore{nullptr}; // the parent's: kept, never used
 
 // LMDB must not be used across a fork. The child leaves the parent's store alone, also undestroyed, and opens its own.
 void forgetStoreInChild() {
-    processStore.store(nullptr);
+    inheritedStore.store(processStore.exchange(nullptr));
 }
 
 } // namespace
