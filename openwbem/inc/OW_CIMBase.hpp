@@ -26,7 +26,7 @@ class OW_COMMON_API CIMBase : public SerializableIFC {
     CIMBase() {}
     CIMBase(const CIMBase& other) : SerializableIFC(other) {}
     CIMBase& operator=(const CIMBase&) { return *this; }
-    virtual ~CIMBase();
+    ~CIMBase() override;
 
     /// Makes this a null object.
     virtual void setNull() = 0;

@@ -16,14 +16,14 @@ class OW_COMMON_API CIMElement : public CIMBase {
     CIMElement() {}
     CIMElement(const CIMElement& other) : CIMBase(other) {}
     CIMElement& operator=(const CIMElement&) { return *this; }
-    virtual ~CIMElement();
+    ~CIMElement() override;
 
     /// The name in the spelling it was given; empty if it has none.
     virtual String getName() const = 0;
     virtual void setName(const CIMName& name) = 0;
 
     /// The name, unless the class says otherwise.
-    virtual String toString() const;
+    String toString() const override;
 
     /// Less than, equal to or greater than 0 as this name sorts before, with or after the other one.
     int compare(const CIMElement& other);

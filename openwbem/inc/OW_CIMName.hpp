@@ -44,6 +44,7 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 
   private:
     String m_name;
+    UInt32 m_hash; // of the name in lower-case letters; 0 for a name that is not ASCII
 };
 
 /// Comparisons ignore the case of letters, those outside ASCII included.

@@ -9,8 +9,8 @@
 namespace OpenWBEM {
 
 struct CIMDataType::Data : public ModelData<CIMDataType::Data> {
-    Type type = CIMDataType::CIMNULL;
-    Int32 size = 1; // -1 for any size
+    Int32 type = CIMDataType::CIMNULL; // a Type
+    Int32 size = 1;                    // -1 for any size
     bool array = false;
     CIMName refClassName;
 
@@ -67,7 +67,7 @@ bool CIMDataType::namesType() const {
 }
 
 CIMDataType::Type CIMDataType::getType() const {
-    return m_pdata->type;
+    return static_cast<Type>(m_pdata->type);
 }
 
 Int32 CIMDataType::getSize() const {
@@ -83,7 +83,7 @@ bool CIMDataType::isArrayType() const {
 }
 
 bool CIMDataType::isNumericType() const {
-    return isNumericType(m_pdata->type);
+    return isNumericType(getType());
 }
 
 bool CIMDataType::isNumericType(Type type) {
@@ -176,7 +176,12 @@ String CIMDataType::getArrayMOF() const {
 }
 
 void CIMDataType::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "T").release();
+    auto data = CIMStream::readData<Data>(istrm, "T");
+    if ((data->type < CIMNULL || data->type >= MAXDATATYPE) && data->type != INVALID) {
+        const String message = "The binary form of a data type holds the unknown type " + String(data->type);
+        OW_THROW(CIMStreamException, message.c_str());
+    }
+    m_pdata = data.release();
 }
 
 void CIMDataType::writeObject(std::ostream& ostrm) const {

@@ -45,7 +45,7 @@ UInt8 readTwoColumns(const String& text, size_t column) {
 /// in March here, so that the leap day is the last one, and are counted in cycles of 400.
 Int64 daysSinceEpoch(Int64 year, Int64 month, Int64 day) {
     const Int64 monthsFromMarch = year * 12 + month - 3;
-    const Int64 cycleMonths = 400 * 12;
+    constexpr Int64 cycleMonths = 4800;
     const Int64 cycle = (monthsFromMarch + cycleMonths) / cycleMonths - 1;
     const Int64 yearInCycle = (monthsFromMarch - cycle * cycleMonths) / 12;
     const Int64 monthInYear = (monthsFromMarch - cycle * cycleMonths) % 12;

@@ -48,8 +48,8 @@ class CIMNameAccess {
 
 /// The position of the first element of that name, or the size of the array.
 ///
-/// Elements are looked through in their order: there are some tens of them, most differ from the name in one of the
-/// first characters, and CIMName compares in place. An index would cost every instance more than it saves.
+/// Elements are looked through in their order: there are some tens of them, and CIMName compares hashes first. An index
+/// would cost every instance more than it saves.
 template <class T>
 size_t indexOfName(const Array<T>& elements, const CIMName& name) {
     size_t i = 0;

@@ -17,9 +17,22 @@ unsigned char toLowerASCII(unsigned char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
 }
 
-/// As strcmp(), in any case of letters. Names are nearly always ASCII, so that the Unicode-aware comparison is left to
-/// those that reach a byte outside it without a difference. (The length decides nothing: letters outside ASCII can have
-/// forms of different lengths.)
+/// The FNV-1a hash of an ASCII name in lower-case letters; 0 for any other name, whose letters can have forms of other
+/// lengths and bytes. Names with different hashes differ, unless one hash is 0.
+UInt32 hashOf(const String& name) {
+    UInt32 hash = 2166136261u;
+    for (const char* p = name.c_str(); *p; ++p) {
+        const unsigned char c = static_cast<unsigned char>(*p);
+        if (!isASCII(c)) {
+            return 0;
+        }
+        hash = (hash ^ toLowerASCII(c)) * 16777619u;
+    }
+    return hash;
+}
+
+/// As strcmp(), in any case of letters. The Unicode-aware comparison is left to names that reach a byte outside ASCII
+/// without a difference.
 int compareNames(const String& x, const String& y) {
     const char* a = x.c_str();
     const char* b = y.c_str();
@@ -41,25 +54,21 @@ int compareNames(const String& x, const String& y) {
 
 } // namespace
 
-CIMName::CIMName() = default;
-CIMName::CIMName(const String& name) : m_name(name) {}
-CIMName::CIMName(const char* name) : m_name(name) {}
-CIMName::CIMName(const CIMName& other) : SerializableIFC(other), m_name(other.m_name) {}
+CIMName::CIMName() : CIMName(String()) {}
+CIMName::CIMName(const String& name) : m_name(name), m_hash(hashOf(name)) {}
+CIMName::CIMName(const char* name) : CIMName(String(name)) {}
+CIMName::CIMName(const CIMName& other) = default;
 CIMName::~CIMName() = default;
-
-CIMName& CIMName::operator=(const CIMName& other) {
-    m_name = other.m_name;
-    return *this;
-}
+CIMName& CIMName::operator=(const CIMName& other) = default;
 
 CIMName& CIMName::operator=(const String& name) {
     m_name = name;
+    m_hash = hashOf(name);
     return *this;
 }
 
 CIMName& CIMName::operator=(const char* name) {
-    m_name = String(name);
-    return *this;
+    return *this = String(name);
 }
 
 String CIMName::toString() const {
@@ -71,7 +80,9 @@ bool CIMName::isValid() const {
 }
 
 void CIMName::readObject(std::istream& istrm) {
-    CIMStream::take(istrm, m_name);
+    String name;
+    CIMStream::take(istrm, name);
+    *this = name;
 }
 
 void CIMName::writeObject(std::ostream& ostrm) const {
@@ -79,7 +90,8 @@ void CIMName::writeObject(std::ostream& ostrm) const {
 }
 
 bool operator==(const CIMName& x, const CIMName& y) {
-    return compareNames(x.m_name, y.m_name) == 0;
+    const bool differ = x.m_hash != y.m_hash && x.m_hash != 0 && y.m_hash != 0;
+    return !differ && compareNames(x.m_name, y.m_name) == 0;
 }
 
 bool operator<(const CIMName& x, const CIMName& y) {

@@ -99,7 +99,7 @@ class PathReader {
     /// The text from here up to the position, or to the end.
     String takeUpTo(size_t position) {
         const size_t end = std::min(position, m_text.length());
-        const String taken = m_text.substring(m_position, end - m_position);
+        String taken = m_text.substring(m_position, end - m_position);
         m_position = end;
         return taken;
     }

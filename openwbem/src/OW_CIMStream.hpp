@@ -28,11 +28,11 @@ void put(std::ostream& ostrm, const String& text);
 void take(std::istream& istrm, String& text);
 
 template <class T>
-std::enable_if_t<std::is_integral<T>::value || std::is_enum<T>::value> put(std::ostream& ostrm, const T& number) {
+std::enable_if_t<std::is_integral<T>::value> put(std::ostream& ostrm, const T& number) {
     putNumber(ostrm, static_cast<UInt64>(number), sizeof(T));
 }
 template <class T>
-std::enable_if_t<std::is_integral<T>::value || std::is_enum<T>::value> take(std::istream& istrm, T& number) {
+std::enable_if_t<std::is_integral<T>::value> take(std::istream& istrm, T& number) {
     number = static_cast<T>(takeNumber(istrm, sizeof(T)));
 }
 

@@ -68,6 +68,7 @@ CIMValue::CIMValue(bool x) : CIMValue(Bool(x)) {}
 CIMValue::CIMValue(const char* x) : CIMValue(x ? String(x) : String("")) {}
 
 // Constructor, get() and to...() of one type, named after it. ARGUMENT is how the constructor takes it.
+// NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
 #define CIM_VALUE_TYPE(T, ARGUMENT)                                                                                    \
     CIMValue::CIMValue(ARGUMENT x) : m_impl(new CIMValueImpl(x)) {}                                                    \
     void CIMValue::get(T& x) const {                                                                                   \
@@ -101,6 +102,7 @@ CIM_VALUE_CLASS(CIMClass)
 CIM_VALUE_CLASS(CIMInstance)
 CIM_VALUE_TYPE(StringArray, const StringArray&)
 
+// NOLINTEND(bugprone-macro-parentheses)
 #undef CIM_VALUE_CLASS
 #undef CIM_VALUE_NUMBER
 #undef CIM_VALUE_TYPE
