@@ -32,6 +32,15 @@ std::uint64_t parseNumber(const std::string& text, std::initializer_list<Unit> u
     throw std::invalid_argument("'" + text + "' is not " + what);
 }
 
+std::string durationText(milliseconds time) {
+    const auto count = time.count();
+    return count % 1000 == 0 ? std::to_string(count / 1000) + "s" : std::to_string(count) + "ms";
+}
+
+std::string sizeText(std::size_t size) {
+    return size % 1024 == 0 ? std::to_string(size / 1024) + "K" : std::to_string(size);
+}
+
 /// What several declarations have in common: an option whose text is parsed by a function of ours.
 class Declaration {
   public:
@@ -47,12 +56,11 @@ class Declaration {
         return app_.add_flag(name, target, help)->group(group_);
     }
     void duration(const char* name, milliseconds& target, const char* help) {
-        parsed(name, "TIME", std::to_string(target.count()) + "ms", help,
+        parsed(name, "TIME", durationText(target), help,
                [&target](const std::string& text) { target = parseDuration(text); });
     }
     void size(const char* name, std::size_t& target, const char* help) {
-        parsed(name, "SIZE", std::to_string(target), help,
-               [&target](const std::string& text) { target = parseSize(text); });
+        parsed(name, "SIZE", sizeText(target), help, [&target](const std::string& text) { target = parseSize(text); });
     }
 
   private:
@@ -242,6 +250,9 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
     } catch (const CLI::Success& asked) {
         app.exit(asked);
         return std::nullopt;
+    } catch (const CLI::ConfigError& error) {
+        const std::string text = error.what();
+        throw OptionsError("the configuration file has an unknown option: " + text.substr(text.rfind(' ') + 1));
     } catch (const CLI::ParseError& error) {
         throw OptionsError(error.what());
     } catch (const std::invalid_argument& error) {

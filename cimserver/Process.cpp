@@ -81,8 +81,10 @@ Descriptor redirectStandardOutput(const std::string& where) {
     if (target.get() < 0 || ::dup2(target.get(), STDOUT_FILENO) < 0) {
         fail("cannot write the providers' output to " + file);
     }
-    // Whoever follows the file wants to see a line when it is printed.
-    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+    // Whoever follows the file wants to see a line when it is printed. The buffer is our own: with the old one glibc
+    // would go on as before.
+    static char buffer[BUFSIZ];
+    std::setvbuf(stdout, buffer, _IOLBF, sizeof buffer);
     return own;
 }
 

@@ -11,7 +11,9 @@
 
 #include <unistd.h>
 
+#include <atomic>
 #include <csignal>
+#include <cstdint>
 #include <exception>
 #include <filesystem>
 #include <iostream>
@@ -32,9 +34,19 @@ class CimSide {
         : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
           dispatcher_(cimom_, dispatcherSettings(options)) {}
 
-    http::Response handle(const http::Request& request) { return dispatcher_.handle(request); }
+    http::Response handle(const http::Request& request) {
+        auto response = dispatcher_.handle(request);
+        errors_ += isError(response) ? 1 : 0;
+        return response;
+    }
+    /// Operations that were answered with a CIM error, HTTP status 200.
+    std::uint64_t errors() const { return errors_; }
 
   private:
+    static bool isError(const http::Response& response) {
+        constexpr std::size_t Longest = 16384; // a result of any size is not worth searching
+        return response.body.size() <= Longest && response.body.find("<ERROR CODE=") != std::string::npos;
+    }
     static provider::HostSettings hostSettings(const Options& options) {
         provider::HostSettings settings;
         settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
@@ -63,11 +75,11 @@ class CimSide {
     provider::ProviderHost host_;
     operations::Cimom cimom_;
     cimxml::Dispatcher dispatcher_;
+    std::atomic<std::uint64_t> errors_{0};
 };
 
 /// One line on the standard output that was there at the start, whatever providers print meanwhile.
 void announce(const Descriptor& output, const std::string& text) {
-    log::write(log::Level::Info, Component, text);
     const auto line = "cimserverd: " + text + "\n";
     // Nobody may be reading it any more, which is no reason not to serve.
     [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
@@ -96,19 +108,24 @@ void listen(http::Server& server, const Options& options, const Descriptor& outp
         writeFile(options.portFile, ports);
     }
     for (const auto& listener : listeners) {
+        log::write(log::Level::Info, Component, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
 }
 
+void logCounters(const http::Server& server, const CimSide& cim) {
+    log::write(log::Level::Info, Component, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
+}
+
 /// Returns when the server shall stop.
-void followSignals(Signals& signals, http::Server& server) {
+void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
     for (;;) {
         switch (const int number = signals.next()) {
         case SIGHUP:
             server.reload();
             break;
         case SIGUSR1:
-            log::write(log::Level::Info, Component, server.statistics());
+            logCounters(server, cim);
             break;
         default:
             log::write(log::Level::Info, Component, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
@@ -131,9 +148,9 @@ int serve(const Options& options) {
         return Stopped;
     }
     listen(server, options, output);
-    followSignals(signals, server);
+    followSignals(signals, server, cim);
     const bool finished = server.stop(options.stopTimeout);
-    log::write(log::Level::Info, Component, server.statistics());
+    logCounters(server, cim);
     if (!finished) {
         log::write(log::Level::Error, Component, "stopped with requests still under way");
         ::_exit(RequestsLeft); // providers are still at work: nothing may be torn down under them

@@ -3,7 +3,10 @@
 #include <boost/asio/error.hpp>
 #include <openssl/ssl.h>
 #include <openssl/x509v3.h>
+#include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <stdexcept>
 
 namespace cimserver::http {
@@ -13,6 +16,9 @@ using boost::system::error_code;
 
 namespace {
 
+constexpr const char* NoCertificate = "cannot use the TLS certificate";
+constexpr const char* NoKey = "cannot use the TLS key";
+constexpr const char* NoClientCa = "cannot use the file of client certificate authorities";
 constexpr const char* Ciphers12 = "ECDHE+AESGCM:ECDHE+CHACHA20:ECDHE+AES";
 
 void check(const error_code& error, const char* what, const std::string& file) {
@@ -21,10 +27,18 @@ void check(const error_code& error, const char* what, const std::string& file) {
     }
 }
 
+/// OpenSSL has no words for a file it cannot open.
+void checkReadable(const char* what, const std::string& file) {
+    if (::access(file.c_str(), R_OK) != 0) {
+        throw std::runtime_error(std::string(what) + " " + file + ": " + std::strerror(errno));
+    }
+}
+
 void setClientCertificates(ssl::context& context, const TlsSettings& settings) {
     error_code error;
+    checkReadable(NoClientCa, settings.clientCaFile);
     context.load_verify_file(settings.clientCaFile, error);
-    check(error, "cannot use the file of client certificate authorities", settings.clientCaFile);
+    check(error, NoClientCa, settings.clientCaFile);
     // The names in the request help a client with several certificates to choose.
     SSL_CTX_set_client_CA_list(context.native_handle(), SSL_load_client_CA_file(settings.clientCaFile.c_str()));
     const bool required = settings.clientCertificates == ClientCertificates::Required;
@@ -47,10 +61,12 @@ std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
     // An encrypted key fails instead of asking at a terminal nobody sees.
     context->set_password_callback([](std::size_t, ssl::context::password_purpose) { return std::string(); });
     error_code error;
+    checkReadable(NoCertificate, settings.certificateFile);
     context->use_certificate_chain_file(settings.certificateFile, error);
-    check(error, "cannot use the TLS certificate", settings.certificateFile);
+    check(error, NoCertificate, settings.certificateFile);
+    checkReadable(NoKey, settings.keyFile);
     context->use_private_key_file(settings.keyFile, ssl::context::pem, error);
-    check(error, "cannot use the TLS key", settings.keyFile);
+    check(error, NoKey, settings.keyFile);
     if (SSL_CTX_check_private_key(native) != 1) {
         throw std::runtime_error("the TLS key " + settings.keyFile + " does not belong to the certificate " +
                                  settings.certificateFile);
