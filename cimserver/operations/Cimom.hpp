@@ -27,8 +27,8 @@ struct RequestContext {
     bool mayWrite = true;
     std::shared_ptr<OpenWBEM::OperationContext>
         operation{}; ///< what providers share within one request; made on demand
-    /// When set, modifyInstance and setProperty leave here the properties that they hand to the provider, before they
-    /// do: what the audit line names.
+    /// When set, modifyInstance and setProperty leave here the properties that they have the provider change, before
+    /// they do: what the audit line names.
     std::optional<OpenWBEM::CIMPropertyArray>* handedOn = nullptr;
 };
 

@@ -166,6 +166,7 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
     CIMPropertyArray properties = keyProperties(path, cimClass);
     const auto take = [&](const CIMProperty& property) {
         properties.push_back(property);
+        result.changes.push_back(property);
         result.names.push_back(property.getName());
     };
     for (const CIMProperty& sent : modified.getProperties()) {

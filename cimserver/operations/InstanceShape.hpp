@@ -26,15 +26,16 @@ void requireKeys(const OpenWBEM::CIMPropertyArray& keys, const OpenWBEM::CIMClas
 /// What a provider is handed by a modification.
 struct Modification {
     OpenWBEM::CIMInstance instance;
-    OpenWBEM::StringArray names; ///< of the properties in it
+    OpenWBEM::CIMPropertyArray changes; ///< the properties in it that are to change
+    OpenWBEM::StringArray names;        ///< of those
 
     bool empty() const { return names.empty(); }
 };
 
-/// The properties of `modified`, in their order, whose value differs from `previous` (with `all` also the others), or,
-/// given a list, those it names and after them those it names that `modified` lacks, with their default. Each is the
-/// class's property with the new value. The instance also has the keys of `path`, as properties too, which are not
-/// among the names; a key sent with another value is refused with INVALID_PARAMETER.
+/// The instance holds the key properties, by which providers find their object, and then the changes: the properties of
+/// `modified`, in their order, whose value differs from `previous` (with `all` also the others), or, given a list,
+/// those it names and after them those it names that `modified` lacks, with their default. Each is the class's property
+/// with the new value. Throws CIMException INVALID_PARAMETER when `modified` has another key than `path`.
 Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBEM::CIMInstance& previous,
                             const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMObjectPath& path,
                             const OpenWBEM::StringArray* propertyList, bool all);

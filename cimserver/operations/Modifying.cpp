@@ -55,7 +55,7 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
         const Modification change =
             modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
         if (context.handedOn != nullptr) {
-            *context.handedOn = change.instance.getProperties();
+            *context.handedOn = change.changes;
         }
         if (!change.empty()) {
             // Always with a list: a provider must not take what is not handed on for set to NULL.
