@@ -1,0 +1,74 @@
+#include "cimserver/cimxml/Enumerations.hpp"
+
+#include "cimserver/cimxml/Errors.hpp"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace {
+
+using namespace cimserver::cimxml;
+using std::chrono::seconds;
+
+const EnumerationOwner ann{"ann", "root/cimv2", "INSTANCEPATH"};
+
+int codeOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const OperationError& error) {
+        return error.code();
+    }
+    return 0;
+}
+
+class Expiry : public testing::Test {
+  protected:
+    Enumerations::Clock::time_point now_;
+    Enumerations enumerations_{{2, 10}, [this] { return now_; }};
+    std::string text_;
+};
+
+TEST_F(Expiry, EndsWhatIsNotPulledFromAndMakesRoom) {
+    const std::string first = enumerations_.open(ann, {"a", "b", "c"}, seconds(10));
+    const std::string second = enumerations_.open(ann, {"d"}, seconds(20));
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), ServerLimitsExceeded);
+    now_ += seconds(9);
+    EXPECT_FALSE(enumerations_.pull(first, ann, 1, text_)); // its time starts anew
+    now_ += seconds(9);
+    EXPECT_FALSE(enumerations_.pull(first, ann, 1, text_));
+    now_ += seconds(10);
+    EXPECT_EQ(codeOf([&] { enumerations_.pull(first, ann, 1, text_); }), InvalidEnumerationContext);
+    EXPECT_EQ(codeOf([&] { enumerations_.pull(second, ann, 1, text_); }), InvalidEnumerationContext);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), 0);
+    EXPECT_EQ(text_, "ab");
+}
+
+TEST_F(Expiry, ElementsAreBoundedInBytesAndGiveThemBack) {
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"123456", "12345"}, seconds(10)); }), ServerLimitsExceeded);
+    const std::string id = enumerations_.open(ann, {"123456"}, seconds(10));
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"12345"}, seconds(10)); }), ServerLimitsExceeded);
+    EXPECT_TRUE(enumerations_.pull(id, ann, 5, text_));
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"1234567890"}, seconds(10)); }), 0);
+}
+
+TEST(Enumerations, YieldEachElementOnceToConcurrentPulls) {
+    Enumerations enumerations({1, 100000});
+    const std::string id = enumerations.open(ann, std::vector<std::string>(2000, "x"), seconds(10));
+    std::string texts[4];
+    std::vector<std::thread> threads;
+    for (std::string& text : texts) {
+        threads.emplace_back([&] {
+            while (codeOf([&] { enumerations.pull(id, ann, 3, text); }) == 0) {
+            }
+        });
+    }
+    std::size_t total = 0;
+    for (std::size_t i = 0; i < threads.size(); ++i) {
+        threads[i].join();
+        total += texts[i].size();
+    }
+    EXPECT_EQ(total, 2000U);
+}
+
+} // namespace
