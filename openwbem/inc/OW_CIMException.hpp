@@ -11,8 +11,8 @@ namespace OpenWBEM {
 /// The one exception that a provider should let out: its code and its message reach the client.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
   public:
-    /// The status codes of CIM operations over HTTP.
-    enum ErrNoType {
+    /// The status codes of CIM operations over HTTP. Servers also send others, so that every int is a valid value.
+    enum ErrNoType : int {
         SUCCESS = 0,
         FAILED = 1,
         ACCESS_DENIED = 2,
