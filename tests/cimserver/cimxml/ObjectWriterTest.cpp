@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
                      "CLASSNAME=&quot;A&amp;lt;B&quot;&gt;&lt;PROPERTY NAME=&quot;x&quot; TYPE=&quot;string&quot;&gt;"
                      "&lt;VALUE&gt;\xEF\xBF\xBD&lt;/VALUE&gt;&lt;/PROPERTY&gt;&lt;/INSTANCE&gt;</VALUE></PROPERTY>"},
         PropertyCase{"HalfASurrogatePair", CIMProperty("L", CIMValue(Char16(UInt16(0xD800)))),
-                     "<PROPERTY NAME=\"L\" TYPE=\"char16\"><VALUE>\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD</VALUE>"
+                     "<PROPERTY NAME=\"L\" TYPE=\"char16\"><VALUE>\xEF\xBF\xBD</VALUE>"
                      "</PROPERTY>"},
         PropertyCase{"LayoutCharacters", CIMProperty("T\n", CIMValue("a\tb\r\nc")),
                      "<PROPERTY NAME=\"T&#10;\" TYPE=\"string\"><VALUE>a\tb&#13;\nc</VALUE></PROPERTY>"},
