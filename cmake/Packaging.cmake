@@ -1,0 +1,33 @@
+# The Debian packages that "cpack -G DEB" makes: one for each install component.
+set(CPACK_PACKAGE_NAME cdr)
+set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
+set(CPACK_PACKAGE_CONTACT "CDR provider maintainers <maintainers@localhost>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_COMPONENTS_ALL module server platform platform-dev openwbem openwbem-dev)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+set(same "(= ${PROJECT_VERSION})")
+
+# cdr_package(COMPONENT NAME SECTION DESCRIPTION [DEPENDS]): names the component's package and what of ours it needs.
+macro(cdr_package component name section description)
+  string(TOUPPER ${component} upper)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})
+  set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${description}")
+  set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${ARGN}")
+endmacro()
+
+cdr_package(module cdr-provider net "CIM provider module of the Call Detail Recording feature, with its schema"
+  "cdr-platform ${same}, libopenwbem3 ${same}")
+cdr_package(server cimserverd net "CIM-XML server for providers of the OpenWBEM interface" "libopenwbem3 ${same}")
+cdr_package(platform cdr-platform libs "Registry, diagnostics, scheduler and message queues of the device, with their tools" "")
+cdr_package(platform-dev cdr-platform-dev libdevel "Headers of the device's platform libraries" "cdr-platform ${same}")
+cdr_package(openwbem libopenwbem3 libs "Provider library, source-compatible with OpenWBEM 3.0.3" "")
+cdr_package(openwbem-dev libopenwbem-dev libdevel "Headers of the OpenWBEM provider library" "libopenwbem3 ${same}")
+set(CPACK_DEBIAN_PLATFORM_PACKAGE_SUGGESTS "cron | busybox")
+set(CPACK_DEBIAN_MODULE_PACKAGE_RECOMMENDS cimserverd)
+
+include(CPack)
