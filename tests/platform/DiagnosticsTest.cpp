@@ -12,7 +12,6 @@
 namespace {
 
 std::uint32_t registerLog(const char* file) {
-    std::filesystem::create_directories(home.dir / "log");
     std::uint32_t handle = 0;
     EXPECT_EQ(ZPO_OK, ZpoDiagRegisterModule("CDRProvider.so", "CDR", "CDROAM", file, &handle));
     EXPECT_NE(0U, handle);
@@ -55,9 +54,10 @@ TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
 
 TEST(Diagnostics, WorksAgainAfterTheDirectoryHasBeenRepaired) {
     const std::uint32_t handle = registerLog("repaired.log");
-    std::filesystem::rename(home.dir / "log", home.dir / "log-away");
+    std::filesystem::remove_all(home.dir / "log");
+    support::writeFile(home.dir / "log", "a file in the directory's place");
     EXPECT_EQ(ZPO_DIAG_WRITE_FAILED, ZpoDiagAddLogEntry(handle, 2, 4, -1, "lost"));
-    std::filesystem::rename(home.dir / "log-away", home.dir / "log");
+    std::filesystem::remove(home.dir / "log");
     EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "kept"));
     EXPECT_THAT(support::contentOf(home.dir / "log/repaired.log"), ::testing::HasSubstr("kept"));
 }

@@ -29,7 +29,11 @@ LogSink::LogSink(std::string path, std::uint64_t maxBytes) : path_(std::move(pat
 }
 
 void LogSink::open() {
-    fd_ = openFile(path_, O_WRONLY | O_APPEND | O_CREAT | O_NOCTTY | O_NONBLOCK, 0640);
+    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NOCTTY | O_NONBLOCK;
+    fd_ = openFile(path_, flags, 0640);
+    if (!fd_ && errno == ENOENT && ensureDirectory(path_.substr(0, path_.rfind('/'))) == 0) {
+        fd_ = openFile(path_, flags, 0640);
+    }
     if (!fd_) {
         fail(path_);
     }
