@@ -1,0 +1,98 @@
+// The module over the platform in memory, as an object manager holds it, and the requests that tests make of it.
+#ifndef CDROAM_MODULETEST_HPP
+#define CDROAM_MODULETEST_HPP
+
+#include "CDRProvider.hpp"
+#include "FakePlatform.hpp"
+
+#include "OW_CIM.hpp"
+#include "OW_Logger.hpp"
+#include "OW_ProviderEnvironmentIFC.hpp"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What a request ended with. All zero and empty when it succeeded.
+struct Failure {
+    int code = 0;
+    int line = 0;
+    std::string file;
+    std::string message;
+
+    /// "CODE LINE FILE MESSAGE", the file as its last name; "" for success.
+    std::string text() const;
+};
+
+/// The CIM error that the call throws. Other exceptions pass through.
+Failure failure(const std::function<void()>& call);
+
+/// A value of a CIM type from its text.
+OpenWBEM::CIMValue value(const std::string& type, const std::string& text);
+
+/// An instance path from its text, Class.Key="value",..., in the namespace "root/cimv2".
+OpenWBEM::CIMObjectPath path(const std::string& text);
+
+using NewValues = std::vector<std::pair<std::string, OpenWBEM::CIMValue>>;
+
+/// The instance that a client sends to change properties: the keys of the path and the values, in that order.
+OpenWBEM::CIMInstance changed(const std::string& path, const NewValues& values);
+
+std::vector<std::string> propertyNames(const OpenWBEM::CIMInstance& instance);
+
+/// The property's value as text; "-" when the instance has no such property.
+std::string shown(const OpenWBEM::CIMInstance& instance, const std::string& property);
+
+/// The value of the property's qualifier as text; "-" when it has none of that name.
+std::string qualifier(const OpenWBEM::CIMInstance& instance, const std::string& property, const std::string& name);
+
+/// What the module's provider logs through the object manager.
+class TestLogger : public OpenWBEM::Logger {
+  public:
+    TestLogger();
+    mutable std::vector<std::string> entries; ///< "category: text"
+
+  protected:
+    void doProcessLogMessage(const OpenWBEM::LogMessage& message) const override;
+    OpenWBEM::LoggerRef doClone() const override;
+};
+
+/// Paths of the single instances.
+extern const char* const kService;
+extern const char* const kPushSetting;
+extern const char* const kPushStatistics;
+extern const char* const kPullStatistics;
+
+class ModuleTest : public testing::Test {
+  protected:
+    /// The module initialised over an empty platform; what the initialisation called and printed is still recorded.
+    ModuleTest();
+    ~ModuleTest() override;
+
+    // Requests through the umbrella provider.
+    std::vector<std::string> names(const std::string& className);
+    std::vector<OpenWBEM::CIMInstance> instances(const std::string& className);
+    OpenWBEM::CIMInstance get(const OpenWBEM::CIMObjectPath& path);
+    OpenWBEM::CIMInstance get(const std::string& text) { return get(path(text)); }
+    void modify(const OpenWBEM::CIMInstance& instance);
+    /// Changes one property and tells how it ended.
+    Failure set(const std::string& path, const std::string& property, const OpenWBEM::CIMValue& value);
+    Failure set(const std::string& path, const std::string& property, const std::string& text);
+    OpenWBEM::CIMObjectPath create(const OpenWBEM::CIMInstance& instance);
+    void remove(const OpenWBEM::CIMObjectPath& path);
+    unsigned int invoke(const OpenWBEM::CIMObjectPath& path, const std::string& method);
+
+    /// What was printed on standard output since the last call.
+    static std::string output();
+
+    fakes::FakePlatform& platform = fakes::FakePlatform::get();
+    OpenWBEM::IntrusiveReference<TestLogger> logger;
+    OpenWBEM::ProviderEnvironmentIFCRef environment;
+    std::unique_ptr<CDRProvider> provider;
+};
+
+#endif

@@ -1,0 +1,191 @@
+#include "FakePlatform.hpp"
+
+#include "osa.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+
+namespace fakes {
+namespace {
+
+bool beginsWith(const std::string& text, const std::string& prefix) {
+    return text.compare(0, prefix.size(), prefix) == 0;
+}
+
+std::string number(std::uint64_t value) {
+    return std::to_string(value);
+}
+
+// A day field as the task table shows it.
+template <std::size_t size>
+void setDay(char (&field)[size], std::uint16_t day) {
+    const std::string text = day == ZPO_SCHED_ANY ? "*" : std::to_string(day);
+    std::memcpy(field, text.c_str(), text.size() + 1);
+}
+
+ZpoScheduledTaskRecord recordOf(const ZpoScheduledTask& task) {
+    ZpoScheduledTaskRecord record{};
+    std::memcpy(record.path, task.path, sizeof record.path);
+    record.minute = task.minute;
+    record.hour = task.hour;
+    record.month = task.month;
+    setDay(record.dayOfMonth, task.dayOfMonth);
+    setDay(record.dayOfWeek, task.dayOfWeek);
+    return record;
+}
+
+std::string reserved(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
+    return number(a) + " " + number(b) + " " + number(c);
+}
+
+} // namespace
+
+FakePlatform& FakePlatform::get() {
+    static FakePlatform one;
+    return one;
+}
+
+void FakePlatform::fail(const std::string& function, std::uint32_t status, const std::string& argument, unsigned nth) {
+    switches_.push_back({function, status, argument, nth, 0});
+}
+
+std::uint32_t FakePlatform::called(const std::string& function, const std::string& arguments) {
+    const std::string record = function + " " + arguments;
+    calls_.push_back(record);
+    for (Switch& s : switches_) {
+        const bool meets = s.function == function && record.find(s.argument) != std::string::npos;
+        if (meets && (++s.met == s.nth || s.nth == 0)) {
+            return s.status;
+        }
+    }
+    return 0;
+}
+
+std::vector<std::string> FakePlatform::calls(const std::string& prefix) const {
+    std::vector<std::string> found;
+    std::copy_if(calls_.begin(), calls_.end(), std::back_inserter(found),
+                 [&](const std::string& call) { return beginsWith(call, prefix); });
+    return found;
+}
+
+void FakePlatform::forget() {
+    calls_.clear();
+    log.clear();
+}
+
+} // namespace fakes
+
+using fakes::FakePlatform;
+
+// ---- Diagnostics
+
+uint32_t ZpoDiagRegisterModule(const char* moduleFile, const char* component, const char* moduleName,
+                               const char* logFile, uint32_t* handle) {
+    FakePlatform& platform = FakePlatform::get();
+    const std::uint32_t status =
+        platform.called(__func__, std::string(moduleFile) + " " + component + " " + moduleName + " " + logFile);
+    if (status == 0) {
+        *handle = 40 + ++platform.modules;
+    }
+    return status;
+}
+
+uint32_t ZpoDiagAddLogEntry(uint32_t handle, int32_t category, int32_t level, int32_t identifier, const char* text) {
+    const std::string entry =
+        std::to_string(category) + " " + std::to_string(level) + " " + std::to_string(identifier) + " " + text;
+    FakePlatform::get().log.push_back(entry);
+    return FakePlatform::get().called(__func__, fakes::number(handle) + " " + entry);
+}
+
+uint32_t ZpoDiagDeregisterModule(uint32_t handle) {
+    return FakePlatform::get().called(__func__, fakes::number(handle));
+}
+
+// ---- Scheduler
+
+uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c) {
+    FakePlatform& platform = FakePlatform::get();
+    platform.created.push_back(task);
+    const std::uint32_t status = platform.called(__func__, fakes::reserved(a, b, c));
+    if (status == 0) {
+        platform.tasks.push_back(fakes::recordOf(task));
+    }
+    return status;
+}
+
+uint32_t ZpoGetScheduledTaskList(const char* path, ZpoScheduledTaskEntry** head, uint32_t a) {
+    FakePlatform& platform = FakePlatform::get();
+    const std::string emptied = *head == nullptr ? "" : " head not set to none";
+    const std::uint32_t status = platform.called(__func__, path + (" " + fakes::number(a)) + emptied);
+    if (status != 0) {
+        return status;
+    }
+    *head = nullptr;
+    for (auto task = platform.tasks.rbegin(); task != platform.tasks.rend(); ++task) {
+        if (std::strcmp(task->path, path) == 0) {
+            *head = new ZpoScheduledTaskEntry{*task, *head};
+        }
+    }
+    platform.openLists += *head == nullptr ? 0 : 1;
+    return 0;
+}
+
+uint32_t ZpoDeleteScheduledTaskEx(ZpoScheduledTaskRecord record, uint32_t a, uint32_t b, uint32_t c) {
+    FakePlatform& platform = FakePlatform::get();
+    platform.deleted.push_back(record);
+    const std::uint32_t status = platform.called(__func__, fakes::reserved(a, b, c));
+    if (status != 0) {
+        return status;
+    }
+    const auto found = std::find_if(platform.tasks.begin(), platform.tasks.end(),
+                                    [&](const auto& task) { return std::memcmp(&task, &record, sizeof record) == 0; });
+    if (found == platform.tasks.end()) {
+        return ZPO_SCHED_TASK_NOT_FOUND;
+    }
+    platform.tasks.erase(found);
+    return 0;
+}
+
+void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
+    (void)FakePlatform::get().called(__func__, "");
+    --FakePlatform::get().openLists;
+    while (head != nullptr) {
+        ZpoScheduledTaskEntry* next = head->next;
+        delete head;
+        head = next;
+    }
+}
+
+// ---- Notification
+
+uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind) {
+    const std::uint32_t status = FakePlatform::get().called(__func__, name + (" " + fakes::number(kind)));
+    if (status == 0) {
+        FakePlatform::get().callbacks[name] = callback;
+    }
+    return status;
+}
+
+// ---- Queues
+
+uint32_t osQueueGetId(const char* name, uint32_t* id) {
+    FakePlatform& platform = FakePlatform::get();
+    const std::uint32_t status = platform.called(__func__, name);
+    if (status != 0 || platform.queues.count(name) == 0) {
+        return status != 0 ? status : OSA_QUEUE_NOT_FOUND;
+    }
+    *id = platform.queues[name];
+    return 0;
+}
+
+uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
+    const std::string text(static_cast<const char*>(message), length);
+    return FakePlatform::get().called(__func__, fakes::number(id) + " " + text);
+}
+
+// ---- C library
+
+extern "C" int system(const char* command) {
+    return static_cast<int>(FakePlatform::get().called(__func__, command));
+}
