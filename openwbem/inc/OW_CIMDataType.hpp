@@ -18,6 +18,9 @@ class OW_COMMON_API CIMDataType : public CIMBase {
     typedef SafeBool<CIMDataType>::type safe_bool;
 
   public:
+// The interface has two enumerators of the name CIMNULL, this one and OpenWBEM::CIMNULL; Clang warns of it.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wshadow"
     enum Type {
         CIMNULL = 0,
         UINT8 = 1,
@@ -40,6 +43,7 @@ class OW_COMMON_API CIMDataType : public CIMBase {
         MAXDATATYPE = 18,
         INVALID = 99
     };
+#pragma GCC diagnostic pop
     enum { SIZE_SINGLE, SIZE_UNLIMITED, SIZE_LIMITED };
 
     /// No type yet: CIMNULL.
@@ -85,8 +89,12 @@ class OW_COMMON_API CIMDataType : public CIMBase {
     bool equals(const CIMDataType& other) const;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMDataType>::of(namesType()); }
-    bool operator!() const { return !namesType(); }
+    operator safe_bool() const {
+        return SafeBool<CIMDataType>::of(namesType());
+    }
+    bool operator!() const {
+        return !namesType();
+    }
 
     /// The name of the type, without any mark of an array; REF for references.
     String toString() const override;
