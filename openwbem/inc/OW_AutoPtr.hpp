@@ -13,7 +13,7 @@ class AutoPtr {
   public:
     typedef X element_type;
 
-    explicit AutoPtr(X* p = 0) : m_ptr(p) {}
+    explicit AutoPtr(X* p = nullptr) : m_ptr(p) {}
     ~AutoPtr() { delete m_ptr; }
     /// Deletes the present object and owns p instead.
     AutoPtr& operator=(X* p) {
@@ -27,11 +27,11 @@ class AutoPtr {
     /// Hands the object over to the caller.
     X* release() {
         X* p = m_ptr;
-        m_ptr = 0;
+        m_ptr = nullptr;
         return p;
     }
     /// Deletes the present object, unless it is p, and owns p instead.
-    void reset(X* p = 0) {
+    void reset(X* p = nullptr) {
         if (p != m_ptr) {
             delete m_ptr;
             m_ptr = p;
@@ -51,7 +51,7 @@ class AutoPtrVec {
   public:
     typedef X element_type;
 
-    explicit AutoPtrVec(X* p = 0) : m_ptr(p) {}
+    explicit AutoPtrVec(X* p = nullptr) : m_ptr(p) {}
     ~AutoPtrVec() { delete[] m_ptr; }
     /// Deletes the present array and owns p instead.
     AutoPtrVec& operator=(X* p) {
@@ -68,11 +68,11 @@ class AutoPtrVec {
     /// Hands the array over to the caller.
     X* release() {
         X* p = m_ptr;
-        m_ptr = 0;
+        m_ptr = nullptr;
         return p;
     }
     /// Deletes the present array, unless it is p, and owns p instead.
-    void reset(X* p = 0) {
+    void reset(X* p = nullptr) {
         if (p != m_ptr) {
             delete[] m_ptr;
             m_ptr = p;

@@ -15,12 +15,12 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API BaseStreamBuffer : public std::streamb
   public:
     /// bufferSize in bytes, at least 1, for each direction.
     explicit BaseStreamBuffer(size_t bufferSize = 4096);
-    virtual ~BaseStreamBuffer();
+    ~BaseStreamBuffer() override;
 
   protected:
-    virtual int_type overflow(int_type c);
-    virtual int sync();
-    virtual int_type underflow();
+    int_type overflow(int_type c) override;
+    int sync() override;
+    int_type underflow() override;
 
     /// Reads up to size bytes and returns how many; 0 at the end. By default there is nothing to read.
     virtual size_t readDevice(char* buffer, size_t size);

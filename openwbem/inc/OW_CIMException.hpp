@@ -34,21 +34,22 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
     };
 
     /// file and msg are copied and may be null; other is cloned and may be null.
-    CIMException(const char* file, int line, ErrNoType errval, const char* msg = 0, const Exception* other = 0);
+    CIMException(const char* file, int line, ErrNoType errval, const char* msg = nullptr,
+                 const Exception* other = nullptr);
     CIMException(const CIMException& e) noexcept;
     CIMException& operator=(const CIMException& rhs) noexcept;
-    virtual ~CIMException() noexcept;
+    ~CIMException() noexcept override;
     void swap(CIMException& x) noexcept;
 
-    virtual const char* type() const;
-    virtual CIMException* clone() const noexcept;
+    const char* type() const override;
+    CIMException* clone() const noexcept override;
     /// The code; may lie outside of the enumerators.
     ErrNoType getErrNo() const;
     /// Has no effect on the text once getMessage() was called.
     void setErrNo(ErrNoType e);
     /// The text of the code, then the message in brackets. Without a message, or when the message itself begins with
     /// the text of the code, only that one. The text is made on the first call and kept.
-    virtual const char* getMessage() const;
+    const char* getMessage() const override;
 
   private:
     struct LongText;

@@ -21,7 +21,7 @@ struct CIMFeatures;
 /// operations go to the handler one by one; the variants with E and A at the end of the name collect them.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCountableBase {
   public:
-    virtual ~CIMOMHandleIFC();
+    ~CIMOMHandleIFC() override;
 
     /// Ends the connection, if there is one.
     virtual void close() = 0;
@@ -65,19 +65,19 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                   WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
                   WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                   WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                  const StringArray* propertyList = 0) = 0;
+                  const StringArray* propertyList = nullptr) = 0;
     virtual CIMInstanceEnumeration
     enumInstancesE(const String& ns, const String& className, WBEMFlags::EDeepFlag deep = WBEMFlags::E_DEEP,
                    WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                   const StringArray* propertyList = 0);
+                   const StringArray* propertyList = nullptr);
     virtual CIMInstanceArray
     enumInstancesA(const String& ns, const String& className, WBEMFlags::EDeepFlag deep = WBEMFlags::E_DEEP,
                    WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                   const StringArray* propertyList = 0);
+                   const StringArray* propertyList = nullptr);
 
     /// All declared qualifiers of the namespace.
     virtual void enumQualifierTypes(const String& ns, CIMQualifierTypeResultHandlerIFC& result) = 0;
@@ -101,19 +101,19 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                              const String& resultRole = "",
                              WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                              WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                             const StringArray* propertyList = 0) = 0;
+                             const StringArray* propertyList = nullptr) = 0;
     virtual CIMInstanceEnumeration
     associatorsE(const String& ns, const CIMObjectPath& path, const String& assocClass = "",
                  const String& resultClass = "", const String& role = "", const String& resultRole = "",
                  WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                 const StringArray* propertyList = 0);
+                 const StringArray* propertyList = nullptr);
     virtual CIMInstanceArray
     associatorsA(const String& ns, const CIMObjectPath& path, const String& assocClass = "",
                  const String& resultClass = "", const String& role = "", const String& resultRole = "",
                  WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                 const StringArray* propertyList = 0);
+                 const StringArray* propertyList = nullptr);
 
     /// The same for the path of a class.
     virtual void
@@ -122,19 +122,19 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                        const String& resultRole = "",
                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                        WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                       const StringArray* propertyList = 0) = 0;
+                       const StringArray* propertyList = nullptr) = 0;
     virtual CIMClassEnumeration
     associatorsClassesE(const String& ns, const CIMObjectPath& path, const String& assocClass = "",
                         const String& resultClass = "", const String& role = "", const String& resultRole = "",
                         WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                         WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                        const StringArray* propertyList = 0);
+                        const StringArray* propertyList = nullptr);
     virtual CIMClassArray
     associatorsClassesA(const String& ns, const CIMObjectPath& path, const String& assocClass = "",
                         const String& resultClass = "", const String& role = "", const String& resultRole = "",
                         WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                         WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                        const StringArray* propertyList = 0);
+                        const StringArray* propertyList = nullptr);
 
     /// Paths of the associations that refer to path; empty texts do not restrict.
     virtual void referenceNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
@@ -149,17 +149,17 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                             const String& resultClass = "", const String& role = "",
                             WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                             WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                            const StringArray* propertyList = 0) = 0;
+                            const StringArray* propertyList = nullptr) = 0;
     virtual CIMInstanceEnumeration
     referencesE(const String& ns, const CIMObjectPath& path, const String& resultClass = "", const String& role = "",
                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                 WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                const StringArray* propertyList = 0);
+                const StringArray* propertyList = nullptr);
     virtual CIMInstanceArray
     referencesA(const String& ns, const CIMObjectPath& path, const String& resultClass = "", const String& role = "",
                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                 WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                const StringArray* propertyList = 0);
+                const StringArray* propertyList = nullptr);
 
     /// The same for the path of a class.
     virtual void
@@ -167,19 +167,19 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                       const String& resultClass = "", const String& role = "",
                       WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                      const StringArray* propertyList = 0) = 0;
+                      const StringArray* propertyList = nullptr) = 0;
     virtual CIMClassEnumeration
     referencesClassesE(const String& ns, const CIMObjectPath& path, const String& resultClass = "",
                        const String& role = "",
                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                        WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                       const StringArray* propertyList = 0);
+                       const StringArray* propertyList = nullptr);
     virtual CIMClassArray
     referencesClassesA(const String& ns, const CIMObjectPath& path, const String& resultClass = "",
                        const String& role = "",
                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                        WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                       const StringArray* propertyList = 0);
+                       const StringArray* propertyList = nullptr);
 
     /// The instances that a query selects.
     virtual void execQuery(const String& ns, CIMInstanceResultHandlerIFC& result, const String& query,
@@ -192,7 +192,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                               WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
                               WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_INCLUDE_QUALIFIERS,
                               WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                              const StringArray* propertyList = 0) = 0;
+                              const StringArray* propertyList = nullptr) = 0;
     virtual void createClass(const String& ns, const CIMClass& cimClass) = 0;
     virtual void modifyClass(const String& ns, const CIMClass& cimClass) = 0;
     virtual void deleteClass(const String& ns, const String& className) = 0;
@@ -203,12 +203,12 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
                 WBEMFlags::ELocalOnlyFlag localOnly = WBEMFlags::E_NOT_LOCAL_ONLY,
                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_EXCLUDE_QUALIFIERS,
                 WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_EXCLUDE_CLASS_ORIGIN,
-                const StringArray* propertyList = 0) = 0;
+                const StringArray* propertyList = nullptr) = 0;
     /// Returns the path of the new instance.
     virtual CIMObjectPath createInstance(const String& ns, const CIMInstance& instance) = 0;
     virtual void modifyInstance(const String& ns, const CIMInstance& modifiedInstance,
                                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_INCLUDE_QUALIFIERS,
-                                const StringArray* propertyList = 0) = 0;
+                                const StringArray* propertyList = nullptr) = 0;
     virtual void deleteInstance(const String& ns, const CIMObjectPath& path) = 0;
 
     /// Single properties and methods.

@@ -33,7 +33,7 @@ class COWIntrusiveReference {
     typedef T* COWIntrusiveReference::*safe_bool;
 
     /// A null reference.
-    COWIntrusiveReference() : m_pObj(0) {}
+    COWIntrusiveReference() : m_pObj(nullptr) {}
     /// Refers to p, which may be null. With addRef false it takes over a count that p already carries.
     explicit COWIntrusiveReference(T* p, bool addRef = true) : m_pObj(p) {
         if (m_pObj && addRef) {
@@ -46,7 +46,7 @@ class COWIntrusiveReference {
         }
     }
     /// Takes the reference over; arg is null afterwards.
-    COWIntrusiveReference(COWIntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = 0; }
+    COWIntrusiveReference(COWIntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = nullptr; }
     template <class U>
     COWIntrusiveReference(const COWIntrusiveReference<U>& arg) : m_pObj(arg.m_pObj) {
         if (m_pObj) {
@@ -58,12 +58,9 @@ class COWIntrusiveReference {
             COWIntrusiveReferenceRelease(m_pObj);
         }
     }
-    COWIntrusiveReference& operator=(const COWIntrusiveReference& arg) {
-        COWIntrusiveReference(arg).swap(*this);
-        return *this;
-    }
-    COWIntrusiveReference& operator=(COWIntrusiveReference&& arg) noexcept {
-        COWIntrusiveReference(static_cast<COWIntrusiveReference&&>(arg)).swap(*this);
+    /// Copies or takes over what it is given.
+    COWIntrusiveReference& operator=(COWIntrusiveReference arg) noexcept {
+        swap(arg);
         return *this;
     }
     COWIntrusiveReference& operator=(T* newObj) {
@@ -81,9 +78,9 @@ class COWIntrusiveReference {
     T* getPtr() const { return m_pObj; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &COWIntrusiveReference::m_pObj : 0; }
+    operator safe_bool() const { return m_pObj ? &COWIntrusiveReference::m_pObj : nullptr; }
     bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == 0; }
+    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
 
     void swap(COWIntrusiveReference& arg) {
         T* p = m_pObj;

@@ -42,13 +42,13 @@ class COWReference {
     typedef T* COWReference::*safe_bool;
 
     /// A null reference.
-    COWReference() : m_pObj(0), m_pCount(0) {}
+    COWReference() : m_pObj(nullptr), m_pCount(nullptr) {}
     /// Takes ownership of ptr, which may be null.
     explicit COWReference(T* ptr) : m_pObj(ptr), m_pCount(ReferenceDetail::newCount(ptr)) {}
     COWReference(const COWReference& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) { addRef(); }
     COWReference(COWReference&& arg) noexcept : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        arg.m_pObj = 0;
-        arg.m_pCount = 0;
+        arg.m_pObj = nullptr;
+        arg.m_pCount = nullptr;
     }
     template <class U>
     COWReference(const COWReference<U>& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
@@ -56,7 +56,8 @@ class COWReference {
     }
     ~COWReference() { ReferenceDetail::release(m_pObj, m_pCount); }
     COWReference& operator=(const COWReference& arg) {
-        COWReference(arg).swap(*this);
+        COWReference copy(arg);
+        swap(copy);
         return *this;
     }
     COWReference& operator=(COWReference&& arg) noexcept {
@@ -78,9 +79,9 @@ class COWReference {
     T* getPtr() const { return m_pObj; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &COWReference::m_pObj : 0; }
+    operator safe_bool() const { return m_pObj ? &COWReference::m_pObj : nullptr; }
     bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == 0; }
+    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
 
     void swap(COWReference& arg) {
         T* obj = m_pObj;

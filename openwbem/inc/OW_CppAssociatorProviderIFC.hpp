@@ -16,7 +16,7 @@ namespace OpenWBEM {
 /// threads at once.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppAssociatorProviderIFC : public virtual CppInstanceProviderIFC {
   public:
-    virtual ~CppAssociatorProviderIFC();
+    ~CppAssociatorProviderIFC() override;
     /// Reports the association classes; by default none, then the Provider qualifiers of the schema decide.
     virtual void getAssociatorProviderInfo(AssociatorProviderInfo& info);
     /// Hands the objects that assocClass associates with objectName to result.
@@ -40,7 +40,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppAssociatorProviderIFC : public 
                                 const String& ns, const CIMObjectPath& objectName, const String& resultClass,
                                 const String& role) = 0;
     /// This object.
-    virtual CppAssociatorProviderIFC* getAssociatorProvider();
+    CppAssociatorProviderIFC* getAssociatorProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppAssociatorProviderIFC>> CppAssociatorProviderIFCRef;

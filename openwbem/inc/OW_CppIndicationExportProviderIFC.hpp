@@ -14,14 +14,14 @@ namespace OpenWBEM {
 /// Delivers indications to the handlers of certain classes.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationExportProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppIndicationExportProviderIFC();
+    ~CppIndicationExportProviderIFC() override;
     /// Names of the handler classes that it serves.
     virtual StringArray getHandlerClassNames() = 0;
     /// Delivers the indication to the handler.
     virtual void exportIndication(const ProviderEnvironmentIFCRef& env, const String& ns,
                                   const CIMInstance& indicationHandler, const CIMInstance& indication) = 0;
     /// This object.
-    virtual CppIndicationExportProviderIFC* getIndicationExportProvider();
+    CppIndicationExportProviderIFC* getIndicationExportProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppIndicationExportProviderIFC>> CppIndicationExportProviderIFCRef;

@@ -13,7 +13,7 @@ namespace OpenWBEM {
 /// Is told which indications are subscribed to. filter is the text of the query, eventType the indication class.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppIndicationProviderIFC();
+    ~CppIndicationProviderIFC() override;
     /// Reports the indication classes.
     virtual void getIndicationProviderInfo(IndicationProviderInfo& info);
     /// Called for each new subscription; firstActivation tells whether it is the first that matches the provider.
@@ -30,7 +30,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public 
     virtual int mustPoll(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
                          const String& nameSpace, const StringArray& classes);
     /// This object.
-    virtual CppIndicationProviderIFC* getIndicationProvider();
+    CppIndicationProviderIFC* getIndicationProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppIndicationProviderIFC>> CppIndicationProviderIFCRef;

@@ -18,7 +18,7 @@ namespace OpenWBEM {
 /// returns goes to the client as it is.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppInstanceProviderIFC();
+    ~CppInstanceProviderIFC() override;
     /// Reports the classes; by default none, then the Provider qualifiers of the schema decide.
     virtual void getInstanceProviderInfo(InstanceProviderInfo& info);
     /// Hands the path of each instance of className to result.
@@ -52,7 +52,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public vi
     virtual void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop) = 0;
 #endif
     /// This object.
-    virtual CppInstanceProviderIFC* getInstanceProvider();
+    CppInstanceProviderIFC* getInstanceProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppInstanceProviderIFC>> CppInstanceProviderIFCRef;

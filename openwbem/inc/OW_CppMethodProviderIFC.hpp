@@ -13,7 +13,7 @@ namespace OpenWBEM {
 /// Serves the methods of its classes. Calls are exclusive.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppMethodProviderIFC();
+    ~CppMethodProviderIFC() override;
     /// Reports classes and methods; by default none, then the Provider qualifiers of the schema decide.
     virtual void getMethodProviderInfo(MethodProviderInfo& info);
     /// Invokes the method and returns its return value, which may be null. in holds all input parameters in the order
@@ -22,7 +22,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virt
     virtual CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
                                   const String& methodName, const CIMParamValueArray& in, CIMParamValueArray& out) = 0;
     /// This object.
-    virtual CppMethodProviderIFC* getMethodProvider();
+    CppMethodProviderIFC* getMethodProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppMethodProviderIFC>> CppMethodProviderIFCRef;

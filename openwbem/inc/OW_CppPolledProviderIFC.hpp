@@ -12,13 +12,13 @@ namespace OpenWBEM {
 /// Is called by the object manager at intervals of its own choice.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppPolledProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppPolledProviderIFC();
+    ~CppPolledProviderIFC() override;
     /// Seconds from the start of the object manager to the first poll(); 0 for never.
     virtual Int32 getInitialPollingInterval(const ProviderEnvironmentIFCRef& env) = 0;
     /// Does the work and returns the seconds until the next call: 0 for no more calls, -1 for the same interval again.
     virtual Int32 poll(const ProviderEnvironmentIFCRef& env) = 0;
     /// This object.
-    virtual CppPolledProviderIFC* getPolledProvider();
+    CppPolledProviderIFC* getPolledProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppPolledProviderIFC>> CppPolledProviderIFCRef;

@@ -30,7 +30,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtua
   public:
     CppProviderBaseIFC();
     CppProviderBaseIFC(const CppProviderBaseIFC& arg);
-    virtual ~CppProviderBaseIFC();
+    ~CppProviderBaseIFC() override;
 
     /// Called once before the first request. When it throws, that request fails and the object is destroyed; the next
     /// request makes a new one. Does nothing by default.
@@ -65,6 +65,7 @@ typedef SharedLibraryReference<IntrusiveReference<CppProviderBaseIFC>> CppProvid
 
 } // namespace OpenWBEM
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the name of a type cannot be put in parentheses
 /// Exports class prov under the id name from a shared library: the version check and the creator. Once per library, at
 /// global scope, without a semicolon after it.
 #define OW_PROVIDERFACTORY(prov, name)                                                                                 \
@@ -79,5 +80,7 @@ typedef SharedLibraryReference<IntrusiveReference<CppProviderBaseIFC>> CppProvid
 /// The same for polled and indication export providers, which need no id.
 #define OW_PROVIDERFACTORY_NOID(prov, name) OW_PROVIDERFACTORY(prov, NO_ID)
 #define OW_NOIDPROVIDERFACTORY(prov) OW_PROVIDERFACTORY(prov, NO_ID)
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 #endif

@@ -11,15 +11,14 @@ namespace OpenWBEM {
 /// Refuses to create, modify and delete instances with CIMException::NOT_SUPPORTED.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppReadOnlyInstanceProviderIFC : public virtual CppInstanceProviderIFC {
   public:
-    virtual ~CppReadOnlyInstanceProviderIFC();
+    ~CppReadOnlyInstanceProviderIFC() override;
 #ifndef OW_DISABLE_INSTANCE_MANIPULATION
-    virtual CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                         const CIMInstance& cimInstance);
-    virtual void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                const CIMInstance& modifiedInstance, const CIMInstance& previousInstance,
-                                WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* propertyList,
-                                const CIMClass& theClass);
-    virtual void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop);
+    CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
+                                 const CIMInstance& cimInstance) override;
+    void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modifiedInstance,
+                        const CIMInstance& previousInstance, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                        const StringArray* propertyList, const CIMClass& theClass) override;
+    void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop) override;
 #endif
 };
 

@@ -14,7 +14,7 @@ namespace OpenWBEM {
 /// Adds values to instances that the main provider of a class or the manager's own store delivers.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : public virtual CppProviderBaseIFC {
   public:
-    virtual ~CppSecondaryInstanceProviderIFC();
+    ~CppSecondaryInstanceProviderIFC() override;
     /// Reports the classes.
     virtual void getSecondaryInstanceProviderInfo(SecondaryInstanceProviderInfo& info);
     /// Completes the instances in place before they go to the client. By default nothing changes.
@@ -34,7 +34,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : 
     virtual void instanceDeleted(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop);
 #endif
     /// This object.
-    virtual CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider();
+    CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppSecondaryInstanceProviderIFC>> CppSecondaryInstanceProviderIFCRef;

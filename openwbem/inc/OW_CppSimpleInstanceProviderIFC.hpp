@@ -13,21 +13,20 @@ namespace OpenWBEM {
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC
     : public virtual CppReadOnlyInstanceProviderIFC {
   public:
-    virtual ~CppSimpleInstanceProviderIFC();
+    ~CppSimpleInstanceProviderIFC() override;
     enum EPropertiesFlag { E_ALL_PROPERTIES, E_KEY_PROPERTIES_ONLY };
 
-    virtual void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                                   CIMObjectPathResultHandlerIFC& result, const CIMClass& cimClass);
-    virtual void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                               CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag localOnly,
-                               WBEMFlags::EDeepFlag deep, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                               WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
-                               const CIMClass& requestedClass, const CIMClass& cimClass);
-    virtual CIMInstance getInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                    const CIMObjectPath& instanceName, WBEMFlags::ELocalOnlyFlag localOnly,
-                                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
-                                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
-                                    const StringArray* propertyList, const CIMClass& cimClass);
+    void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                           CIMObjectPathResultHandlerIFC& result, const CIMClass& cimClass) override;
+    void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                       CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag localOnly,
+                       WBEMFlags::EDeepFlag deep, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
+                       const CIMClass& requestedClass, const CIMClass& cimClass) override;
+    CIMInstance getInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& instanceName,
+                            WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                            WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
+                            const CIMClass& cimClass) override;
 
   protected:
     /// Hands all instances of cimClass to result, keys included. Others than the key properties are needed with

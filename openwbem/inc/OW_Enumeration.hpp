@@ -23,7 +23,7 @@ class Enumeration {
     /// Takes the first element out; throws EnumerationException if there is none.
     T nextElement() {
         checkNotEmpty();
-        const T result(m_elements.front());
+        T result(m_elements.front());
         m_elements.pop_front();
         return result;
     }

@@ -37,14 +37,14 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
     /// A copy that the caller owns; null if there is no memory.
     virtual Exception* clone() const;
     /// The same as getMessage().
-    virtual const char* what() const noexcept;
+    const char* what() const noexcept override;
 
   protected:
     /// file and msg are copied and may be null; other is cloned and may be null.
-    Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other = 0,
+    Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other = nullptr,
               int subClassId = UNKNOWN_SUBCLASS_ID);
     Exception(const Exception& e) noexcept;
-    virtual ~Exception() noexcept;
+    ~Exception() noexcept override;
     Exception& operator=(const Exception& rhs) noexcept;
     void swap(Exception& x) noexcept;
     void setSubClassId(int subClassId);
@@ -85,19 +85,20 @@ inline Ex* clone(const Ex& e) noexcept {
 
 } // namespace OpenWBEM
 
+// NOLINTBEGIN(bugprone-macro-parentheses): the names of types and members cannot be put in parentheses
 /// Declares class NAMEException, derived from BASE. LINKAGE is one of the OW_..._API marks.
 #define OW_DECLARE_APIEXCEPTION2(NAME, BASE, LINKAGE)                                                                  \
     class OW_VISIBILITY_DEFAULT LINKAGE NAME##Exception : public BASE {                                                \
       public:                                                                                                          \
         NAME##Exception(const char* file, int line, const char* msg,                                                   \
                         int errorCode = ::OpenWBEM::Exception::UNKNOWN_ERROR_CODE,                                     \
-                        const ::OpenWBEM::Exception* otherException = 0,                                               \
+                        const ::OpenWBEM::Exception* otherException = nullptr,                                         \
                         int subClassId = ::OpenWBEM::Exception::UNKNOWN_SUBCLASS_ID);                                  \
         NAME##Exception(const NAME##Exception&) noexcept = default;                                                    \
         NAME##Exception& operator=(const NAME##Exception&) noexcept = default;                                         \
-        virtual ~NAME##Exception() noexcept;                                                                           \
-        virtual NAME##Exception* clone() const noexcept;                                                               \
-        virtual const char* type() const;                                                                              \
+        ~NAME##Exception() noexcept override;                                                                          \
+        NAME##Exception* clone() const noexcept override;                                                              \
+        const char* type() const override;                                                                             \
     };
 #define OW_DECLARE_APIEXCEPTION(NAME, LINKAGE) OW_DECLARE_APIEXCEPTION2(NAME, ::OpenWBEM::Exception, LINKAGE)
 #define OW_DECLARE_EXCEPTION2(NAME, BASE) OW_DECLARE_APIEXCEPTION2(NAME, BASE, )
@@ -138,9 +139,11 @@ inline Ex* clone(const Ex& e) noexcept {
 /// The same with the number and the text of an error of the operating system.
 #define OW_THROW_ERRNO(exType) OW_THROW_ERRNO1(exType, errno)
 #define OW_THROW_ERRNO1(exType, errnum)                                                                                \
-    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, 0, (errnum))
+    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, nullptr, (errnum))
 #define OW_THROW_ERRNO_MSG(exType, msg) OW_THROW_ERRNO_MSG1(exType, msg, errno)
 #define OW_THROW_ERRNO_MSG1(exType, msg, errnum)                                                                       \
     throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, (msg), (errnum))
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 #endif

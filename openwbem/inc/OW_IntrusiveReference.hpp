@@ -21,7 +21,7 @@ class IntrusiveReference {
     typedef T* IntrusiveReference::*safe_bool;
 
     /// A null reference.
-    IntrusiveReference() : m_pObj(0) {}
+    IntrusiveReference() : m_pObj(nullptr) {}
     /// Refers to p, which may be null. With addRef false it takes over a count that p already carries.
     IntrusiveReference(T* p, bool addRef = true) : m_pObj(p) {
         if (m_pObj && addRef) {
@@ -40,23 +40,21 @@ class IntrusiveReference {
         }
     }
     /// Takes the reference over; arg is null afterwards.
-    IntrusiveReference(IntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = 0; }
+    IntrusiveReference(IntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = nullptr; }
     ~IntrusiveReference() {
         if (m_pObj) {
             IntrusiveReferenceRelease(m_pObj);
         }
     }
-    IntrusiveReference& operator=(const IntrusiveReference& arg) {
-        IntrusiveReference(arg).swap(*this);
-        return *this;
-    }
-    IntrusiveReference& operator=(IntrusiveReference&& arg) noexcept {
-        IntrusiveReference(static_cast<IntrusiveReference&&>(arg)).swap(*this);
+    /// Copies or takes over what it is given.
+    IntrusiveReference& operator=(IntrusiveReference arg) noexcept {
+        swap(arg);
         return *this;
     }
     template <class U>
     IntrusiveReference& operator=(const IntrusiveReference<U>& arg) {
-        IntrusiveReference(arg).swap(*this);
+        IntrusiveReference copy(arg);
+        swap(copy);
         return *this;
     }
     IntrusiveReference& operator=(T* newObj) {
@@ -70,9 +68,9 @@ class IntrusiveReference {
     T* operator->() const { return m_pObj; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &IntrusiveReference::m_pObj : 0; }
+    operator safe_bool() const { return m_pObj ? &IntrusiveReference::m_pObj : nullptr; }
     bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == 0; }
+    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
 
     void swap(IntrusiveReference& arg) {
         T* p = m_pObj;

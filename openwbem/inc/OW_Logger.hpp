@@ -30,14 +30,17 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
     static const String STR_ALL_CATEGORY;
     static const String STR_DEFAULT_COMPONENT;
 
-    virtual ~Logger();
+    ~Logger() override;
 
     /// Log under the default component, unless the level leaves the category out.
-    void logFatalError(const String& message, const char* filename = 0, int fileline = -1,
-                       const char* methodname = 0) const;
-    void logError(const String& message, const char* filename = 0, int fileline = -1, const char* methodname = 0) const;
-    void logInfo(const String& message, const char* filename = 0, int fileline = -1, const char* methodname = 0) const;
-    void logDebug(const String& message, const char* filename = 0, int fileline = -1, const char* methodname = 0) const;
+    void logFatalError(const String& message, const char* filename = nullptr, int fileline = -1,
+                       const char* methodname = nullptr) const;
+    void logError(const String& message, const char* filename = nullptr, int fileline = -1,
+                  const char* methodname = nullptr) const;
+    void logInfo(const String& message, const char* filename = nullptr, int fileline = -1,
+                 const char* methodname = nullptr) const;
+    void logDebug(const String& message, const char* filename = nullptr, int fileline = -1,
+                  const char* methodname = nullptr) const;
 
     /// Log whatever the level is.
     void logMessage(const String& component, const String& category, const String& message) const;

@@ -21,7 +21,7 @@ class OW_COMMON_API OperationContext {
     /// Base of what can be kept.
     class OW_VISIBILITY_DEFAULT Data : public IntrusiveCountableBase {
       public:
-        virtual ~Data();
+        ~Data() override;
     };
     typedef IntrusiveReference<Data> DataRef;
 

@@ -17,7 +17,7 @@ namespace OpenWBEM {
 /// getConfigItem() may be used.
 class OW_VISIBILITY_DEFAULT OW_PROVIFC_API ProviderEnvironmentIFC : public IntrusiveCountableBase {
   public:
-    virtual ~ProviderEnvironmentIFC();
+    ~ProviderEnvironmentIFC() override;
     /// Calls back into the object manager with the rights of the caller. Takes no locks: those of the present call
     /// hold.
     virtual CIMOMHandleIFCRef getCIMOMHandle() const = 0;

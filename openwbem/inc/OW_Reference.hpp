@@ -19,7 +19,7 @@ namespace ReferenceDetail {
 template <class T>
 inline RefCount* newCount(T* obj) {
     try {
-        return obj ? new RefCount(1) : 0;
+        return obj ? new RefCount(1) : nullptr;
     } catch (...) {
         delete obj;
         throw;
@@ -49,13 +49,13 @@ class Reference {
     typedef T* Reference::*safe_bool;
 
     /// A null reference.
-    Reference() : m_pObj(0), m_pCount(0) {}
+    Reference() : m_pObj(nullptr), m_pCount(nullptr) {}
     /// Takes ownership of ptr, which may be null.
     explicit Reference(T* ptr) : m_pObj(ptr), m_pCount(ReferenceDetail::newCount(ptr)) {}
     Reference(const Reference& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) { addRef(); }
     Reference(Reference&& arg) noexcept : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        arg.m_pObj = 0;
-        arg.m_pCount = 0;
+        arg.m_pObj = nullptr;
+        arg.m_pCount = nullptr;
     }
     template <class U>
     Reference(const Reference<U>& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
@@ -63,7 +63,8 @@ class Reference {
     }
     ~Reference() { ReferenceDetail::release(m_pObj, m_pCount); }
     Reference& operator=(const Reference& arg) {
-        Reference(arg).swap(*this);
+        Reference copy(arg);
+        swap(copy);
         return *this;
     }
     Reference& operator=(Reference&& arg) noexcept {
@@ -72,7 +73,8 @@ class Reference {
     }
     template <class U>
     Reference& operator=(const Reference<U>& arg) {
-        Reference(arg).swap(*this);
+        Reference copy(arg);
+        swap(copy);
         return *this;
     }
     Reference& operator=(T* newObj) {
@@ -86,9 +88,9 @@ class Reference {
     T* getPtr() const { return m_pObj; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &Reference::m_pObj : 0; }
+    operator safe_bool() const { return m_pObj ? &Reference::m_pObj : nullptr; }
     bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == 0; }
+    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
 
     void swap(Reference& arg) {
         T* obj = m_pObj;

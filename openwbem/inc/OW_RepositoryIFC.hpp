@@ -13,7 +13,7 @@ namespace OpenWBEM {
 /// is reached through ProviderEnvironmentIFC::getRepositoryCIMOMHandle().
 class OW_VISIBILITY_DEFAULT OW_REPOSITORY_API RepositoryIFC : public IntrusiveCountableBase {
   public:
-    virtual ~RepositoryIFC();
+    ~RepositoryIFC() override;
 };
 
 } // namespace OpenWBEM

@@ -18,7 +18,7 @@ class OW_VISIBILITY_DEFAULT ResultArrayBuilder : public ResultHandlerIFC<T> {
     explicit ResultArrayBuilder(Array<T>& array) : m_array(array) {}
 
   protected:
-    virtual void doHandle(const T& t) { m_array.push_back(t); }
+    void doHandle(const T& t) override { m_array.push_back(t); }
 
   private:
     Array<T>& m_array;
@@ -31,7 +31,7 @@ class OW_VISIBILITY_DEFAULT ResultEnumBuilder : public ResultHandlerIFC<T> {
     explicit ResultEnumBuilder(Enumeration<T>& enumeration) : m_enumeration(enumeration) {}
 
   protected:
-    virtual void doHandle(const T& t) { m_enumeration.addElement(t); }
+    void doHandle(const T& t) override { m_enumeration.addElement(t); }
 
   private:
     Enumeration<T>& m_enumeration;

@@ -15,14 +15,14 @@ namespace OpenWBEM {
 class OW_VISIBILITY_DEFAULT OW_COMMON_API SharedLibrary : public IntrusiveCountableBase {
   public:
     SharedLibrary() {}
-    virtual ~SharedLibrary();
+    ~SharedLibrary() override;
 
     /// Sets function to the exported function of that name. FunctionType is a pointer to a function of the right type;
     /// nothing can check that. False, and no change, if the library exports none.
     template <class FunctionType>
     bool getFunctionPointer(const String& functionName, FunctionType& function) const {
         static_assert(sizeof(FunctionType) == sizeof(void*), "a pointer to a function is wanted");
-        void* address = 0;
+        void* address = nullptr;
         if (!doGetFunctionPointer(functionName, &address)) {
             return false;
         }

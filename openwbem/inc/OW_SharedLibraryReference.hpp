@@ -42,7 +42,7 @@ class SharedLibraryReference {
     SharedLibraryRef getLibRef() const { return m_sharedLib; }
 
     /// True when there is an object.
-    operator safe_bool() const { return m_obj ? &SharedLibraryReference::m_obj : 0; }
+    operator safe_bool() const { return m_obj ? &SharedLibraryReference::m_obj : nullptr; }
     bool operator!() const { return !m_obj; }
     bool isNull() const OW_DEPRECATED { return !m_obj; }
     /// Releases the object, then the library.

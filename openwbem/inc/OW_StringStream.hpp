@@ -21,8 +21,8 @@ class OW_VISIBILITY_DEFAULT OutputBuffer : public std::streambuf {
     StringBuffer text;
 
   protected:
-    virtual int_type overflow(int_type c);
-    virtual std::streamsize xsputn(const char* s, std::streamsize n);
+    int_type overflow(int_type c) override;
+    std::streamsize xsputn(const char* s, std::streamsize n) override;
 };
 
 /// Reads a String, which it keeps.
@@ -51,7 +51,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API OStringStream : private StringStreamDe
   public:
     /// With room for size bytes to begin with.
     explicit OStringStream(size_t size = 256);
-    virtual ~OStringStream();
+    ~OStringStream() override;
     /// What was written so far.
     String toString() const { return m_buffer.text.toString(); }
     /// The same, and empties the stream.
@@ -66,7 +66,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API OStringStream : private StringStreamDe
 class OW_VISIBILITY_DEFAULT OW_COMMON_API IStringStream : private StringStreamDetail::InputHolder, public std::istream {
   public:
     explicit IStringStream(const String& s);
-    virtual ~IStringStream();
+    ~IStringStream() override;
 };
 
 } // namespace OpenWBEM

@@ -10,6 +10,7 @@
 #include <istream>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace OpenWBEM {
@@ -150,17 +151,16 @@ String& String::erase(size_t idx, size_t len) {
 int String::format(const char* fmt, ...) {
     std::va_list args;
     va_start(args, fmt);
-    std::va_list measured;
-    va_copy(measured, args);
-    const int len = std::vsnprintf(nullptr, 0, fmt, measured);
-    va_end(measured);
+    const int len = std::vsnprintf(nullptr, 0, fmt, args);
+    va_end(args);
     if (len >= 0) {
         std::string text(static_cast<size_t>(len) + 1, '\0');
+        va_start(args, fmt);
         std::vsnprintf(&text[0], text.size(), fmt, args);
+        va_end(args);
         text.pop_back();
-        m_buf = new ByteBuf(text);
+        m_buf = new ByteBuf(std::move(text));
     }
-    va_end(args);
     return len;
 }
 
@@ -184,7 +184,7 @@ void String::readObject(std::istream& istrm) {
     size_t left = (static_cast<size_t>(head[0]) << 24) | (static_cast<size_t>(head[1]) << 16) |
                   (static_cast<size_t>(head[2]) << 8) | head[3];
     std::string text;
-    std::vector<char> piece(64 * 1024); // a wrong length must not make us ask for gigabytes
+    std::vector<char> piece(65536); // a wrong length must not make us ask for gigabytes
     while (istrm && left != 0) {
         const size_t wanted = std::min(left, piece.size());
         istrm.read(piece.data(), static_cast<std::streamsize>(wanted));
@@ -194,7 +194,7 @@ void String::readObject(std::istream& istrm) {
     if (!istrm) {
         OW_THROW(StringConversionException, "A text in a stream is shorter than it says");
     }
-    m_buf = new ByteBuf(text);
+    m_buf = new ByteBuf(std::move(text));
 }
 
 unsigned long long int String::strtoull(const char* nptr, char** endptr, int base) {

@@ -96,7 +96,7 @@ String StringBuffer::toString() const {
 }
 
 String StringBuffer::releaseString() {
-    const String result(toString());
+    String result(toString());
     m_text.clear();
     return result;
 }
