@@ -184,21 +184,21 @@ void ProviderHost::scan() {
 }
 
 std::string ProviderHost::instanceProvider(const String& ns, const CIMClass& cimClass) const {
-    const std::string reported = impl_->registry.instanceProvider(ns, cimClass.getName());
+    std::string reported = impl_->registry.instanceProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::associatorProvider(const String& ns, const CIMClass& cimClass) const {
-    const std::string reported = impl_->registry.associatorProvider(ns, cimClass.getName());
+    std::string reported = impl_->registry.associatorProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimClass, const CIMMethod& method) const {
-    const std::string reported = impl_->registry.methodProvider(ns, cimClass.getName(), method.getName());
+    std::string reported = impl_->registry.methodProvider(ns, cimClass.getName(), method.getName());
     if (!reported.empty()) {
         return reported;
     }
-    const std::string own = idOfQualifier(method.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER));
+    std::string own = idOfQualifier(method.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER));
     return own.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : own;
 }
 

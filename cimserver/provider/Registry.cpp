@@ -102,7 +102,7 @@ std::string idOfQualifier(const CIMQualifier& qualifier) {
     const std::string text = qualifier.getValue().toString().c_str();
     const std::size_t colon = text.find(':');
     const bool known = colon != std::string::npos && fold(text.substr(0, colon)) == "c++";
-    const std::string id = known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string();
+    std::string id = known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string();
     if (!isProviderId(id)) {
         const std::string message =
             "Invalid provider: the Provider qualifier \"" + text.substr(0, 200) + "\" is not of the form \"c++::ID\"";

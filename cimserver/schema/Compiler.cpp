@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr unsigned deepestInclude = 16;
-constexpr std::size_t mostBytes = 64 * 1024 * 1024; // in all; the whole published CIM schema takes about 12 MiB
+constexpr std::size_t mostBytes = std::size_t{64} << 20; // in all; the whole published CIM schema takes about 12 MiB
 
 bool isWithin(const fs::path& file, const fs::path& folder) {
     const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());

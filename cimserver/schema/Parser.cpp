@@ -10,7 +10,7 @@ using namespace ast;
 namespace {
 
 constexpr std::uint64_t largestArray = 1000000;
-constexpr std::size_t longestString = 1024 * 1024;
+constexpr std::size_t longestString = std::size_t{1} << 20;
 
 std::string describe(const Token& token) {
     switch (token.kind) {
