@@ -24,27 +24,33 @@ TEST(Registry, IsSharedByProcessesAcrossForks) {
     EXPECT_EQ(2U, value);
 }
 
-// A child forked at any moment of another thread's work is not stuck on a lock that it inherited.
-TEST(Registry, ForksWhileAnotherThreadWorks) {
+// A child forked at any moment of other threads' work is not stuck on a lock that it inherited.
+TEST(Registry, ForksWhileOtherThreadsWork) {
+    std::uint32_t handle = 0;
+    ASSERT_EQ(ZPO_OK, ZpoDiagRegisterModule("m", "c", "BUSY", "busy.log", &handle));
     std::atomic<bool> done{false};
-    std::thread busy([&] {
-        std::uint32_t handle = 0;
-        ZpoDiagRegisterModule("m", "c", "BUSY", "busy.log", &handle);
+    std::thread writer([&] {
         for (std::uint32_t value = 0; !done; ++value) {
             ZpoSetRegEntryInt("C", "Fork", "busy", value);
+        }
+    });
+    std::thread logger([&] {
+        while (!done) {
             ZpoDiagAddLogEntry(handle, 2, 4, -1, "busy");
         }
     });
     for (int i = 0; i < 20; ++i) {
-        EXPECT_EQ(0, support::inChild([] {
-                      alarm(20);
-                      std::uint32_t handle = 0;
-                      ZpoDiagRegisterModule("m", "c", "CHILD", "busy.log", &handle);
-                      return ZpoSetRegEntryInt("C", "Fork", "child", 1) == ZPO_OK ? 0 : 1;
+        EXPECT_EQ(0, support::inChild([&] {
+                      alarm(5);
+                      return ZpoDiagAddLogEntry(handle, 2, 4, -1, "child") == ZPO_OK &&
+                                     ZpoSetRegEntryInt("C", "Fork", "child", 1) == ZPO_OK
+                                 ? 0
+                                 : 1;
                   }));
     }
     done = true;
-    busy.join();
+    writer.join();
+    logger.join();
 }
 
 TEST(Registry, RefusesNamesThatCannotBeShown) {
