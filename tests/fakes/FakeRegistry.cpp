@@ -1,7 +1,6 @@
 // The registry of FakePlatform. Refuses what the real one refuses, with the same statuses.
 #include "FakePlatform.hpp"
 
-#include <cctype>
 #include <cstdio>
 #include <cstring>
 #include <mutex>
@@ -14,81 +13,50 @@ constexpr const char* kBytes = "bytes ";
 constexpr const char* kText = "text ";
 constexpr const char* kInteger = "int ";
 
-bool isKind(const std::string& value, const char* kind) {
-    return value.compare(0, std::strlen(kind), kind) == 0;
+std::mutex mutex;
+
+struct Name {
+    const char* component;
+    const char* section;
+    const char* key;
+
+    std::string text() const { return std::string(component) + "/" + section + "/" + key; }
+    bool isGiven() const { return component != nullptr && section != nullptr && key != nullptr; }
+    bool isEmpty() const { return *component == '\0' || *section == '\0' || *key == '\0'; }
+};
+
+std::uint32_t accessed(const char* function, const Name& name, bool argumentsGood, const std::string& detail) {
+    if (!name.isGiven() || !argumentsGood) {
+        return ZPO_REG_BAD_ARGUMENT;
+    }
+    const std::uint32_t status = FakePlatform::get().called(function, name.text() + detail);
+    return status == 0 && name.isEmpty() ? ZPO_REG_BAD_NAME : status;
 }
 
-// The value without its kind.
-std::string content(const std::string& value) {
-    return value.substr(value.find(' ') + 1);
-}
-
-std::string describeBytes(const void* bytes, std::uint32_t length) {
-    std::string text = kBytes;
-    for (std::uint32_t i = 0; i < length; ++i) {
-        char digits[3];
-        (void)std::snprintf(digits, sizeof digits, "%02x", static_cast<const unsigned char*>(bytes)[i]);
-        text += digits;
-    }
-    return text;
-}
-
-void storeBytes(const std::string& digits, void* buffer) {
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        static_cast<unsigned char*>(buffer)[i / 2] =
-            static_cast<unsigned char>(std::stoul(digits.substr(i, 2), nullptr, 16));
-    }
-}
-
-bool isName(const char* text) {
-    bool good = *text != '\0' && std::strlen(text) <= ZPO_REG_MAX_NAME;
-    for (; *text != '\0'; ++text) {
-        good = good && std::iscntrl(static_cast<unsigned char>(*text)) == 0;
-    }
-    return good;
-}
-
-// One access, alone while it lasts; its status is 0 as long as nothing stands against it.
-struct Access {
-    static std::mutex& mutex() {
-        static std::mutex one;
-        return one;
-    }
-    std::lock_guard<std::mutex> lock{mutex()};
-    std::string name;
-    std::uint32_t status;
-
-    Access(const char* function, const char* component, const char* section, const char* key, bool argumentsGood,
-           const std::string& value = "")
-        : status(ZPO_REG_BAD_ARGUMENT) {
-        if (component == nullptr || section == nullptr || key == nullptr || !argumentsGood) {
-            return;
-        }
-        name = std::string(component) + "/" + section + "/" + key;
-        status = FakePlatform::get().called(function, name + (value.empty() ? "" : " ") + value);
-        if (status == 0 && !(isName(component) && isName(section) && isName(key))) {
-            status = ZPO_REG_BAD_NAME;
-        }
-    }
-
-    // The content of the entry, which must be of the kind; sets the status when there is none.
-    std::string read(const char* kind) {
-        const std::string value = status == 0 ? FakePlatform::get().entry(name) : "";
-        if (status == 0 && value.empty()) {
-            status = ZPO_REG_ENTRY_NOT_FOUND;
-        } else if (status == 0 && !isKind(value, kind)) {
-            status = ZPO_REG_WRONG_KIND;
-        }
-        return status == 0 ? content(value) : "";
-    }
-
-    std::uint32_t write(const std::string& value) {
-        if (status == 0) {
-            FakePlatform::get().put(name, value);
-        }
+// Reads an entry of the kind; `content` is the value without it.
+std::uint32_t read(const char* function, const Name& name, bool argumentsGood, const char* kind,
+                   const std::string& detail, std::string& content) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const std::uint32_t status = accessed(function, name, argumentsGood, detail);
+    if (status != 0) {
         return status;
     }
-};
+    const std::string value = FakePlatform::get().entry(name.text());
+    if (value.compare(0, std::strlen(kind), kind) != 0) {
+        return value.empty() ? ZPO_REG_ENTRY_NOT_FOUND : ZPO_REG_WRONG_KIND;
+    }
+    content = value.substr(std::strlen(kind));
+    return 0;
+}
+
+std::uint32_t write(const char* function, const Name& name, bool argumentsGood, const std::string& value) {
+    const std::lock_guard<std::mutex> lock(mutex);
+    const std::uint32_t status = accessed(function, name, argumentsGood, " " + value);
+    if (status == 0) {
+        FakePlatform::get().put(name.text(), value);
+    }
+    return status;
+}
 
 } // namespace
 
@@ -107,55 +75,61 @@ std::string FakePlatform::entry(const std::string& entry) const {
 
 uint32_t ZpoGetRegEntryBinary(const char* component, const char* section, const char* key, void* buffer,
                               uint32_t length) {
-    Access access(__func__, component, section, key, buffer != nullptr && length != 0 && length <= ZPO_REG_MAX_BINARY,
-                  std::to_string(length));
-    const std::string digits = access.read(kBytes);
-    if (access.status == 0 && digits.size() != 2U * length) {
+    std::string digits;
+    const std::uint32_t status = read(__func__, {component, section, key}, buffer != nullptr && length != 0, kBytes,
+                                      " " + std::to_string(length), digits);
+    if (status == 0 && digits.size() != 2U * length) {
         return ZPO_REG_WRONG_LENGTH;
     }
-    storeBytes(digits, buffer);
-    return access.status;
+    for (std::size_t i = 0; i < digits.size(); i += 2) {
+        const unsigned long byte = std::stoul(digits.substr(i, 2), nullptr, 16);
+        static_cast<unsigned char*>(buffer)[i / 2] = static_cast<unsigned char>(byte);
+    }
+    return status;
 }
 
 uint32_t ZpoSetRegEntryBinary(const char* component, const char* section, const char* key, const void* buffer,
                               uint32_t length) {
-    const bool good = buffer != nullptr && length != 0 && length <= ZPO_REG_MAX_BINARY;
-    const std::string value = good ? describeBytes(buffer, length) : "";
-    return Access(__func__, component, section, key, good, value).write(value);
+    std::string value = kBytes;
+    for (std::uint32_t i = 0; buffer != nullptr && i < length; ++i) {
+        char digits[3];
+        (void)std::snprintf(digits, sizeof digits, "%02x", static_cast<const unsigned char*>(buffer)[i]);
+        value += digits;
+    }
+    return write(__func__, {component, section, key}, buffer != nullptr && length != 0, value);
 }
 
 uint32_t ZpoGetRegEntryString(const char* component, const char* section, const char* key, char* buffer,
                               uint32_t size) {
-    Access access(__func__, component, section, key, buffer != nullptr && size != 0, std::to_string(size));
-    const std::string text = access.read(kText);
-    if (access.status == 0 && text.size() >= size) {
+    std::string text;
+    const std::uint32_t status = read(__func__, {component, section, key}, buffer != nullptr && size != 0, kText,
+                                      " " + std::to_string(size), text);
+    if (status == 0 && text.size() >= size) {
         return ZPO_REG_BUFFER_TOO_SMALL;
     }
-    if (access.status == 0) {
+    if (status == 0) {
         std::memcpy(buffer, text.c_str(), text.size() + 1);
     }
-    return access.status;
+    return status;
 }
 
 uint32_t ZpoSetRegEntryString(const char* component, const char* section, const char* key, const char* text) {
-    const std::string value = text == nullptr ? "" : std::string(kText) + text;
-    Access access(__func__, component, section, key, text != nullptr, value);
-    if (access.status == 0 && std::strlen(text) > ZPO_REG_MAX_TEXT) {
+    if (text != nullptr && std::strlen(text) > ZPO_REG_MAX_TEXT) {
         return ZPO_REG_TEXT_TOO_LONG;
     }
-    return access.write(value);
+    return write(__func__, {component, section, key}, text != nullptr,
+                 kText + std::string(text == nullptr ? "" : text));
 }
 
 uint32_t ZpoGetRegEntryInt(const char* component, const char* section, const char* key, uint32_t* value) {
-    Access access(__func__, component, section, key, value != nullptr);
-    const std::string digits = access.read(kInteger);
-    if (access.status == 0) {
+    std::string digits;
+    const std::uint32_t status = read(__func__, {component, section, key}, value != nullptr, kInteger, "", digits);
+    if (status == 0) {
         *value = static_cast<std::uint32_t>(std::stoul(digits));
     }
-    return access.status;
+    return status;
 }
 
 uint32_t ZpoSetRegEntryInt(const char* component, const char* section, const char* key, uint32_t value) {
-    const std::string text = kInteger + std::to_string(value);
-    return Access(__func__, component, section, key, true, text).write(text);
+    return write(__func__, {component, section, key}, true, kInteger + std::to_string(value));
 }

@@ -9,23 +9,18 @@ using testing::IsEmpty;
 
 namespace {
 
-const std::string kPopulationTrace = " QTX_CDRPushSettingImpl created !!!!!!!!!!!!!!!!!!!!!!!!!\n"
-                                     "before to push sta\n"
-                                     "after to push sta\n"
-                                     "finish to create QTX_CDRServiceAccessBinImpl---0\n"
-                                     "finish to create QTX_CDRServiceAccessBinImpl---1\n"
-                                     "finish to create QTX_CDRServiceAccessBinImpl---2\n"
-                                     "finish to create QTX_CDRServiceAccessBinImpl---3\n"
-                                     "finish to create QTX_CDRServiceAccessBinImpl---4\n"
-                                     " finish to create QTX_CDRService\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---0\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---1\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---2\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---3\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---4\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---5\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---6\n"
-                                     "finish to create QTX_CDRServicePrefixBinImpl---7\n";
+std::string populationTrace() {
+    std::string trace =
+        " QTX_CDRPushSettingImpl created !!!!!!!!!!!!!!!!!!!!!!!!!\nbefore to push sta\nafter to push sta\n";
+    for (const char* number : {"0", "1", "2", "3", "4"}) {
+        trace += std::string("finish to create QTX_CDRServiceAccessBinImpl---") + number + "\n";
+    }
+    trace += " finish to create QTX_CDRService\n";
+    for (const char* number : {"0", "1", "2", "3", "4", "5", "6", "7"}) {
+        trace += std::string("finish to create QTX_CDRServicePrefixBinImpl---") + number + "\n";
+    }
+    return trace;
+}
 
 TEST(Load, ShowsTheInterfaceVersionAndHasDoneNothingYet) {
     EXPECT_STREQ(getOWVersion(), "3.0.3");
@@ -42,7 +37,7 @@ TEST(Load, PopulatesWithoutAnObjectManager) {
     fakes::FakePlatform& platform = fakes::FakePlatform::get();
     testing::internal::CaptureStdout();
     CDROAMWrap* const holder = createCDROAMInstances();
-    EXPECT_EQ(testing::internal::GetCapturedStdout(), kPopulationTrace);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), populationTrace());
     EXPECT_EQ(holder, CDROAMWrap::globalPtr);
     EXPECT_EQ(myInstance, nullptr);
     // No provider has installed a manager: the default one has the objects.
@@ -62,7 +57,7 @@ TEST(Load, PopulatesWithoutAnObjectManager) {
 }
 
 TEST_F(ModuleTest, InitialisesThePlatformInOrder) {
-    EXPECT_EQ(output(), "begin to create instance in initialize() " + kPopulationTrace +
+    EXPECT_EQ(output(), "begin to create instance in initialize() " + populationTrace() +
                             "finish to create instance in initialize() ");
     EXPECT_THAT(platform.calls(),
                 ElementsAre("ZpoDiagRegisterModule CDRProvider.so CDR CDROAM CdrOAM.log",

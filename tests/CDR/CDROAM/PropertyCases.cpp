@@ -11,89 +11,90 @@ std::string binEntry(int rows, const std::string& empty, int row, const std::str
 }
 
 void PropertyCase::makeApplicable(fakes::FakePlatform& platform) const {
-    const bool monthly = property == "TransferDayOfMonth";
-    const bool weekly = property == "TransferDayOfWeek";
-    platform.put("CDR/CDRPush/TransferType", isPullStatistic() ? "bytes 03"
-                                             : monthly         ? "bytes 02"
-                                             : weekly          ? "bytes 01"
-                                                               : "bytes 00");
+    const char* transfer = isPullStatistic()                  ? "bytes 03"
+                           : property == "TransferDayOfMonth" ? "bytes 02"
+                           : property == "TransferDayOfWeek"  ? "bytes 01"
+                                                              : "bytes 00";
+    platform.put("CDR/CDRPush/TransferType", transfer);
 }
 
-void PropertyCase::store(fakes::FakePlatform& platform) const {
-    makeApplicable(platform);
-    platform.put(entry(), stored);
+namespace {
+
+using Text = const char*;
+
+PropertyCase setting(Text property, Text type, const std::string& key, Text stored, Text shown) {
+    return {kService, property, type, "CDRService/" + key, stored, shown, "-", "", true};
 }
 
+PropertyCase bin(const std::string& name, Text property, const std::string& key, const std::string& stored,
+                 Text shown) {
+    return {"QTX_" + name + ".InstanceID=\"" + name + "_2\"", property, "string", "CDRService/" + key, stored, shown};
+}
+
+PropertyCase push(Text property, Text type, const std::string& key, Text stored, Text shown, Text absent,
+                  Text created) {
+    return {kPushSetting, property, type, "CDRPush/" + key, stored, shown, absent, created, true};
+}
+
+PropertyCase pulled(Text property, Text type, const std::string& key, Text stored, Text shown, Text absent) {
+    return {kPullStatistics, property, type, "CDRPull/Pull-" + key, stored, shown, absent, "", false};
+}
+
+} // namespace
+
+// Values differ, so that no entry passes for another. Counters lie in the entry as on a little-endian host.
+// clang-format off
 const std::vector<PropertyCase>& propertyCases() {
-    static const std::string prefixBin = "QTX_CDRServicePrefixBin.InstanceID=\"CDRServicePrefixBin_2\"";
-    static const std::string accessBin = "QTX_CDRServiceAccessBin.InstanceID=\"CDRServiceAccessBin_2\"";
     static const std::vector<PropertyCase> cases = {
-        // Settings of the service. Values differ, so that no entry passes for another.
-        {kService, "Format", "uint8", "CDRService/FORMAT", "bytes 01", "1"},
-        {kService, "ReportType", "uint8", "CDRService/TYPE", "bytes 02", "2"},
-        {kService, "Language", "uint8", "CDRService/LANG", "bytes 03", "3"},
-        {kService, "ReportFilter", "uint8", "CDRService/FILTER", "bytes ff", "255"},
-        {kService, "FeatureCode", "string", "CDRService/FEATURE CODE", "bytes f942", "42"},
-        {kService, "DateFormat", "uint8", "CDRService/DATE", "bytes 05", "5"},
-        {kService, "HeaderFormat", "uint8", "CDRService/HEADER", "bytes 06", "6"},
-        {kService, "DNISInfo", "boolean", "CDRService/DNIS", "bytes 01", "true"},
-        {kService, "ConnectChar", "uint8", "CDRService/CONNECT", "bytes 07", "7"},
-        {kService, "DigitsSuppress", "uint8", "CDRService/DIGITSSUPP", "bytes 08", "8"},
-        {kService, "DigitsLimit", "uint16", "CDRService/DIGITSLIMIT", "bytes 0018", "24"},
-        {kService, "ClipFileSchedule", "uint8", "CDRService/SCHEDULE", "bytes 09", "9"},
-        {kService, "ClipFileSize_100K", "uint32", "CDRService/FILESIZE", "bytes fe", "254"},
-        {kService, "CDRDiskSpaceLimit_MB", "uint32", "CDRService/DISKLIMIT", "int 4000000000", "4000000000"},
-        {kService, "CLIDWithName", "boolean", "CDRService/NAME", "bytes 01", "true"},
-        {kService, "LongCLIDSupport", "boolean", "CDRService/LONGID", "bytes 00", "false"},
-        {kService, "CLIDWithCallType", "boolean", "CDRService/CALLTYPE", "bytes 01", "true"},
-        {kService, "SupportCallCharge", "boolean", "CDRService/CHARGE", "bytes 01", "true"},
-        {kService, "AnswerSupervision", "boolean", "CDRService/SUPERVISE", "bytes 01", "true"},
-        {kService, "CallFilterDuration", "uint32", "CDRService/TIME", "bytes 0b", "11"},
-        {kService, "HospitalityRecords", "boolean", "CDRService/HOSPITAL", "bytes 01", "true"},
-        // Digit bins
-        {prefixBin, "PrefixBin", "string", "CDRService/PREFIX BIN", binEntry(8, kEmptyPrefix, 2, "010203040506070c"),
-         "1234567"},
-        {accessBin, "AccessBin", "string", "CDRService/ACCESS BIN", binEntry(5, kEmptyAccess, 2, "0102030c0c00"),
-         "123"},
-        {accessBin, "SuppressBin", "string", "CDRService/ACCESS BIN", binEntry(5, kEmptyAccess, 2, "0c0c0c0c0c10"),
-         "16"},
-        // Push settings
-        {kPushSetting, "TransferType", "uint8", "CDRPush/TransferType", "bytes 02", "2", "4", true},
-        {kPushSetting, "IPAddress", "string", "CDRPush/IpAddr", "text 10.0.0.1", "10.0.0.1", "", true},
-        {kPushSetting, "UserName", "string", "CDRPush/UserName", "text me", "me", "", true},
-        {kPushSetting, "Password", "string", "CDRPush/Password", "text secret", "secret", "", true},
-        {kPushSetting, "DestFolder", "string", "CDRPush/DestFolder", "text /cdr", "/cdr", "", true},
-        {kPushSetting, "NumRetry", "uint32", "CDRPush/NumRetry", "bytes ff", "255", "0", true},
-        {kPushSetting, "DeleteFlag", "boolean", "CDRPush/DeleteFlag", "bytes 01", "true", "false", true},
-        {kPushSetting, "CompressFlag", "boolean", "CDRPush/CompressFlag", "bytes 01", "true", "false", true},
-        {kPushSetting, "IncludeMetricsFlag", "boolean", "CDRPush/IncludeMetricsFlag", "bytes 01", "true", "false",
-         true},
-        {kPushSetting, "TransferTime", "string", "CDRPush/TranTime", "text 7:5", "7:5", "00:00", true},
-        {kPushSetting, "TransferDayOfMonth", "string", "CDRPush/TranDateOfMonth", "text 31", "31", "", true},
-        {kPushSetting, "TransferDayOfWeek", "string", "CDRPush/TranDateOfWeek", "text 6", "6", "", true},
-        // Statistics
-        {kPushStatistics, "LastTransferTime", "datetime", "CDRPush/LastTransferTime", "text 20240229123000.000000+060",
-         "20240229123000.000000+060", "00000000000000.000000:000", false, false},
-        {kPullStatistics, "MostRecentSuccessfulTransfer", "string", "CDRPull/Pull-MostRecentSuccess", "text today",
-         "today", "", false, false},
-        {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag", "bytes 01", "true",
-         "false", true},
-        {kPullStatistics, "NumberOfSuccessfulTransfers", "uint32", "CDRPull/Pull-NumSuccesses", "bytes 01000000", "1",
-         "0", false, false},
-        {kPullStatistics, "MostRecentFailedTransfer", "string", "CDRPull/Pull-MostRecentFailure", "text then", "then",
-         "", false, false},
-        {kPullStatistics, "ReasonForFailure", "string", "CDRPull/Pull-MostRecentFailureReason", "text full", "full", "",
-         false, false},
-        {kPullStatistics, "NumberOfFailedTransfers", "uint32", "CDRPull/Pull-NumFailures", "bytes 00010000", "256", "0",
-         false, false},
-        {kPullStatistics, "LargestFileTransferred", "uint32", "CDRPull/Pull-LargestFile", "bytes 00000080",
-         "2147483648", "0", false, false},
-        {kPullStatistics, "SmallestFileTransferred", "uint32", "CDRPull/Pull-SmallestFile", "bytes 03000000", "3", "0",
-         false, false},
-        {kPullStatistics, "TotalNumberOfBytesTransferred", "uint32", "CDRPull/Pull-NumberOfBytes", "bytes ffffffff",
-         "4294967295", "0", false, false},
-        {kPullStatistics, "TotalNumberOfFileTransferred", "uint32", "CDRPull/Pull-NumberOfFiles", "bytes 05000000", "5",
-         "0", false, false},
+        setting("Format", "uint8", "FORMAT", "bytes 01", "1"),
+        setting("ReportType", "uint8", "TYPE", "bytes 02", "2"),
+        setting("Language", "uint8", "LANG", "bytes 03", "3"),
+        setting("ReportFilter", "uint8", "FILTER", "bytes ff", "255"),
+        setting("FeatureCode", "string", "FEATURE CODE", "bytes f942", "42"),
+        setting("DateFormat", "uint8", "DATE", "bytes 05", "5"),
+        setting("HeaderFormat", "uint8", "HEADER", "bytes 06", "6"),
+        setting("DNISInfo", "boolean", "DNIS", "bytes 01", "true"),
+        setting("ConnectChar", "uint8", "CONNECT", "bytes 07", "7"),
+        setting("DigitsSuppress", "uint8", "DIGITSSUPP", "bytes 08", "8"),
+        setting("DigitsLimit", "uint16", "DIGITSLIMIT", "bytes 0018", "24"),
+        setting("ClipFileSchedule", "uint8", "SCHEDULE", "bytes 09", "9"),
+        setting("ClipFileSize_100K", "uint32", "FILESIZE", "bytes fe", "254"),
+        setting("CDRDiskSpaceLimit_MB", "uint32", "DISKLIMIT", "int 4000000000", "4000000000"),
+        setting("CLIDWithName", "boolean", "NAME", "bytes 01", "true"),
+        setting("LongCLIDSupport", "boolean", "LONGID", "bytes 00", "false"),
+        setting("CLIDWithCallType", "boolean", "CALLTYPE", "bytes 01", "true"),
+        setting("SupportCallCharge", "boolean", "CHARGE", "bytes 01", "true"),
+        setting("AnswerSupervision", "boolean", "SUPERVISE", "bytes 01", "true"),
+        setting("CallFilterDuration", "uint32", "TIME", "bytes 0b", "11"),
+        setting("HospitalityRecords", "boolean", "HOSPITAL", "bytes 01", "true"),
+        bin("CDRServicePrefixBin", "PrefixBin", "PREFIX BIN", binEntry(8, kEmptyPrefix, 2, "010203040506070c"), "1234567"),
+        bin("CDRServiceAccessBin", "AccessBin", "ACCESS BIN", binEntry(5, kEmptyAccess, 2, "0102030c0c00"), "123"),
+        bin("CDRServiceAccessBin", "SuppressBin", "ACCESS BIN", binEntry(5, kEmptyAccess, 2, "0c0c0c0c0c10"), "16"),
+        push("TransferType", "uint8", "TransferType", "bytes 02", "2", "4", "bytes 04"),
+        push("IPAddress", "string", "IpAddr", "text 10.0.0.1", "10.0.0.1", "", "text "),
+        push("UserName", "string", "UserName", "text me", "me", "", "text "),
+        push("Password", "string", "Password", "text secret", "secret", "", "text "),
+        push("DestFolder", "string", "DestFolder", "text /cdr", "/cdr", "", "text "),
+        push("NumRetry", "uint32", "NumRetry", "bytes ff", "255", "0", "bytes 00"),
+        push("DeleteFlag", "boolean", "DeleteFlag", "bytes 01", "true", "false", "bytes 00"),
+        push("CompressFlag", "boolean", "CompressFlag", "bytes 01", "true", "false", "bytes 00"),
+        push("IncludeMetricsFlag", "boolean", "IncludeMetricsFlag", "bytes 01", "true", "false", "bytes 00"),
+        push("TransferTime", "string", "TranTime", "text 7:5", "7:5", "00:00", "text 00:00"),
+        push("TransferDayOfMonth", "string", "TranDateOfMonth", "text 31", "31", "", "text "),
+        push("TransferDayOfWeek", "string", "TranDateOfWeek", "text 6", "6", "", "text "),
+        {kPushStatistics, "LastTransferTime", "datetime", "CDRPush/LastTransferTime",
+         "text 20240229123000.000000+060", "20240229123000.000000+060", "00000000000000.000000:000", "", false},
+        {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag",
+         "bytes 01", "true", "false", "bytes 00"},
+        pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
+        pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", "bytes 01000000", "1", "0"),
+        pulled("MostRecentFailedTransfer", "string", "MostRecentFailure", "text then", "then", ""),
+        pulled("ReasonForFailure", "string", "MostRecentFailureReason", "text full", "full", ""),
+        pulled("NumberOfFailedTransfers", "uint32", "NumFailures", "bytes 00010000", "256", "0"),
+        pulled("LargestFileTransferred", "uint32", "LargestFile", "bytes 00000080", "2147483648", "0"),
+        pulled("SmallestFileTransferred", "uint32", "SmallestFile", "bytes 03000000", "3", "0"),
+        pulled("TotalNumberOfBytesTransferred", "uint32", "NumberOfBytes", "bytes ffffffff", "4294967295", "0"),
+        pulled("TotalNumberOfFileTransferred", "uint32", "NumberOfFiles", "bytes 05000000", "5", "0"),
     };
     return cases;
 }

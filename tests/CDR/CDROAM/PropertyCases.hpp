@@ -17,7 +17,7 @@ struct PropertyCase {
     std::string shown;
     /// What a getter shows when there is no such entry; "-" when the property is left out then.
     std::string absent = "-";
-    bool created = false; ///< whether the getter then creates the entry
+    std::string created = ""; ///< what the getter then puts into the entry
     bool writable = true;
 
     std::string entry() const { return "CDR/" + key; }
@@ -26,8 +26,6 @@ struct PropertyCase {
     bool isPullStatistic() const { return className() == "QTX_CDRPullStatistics"; }
     /// Stores the transfer type with which the property applies.
     void makeApplicable(fakes::FakePlatform& platform) const;
-    /// Makes the property readable and gives it its example.
-    void store(fakes::FakePlatform& platform) const;
 };
 
 inline std::ostream& operator<<(std::ostream& out, const PropertyCase& c) {

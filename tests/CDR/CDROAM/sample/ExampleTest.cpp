@@ -47,7 +47,7 @@ TEST_F(ExampleTest, ReadsWritesAndResets) {
 TEST_F(ExampleTest, LogsFailures) {
     platform.fail("ZpoGetRegEntryBinary", 5, "Example/LIMIT");
     platform.fail("ZpoSetRegEntryBinary", 6, "Example/LIMIT");
-    EXPECT_EQ(setLimit("5").text(), "1 304 QTX_ExampleProvider 101");
+    EXPECT_EQ(setLimit("5").message, "101");
     EXPECT_EQ(shown(shownInstance(), "Limit"), "-");
     EXPECT_THAT(platform.log, ElementsAre("2 4 -1 setLimit error = 6", "2 4 -1 getLimit error = 5"));
 }
