@@ -50,6 +50,7 @@ Result run(const std::vector<std::string>& command) {
     Result result;
     result.exitCode = inChild([&] {
         std::vector<char*> arguments;
+        arguments.reserve(command.size() + 1);
         for (const std::string& word : command) {
             arguments.push_back(const_cast<char*>(word.c_str()));
         }
