@@ -27,8 +27,8 @@ class Enumerations {
   public:
     using Clock = std::chrono::steady_clock;
     struct Limits {
-        std::size_t count = 64;                ///< open enumerations
-        std::size_t bytes = 64U * 1024 * 1024; ///< of all their elements
+        std::size_t count = 64;                            ///< open enumerations
+        std::size_t bytes = std::size_t{64} * 1024 * 1024; ///< of all their elements
     };
 
     /// `now` is given for tests of the expiry.

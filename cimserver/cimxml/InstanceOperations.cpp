@@ -57,7 +57,7 @@ void modifyAudited(OperationCall& call, Modify modify) {
 }
 
 String requirePropertyName(const OperationCall& call, const CIMObjectPath& path) {
-    const String name = call.arguments.text("PropertyName");
+    String name = call.arguments.text("PropertyName");
     requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()),
                       StringArray(std::size_t(1), name));
     return name;
