@@ -178,12 +178,12 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     static bool listed(const StringArray* list, const String& name) {
-        for (size_t i = 0; list != 0 && i < list->size(); ++i) {
+        for (size_t i = 0; list != nullptr && i < list->size(); ++i) {
             if ((*list)[i].equalsIgnoreCase(name)) {
                 return true;
             }
         }
-        return list == 0;
+        return list == nullptr;
     }
 
     CIMInstance& find(const CIMObjectPath& path) {

@@ -13,7 +13,6 @@
 using namespace OpenWBEM;
 using namespace cimserver::provider;
 using testing::HasSubstr;
-using testing::StartsWith;
 
 namespace {
 

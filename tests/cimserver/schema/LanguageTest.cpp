@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 using namespace OpenWBEM;
-using cimserver::schema::MofError;
 using cimserver::schema::Repository;
 
 namespace {
