@@ -59,7 +59,7 @@ TEST_F(Scheduler, AddsListsAndDeletesItsOwnTasks) {
     EXPECT_EQ(ZPO_SCHED_TASK_NOT_FOUND, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
     EXPECT_EQ(0U, listed(program));
     EXPECT_EQ(1U, listed("/other"));
-    EXPECT_EQ(foreign + "# zpo-task\n31 8 * * 3 /other\n", support::contentOf(table()));
+    EXPECT_EQ(foreign + "31 8 * * 3 /other\n", support::contentOf(table()));
 }
 
 TEST_F(Scheduler, FailuresAreStatuses) {

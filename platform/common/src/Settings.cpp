@@ -50,6 +50,10 @@ Settings readSettings() {
     result.stateDirectory = directory("ZPO_STATE_DIR", "/var/lib/zpo");
     result.logDirectory = directory("ZPO_LOG_DIR", "/var/log/zpo");
     result.crontabDirectory = directory("ZPO_CRONTAB_DIR", "");
+    result.sunday = number("ZPO_CRONTAB_SUNDAY", 7, 0, 7);
+    if (result.sunday && *result.sunday != 0 && *result.sunday != 7) {
+        result.sunday.reset();
+    }
     result.registryBytes = scaled(number("ZPO_REGISTRY_MB", 16, 1, 1024), std::uint64_t{1} << 20U);
     result.logBytes = scaled(number("ZPO_LOG_KB", 1024, 16, 65536), std::uint64_t{1} << 10U);
     return result;

@@ -9,6 +9,7 @@
  *   ZPO_STATE_DIR      the registry and the locks             default /var/lib/zpo
  *   ZPO_LOG_DIR        the log files                          default /var/log/zpo
  *   ZPO_CRONTAB_DIR    a crontabs directory to edit           default none: the crontab program is used
+ *   ZPO_CRONTAB_SUNDAY how a crontab line names day 7: 7 or 0   default 7
  *   ZPO_REGISTRY_MB    largest size of the registry, 1-1024   default 16
  *   ZPO_LOG_KB         size at which a log is rotated, 16-65536   default 1024
  */

@@ -8,7 +8,6 @@
 namespace zpo {
 namespace {
 
-constexpr std::string_view mark = "# zpo-task\n";
 constexpr std::size_t maxDayText = sizeof(ZpoScheduledTaskRecord::dayOfMonth) - 1;
 
 bool isControl(unsigned char c) {
@@ -93,23 +92,20 @@ bool parseTask(std::string_view line, CrontabTask& task) {
         return false;
     }
     task.path = unquoted(line);
-    return quoted(task.path) == line;
+    return checkPath(task.path.c_str()) == ZPO_OK && quoted(task.path) == line;
 }
 
 struct Place {
-    std::size_t offset, length; // of the mark and the line with its line feed
+    std::size_t offset, length; // of the line with its line feed
     CrontabTask task;
 };
 
-// The first task at or after `from`.
+// The first task at or after `from`, which is the beginning of a line.
 bool findTask(const std::string& text, std::size_t from, Place& place) {
-    for (std::size_t at = text.find(mark, from); at != std::string::npos; at = text.find(mark, at + 1)) {
-        const std::size_t line = at + mark.size();
-        const std::size_t end = text.find('\n', line);
-        if ((at == 0 || text[at - 1] == '\n') && end != std::string::npos &&
-            parseTask(std::string_view(text).substr(line, end - line), place.task)) {
-            place.offset = at;
-            place.length = end + 1 - at;
+    for (std::size_t end; (end = text.find('\n', from)) != std::string::npos; from = end + 1) {
+        if (parseTask(std::string_view(text).substr(from, end - from), place.task)) {
+            place.offset = from;
+            place.length = end + 1 - from;
             return true;
         }
     }
@@ -150,8 +146,7 @@ std::uint32_t taskFrom(const ZpoScheduledTask& record, CrontabTask& task) {
         !isInRange(record.dayOfWeek, 0, 7) || !isInRange(record.month, 1, 12)) {
         return ZPO_SCHED_BAD_FIELD;
     }
-    task = {record.minute, record.hour, field(record.dayOfMonth), std::string(sundayAsZero(field(record.dayOfWeek))),
-            record.month,  record.path};
+    task = {record.minute, record.hour, field(record.dayOfMonth), field(record.dayOfWeek), record.month, record.path};
     return ZPO_OK;
 }
 
@@ -171,7 +166,7 @@ std::uint32_t taskFrom(const ZpoScheduledTaskRecord& record, CrontabTask& task) 
 void CrontabTable::add(const CrontabTask& task) {
     const std::size_t lastLineFeed = text_.rfind('\n');
     const std::size_t at = lastLineFeed == std::string::npos ? 0 : lastLineFeed + 1;
-    text_.insert(at, std::string(mark) + lineOf(task) + '\n');
+    text_.insert(at, lineOf(task) + '\n');
 }
 
 std::vector<CrontabTask> CrontabTable::list(std::string_view path) const {

@@ -30,10 +30,9 @@ std::uint32_t checkPath(const char* path);
 
 /// A crontab's text, edited so that every byte that is not a task of this library stays.
 ///
-/// A task is two lines, the mark and the crontab line; the program's path is quoted for the shell where it needs it:
-///     # zpo-task
+/// A task is a line of exactly this form; the program's path is quoted for the shell where it needs it:
 ///     30 8 * * 3 /qv/bin/CDRTransfer
-/// Sunday is written 0, which every cron understands; BusyBox refuses 7. A mark above any other line means nothing.
+/// A line with steps, names, arguments or anything else is none.
 class CrontabTable {
   public:
     explicit CrontabTable(std::string text) : text_(std::move(text)) {}

@@ -30,7 +30,8 @@ std::uint32_t lockTable(FileLock& lock) {
 }
 
 std::uint32_t checkSettings() {
-    return settings().stateDirectory && settings().crontabDirectory ? ZPO_OK : ZPO_SCHED_BAD_SETTING;
+    return settings().stateDirectory && settings().crontabDirectory && settings().sunday ? ZPO_OK
+                                                                                         : ZPO_SCHED_BAD_SETTING;
 }
 
 // Reads the table, lets `change` edit it and writes it back, all under the lock.
@@ -67,9 +68,12 @@ ZpoScheduledTaskEntry* makeElement(const CrontabTask& task) {
 
 std::uint32_t setTask(const ZpoScheduledTask& record) {
     CrontabTask task;
-    const std::uint32_t status = taskFrom(record, task);
-    if (status != ZPO_OK) {
+    std::uint32_t status = taskFrom(record, task);
+    if (status != ZPO_OK || (status = checkSettings()) != ZPO_OK) {
         return status;
+    }
+    if (task.dayOfWeek == "7") {
+        task.dayOfWeek = std::to_string(*settings().sunday);
     }
     return edit([&](CrontabTable& table) {
         table.add(task);
