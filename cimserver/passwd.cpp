@@ -12,7 +12,6 @@
 
 namespace {
 
-using cimserver::http::User;
 using cimserver::http::UserFile;
 
 struct Command {

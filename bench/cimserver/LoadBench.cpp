@@ -178,7 +178,7 @@ class Server {
         start({ZPOREG, "load", DEFAULTS});
         ::waitpid(child_, nullptr, 0);
         start({CIMSERVERD, "--mof", SCHEMA, "--provider-dir", MODULES, "--listen", "127.0.0.1:0", "--port-file",
-               folder_ + "/port", "--log-level", "warning"});
+               folder_ + "/port", "--log-file", folder_ + "/log"});
     }
     ~Server() {
         ::kill(child_, SIGTERM);

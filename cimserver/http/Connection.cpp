@@ -15,8 +15,8 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::uint64_t DrainBytes = 64 * 1024;
-constexpr std::size_t KeptOutput = 16 * 1024;
+constexpr std::uint64_t DrainBytes = 65536;
+constexpr std::size_t KeptOutput = 16384;
 
 /// The Date field's value; made anew once a second. I/O thread only.
 const std::string& httpDate() {
@@ -53,7 +53,7 @@ Services::Services(const Settings& from, Handler to)
     }
 }
 
-Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, std::string port,
+Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
                        bool overCapacity)
     : services_(services), stream_(std::move(stream)), reader_(services.settings.limits), timer_(services.io),
       address_(std::move(address)), peer_(address_ + ":" + port), overCapacity_(overCapacity) {}
@@ -128,7 +128,7 @@ void Connection::onHead() {
     if (overCapacity_) {
         auto response = textResponse(503, "too many connections");
         response.fields.add("Retry-After", "1");
-        return answer(std::move(response), true);
+        return answer(response, true);
     }
     if (isHealthRequest(reader_.request())) {
         return proceed();
@@ -172,12 +172,12 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
     services_.counters.loginFailed();
     auto response = textResponse(401, "a user name and password are needed");
     response.fields.add("WWW-Authenticate", "Basic realm=\"" + services_.settings.login.realm + "\"");
-    refuse(std::move(response));
+    refuse(response);
 }
 
 void Connection::proceed() {
-    if (auto response = answerFromHead(reader_.request(), reader_.framing(), services_.settings.limits)) {
-        return refuse(std::move(*response));
+    if (const auto response = answerFromHead(reader_.request(), reader_.framing(), services_.settings.limits)) {
+        return refuse(*response);
     }
     beginBody();
 }
@@ -213,25 +213,24 @@ void Connection::readBody() {
 void Connection::handle() {
     auto work = [self = shared_from_this()] {
         auto response = callHandler(self->services_.handler, self->reader_.request());
-        asio::post(self->services_.io,
-                   [self, response = std::move(response)]() mutable { self->answer(std::move(response), false); });
+        asio::post(self->services_.io, [self, response = std::move(response)] { self->answer(response, false); });
     };
     asio::post(services_.workers, std::move(work));
 }
 
 /// Answers before the body is read. A body that is on its way is dropped, so that the next request is found; a long
 /// one, or one of which nobody knows whether it comes (Expect), is not waited for.
-void Connection::refuse(Response response) {
+void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
-    answer(std::move(response), unclear || framing.contentLength.value_or(0) > DrainBytes);
+    answer(response, unclear || framing.contentLength.value_or(0) > DrainBytes);
 }
 
 void Connection::fail(unsigned status, const std::string& text) {
     answer(textResponse(status, text), true);
 }
 
-void Connection::answer(Response response, bool closeAfter) {
+void Connection::answer(const Response& response, bool closeAfter) {
     if (phase_ == Phase::Closed) {
         return;
     }

@@ -43,7 +43,7 @@ struct Services {
 class Connection : public std::enable_shared_from_this<Connection> {
   public:
     /// With `overCapacity` the first request is answered with 503.
-    Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, std::string port,
+    Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
                bool overCapacity);
 
     void start();
@@ -67,9 +67,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void readBody();
     void handle();
 
-    void refuse(Response response);
+    void refuse(const Response& response);
     void fail(unsigned status, const std::string& text);
-    void answer(Response response, bool closeAfter);
+    void answer(const Response& response, bool closeAfter);
     void onAnswered(bool closeAfter);
     void drain();
     void finish();

@@ -151,7 +151,8 @@ void Server::Core::beginStop() {
     }
 }
 
-Server::Server(Settings settings, Handler handler) : core_(std::make_shared<Core>(settings, std::move(handler))) {}
+Server::Server(const Settings& settings, Handler handler)
+    : core_(std::make_shared<Core>(settings, std::move(handler))) {}
 
 Server::~Server() {
     stop(Milliseconds(0));

@@ -24,7 +24,7 @@ class ListenError : public std::runtime_error {
 class Server {
   public:
     /// Loads the TLS files and the user file; throws std::runtime_error naming what does not do.
-    Server(Settings settings, Handler handler);
+    Server(const Settings& settings, Handler handler);
     /// Stops at once if stop() was not called.
     ~Server();
     Server(const Server&) = delete;
