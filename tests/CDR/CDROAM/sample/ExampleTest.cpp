@@ -45,6 +45,7 @@ TEST_F(ExampleTest, ReadsWritesAndResets) {
 }
 
 TEST_F(ExampleTest, LogsFailures) {
+    platform.put("CDR/Example/COUNT", "bytes 01000000");
     platform.fail("ZpoGetRegEntryBinary", 5, "Example/LIMIT");
     platform.fail("ZpoSetRegEntryBinary", 6, "Example/LIMIT");
     EXPECT_EQ(setLimit("5").message, "101");
