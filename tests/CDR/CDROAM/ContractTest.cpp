@@ -1,6 +1,7 @@
 // What each of the six classes does alike.
 #include "ModuleTest.hpp"
 #include "PropertyCases.hpp"
+#include "QTX_CDRServicePrefixBinProvider.hpp"
 
 #include <sstream>
 
@@ -191,6 +192,32 @@ TEST_F(ModuleTest, ModifyingStopsAtTheFirstFailure) {
     EXPECT_EQ(platform.entry("CDR/CDRService/FORMAT"), "bytes 02");
     EXPECT_EQ(platform.entry("CDR/CDRService/LANG"), "");
     EXPECT_THAT(platform.calls("osQueueSend"), testing::ElementsAre("osQueueSend 7 0"));
+}
+
+struct StubbornBin : QTX_CDRServicePrefixBin {
+    StubbornBin(int start, int set, int end) : QTX_CDRServicePrefixBin("x"), statuses{start, set, end} {}
+    int startChange() override { return step(0); }
+    int setPrefixBin(std::string /*value*/) override { return step(1); }
+    int endChange() override { return step(2); }
+    int step(std::size_t number) {
+        steps += std::to_string(number);
+        return statuses[number];
+    }
+    const int statuses[3];
+    std::string steps;
+};
+
+TEST(Modifying, BracketsTheChangesAndStopsAtABadStatus) {
+    const CIMInstance wanted = changed("QTX_CDRServicePrefixBin.InstanceID=\"x\"", {{"PrefixBin", CIMValue("1")}});
+    const auto expect = [&](StubbornBin&& bin, const std::string& steps, const std::string& ended) {
+        const QTX_CDRServicePrefixBinProvider provider;
+        EXPECT_EQ(failure([&] { provider.modifyInstance(bin, wanted); }).text(), ended);
+        EXPECT_EQ(bin.steps, steps);
+    };
+    expect({0, 0, 0}, "012", "");
+    expect({-5, 0, 0}, "0", "1 271 QTX_CDRServicePrefixBinProvider -5");
+    expect({0, 6, 0}, "01", "1 304 QTX_CDRServicePrefixBinProvider 6");
+    expect({0, 0, 7}, "012", "1 311 QTX_CDRServicePrefixBinProvider 7");
 }
 
 } // namespace

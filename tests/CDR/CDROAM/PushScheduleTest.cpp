@@ -208,6 +208,22 @@ TEST_F(PushScheduleTest, ReportsARestoreWithoutATransferType) {
     EXPECT_THAT(platform.tasks, IsEmpty());
 }
 
+TEST_F(PushScheduleTest, GivesFixedValuesBesideAFailedRead) {
+    QualifierArray qualifiers;
+    unsigned char type = 0;
+    unsigned int retries = 0;
+    bool flag = true;
+    std::string text = "kept";
+    EXPECT_EQ(setType("0"), "");
+    platform.fail("ZpoGetRegEntryBinary", 5);
+    platform.fail("ZpoGetRegEntryString", 5);
+    EXPECT_THROW(object().getTransferType(type, qualifiers), CFG_ReadError);
+    EXPECT_THROW(object().getNumRetry(retries, qualifiers), CFG_ReadError);
+    EXPECT_THROW(object().getDeleteFlag(flag, qualifiers), CFG_ReadError);
+    EXPECT_THROW(object().getTransferTime(text, qualifiers), CFG_ReadError);
+    EXPECT_EQ(std::make_tuple(type, retries, flag, text), std::make_tuple(4, 1U, false, ""));
+}
+
 TEST_F(PushScheduleTest, RunsTheTransferProgramWhateverItReturns) {
     platform.fail("system", 256);
     invoke(path(kPushSetting), "PushFileNow");
