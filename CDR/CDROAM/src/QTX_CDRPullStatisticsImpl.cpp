@@ -1,6 +1,7 @@
 #include "QTX_CDRPullStatisticsImpl.hpp"
 
 #include "Qualifiers.hpp"
+#include "Settings.hpp"
 #include "Statistics.hpp"
 
 using namespace cdroam;
@@ -61,13 +62,7 @@ int QTX_CDRPullStatisticsImpl::getIncludeMetricsFlag(bool& value, QualifierArray
 }
 
 int QTX_CDRPullStatisticsImpl::setIncludeMetricsFlag(bool value) {
-    cache_.IncludeMetricsFlag = Byte::encode(value);
-    const std::uint32_t status = Byte::store(kIncludeMetricsFlag, cache_.IncludeMetricsFlag);
-    if (status != 0) {
-        (void)writeError("setIncludeMetricsFlag", status);
-        return WriteFailed;
-    }
-    return Success;
+    return writeSetting<Byte>("setIncludeMetricsFlag", kIncludeMetricsFlag, cache_.IncludeMetricsFlag, value);
 }
 
 unsigned int QTX_CDRPullStatisticsImpl::Refresh() {

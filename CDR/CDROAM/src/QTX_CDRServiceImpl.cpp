@@ -1,7 +1,7 @@
 #include "QTX_CDRServiceImpl.hpp"
 
-#include "DiagnosticLog.hpp"
 #include "Qualifiers.hpp"
+#include "Settings.hpp"
 
 #include "osa.h"
 
@@ -18,30 +18,6 @@ constexpr const char* kQueueName = "CDRService";
 unsigned int RefreshReturn = 0;
 unsigned int ClipFileReturn = 0;
 
-template <class Kind, class Value>
-int readSetting(const char* accessor, const char* key, typename Kind::Cache& cache, Value& value) {
-    const std::uint32_t status = Kind::load({kServiceSection, key}, cache);
-    if (status != 0) {
-        (void)writeError(accessor, status);
-        Kind::zero(value);
-        return ReadFailed;
-    }
-    Kind::decode(cache, value);
-    return Success;
-}
-
-// The cache takes the value first: it holds it also when the write fails.
-template <class Kind, class Value>
-int writeSetting(const char* accessor, const char* key, typename Kind::Cache& cache, const Value& value) {
-    cache = Kind::encode(value);
-    const std::uint32_t status = Kind::store({kServiceSection, key}, cache);
-    if (status != 0) {
-        (void)writeError(accessor, status);
-        return WriteFailed;
-    }
-    return Success;
-}
-
 } // namespace
 
 QTX_CDRServiceImpl::QTX_CDRServiceImpl(const std::string& systemCreationClassName, const std::string& systemName,
@@ -52,28 +28,16 @@ QTX_CDRServiceImpl::QTX_CDRServiceImpl(const std::string& systemCreationClassNam
     }
 }
 
-#define GETTER(NAME, TYPE, KIND, KEY)                                                                                  \
-    int QTX_CDRServiceImpl::get##NAME(cim::TYPE::Value& value, QualifierArray& /*qualifiers*/) const {                 \
-        return readSetting<KIND>("get" #NAME, KEY, cache_.NAME, value);                                                \
-    }
-#define SETTER(NAME, TYPE, KIND, KEY)                                                                                  \
-    int QTX_CDRServiceImpl::set##NAME(cim::TYPE::Value value) {                                                        \
-        return notified(writeSetting<KIND>("set" #NAME, KEY, cache_.NAME, value));                                     \
-    }
-// A kind "Own..." has a getter of its own, below.
-#define GETTER_Byte GETTER
-#define GETTER_Word GETTER
-#define GETTER_Integer GETTER
-#define GETTER_PackedDigits GETTER
-#define GETTER_OwnByte CDR_NONE
-#define ACCESSORS(NAME, TYPE, KIND, KEY, CHECK) GETTER_##KIND(NAME, TYPE, KIND, KEY) SETTER(NAME, TYPE, KIND, KEY)
-
-QTX_CDRSERVICE_TABLE(ACCESSORS, CDR_NONE, CDR_NONE, CDR_NONE)
+#define CDR_CLASS QTX_CDRServiceImpl
+#define CDR_TABLE QTX_CDRSERVICE_TABLE
+#define CDR_SECTION kServiceSection
+#define CDR_AFTER_WRITE notified
+#include "SettingAccessors.ipp"
 
 int QTX_CDRServiceImpl::getReportType(unsigned char& value, QualifierArray& qualifiers) const {
     // By the format last read: a provider reads it before the report type.
     appendValidValueMap(qualifiers, cache_.Format == 0 ? 1 : 3);
-    return readSetting<Byte>("getReportType", "TYPE", cache_.ReportType, value);
+    return readSetting<Byte>("getReportType", {kServiceSection, "TYPE"}, cache_.ReportType, value);
 }
 
 int QTX_CDRServiceImpl::getAnswerSupervision(bool& value, QualifierArray& /*qualifiers*/) const {
