@@ -30,4 +30,10 @@ cdr_package(openwbem-dev libopenwbem-dev libdevel "Headers of the OpenWBEM provi
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_SUGGESTS "cron | busybox")
 set(CPACK_DEBIAN_MODULE_PACKAGE_RECOMMENDS cimserverd)
 
+set(CPACK_DEBIAN_SERVER_PACKAGE_RECOMMENDS "cdr-provider, cdr-platform")
+set(scripts ${CMAKE_SOURCE_DIR}/packaging/debian-server)
+set(CPACK_DEBIAN_SERVER_PACKAGE_CONTROL_EXTRA
+  ${scripts}/postinst ${scripts}/prerm ${scripts}/postrm ${scripts}/conffiles)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+
 include(CPack)
