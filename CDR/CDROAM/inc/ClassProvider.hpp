@@ -198,9 +198,8 @@ class ClassProvider {
         try {
             modify(*object, instance);
         } catch (const OpenWBEM::CIMException& failure) {
-            const OpenWBEM::CIMException copy(failure);
             (Object::getInstanceManager()->*Class::destroy)(object);
-            throw copy;
+            throw OpenWBEM::CIMException(failure);
         }
         OpenWBEM::CIMObjectPath path(Class::name, ns);
         toPath(*object, path);

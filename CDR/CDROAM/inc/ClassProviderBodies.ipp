@@ -4,7 +4,7 @@
 
 namespace {
 
-#define CDR_COUNT_KEY(NAME) +1
+#define CDR_COUNT_KEY(NAME) +1 // NOLINT(bugprone-macro-parentheses): one more term of a sum
 
 // The managed class as cdroam::ClassProvider wants it described.
 struct Class {

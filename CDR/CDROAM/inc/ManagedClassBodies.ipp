@@ -110,6 +110,7 @@ int CDR_CLASS::endChange() {
         return 0;                                                                                                      \
     }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes values
 CDR_TABLE(CDR_BASE_RW, CDR_BASE_RO, CDR_BASE_KEY, CDR_NONE)
 
 void CDR_CLASS::SetInstanceManager(CDR_MANAGER* manager) {

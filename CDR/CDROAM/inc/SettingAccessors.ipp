@@ -1,9 +1,10 @@
-// Defines the accessors of an implementation whose properties are settings (Settings.hpp), from its class's table. Included by
-// its source with
+// Defines the accessors of an implementation whose properties are settings (Settings.hpp), from its class's table.
+// Included by its source with
 //   CDR_CLASS        the implementation
 //   CDR_TABLE        the class's table
 //   CDR_SECTION      the registry section of its entries
-//   CDR_AFTER_WRITE  what gets the status of each write and returns the setter's; if not defined, the status is returned
+//   CDR_AFTER_WRITE  what gets the status of each write and returns the setter's; if not defined, the status is
+//   returned
 // defined; leaves all undefined. A row of a kind "Own..." has a getter of its own.
 
 #ifndef CDR_AFTER_WRITE

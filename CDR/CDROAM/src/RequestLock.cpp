@@ -3,8 +3,8 @@
 #ifdef CDR_SERIALIZE_REQUESTS
 namespace cdroam {
 
-std::mutex& RequestLock::mutex() {
-    static std::mutex one;
+std::recursive_mutex& RequestLock::mutex() {
+    static std::recursive_mutex one;
     return one;
 }
 
