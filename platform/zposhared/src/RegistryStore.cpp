@@ -75,7 +75,8 @@ bool RegistryStore::isUsable(bool toWrite) {
         return false;
     }
     const std::int64_t now = coarseMilliseconds();
-    if (now < nextFileCheck_.load(std::memory_order_relaxed)) {
+    // A value that is read may be a moment old; one that is written must not go to a file that is no more.
+    if (!toWrite && now < nextFileCheck_.load(std::memory_order_relaxed)) {
         return true;
     }
     if (!store_->isCurrent()) {
