@@ -1,0 +1,78 @@
+// A device of its own for a test: its files below a temporary folder, its server, and the commands of a person.
+#ifndef TESTS_SYSTEM_LAB_HPP
+#define TESTS_SYSTEM_LAB_HPP
+
+#include "Support.hpp"
+
+#include <gmock/gmock.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace lab {
+
+/// A command line of the shell and what it prints, on both outputs.
+struct Step {
+    std::string command;
+    testing::Matcher<std::string> output;
+};
+
+enum class Registry { Empty, Factory };
+
+class Lab {
+  public:
+    /// Prepares the folders and the message queue, and tells all programs of them. No server runs yet.
+    explicit Lab(Registry registry);
+    /// Stops the server.
+    ~Lab();
+    Lab(const Lab&) = delete;
+    Lab& operator=(const Lab&) = delete;
+
+    /// Starts the server on a free port with further options and waits until it is ready; the variables HOST, CIM (the
+    /// URL before a class name), SERVICE, PREFIX3, PUSH, ... then name it in commands. `launcher` goes before its name.
+    void start(const std::string& options = "", const std::string& launcher = "");
+    /// The server ends orderly, with nothing reported by a sanitizer.
+    void stop();
+
+    /// What the command prints, the server's address and the quotes of wbemcli's values left out. "show OBJECT
+    /// [NAME,...]" prints the properties of an instance, one a line.
+    static std::string run(const std::string& command);
+    /// Each step in turn.
+    static void play(const std::vector<Step>& steps);
+    static std::set<std::string> lines(const std::string& command);
+
+    /// The messages that the queue got since the last call, one a line.
+    static std::string heard() { return run("osqueue listen CDRService --timeout 1 2>/dev/null"); }
+    std::string crontab() const { return support::contentOf(crontabFile()); }
+    void setCrontab(const std::string& text) const { support::writeFile(crontabFile(), text); }
+    /// How often the push task has been put into the crontab since the last call.
+    std::size_t armed();
+    /// What the module and the platform libraries logged.
+    std::string diagnostics() const;
+    std::string serverLog() const { return support::contentOf(home_ / "server.err"); }
+    std::string operator/(const std::string& name) const { return home_ / name; }
+
+  private:
+    std::string crontabFile() const;
+
+    support::TempDir home_;
+    pid_t server_ = -1;
+    std::size_t armed_ = 0;
+};
+
+/// A shell command that runs beside the test; the end kills it, and what it started, in whatever they are doing.
+class Background {
+  public:
+    explicit Background(const std::string& command);
+    ~Background();
+    Background(const Background&) = delete;
+    Background& operator=(const Background&) = delete;
+
+  private:
+    pid_t leader_;
+};
+
+} // namespace lab
+
+#endif
