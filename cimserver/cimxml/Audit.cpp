@@ -30,15 +30,14 @@ void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& 
     const std::string_view spelled = view(name);
     values_ += values_.empty() ? " " : ", ";
     values_ += shown(spelled) + "=";
-    if (http::containsIgnoringCase(spelled, "password")) {
-        values_ += "***";
-    } else {
-        values_ += value ? shown(toStd(value.toString())) : "NULL";
-    }
+    const std::string text = value ? toStd(value.toString()) : "NULL";
+    // The value, too: an embedded instance has properties of its own.
+    const bool secret = http::containsIgnoringCase(spelled, "password") || http::containsIgnoringCase(text, "password");
+    values_ += secret ? "***" : shown(text);
 }
 
 void AuditRecord::write(std::string_view result) const {
-    log::audit(head_ + " " + target_ + values_ + " -> " + std::string(result));
+    log::audit(head_ + " " + target_ + values_ + " -> " + shown(result));
 }
 
 } // namespace cimserver::cimxml

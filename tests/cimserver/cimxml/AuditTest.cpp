@@ -9,9 +9,9 @@ namespace {
 using namespace OpenWBEM;
 using namespace cimserver;
 
-std::string lineOf(const cimxml::AuditRecord& record) {
+std::string lineOf(const cimxml::AuditRecord& record, const std::string& result) {
     testing::internal::CaptureStderr();
-    record.write("ok");
+    record.write(result);
     return testing::internal::GetCapturedStderr();
 }
 
@@ -24,13 +24,14 @@ TEST(Audit, KeepsSecretsOutAndCutsWhatIsLong) {
     record.value("PASSWORDS", CIMValue(StringArray(size_t(2), "hunter2")));
     record.value("Text", CIMValue(String(std::string(5000, 'x').c_str())));
     record.value("None", CIMValue(CIMNULL));
-    const std::string line = lineOf(record);
+    record.value("Embedded", CIMValue("instance of C { Password = \"hunter2\"; }"));
+    const std::string line = lineOf(record, "error 12 " + std::string(5000, 'y'));
     EXPECT_EQ(line.find("hunter2"), std::string::npos);
     EXPECT_NE(line.find("user=ann\\nroot peer=192.0.2.1:1 SetProperty root/cimv2 FTPServerPassword=***, PASSWORDS=***"),
               std::string::npos)
         << line;
-    EXPECT_NE(line.find("x..., None=NULL -> ok\n"), std::string::npos) << line;
-    EXPECT_LT(line.size(), 500U);
+    EXPECT_NE(line.find("x..., None=NULL, Embedded=*** -> error 12 yyy"), std::string::npos) << line;
+    EXPECT_LT(line.size(), 800U);
 }
 
 } // namespace
