@@ -9,6 +9,14 @@ namespace {
 
 constexpr std::string_view Mask = "***";
 
+/// True for a request in which names and ends of elements cannot be told by looking for tags: comments, CDATA sections
+/// and processing instructions may hold anything that looks like one, and a NUL is no part of a text in UTF-8. Clients
+/// have no use for any of them.
+bool hidesItsTags(std::string_view text) {
+    return text.find("<!--") != std::string_view::npos || text.find("<![") != std::string_view::npos ||
+           text.find("<?", 1) != std::string_view::npos || text.find('\0') != std::string_view::npos;
+}
+
 /// A name written with character references could hide anything.
 bool looksSecret(std::string_view text) {
     return containsIgnoringCase(text, "password") || text.find("&#") != std::string_view::npos;
@@ -59,6 +67,9 @@ std::string_view safeContent(std::string_view text) {
 } // namespace
 
 bool namesSecretProperty(std::string_view request) {
+    if (hidesItsTags(request)) {
+        return true;
+    }
     for (auto at = request.find("<IPARAMVALUE"); at != std::string_view::npos;
          at = request.find("<IPARAMVALUE", at + 1)) {
         const auto rest = request.substr(at);
@@ -72,6 +83,9 @@ bool namesSecretProperty(std::string_view request) {
 }
 
 std::string redacted(std::string_view xml, bool valuesToo) {
+    if (hidesItsTags(xml)) {
+        return std::string(Mask);
+    }
     std::string out;
     out.reserve(xml.size());
     while (!xml.empty()) {

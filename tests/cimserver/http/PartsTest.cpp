@@ -55,7 +55,7 @@ TEST(Redact, TakesSecretsOutAndLeavesTheRest) {
          "<PROPERTY NAME=\"P&#97;ssword\">***</PROPERTY>"},
         {"<PROPERTY.ARRAY NAME=\"Passwords\"><VALUE>x</VALUE></PROPERTY.ARRAY>",
          "<PROPERTY.ARRAY NAME=\"Passwords\">***</PROPERTY.ARRAY>"},
-        {"<PARAMVALUE NAME=\"password\"><VALUE><![CDATA[<x>]]></VALUE></PARAMVALUE>",
+        {"<PARAMVALUE NAME=\"password\"><VALUE>x</VALUE></PARAMVALUE>",
          "<PARAMVALUE NAME=\"password\">***</PARAMVALUE>"},
         {"<KEYBINDING NAME=\"Password\"><KEYVALUE>x</KEYVALUE></KEYBINDING>",
          "<KEYBINDING NAME=\"Password\">***</KEYBINDING>"},
@@ -63,6 +63,11 @@ TEST(Redact, TakesSecretsOutAndLeavesTheRest) {
         {"<PROPERTY NAME=\"Password\"><VALUE>a<b</VALUE>", "<PROPERTY NAME=\"Password\">***"},
         {"<PROPERTY NAME=\"Password x", "***"},
         {"<", "<"},
+        // What could pass for a tag, or hide one.
+        {"<?xml version=\"1.0\"?><A><!-- don't --><PROPERTY NAME=\"Password\"><VALUE>x</VALUE></PROPERTY></A>", "***"},
+        {"<PROPERTY NAME=\"Password\"><VALUE><![CDATA[</PROPERTY>x]]></VALUE></PROPERTY>", "***"},
+        {"<A><?x ' ?><PROPERTY NAME=\"Password\"><VALUE>x</VALUE></PROPERTY></A>", "***"},
+        {std::string("<\0V\0>\0x\0", 8), "***"},
     };
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(redacted(text, false), expected);
@@ -74,6 +79,8 @@ TEST(Redact, FollowsAPropertyThatIsNamedApartFromItsValue) {
                                 "<IPARAMVALUE NAME=\"NewValue\"><VALUE>x</VALUE></IPARAMVALUE>";
     EXPECT_TRUE(namesSecretProperty(request));
     EXPECT_FALSE(namesSecretProperty("<IPARAMVALUE NAME=\"PropertyName\"><VALUE>User</VALUE></IPARAMVALUE>Password"));
+    EXPECT_TRUE(
+        namesSecretProperty("<IPARAMVALUE NAME=\"PropertyName\"><VALUE>Pass<!-- -->word</VALUE></IPARAMVALUE>"));
     EXPECT_EQ(redacted(request, true).find(">x<"), std::string::npos);
     EXPECT_EQ(redacted("<IRETURNVALUE><VALUE>x</VALUE></IRETURNVALUE>", true), "<IRETURNVALUE>***</IRETURNVALUE>");
 }
