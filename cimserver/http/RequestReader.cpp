@@ -19,9 +19,9 @@ struct RequestReader::Parser {
 namespace {
 
 /// The status for what the parser found wrong.
-unsigned statusOf(const beast::error_code& error, std::string_view head) {
+unsigned statusOf(const beast::error_code& error, bool knowsTarget) {
     if (error == beast::http::error::header_limit) {
-        return head.find('\n') == std::string_view::npos ? 414 : 431;
+        return knowsTarget ? 431 : 414;
     }
     if (error == beast::http::error::body_limit) {
         return 413;
@@ -76,7 +76,7 @@ RequestReader::Progress RequestReader::readHead() {
     beast::error_code error;
     const auto used = parser.put(boost::asio::buffer(buffer_), error);
     if (error && error != beast::http::error::need_more) {
-        const auto status = statusOf(error, buffer_);
+        const auto status = statusOf(error, !parser.get().target().empty());
         return fail(status, textOf(status, error));
     }
     buffer_.erase(0, used);
@@ -95,7 +95,8 @@ void RequestReader::takeHead() {
     request_.version = message.version();
     for (const auto& field : message) {
         if (field.name() == beast::http::field::authorization) {
-            authorization_.emplace(field.value());
+            // Of two, nobody knows which one a proxy has looked at: neither counts, as if it named nobody.
+            authorization_ = authorization_ ? "Basic" : std::string(field.value());
         } else {
             request_.fields.add(std::string(field.name_string()), std::string(field.value()));
         }
@@ -143,7 +144,7 @@ RequestReader::Progress RequestReader::readBody(bool discard) {
             break;
         }
         if (error) {
-            const auto status = statusOf(error, buffer_);
+            const auto status = statusOf(error, true);
             return fail(status, textOf(status, error));
         }
     }

@@ -38,6 +38,14 @@ TEST_F(LimitsTest, Sizes) {
     EXPECT_EQ(connect().ask(post(std::string(100'000, 'x'))).body.size(), 100'012U) << "the limit itself is allowed";
 }
 
+TEST_F(LimitsTest, AFieldThatDoesNotEndComesAfterItsRequestLine) {
+    start();
+    auto client = connect();
+    client.send("POST /cimom HTTP/1.1\r\n");
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(client.ask("X: " + std::string(1'000'000, 'x')).status, 431U);
+}
+
 TEST_F(LimitsTest, ManySmallChunksAreAddedUp) {
     start();
     std::string bytes = "POST /cimom HTTP/1.1\r\nContent-Type: text/xml\r\nTransfer-Encoding: chunked\r\n\r\n";

@@ -50,6 +50,7 @@ TEST_F(LoginTest, EachWayToLogIn) {
         {"Authorization: Basic !!!=\r\n", "", "malformed Authorization header"},
         {basic("no colon"), "", "malformed Authorization header"},
         {basic(":password"), "", "malformed Authorization header"},
+        {basic("reader:wrong") + basic("reader:right: password"), "", "malformed Authorization header"},
     };
     settings_.login.freeFailures = 100;
     auto client = connect(); // one connection for all: a refused login does not end it
