@@ -48,8 +48,10 @@ bool isSecret(std::string_view tag, bool valuesToo) {
         (element == "IRETURNVALUE" || (element == "IPARAMVALUE" && containsIgnoringCase(tag, "newvalue")))) {
         return true;
     }
-    const bool named = element.substr(0, 8) == "PROPERTY" || element == "PARAMVALUE" || element == "IPARAMVALUE" ||
-                       element == "KEYBINDING";
+    // In any case: what a mistaken client sends is refused, but dumped.
+    const bool named = equalsIgnoringCase(element.substr(0, 8), "PROPERTY") ||
+                       equalsIgnoringCase(element, "PARAMVALUE") || equalsIgnoringCase(element, "IPARAMVALUE") ||
+                       equalsIgnoringCase(element, "KEYBINDING");
     return named && looksSecret(tag.substr(element.size()));
 }
 
@@ -75,7 +77,8 @@ bool namesSecretProperty(std::string_view request) {
         const auto rest = request.substr(at);
         const auto tag = rest.substr(0, tagLength(rest));
         const auto content = rest.substr(tag.size(), contentLength(rest.substr(tag.size()), "IPARAMVALUE"));
-        if (containsIgnoringCase(tag, "propertyname") && looksSecret(content)) {
+        const bool mayName = containsIgnoringCase(tag, "propertyname") || tag.find("&#") != std::string_view::npos;
+        if (mayName && looksSecret(content)) {
             return true;
         }
     }

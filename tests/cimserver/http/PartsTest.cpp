@@ -51,6 +51,7 @@ TEST(Redact, TakesSecretsOutAndLeavesTheRest) {
         {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>",
          "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
         {"<PROPERTY NAME='oldPASSWORD'></PROPERTY>", "<PROPERTY NAME='oldPASSWORD'>***</PROPERTY>"},
+        {"<property NAME=\"Password\">x</property>", "<property NAME=\"Password\">***</property>"},
         {"<PROPERTY NAME=\"P&#97;ssword\"><VALUE>x</VALUE></PROPERTY>",
          "<PROPERTY NAME=\"P&#97;ssword\">***</PROPERTY>"},
         {"<PROPERTY.ARRAY NAME=\"Passwords\"><VALUE>x</VALUE></PROPERTY.ARRAY>",
@@ -78,6 +79,7 @@ TEST(Redact, FollowsAPropertyThatIsNamedApartFromItsValue) {
     const std::string request = "<IPARAMVALUE NAME=\"PropertyName\"><VALUE>Password</VALUE></IPARAMVALUE>"
                                 "<IPARAMVALUE NAME=\"NewValue\"><VALUE>x</VALUE></IPARAMVALUE>";
     EXPECT_TRUE(namesSecretProperty(request));
+    EXPECT_TRUE(namesSecretProperty("<IPARAMVALUE NAME='Property&#78;ame'><VALUE>Password</VALUE></IPARAMVALUE>"));
     EXPECT_FALSE(namesSecretProperty("<IPARAMVALUE NAME=\"PropertyName\"><VALUE>User</VALUE></IPARAMVALUE>Password"));
     EXPECT_TRUE(
         namesSecretProperty("<IPARAMVALUE NAME=\"PropertyName\"><VALUE>Pass<!-- -->word</VALUE></IPARAMVALUE>"));
