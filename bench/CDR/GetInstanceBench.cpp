@@ -83,7 +83,7 @@ void getInstance(benchmark::State& state) {
     const CIMObjectPath path = servicePath();
     double module = 0;
     double bare = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const auto start = std::chrono::steady_clock::now();
         benchmark::DoNotOptimize(provider.getInstance(ProviderEnvironmentIFCRef(), "root/cimv2", path,
                                                       WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS,

@@ -25,7 +25,7 @@ void prepare() {
 
 void readBinary(benchmark::State& state) {
     unsigned char bytes[2];
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (ZpoGetRegEntryBinary("CDR", "CDRService", "KEY22", bytes, sizeof bytes) != ZPO_OK) {
             state.SkipWithError("read failed");
         }
@@ -36,7 +36,7 @@ BENCHMARK(readBinary)->Threads(1)->Threads(2);
 
 void readText(benchmark::State& state) {
     char text[512];
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (ZpoGetRegEntryString("CDR", "CDRPush", "TranTime", text, sizeof text) != ZPO_OK) {
             state.SkipWithError("read failed");
         }
@@ -47,7 +47,7 @@ BENCHMARK(readText);
 
 void readAbsent(benchmark::State& state) {
     std::uint32_t value = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (ZpoGetRegEntryInt("CDR", "CDRService", "NONE", &value) != ZPO_REG_ENTRY_NOT_FOUND) {
             state.SkipWithError("an absent entry was read");
         }
@@ -56,7 +56,7 @@ void readAbsent(benchmark::State& state) {
 BENCHMARK(readAbsent);
 
 void write(benchmark::State& state) {
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (ZpoSetRegEntryBinary("CDR", "CDRService", "KEY22", "\0\x0b", 2) != ZPO_OK) {
             state.SkipWithError("write failed");
         }
