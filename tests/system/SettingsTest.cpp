@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 
 namespace {
 
@@ -64,10 +65,6 @@ const Setting kPush[] = {
 };
 const Setting kPullMetrics = {"$PULLED", "IncludeMetricsFlag", "TRUE", "CDRPull Pull-IncludeMetricsFlag binary 01"};
 
-std::string modify(const std::string& object, const std::string& assignments) {
-    return Lab::run("wbemcli mi " + object + " " + assignments);
-}
-
 Setting transferType(const char* type) {
     static const char* const entries[] = {"CDRPush TransferType binary 00", "CDRPush TransferType binary 01",
                                           "CDRPush TransferType binary 02", "CDRPush TransferType binary 03",
@@ -99,14 +96,29 @@ struct Effects {
     std::size_t lost;                 ///< how many entries are gone or have another value
 };
 
-Effects change(const Setting& setting) {
-    const std::string get = std::string("wbemcli -nl gi ") + setting.object;
-    const auto shown = Lab::lines(get);
-    const auto entries = Lab::lines("zporeg list");
-    EXPECT_EQ(modify(setting.object, std::string(setting.property) + "=" + setting.value), "");
-    const auto entriesAfter = Lab::lines("zporeg list");
-    return {news(shown, Lab::lines(get)), news(entries, entriesAfter), news(entriesAfter, entries).size()};
-}
+/// Changes settings and compares registry and instance with what they were at the change before.
+class Watch {
+  public:
+    Effects change(const Setting& setting) {
+        const std::string get = std::string("show ") + setting.object;
+        auto shown = shown_.find(get);
+        if (shown == shown_.end()) {
+            shown = shown_.emplace(get, Lab::lines(get)).first;
+        }
+        EXPECT_EQ(Lab::run(std::string("wbemcli mi ") + setting.object + " " + setting.property + "=" + setting.value),
+                  "");
+        auto entries = Lab::lines("zporeg list");
+        auto shownNow = Lab::lines(get);
+        Effects effects{news(shown->second, shownNow), news(entries_, entries), news(entries, entries_).size()};
+        shown->second.swap(shownNow);
+        entries_.swap(entries);
+        return effects;
+    }
+
+  private:
+    std::set<std::string> entries_ = Lab::lines("zporeg list");
+    std::map<std::string, std::set<std::string>> shown_; ///< by the command that shows the instance
+};
 
 std::string shownAs(const Setting& setting) {
     return std::string("-") + setting.property + "=" + setting.value;
@@ -117,6 +129,7 @@ class FromRegistry : public testing::TestWithParam<Registry> {};
 TEST_P(FromRegistry, EachPropertyCanBeSetByItself) {
     Lab lab(GetParam());
     lab.start();
+    Watch watch;
     std::vector<Setting> settings(std::begin(kReport), std::end(kReport));
     settings.push_back(transferType("0"));
     settings.insert(settings.end(), std::begin(kPush), std::end(kPush));
@@ -124,7 +137,7 @@ TEST_P(FromRegistry, EachPropertyCanBeSetByItself) {
     settings.push_back(kPullMetrics);
     for (const Setting& setting : settings) {
         SCOPED_TRACE(setting.property);
-        const Effects effects = change(setting);
+        const Effects effects = watch.change(setting);
         EXPECT_THAT(effects.entries, Contains(StartsWith(std::string("CDR ") + setting.entry)));
         EXPECT_LE(effects.lost, 1U);
         if (!isDay(setting.property)) {
@@ -197,8 +210,9 @@ TEST_P(TransferType, EachPushPropertyChangesAloneAndOnlyTheScheduleArms) {
     const std::string foreign = "# by hand\n*/5 * * * * /bin/true\n";
     lab.setCrontab(foreign);
     lab.start();
+    Watch watch;
     if (type != '4') {
-        EXPECT_THAT(change(transferType(GetParam())).entries.size(), 1U);
+        EXPECT_EQ(watch.change(transferType(GetParam())).entries.size(), 1U);
     }
     EXPECT_EQ(lab.armed(), type < '3' ? 1U : 0U);
     Schedule schedule;
@@ -206,7 +220,7 @@ TEST_P(TransferType, EachPushPropertyChangesAloneAndOnlyTheScheduleArms) {
     for (const Setting& setting : kPush) {
         SCOPED_TRACE(setting.property);
         const std::string property = setting.property;
-        const Effects effects = change(setting);
+        const Effects effects = watch.change(setting);
         EXPECT_THAT(effects.entries, ElementsAre(std::string("CDR ") + setting.entry));
         EXPECT_EQ(effects.lost, 1U);
         if (applies(property, type)) {

@@ -10,8 +10,6 @@ namespace {
 
 using namespace lab;
 using ::testing::AllOf;
-using ::testing::AnyOf;
-using ::testing::Contains;
 using ::testing::HasSubstr;
 using ::testing::Not;
 using ::testing::StartsWith;
