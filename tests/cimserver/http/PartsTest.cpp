@@ -102,14 +102,17 @@ TEST(Log, KeepsOneEntryOneLineAndItsLevel) {
     const auto file = std::filesystem::temp_directory_path() / ("log-" + std::to_string(::getpid()));
     cimserver::log::configure({file.string(), cimserver::log::Level::Error});
     cimserver::log::write(cimserver::log::Level::Warning, "test", "below the level");
-    cimserver::log::write(cimserver::log::Level::Error, "test", "a\nforged\x1b[2J entry\x7f \xC3\xA4");
+    cimserver::log::write(
+        cimserver::log::Level::Error, "test",
+        "a\nforged\x1b[2J entry\x7f \xC3\xA4\xF0\x9F\x98\x80 \xC2\x9B\xE9 \xC0\x80\xED\xA0\x80\xE2\x82");
     cimserver::log::audit("always");
     std::ifstream in(file);
     std::string first;
     std::string second;
     std::getline(in, first);
     std::getline(in, second);
-    EXPECT_EQ(first.substr(first.find(' ') + 1), "error test: a\\nforged\\x1b[2J entry\\x7f \xC3\xA4");
+    EXPECT_EQ(first.substr(first.find(' ') + 1), "error test: a\\nforged\\x1b[2J entry\\x7f \xC3\xA4\xF0\x9F\x98\x80 "
+                                                 "\\xc2\\x9b\\xe9 \\xc0\\x80\\xed\\xa0\\x80\\xe2\\x82");
     EXPECT_EQ(second.substr(second.find(' ') + 1), "audit cimserverd: always");
     std::filesystem::remove(file);
     EXPECT_THROW(cimserver::log::configure({"/proc/nonexistent/log", {}}), std::runtime_error);
