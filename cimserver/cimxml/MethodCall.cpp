@@ -56,9 +56,12 @@ void callMethod(operations::Cimom& cimom, const operations::RequestContext& cont
     const String name = toCim(message.name());
     const ObjectReader reader(cimom, nameSpace);
     const bool onClass = std::string_view(message.target().name()) == "CLASSNAME";
+    // A method is called on an object: without its class, it is the object that is not found.
+    const String className(message.target().attribute(onClass ? "NAME" : "CLASSNAME").value());
+    const auto& cimClass = cimom.classOf(nameSpace, className, OpenWBEM::CIMException::NOT_FOUND);
     const auto path = onClass ? reader.className(message.target()) : reader.instanceName(message.target());
     audit.target(path);
-    const CIMMethod method = cimom.classOf(nameSpace, path.getClassName()).getMethod(name);
+    const CIMMethod method = cimClass.getMethod(name);
     if (!method) {
         throw OperationError(MethodNotFound, view(name));
     }

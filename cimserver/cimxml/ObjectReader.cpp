@@ -76,6 +76,10 @@ CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
             texts.push_back(textOf(item));
         }
     }
+    const auto most = subject.type.getSize();
+    if (most > 0 && texts.size() > static_cast<std::size_t>(most)) {
+        subject.refuse(std::to_string(texts.size()) + " elements, where " + std::to_string(most) + " fit,");
+    }
     std::string bad;
     const auto value = parseArray(subject.type.getType(), texts, bad);
     if (!value) {

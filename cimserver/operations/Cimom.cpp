@@ -70,14 +70,14 @@ class NamingHandler : public CIMObjectPathResultHandlerIFC {
 Cimom::Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings)
     : repository_(repository), host_(host), settings_(settings), self_(std::make_shared<Cimom*>(this)) {}
 
-const CIMClass& Cimom::classOf(const String& ns, const String& className) const {
+const CIMClass& Cimom::classOf(const String& ns, const String& className, CIMException::ErrNoType missing) const {
     const String canonical = repository_.canonicalNamespace(ns);
     if (canonical.empty()) {
         fail(CIMException::INVALID_NAMESPACE, ns.c_str());
     }
     const CIMClass* const found = repository_.findClass(canonical, className);
     if (found == nullptr) {
-        fail(CIMException::INVALID_CLASS, std::string("/") + canonical.c_str() + ":" + className.c_str());
+        fail(missing, std::string("/") + canonical.c_str() + ":" + className.c_str());
     }
     return *found;
 }

@@ -66,8 +66,11 @@ class Cimom {
 
     const schema::Repository& repository() const { return repository_; }
 
-    /// The class whole, with inherited properties and qualifiers: what requests are converted by. Codes 3 and 5.
-    const OpenWBEM::CIMClass& classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
+    /// The class whole, with inherited properties and qualifiers: what requests are converted by. Throws
+    /// INVALID_NAMESPACE, or `missing` when there is no such class.
+    const OpenWBEM::CIMClass&
+    classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className,
+            OpenWBEM::CIMException::ErrNoType missing = OpenWBEM::CIMException::INVALID_CLASS) const;
 
     OpenWBEM::CIMInstance getInstance(const RequestContext&, const OpenWBEM::String& ns,
                                       const OpenWBEM::CIMObjectPath& path, const InstanceSelection&);
