@@ -96,6 +96,8 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
     declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
     declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
                 "an item of configuration that providers may ask for; repeatable");
+    declare.add("--preload", options.preload, "ID",
+                "initialize this provider at start instead of at its first use; repeatable");
     declare.add("--concurrent-reads", texts.concurrentReads, "ID",
                 "let reads of this provider run side by side; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,

@@ -39,6 +39,16 @@ class CimSide {
         errors_ += isError(response) ? 1 : 0;
         return response;
     }
+    /// A provider that cannot be used yet is tried again at each request for its classes.
+    void preload(const std::vector<std::string>& ids) {
+        for (const auto& id : ids) {
+            try {
+                cimom_.preload(id);
+            } catch (const std::exception& error) {
+                log::write(log::Level::Error, Component, "--preload " + id + ": " + error.what());
+            }
+        }
+    }
     /// Operations that were answered with a CIM error, HTTP status 200.
     std::uint64_t errors() const { return errors_; }
 
@@ -147,6 +157,7 @@ int serve(const Options& options) {
         announce(output, "the configuration is in order");
         return Stopped;
     }
+    cim.preload(options.preload);
     listen(server, options, output);
     followSignals(signals, server, cim);
     const bool finished = server.stop(options.stopTimeout);

@@ -72,6 +72,9 @@ class Cimom {
     classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className,
             OpenWBEM::CIMException::ErrNoType missing = OpenWBEM::CIMException::INVALID_CLASS) const;
 
+    /// Loads and initializes a provider now instead of at its first use. Throws what its first request would get.
+    void preload(const std::string& id);
+
     OpenWBEM::CIMInstance getInstance(const RequestContext&, const OpenWBEM::String& ns,
                                       const OpenWBEM::CIMObjectPath& path, const InstanceSelection&);
     void enumInstances(const RequestContext&, const OpenWBEM::String& ns, const OpenWBEM::String& className,

@@ -21,16 +21,26 @@ Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const Strin
     if (ns_.empty()) {
         fail(CIMException::INVALID_NAMESPACE, ns.c_str());
     }
+    origin_ = originOf(cimom, context);
+}
+
+provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
     RequestContext shared = context;
     shared.handedOn = nullptr; // of this operation only, not of what a provider calls in turn
     if (!shared.operation) {
         shared.operation = std::make_shared<OperationContext>();
     }
-    origin_.user = shared.user;
-    origin_.operation = shared.operation;
-    origin_.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] {
+    provider::CallOrigin origin;
+    origin.user = shared.user;
+    origin.operation = shared.operation;
+    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] {
         return CIMOMHandleIFCRef(new CimomHandle(self, shared));
     };
+    return origin;
+}
+
+void Cimom::preload(const std::string& id) {
+    host_.enter(id, provider::Access::Write, Request::originOf(*this, RequestContext()));
 }
 
 const CIMClass& Cimom::Request::classOf(const String& name, CIMException::ErrNoType code) const {

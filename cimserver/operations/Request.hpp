@@ -22,6 +22,9 @@ class Cimom::Request {
     /// Throws INVALID_NAMESPACE.
     Request(Cimom& cimom, const RequestContext& context, const OpenWBEM::String& ns);
 
+    /// What a provider's environment tells of the request.
+    static provider::CallOrigin originOf(const Cimom& cimom, const RequestContext& context);
+
     /// The namespace in its own spelling.
     const OpenWBEM::String& ns() const { return ns_; }
 

@@ -100,6 +100,19 @@ TEST(Push, IsScheduledAndFollowsARestore) {
     EXPECT_EQ(lab.crontab(), "");
 }
 
+TEST(Push, FollowsARestoreBeforeTheFirstRequest) {
+    Lab lab(Registry::Factory);
+    Lab::play({
+        {"zporeg set CDR CDRPush TransferType --binary 00", ""},
+        {"zporeg backup $LAB/daily", "45 entries saved\n"},
+        {"zporeg set CDR CDRPush TransferType --binary 04", ""},
+    });
+    lab.start("--preload CDRProvider --preload Nothing"); // the second is logged, and the server serves
+    EXPECT_EQ(Lab::run("zporeg restore $LAB/daily"), "45 entries restored\n");
+    EXPECT_TRUE(support::waitUntil([&] { return lab.crontab() == "0 2 * * * /qv/bin/CDRTransfer\n"; }))
+        << lab.crontab();
+}
+
 TEST(Statistics, ApplyByTheTypeOfTransfer) {
     Lab lab(Registry::Factory);
     lab.start();
