@@ -128,7 +128,7 @@ CIMInstance InteropProvider::objectManager(const CIMClass& cimClass) const {
     set(instance, "Name", objectManagerName);
     set(instance, "ElementName", objectManagerName);
     set(instance, "Description", "cimserverd, a CIM server for providers with the OpenWBEM interface");
-    set(instance, "Version", "1.0.0");
+    set(instance, "Version", CIMSERVER_VERSION);
     instance.setProperty(CIMName("GatherStatisticalData"), CIMValue(false));
     return withKeys(instance, cimClass);
 }
