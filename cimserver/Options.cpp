@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr const char* Version = "cimserverd 1.0.0";
+constexpr const char* Version = "cimserverd " CIMSERVER_VERSION;
 
 struct Unit {
     std::string_view name;
