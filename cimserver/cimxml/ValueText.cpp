@@ -30,31 +30,23 @@ std::string_view withoutBlanks(std::string_view text) {
     return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
-template <typename T>
-bool parseDigits(std::string_view text, T& value, int base) {
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value, base);
-    return result.ec == std::errc() && result.ptr == end;
-}
-
-bool startsHexadecimal(std::string_view text) {
-    return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && text[2] != '-';
-}
-
 std::string_view withoutPlus(std::string_view text) {
     const bool plus = text.size() > 1 && text[0] == '+' && text[1] != '-';
     return plus ? text.substr(1) : text;
 }
 
+// Decimal digits only: object managers take neither blanks around a number nor hexadecimal ones.
 template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
 bool parse(std::string_view text, T& value) {
-    text = withoutPlus(withoutBlanks(text));
-    return startsHexadecimal(text) ? parseDigits(text.substr(2), value, 16) : parseDigits(text, value, 10);
+    text = withoutPlus(text);
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, value);
+    return result.ec == std::errc() && result.ptr == end;
 }
 
 template <typename T, std::enable_if_t<std::is_floating_point_v<T>, int> = 0>
 bool parse(std::string_view text, T& value) {
-    text = withoutPlus(withoutBlanks(text));
+    text = withoutPlus(text);
     const char* end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, value);
     return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
@@ -135,7 +127,8 @@ std::optional<std::string> format(const String& value) {
 /// The number in text[begin, begin + length); -1 when a character is no digit.
 int number(std::string_view text, std::size_t begin, std::size_t length) {
     int value = 0;
-    return parseDigits(text.substr(begin, length), value, 10) && text[begin] != '-' ? value : -1;
+    const std::string_view digits = text.substr(begin, length);
+    return digits.find_first_not_of("0123456789") == std::string_view::npos && parse(digits, value) ? value : -1;
 }
 
 bool between(int value, int low, int high) {
