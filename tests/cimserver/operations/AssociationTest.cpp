@@ -43,27 +43,6 @@ TEST_F(Associations, AskEachAssociationClassConcerned) {
     EXPECT_EQ(thrownBy([&] { asked({}, path("T_Nope")); }).first, CIMException::INVALID_CLASS);
 }
 
-TEST_F(Associations, CompleteTheInstancesFound) {
-    const StringArray list(1, String("C"));
-    InstanceSelection some;
-    some.propertyList = &list;
-    CIMInstanceArray found;
-    CIMInstanceArrayBuilder builder(found);
-    cimom.associators(context, "root/test", path(), {"T_SpecialLink", "", "", ""}, some, builder);
-    cimom.references(context, "root/test", path(), {"", "T_SpecialLink", "Left", ""}, some, builder);
-    EXPECT_THAT(record.calls, ElementsAre("associators /root/test:T_Thing.Name=\"one\" T_SpecialLink|||",
-                                          "references /root/test:T_Thing.Name=\"one\" |T_SpecialLink|Left|"));
-    ASSERT_EQ(found.size(), 2u);
-    EXPECT_EQ(shown(found[0].getProperties()), "C=(null)");
-    EXPECT_EQ(shown(found[0].getKeyValuePairs()), "Name=one");
-    CIMObjectPathArrayBuilder paths(names);
-    cimom.referenceNames(context, "root/test", path(), {"", "T_SpecialLink", "", ""}, paths);
-    EXPECT_EQ(names.size(), 1u);
-    record.present.setClassName(CIMName("T_Nope"));
-    EXPECT_THAT(thrownBy([&] { cimom.references(context, "root/test", path(), {}, some, builder); }).second,
-                HasSubstr("the unknown class T_Nope"));
-}
-
 TEST_F(CimomTest, GivesProvidersAWayBackWithoutDeadlock) {
     context.user = "otto";
     context.mayWrite = false;

@@ -117,42 +117,11 @@ CIMValue Recorder::invokeMethod(const ProviderEnvironmentIFCRef& env, const Stri
     return CIMValue(UInt32(7));
 }
 
-namespace {
-
-std::string filterText(const CIMObjectPath& object, const String& assoc, const String& resultClass, const String& role,
-                       const String& resultRole) {
-    return std::string(object.toString().c_str()) + " " + assoc.c_str() + "|" + resultClass.c_str() + "|" +
-           role.c_str() + "|" + resultRole.c_str();
-}
-
-} // namespace
-
-void Recorder::associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String&,
-                           const CIMObjectPath& object, const String& assoc, const String& resultClass,
-                           const String& role, const String& resultRole, WBEMFlags::EIncludeQualifiersFlag,
-                           WBEMFlags::EIncludeClassOriginFlag, const StringArray*) {
-    note(env, "associators " + filterText(object, assoc, resultClass, role, resultRole));
-    result.handle(record_.present);
-}
-
 void Recorder::associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
                                const String&, const CIMObjectPath& object, const String& assoc,
                                const String& resultClass, const String& role, const String& resultRole) {
-    note(env, "associatorNames " + filterText(object, assoc, resultClass, role, resultRole));
-    result.handle(CIMObjectPath("", record_.present));
-}
-
-void Recorder::references(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String&,
-                          const CIMObjectPath& object, const String& resultClass, const String& role,
-                          WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag, const StringArray*) {
-    note(env, "references " + filterText(object, "", resultClass, role, ""));
-    result.handle(record_.present);
-}
-
-void Recorder::referenceNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
-                              const String&, const CIMObjectPath& object, const String& resultClass,
-                              const String& role) {
-    note(env, "referenceNames " + filterText(object, "", resultClass, role, ""));
+    note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
+                  resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
     result.handle(CIMObjectPath("", record_.present));
 }
 

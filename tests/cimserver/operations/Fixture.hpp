@@ -55,19 +55,18 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path) override;
     CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
                           const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override;
-    void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
-                     const CIMObjectPath& object, const String& assoc, const String& resultClass, const String& role,
-                     const String& resultRole, WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
-                     const StringArray* list) override;
     void associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result, const String& ns,
                          const CIMObjectPath& object, const String& assoc, const String& resultClass,
                          const String& role, const String& resultRole) override;
-    void references(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
-                    const CIMObjectPath& object, const String& resultClass, const String& role,
-                    WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
-                    const StringArray* list) override;
-    void referenceNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result, const String& ns,
-                        const CIMObjectPath& object, const String& resultClass, const String& role) override;
+    void associators(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&,
+                     const CIMObjectPath&, const String&, const String&, const String&, const String&,
+                     WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
+                     const StringArray*) override {}
+    void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&, const CIMObjectPath&,
+                    const String&, const String&, WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
+                    const StringArray*) override {}
+    void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC&, const String&,
+                        const CIMObjectPath&, const String&, const String&) override {}
 
   private:
     void note(const ProviderEnvironmentIFCRef& env, const std::string& call);

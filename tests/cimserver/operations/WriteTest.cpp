@@ -1,8 +1,6 @@
 // Modifications, creation, deletion and methods: what is handed to the provider and what is refused before.
 #include "tests/cimserver/operations/Fixture.hpp"
 
-#include <optional>
-
 using testing::ElementsAre;
 using testing::Pair;
 
@@ -67,14 +65,6 @@ TEST_F(Modify, ForwardsUnchangedPropertiesOnRequest) {
                                      "/root/test:T_Thing.Name=\"one\"");
 }
 
-TEST_F(Modify, ReportsWhatItHandsOn) {
-    std::optional<CIMPropertyArray> handed;
-    context.handedOn = &handed;
-    modify(all(6, "old"));
-    ASSERT_TRUE(handed);
-    EXPECT_EQ(shown(*handed), "A=6");
-}
-
 TEST_F(Modify, RefusesUnknownPropertiesBeforeTheProviderIsAsked) {
     const auto modifyWith = [&](const CIMProperty& property, const StringArray* list) {
         CIMInstance modified("T_Thing");
@@ -93,12 +83,6 @@ TEST_F(Modify, RefusesUnknownPropertiesBeforeTheProviderIsAsked) {
     record.beforeReply = [] { OW_THROWCIMMSG(CIMException::NOT_FOUND, "gone"); };
     EXPECT_THAT(modifyWith(text("B", "x"), nullptr), Pair(6, "requested object could not be found (gone)"));
     EXPECT_EQ(record.calls.size(), 1u) << "an instance that is not there is not modified";
-}
-
-TEST_F(Modify, SetsSingleProperties) {
-    cimom.setProperty(context, "root/test", path(), "a", CIMValue(UInt8(5)));
-    EXPECT_EQ(record.calls.back(), "modify Name=one A=5 [A] of /root/test:T_Thing.Name=\"one\"") << "differing or not";
-    EXPECT_EQ(thrownBy([&] { cimom.setProperty(context, "root/test", path(), "Z", CIMValue("x")); }).first, 12);
 }
 
 TEST_F(CimomTest, CreatesAndDeletes) {
