@@ -8,8 +8,6 @@
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
-#include <sys/mount.h>
-#include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
 
@@ -157,36 +155,6 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     EXPECT_EQ(ZPO_OK, store.list(entries, damaged));
     ASSERT_EQ(1U, entries.size());
     EXPECT_EQ("old", entries[0].bytes);
-}
-
-TEST(RegistryStore, MakesItsDirectoryAndSaysWhenItCannot) {
-    const TempDir dir;
-    RegistryStore store(dir / "deep/state", mapBytes);
-    EXPECT_EQ(ZPO_REG_STORE_MISSING, store.write(nameOf("key"), EntryKind::text, "x"));
-    std::filesystem::create_directory(dir / "deep");
-    EXPECT_EQ(ZPO_OK, store.write(nameOf("key"), EntryKind::text, "x"));
-}
-
-TEST(RegistryStore, OnAReadOnlyFileSystemReadsGoOn) {
-    const TempDir dir;
-    RegistryStore(dir.path(), mapBytes).write(nameOf("key"), EntryKind::text, "x");
-    const int code = support::inChild([&] {
-        if (unshare(CLONE_NEWNS) != 0 || mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-            mount(dir.path().c_str(), dir.path().c_str(), nullptr, MS_BIND, nullptr) != 0 ||
-            mount(nullptr, dir.path().c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr) != 0) {
-            return 77;
-        }
-        RegistryStore store(dir.path(), mapBytes);
-        Entry entry;
-        return store.readEntry(nameOf("key"), entry) == ZPO_OK &&
-                       store.write(nameOf("key"), EntryKind::text, "y") == ZPO_REG_NOT_WRITABLE
-                   ? 0
-                   : 1;
-    });
-    if (code == 77) {
-        GTEST_SKIP() << "mounting is not permitted here";
-    }
-    EXPECT_EQ(0, code);
 }
 
 TEST(RegistryStore, NoticesThatItsFileWasReplaced) {

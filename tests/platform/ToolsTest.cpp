@@ -32,69 +32,47 @@ void play(const char* tool, const std::vector<Step>& steps) {
     }
 }
 
-TEST(Zporeg, WorksOnSingleEntries) {
-    play(ZPOREG, {
-                     {{"set", "T", "S", "bin", "--binary", "000c"}, 0, ""},
-                     {{"get", "T", "S", "bin"}, 0, "00 0c\n"},
-                     {{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
-                     {{"get", "T", "S", "text"}, 0, "two words\n"},
-                     {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
-                     {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
-                     {{"get", "T", "S", "int"}, 0, "16\n"},
-                     {{"list", "T"},
-                      0,
-                      "T S bin binary 00 0c\nT S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
-                     {{"delete", "T", "S", "int"}, 0, ""},
-                     {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
-                     {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
-                     {{"set", "T", "S", "int", "--int", "4294967296"}, 1, "zporeg: '4294967296' is not..."},
-                     {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
-                     {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
-                     {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
-                     {{"set", "T", "S", "bin", "--int", "1", "--text", "x"}, 2, "zporeg: ..."},
-                     {{"frobnicate"}, 2, "zporeg: ..."},
-                     {{"--help"}, 0, "Shows and changes..."},
-                 });
+TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
+    play(ZPOREG, {{{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
+                  {{"get", "T", "S", "text"}, 0, "two words\n"},
+                  {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
+                  {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
+                  {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
+                  {{"delete", "T", "S", "int"}, 0, ""},
+                  {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+                  {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+                  {{"set", "T", "S", "int", "--int", "4294967296"}, 1, "zporeg: '4294967296' is not..."},
+                  {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
+                  {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
+                  {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
+                  {{"set", "T", "S", "bin", "--int", "1", "--text", "x"}, 2, "zporeg: ..."},
+                  {{"frobnicate"}, 2, "zporeg: ..."}});
 }
 
-TEST(Zporeg, LoadsAllOrNothing) {
+TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     const std::string good = home.dir / "good";
     const std::string bad = home.dir / "bad";
+    const std::string saved = home.dir / "saved";
     support::writeFile(good, "L S a int 1\nL S b int 2\n");
     support::writeFile(bad, "L S a int 9\nL S c int nine\n");
     play(ZPOREG,
-         {
-             {{"load", good}, 0, "2 entries loaded\n"},
-             {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
-             {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
-             {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
-             {{"delete", "L", "S", "b"}, 0, ""},
-             {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},
-             {{"list", "L"}, 0, "L S a int 5\nL S b int 2\n"},
-             {{"load", home.dir / "none"}, 1, "zporeg: ..."},
-             {{"load", CDR_DEFAULTS}, 0, "45 entries loaded\n"},
-             {{"get", "CDR", "CDRService", "DIGITSLIMIT"}, 0, "00 0a\n"},
-         });
-}
-
-TEST(Zporeg, RestoresExactlyWhatWasSaved) {
-    const std::string file = home.dir / "saved";
-    run({ZPOREG, "set", "R", "S", "a", "--int", "1"});
-    ASSERT_EQ(0, run({ZPOREG, "backup", file}).exitCode);
-    const std::string before = run({ZPOREG, "list"}).output;
-    run({ZPOREG, "set", "R", "S", "a", "--int", "2"});
-    run({ZPOREG, "set", "R", "S", "later", "--int", "3"});
-    const std::string changed = run({ZPOREG, "list"}).output;
-    const std::string content = support::contentOf(file);
-    support::writeFile(file, content.substr(0, content.size() / 2));
-    const support::Result refused = run({ZPOREG, "restore", file});
-    EXPECT_EQ(1, refused.exitCode);
-    EXPECT_THAT(refused.output, HasSubstr("the registry is as it was"));
-    EXPECT_EQ(changed, run({ZPOREG, "list"}).output);
-    support::writeFile(file, content);
-    EXPECT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
-    EXPECT_EQ(before, run({ZPOREG, "list"}).output);
-    EXPECT_EQ(1, run({ZPOREG, "backup", home.dir / "no/such/dir"}).exitCode);
+         {{{"load", good}, 0, "2 entries loaded\n"},
+          {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
+          {{"load", home.dir / "none"}, 1, "zporeg: ..."},
+          {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
+          {{"backup", saved}, 0, "..."},
+          {{"backup", home.dir / "no/such/dir"}, 1, "zporeg: ..."},
+          {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
+          {{"delete", "L", "S", "b"}, 0, ""},
+          {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},
+          {{"set", "L", "S", "later", "--int", "3"}, 0, ""},
+          {{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"}});
+    const std::string content = support::contentOf(saved);
+    support::writeFile(bad, content.substr(0, content.size() / 2));
+    EXPECT_THAT(run({ZPOREG, "restore", bad}).output, HasSubstr("the registry is as it was"));
+    play(ZPOREG, {{{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"},
+                  {{"restore", saved}, 0, "..."},
+                  {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"}});
 }
 
 TEST(Osqueue, CarriesMessages) {
@@ -105,13 +83,11 @@ TEST(Osqueue, CarriesMessages) {
     EXPECT_TRUE(support::waitUntil([] { return run({OSQUEUE, "send", "Tool", "0"}).exitCode == 0; }));
     EXPECT_EQ(0, run({OSQUEUE, "send", "Tool", "1"}).exitCode);
     EXPECT_EQ(0, support::waitForChild(listener));
-    play(OSQUEUE, {
-                      {{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
-                      {{"delete", "Tool"}, 0, ""},
-                      {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"},
-                      {{"create", "../x"}, 1, "osqueue: ../x: a name has..."},
-                      {{"send", "Tool"}, 2, "osqueue: ..."},
-                  });
+    play(OSQUEUE, {{{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
+                   {{"delete", "Tool"}, 0, ""},
+                   {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"},
+                   {{"create", "../x"}, 1, "osqueue: ../x: a name has..."},
+                   {{"send", "Tool"}, 2, "osqueue: ..."}});
 }
 
 } // namespace
