@@ -2,22 +2,12 @@
 
 #include "cimserver/Log.hpp"
 
-#include <fstream>
-#include <sstream>
-
 namespace http_testing {
 
 using namespace cimserver::http;
 
 ServerTest::ServerTest() {
-    std::string folder = std::filesystem::temp_directory_path() / "cimserver-http-XXXXXX";
-    folder_ = ::mkdtemp(folder.data());
     cimserver::log::configure({path("log"), cimserver::log::Level::Debug});
-}
-
-ServerTest::~ServerTest() {
-    server_.reset();
-    std::filesystem::remove_all(folder_);
 }
 
 /// The answer tells method, user, role and body.
@@ -44,16 +34,6 @@ void ServerTest::start(bool tls) {
 
 void ServerTest::expectServes() const {
     EXPECT_EQ(connect().ask(post("good")).body, "POST||write|good") << "the server no longer serves";
-}
-
-void ServerTest::write(const std::string& name, const std::string& text) const {
-    std::ofstream(path(name)) << text;
-}
-
-std::string ServerTest::logged() const {
-    std::ostringstream text;
-    text << std::ifstream(path("log")).rdbuf();
-    return text.str();
 }
 
 std::size_t ServerTest::timesLogged(const std::string& text) const {

@@ -3,12 +3,12 @@
 #define TESTS_CIMSERVER_HTTP_FIXTURE_HPP
 
 #include "Client.hpp"
+#include "Support.hpp"
 #include "cimserver/http/Server.hpp"
 
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <filesystem>
 #include <future>
 #include <string>
 
@@ -17,30 +17,28 @@ namespace http_testing {
 class ServerTest : public ::testing::Test {
   protected:
     ServerTest();
-    ~ServerTest() override;
 
     /// Starts with settings_, on a free port of 127.0.0.1.
     void start(bool tls = false);
     Client connect() const { return Client(port_); }
     /// A good request on a connection of its own is answered.
     void expectServes() const;
-    std::string path(const std::string& name) const { return (folder_ / name).string(); }
-    void write(const std::string& name, const std::string& text) const;
+    std::string path(const std::string& name) const { return folder_ / name; }
+    void write(const std::string& name, const std::string& text) const { support::writeFile(path(name), text); }
     /// What the process logged since start(); how often a text occurs in it.
-    std::string logged() const;
+    std::string logged() const { return support::contentOf(path("log")); }
     std::size_t timesLogged(const std::string& text) const;
 
+    support::TempDir folder_;
     cimserver::http::Settings settings_;
-    std::unique_ptr<cimserver::http::Server> server_;
     std::uint16_t port_ = 0;
     std::promise<void> release_; ///< lets handlers go that got the body "wait"
     std::shared_future<void> released_{release_.get_future()};
-    std::atomic<unsigned> waiting_{0}; ///< such handlers so far
+    std::atomic<unsigned> waiting_{0};                ///< such handlers so far
+    std::unique_ptr<cimserver::http::Server> server_; ///< last: it ends before what its handlers use
 
   private:
     cimserver::http::Response handle(const cimserver::http::Request& request);
-
-    std::filesystem::path folder_;
 };
 
 } // namespace http_testing
