@@ -211,6 +211,7 @@ class Server {
             return;
         }
         std::vector<char*> texts;
+        texts.reserve(arguments.size() + 1);
         for (auto& argument : arguments) {
             texts.push_back(argument.data());
         }
