@@ -9,30 +9,8 @@
 namespace fakes {
 namespace {
 
-bool beginsWith(const std::string& text, const std::string& prefix) {
-    return text.compare(0, prefix.size(), prefix) == 0;
-}
-
 std::string number(std::uint64_t value) {
     return std::to_string(value);
-}
-
-// A day field as the task table shows it.
-template <std::size_t size>
-void setDay(char (&field)[size], std::uint16_t day) {
-    const std::string text = day == ZPO_SCHED_ANY ? "*" : std::to_string(day);
-    std::memcpy(field, text.c_str(), text.size() + 1);
-}
-
-ZpoScheduledTaskRecord recordOf(const ZpoScheduledTask& task) {
-    ZpoScheduledTaskRecord record{};
-    std::memcpy(record.path, task.path, sizeof record.path);
-    record.minute = task.minute;
-    record.hour = task.hour;
-    record.month = task.month;
-    setDay(record.dayOfMonth, task.dayOfMonth);
-    setDay(record.dayOfWeek, task.dayOfWeek);
-    return record;
 }
 
 std::string reserved(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
@@ -65,7 +43,7 @@ std::uint32_t FakePlatform::called(const std::string& function, const std::strin
 std::vector<std::string> FakePlatform::calls(const std::string& prefix) const {
     std::vector<std::string> found;
     std::copy_if(calls_.begin(), calls_.end(), std::back_inserter(found),
-                 [&](const std::string& call) { return beginsWith(call, prefix); });
+                 [&](const std::string& call) { return call.compare(0, prefix.size(), prefix) == 0; });
     return found;
 }
 
@@ -109,7 +87,8 @@ uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint
     platform.created.push_back(task);
     const std::uint32_t status = platform.called(__func__, fakes::reserved(a, b, c));
     if (status == 0) {
-        platform.tasks.push_back(fakes::recordOf(task));
+        platform.tasks.emplace_back();
+        std::memcpy(platform.tasks.back().path, task.path, sizeof task.path);
     }
     return status;
 }

@@ -49,10 +49,10 @@ class FakePlatform {
 
     // ---- Scheduler, notifications, queues
 
-    std::vector<ZpoScheduledTaskRecord> tasks;                       ///< the table
-    std::vector<ZpoScheduledTask> created;                           ///< as they were handed over
-    std::vector<ZpoScheduledTaskRecord> deleted;                     ///< as they were handed over, also when it failed
-    int openLists = 0;                                               ///< lists handed out and not yet freed
+    std::vector<ZpoScheduledTaskRecord> tasks;   ///< the table; one that was created has only its path there
+    std::vector<ZpoScheduledTask> created;       ///< as they were handed over
+    std::vector<ZpoScheduledTaskRecord> deleted; ///< as they were handed over, also when it failed
+    int openLists = 0;                           ///< lists handed out and not yet freed
     std::map<std::string, ZpoRegBackupAndRestoreCallback> callbacks; ///< by the name they were registered under
     std::map<std::string, std::uint32_t> queues;                     ///< ids of those that exist, by name
 

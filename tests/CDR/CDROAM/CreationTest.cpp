@@ -1,6 +1,5 @@
 // A creation request with managers that can create: what the module's own never do.
 #include "ModuleTest.hpp"
-#include "QTX_CDRPushSettingImpl.hpp"
 #include "QTX_CDRServiceImpl.hpp"
 
 using testing::IsEmpty;
@@ -18,23 +17,11 @@ struct CreatingServices : QTX_CDRServiceInstanceManager {
     bool initialised = false;
 };
 
-struct CreatingPushSettings : QTX_CDRPushSettingInstanceManager {
-    QTX_CDRPushSetting* createQTX_CDRPushSetting(Text id) override { return new QTX_CDRPushSettingImpl(id); }
-    void destroyQTX_CDRPushSetting(QTX_CDRPushSetting* object) override { delete object; }
-};
-
 class CreationTest : public ModuleTest {
   protected:
-    CreationTest() {
-        QTX_CDRService::SetInstanceManager(&services);
-        QTX_CDRPushSetting::SetInstanceManager(&pushSettings);
-    }
-    ~CreationTest() override {
-        QTX_CDRService::ClearInstanceManager();
-        QTX_CDRPushSetting::ClearInstanceManager();
-    }
+    CreationTest() { QTX_CDRService::SetInstanceManager(&services); }
+    ~CreationTest() override { QTX_CDRService::ClearInstanceManager(); }
     CreatingServices services;
-    CreatingPushSettings pushSettings;
     // Without SystemName and CreationClassName.
     const std::string wanted = "QTX_CDRService.SystemCreationClassName=\"a\",Name=\"d\"";
 };
@@ -60,16 +47,6 @@ TEST_F(CreationTest, TakesBackWhatCouldNotBeModified) {
               }).message,
               "DigitsLimit must be <= 24");
     EXPECT_THAT(names("QTX_CDRService"), IsEmpty());
-}
-
-TEST_F(CreationTest, EndsRestoreNotificationsWhenAFurtherPushSettingGoes) {
-    platform.put("CDR/CDRPush/TransferType", "bytes 00");
-    const OpenWBEM::CIMObjectPath made = create(changed("QTX_CDRPushSetting.InstanceID=\"x\"", {}));
-    platform.callbacks.at("CDROAMProvider")(2);
-    EXPECT_EQ(platform.created.size(), 1U);
-    remove(made);
-    platform.callbacks.at("CDROAMProvider")(2);
-    EXPECT_EQ(platform.created.size(), 1U);
 }
 
 } // namespace

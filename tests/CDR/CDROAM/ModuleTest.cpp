@@ -86,14 +86,6 @@ CIMInstance changed(const std::string& text, const NewValues& values) {
     return instance;
 }
 
-std::vector<std::string> propertyNames(const CIMInstance& instance) {
-    std::vector<std::string> names;
-    for (const CIMProperty& property : instance.getProperties()) {
-        names.push_back(text(property.getName()));
-    }
-    return names;
-}
-
 std::string shown(const CIMInstance& instance, const std::string& property) {
     const CIMProperty found = instance.getProperty(property.c_str());
     return found ? text(found.getValue().toString()) : "-";

@@ -42,8 +42,6 @@ using NewValues = std::vector<std::pair<std::string, OpenWBEM::CIMValue>>;
 /// The instance that a client sends to change properties: the keys of the path and the values, in that order.
 OpenWBEM::CIMInstance changed(const std::string& path, const NewValues& values);
 
-std::vector<std::string> propertyNames(const OpenWBEM::CIMInstance& instance);
-
 /// The property's value as text; "-" when the instance has no such property.
 std::string shown(const OpenWBEM::CIMInstance& instance, const std::string& property);
 

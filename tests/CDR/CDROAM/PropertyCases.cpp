@@ -42,7 +42,7 @@ PropertyCase pulled(Text property, Text type, const std::string& key, Text store
 
 } // namespace
 
-// Values differ, so that no entry passes for another. Counters lie in the entry as on a little-endian host.
+// In the order of the instances. Values differ, so that no entry passes for another. Counters lie in the entry as on a little-endian host.
 // clang-format off
 const std::vector<PropertyCase>& propertyCases() {
     static const std::vector<PropertyCase> cases = {
@@ -84,9 +84,9 @@ const std::vector<PropertyCase>& propertyCases() {
         push("TransferDayOfWeek", "string", "TranDateOfWeek", "text 6", "6", "", "text "),
         {kPushStatistics, "LastTransferTime", "datetime", "CDRPush/LastTransferTime",
          "text 20240229123000.000000+060", "20240229123000.000000+060", "00000000000000.000000:000", "", false},
+        pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
         {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag",
          "bytes 01", "true", "false", "bytes 00"},
-        pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
         pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", "bytes 01000000", "1", "0"),
         pulled("MostRecentFailedTransfer", "string", "MostRecentFailure", "text then", "then", ""),
         pulled("ReasonForFailure", "string", "MostRecentFailureReason", "text full", "full", ""),

@@ -35,38 +35,25 @@ void expectSlotsFrom(int first, Members... members) {
 }
 
 // Slots 0 and 1 are the destructor's; those of properties stand in the order of their class's table, which is that of
-// the instances (ContractTest), then come the methods.
+// the schema, then come the methods.
 #define GETTER(NAME, ...) , &C::get##NAME
 #define KEY_GETTER(NAME) , &C::get##NAME
 #define GETTER_AND_SETTER(NAME, ...) , &C::get##NAME, &C::set##NAME
-#define SLOTS(TABLE) 2, &C::startChange, &C::endChange TABLE(GETTER_AND_SETTER, GETTER, KEY_GETTER, CDR_NONE)
+#define EXPECT_SLOTS(CLASS, TABLE, ...)                                                                                \
+    {                                                                                                                  \
+        using C = CLASS;                                                                                               \
+        expectSlotsFrom(2, &C::startChange,                                                                            \
+                        &C::endChange TABLE(GETTER_AND_SETTER, GETTER, KEY_GETTER, CDR_NONE) __VA_ARGS__);             \
+    }
 
-TEST(SlotOrder, ManagedClasses) {
-    {
-        using C = QTX_CDRService;
-        expectSlotsFrom(SLOTS(QTX_CDRSERVICE_TABLE), &C::Refresh, &C::ClipFile);
-    }
-    {
-        using C = QTX_CDRServicePrefixBin;
-        expectSlotsFrom(SLOTS(QTX_CDRSERVICEPREFIXBIN_TABLE));
-    }
-    {
-        using C = QTX_CDRServiceAccessBin;
-        expectSlotsFrom(SLOTS(QTX_CDRSERVICEACCESSBIN_TABLE));
-    }
-    {
-        using C = QTX_CDRPushSetting;
-        using Impl = QTX_CDRPushSettingImpl;
-        expectSlotsFrom(SLOTS(QTX_CDRPUSHSETTING_TABLE), &C::PushFileNow, &Impl::setPushSchedule,
-                        &Impl::removePushSchedule);
-    }
-    {
-        using C = QTX_CDRPushStatistics;
-        expectSlotsFrom(SLOTS(QTX_CDRPUSHSTATISTICS_TABLE), &C::Refresh);
-    }
-    using C = QTX_CDRPullStatistics;
-    expectSlotsFrom(SLOTS(QTX_CDRPULLSTATISTICS_TABLE), &C::Refresh);
-}
+TEST(SlotOrder, ManagedClasses){
+    EXPECT_SLOTS(QTX_CDRService, QTX_CDRSERVICE_TABLE, , &C::Refresh, &C::ClipFile)
+        EXPECT_SLOTS(QTX_CDRServicePrefixBin, QTX_CDRSERVICEPREFIXBIN_TABLE, )
+            EXPECT_SLOTS(QTX_CDRServiceAccessBin, QTX_CDRSERVICEACCESSBIN_TABLE, )
+                EXPECT_SLOTS(QTX_CDRPushSetting, QTX_CDRPUSHSETTING_TABLE, , &C::PushFileNow,
+                             &QTX_CDRPushSettingImpl::setPushSchedule, &QTX_CDRPushSettingImpl::removePushSchedule)
+                    EXPECT_SLOTS(QTX_CDRPushStatistics, QTX_CDRPUSHSTATISTICS_TABLE, , &C::Refresh)
+                        EXPECT_SLOTS(QTX_CDRPullStatistics, QTX_CDRPULLSTATISTICS_TABLE, , &C::Refresh)}
 
 TEST(SlotOrder, InstanceManager) {
     using M = QTX_CDRServiceInstanceManager;

@@ -27,11 +27,7 @@ class UmbrellaTest : public ModuleTest {
     struct Request {
         std::string operation;
         std::function<void(const std::string& className)> send;
-        int readError;
-        int writeError;
-        int stdException;
-        int otherThrow;
-        int unknownClass;
+        int readError, writeError, stdException, otherThrow, unknownClass; ///< lines
     };
 
     static CIMObjectPath named(const std::string& className) { return path(className + ".Name=\"x\""); }
@@ -130,12 +126,6 @@ TEST_F(UmbrellaTest, PassesATypeMismatchOnAsAFailure) {
     EXPECT_EQ(set(kPushSetting, "DeleteFlag", value("uint8", "1")).line, 622);
     EXPECT_EQ(logger->entries.size(), 2U);
     EXPECT_THAT(platform.calls("ZpoSetRegEntry"), IsEmpty());
-}
-
-TEST_F(UmbrellaTest, KeepsItsObjectsAfterCleanup) {
-    provider->cleanup();
-    EXPECT_EQ(names("QTX_CDRServicePrefixBin").size(), 8U);
-    EXPECT_THAT(platform.calls("ZpoDiagDeregisterModule"), IsEmpty());
 }
 
 } // namespace
