@@ -112,9 +112,7 @@ TEST(CrontabDirectory, ReplacesTheUsersFileAndTellsTheDaemon) {
     EXPECT_EQ(ZPO_OK, backend->write("new\n"));
     EXPECT_EQ("new\n", support::contentOf(dir / userName()));
     EXPECT_EQ(userName() + "\n", support::contentOf(dir / "cron.update"));
-    struct stat status {};
-    stat((dir / userName()).c_str(), &status);
-    EXPECT_EQ(0640U, status.st_mode & 0777U);
+    EXPECT_EQ(std::filesystem::perms(0640), std::filesystem::status(dir / userName()).permissions());
     const auto count = std::distance(std::filesystem::directory_iterator(dir.path()), {});
     EXPECT_EQ(2, count) << "no temporary file may stay";
 }

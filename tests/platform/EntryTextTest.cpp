@@ -22,44 +22,40 @@ std::vector<Entry> oddEntries() {
     };
 }
 
-TEST(EntryText, ReadsBackWhatItWrites) {
+std::string formatted(const std::vector<Entry>& entries) {
     std::string text;
-    for (const Entry& entry : oddEntries()) {
+    for (const Entry& entry : entries) {
         text += formatEntryText(entry) + "\n";
     }
+    return text;
+}
+
+TEST(EntryText, ReadsBackWhatItWrites) {
     std::vector<Entry> read;
     std::string error;
+    const std::string text = formatted(oddEntries());
     ASSERT_TRUE(parseEntries("# a comment\n\n  \r\n" + text, read, error)) << error;
-    const std::vector<Entry> wanted = oddEntries();
-    ASSERT_EQ(wanted.size(), read.size());
-    for (std::size_t i = 0; i < read.size(); ++i) {
-        EXPECT_EQ(wanted[i].component + wanted[i].section + wanted[i].key,
-                  read[i].component + read[i].section + read[i].key);
-        EXPECT_EQ(wanted[i].kind, read[i].kind);
-        EXPECT_EQ(wanted[i].bytes, read[i].bytes);
-    }
+    EXPECT_EQ(text, formatted(read));
+    ASSERT_EQ(4U, read.size());
+    EXPECT_EQ(oddEntries()[1].bytes, read[1].bytes);
 }
 
 TEST(EntryText, NamesTheLineThatIsWrong) {
-    const std::string wrong[] = {"C S k text " + std::string(512, 'a'),
-                                 "C S",
-                                 "C S k",
+    const std::string wrong[] = {"C S",
+                                 "C S k text " + std::string(512, 'a'),
                                  "C S k number 5",
-                                 "C S k binary",
-                                 "C S k binary 0",
                                  "C S k binary 0g",
+                                 "C S k binary 0",
                                  "C S k int -1",
                                  "C S k int 4294967296",
                                  "C S k int 5 6",
                                  "C S k text",
-                                 "C S k text two words",
                                  "C S k text \"open",
                                  "C S k text \"bad \\q escape\"",
                                  "C S k text \"nul \\x00\"",
                                  "C S k text a\"b",
                                  "C S \"k\"x text y",
                                  "C S \"\" text y",
-                                 "C S \"k\\x00y\" text y",
                                  "C S \"tab\\t\" text y",
                                  "C S good int 1"}; // the last: a second time
     for (const std::string& line : wrong) {

@@ -69,19 +69,14 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
     const std::string good = fillStore(dir.path());
     std::string pageZeroed = good;
     pageZeroed.replace(3 * 4096, 4096, 4096, '\0');
-    const std::vector<std::pair<const char*, std::string>> cases = {
-        {"text", std::string(9000, 'a')},
-        {"short", good.substr(0, 100)},
-        {"heads only", good.substr(0, 2 * 4096)},
-        {"one head", good.substr(0, 4096)},
-        {"cut", good.substr(0, good.size() / 2)},
-        {"zeros", std::string(good.size(), '\0')},
-        {"a page zeroed", pageZeroed},
-    };
-    for (const auto& [what, content] : cases) {
+    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'), pageZeroed};
+    for (const std::size_t cut : {std::size_t{100}, std::size_t{4096}, std::size_t{8192}, good.size() / 2}) {
+        damaged.push_back(good.substr(0, cut));
+    }
+    for (std::size_t what = 0; what < damaged.size(); ++what) {
         RegistryStore store(dir.path(), mapBytes);
         Entry entry;
-        support::writeFile(file, content);
+        support::writeFile(file, damaged[what]);
         EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.readEntry(nameOf("key1"), entry)) << what;
         EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::text, "x")) << what;
         support::writeFile(file, good);

@@ -43,14 +43,6 @@ TEST_F(LimitsTest, Sizes) {
     EXPECT_EQ(connect().ask(post(std::string(100'000, 'x'))).body.size(), 100'012U) << "the limit itself is allowed";
 }
 
-TEST_F(LimitsTest, AFieldThatDoesNotEndComesAfterItsRequestLine) {
-    start();
-    auto client = connect();
-    client.send("POST /cimom HTTP/1.1\r\n");
-    std::this_thread::sleep_for(100ms);
-    EXPECT_EQ(client.ask("X: " + std::string(1'000'000, 'x')).status, 431U);
-}
-
 /// What is sent, and the status of the answer when time is over; 0: closed without one.
 TEST_F(LimitsTest, TimesEndTheConnection) {
     using cimserver::http::Limits;

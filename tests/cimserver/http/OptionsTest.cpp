@@ -1,11 +1,8 @@
 // What the options mean, and which are refused.
 #include "cimserver/Options.hpp"
+#include "Support.hpp"
 
 #include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 using namespace cimserver;
 using namespace std::chrono_literals;
@@ -54,8 +51,6 @@ TEST(Options, OnlyThisHostIsOpenWithoutTlsAndUsers) {
     EXPECT_EQ(messageOf(with({"--listen", "0.0.0.0:1", "--user-file", "u"})), "");
     const std::string needs = "; it needs TLS and a user file (or --allow-insecure)";
     EXPECT_EQ(messageOf({"--listen", "0.0.0.0:1"}), "http://0.0.0.0:1 is open beyond this host without TLS" + needs);
-    EXPECT_EQ(messageOf({"--listen", "10.0.0.1:1", "--user-file", "u"}),
-              "http://10.0.0.1:1 is open beyond this host without TLS" + needs);
     EXPECT_EQ(messageOf(with({"--listen", "[::]:1"})),
               "https://[::]:1 is open beyond this host without --user-file" + needs);
     EXPECT_EQ(messageOf(with({"--listen", "127.0.0.1:1", "--listen", "http://[::]:1", "--user-file", "u"})),
@@ -63,18 +58,18 @@ TEST(Options, OnlyThisHostIsOpenWithoutTlsAndUsers) {
     EXPECT_EQ(messageOf({"--listen", "https://127.0.0.1:1"}),
               "https://127.0.0.1:1 needs --tls-certificate and --tls-key");
     EXPECT_EQ(messageOf({"--tls-key", "k"}), "--tls-certificate and --tls-key belong together");
-    EXPECT_EQ(messageOf(with({"--tls-client-certificates", "required"})),
-              "--tls-client-ca and --tls-client-certificates optional or required belong together");
-    EXPECT_EQ(messageOf(with({"--tls-client-ca", "ca"})),
-              "--tls-client-ca and --tls-client-certificates optional or required belong together");
+    for (const char* option : {"--tls-client-certificates=required", "--tls-client-ca=ca"}) {
+        EXPECT_EQ(messageOf(with({option})),
+                  "--tls-client-ca and --tls-client-certificates optional or required belong together");
+    }
     const auto open = parse({"--listen", "0.0.0.0:1", "--listen", "0.0.0.0:2", "--allow-insecure"});
     EXPECT_EQ(checkAccess(open).size(), 2U) << "a warning for each";
 }
 
 TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
-    const auto file = std::filesystem::temp_directory_path() / ("options-" + std::to_string(::getpid()));
-    const auto write = [&file](const char* text) { std::ofstream(file) << text; };
-    const auto name = file.string();
+    const support::TempDir dir;
+    const auto name = dir / "conf";
+    const auto write = [&name](const char* text) { support::writeFile(name, text); };
     write("# a comment\nlisten = [\"127.0.0.1:1\", \"127.0.0.1:2\"]\nidle-timeout = 250ms\nmax-body = 2M\n"
           "forward-unchanged = true\nrealm = \"two words\"\nlog-level = error\nprovider-config = [\"a.b=c=d\"]\n");
     const auto options = parse({"--config", name.c_str(), "--max-body", "1K", "--log-level", "debug"});
@@ -97,8 +92,7 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
         write(text);
         EXPECT_EQ(messageOf({"--config", name.c_str()}), message);
     }
-    std::filesystem::remove(file);
-    EXPECT_EQ(messageOf({"--config", name.c_str()}), name + " was not readable (missing?)");
+    EXPECT_EQ(messageOf({"--config", "/absent"}), std::string("/absent") + " was not readable (missing?)");
 }
 
 } // namespace

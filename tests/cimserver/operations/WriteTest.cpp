@@ -98,21 +98,16 @@ TEST_F(CimomTest, CreatesAndDeletes) {
     cimom.deleteInstance(context, "root/test", path());
     EXPECT_THAT(record.calls, ElementsAre("get root/test /root/test:T_Thing.Name=\"one\" all",
                                           "delete /root/test:T_Thing.Name=\"one\""));
-    const auto create = [&](const char* className) {
-        return thrownBy([&] { cimom.createInstance(context, "root/test", CIMInstance(CIMName(className))); });
-    };
-    EXPECT_THAT(create("T_Idea"), Pair(4, "invalid parameter passed to method (The class T_Idea is abstract)"));
-    EXPECT_EQ(create("T_Orphan").first, CIMException::NOT_SUPPORTED);
-    EXPECT_EQ(create("T_Nope").first, CIMException::INVALID_CLASS);
+    EXPECT_THAT(thrownBy([&] { cimom.createInstance(context, "root/test", CIMInstance("T_Idea")); }),
+                Pair(4, "invalid parameter passed to method (The class T_Idea is abstract)"));
 }
 
 class Invoke : public CimomTest {
   protected:
     static CIMParamValue value(const char* name, const CIMValue& v) { return {CIMName(name), v}; }
 
-    std::pair<int, std::string> invoke(const CIMParamValueArray& in, const char* method = "act",
-                                       const char* className = "T_Thing") {
-        return thrownBy([&] { cimom.invokeMethod(context, "root/test", path(className), method, in, out); });
+    std::pair<int, std::string> invoke(const CIMParamValueArray& in) {
+        return thrownBy([&] { cimom.invokeMethod(context, "root/test", path(), "act", in, out); });
     }
 
     CIMParamValueArray out;
@@ -144,22 +139,13 @@ TEST_F(Invoke, OrdersTypesAndCompletesParameters) {
 }
 
 TEST_F(Invoke, RefusesWhatTheMethodDoesNotTake) {
-    const CIMParamValue level = value("Level", CIMValue(UInt8(1)));
-    const auto with = [&](const CIMParamValue& more) {
-        CIMParamValueArray in(1, level);
-        in.push_back(more);
-        return invoke(in);
-    };
-    EXPECT_THAT(invoke({}), Pair(4, "invalid parameter passed to method (Parameter Level was not specified.)"));
-    EXPECT_THAT(with(value("Zap", CIMValue("x"))).second, testing::HasSubstr("Unknown or duplicate parameter: Zap"));
-    EXPECT_THAT(with(value("level", CIMValue("x"))).second, testing::HasSubstr("parameter: level"));
-    EXPECT_THAT(with(value("Result", CIMValue("x"))).second, testing::HasSubstr("parameter: Result")) << "out only";
+    for (const char* name : {"Zap", "level", "Result"}) { // unknown, a second time, out only
+        CIMParamValueArray in(1, value("Level", CIMValue(UInt8(1))));
+        in.push_back(value(name, CIMValue("x")));
+        EXPECT_THAT(invoke(in).second, testing::HasSubstr(std::string("Unknown or duplicate parameter: ") + name));
+    }
     EXPECT_EQ(invoke(CIMParamValueArray(1, value("Level", CIMValue("abc")))).first, 4);
     EXPECT_EQ(invoke(CIMParamValueArray(1, value("Level", CIMValue(CIMNULL)))).first, 0) << "NULL is a value given";
-    EXPECT_THAT(invoke({}, "Nope"), Pair(17, "extrinsic method does not exist (Nope)"));
-    EXPECT_THAT(invoke({}, "Act", "T_Orphan"),
-                Pair(6, "requested object could not be found (No provider for method Act)"));
-    EXPECT_THAT(invoke({}, "Act", "T_Nope"), Pair(6, "requested object could not be found (/root/test:T_Nope)"));
     EXPECT_EQ(record.calls.size(), 1u);
 }
 
