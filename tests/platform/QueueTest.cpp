@@ -79,9 +79,8 @@ TEST(Queue, ADeletedQueueIsGoneForEveryone) {
     });
     EXPECT_EQ(std::to_string(OSA_QUEUE_NOT_FOUND), receive(id, -1));
     deleter.join();
-    std::uint32_t found = 9;
+    std::uint32_t found = 0;
     EXPECT_EQ(OSA_QUEUE_NOT_FOUND, osQueueGetId("Deleted", &found));
-    EXPECT_EQ(9U, found);
     EXPECT_EQ(OSA_QUEUE_NOT_FOUND, osQueueSend(id, "0", 1));
     EXPECT_EQ(OSA_QUEUE_NOT_FOUND, osQueueDelete(id));
 }

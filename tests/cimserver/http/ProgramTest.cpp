@@ -62,12 +62,15 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
     const auto address = "127.0.0.1:" + std::to_string(serve("--state-dir state"));
     const auto holder = std::to_string(server_);
     const std::string mof = "--mof empty.mof ";
+    const std::string certify = "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=x";
+    EXPECT_EQ(run(certify + " -out cert.pem -keyout key.pem && " + certify + " -keyout other.key").exitCode, 0);
     const std::tuple<int, std::string, std::string> cases[] = {
         {2, "--mof is required", ""},
         {2, "http://0.0.0.0:0 is open beyond this host", mof + "--listen 0.0.0.0:0"},
         {3, "bad.mof:1:7: ", "--mof bad.mof"},
         {3, "cannot read the user file", mof + "--user-file absent"},
         {3, "cannot use the TLS certificate empty.mof", mof + "--tls-certificate empty.mof --tls-key empty.mof"},
+        {3, "cannot use the TLS key other.key", mof + "--tls-certificate cert.pem --tls-key other.key"},
         {3, "cannot write the dump file", mof + "--dump /proc/absent/dump"},
         {3, "cannot write the log file", mof + "--log-file /proc/absent/log"},
         {3, "cannot write the providers' output", mof + "--provider-stdout /proc/absent/out"},

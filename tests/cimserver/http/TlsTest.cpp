@@ -78,25 +78,6 @@ TEST_F(TlsTest, ReloadsCertificateAndKeyAndKeepsTheOldWhenTheNewIsBad) {
               1U);
 }
 
-TEST_F(TlsTest, NamesTheFileThatDoesNotDo) {
-    issue("other", "other");
-    const std::tuple<std::string, std::string, std::string> cases[] = {
-        {"absent.pem", "server.key", "cannot use the TLS certificate " + path("absent.pem")},
-        {"server.pem", "absent.key", "cannot use the TLS key " + path("absent.key")},
-        {"server.pem", "other.key", path("other.key")},
-    };
-    for (const auto& [certificate, key, text] : cases) {
-        settings_.tls.certificateFile = path(certificate);
-        settings_.tls.keyFile = path(key);
-        try {
-            start(true);
-            ADD_FAILURE() << text;
-        } catch (const std::runtime_error& error) {
-            EXPECT_NE(std::string(error.what()).find(text), std::string::npos) << error.what();
-        }
-    }
-}
-
 TEST_F(TlsTest, ClientCertificatesComeOnTopOrNameTheUser) {
     write("users", "alice:*:write\n");
     settings_.login.userFile = path("users");
