@@ -21,7 +21,6 @@ const CrontabTask daily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
 TEST(CrontabTable, KeepsEveryForeignByte) {
     const std::string tables[] = {
         "",
-        "\n",
         "# comment\nSHELL=/bin/sh\nMAILTO=\"\"\n\n0 1 * * * /bin/one\n",
         "0 1 * * * /bin/last-line-without-its-end",
         "*/5 8 * * * /qv/bin/CDRTransfer\n",

@@ -152,19 +152,6 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     EXPECT_EQ("old", entries[0].bytes);
 }
 
-TEST(RegistryStore, NoticesThatItsFileWasReplaced) {
-    const TempDir dir;
-    RegistryStore old(dir.path(), mapBytes);
-    old.write(nameOf("key"), EntryKind::text, "old");
-    std::filesystem::remove(dir / "registry.mdb");
-    std::filesystem::remove(dir / "registry.mdb-lock");
-    RegistryStore(dir.path(), mapBytes).write(nameOf("key"), EntryKind::text, "new");
-    EXPECT_TRUE(support::waitUntil([&] {
-        Entry entry;
-        return old.readEntry(nameOf("key"), entry) == ZPO_OK && entry.bytes == "new";
-    }));
-}
-
 // Writes two entries at a time until killed; what it reports through the pipe is committed.
 int writePairs(const std::string& directory, int pipe) {
     RegistryStore store(directory, mapBytes);
