@@ -36,9 +36,7 @@ TEST_F(DigitBinTest, SetsARowAndLeavesTheOthers) {
     const std::string prefixRefused = "1 304 QTX_CDRServicePrefixBinProvider 301";
     const std::string accessRefused = "1 304 QTX_CDRServiceAccessBinProvider 301";
     struct {
-        const char* path;
-        const char* property;
-        const char* value;
+        const char *path, *property, *value;
         std::string row; ///< what the row then holds
         std::string ended = "";
         std::vector<std::string> log = {};
@@ -99,12 +97,8 @@ TEST_F(DigitBinTest, CutsATextThatIsTooLong) {
     EXPECT_EQ(access.getSuppressBin(text, qualifiers), 0);
     EXPECT_EQ(text, "16");
     EXPECT_EQ(access.setSuppressBin("99999999999999999999"), 301);
-}
-
-TEST_F(DigitBinTest, GivesAOneCharacterTextOfCodeZeroWhenUnreadable) {
-    EXPECT_EQ(prefix.getPrefixBin(text, qualifiers), 100);
-    EXPECT_EQ(text, std::string(1, '\0'));
-    EXPECT_EQ(access.getSuppressBin(text = "", qualifiers), 100);
+    platform.put(kAccessEntry, "");
+    EXPECT_EQ(access.getSuppressBin(text, qualifiers), 100);
     EXPECT_EQ(text, std::string(1, '\0'));
 }
 

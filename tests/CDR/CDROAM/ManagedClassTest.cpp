@@ -1,9 +1,7 @@
-// Managed objects and their instance managers, and texts of the registry.
+// Managed objects and their instance managers, and the conversion of texts.
 #include "CFG_Exception.hpp"
-#include "QTX_CDRPullStatistics.hpp"
 #include "QTX_CDRService.hpp"
 #include "QTX_CDRServicePrefixBin.hpp"
-#include "Registry.hpp"
 
 #include "OW_UTF8Utils.hpp"
 // The conversion for an OpenWBEM without one, beside the library's own.
@@ -28,9 +26,6 @@ class InstanceManagerTest : public testing::Test {
 
 TEST_F(InstanceManagerTest, ThrowsWhereThereIsNothing) {
     EXPECT_THROW(manager.get("x"), CFG_NoInstance);
-    EXPECT_THROW(manager.next(), CFG_NoInstance);
-    manager.startIteration();
-    EXPECT_FALSE(manager.hasNext());
     EXPECT_THROW(manager.next(), CFG_NoInstance);
     EXPECT_THROW(manager.createQTX_CDRServicePrefixBin("x"), CFG_InstanceCreationFailed);
     EXPECT_THROW(manager.destroyQTX_CDRServicePrefixBin(nullptr), CFG_InstanceDeletionFailed);
@@ -81,10 +76,6 @@ struct BareService : QTX_CDRService {
     unsigned int Refresh() override { return 0; }
     unsigned int ClipFile() override { return 0; }
 };
-struct BareStatistics : QTX_CDRPullStatistics {
-    using QTX_CDRPullStatistics::QTX_CDRPullStatistics;
-    unsigned int Refresh() override { return 0; }
-};
 
 TEST(ManagedClass, CannotReadOrWriteByItself) {
     QualifierArray qualifiers;
@@ -92,11 +83,6 @@ TEST(ManagedClass, CannotReadOrWriteByItself) {
     std::string text = "kept";
     EXPECT_EQ(constant.getFeatureCode(text, qualifiers), 100);
     EXPECT_EQ(text, "kept");
-    BareStatistics statistics("x");
-    EXPECT_EQ(statistics.getReasonForFailure(text, qualifiers), 0);
-    EXPECT_EQ(text, "kept");
-    EXPECT_EQ(statistics.setIncludeMetricsFlag(true), 101);
-    EXPECT_EQ(statistics.startChange() + statistics.endChange(), 0);
     EXPECT_EQ(constant.getSystemName(text, qualifiers), 0);
     EXPECT_EQ(text, "c");
     EXPECT_TRUE(qualifiers.empty());
@@ -106,10 +92,6 @@ TEST(ManagedClass, TakesKeysThatReadTheSameForTheSame) {
     BareService service("ab", "c", "d", "e");
     EXPECT_EQ(QTX_CDRService::getInstanceManager()->get("a", "bc", "de", ""), &service);
     EXPECT_THROW(QTX_CDRService::getInstanceManager()->get("ab", "c", "e", "d"), CFG_NoInstance);
-}
-
-TEST(Registry, TakesNoTextForOneThatMayNotBeShown) {
-    EXPECT_EQ(isControlCharacter(nullptr), -1);
 }
 
 TEST(Registry, ConvertsLatin1WithinTheCapacity) {

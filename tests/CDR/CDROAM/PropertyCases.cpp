@@ -42,7 +42,8 @@ PropertyCase pulled(Text property, Text type, const std::string& key, Text store
 
 } // namespace
 
-// In the order of the instances. Values differ, so that no entry passes for another. Counters lie in the entry as on a little-endian host.
+// In the order of the instances. Values differ, so that no entry passes for another. Counters lie in the entry as on a
+// little-endian host.
 // clang-format off
 const std::vector<PropertyCase>& propertyCases() {
     static const std::vector<PropertyCase> cases = {

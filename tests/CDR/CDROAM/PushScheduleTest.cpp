@@ -47,10 +47,7 @@ class PushScheduleTest : public ModuleTest {
 TEST_F(PushScheduleTest, HandsTheTaskOverByteForByte) {
     // clang-format off
     struct {
-        const char* type;
-        const char* time;
-        const char* dayOfMonth;
-        const char* dayOfWeek;
+        const char *type, *time, *dayOfMonth, *dayOfWeek;
         std::uint16_t fields[5]; ///< minute, hour, day of month, day of week, month
         const char* description;
         const char* created; ///< time, day of month and day of week that are put where they were absent
@@ -158,10 +155,8 @@ TEST_F(PushScheduleTest, FailsWhenTheTaskCannotBeCreated) {
 
 TEST_F(PushScheduleTest, TakesOnlyTimesAndDays) {
     struct {
-        const char* property;
-        std::string key;
-        std::vector<std::string> taken;
-        std::vector<std::string> refused;
+        std::string property, key;
+        std::vector<std::string> taken, refused;
     } const cases[] = {
         {"TransferTime",
          "TranTime",
