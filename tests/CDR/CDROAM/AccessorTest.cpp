@@ -3,6 +3,9 @@
 #include "ModuleTest.hpp"
 #include "PropertyCases.hpp"
 
+#include <algorithm>
+#include <iterator>
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -60,10 +63,9 @@ TEST_P(AccessorTest, TreatsAnAbsentEntryAsItsClassDoes) {
     }
 }
 
-TEST_P(AccessorTest, LogsAFailedWrite) {
-    if (!c.writable) {
-        return;
-    }
+class SetterTest : public AccessorTest {};
+
+TEST_P(SetterTest, LogsAFailedWrite) {
     platform.queues["CDRService"] = 7;
     failAccess("Set");
     EXPECT_EQ(set(c.path, c.property, value(c.type, c.shown)).text(),
@@ -73,11 +75,10 @@ TEST_P(AccessorTest, LogsAFailedWrite) {
     EXPECT_THAT(platform.created, IsEmpty());
 }
 
+class TextGetterTest : public AccessorTest {};
+
 // Also an empty text counts. The entry stays as it is.
-TEST_P(AccessorTest, ShowsTheDefaultForControlCharacters) {
-    if (c.stored.substr(0, 5) != "text ") {
-        return;
-    }
+TEST_P(TextGetterTest, ShowsTheDefaultForControlCharacters) {
     const std::string warning = std::string("2 2 -1 ControlCharacters Found in PDR:") +
                                 (c.isPullStatistic() ? "" : "Push-") + c.key.substr(c.key.find('/') + 1);
     for (const std::string stored : {"text a\tb", "text \x7f", "text "}) {
@@ -94,7 +95,21 @@ std::string caseName(const testing::TestParamInfo<PropertyCase>& tested) {
     return tested.param.className() + "_" + tested.param.property;
 }
 
+std::vector<PropertyCase> casesThat(bool (*are)(const PropertyCase&)) {
+    std::vector<PropertyCase> found;
+    std::copy_if(propertyCases().begin(), propertyCases().end(), std::back_inserter(found), are);
+    return found;
+}
+bool isWritable(const PropertyCase& tested) {
+    return tested.writable;
+}
+bool isText(const PropertyCase& tested) {
+    return tested.stored.substr(0, 5) == "text ";
+}
+
 INSTANTIATE_TEST_SUITE_P(Properties, AccessorTest, testing::ValuesIn(propertyCases()), caseName);
+INSTANTIATE_TEST_SUITE_P(Properties, SetterTest, testing::ValuesIn(casesThat(isWritable)), caseName);
+INSTANTIATE_TEST_SUITE_P(Properties, TextGetterTest, testing::ValuesIn(casesThat(isText)), caseName);
 
 // What an entry's value and a property's value are to each other where it is not one to one.
 TEST_F(ModuleTest, ConvertsBetweenEntriesAndValues) {
