@@ -128,4 +128,10 @@ TEST_F(UmbrellaTest, PassesATypeMismatchOnAsAFailure) {
     EXPECT_THAT(platform.calls("ZpoSetRegEntry"), IsEmpty());
 }
 
+TEST_F(UmbrellaTest, KeepsItsObjectsAfterCleanup) {
+    provider->cleanup();
+    EXPECT_EQ(names("QTX_CDRServicePrefixBin").size(), 8U);
+    EXPECT_THAT(platform.calls("ZpoDiagDeregisterModule"), IsEmpty());
+}
+
 } // namespace
