@@ -1,6 +1,5 @@
 // The server's log: one line an entry with time, level, component and text; control characters are escaped.
-#ifndef CIMSERVER_LOG_HPP
-#define CIMSERVER_LOG_HPP
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -31,5 +30,3 @@ bool enabled(Level level) noexcept;
 void audit(std::string_view text) noexcept;
 
 } // namespace cimserver::log
-
-#endif

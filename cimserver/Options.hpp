@@ -1,6 +1,5 @@
 // The server's options: one declaration for the command line and the configuration file.
-#ifndef CIMSERVER_OPTIONS_HPP
-#define CIMSERVER_OPTIONS_HPP
+#pragma once
 
 #include "cimserver/Log.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -58,5 +57,3 @@ std::chrono::milliseconds parseDuration(const std::string& text);
 std::size_t parseSize(const std::string& text);
 
 } // namespace cimserver
-
-#endif

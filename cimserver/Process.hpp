@@ -1,6 +1,5 @@
 // What the server does to its process: signals, standard output, the lock of its state directory.
-#ifndef CIMSERVER_PROCESS_HPP
-#define CIMSERVER_PROCESS_HPP
+#pragma once
 
 #include <filesystem>
 #include <stdexcept>
@@ -51,5 +50,3 @@ Descriptor lockStateDirectory(const std::filesystem::path& directory);
 void writeFile(const std::filesystem::path& file, const std::string& text);
 
 } // namespace cimserver
-
-#endif

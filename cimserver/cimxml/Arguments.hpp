@@ -1,6 +1,5 @@
 // The parameters of an operation, read against a declared list.
-#ifndef CIMSERVER_CIMXML_ARGUMENTS_HPP
-#define CIMSERVER_CIMXML_ARGUMENTS_HPP
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_String.hpp"
@@ -72,5 +71,3 @@ class Arguments {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // The audit line of a modifying request: who did what to which object, with which values, and how it ended.
-#ifndef CIMSERVER_CIMXML_AUDIT_HPP
-#define CIMSERVER_CIMXML_AUDIT_HPP
+#pragma once
 
 #include "cimserver/operations/Cimom.hpp"
 
@@ -32,5 +31,3 @@ class AuditRecord {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

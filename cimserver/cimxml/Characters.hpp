@@ -1,6 +1,5 @@
 // Characters at the edge: what XML 1.0 allows, between arbitrary bytes and UTF-8.
-#ifndef CIMSERVER_CIMXML_CHARACTERS_HPP
-#define CIMSERVER_CIMXML_CHARACTERS_HPP
+#pragma once
 
 #include "OW_String.hpp"
 
@@ -34,5 +33,3 @@ inline OpenWBEM::String toCim(std::string_view text) {
 }
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // Writes classes and qualifier declarations as CIM-XML elements.
-#ifndef CIMSERVER_CIMXML_CLASSWRITER_HPP
-#define CIMSERVER_CIMXML_CLASSWRITER_HPP
+#pragma once
 
 #include "ObjectWriter.hpp"
 
@@ -22,5 +21,3 @@ void writeClass(XmlWriter& writer, const OpenWBEM::CIMClass& cimClass, const Cla
 void writeQualifierDeclaration(XmlWriter& writer, const OpenWBEM::CIMQualifierType& declaration);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // The CIM-XML side of the server: takes a request as the transport hands it on, has the operation carried out, and
 // writes the answer.
-#ifndef CIMSERVER_CIMXML_DISPATCHER_HPP
-#define CIMSERVER_CIMXML_DISPATCHER_HPP
+#pragma once
 
 #include "Enumerations.hpp"
 #include "XmlDocument.hpp"
@@ -57,5 +56,3 @@ class Dispatcher {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // Enumerations that clients opened and have not pulled to the end.
-#ifndef CIMSERVER_CIMXML_ENUMERATIONS_HPP
-#define CIMSERVER_CIMXML_ENUMERATIONS_HPP
+#pragma once
 
 #include <chrono>
 #include <cstddef>
@@ -68,5 +67,3 @@ class Enumerations {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

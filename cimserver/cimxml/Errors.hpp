@@ -1,7 +1,6 @@
 // How a request is refused: either before it is an operation (an HTTP status with a CIMError value) or as an operation
 // (a CIM status code with a description, in a reply of HTTP status 200).
-#ifndef CIMSERVER_CIMXML_ERRORS_HPP
-#define CIMSERVER_CIMXML_ERRORS_HPP
+#pragma once
 
 #include <exception>
 #include <string>
@@ -68,5 +67,3 @@ class OperationError : public std::exception {
 std::string quote(std::string_view text);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // The elements of CIM-XML: what each may contain and which attributes it has, as a table, and the check of a document
 // against it.
-#ifndef CIMSERVER_CIMXML_GRAMMAR_HPP
-#define CIMSERVER_CIMXML_GRAMMAR_HPP
+#pragma once
 
 #include <pugixml.hpp>
 
@@ -33,5 +32,3 @@ enum class Strictness {
 void checkGrammar(pugi::xml_node element, Strictness strictness);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // The CIM header fields of a request over HTTP, and those of its answer.
-#ifndef CIMSERVER_CIMXML_HTTPRULES_HPP
-#define CIMSERVER_CIMXML_HTTPRULES_HPP
+#pragma once
 
 #include "RequestMessage.hpp"
 
@@ -34,5 +33,3 @@ class CimHeaders {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // What the operations that read instances share: the selection a request asks for, and sinks for streamed results.
-#ifndef CIMSERVER_CIMXML_INSTANCEREADS_HPP
-#define CIMSERVER_CIMXML_INSTANCEREADS_HPP
+#pragma once
 
 #include "Operations.hpp"
 
@@ -46,5 +45,3 @@ Sink<Object, Function> makeSink(Function use) {
 }
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // Calls of methods that classes declare.
-#ifndef CIMSERVER_CIMXML_METHODCALL_HPP
-#define CIMSERVER_CIMXML_METHODCALL_HPP
+#pragma once
 
 #include "Audit.hpp"
 #include "RequestMessage.hpp"
@@ -16,5 +15,3 @@ void callMethod(operations::Cimom& cimom, const operations::RequestContext& cont
                 AuditRecord& audit, XmlWriter& reply);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // Reads paths, instances and values out of a request, by the types of the class they belong to: whatever type the
 // request claims, a value that does not fit the class is refused here and never reaches a provider.
-#ifndef CIMSERVER_CIMXML_OBJECTREADER_HPP
-#define CIMSERVER_CIMXML_OBJECTREADER_HPP
+#pragma once
 
 #include "Errors.hpp"
 
@@ -49,5 +48,3 @@ class ObjectReader {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // Writes CIM objects as CIM-XML elements. What a provider delivered is taken as it is, but never leaves the server in a
 // form that a client's parser refuses: impossible dates go out as NULL, wrong characters are replaced; both are logged.
-#ifndef CIMSERVER_CIMXML_OBJECTWRITER_HPP
-#define CIMSERVER_CIMXML_OBJECTWRITER_HPP
+#pragma once
 
 #include "XmlWriter.hpp"
 
@@ -47,5 +46,3 @@ void writeEmbeddedObject(XmlWriter& writer, OpenWBEM::CIMDataType::Type type,
                          const OpenWBEM::CIMQualifierArray& qualifiers);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // The operations of the protocol: one table that says of each its name, its parameters and what carries it out.
-#ifndef CIMSERVER_CIMXML_OPERATIONS_HPP
-#define CIMSERVER_CIMXML_OPERATIONS_HPP
+#pragma once
 
 #include "Arguments.hpp"
 #include "Audit.hpp"
@@ -72,5 +71,3 @@ void pullInstancePaths(OperationCall& call);
 void closeEnumeration(OperationCall& call);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // A CIM-XML request message: one call of an operation or of a method, found in the document but not yet interpreted.
-#ifndef CIMSERVER_CIMXML_REQUESTMESSAGE_HPP
-#define CIMSERVER_CIMXML_REQUESTMESSAGE_HPP
+#pragma once
 
 #include "XmlDocument.hpp"
 
@@ -53,5 +52,3 @@ std::string nameSpaceOf(pugi::xml_node localNameSpacePath);
 bool hasMajorVersion(std::string_view version, char major);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,6 +1,5 @@
 // CIM values as text, by type: what a VALUE or KEYVALUE may hold and how one is written.
-#ifndef CIMSERVER_CIMXML_VALUETEXT_HPP
-#define CIMSERVER_CIMXML_VALUETEXT_HPP
+#pragma once
 
 #include "OW_Bool.hpp"
 #include "OW_CIMDataType.hpp"
@@ -81,5 +80,3 @@ bool isDateTime(std::string_view text);
 std::optional<bool> parseBoolean(std::string_view text);
 
 } // namespace cimserver::cimxml
-
-#endif

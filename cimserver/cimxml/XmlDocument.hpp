@@ -1,6 +1,5 @@
 // A request's XML: checked for well-formedness and size, then read into a tree.
-#ifndef CIMSERVER_CIMXML_XMLDOCUMENT_HPP
-#define CIMSERVER_CIMXML_XMLDOCUMENT_HPP
+#pragma once
 
 #include <pugixml.hpp>
 
@@ -34,5 +33,3 @@ class XmlDocument {
 std::string textOf(pugi::xml_node element);
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // Writes XML into a string: elements are closed by scope, texts are escaped, characters that a client's parser would
 // refuse are replaced.
-#ifndef CIMSERVER_CIMXML_XMLWRITER_HPP
-#define CIMSERVER_CIMXML_XMLWRITER_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -65,5 +64,3 @@ class Element {
 };
 
 } // namespace cimserver::cimxml
-
-#endif

@@ -1,7 +1,6 @@
 // Who may come in: Basic authentication against the user file, with a short memory for passwords that were right and
 // delays for peers whose logins fail. No sockets, no threads of its own: the caller supplies both and the time.
-#ifndef CIMSERVER_HTTP_ACCESS_HPP
-#define CIMSERVER_HTTP_ACCESS_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -118,5 +117,3 @@ class Access {
 };
 
 } // namespace cimserver::http
-
-#endif

@@ -2,8 +2,7 @@
 //
 //   handshake -> await -> head -> (login) -> body -> handler -> answer -> await ...
 //                                     \-> refusal -> drain the body -> await, or close
-#ifndef CIMSERVER_HTTP_CONNECTION_HPP
-#define CIMSERVER_HTTP_CONNECTION_HPP
+#pragma once
 
 #include "cimserver/http/Access.hpp"
 #include "cimserver/http/Counters.hpp"
@@ -100,5 +99,3 @@ class Connection : public std::enable_shared_from_this<Connection> {
 };
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // What the server did since it started, for the log. Counted on the I/O thread, read from any.
-#ifndef CIMSERVER_HTTP_COUNTERS_HPP
-#define CIMSERVER_HTTP_COUNTERS_HPP
+#pragma once
 
 #include <array>
 #include <atomic>
@@ -41,5 +40,3 @@ class Counters {
 };
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // The dump: what goes over the wire, with secrets removed, appended to a file for someone who looks for a fault.
-#ifndef CIMSERVER_HTTP_DUMP_HPP
-#define CIMSERVER_HTTP_DUMP_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 
@@ -27,5 +26,3 @@ class Dump {
 };
 
 } // namespace cimserver::http
-
-#endif

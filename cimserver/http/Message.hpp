@@ -1,6 +1,5 @@
 // An HTTP request as the transport hands it on, and the answer it expects back.
-#ifndef CIMSERVER_HTTP_MESSAGE_HPP
-#define CIMSERVER_HTTP_MESSAGE_HPP
+#pragma once
 
 #include <functional>
 #include <string>
@@ -50,5 +49,3 @@ struct Response {
 using Handler = std::function<Response(const Request&)>;
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // Which requests are handed on: decided from the head alone, before a body is read.
-#ifndef CIMSERVER_HTTP_POLICY_HPP
-#define CIMSERVER_HTTP_POLICY_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/RequestReader.hpp"
@@ -26,5 +25,3 @@ std::optional<Response> answerFromHead(const Request& request, const Framing& fr
 bool acceptsXml(std::string_view accept);
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // Takes secrets out of CIM-XML texts before they are written to a dump.
-#ifndef CIMSERVER_HTTP_REDACT_HPP
-#define CIMSERVER_HTTP_REDACT_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -17,5 +16,3 @@ bool namesSecretProperty(std::string_view request);
 std::string redacted(std::string_view xml, bool valuesToo);
 
 } // namespace cimserver::http
-
-#endif

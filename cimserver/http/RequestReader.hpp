@@ -1,6 +1,5 @@
 // Makes requests of the bytes of a connection. Knows nothing of sockets and time: it is fed and says what it has.
-#ifndef CIMSERVER_HTTP_REQUESTREADER_HPP
-#define CIMSERVER_HTTP_REQUESTREADER_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -71,5 +70,3 @@ class RequestReader {
 };
 
 } // namespace cimserver::http
-
-#endif

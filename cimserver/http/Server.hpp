@@ -2,8 +2,7 @@
 //
 // Threads: one does all input and output, so a slow client costs nothing but its socket; `workers` run the handler, so
 // a slow provider does not stop input and output; one hashes passwords, which is slow on purpose.
-#ifndef CIMSERVER_HTTP_SERVER_HPP
-#define CIMSERVER_HTTP_SERVER_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -46,5 +45,3 @@ class Server {
 };
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // What an administrator decides about the transport: addresses, limits, TLS, users.
-#ifndef CIMSERVER_HTTP_SETTINGS_HPP
-#define CIMSERVER_HTTP_SETTINGS_HPP
+#pragma once
 
 #include <chrono>
 #include <cstddef>
@@ -68,5 +67,3 @@ struct Settings {
 };
 
 } // namespace cimserver::http
-
-#endif

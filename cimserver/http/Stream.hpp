@@ -1,6 +1,5 @@
 // The two kinds of connections, plain and TLS, behind one face. All on the I/O thread.
-#ifndef CIMSERVER_HTTP_STREAM_HPP
-#define CIMSERVER_HTTP_STREAM_HPP
+#pragma once
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>
@@ -38,5 +37,3 @@ std::unique_ptr<Stream> makeTlsStream(boost::asio::ip::tcp::socket socket,
                                       std::shared_ptr<boost::asio::ssl::context> context);
 
 } // namespace cimserver::http
-
-#endif

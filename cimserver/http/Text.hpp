@@ -1,6 +1,5 @@
 // Small helpers for the texts of HTTP heads: ASCII only, independent of the locale.
-#ifndef CIMSERVER_HTTP_TEXT_HPP
-#define CIMSERVER_HTTP_TEXT_HPP
+#pragma once
 
 #include <string>
 #include <string_view>
@@ -20,5 +19,3 @@ std::string_view trimmed(std::string_view text);
 std::vector<std::string_view> split(std::string_view text, char separator);
 
 } // namespace cimserver::http
-
-#endif

@@ -1,6 +1,5 @@
 // The TLS side of the listeners: a context made of the configured files, made anew on reload.
-#ifndef CIMSERVER_HTTP_TLS_HPP
-#define CIMSERVER_HTTP_TLS_HPP
+#pragma once
 
 #include "cimserver/http/Settings.hpp"
 
@@ -18,5 +17,3 @@ std::shared_ptr<boost::asio::ssl::context> makeTlsContext(const TlsSettings& set
 std::string verifiedCommonName(SSL* connection);
 
 } // namespace cimserver::http
-
-#endif

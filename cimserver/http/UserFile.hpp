@@ -1,8 +1,7 @@
 // The users of the server: a text file with one line a user, NAME:HASH[:ROLE], written by cimserver-passwd.
 // HASH is in any format of crypt(5), or "*" for a user who only comes with a client certificate. ROLE is "read" (when
 // left out) or "write". Empty lines and lines that start with '#' are skipped.
-#ifndef CIMSERVER_HTTP_USERFILE_HPP
-#define CIMSERVER_HTTP_USERFILE_HPP
+#pragma once
 
 #include <filesystem>
 #include <string>
@@ -50,5 +49,3 @@ class UserFile {
 std::string hashPassword(const std::string& password);
 
 } // namespace cimserver::http
-
-#endif

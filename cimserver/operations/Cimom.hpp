@@ -1,7 +1,6 @@
 // The CIM operations over the schema and the providers, in OpenWBEM's types: what the CIM-XML side and a provider's own
 // CIMOM handle both call. Nothing here knows of XML or HTTP.
-#ifndef CIMSERVER_OPERATIONS_CIMOM_HPP
-#define CIMSERVER_OPERATIONS_CIMOM_HPP
+#pragma once
 
 #include "OW_CIM.hpp"
 #include "OW_ResultHandlerIFC.hpp"
@@ -125,5 +124,3 @@ class Cimom {
 };
 
 } // namespace cimserver::operations
-
-#endif

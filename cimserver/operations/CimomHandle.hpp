@@ -1,6 +1,5 @@
 // The way back into the server that a provider gets from its environment.
-#ifndef CIMSERVER_OPERATIONS_CIMOMHANDLE_HPP
-#define CIMSERVER_OPERATIONS_CIMOMHANDLE_HPP
+#pragma once
 
 #include "cimserver/operations/Cimom.hpp"
 
@@ -90,5 +89,3 @@ class CimomHandle : public OpenWBEM::CIMOMHandleIFC {
 };
 
 } // namespace cimserver::operations
-
-#endif

@@ -1,6 +1,5 @@
 // Makes what a provider delivers fit for clients, and finds what a modification changes.
-#ifndef CIMSERVER_OPERATIONS_INSTANCESHAPE_HPP
-#define CIMSERVER_OPERATIONS_INSTANCESHAPE_HPP
+#pragma once
 
 #include "OW_CIM.hpp"
 #include "OW_WBEMFlags.hpp"
@@ -41,5 +40,3 @@ Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBE
                             const OpenWBEM::StringArray* propertyList, bool all);
 
 } // namespace cimserver::operations
-
-#endif

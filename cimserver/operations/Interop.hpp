@@ -1,6 +1,5 @@
 // The namespace root/interop, by which clients find out what the server offers.
-#ifndef CIMSERVER_OPERATIONS_INTEROP_HPP
-#define CIMSERVER_OPERATIONS_INTEROP_HPP
+#pragma once
 
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -13,5 +12,3 @@ namespace cimserver::operations {
 void addInterop(schema::Repository& repository, provider::ProviderHost& host);
 
 } // namespace cimserver::operations
-
-#endif

@@ -1,6 +1,5 @@
 // One operation on its way through Cimom: the namespace, the classes in it, and the way into their providers.
-#ifndef CIMSERVER_OPERATIONS_REQUEST_HPP
-#define CIMSERVER_OPERATIONS_REQUEST_HPP
+#pragma once
 
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
@@ -81,5 +80,3 @@ class Cimom::Request {
 };
 
 } // namespace cimserver::operations
-
-#endif

@@ -1,6 +1,5 @@
 // What a provider sees of the server during a call.
-#ifndef CIMSERVER_PROVIDER_ENVIRONMENT_HPP
-#define CIMSERVER_PROVIDER_ENVIRONMENT_HPP
+#pragma once
 
 #include "cimserver/provider/ProviderCall.hpp"
 
@@ -42,5 +41,3 @@ class Environment : public OpenWBEM::ProviderEnvironmentIFC {
 OpenWBEM::LoggerRef makeLogger(const std::string& component);
 
 } // namespace cimserver::provider
-
-#endif

@@ -4,8 +4,7 @@
 // wait for ever with plain mutexes. Here a thread may also enter a provider whose present callers all wait for
 // something that this thread itself holds: they are suspended until it is done, so the provider's calls still exclude
 // one another, just as when a provider calls back into itself.
-#ifndef CIMSERVER_PROVIDER_GATE_HPP
-#define CIMSERVER_PROVIDER_GATE_HPP
+#pragma once
 
 #include <chrono>
 #include <optional>
@@ -54,5 +53,3 @@ class Gate {
 };
 
 } // namespace cimserver::provider
-
-#endif

@@ -1,6 +1,5 @@
 // A provider's shared object.
-#ifndef CIMSERVER_PROVIDER_MODULE_HPP
-#define CIMSERVER_PROVIDER_MODULE_HPP
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 
@@ -60,5 +59,3 @@ class Module {
 };
 
 } // namespace cimserver::provider
-
-#endif

@@ -1,6 +1,5 @@
 // A provider while a call is made into it.
-#ifndef CIMSERVER_PROVIDER_PROVIDERCALL_HPP
-#define CIMSERVER_PROVIDER_PROVIDERCALL_HPP
+#pragma once
 
 #include "cimserver/provider/Gate.hpp"
 
@@ -56,5 +55,3 @@ auto guarded(Call&& call) -> decltype(call()) {
 }
 
 } // namespace cimserver::provider
-
-#endif

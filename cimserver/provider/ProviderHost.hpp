@@ -1,7 +1,6 @@
 // Finds, loads and holds the providers: shared objects written against OpenWBEM's C++ provider interface, and the few
 // providers that are part of the server. Nothing here knows of namespaces' contents or of CIM-XML.
-#ifndef CIMSERVER_PROVIDER_PROVIDERHOST_HPP
-#define CIMSERVER_PROVIDER_PROVIDERHOST_HPP
+#pragma once
 
 #include "cimserver/provider/ProviderCall.hpp"
 
@@ -65,5 +64,3 @@ class ProviderHost {
 };
 
 } // namespace cimserver::provider
-
-#endif

@@ -1,6 +1,5 @@
 // Which provider serves which class: what the modules report of themselves, and the Provider qualifier.
-#ifndef CIMSERVER_PROVIDER_REGISTRY_HPP
-#define CIMSERVER_PROVIDER_REGISTRY_HPP
+#pragma once
 
 #include "OW_CIM.hpp"
 #include "OW_CppProviderBaseIFC.hpp"
@@ -41,5 +40,3 @@ class Registry {
 std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
 
 } // namespace cimserver::provider
-
-#endif

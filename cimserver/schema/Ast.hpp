@@ -1,6 +1,5 @@
 // What a MOF text says, as written: nothing is looked up or checked against other declarations yet.
-#ifndef CIMSERVER_SCHEMA_AST_HPP
-#define CIMSERVER_SCHEMA_AST_HPP
+#pragma once
 
 #include "cimserver/schema/Lexer.hpp"
 
@@ -82,5 +81,3 @@ struct Pragma {
 using Declaration = std::variant<Pragma, QualifierDeclaration, ClassDeclaration>;
 
 } // namespace cimserver::schema::ast
-
-#endif

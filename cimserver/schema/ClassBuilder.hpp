@@ -1,7 +1,6 @@
 // Makes complete classes and qualifier types of the declarations of a MOF text, checked against what is declared
 // already.
-#ifndef CIMSERVER_SCHEMA_CLASSBUILDER_HPP
-#define CIMSERVER_SCHEMA_CLASSBUILDER_HPP
+#pragma once
 
 #include "cimserver/schema/Ast.hpp"
 #include "cimserver/schema/Namespace.hpp"
@@ -16,5 +15,3 @@ OpenWBEM::CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& d
 OpenWBEM::CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known);
 
 } // namespace cimserver::schema
-
-#endif

@@ -1,6 +1,5 @@
 // Compiles MOF files, with what they include, into namespaces.
-#ifndef CIMSERVER_SCHEMA_COMPILER_HPP
-#define CIMSERVER_SCHEMA_COMPILER_HPP
+#pragma once
 
 #include "cimserver/schema/Ast.hpp"
 #include "cimserver/schema/Namespace.hpp"
@@ -40,5 +39,3 @@ class Compiler {
 };
 
 } // namespace cimserver::schema
-
-#endif

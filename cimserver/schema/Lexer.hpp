@@ -1,6 +1,5 @@
 // Cuts a MOF text into tokens.
-#ifndef CIMSERVER_SCHEMA_LEXER_HPP
-#define CIMSERVER_SCHEMA_LEXER_HPP
+#pragma once
 
 #include <cstdint>
 #include <memory>
@@ -58,5 +57,3 @@ class Lexer {
 };
 
 } // namespace cimserver::schema
-
-#endif

@@ -1,6 +1,5 @@
 // The declarations of one namespace, as the compiler builds them and the repository answers from them.
-#ifndef CIMSERVER_SCHEMA_NAMESPACE_HPP
-#define CIMSERVER_SCHEMA_NAMESPACE_HPP
+#pragma once
 
 #include "OW_CIM.hpp"
 
@@ -35,5 +34,3 @@ struct Namespace {
 using Namespaces = std::map<std::string, Namespace>;
 
 } // namespace cimserver::schema
-
-#endif

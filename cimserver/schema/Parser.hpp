@@ -1,7 +1,6 @@
 // Reads MOF declarations by recursive descent. Nothing in the accepted grammar nests without bound: lists do not
 // contain lists of their own kind, and an include is handed to the caller as a declaration.
-#ifndef CIMSERVER_SCHEMA_PARSER_HPP
-#define CIMSERVER_SCHEMA_PARSER_HPP
+#pragma once
 
 #include "cimserver/schema/Ast.hpp"
 
@@ -50,5 +49,3 @@ class Parser {
 };
 
 } // namespace cimserver::schema
-
-#endif

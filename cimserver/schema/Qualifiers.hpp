@@ -1,6 +1,5 @@
 // Applies qualifiers to the elements of a class.
-#ifndef CIMSERVER_SCHEMA_QUALIFIERS_HPP
-#define CIMSERVER_SCHEMA_QUALIFIERS_HPP
+#pragma once
 
 #include "cimserver/schema/Ast.hpp"
 #include "cimserver/schema/Namespace.hpp"
@@ -26,5 +25,3 @@ const OpenWBEM::CIMQualifier* findQualifier(const OpenWBEM::CIMQualifierArray& q
 bool isTrue(const OpenWBEM::CIMQualifierArray& qualifiers, const char* name);
 
 } // namespace cimserver::schema
-
-#endif

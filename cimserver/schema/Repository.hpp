@@ -1,6 +1,5 @@
 // The fixed schema the server serves: qualifier declarations and classes by namespace, compiled from MOF at start.
-#ifndef CIMSERVER_SCHEMA_REPOSITORY_HPP
-#define CIMSERVER_SCHEMA_REPOSITORY_HPP
+#pragma once
 
 #include "OW_CIM.hpp"
 
@@ -58,5 +57,3 @@ class Repository {
 };
 
 } // namespace cimserver::schema
-
-#endif

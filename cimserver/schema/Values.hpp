@@ -1,6 +1,5 @@
 // Turns the constants and types of a MOF text into OpenWBEM's.
-#ifndef CIMSERVER_SCHEMA_VALUES_HPP
-#define CIMSERVER_SCHEMA_VALUES_HPP
+#pragma once
 
 #include "cimserver/schema/Ast.hpp"
 
@@ -16,5 +15,3 @@ OpenWBEM::CIMDataType dataType(const ast::Type& type);
 OpenWBEM::CIMValue value(const ast::Literal& literal, const OpenWBEM::CIMDataType& type);
 
 } // namespace cimserver::schema
-
-#endif

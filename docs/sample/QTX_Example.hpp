@@ -1,6 +1,5 @@
 // An example of a managed class.
-#ifndef QTX_EXAMPLE_HPP
-#define QTX_EXAMPLE_HPP
+#pragma once
 
 // [declare]
 #include "ManagedClass.hpp"
@@ -17,5 +16,3 @@
 #define CDR_TABLE QTX_EXAMPLE_TABLE
 #include "ManagedClass.ipp"
 // [declare]
-
-#endif

@@ -1,6 +1,5 @@
 // The example in the configuration registry.
-#ifndef QTX_EXAMPLEIMPL_HPP
-#define QTX_EXAMPLEIMPL_HPP
+#pragma once
 
 // [declare-impl]
 #include "QTX_Example.hpp"
@@ -17,5 +16,3 @@ class QTX_ExampleImpl : public QTX_Example {
     mutable struct { QTX_EXAMPLE_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
 };
 // [declare-impl]
-
-#endif

@@ -1,6 +1,5 @@
 // The CIM provider of QTX_Example.
-#ifndef QTX_EXAMPLEPROVIDER_HPP
-#define QTX_EXAMPLEPROVIDER_HPP
+#pragma once
 
 // [declare-provider]
 #include "ClassProvider.hpp"
@@ -9,5 +8,3 @@
 #define CDR_CLASS QTX_Example
 #include "ClassProvider.ipp"
 // [declare-provider]
-
-#endif

@@ -1,7 +1,6 @@
 // Sequence of elements that is cheap to copy.
 
-#ifndef OW_ARRAY_HPP_INCLUDE_GUARD_
-#define OW_ARRAY_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ArrayFwd.hpp"
 #include "OW_COWIntrusiveReference.hpp"
@@ -146,5 +145,3 @@ typedef Array<Real64> Real64Array;
 } // namespace OpenWBEM
 
 #include "OW_ArrayImpl.hpp"
-
-#endif

@@ -1,7 +1,6 @@
 // Forward declaration of Array.
 
-#ifndef OW_ARRAY_FWD_HPP_INCLUDE_GUARD_
-#define OW_ARRAY_FWD_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -11,5 +10,3 @@ template <class T>
 class Array;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Definitions of Array's members; included by OW_Array.hpp.
 
-#ifndef OW_ARRAY_IMPL_HPP_INCLUDE_GUARD_
-#define OW_ARRAY_IMPL_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_config.h"
@@ -254,5 +253,3 @@ inline void swap(Array<T>& x, Array<T>& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Checks of what must hold, compiled in with OW_DEBUG.
 
-#ifndef OW_ASSERTION_HPP_INCLUDE_GUARD_
-#define OW_ASSERTION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_config.h"
@@ -25,6 +24,4 @@ OW_DECLARE_APIEXCEPTION(Assertion, OW_COMMON_API)
 #else
 #define OW_ASSERT(CON)
 #define OW_ASSERTMSG(CON, MSG)
-#endif
-
 #endif

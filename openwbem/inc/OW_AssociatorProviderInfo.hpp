@@ -1,7 +1,6 @@
 // The classes that an associator provider serves.
 
-#ifndef OW_ASSOCIATOR_PROVIDER_INFO_HPP_INCLUDE_GUARD_
-#define OW_ASSOCIATOR_PROVIDER_INFO_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ProviderInfoBase.hpp"
 #include "OW_config.h"
@@ -11,5 +10,3 @@ namespace OpenWBEM {
 class OW_PROVIFC_API AssociatorProviderInfo : public ProviderInfoBase<InstClassInfo> {};
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Atomic operations on counters that are shared between threads.
 
-#ifndef OW_ATOMIC_OPS_HPP_INCLUDE_GUARD_
-#define OW_ATOMIC_OPS_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -27,5 +26,3 @@ inline int AtomicGet(const Atomic_t& v) {
 }
 
 } // namespace OpenWBEM
-
-#endif

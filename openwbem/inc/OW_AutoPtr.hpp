@@ -1,7 +1,6 @@
 // Sole owners of an object or of an array made with new.
 
-#ifndef OW_AUTO_PTR_HPP_INCLUDE_GUARD_
-#define OW_AUTO_PTR_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -87,5 +86,3 @@ class AutoPtrVec {
 };
 
 } // namespace OpenWBEM
-
-#endif

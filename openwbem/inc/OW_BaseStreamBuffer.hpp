@@ -1,7 +1,6 @@
 // Base of the stream buffers that stand before a device.
 
-#ifndef OW_BASE_STREAM_BUFFER_HPP_INCLUDE_GUARD_
-#define OW_BASE_STREAM_BUFFER_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 #include <cstddef>
@@ -37,5 +36,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API BaseStreamBuffer : public std::streamb
 };
 
 } // namespace OpenWBEM
-
-#endif

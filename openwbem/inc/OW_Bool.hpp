@@ -1,7 +1,6 @@
 // Truth value that text and pointers do not turn into by accident.
 
-#ifndef OW_BOOL_HPP_INCLUDE_GUARD_
-#define OW_BOOL_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_Types.hpp"
@@ -41,5 +40,3 @@ inline bool operator<(const Bool& x, const Bool& y) {
 std::ostream& operator<<(std::ostream& ostrm, const Bool& arg);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIM_HPP_INCLUDE_GUARD_
-#define OW_CIM_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 // The whole CIM model.
@@ -27,5 +26,3 @@
 #include "OW_Char16.hpp"
 #include "OW_Exception.hpp"
 #include "OW_String.hpp"
-
-#endif

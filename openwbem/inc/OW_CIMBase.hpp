@@ -1,5 +1,4 @@
-#ifndef OW_CIMBASE_HPP_INCLUDE_GUARD_
-#define OW_CIMBASE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CommonFwd.hpp"
@@ -56,5 +55,3 @@ bool operator==(const CIMBase& x, const CIMBase& y) = delete;
 bool operator!=(const CIMBase& x, const CIMBase& y) = delete;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMCLASS_HPP_INCLUDE_GUARD_
-#define OW_CIMCLASS_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_Array.hpp"
@@ -136,5 +135,3 @@ inline bool operator!=(const CIMClass& x, const CIMClass& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

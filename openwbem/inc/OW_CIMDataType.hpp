@@ -1,5 +1,4 @@
-#ifndef OW_CIMDATATYPE_HPP_INCLUDE_GUARD_
-#define OW_CIMDATATYPE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -134,5 +133,3 @@ inline bool operator>=(const CIMDataType& x, const CIMDataType& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

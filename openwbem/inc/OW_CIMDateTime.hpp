@@ -1,5 +1,4 @@
-#ifndef OW_CIMDATETIME_HPP_INCLUDE_GUARD_
-#define OW_CIMDATETIME_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMException.hpp"
@@ -114,5 +113,3 @@ inline bool operator>=(const CIMDateTime& x, const CIMDateTime& y) {
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMDateTime& dateTime);
 
 } // namespace OpenWBEM
-
-#endif

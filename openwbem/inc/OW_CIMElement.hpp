@@ -1,5 +1,4 @@
-#ifndef OW_CIMELEMENT_HPP_INCLUDE_GUARD_
-#define OW_CIMELEMENT_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -35,5 +34,3 @@ class OW_COMMON_API CIMElement : public CIMBase {
 };
 
 } // namespace OpenWBEM
-
-#endif

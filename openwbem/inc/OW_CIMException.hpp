@@ -1,7 +1,6 @@
 // The exception that carries a CIM status code to the client.
 
-#ifndef OW_CIM_EXCEPTION_HPP_INCLUDE_GUARD_
-#define OW_CIM_EXCEPTION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_config.h"
@@ -63,5 +62,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
 #define OW_THROWCIMMSG(errval, msg) throw CIMException(__FILE__, __LINE__, (errval), (msg))
 /// subex points to the cause, which is cloned.
 #define OW_THROWCIM_SUBEX(errval, msg, subex) throw CIMException(__FILE__, __LINE__, (errval), (msg), (subex))
-
-#endif

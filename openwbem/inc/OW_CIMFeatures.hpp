@@ -1,7 +1,6 @@
 // What a CIM object manager says about itself.
 
-#ifndef OW_CIM_FEATURES_HPP_INCLUDE_GUARD_
-#define OW_CIM_FEATURES_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_String.hpp"
@@ -20,5 +19,3 @@ struct OW_COMMON_API CIMFeatures {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMFLAVOR_HPP_INCLUDE_GUARD_
-#define OW_CIMFLAVOR_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -61,5 +60,3 @@ class OW_COMMON_API CIMFlavor : public CIMBase {
 OW_COMMON_API bool operator<(const CIMFlavor& x, const CIMFlavor& y);
 
 } // namespace OpenWBEM
-
-#endif

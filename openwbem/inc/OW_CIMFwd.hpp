@@ -1,7 +1,6 @@
 // Forward declarations and typedefs of the classes of the CIM model.
 
-#ifndef OW_CIM_FWD_HPP_INCLUDE_GUARD_
-#define OW_CIM_FWD_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ArrayFwd.hpp"
 #include "OW_CommonFwd.hpp"
@@ -55,5 +54,3 @@ typedef Enumeration<CIMObjectPath> CIMObjectPathEnumeration;
 typedef Enumeration<CIMQualifierType> CIMQualifierTypeEnumeration;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMINSTANCE_HPP_INCLUDE_GUARD_
-#define OW_CIMINSTANCE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_Array.hpp"
@@ -139,5 +138,3 @@ class OW_COMMON_API CIMInstance : public CIMElement {
 OW_COMMON_API bool operator<(const CIMInstance& x, const CIMInstance& y);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMMETHOD_HPP_INCLUDE_GUARD_
-#define OW_CIMMETHOD_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMElement.hpp"
@@ -85,5 +84,3 @@ class OW_COMMON_API CIMMethod : public CIMElement {
 OW_COMMON_API bool operator<(const CIMMethod& x, const CIMMethod& y);
 
 } // namespace OpenWBEM
-
-#endif

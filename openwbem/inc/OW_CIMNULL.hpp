@@ -1,7 +1,6 @@
 // The tag that asks a constructor for a null object.
 
-#ifndef OW_CIM_NULL_HPP_INCLUDE_GUARD_
-#define OW_CIM_NULL_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -11,5 +10,3 @@ namespace OpenWBEM {
 enum CIMNULL_t { CIMNULL };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMNAME_HPP_INCLUDE_GUARD_
-#define OW_CIMNAME_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_SafeBool.hpp"
@@ -67,5 +66,3 @@ inline bool operator>=(const CIMName& x, const CIMName& y) {
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMName& name);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMNAMESPACE_HPP_INCLUDE_GUARD_
-#define OW_CIMNAMESPACE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -63,5 +62,3 @@ inline bool operator!=(const CIMNameSpace& x, const CIMNameSpace& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

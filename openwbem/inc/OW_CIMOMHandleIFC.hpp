@@ -1,7 +1,6 @@
 // The operations of a CIM object manager.
 
-#ifndef OW_CIMOM_HANDLE_IFC_HPP_INCLUDE_GUARD_
-#define OW_CIMOM_HANDLE_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CIMFwd.hpp"
 #include "OW_CommonFwd.hpp"
@@ -231,5 +230,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
 };
 
 } // namespace OpenWBEM
-
-#endif

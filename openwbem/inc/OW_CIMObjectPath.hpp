@@ -1,5 +1,4 @@
-#ifndef OW_CIMOBJECTPATH_HPP_INCLUDE_GUARD_
-#define OW_CIMOBJECTPATH_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -119,5 +118,3 @@ inline bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) {
 OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
 
 } // namespace OpenWBEM
-
-#endif

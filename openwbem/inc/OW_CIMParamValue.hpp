@@ -1,5 +1,4 @@
-#ifndef OW_CIMPARAMVALUE_HPP_INCLUDE_GUARD_
-#define OW_CIMPARAMVALUE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
@@ -53,5 +52,3 @@ class OW_COMMON_API CIMParamValue : public CIMBase {
 OW_COMMON_API bool operator<(const CIMParamValue& x, const CIMParamValue& y);
 
 } // namespace OpenWBEM
-
-#endif

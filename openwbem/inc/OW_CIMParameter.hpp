@@ -1,5 +1,4 @@
-#ifndef OW_CIMPARAMETER_HPP_INCLUDE_GUARD_
-#define OW_CIMPARAMETER_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMElement.hpp"
@@ -60,5 +59,3 @@ class OW_COMMON_API CIMParameter : public CIMElement {
 OW_COMMON_API bool operator<(const CIMParameter& x, const CIMParameter& y);
 
 } // namespace OpenWBEM
-
-#endif

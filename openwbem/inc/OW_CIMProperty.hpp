@@ -1,5 +1,4 @@
-#ifndef OW_CIMPROPERTY_HPP_INCLUDE_GUARD_
-#define OW_CIMPROPERTY_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMDataType.hpp"
@@ -116,5 +115,3 @@ class OW_COMMON_API CIMProperty : public CIMElement {
 OW_COMMON_API bool operator<(const CIMProperty& x, const CIMProperty& y);
 
 } // namespace OpenWBEM
-
-#endif

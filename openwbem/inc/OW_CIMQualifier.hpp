@@ -1,5 +1,4 @@
-#ifndef OW_CIMQUALIFIER_HPP_INCLUDE_GUARD_
-#define OW_CIMQUALIFIER_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMElement.hpp"
@@ -147,5 +146,3 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
 OW_COMMON_API bool operator<(const CIMQualifier& x, const CIMQualifier& y);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMQUALIFIERTYPE_HPP_INCLUDE_GUARD_
-#define OW_CIMQUALIFIERTYPE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMDataType.hpp"
@@ -78,5 +77,3 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
 OW_COMMON_API bool operator<(const CIMQualifierType& x, const CIMQualifierType& y);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMSTREAMEXCEPTION_HPP_INCLUDE_GUARD_
-#define OW_CIMSTREAMEXCEPTION_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_Exception.hpp"
@@ -11,5 +10,3 @@ namespace OpenWBEM {
 OW_DECLARE_APIEXCEPTION(CIMStream, OW_COMMON_API)
 
 } // namespace OpenWBEM
-
-#endif

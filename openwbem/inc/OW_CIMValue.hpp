@@ -1,5 +1,4 @@
-#ifndef OW_CIMVALUE_HPP_INCLUDE_GUARD_
-#define OW_CIMVALUE_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_Array.hpp"
@@ -205,5 +204,3 @@ inline bool operator>=(const CIMValue& x, const CIMValue& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMVALUECAST_HPP_INCLUDE_GUARD_
-#define OW_CIMVALUECAST_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 #include "OW_CIMFwd.hpp"
@@ -24,5 +23,3 @@ OW_COMMON_API CIMValue castValueToDataType(const CIMValue& value, const CIMDataT
 
 } // namespace CIMValueCast
 } // namespace OpenWBEM
-
-#endif

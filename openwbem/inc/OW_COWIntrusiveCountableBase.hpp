@@ -1,7 +1,6 @@
 // Base of the objects that COWIntrusiveReference counts.
 
-#ifndef OW_COW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
-#define OW_COW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_RefCount.hpp"
 #include "OW_config.h"
@@ -42,5 +41,3 @@ inline bool COWIntrusiveReferenceUnique(const COWIntrusiveCountableBase* p) {
 }
 
 } // namespace OpenWBEM
-
-#endif

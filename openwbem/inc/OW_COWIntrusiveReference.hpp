@@ -1,7 +1,6 @@
 // Counted pointer that copies the object before a shared one is changed. All value types of the library hold one.
 
-#ifndef OW_COW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
-#define OW_COW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_config.h"
@@ -135,5 +134,3 @@ inline void swap(COWIntrusiveReference<T>& a, COWIntrusiveReference<T>& b) {
 }
 
 } // namespace OpenWBEM
-
-#endif

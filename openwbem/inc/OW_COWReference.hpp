@@ -1,7 +1,6 @@
 // Counted pointer to any object; copies the object before a shared one is changed.
 
-#ifndef OW_COW_REFERENCE_HPP_INCLUDE_GUARD_
-#define OW_COW_REFERENCE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Reference.hpp"
 #include "OW_config.h"
@@ -149,5 +148,3 @@ inline void swap(COWReference<T>& a, COWReference<T>& b) {
 }
 
 } // namespace OpenWBEM
-
-#endif

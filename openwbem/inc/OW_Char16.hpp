@@ -1,7 +1,6 @@
 // One 16-bit code unit, the value of CIM's char16.
 
-#ifndef OW_CHAR16_HPP_INCLUDE_GUARD_
-#define OW_CHAR16_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_Types.hpp"
@@ -60,5 +59,3 @@ class OW_COMMON_API Char16 {
 std::ostream& operator<<(std::ostream& ostrm, const Char16& arg);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Forward declarations and typedefs of the classes that do not belong to the CIM model.
 
-#ifndef OW_COMMON_FWD_HPP_INCLUDE_GUARD_
-#define OW_COMMON_FWD_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ArrayFwd.hpp"
 #include "OW_IntrusiveReference.hpp"
@@ -35,5 +34,3 @@ typedef Array<Bool> BoolArray;
 typedef Enumeration<String> StringEnumeration;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Interface of a C++ provider for associations.
 
-#ifndef OW_CPP_ASSOCIATOR_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_ASSOCIATOR_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_AssociatorProviderInfo.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
@@ -46,5 +45,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppAssociatorProviderIFC : public 
 typedef SharedLibraryReference<IntrusiveReference<CppAssociatorProviderIFC>> CppAssociatorProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

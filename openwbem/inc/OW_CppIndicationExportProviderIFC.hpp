@@ -1,7 +1,6 @@
 // Interface of a C++ provider that delivers indications.
 
-#ifndef OW_CPP_INDICATION_EXPORT_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_INDICATION_EXPORT_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_CppProviderBaseIFC.hpp"
@@ -27,5 +26,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationExportProviderIFC : p
 typedef SharedLibraryReference<IntrusiveReference<CppIndicationExportProviderIFC>> CppIndicationExportProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

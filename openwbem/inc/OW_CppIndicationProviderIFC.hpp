@@ -1,7 +1,6 @@
 // Interface of a C++ provider that sends indications.
 
-#ifndef OW_CPP_INDICATION_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_INDICATION_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_IndicationProviderInfo.hpp"
@@ -36,5 +35,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public 
 typedef SharedLibraryReference<IntrusiveReference<CppIndicationProviderIFC>> CppIndicationProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

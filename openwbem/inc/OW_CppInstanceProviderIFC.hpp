@@ -1,7 +1,6 @@
 // Interface of a C++ provider for instances.
 
-#ifndef OW_CPP_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_InstanceProviderInfo.hpp"
@@ -58,5 +57,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public vi
 typedef SharedLibraryReference<IntrusiveReference<CppInstanceProviderIFC>> CppInstanceProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

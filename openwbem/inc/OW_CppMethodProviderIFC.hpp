@@ -1,7 +1,6 @@
 // Interface of a C++ provider for methods.
 
-#ifndef OW_CPP_METHOD_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_METHOD_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_MethodProviderInfo.hpp"
@@ -28,5 +27,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virt
 typedef SharedLibraryReference<IntrusiveReference<CppMethodProviderIFC>> CppMethodProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Interface of a C++ provider that is called at intervals.
 
-#ifndef OW_CPP_POLLED_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_POLLED_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_SharedLibraryReference.hpp"
@@ -24,5 +23,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppPolledProviderIFC : public virt
 typedef SharedLibraryReference<IntrusiveReference<CppPolledProviderIFC>> CppPolledProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

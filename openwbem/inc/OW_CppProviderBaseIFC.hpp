@@ -1,7 +1,6 @@
 // Base of all interfaces of a C++ provider, and the macro that exports a provider from its module.
 
-#ifndef OW_CPP_PROVIDER_BASE_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_PROVIDER_BASE_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CIMFwd.hpp"
 #include "OW_DateTime.hpp"
@@ -82,5 +81,3 @@ typedef SharedLibraryReference<IntrusiveReference<CppProviderBaseIFC>> CppProvid
 #define OW_NOIDPROVIDERFACTORY(prov) OW_PROVIDERFACTORY(prov, NO_ID)
 
 // NOLINTEND(bugprone-macro-parentheses)
-
-#endif

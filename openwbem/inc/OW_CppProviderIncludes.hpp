@@ -1,7 +1,6 @@
 // All that a C++ provider needs.
 
-#ifndef OW_CPP_PROVIDER_INCLUDES_HPP_INCLUDE_GUARD_
-#define OW_CPP_PROVIDER_INCLUDES_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_Assertion.hpp"
@@ -27,5 +26,3 @@
 #include "OW_String.hpp"
 #include "OW_StringStream.hpp"
 #include "OW_config.h"
-
-#endif

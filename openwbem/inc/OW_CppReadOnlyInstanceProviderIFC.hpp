@@ -1,7 +1,6 @@
 // Interface of a C++ provider for instances that cannot be changed.
 
-#ifndef OW_CPP_READ_ONLY_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_READ_ONLY_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppInstanceProviderIFC.hpp"
 #include "OW_config.h"
@@ -25,5 +24,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppReadOnlyInstanceProviderIFC : p
 typedef SharedLibraryReference<IntrusiveReference<CppReadOnlyInstanceProviderIFC>> CppReadOnlyInstanceProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

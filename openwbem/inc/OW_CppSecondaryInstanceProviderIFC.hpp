@@ -1,7 +1,6 @@
 // Interface of a C++ provider that completes the instances of another.
 
-#ifndef OW_CPP_SECONDARY_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_SECONDARY_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_SecondaryInstanceProviderInfo.hpp"
@@ -40,5 +39,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : 
 typedef SharedLibraryReference<IntrusiveReference<CppSecondaryInstanceProviderIFC>> CppSecondaryInstanceProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Interface of a C++ provider that answers all reads from one function.
 
-#ifndef OW_CPP_SIMPLE_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
-#define OW_CPP_SIMPLE_INSTANCE_PROVIDER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CppReadOnlyInstanceProviderIFC.hpp"
 #include "OW_config.h"
@@ -38,5 +37,3 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC
 typedef SharedLibraryReference<IntrusiveReference<CppSimpleInstanceProviderIFC>> CppSimpleInstanceProviderIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Point in time.
 
-#ifndef OW_DATE_TIME_HPP_INCLUDE_GUARD_
-#define OW_DATE_TIME_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_Exception.hpp"
@@ -77,5 +76,3 @@ DateTime operator+(DateTime x, long seconds);
 DateTime operator-(DateTime x, long seconds);
 
 } // namespace OpenWBEM
-
-#endif

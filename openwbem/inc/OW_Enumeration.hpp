@@ -1,7 +1,6 @@
 // Queue of results.
 
-#ifndef OW_ENUMERATION_HPP_INCLUDE_GUARD_
-#define OW_ENUMERATION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_Exception.hpp"
@@ -46,5 +45,3 @@ class Enumeration {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Base class of all exceptions of the library, and the macros to declare, define and throw them.
 
-#ifndef OW_EXCEPTION_HPP_INCLUDE_GUARD_
-#define OW_EXCEPTION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_AutoPtr.hpp"
 #include "OW_CommonFwd.hpp"
@@ -145,5 +144,3 @@ inline Ex* clone(const Ex& e) noexcept {
     throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, (msg), (errnum))
 
 // NOLINTEND(bugprone-macro-parentheses)
-
-#endif

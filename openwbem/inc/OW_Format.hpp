@@ -1,7 +1,6 @@
 // Text with inserted arguments.
 
-#ifndef OW_FORMAT_HPP_INCLUDE_GUARD_
-#define OW_FORMAT_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_String.hpp"
 #include "OW_StringStream.hpp"
@@ -47,5 +46,3 @@ class OW_COMMON_API Format {
 std::ostream& operator<<(std::ostream& ostr, const Format& f);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Forward declarations of the interfaces between provider and object manager, and the result handlers' typedefs.
 
-#ifndef OW_IFCS_FWD_HPP_INCLUDE_GUARD_
-#define OW_IFCS_FWD_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CIMFwd.hpp"
 #include "OW_CommonFwd.hpp"
@@ -27,5 +26,3 @@ typedef IntrusiveReference<CIMOMHandleIFC> CIMOMHandleIFCRef;
 typedef IntrusiveReference<RepositoryIFC> RepositoryIFCRef;
 
 } // namespace OpenWBEM
-
-#endif

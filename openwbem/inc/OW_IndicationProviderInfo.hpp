@@ -1,7 +1,6 @@
 // The indications that an indication provider sends.
 
-#ifndef OW_INDICATION_PROVIDER_INFO_HPP_INCLUDE_GUARD_
-#define OW_INDICATION_PROVIDER_INFO_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ProviderInfoBase.hpp"
 #include "OW_config.h"
@@ -23,5 +22,3 @@ struct OW_PROVIFC_API IndicationProviderInfoEntry {
 class OW_PROVIFC_API IndicationProviderInfo : public ProviderInfoBase<IndicationProviderInfoEntry> {};
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // The classes that an instance provider serves.
 
-#ifndef OW_INSTANCE_PROVIDER_INFO_HPP_INCLUDE_GUARD_
-#define OW_INSTANCE_PROVIDER_INFO_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ProviderInfoBase.hpp"
 #include "OW_config.h"
@@ -11,5 +10,3 @@ namespace OpenWBEM {
 class OW_PROVIFC_API InstanceProviderInfo : public ProviderInfoBase<InstClassInfo> {};
 
 } // namespace OpenWBEM
-
-#endif

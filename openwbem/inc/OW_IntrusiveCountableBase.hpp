@@ -1,7 +1,6 @@
 // Base of the objects that IntrusiveReference counts.
 
-#ifndef OW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
-#define OW_INTRUSIVE_COUNTABLE_BASE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_RefCount.hpp"
 #include "OW_config.h"
@@ -36,5 +35,3 @@ inline void IntrusiveReferenceRelease(const IntrusiveCountableBase* p) {
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Counted pointer to objects that carry their own count.
 
-#ifndef OW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
-#define OW_INTRUSIVE_REFERENCE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -134,5 +133,3 @@ inline IntrusiveReference<T> dynamic_pointer_cast(const IntrusiveReference<U>& p
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // One message on its way to the log.
 
-#ifndef OW_LOG_MESSAGE_HPP_INCLUDE_GUARD_
-#define OW_LOG_MESSAGE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_String.hpp"
 #include "OW_config.h"
@@ -24,5 +23,3 @@ struct OW_COMMON_API LogMessage {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Interface to the log.
 
-#ifndef OW_LOGGER_HPP_INCLUDE_GUARD_
-#define OW_LOGGER_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_Exception.hpp"
@@ -109,5 +108,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
             (logger)->logMessage((category), (message), __FILE__, __LINE__, __PRETTY_FUNCTION__);                      \
         }                                                                                                              \
     } while (0)
-
-#endif

@@ -1,7 +1,6 @@
 // The classes and methods that a method provider serves.
 
-#ifndef OW_METHOD_PROVIDER_INFO_HPP_INCLUDE_GUARD_
-#define OW_METHOD_PROVIDER_INFO_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ProviderInfoBase.hpp"
 #include "OW_config.h"
@@ -35,5 +34,3 @@ class OW_PROVIFC_API MethodProviderInfo {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // NULLValueException.
 
-#ifndef OW_NULL_VALUE_EXCEPTION_HPP_INCLUDE_GUARD_
-#define OW_NULL_VALUE_EXCEPTION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_config.h"
@@ -12,5 +11,3 @@ namespace OpenWBEM {
 OW_DECLARE_APIEXCEPTION(NULLValue, OW_COMMON_API)
 
 } // namespace OpenWBEM
-
-#endif

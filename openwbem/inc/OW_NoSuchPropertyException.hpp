@@ -1,7 +1,6 @@
 // NoSuchPropertyException.
 
-#ifndef OW_NO_SUCH_PROPERTY_EXCEPTION_HPP_INCLUDE_GUARD_
-#define OW_NO_SUCH_PROPERTY_EXCEPTION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_config.h"
@@ -12,5 +11,3 @@ namespace OpenWBEM {
 OW_DECLARE_APIEXCEPTION(NoSuchProperty, OW_COMMON_API)
 
 } // namespace OpenWBEM
-
-#endif

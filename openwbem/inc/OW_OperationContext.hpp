@@ -1,7 +1,6 @@
 // Data that goes along with one operation of a client.
 
-#ifndef OW_OPERATION_CONTEXT_HPP_INCLUDE_GUARD_
-#define OW_OPERATION_CONTEXT_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
@@ -47,5 +46,3 @@ class OW_COMMON_API OperationContext {
 };
 
 } // namespace OpenWBEM
-
-#endif

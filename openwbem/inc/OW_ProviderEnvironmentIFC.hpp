@@ -1,7 +1,6 @@
 // What a provider can ask of the object manager during a call.
 
-#ifndef OW_PROVIDER_ENVIRONMENT_IFC_HPP_INCLUDE_GUARD_
-#define OW_PROVIDER_ENVIRONMENT_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CIMOMHandleIFC.hpp"
 #include "OW_CommonFwd.hpp"
@@ -38,5 +37,3 @@ class OW_VISIBILITY_DEFAULT OW_PROVIFC_API ProviderEnvironmentIFC : public Intru
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Forward declarations and reference typedefs of the provider interfaces that are not bound to C++ modules.
 
-#ifndef OW_PROVIDER_FWD_HPP_INCLUDE_GUARD_
-#define OW_PROVIDER_FWD_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ArrayFwd.hpp"
 #include "OW_IntrusiveReference.hpp"
@@ -31,5 +30,3 @@ typedef Array<IndicationExportProviderIFCRef> IndicationExportProviderIFCRefArra
 typedef Array<PolledProviderIFCRef> PolledProviderIFCRefArray;
 
 } // namespace OpenWBEM
-
-#endif

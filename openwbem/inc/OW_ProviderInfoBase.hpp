@@ -1,7 +1,6 @@
 // What a provider reports about the classes that it serves.
 
-#ifndef OW_PROVIDER_INFO_BASE_HPP_INCLUDE_GUARD_
-#define OW_PROVIDER_INFO_BASE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_String.hpp"
@@ -40,5 +39,3 @@ class ProviderInfoBase {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // The counter inside every counted object.
 
-#ifndef OW_REF_COUNT_HPP_INCLUDE_GUARD_
-#define OW_REF_COUNT_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_AtomicOps.hpp"
 #include "OW_config.h"
@@ -26,5 +25,3 @@ class OW_COMMON_API RefCount {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Counted pointer to any object. The count is held beside the object.
 
-#ifndef OW_REFERENCE_HPP_INCLUDE_GUARD_
-#define OW_REFERENCE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Exception.hpp"
 #include "OW_RefCount.hpp"
@@ -150,5 +149,3 @@ inline void swap(Reference<T>& a, Reference<T>& b) {
 }
 
 } // namespace OpenWBEM
-
-#endif

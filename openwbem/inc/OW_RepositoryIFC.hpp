@@ -1,7 +1,6 @@
 // The object manager's own store, as far as providers name it.
 
-#ifndef OW_REPOSITORY_IFC_HPP_INCLUDE_GUARD_
-#define OW_REPOSITORY_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_IfcsFwd.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
@@ -17,5 +16,3 @@ class OW_VISIBILITY_DEFAULT OW_REPOSITORY_API RepositoryIFC : public IntrusiveCo
 };
 
 } // namespace OpenWBEM
-
-#endif

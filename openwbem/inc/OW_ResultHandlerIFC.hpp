@@ -1,7 +1,6 @@
 // Interface that takes the results of an operation one by one.
 
-#ifndef OW_RESULT_HANDLER_IFC_HPP_INCLUDE_GUARD_
-#define OW_RESULT_HANDLER_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_IfcsFwd.hpp"
 #include "OW_config.h"
@@ -20,5 +19,3 @@ class OW_VISIBILITY_DEFAULT ResultHandlerIFC {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Result handlers that collect what they are given.
 
-#ifndef OW_RESULT_HANDLERS_HPP_INCLUDE_GUARD_
-#define OW_RESULT_HANDLERS_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Array.hpp"
 #include "OW_Enumeration.hpp"
@@ -50,5 +49,3 @@ typedef ResultEnumBuilder<CIMQualifierType> CIMQualifierTypeEnumBuilder;
 typedef ResultEnumBuilder<String> StringEnumBuilder;
 
 } // namespace OpenWBEM
-
-#endif

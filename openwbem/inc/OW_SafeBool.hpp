@@ -1,5 +1,4 @@
-#ifndef OW_SAFEBOOL_HPP_INCLUDE_GUARD_
-#define OW_SAFEBOOL_HPP_INCLUDE_GUARD_
+#pragma once
 #include "OW_config.h"
 
 namespace OpenWBEM {
@@ -18,5 +17,3 @@ class SafeBool {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Interface of the objects that can be written to and read from a binary stream.
 
-#ifndef OW_SERIALIZABLE_IFC_HPP_INCLUDE_GUARD_
-#define OW_SERIALIZABLE_IFC_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 #include <iosfwd>
@@ -19,5 +18,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API SerializableIFC {
 };
 
 } // namespace OpenWBEM
-
-#endif

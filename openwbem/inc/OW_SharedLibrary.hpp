@@ -1,7 +1,6 @@
 // A loaded shared library.
 
-#ifndef OW_SHARED_LIBRARY_HPP_INCLUDE_GUARD_
-#define OW_SHARED_LIBRARY_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_IntrusiveCountableBase.hpp"
 #include "OW_IntrusiveReference.hpp"
@@ -38,5 +37,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API SharedLibrary : public IntrusiveCounta
 typedef IntrusiveReference<SharedLibrary> SharedLibraryRef;
 
 } // namespace OpenWBEM
-
-#endif

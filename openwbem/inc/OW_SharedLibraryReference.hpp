@@ -1,7 +1,6 @@
 // Reference to an object whose code lies in a shared library.
 
-#ifndef OW_SHARED_LIBRARY_REFERENCE_HPP_INCLUDE_GUARD_
-#define OW_SHARED_LIBRARY_REFERENCE_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_SharedLibrary.hpp"
 #include "OW_config.h"
@@ -57,5 +56,3 @@ class SharedLibraryReference {
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Text of bytes, UTF-8 by convention.
 
-#ifndef OW_STRING_HPP_INCLUDE_GUARD_
-#define OW_STRING_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CIMFwd.hpp"
 #include "OW_COWIntrusiveReference.hpp"
@@ -253,5 +252,3 @@ inline void swap(String& x, String& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Text under construction.
 
-#ifndef OW_STRING_BUFFER_HPP_INCLUDE_GUARD_
-#define OW_STRING_BUFFER_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_CommonFwd.hpp"
 #include "OW_String.hpp"
@@ -72,5 +71,3 @@ inline bool operator!=(const StringBuffer& x, const StringBuffer& y) {
 }
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Enumeration of Strings.
 
-#ifndef OW_STRING_ENUMERATION_HPP_INCLUDE_GUARD_
-#define OW_STRING_ENUMERATION_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Enumeration.hpp"
 #include "OW_String.hpp"
@@ -12,5 +11,3 @@ namespace OpenWBEM {
 typedef Enumeration<String> StringEnumeration;
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Streams that read from and write to Strings.
 
-#ifndef OW_STRING_STREAM_HPP_INCLUDE_GUARD_
-#define OW_STRING_STREAM_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_BaseStreamBuffer.hpp"
 #include "OW_String.hpp"
@@ -70,5 +69,3 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API IStringStream : private StringStreamDe
 };
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // The integer and real types of CIM under the names that the whole interface uses.
 
-#ifndef OW_TYPES_HPP_INCLUDE_GUARD_
-#define OW_TYPES_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 #include <sys/types.h>
@@ -49,5 +48,3 @@ typedef ::pid_t ProcId;
 #endif
 
 } // namespace OpenWBEM
-
-#endif

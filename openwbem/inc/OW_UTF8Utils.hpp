@@ -1,7 +1,6 @@
 // Functions on UTF-8 text.
 
-#ifndef OW_UTF8_UTILS_HPP_INCLUDE_GUARD_
-#define OW_UTF8_UTILS_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_ArrayFwd.hpp"
 #include "OW_CommonFwd.hpp"
@@ -44,5 +43,3 @@ OW_COMMON_API void ISO8859ToUTF8(const char* source, char* destination, size_t c
 } // namespace UTF8Utils
 
 } // namespace OpenWBEM
-
-#endif

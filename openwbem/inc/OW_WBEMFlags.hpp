@@ -1,7 +1,6 @@
 // The flags of CIM operations. The "no" value of each two-valued flag is 0.
 
-#ifndef OW_WBEM_FLAGS_HPP_INCLUDE_GUARD_
-#define OW_WBEM_FLAGS_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_config.h"
 
@@ -61,5 +60,3 @@ enum EOperationFlag {
 } // namespace WBEMFlags
 
 } // namespace OpenWBEM
-
-#endif

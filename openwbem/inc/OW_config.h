@@ -1,8 +1,7 @@
 // Configuration of the OpenWBEM provider library, for C and C++. Each macro can be preset with -D; nothing is declared
 // here.
 
-#ifndef OW_CONFIG_H_INCLUDE_GUARD_
-#define OW_CONFIG_H_INCLUDE_GUARD_
+#pragma once
 
 // A provider module reports OW_VERSION when it is loaded; an object manager refuses any other text than its own.
 #ifndef OW_VERSION
@@ -167,6 +166,4 @@
 #endif
 #ifndef OW_PRINT_FUNC_NAME_ARGS10
 #define OW_PRINT_FUNC_NAME_ARGS10(a1, a2, a3, a4, a5, a6, a7, a8, a9, a10)
-#endif
-
 #endif

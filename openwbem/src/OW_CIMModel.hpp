@@ -1,5 +1,4 @@
-#ifndef OW_CIMMODEL_HPP_INCLUDE_GUARD_
-#define OW_CIMMODEL_HPP_INCLUDE_GUARD_
+#pragma once
 
 // What the classes of the CIM model share inside the library.
 
@@ -132,5 +131,3 @@ String quoteForMOF(const String& text);
 std::string qualifiersToMOF(const CIMQualifierArray& qualifiers, const char* indent);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMSTREAM_HPP_INCLUDE_GUARD_
-#define OW_CIMSTREAM_HPP_INCLUDE_GUARD_
+#pragma once
 
 // The binary form of the CIM model: what readObject() and writeObject() of its classes are made of.
 //
@@ -159,5 +158,3 @@ std::unique_ptr<D> readData(std::istream& istrm, const char* signature) {
 
 } // namespace CIMStream
 } // namespace OpenWBEM
-
-#endif

@@ -1,5 +1,4 @@
-#ifndef OW_CIMVALUEIMPL_HPP_INCLUDE_GUARD_
-#define OW_CIMVALUEIMPL_HPP_INCLUDE_GUARD_
+#pragma once
 
 // What is behind a CIMValue: one of 34 alternatives, 17 scalar ones and the arrays of them in the same order, so that
 // the index of the alternative is the whole type of the value.
@@ -100,5 +99,3 @@ StringArray textsOf(const CIMValueStorage& storage);
 void parseTexts(const StringArray& texts, CIMValueStorage& storage);
 
 } // namespace OpenWBEM
-
-#endif

@@ -1,7 +1,6 @@
 // Unicode case folding.
 
-#ifndef OW_CASE_FOLDING_HPP_INCLUDE_GUARD_
-#define OW_CASE_FOLDING_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_Types.hpp"
 
@@ -11,5 +10,3 @@ namespace OpenWBEM {
 UInt32 foldCase(UInt32 codePoint);
 
 } // namespace OpenWBEM
-
-#endif

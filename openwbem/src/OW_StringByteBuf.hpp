@@ -1,7 +1,6 @@
 // What a String shares with its copies.
 
-#ifndef OW_STRING_BYTE_BUF_HPP_INCLUDE_GUARD_
-#define OW_STRING_BYTE_BUF_HPP_INCLUDE_GUARD_
+#pragma once
 
 #include "OW_String.hpp"
 #include <string>
@@ -19,5 +18,3 @@ class String::ByteBuf : public COWIntrusiveCountableBase {
 };
 
 } // namespace OpenWBEM
-
-#endif

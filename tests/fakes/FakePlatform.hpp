@@ -6,8 +6,7 @@
 //   its value         "bytes f912", "text abc", "int 7"; "" when there is no such entry
 //   a call            the function's name and its arguments between blanks: "ZpoSetRegEntryInt CDR/CDRService/A int 7"
 //   a log entry       category, level, identifier and text: "2 4 -1 getFormat error = 5"
-#ifndef FAKES_FAKEPLATFORM_HPP
-#define FAKES_FAKEPLATFORM_HPP
+#pragma once
 
 #include "ZpoShared.h"
 
@@ -76,5 +75,3 @@ class FakePlatform {
 };
 
 } // namespace fakes
-
-#endif

@@ -1,7 +1,6 @@
 // What a call throws, as text to compare in a table of cases.
 
-#ifndef TESTS_OPENWBEM_THROWN_HPP
-#define TESTS_OPENWBEM_THROWN_HPP
+#pragma once
 
 #include "OW_Exception.hpp"
 
@@ -19,5 +18,3 @@ std::string thrownBy(Call call) {
     }
     return "nothing";
 }
-
-#endif

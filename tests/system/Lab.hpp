@@ -1,6 +1,5 @@
 // A device of its own for a test: its files below a temporary folder, its server, and the commands of a person.
-#ifndef TESTS_SYSTEM_LAB_HPP
-#define TESTS_SYSTEM_LAB_HPP
+#pragma once
 
 #include "Support.hpp"
 
@@ -74,5 +73,3 @@ class Background {
 };
 
 } // namespace lab
-
-#endif

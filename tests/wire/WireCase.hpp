@@ -6,8 +6,7 @@
 // {ns} the LOCALNAMESPACEPATH of root/cimv2 and {context} what the last answer gave as EnumerationContext. A line "<<<
 // STATUS CIMERROR" opens the answer with what is in SIMPLERSP, where * stands for any text; "+++ TEXT" wants TEXT in
 // the log and "--- TEXT" wants it kept out.
-#ifndef TESTS_WIRE_WIRECASE_HPP
-#define TESTS_WIRE_WIRECASE_HPP
+#pragma once
 
 #include "cimserver/http/Message.hpp"
 
@@ -34,5 +33,3 @@ std::vector<Step> readCase(const std::filesystem::path& file);
 cimserver::http::Request requestOf(const Step& step, const std::string& context);
 
 } // namespace wire
-
-#endif

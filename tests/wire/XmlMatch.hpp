@@ -1,6 +1,5 @@
 // Compares XML as XML: blanks between elements and the order of attributes do not count, * stands for any text.
-#ifndef TESTS_WIRE_XMLMATCH_HPP
-#define TESTS_WIRE_XMLMATCH_HPP
+#pragma once
 
 #include <pugixml.hpp>
 
@@ -12,5 +11,3 @@ namespace wire {
 std::string difference(pugi::xml_node expected, pugi::xml_node actual);
 
 } // namespace wire
-
-#endif

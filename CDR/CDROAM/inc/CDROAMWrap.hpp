@@ -1,6 +1,5 @@
 // The fixed population of the module: its 17 managed objects.
-#ifndef CDROAMWRAP_HPP
-#define CDROAMWRAP_HPP
+#pragma once
 
 class QTX_CDRPullStatistics;
 class QTX_CDRPushSetting;
@@ -42,5 +41,3 @@ CDROAMWrap* createCDROAMInstances();
 void releaseCDROAMInstances();
 }
 #pragma GCC visibility pop
-
-#endif

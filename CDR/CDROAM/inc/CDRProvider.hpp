@@ -1,6 +1,5 @@
 // The module's one provider: receives every request for the six CIM classes and hands it to the class's provider.
-#ifndef CDRPROVIDER_HPP
-#define CDRPROVIDER_HPP
+#pragma once
 
 #include "OW_CppAssociatorProviderIFC.hpp"
 #include "OW_CppMethodProviderIFC.hpp"
@@ -81,5 +80,3 @@ OpenWBEM::CppProviderBaseIFC* createProviderCDRProvider();
 const char* getOWVersion();
 }
 #pragma GCC visibility pop
-
-#endif

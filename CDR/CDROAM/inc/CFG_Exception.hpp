@@ -1,7 +1,6 @@
 // The exceptions of the managed-object framework. They carry no data: what happened has been logged where it happened,
 // and the provider turns each into a CIM error.
-#ifndef CFG_EXCEPTION_HPP
-#define CFG_EXCEPTION_HPP
+#pragma once
 
 #include <exception>
 
@@ -22,5 +21,3 @@ class CFG_ReadError : public CFG_Exception {};
 
 /// A configuration entry could not be written, or the schedule could not be changed.
 class CFG_WriteError : public CFG_Exception {};
-
-#endif

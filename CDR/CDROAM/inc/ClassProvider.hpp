@@ -1,7 +1,6 @@
 // What a per-class provider does, written once over a description of the class: the conversions between managed objects
 // and CIM instances, the look-ups and the CIM operations. ClassProvider.ipp declares the provider classes themselves.
-#ifndef CLASSPROVIDER_HPP
-#define CLASSPROVIDER_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -322,5 +321,3 @@ class ClassProvider {
 };
 
 } // namespace cdroam
-
-#endif

@@ -1,6 +1,5 @@
 // The module's entries in the platform's diagnostic log "CdrOAM.log".
-#ifndef DIAGNOSTICLOG_HPP
-#define DIAGNOSTICLOG_HPP
+#pragma once
 
 #include <cstddef>
 #include <cstdint>
@@ -40,5 +39,3 @@ std::uint32_t logFailure(LogLevel level, const char* operation, unsigned long co
 void logControlCharacters(const char* label);
 
 } // namespace cdroam
-
-#endif

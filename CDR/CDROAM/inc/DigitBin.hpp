@@ -5,8 +5,7 @@
 //
 //   prefix bins, "PREFIX BIN", 64 bytes: 8 rows of 8 digit positions
 //   access bins, "ACCESS BIN", 30 bytes: 5 rows of 5 digit positions and a suppress count 0 to 16
-#ifndef DIGITBIN_HPP
-#define DIGITBIN_HPP
+#pragma once
 
 #include "DiagnosticLog.hpp"
 #include "Registry.hpp"
@@ -122,5 +121,3 @@ int allDigits(char* text, int maximum);
 int assignDigits(char* text, unsigned char lowest, unsigned char highest, unsigned char* destination);
 
 } // namespace cdroam
-
-#endif

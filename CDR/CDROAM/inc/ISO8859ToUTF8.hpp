@@ -1,6 +1,5 @@
 // The conversion that some OpenWBEM 3.0.3 builds lack; used only where the build finds none.
-#ifndef ISO8859TOUTF8_HPP
-#define ISO8859TOUTF8_HPP
+#pragma once
 
 #include <cstddef>
 
@@ -13,5 +12,3 @@ void ISO8859ToUTF8(const char* source, char* destination, std::size_t capacity);
 
 } // namespace UTF8Utils
 } // namespace OpenWBEM
-
-#endif

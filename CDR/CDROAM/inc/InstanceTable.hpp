@@ -1,6 +1,5 @@
 // The list of the live objects of a managed class, with the one cursor that enumerations share.
-#ifndef INSTANCETABLE_HPP
-#define INSTANCETABLE_HPP
+#pragma once
 
 #include "CFG_Exception.hpp"
 
@@ -63,5 +62,3 @@ class InstanceTable {
 };
 
 } // namespace cdroam
-
-#endif

@@ -12,8 +12,7 @@
 // The columns: name, CIM type, how the value lies in its registry entry (a kind of Registry.hpp, or Own where rows
 // share an entry), the registry key, and which values a client may set. From the table come the class and its
 // instance managers (ManagedClass.ipp), the accessors of its implementation and its provider (ClassProvider.ipp).
-#ifndef MANAGEDCLASS_HPP
-#define MANAGEDCLASS_HPP
+#pragma once
 
 #include "InstanceTable.hpp"
 
@@ -96,5 +95,3 @@ std::string concatenated(std::initializer_list<std::string> texts);
 #define CDR_OVERRIDES_METHOD(NAME) unsigned int NAME() override;
 #define CDR_OVERRIDES(TABLE) TABLE(CDR_OVERRIDES_RW, CDR_OVERRIDES_RO, CDR_NONE, CDR_OVERRIDES_METHOD)
 #define CDR_CACHE(NAME, TYPE, KIND, ...) cdroam::KIND::Cache NAME{};
-
-#endif

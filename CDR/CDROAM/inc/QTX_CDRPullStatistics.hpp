@@ -1,6 +1,5 @@
 // The statistics of pulled transfers. Its own getters return 0 and leave the value alone.
-#ifndef QTX_CDRPULLSTATISTICS_HPP
-#define QTX_CDRPULLSTATISTICS_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -24,5 +23,3 @@
 #define CDR_CLASS QTX_CDRPullStatistics
 #define CDR_TABLE QTX_CDRPULLSTATISTICS_TABLE
 #include "ManagedClass.ipp"
-
-#endif

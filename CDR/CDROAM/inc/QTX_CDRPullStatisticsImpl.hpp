@@ -1,6 +1,5 @@
 // The pull statistics in the configuration registry.
-#ifndef QTX_CDRPULLSTATISTICSIMPL_HPP
-#define QTX_CDRPULLSTATISTICSIMPL_HPP
+#pragma once
 
 #include "QTX_CDRPullStatistics.hpp"
 #include "Registry.hpp"
@@ -21,5 +20,3 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
   private:
     mutable struct { QTX_CDRPULLSTATISTICS_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
 };
-
-#endif

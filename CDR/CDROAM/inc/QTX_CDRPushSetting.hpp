@@ -1,6 +1,5 @@
 // The settings of the push transfer.
-#ifndef QTX_CDRPUSHSETTING_HPP
-#define QTX_CDRPUSHSETTING_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -26,5 +25,3 @@
 #define CDR_CLASS QTX_CDRPushSetting
 #define CDR_TABLE QTX_CDRPUSHSETTING_TABLE
 #include "ManagedClass.ipp"
-
-#endif

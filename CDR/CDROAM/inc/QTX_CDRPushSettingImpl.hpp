@@ -1,6 +1,5 @@
 // The push settings in the configuration registry, and the scheduled task that follows them.
-#ifndef QTX_CDRPUSHSETTINGIMPL_HPP
-#define QTX_CDRPUSHSETTINGIMPL_HPP
+#pragma once
 
 #include "QTX_CDRPushSetting.hpp"
 #include "Registry.hpp"
@@ -52,5 +51,3 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
     // What was last read or written.
     mutable struct { QTX_CDRPUSHSETTING_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
 };
-
-#endif

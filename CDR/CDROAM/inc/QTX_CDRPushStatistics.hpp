@@ -1,6 +1,5 @@
 // When the last push transfer took place.
-#ifndef QTX_CDRPUSHSTATISTICS_HPP
-#define QTX_CDRPUSHSTATISTICS_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -15,5 +14,3 @@
 #define CDR_CLASS QTX_CDRPushStatistics
 #define CDR_TABLE QTX_CDRPUSHSTATISTICS_TABLE
 #include "ManagedClass.ipp"
-
-#endif

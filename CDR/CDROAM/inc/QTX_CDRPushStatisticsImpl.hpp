@@ -1,6 +1,5 @@
 // The push statistics in the configuration registry.
-#ifndef QTX_CDRPUSHSTATISTICSIMPL_HPP
-#define QTX_CDRPUSHSTATISTICSIMPL_HPP
+#pragma once
 
 #include "QTX_CDRPushStatistics.hpp"
 #include "Registry.hpp"
@@ -20,5 +19,3 @@ class QTX_CDRPushStatisticsImpl : public QTX_CDRPushStatistics {
   private:
     mutable struct { QTX_CDRPUSHSTATISTICS_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
 };
-
-#endif

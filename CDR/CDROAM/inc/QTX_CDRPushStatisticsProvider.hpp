@@ -1,11 +1,8 @@
 // The CIM provider of QTX_CDRPushStatistics.
-#ifndef QTX_CDRPUSHSTATISTICSPROVIDER_HPP
-#define QTX_CDRPUSHSTATISTICSPROVIDER_HPP
+#pragma once
 
 #include "ClassProvider.hpp"
 #include "QTX_CDRPushStatistics.hpp"
 
 #define CDR_CLASS QTX_CDRPushStatistics
 #include "ClassProvider.ipp"
-
-#endif

@@ -1,6 +1,5 @@
 // The report settings of the CDR service.
-#ifndef QTX_CDRSERVICE_HPP
-#define QTX_CDRSERVICE_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -39,5 +38,3 @@
 #define CDR_CLASS QTX_CDRService
 #define CDR_TABLE QTX_CDRSERVICE_TABLE
 #include "ManagedClass.ipp"
-
-#endif

@@ -1,6 +1,5 @@
 // A row of the access/suppress bins.
-#ifndef QTX_CDRSERVICEACCESSBIN_HPP
-#define QTX_CDRSERVICEACCESSBIN_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -15,5 +14,3 @@
 #define CDR_CLASS QTX_CDRServiceAccessBin
 #define CDR_TABLE QTX_CDRSERVICEACCESSBIN_TABLE
 #include "ManagedClass.ipp"
-
-#endif

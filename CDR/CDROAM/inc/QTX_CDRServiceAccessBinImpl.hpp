@@ -1,6 +1,5 @@
 // A row of the access/suppress bins in the configuration registry.
-#ifndef QTX_CDRSERVICEACCESSBINIMPL_HPP
-#define QTX_CDRSERVICEACCESSBINIMPL_HPP
+#pragma once
 
 #include "DigitBin.hpp"
 #include "QTX_CDRServiceAccessBin.hpp"
@@ -29,5 +28,3 @@ class QTX_CDRServiceAccessBinImpl : public QTX_CDRServiceAccessBin {
     int row_;
     mutable cdroam::BinTable<MAX_ACCESS_BIN_ENTRIES_VALUE, 6, 5> table_;
 };
-
-#endif

@@ -1,6 +1,5 @@
 // The report settings in the configuration registry.
-#ifndef QTX_CDRSERVICEIMPL_HPP
-#define QTX_CDRSERVICEIMPL_HPP
+#pragma once
 
 #include "QTX_CDRService.hpp"
 #include "Registry.hpp"
@@ -27,5 +26,3 @@ class QTX_CDRServiceImpl : public QTX_CDRService {
     mutable struct { QTX_CDRSERVICE_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
     std::uint32_t queueId;
 };
-
-#endif

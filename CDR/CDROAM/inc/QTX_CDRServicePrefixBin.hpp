@@ -1,6 +1,5 @@
 // A row of the prefix bins.
-#ifndef QTX_CDRSERVICEPREFIXBIN_HPP
-#define QTX_CDRSERVICEPREFIXBIN_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -14,5 +13,3 @@
 #define CDR_CLASS QTX_CDRServicePrefixBin
 #define CDR_TABLE QTX_CDRSERVICEPREFIXBIN_TABLE
 #include "ManagedClass.ipp"
-
-#endif

@@ -1,6 +1,5 @@
 // A row of the prefix bins in the configuration registry.
-#ifndef QTX_CDRSERVICEPREFIXBINIMPL_HPP
-#define QTX_CDRSERVICEPREFIXBINIMPL_HPP
+#pragma once
 
 #include "DigitBin.hpp"
 #include "QTX_CDRServicePrefixBin.hpp"
@@ -25,5 +24,3 @@ class QTX_CDRServicePrefixBinImpl : public QTX_CDRServicePrefixBin {
     int row_;
     mutable cdroam::BinTable<MAX_PREFIX_ENTRIES_VALUE, 8, 8> table_;
 };
-
-#endif

@@ -1,6 +1,5 @@
 // The qualifiers that getters put on their properties.
-#ifndef QUALIFIERS_HPP
-#define QUALIFIERS_HPP
+#pragma once
 
 #include "ManagedClass.hpp"
 
@@ -13,5 +12,3 @@ bool appendApplicable(QualifierArray& qualifiers, bool applicable);
 void appendValidValueMap(QualifierArray& qualifiers, unsigned int last);
 
 } // namespace cdroam
-
-#endif

@@ -1,7 +1,6 @@
 // Access to the configuration registry: entries of component "CDR", the texts in them, and how a number lies in an
 // entry.
-#ifndef REGISTRY_HPP
-#define REGISTRY_HPP
+#pragma once
 
 #include "ZpoShared.h"
 
@@ -130,5 +129,3 @@ struct OwnByte : Byte {};
 struct OwnText : Latin1Text {};
 
 } // namespace cdroam
-
-#endif

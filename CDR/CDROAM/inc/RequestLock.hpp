@@ -1,6 +1,5 @@
 // Serialises requests where the object manager does not.
-#ifndef REQUESTLOCK_HPP
-#define REQUESTLOCK_HPP
+#pragma once
 
 #ifdef CDR_SERIALIZE_REQUESTS
 #include <mutex>
@@ -26,5 +25,3 @@ class RequestLock {
 };
 
 } // namespace cdroam
-
-#endif

@@ -1,6 +1,5 @@
 // Access to settings that report by status: 0, or 100 and 101 when the registry fails, which is logged.
-#ifndef SETTINGS_HPP
-#define SETTINGS_HPP
+#pragma once
 
 #include "DiagnosticLog.hpp"
 #include "Registry.hpp"
@@ -33,5 +32,3 @@ int writeSetting(const char* accessor, const Entry& entry, typename Kind::Cache&
 }
 
 } // namespace cdroam
-
-#endif

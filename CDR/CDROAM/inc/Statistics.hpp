@@ -1,7 +1,6 @@
 // Access to statistics, which the transfer programs write into the registry. An absent entry is no failure; a failed
 // read is logged and gives 100.
-#ifndef STATISTICS_HPP
-#define STATISTICS_HPP
+#pragma once
 
 #include "DiagnosticLog.hpp"
 #include "Registry.hpp"
@@ -36,5 +35,3 @@ int readStatistic(const Entry& entry, const char* accessor, typename Kind::Cache
 }
 
 } // namespace cdroam
-
-#endif

@@ -1,6 +1,5 @@
 // The texts in which the push settings hold a time of day and a day.
-#ifndef TIMETEXT_HPP
-#define TIMETEXT_HPP
+#pragma once
 
 namespace cdroam {
 
@@ -21,5 +20,3 @@ TimeOfDay parseTimeOfDay(const char* text);
 bool isTimeOfDay(const char* text);
 
 } // namespace cdroam
-
-#endif

@@ -6,8 +6,7 @@
  * and never another one: after a queue has been deleted, its id is refused. All functions return a status, 0 on
  * success, may be called from any thread and do not throw.
  */
-#ifndef OSA_H
-#define OSA_H
+#pragma once
 
 #include <stdint.h>
 
@@ -55,6 +54,4 @@ OSA_API uint32_t osQueueDelete(uint32_t id);
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

@@ -13,8 +13,7 @@
  *   ZPO_REGISTRY_MB    largest size of the registry, 1-1024   default 16
  *   ZPO_LOG_KB         size at which a log is rotated, 16-65536   default 1024
  */
-#ifndef ZPO_SHARED_H
-#define ZPO_SHARED_H
+#pragma once
 
 #include <stddef.h>
 #include <stdint.h>
@@ -203,6 +202,4 @@ static_assert(sizeof(ZpoScheduledTask) == 266 && offsetof(ZpoScheduledTask, mont
 static_assert(sizeof(ZpoScheduledTaskRecord) == 322 && offsetof(ZpoScheduledTaskRecord, month) == 320,
               "layout is fixed");
 static_assert(offsetof(ZpoScheduledTaskEntry, next) == 324, "layout is fixed");
-#endif
-
 #endif

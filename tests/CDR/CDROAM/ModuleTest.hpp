@@ -1,6 +1,5 @@
 // The module over the platform in memory, as an object manager holds it, and the requests that tests make of it.
-#ifndef CDROAM_MODULETEST_HPP
-#define CDROAM_MODULETEST_HPP
+#pragma once
 
 #include "CDRProvider.hpp"
 #include "FakePlatform.hpp"
@@ -92,5 +91,3 @@ class ModuleTest : public testing::Test {
     OpenWBEM::ProviderEnvironmentIFCRef environment;
     std::unique_ptr<CDRProvider> provider;
 };
-
-#endif

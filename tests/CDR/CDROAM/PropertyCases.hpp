@@ -1,6 +1,5 @@
 // Every property of the six classes with an example of how its registry entry and its CIM value stand for each other.
-#ifndef CDROAM_PROPERTYCASES_HPP
-#define CDROAM_PROPERTYCASES_HPP
+#pragma once
 
 #include "FakePlatform.hpp"
 
@@ -39,5 +38,3 @@ std::string binEntry(int rows, const std::string& empty, int row, const std::str
 
 constexpr const char* kEmptyPrefix = "0c0c0c0c0c0c0c0c";
 constexpr const char* kEmptyAccess = "0c0c0c0c0c00";
-
-#endif

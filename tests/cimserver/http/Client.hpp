@@ -1,6 +1,5 @@
 // A client that writes bytes as they are told and reads answers strictly: each must have a Content-Length.
-#ifndef TESTS_CIMSERVER_HTTP_CLIENT_HPP
-#define TESTS_CIMSERVER_HTTP_CLIENT_HPP
+#pragma once
 
 #include <openssl/ssl.h>
 
@@ -60,5 +59,3 @@ class Client {
 std::string post(const std::string& body, const std::string& fields = "", const std::string& version = "HTTP/1.1");
 
 } // namespace http_testing
-
-#endif

@@ -1,6 +1,5 @@
 // A server in this process with a handler that tells what it got, a folder for files, and what was logged.
-#ifndef TESTS_CIMSERVER_HTTP_FIXTURE_HPP
-#define TESTS_CIMSERVER_HTTP_FIXTURE_HPP
+#pragma once
 
 #include "Client.hpp"
 #include "Support.hpp"
@@ -42,5 +41,3 @@ class ServerTest : public ::testing::Test {
 };
 
 } // namespace http_testing
-
-#endif

@@ -1,6 +1,5 @@
 // A Cimom over a small schema whose provider writes down what it is asked.
-#ifndef TESTS_CIMSERVER_OPERATIONS_FIXTURE_HPP
-#define TESTS_CIMSERVER_OPERATIONS_FIXTURE_HPP
+#pragma once
 
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/operations/Interop.hpp"
@@ -107,5 +106,3 @@ std::pair<int, std::string> thrownBy(Call&& call) {
 }
 
 } // namespace cimserver::operations
-
-#endif

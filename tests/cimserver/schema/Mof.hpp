@@ -1,6 +1,5 @@
 // What the schema tests share.
-#ifndef TESTS_CIMSERVER_SCHEMA_MOF_HPP
-#define TESTS_CIMSERVER_SCHEMA_MOF_HPP
+#pragma once
 
 #include "cimserver/schema/Repository.hpp"
 
@@ -26,5 +25,3 @@ inline std::string errorOf(const std::string& mof) {
     }
     return {};
 }
-
-#endif
