@@ -34,13 +34,14 @@ void forgetCalls() {
 // One row for each entry: its key and how many bytes it has, 0 for an integer.
 template <class Use>
 void forEachEntry(Use use) {
-#define BYTES_Byte 1
-#define BYTES_OwnByte 1
-#define BYTES_Word 2
-#define BYTES_PackedDigits 2
-#define BYTES_Integer 0
-#define ENTRY(NAME, TYPE, KIND, KEY, CHECK) use(KEY, BYTES_##KIND);
-    QTX_CDRSERVICE_TABLE(ENTRY, CDR_NONE, CDR_NONE, CDR_NONE)
+    for (const char* key :
+         {"FORMAT", "TYPE", "LANG", "FILTER", "DATE", "HEADER", "DNIS", "CONNECT", "DIGITSSUPP", "SCHEDULE", "FILESIZE",
+          "NAME", "LONGID", "CALLTYPE", "CHARGE", "SUPERVISE", "TIME", "HOSPITAL"}) {
+        use(key, 1U);
+    }
+    use("FEATURE CODE", 2U);
+    use("DIGITSLIMIT", 2U);
+    use("DISKLIMIT", 0U);
 }
 
 void createEntries() {

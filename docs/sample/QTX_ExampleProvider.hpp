@@ -5,6 +5,17 @@
 #include "ClassProvider.hpp"
 #include "QTX_Example.hpp"
 
-#define CDR_CLASS QTX_Example
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_ExampleProvider
+    : public cdroam::ClassProvider<QTX_ExampleProvider, const QTX_Example, QTX_ExampleImplInstanceManager> {
+  public:
+    void QTX_ExampleToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_ExampleToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_ExampleWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_ExampleWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};
 // [declare-provider]

@@ -1,8 +1,8 @@
-// What a per-class provider does, written once over a description of the class: the conversions between managed objects
-// and CIM instances, the look-ups and the CIM operations. ClassProvider.ipp declares the provider classes themselves.
+// What a per-class provider does, written once for all classes.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "CFG_Exception.hpp"
+#include "PropertyRow.hpp"
 
 #include "OW_CIM.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
@@ -12,122 +12,178 @@
 #include <cstddef>
 #include <string>
 #include <tuple>
+#include <type_traits>
 #include <vector>
 
 namespace cdroam {
 
-/// Which values a client may set; what is refused here never reaches the setter and gives CIM error 4.
-struct Check {
-    enum Kind { Any, MaxLength, Range } kind = Any;
-    unsigned int lowest = 0;
-    unsigned int highest = 0;
-
-    static constexpr Check any() { return {}; }
-    /// A text of at most so many bytes.
-    static constexpr Check maxLength(unsigned int bytes) { return {MaxLength, 0, bytes}; }
-    static constexpr Check range(unsigned int lowest, unsigned int highest) { return {Range, lowest, highest}; }
-};
-
-/// Source lines that the providers' CIM errors carry; a client's support staff knows them by these numbers.
-struct SourceLine {
-    static constexpr int StartChange = 271;
-    static constexpr int Setter = 304;
-    static constexpr int EndChange = 311;
-    static constexpr int UnknownMethod = 352;
-};
-
 /// Raises a CIM error whose message is the status in decimal.
 [[noreturn]] void throwFailed(const char* source, int line, int status);
 
-/// Raises CIM error 4 when the value of the property `name` is refused.
-void checkLength(const char* source, const char* name, const Check& check, const std::string& value);
-void checkRange(const char* source, const char* name, const Check& check, unsigned int value);
-
-// From a value of a managed object to a CIM value and back. A request's value must be of the property's type, as an
-// object manager delivers it: CIMValue does not convert. A text takes any value's text form.
-OpenWBEM::CIMValue toCIMValue(cim::uint8, unsigned char value);
-OpenWBEM::CIMValue toCIMValue(cim::uint16, unsigned short value);
-OpenWBEM::CIMValue toCIMValue(cim::uint32, unsigned int value);
-OpenWBEM::CIMValue toCIMValue(cim::boolean, bool value);
-/// A NUL in the value ends it.
-OpenWBEM::CIMValue toCIMValue(cim::string, const std::string& value);
-/// Throws what CIMDateTime throws for a text that is none.
-OpenWBEM::CIMValue toCIMValue(cim::datetime, const std::string& value);
-
-void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned char& to);
-void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned short& to);
-void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned int& to);
-void fromCIMValue(const OpenWBEM::CIMValue& from, bool& to);
-void fromCIMValue(const OpenWBEM::CIMValue& from, std::string& to);
-
-/// One row of a class's table, as its provider uses it.
-template <class Object>
-struct PropertyRow {
-    const char* name;
-    const char* type; ///< CIM type
-    bool key;
-    /// Calls the getter and, when it returns 0, makes the value.
-    int (*read)(const Object& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers);
-    /// Checks the value and calls the setter; null when the property cannot be modified.
-    int (*write)(Object& object, const OpenWBEM::CIMValue& value, const PropertyRow& row, const char* source);
-    Check check;
-};
-
-template <class Object>
-struct MethodRow {
-    const char* name;
-    unsigned int (Object::*run)();
-};
-
-inline void checkValue(const char* source, const char* name, const Check& check, const std::string& value) {
-    checkLength(source, name, check, value);
-}
-inline void checkValue(const char* source, const char* name, const Check& check, unsigned int value) {
-    checkRange(source, name, check, value);
+/// How many keys an instance manager's operation takes.
+template <class Manager, class Object, class... Keys>
+constexpr std::size_t countKeys(Object* (Manager::* /*operation*/)(Keys...)) {
+    return sizeof...(Keys);
 }
 
-template <class Object, class Type, int (Object::*Get)(typename Type::Value&, QualifierArray&) const>
-int readProperty(const Object& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) {
-    typename Type::Value read{};
-    const int status = (object.*Get)(read, qualifiers);
-    if (status == 0) {
-        value = toCIMValue(Type{}, read);
-    }
-    return status;
-}
-
-template <class Object, class Type, int (Object::*Set)(typename Type::Value)>
-int writeProperty(Object& object, const OpenWBEM::CIMValue& value, const PropertyRow<Object>& row, const char* source) {
-    typename Type::Value taken{};
-    fromCIMValue(value, taken);
-    checkValue(source, row.name, row.check, taken);
-    return (object.*Set)(taken);
-}
-
-/// The algorithms. `Class` describes the managed class:
-///   Object, Manager       its classes
-///   name                  its CIM class name
-///   source                what the provider's CIM errors carry as file
-///   properties(), methods()   its rows
-///   keyCount              how many of the properties are keys
-///   create, destroy       its manager's creator and destroyer
-template <class Class>
-class ClassProvider {
+/// Serves the instance and method operations of a CIM class over the live objects of its managed class. `Provider` is
+/// the class's provider, which derives from this; `SubjectType` is the managed class, const where its getters are;
+/// `InstalledManager` is the instance manager that `initialize` installs.
+///
+/// Every error is an OpenWBEM::CIMException that carries the provider's source file; what the framework and the
+/// accessors throw passes through. Request flags, property lists and the classes handed in are not looked at.
+template <class Provider, class SubjectType, class InstalledManager>
+class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::CppInstanceProviderIFC {
   public:
-    using Object = typename Class::Object;
-    using Keys = std::array<std::string, Class::keyCount>;
+    using Object = std::remove_const_t<SubjectType>;
+    using Subject = SubjectType;
+    using Manager = typename Object::InstanceManager;
 
-    /// Fills the instance with every property whose getter returns 0, and with its keys. The others keep what they had.
-    static void toInstance(const Object& object, OpenWBEM::CIMInstance& instance) {
+    /// The operations that bear the class's name; the CIM operations call these.
+    struct NamedOperations {
+        /// Fills the instance with the object's properties and keys; a property that cannot be read is left out.
+        void (Provider::*toInstance)(const OpenWBEM::String& ns, Subject& object,
+                                     OpenWBEM::CIMInstance& instance) const;
+        /// Replaces the path's keys by the object's.
+        void (Provider::*toPath)(const Object& object, OpenWBEM::CIMObjectPath& path) const;
+        /// The object that the keys name; CIM error 6 when a key is absent or null, or there is no such object.
+        Object* (Provider::*ofPath)(const OpenWBEM::CIMObjectPath& path) const;
+        Object* (Provider::*ofInstance)(const OpenWBEM::CIMInstance& instance) const;
+        /// Applies the instance's properties to the object, in their order. CIM error 4 for a refused value, 1 with the
+        /// status as message for a failure; what was applied before stays.
+        void (Provider::*modify)(Object& object, const OpenWBEM::CIMInstance& instance) const;
+        /// The instance manager's operations that bear the class's name.
+        decltype(&Manager::get) create;
+        void (Manager::*destroy)(Object* object);
+    };
+
+    /// What a provider says of its class.
+    struct Definition {
+        const char* className;
+        const char* source;                           ///< the file that its CIM errors carry
+        std::vector<PropertyRow<Subject>> properties; ///< in the order in which instances show them
+        std::vector<MethodRow<Object>> methods;
+        NamedOperations operations;
+    };
+
+    /// CIM error 17 for an unknown method, 6 for an unknown object; otherwise the operation's result as uint32.
+    OpenWBEM::CIMValue invokeMethod(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& /*ns*/,
+                                    const OpenWBEM::CIMObjectPath& path, const OpenWBEM::String& methodName,
+                                    const OpenWBEM::CIMParamValueArray& /*in*/,
+                                    OpenWBEM::CIMParamValueArray& /*out*/) override {
+        for (const MethodRow<Object>& row : definition().methods) {
+            if (methodName.equals(row.name)) {
+                return OpenWBEM::CIMValue(OpenWBEM::UInt32((objectOf(path)->*row.run)()));
+            }
+        }
+        throw OpenWBEM::CIMException(definition().source, SourceLine::kUnknownMethod,
+                                     OpenWBEM::CIMException::METHOD_NOT_FOUND);
+    }
+
+    /// Installs a new instance manager: objects made before are not seen any more.
+    void initialize(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/) override {
+        // Never freed: the objects it lists live as long as the process.
+        Object::SetInstanceManager(new InstalledManager);
+    }
+
+    void enumInstanceNames(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& ns,
+                           const OpenWBEM::String& className, OpenWBEM::CIMObjectPathResultHandlerIFC& result,
+                           const OpenWBEM::CIMClass& /*cimClass*/) override {
+        OpenWBEM::CIMObjectPath path(className, ns);
+        forEach([&](Object& object) {
+            toPath(object, path);
+            result.handle(path);
+        });
+    }
+
+    /// One instance is filled for each object in turn: a property that cannot be read of a later object keeps what an
+    /// earlier one put there. That is deliberate.
+    void enumInstances(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& ns,
+                       const OpenWBEM::String& /*className*/, OpenWBEM::CIMInstanceResultHandlerIFC& result,
+                       OpenWBEM::WBEMFlags::ELocalOnlyFlag /*localOnly*/, OpenWBEM::WBEMFlags::EDeepFlag /*deep*/,
+                       OpenWBEM::WBEMFlags::EIncludeQualifiersFlag /*includeQualifiers*/,
+                       OpenWBEM::WBEMFlags::EIncludeClassOriginFlag /*includeClassOrigin*/,
+                       const OpenWBEM::StringArray* /*propertyList*/, const OpenWBEM::CIMClass& /*requestedClass*/,
+                       const OpenWBEM::CIMClass& /*cimClass*/) override {
+        OpenWBEM::CIMInstance instance(definition().className);
+        forEach([&](Object& object) {
+            toInstance(ns, object, instance);
+            result.handle(instance);
+        });
+    }
+
+    /// CIM error 6 for an unknown object.
+    OpenWBEM::CIMInstance getInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& ns,
+                                      const OpenWBEM::CIMObjectPath& instanceName,
+                                      OpenWBEM::WBEMFlags::ELocalOnlyFlag /*localOnly*/,
+                                      OpenWBEM::WBEMFlags::EIncludeQualifiersFlag /*includeQualifiers*/,
+                                      OpenWBEM::WBEMFlags::EIncludeClassOriginFlag /*includeClassOrigin*/,
+                                      const OpenWBEM::StringArray* /*propertyList*/,
+                                      const OpenWBEM::CIMClass& /*cimClass*/) override {
+        Object* const object = objectOf(instanceName);
+        OpenWBEM::CIMInstance instance(definition().className);
+        toInstance(ns, *object, instance);
+        return instance;
+    }
+
+    /// CIM error 7 from every manager of the module. A manager that can create gets the new object modified like an
+    /// existing one, and has it destroyed when that fails.
+    OpenWBEM::CIMObjectPath createInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/,
+                                           const OpenWBEM::String& ns,
+                                           const OpenWBEM::CIMInstance& cimInstance) override {
+        Object* const object = create(cimInstance);
+        try {
+            modify(*object, cimInstance);
+        } catch (const OpenWBEM::CIMException& failure) {
+            destroy(object);
+            throw OpenWBEM::CIMException(failure);
+        }
+        OpenWBEM::CIMObjectPath path(definition().className, ns);
+        toPath(*object, path);
+        return path;
+    }
+
+    /// CIM error 6 for an unknown object, otherwise 7 from every manager of the module.
+    void deleteInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& /*ns*/,
+                        const OpenWBEM::CIMObjectPath& cop) override {
+        Object* const object = objectOf(cop);
+        try {
+            destroy(object);
+        } catch (const CFG_InstanceDeletionFailed&) {
+            throw OpenWBEM::CIMException(definition().source, __LINE__, OpenWBEM::CIMException::NOT_SUPPORTED);
+        }
+    }
+
+    /// CIM error 6 for an unknown object; otherwise as the class's own modifyInstance.
+    void modifyInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& /*ns*/,
+                        const OpenWBEM::CIMInstance& modifiedInstance,
+                        const OpenWBEM::CIMInstance& /*previousInstance*/,
+                        OpenWBEM::WBEMFlags::EIncludeQualifiersFlag /*includeQualifiers*/,
+                        const OpenWBEM::StringArray* /*propertyList*/,
+                        const OpenWBEM::CIMClass& /*theClass*/) override {
+        modify(*(provider().*definition().operations.ofInstance)(modifiedInstance), modifiedInstance);
+    }
+
+    /// Does nothing: the installed manager and its objects stay.
+    void cleanup() {}
+
+  protected:
+    using CIMInstance = OpenWBEM::CIMInstance;
+    using CIMObjectPath = OpenWBEM::CIMObjectPath;
+    using String = OpenWBEM::String;
+
+    // The bodies of the named operations.
+
+    void fill(Subject& object, OpenWBEM::CIMInstance& instance) const {
         OpenWBEM::CIMPropertyArray keys;
-        for (const PropertyRow<Object>& row : Class::properties()) {
+        for (const PropertyRow<Subject>& row : definition().properties) {
             OpenWBEM::CIMValue value(OpenWBEM::CIMNULL);
             QualifierArray qualifiers;
-            if (row.read(object, value, qualifiers) != 0) {
+            if (row.readProperty(object, value, qualifiers) != Success) {
                 continue;
             }
             OpenWBEM::CIMProperty property(row.name, value);
-            if (row.key) {
+            if (row.isKey()) {
                 keys.push_back(property);
             }
             property.setQualifiers(qualifiers);
@@ -137,16 +193,14 @@ class ClassProvider {
         instance.setKeys(keys);
     }
 
-    /// Replaces the path's keys. CIM error 6 when a key cannot be read.
-    static void toPath(const Object& object, OpenWBEM::CIMObjectPath& path) {
+    void fill(const Object& object, OpenWBEM::CIMObjectPath& path) const {
         OpenWBEM::CIMPropertyArray keys;
-        for (const PropertyRow<Object>& row : Class::properties()) {
-            if (!row.key) {
+        for (const PropertyRow<Subject>& row : definition().properties) {
+            if (!row.isKey()) {
                 continue;
             }
             OpenWBEM::CIMValue value(OpenWBEM::CIMNULL);
-            QualifierArray ignored;
-            if (row.read(object, value, ignored) != 0) {
+            if (row.readKey(object, value) != Success) {
                 throwNotFound(__LINE__);
             }
             keys.push_back(OpenWBEM::CIMProperty(row.name, value));
@@ -154,102 +208,59 @@ class ClassProvider {
         path.setKeys(keys);
     }
 
-    /// The object that the path names. CIM error 6 when a key is absent or null, or there is no such object.
-    static Object* find(const OpenWBEM::CIMObjectPath& path) {
-        return find([&path](const char* key) { return path.getKey(key); });
+    Object* find(const OpenWBEM::CIMObjectPath& path) const {
+        return findBy([&path](const char* name) { return path.getKey(name); });
     }
 
-    /// The object that the instance's key properties name, with the same errors.
-    static Object* find(const OpenWBEM::CIMInstance& instance) {
-        return find([&instance](const char* key) { return instance.getProperty(key); });
+    Object* find(const OpenWBEM::CIMInstance& instance) const {
+        return findBy([&instance](const char* name) { return instance.getProperty(name); });
     }
 
-    static void enumInstanceNames(const OpenWBEM::String& ns, const OpenWBEM::String& className,
-                                  OpenWBEM::CIMObjectPathResultHandlerIFC& result) {
-        OpenWBEM::CIMObjectPath path(className, ns);
-        forEach([&](const Object& object) {
-            toPath(object, path);
-            result.handle(path);
-        });
-    }
-
-    /// One instance is filled for each object in turn: a property that cannot be read of a later object keeps what an
-    /// earlier one put there. That is deliberate.
-    static void enumInstances(OpenWBEM::CIMInstanceResultHandlerIFC& result) {
-        OpenWBEM::CIMInstance instance(Class::name);
-        forEach([&](const Object& object) {
-            toInstance(object, instance);
-            result.handle(instance);
-        });
-    }
-
-    static OpenWBEM::CIMInstance getInstance(const OpenWBEM::CIMObjectPath& path) {
-        const Object* object = find(path);
-        OpenWBEM::CIMInstance instance(Class::name);
-        toInstance(*object, instance);
-        return instance;
-    }
-
-    /// CIM error 7 from every manager of the module. A manager that can create gets the new object modified like an
-    /// existing one, and has it destroyed when that fails.
-    static OpenWBEM::CIMObjectPath createInstance(const OpenWBEM::String& ns, const OpenWBEM::CIMInstance& instance) {
-        Object* object = create(instance);
-        try {
-            modify(*object, instance);
-        } catch (const OpenWBEM::CIMException& failure) {
-            (Object::getInstanceManager()->*Class::destroy)(object);
-            throw OpenWBEM::CIMException(failure);
-        }
-        OpenWBEM::CIMObjectPath path(Class::name, ns);
-        toPath(*object, path);
-        return path;
-    }
-
-    /// CIM error 6 for an unknown object, otherwise 7 from every manager of the module.
-    static void deleteInstance(const OpenWBEM::CIMObjectPath& path) {
-        Object* object = find(path);
-        try {
-            (Object::getInstanceManager()->*Class::destroy)(object);
-        } catch (const CFG_InstanceDeletionFailed&) {
-            throw OpenWBEM::CIMException(Class::source, __LINE__, OpenWBEM::CIMException::NOT_SUPPORTED);
-        }
-    }
-
-    /// Sets the properties in the instance's order; null values and names that cannot be modified are passed over. The
-    /// first failure ends it: what was set before stays set, and the change is not ended.
-    static void modify(Object& object, const OpenWBEM::CIMInstance& instance) {
-        requireSuccess(object.startChange(), SourceLine::StartChange);
+    /// Null values and names that cannot be modified are passed over. The first failure ends it: the change is not
+    /// ended then.
+    void apply(Object& object, const OpenWBEM::CIMInstance& instance) const {
+        requireSuccess(object.startChange(), SourceLine::kStartChange);
         const OpenWBEM::CIMPropertyArray properties = instance.getProperties();
         for (const OpenWBEM::CIMProperty& property : properties) {
-            const PropertyRow<Object>* row = writableRow(property.getName());
+            const PropertyRow<Subject>* const row = writableRow(property.getName());
             const OpenWBEM::CIMValue value = property.getValue();
             if (row != nullptr && value) {
-                requireSuccess(row->write(object, value, *row, Class::source), SourceLine::Setter);
+                requireSuccess(row->write(object, value, *row, definition().source), SourceLine::kSetter);
             }
         }
-        requireSuccess(object.endChange(), SourceLine::EndChange);
-    }
-
-    /// CIM error 17 for a name that is not exactly a method's.
-    static OpenWBEM::CIMValue invokeMethod(const OpenWBEM::CIMObjectPath& path, const OpenWBEM::String& methodName) {
-        for (const MethodRow<Object>& row : Class::methods()) {
-            if (methodName.equals(row.name)) {
-                return OpenWBEM::CIMValue(OpenWBEM::UInt32((find(path)->*row.run)()));
-            }
-        }
-        throw OpenWBEM::CIMException(Class::source, SourceLine::UnknownMethod,
-                                     OpenWBEM::CIMException::METHOD_NOT_FOUND);
+        requireSuccess(object.endChange(), SourceLine::kEndChange);
     }
 
   private:
-    [[noreturn]] static void throwNotFound(int line) {
-        throw OpenWBEM::CIMException(Class::source, line, OpenWBEM::CIMException::NOT_FOUND);
+    static constexpr std::size_t kKeys = countKeys(&Manager::get);
+    using Keys = std::array<std::string, kKeys>;
+
+    static const Definition& definition() { return Provider::definition(); }
+    const Provider& provider() const { return static_cast<const Provider&>(*this); }
+
+    // The named operations, which do the work.
+    void toInstance(const OpenWBEM::String& ns, Subject& object, OpenWBEM::CIMInstance& instance) const {
+        (provider().*definition().operations.toInstance)(ns, object, instance);
     }
+    void toPath(const Object& object, OpenWBEM::CIMObjectPath& path) const {
+        (provider().*definition().operations.toPath)(object, path);
+    }
+    Object* objectOf(const OpenWBEM::CIMObjectPath& path) const {
+        return (provider().*definition().operations.ofPath)(path);
+    }
+    void modify(Object& object, const OpenWBEM::CIMInstance& instance) const {
+        (provider().*definition().operations.modify)(object, instance);
+    }
+    static void destroy(Object* object) { (Object::getInstanceManager()->*definition().operations.destroy)(object); }
 
     static void requireSuccess(int status, int line) {
-        if (status != 0) {
-            throwFailed(Class::source, line, status);
+        if (status != Success) {
+            throwFailed(definition().source, line, status);
         }
+    }
+
+    [[noreturn]] static void throwNotFound(int line) {
+        throw OpenWBEM::CIMException(definition().source, line, OpenWBEM::CIMException::NOT_FOUND);
     }
 
     template <class Use>
@@ -261,8 +272,8 @@ class ClassProvider {
         Object::getInstanceManager()->endIteration();
     }
 
-    static const PropertyRow<Object>* writableRow(const OpenWBEM::String& name) {
-        for (const PropertyRow<Object>& row : Class::properties()) {
+    static const PropertyRow<Subject>* writableRow(const OpenWBEM::String& name) {
+        for (const PropertyRow<Subject>& row : definition().properties) {
             if (row.write != nullptr && name.equals(row.name)) {
                 return &row;
             }
@@ -275,8 +286,8 @@ class ClassProvider {
     static Keys gatherKeys(KeyValue keyValue) {
         Keys keys;
         std::size_t filled = 0;
-        for (const PropertyRow<Object>& row : Class::properties()) {
-            if (row.key) {
+        for (const PropertyRow<Subject>& row : definition().properties) {
+            if (row.isKey()) {
                 keys.at(filled++) = keyValue(row.name);
             }
         }
@@ -284,7 +295,7 @@ class ClassProvider {
     }
 
     template <class KeyProperty>
-    static Object* find(KeyProperty keyProperty) {
+    static Object* findBy(KeyProperty keyProperty) {
         const Keys keys = gatherKeys([&keyProperty](const char* name) {
             const OpenWBEM::CIMProperty property = keyProperty(name);
             if (!property || !property.getValue()) {
@@ -293,7 +304,7 @@ class ClassProvider {
             return std::string(property.getValue().toString().c_str());
         });
         try {
-            return callWith(&Class::Manager::get, keys);
+            return callWith(&Manager::get, keys);
         } catch (const CFG_NoInstance&) {
             throwNotFound(__LINE__);
         }
@@ -306,9 +317,9 @@ class ClassProvider {
             return std::string(given ? property.getValue().toString().c_str() : "");
         });
         try {
-            return callWith(Class::create, keys);
+            return callWith(definition().operations.create, keys);
         } catch (const CFG_InstanceCreationFailed&) {
-            throw OpenWBEM::CIMException(Class::source, __LINE__, OpenWBEM::CIMException::NOT_SUPPORTED);
+            throw OpenWBEM::CIMException(definition().source, __LINE__, OpenWBEM::CIMException::NOT_SUPPORTED);
         }
     }
 

@@ -8,6 +8,7 @@
 #pragma once
 
 #include "DiagnosticLog.hpp"
+#include "ManagedObject.hpp"
 #include "Registry.hpp"
 
 #include <algorithm>

@@ -8,8 +8,7 @@
 
 namespace cdroam {
 
-/// Objects by their composite key, in byte-wise key order. Lists objects without owning them. Takes no lock, and has
-/// one cursor: one iteration at a time.
+/// Objects by their composite key, in byte-wise key order. Does not own them. One cursor: one iteration at a time.
 template <class Object>
 class InstanceTable {
   public:
@@ -20,7 +19,7 @@ class InstanceTable {
     /// An object already listed under the key is replaced.
     void add(const std::string& key, Object* object) { objects_[key] = object; }
 
-    /// A key that is not listed is no error. A cursor on the removed object moves on to the next.
+    /// A key that is not listed is not an error. A cursor on the removed object moves on to the next.
     void remove(const std::string& key) {
         const auto found = objects_.find(key);
         if (found == objects_.end()) {

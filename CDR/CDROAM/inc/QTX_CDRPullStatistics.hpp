@@ -1,25 +1,53 @@
-// The statistics of pulled transfers. Its own getters return 0 and leave the value alone.
+// The statistics of pulled transfers.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "InstanceManager.hpp"
+#include "ManagedObject.hpp"
 
-// ManagedClass.hpp tells what the columns mean.
-// clang-format off
-#define QTX_CDRPULLSTATISTICS_TABLE(RW, RO, KEY, METHOD)                                                               \
-    KEY(Name)                                                                                                          \
-    RO(MostRecentSuccessfulTransfer, string, Latin1Text, "Pull-MostRecentSuccess")                                     \
-    RW(IncludeMetricsFlag, boolean, OwnByte, "Pull-IncludeMetricsFlag", Check::any())                                  \
-    RO(NumberOfSuccessfulTransfers, uint32, Counter, "Pull-NumSuccesses")                                              \
-    RO(MostRecentFailedTransfer, string, Latin1Text, "Pull-MostRecentFailure")                                         \
-    RO(ReasonForFailure, string, Latin1Text, "Pull-MostRecentFailureReason")                                           \
-    RO(NumberOfFailedTransfers, uint32, Counter, "Pull-NumFailures")                                                   \
-    RO(LargestFileTransferred, uint32, Counter, "Pull-LargestFile")                                                    \
-    RO(SmallestFileTransferred, uint32, Counter, "Pull-SmallestFile")                                                  \
-    RO(TotalNumberOfBytesTransferred, uint32, Counter, "Pull-NumberOfBytes")                                           \
-    RO(TotalNumberOfFileTransferred, uint32, Counter, "Pull-NumberOfFiles")                                            \
-    METHOD(Refresh)
-// clang-format on
+class QTX_CDRPullStatistics;
 
-#define CDR_CLASS QTX_CDRPullStatistics
-#define CDR_TABLE QTX_CDRPULLSTATISTICS_TABLE
-#include "ManagedClass.ipp"
+/// Creates and destroys nothing: the set of objects is fixed.
+class QTX_CDRPullStatisticsFactory : public cdroam::InstanceManagerBase {
+  public:
+    virtual QTX_CDRPullStatistics* createQTX_CDRPullStatistics(const std::string&) {
+        throw CFG_InstanceCreationFailed();
+    }
+    virtual void destroyQTX_CDRPullStatistics(QTX_CDRPullStatistics*) { throw CFG_InstanceDeletionFailed(); }
+};
+
+class QTX_CDRPullStatisticsInstanceManager
+    : public cdroam::InstanceManager<QTX_CDRPullStatisticsFactory, QTX_CDRPullStatistics, 1> {};
+
+/// What the provider installs.
+class QTX_CDRPullStatisticsImplInstanceManager : public QTX_CDRPullStatisticsInstanceManager {
+  public:
+    QTX_CDRPullStatistics* createQTX_CDRPullStatistics(const std::string& name) override;
+    void destroyQTX_CDRPullStatistics(QTX_CDRPullStatistics* object) override;
+};
+
+/// Its own getters return 0 and leave the value alone, its own setter 101.
+class QTX_CDRPullStatistics : public cdroam::ManagedObject<QTX_CDRPullStatisticsInstanceManager> {
+  public:
+    explicit QTX_CDRPullStatistics(const std::string& name);
+    ~QTX_CDRPullStatistics() override;
+
+    virtual int getName(std::string& value, QualifierArray&) const { return showKey(name_, value); }
+    virtual int getMostRecentSuccessfulTransfer(std::string&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getIncludeMetricsFlag(bool&, QualifierArray&) const { return cdroam::Success; }
+    virtual int setIncludeMetricsFlag(bool) { return cdroam::WriteFailed; }
+    virtual int getNumberOfSuccessfulTransfers(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getMostRecentFailedTransfer(std::string&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getReasonForFailure(std::string&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getNumberOfFailedTransfers(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getLargestFileTransferred(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getSmallestFileTransferred(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getTotalNumberOfBytesTransferred(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual int getTotalNumberOfFileTransferred(unsigned int&, QualifierArray&) const { return cdroam::Success; }
+    virtual unsigned int Refresh() = 0;
+
+    /// What the object is listed under: its keys one after the other.
+    std::string compositeKey() const { return concatenated(*this, &QTX_CDRPullStatistics::getName); }
+
+  private:
+    const std::string name_;
+};

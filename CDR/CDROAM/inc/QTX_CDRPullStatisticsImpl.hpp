@@ -2,21 +2,72 @@
 #pragma once
 
 #include "QTX_CDRPullStatistics.hpp"
-#include "Registry.hpp"
+#include "Statistic.hpp"
 
 /// Reads the statistics of section "CDRPull", which the transfer side writes, and clears them. Getters return 0 or 100,
 /// the setter 0 or 101; failures are logged. A getter of statistics that do not apply reads nothing and leaves the
 /// value alone.
 class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
   public:
-    explicit QTX_CDRPullStatisticsImpl(const std::string& name);
+    explicit QTX_CDRPullStatisticsImpl(const std::string& name) : QTX_CDRPullStatistics(name) {}
 
-    CDR_OVERRIDES(QTX_CDRPULLSTATISTICS_TABLE)
+    int getMostRecentSuccessfulTransfer(std::string& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : mostRecentSuccessfulTransfer_.get(value);
+    }
+    int getIncludeMetricsFlag(bool& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : includeMetricsFlag_.getOrCreate(value);
+    }
+    int setIncludeMetricsFlag(bool value) override { return includeMetricsFlag_.set(value); }
+    int getNumberOfSuccessfulTransfers(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : numberOfSuccessfulTransfers_.get(value);
+    }
+    int getMostRecentFailedTransfer(std::string& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : mostRecentFailedTransfer_.get(value);
+    }
+    int getReasonForFailure(std::string& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : reasonForFailure_.get(value);
+    }
+    int getNumberOfFailedTransfers(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : numberOfFailedTransfers_.get(value);
+    }
+    int getLargestFileTransferred(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : largestFileTransferred_.get(value);
+    }
+    int getSmallestFileTransferred(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : smallestFileTransferred_.get(value);
+    }
+    int getTotalNumberOfBytesTransferred(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : totalNumberOfBytesTransferred_.get(value);
+    }
+    int getTotalNumberOfFileTransferred(unsigned int& value, QualifierArray& q) const override {
+        return setQulifier(q) == 0 ? cdroam::Success : totalNumberOfFileTransferred_.get(value);
+    }
+    /// Clears all statistics but the flag.
+    unsigned int Refresh() override;
 
     /// Appends the qualifier "Applicable" and returns 1 or 0 for it: not applicable is when the stored transfer type is
     /// known and not 3.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:
-    mutable struct { QTX_CDRPULLSTATISTICS_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
+    cdroam::Statistic<cdroam::Latin1Text> mostRecentSuccessfulTransfer_{
+        "MostRecentSuccessfulTransfer", {cdroam::kPullSection, "Pull-MostRecentSuccess"}};
+    cdroam::Statistic<cdroam::Byte> includeMetricsFlag_{"IncludeMetricsFlag",
+                                                        {cdroam::kPullSection, "Pull-IncludeMetricsFlag"}};
+    cdroam::Statistic<cdroam::Counter> numberOfSuccessfulTransfers_{"NumberOfSuccessfulTransfers",
+                                                                    {cdroam::kPullSection, "Pull-NumSuccesses"}};
+    cdroam::Statistic<cdroam::Latin1Text> mostRecentFailedTransfer_{"MostRecentFailedTransfer",
+                                                                    {cdroam::kPullSection, "Pull-MostRecentFailure"}};
+    cdroam::Statistic<cdroam::Latin1Text> reasonForFailure_{"ReasonForFailure",
+                                                            {cdroam::kPullSection, "Pull-MostRecentFailureReason"}};
+    cdroam::Statistic<cdroam::Counter> numberOfFailedTransfers_{"NumberOfFailedTransfers",
+                                                                {cdroam::kPullSection, "Pull-NumFailures"}};
+    cdroam::Statistic<cdroam::Counter> largestFileTransferred_{"LargestFileTransferred",
+                                                               {cdroam::kPullSection, "Pull-LargestFile"}};
+    cdroam::Statistic<cdroam::Counter> smallestFileTransferred_{"SmallestFileTransferred",
+                                                                {cdroam::kPullSection, "Pull-SmallestFile"}};
+    cdroam::Statistic<cdroam::Counter> totalNumberOfBytesTransferred_{"TotalNumberOfBytesTransferred",
+                                                                      {cdroam::kPullSection, "Pull-NumberOfBytes"}};
+    cdroam::Statistic<cdroam::Counter> totalNumberOfFileTransferred_{"TotalNumberOfFileTransferred",
+                                                                     {cdroam::kPullSection, "Pull-NumberOfFiles"}};
 };

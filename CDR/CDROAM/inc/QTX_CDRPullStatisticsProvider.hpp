@@ -4,5 +4,17 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPullStatistics.hpp"
 
-#define CDR_CLASS QTX_CDRPullStatistics
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRPullStatisticsProvider
+    : public cdroam::ClassProvider<QTX_CDRPullStatisticsProvider, const QTX_CDRPullStatistics,
+                                   QTX_CDRPullStatisticsImplInstanceManager> {
+  public:
+    void QTX_CDRPullStatisticsToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRPullStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRPullStatisticsWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRPullStatisticsWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

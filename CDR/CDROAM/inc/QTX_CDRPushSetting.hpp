@@ -1,27 +1,64 @@
 // The settings of the push transfer.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "InstanceManager.hpp"
+#include "ManagedObject.hpp"
 
-// ManagedClass.hpp tells what the columns mean.
-// clang-format off
-#define QTX_CDRPUSHSETTING_TABLE(RW, RO, KEY, METHOD)                                                                  \
-    RW(TransferType, uint8, OwnByte, "TransferType", Check::any())                                                     \
-    RW(IPAddress, string, Latin1Text, "IpAddr", Check::any())                                                          \
-    RW(UserName, string, Latin1Text, "UserName", Check::any())                                                         \
-    RW(Password, string, Latin1Text, "Password", Check::any())                                                         \
-    RW(DestFolder, string, Latin1Text, "DestFolder", Check::any())                                                     \
-    RW(NumRetry, uint32, Byte, "NumRetry", Check::any())                                                               \
-    RW(DeleteFlag, boolean, Byte, "DeleteFlag", Check::any())                                                          \
-    RW(CompressFlag, boolean, Byte, "CompressFlag", Check::any())                                                      \
-    RW(IncludeMetricsFlag, boolean, Byte, "IncludeMetricsFlag", Check::any())                                          \
-    RW(TransferTime, string, OwnText, "TranTime", Check::any())                                                        \
-    RW(TransferDayOfMonth, string, OwnText, "TranDateOfMonth", Check::any())                                           \
-    RW(TransferDayOfWeek, string, OwnText, "TranDateOfWeek", Check::any())                                             \
-    KEY(InstanceID)                                                                                                    \
-    METHOD(PushFileNow)
-// clang-format on
+class QTX_CDRPushSetting;
 
-#define CDR_CLASS QTX_CDRPushSetting
-#define CDR_TABLE QTX_CDRPUSHSETTING_TABLE
-#include "ManagedClass.ipp"
+/// Creates and destroys nothing: the set of objects is fixed.
+class QTX_CDRPushSettingFactory : public cdroam::InstanceManagerBase {
+  public:
+    virtual QTX_CDRPushSetting* createQTX_CDRPushSetting(const std::string&) { throw CFG_InstanceCreationFailed(); }
+    virtual void destroyQTX_CDRPushSetting(QTX_CDRPushSetting*) { throw CFG_InstanceDeletionFailed(); }
+};
+
+class QTX_CDRPushSettingInstanceManager
+    : public cdroam::InstanceManager<QTX_CDRPushSettingFactory, QTX_CDRPushSetting, 1> {};
+
+/// What the provider installs.
+class QTX_CDRPushSettingImplInstanceManager : public QTX_CDRPushSettingInstanceManager {
+  public:
+    QTX_CDRPushSetting* createQTX_CDRPushSetting(const std::string& instanceId) override;
+    void destroyQTX_CDRPushSetting(QTX_CDRPushSetting* object) override;
+};
+
+/// Its own getters return 100, its own setters 101.
+class QTX_CDRPushSetting : public cdroam::ManagedObject<QTX_CDRPushSettingInstanceManager> {
+  public:
+    explicit QTX_CDRPushSetting(const std::string& instanceId);
+    ~QTX_CDRPushSetting() override;
+
+    virtual int getTransferType(unsigned char&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setTransferType(unsigned char) { return cdroam::WriteFailed; }
+    virtual int getIPAddress(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setIPAddress(std::string) { return cdroam::WriteFailed; }
+    virtual int getUserName(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setUserName(std::string) { return cdroam::WriteFailed; }
+    virtual int getPassword(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setPassword(std::string) { return cdroam::WriteFailed; }
+    virtual int getDestFolder(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setDestFolder(std::string) { return cdroam::WriteFailed; }
+    virtual int getNumRetry(unsigned int&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setNumRetry(unsigned int) { return cdroam::WriteFailed; }
+    virtual int getDeleteFlag(bool&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setDeleteFlag(bool) { return cdroam::WriteFailed; }
+    virtual int getCompressFlag(bool&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setCompressFlag(bool) { return cdroam::WriteFailed; }
+    virtual int getIncludeMetricsFlag(bool&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setIncludeMetricsFlag(bool) { return cdroam::WriteFailed; }
+    virtual int getTransferTime(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setTransferTime(std::string) { return cdroam::WriteFailed; }
+    virtual int getTransferDayOfMonth(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setTransferDayOfMonth(std::string) { return cdroam::WriteFailed; }
+    virtual int getTransferDayOfWeek(std::string&, QualifierArray&) { return cdroam::ReadFailed; }
+    virtual int setTransferDayOfWeek(std::string) { return cdroam::WriteFailed; }
+    virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
+    virtual unsigned int PushFileNow() = 0;
+
+    /// What the object is listed under: its keys one after the other.
+    std::string compositeKey() const { return concatenated(*this, &QTX_CDRPushSetting::getInstanceID); }
+
+  private:
+    const std::string instanceId_;
+};

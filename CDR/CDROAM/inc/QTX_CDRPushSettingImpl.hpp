@@ -1,8 +1,8 @@
 // The push settings in the configuration registry, and the scheduled task that follows them.
 #pragma once
 
+#include "PushSetting.hpp"
 #include "QTX_CDRPushSetting.hpp"
-#include "Registry.hpp"
 
 #pragma GCC visibility push(default)
 /// The platform's backup/restore callback: hands the event to the live push setting object, if there is one. Nothing
@@ -24,7 +24,31 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
     /// From then on no object is reached, whichever it was.
     ~QTX_CDRPushSettingImpl() override;
 
-    CDR_OVERRIDES(QTX_CDRPUSHSETTING_TABLE)
+    int getTransferType(unsigned char& value, QualifierArray&) override { return transferType_.get(value); }
+    int setTransferType(unsigned char value) override;
+    int getIPAddress(std::string& value, QualifierArray& q) override { return show(q, ipAddress_, value); }
+    int setIPAddress(std::string value) override { return ipAddress_.set(value); }
+    int getUserName(std::string& value, QualifierArray& q) override { return show(q, userName_, value); }
+    int setUserName(std::string value) override { return userName_.set(value); }
+    int getPassword(std::string& value, QualifierArray& q) override { return show(q, password_, value); }
+    int setPassword(std::string value) override { return password_.set(value); }
+    int getDestFolder(std::string& value, QualifierArray& q) override { return show(q, destFolder_, value); }
+    int setDestFolder(std::string value) override { return destFolder_.set(value); }
+    int getNumRetry(unsigned int& value, QualifierArray& q) override { return show(q, numRetry_, value); }
+    int setNumRetry(unsigned int value) override { return numRetry_.set(value); }
+    int getDeleteFlag(bool& value, QualifierArray& q) override { return show(q, deleteFlag_, value); }
+    int setDeleteFlag(bool value) override { return deleteFlag_.set(value); }
+    int getCompressFlag(bool& value, QualifierArray& q) override { return show(q, compressFlag_, value); }
+    int setCompressFlag(bool value) override { return compressFlag_.set(value); }
+    int getIncludeMetricsFlag(bool& value, QualifierArray& q) override { return show(q, includeMetricsFlag_, value); }
+    int setIncludeMetricsFlag(bool value) override { return includeMetricsFlag_.set(value); }
+    int getTransferTime(std::string& value, QualifierArray& q) override { return show(q, transferTime_, value); }
+    int setTransferTime(std::string value) override;
+    int getTransferDayOfMonth(std::string& value, QualifierArray& qualifiers) override;
+    int setTransferDayOfMonth(std::string value) override;
+    int getTransferDayOfWeek(std::string& value, QualifierArray& qualifiers) override;
+    int setTransferDayOfWeek(std::string value) override;
+    unsigned int PushFileNow() override;
 
     /// Replaces the scheduled task by one for the cached type, time and day. Returns 0; CFG_WriteError when the task
     /// could not be created (the old one is gone by then) or the old one not be removed.
@@ -41,13 +65,31 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
     int RestoreCallBackHdlr(unsigned long event);
 
   private:
-    int setDay(const char* accessor, const char* key, cdroam::Text& cache, const std::string& value, int lowest,
-               int highest);
+    /// Shows a setting that applies whenever there is a push.
+    template <class Setting, class Value>
+    int show(QualifierArray& qualifiers, const Setting& setting, Value& value) {
+        return setQulifier(qualifiers) == 0 ? cdroam::Success : setting.get(value);
+    }
+    int setDay(cdroam::PushSetting<cdroam::Latin1Text>& day, const std::string& value, int lowest, int highest);
     /// Sets the task's day by the cached type and day; returns how the schedule's log line begins.
     std::string setTaskDay(ZpoScheduledTask& task) const;
     /// Reads the texts that the schedule of the cached transfer type needs.
     void refreshScheduleTexts();
 
-    // What was last read or written.
-    mutable struct { QTX_CDRPUSHSETTING_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
+    cdroam::PushSetting<cdroam::Byte> transferType_{"TransferType", cdroam::kTransferType, cdroam::NoTransfer,
+                                                    cdroam::NoTransfer};
+    cdroam::PushSetting<cdroam::Latin1Text> ipAddress_{"IPAddress", {cdroam::kPushSection, "IpAddr"}};
+    cdroam::PushSetting<cdroam::Latin1Text> userName_{"UserName", {cdroam::kPushSection, "UserName"}};
+    cdroam::PushSetting<cdroam::Latin1Text> password_{"Password", {cdroam::kPushSection, "Password"}};
+    cdroam::PushSetting<cdroam::Latin1Text> destFolder_{"DestFolder", {cdroam::kPushSection, "DestFolder"}};
+    cdroam::PushSetting<cdroam::Byte> numRetry_{"NumRetry", {cdroam::kPushSection, "NumRetry"}, 0, 1};
+    cdroam::PushSetting<cdroam::Byte> deleteFlag_{"DeleteFlag", {cdroam::kPushSection, "DeleteFlag"}};
+    cdroam::PushSetting<cdroam::Byte> compressFlag_{"CompressFlag", {cdroam::kPushSection, "CompressFlag"}};
+    cdroam::PushSetting<cdroam::Byte> includeMetricsFlag_{"IncludeMetricsFlag",
+                                                          {cdroam::kPushSection, "IncludeMetricsFlag"}};
+    cdroam::PushSetting<cdroam::Latin1Text> transferTime_{"TransferTime", {cdroam::kPushSection, "TranTime"}, "00:00"};
+    cdroam::PushSetting<cdroam::Latin1Text> transferDayOfMonth_{"TransferDayOfMonth",
+                                                                {cdroam::kPushSection, "TranDateOfMonth"}};
+    cdroam::PushSetting<cdroam::Latin1Text> transferDayOfWeek_{"TransferDayOfWeek",
+                                                               {cdroam::kPushSection, "TranDateOfWeek"}};
 };

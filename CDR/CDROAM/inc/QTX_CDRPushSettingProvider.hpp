@@ -4,5 +4,16 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPushSetting.hpp"
 
-#define CDR_CLASS QTX_CDRPushSetting
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRPushSettingProvider : public cdroam::ClassProvider<QTX_CDRPushSettingProvider, QTX_CDRPushSetting,
+                                                                QTX_CDRPushSettingImplInstanceManager> {
+  public:
+    void QTX_CDRPushSettingToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRPushSettingToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRPushSettingWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRPushSettingWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

@@ -1,16 +1,43 @@
 // When the last push transfer took place.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "InstanceManager.hpp"
+#include "ManagedObject.hpp"
 
-// ManagedClass.hpp tells what the columns mean.
-// clang-format off
-#define QTX_CDRPUSHSTATISTICS_TABLE(RW, RO, KEY, METHOD)                                                               \
-    KEY(Name)                                                                                                          \
-    RO(LastTransferTime, datetime, OwnText, "LastTransferTime")                                                        \
-    METHOD(Refresh)
-// clang-format on
+class QTX_CDRPushStatistics;
 
-#define CDR_CLASS QTX_CDRPushStatistics
-#define CDR_TABLE QTX_CDRPUSHSTATISTICS_TABLE
-#include "ManagedClass.ipp"
+/// Creates and destroys nothing: the set of objects is fixed.
+class QTX_CDRPushStatisticsFactory : public cdroam::InstanceManagerBase {
+  public:
+    virtual QTX_CDRPushStatistics* createQTX_CDRPushStatistics(const std::string&) {
+        throw CFG_InstanceCreationFailed();
+    }
+    virtual void destroyQTX_CDRPushStatistics(QTX_CDRPushStatistics*) { throw CFG_InstanceDeletionFailed(); }
+};
+
+class QTX_CDRPushStatisticsInstanceManager
+    : public cdroam::InstanceManager<QTX_CDRPushStatisticsFactory, QTX_CDRPushStatistics, 1> {};
+
+/// What the provider installs.
+class QTX_CDRPushStatisticsImplInstanceManager : public QTX_CDRPushStatisticsInstanceManager {
+  public:
+    QTX_CDRPushStatistics* createQTX_CDRPushStatistics(const std::string& name) override;
+    void destroyQTX_CDRPushStatistics(QTX_CDRPushStatistics* object) override;
+};
+
+/// Its own getter returns 100.
+class QTX_CDRPushStatistics : public cdroam::ManagedObject<QTX_CDRPushStatisticsInstanceManager> {
+  public:
+    explicit QTX_CDRPushStatistics(const std::string& name);
+    ~QTX_CDRPushStatistics() override;
+
+    virtual int getName(std::string& value, QualifierArray&) const { return showKey(name_, value); }
+    virtual int getLastTransferTime(std::string&, QualifierArray&) const { return cdroam::ReadFailed; }
+    virtual unsigned int Refresh() = 0;
+
+    /// What the object is listed under: its keys one after the other.
+    std::string compositeKey() const { return concatenated(*this, &QTX_CDRPushStatistics::getName); }
+
+  private:
+    const std::string name_;
+};

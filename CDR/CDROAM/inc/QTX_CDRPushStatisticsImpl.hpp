@@ -2,20 +2,23 @@
 #pragma once
 
 #include "QTX_CDRPushStatistics.hpp"
-#include "Registry.hpp"
+#include "Statistic.hpp"
 
 /// Reads the time of the last transfer, which the transfer program writes. Getters return 0 or 100; failures are
 /// logged.
 class QTX_CDRPushStatisticsImpl : public QTX_CDRPushStatistics {
   public:
-    explicit QTX_CDRPushStatisticsImpl(const std::string& name);
+    explicit QTX_CDRPushStatisticsImpl(const std::string& name) : QTX_CDRPushStatistics(name) {}
 
-    CDR_OVERRIDES(QTX_CDRPUSHSTATISTICS_TABLE)
+    /// An absent entry and a failed read show a text of one NUL.
+    int getLastTransferTime(std::string& value, QualifierArray& qualifiers) const override;
+    unsigned int Refresh() override;
 
     /// Appends the qualifier "Applicable" and returns 1 or 0 for it: not applicable is when the stored transfer type is
     /// known to be 3 or 4.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:
-    mutable struct { QTX_CDRPUSHSTATISTICS_TABLE(CDR_CACHE, CDR_CACHE, CDR_NONE, CDR_NONE) } cache_;
+    cdroam::Statistic<cdroam::Latin1Text> lastTransferTime_{
+        "LastTransferTime", {cdroam::kPushSection, "LastTransferTime"}, "Push-"};
 };

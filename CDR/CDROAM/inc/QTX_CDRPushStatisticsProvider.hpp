@@ -4,5 +4,17 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPushStatistics.hpp"
 
-#define CDR_CLASS QTX_CDRPushStatistics
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRPushStatisticsProvider
+    : public cdroam::ClassProvider<QTX_CDRPushStatisticsProvider, const QTX_CDRPushStatistics,
+                                   QTX_CDRPushStatisticsImplInstanceManager> {
+  public:
+    void QTX_CDRPushStatisticsToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRPushStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRPushStatisticsWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRPushStatisticsWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

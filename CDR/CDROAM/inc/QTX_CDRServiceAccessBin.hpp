@@ -1,16 +1,45 @@
 // A row of the access/suppress bins.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "InstanceManager.hpp"
+#include "ManagedObject.hpp"
 
-// ManagedClass.hpp tells what the columns mean.
-// clang-format off
-#define QTX_CDRSERVICEACCESSBIN_TABLE(RW, RO, KEY, METHOD)                                                             \
-    RW(AccessBin, string, Own, "ACCESS BIN", Check::maxLength(5))                                                      \
-    RW(SuppressBin, string, Own, "ACCESS BIN", Check::maxLength(2))                                                    \
-    KEY(InstanceID)
-// clang-format on
+class QTX_CDRServiceAccessBin;
 
-#define CDR_CLASS QTX_CDRServiceAccessBin
-#define CDR_TABLE QTX_CDRSERVICEACCESSBIN_TABLE
-#include "ManagedClass.ipp"
+/// Creates and destroys nothing: the set of objects is fixed.
+class QTX_CDRServiceAccessBinFactory : public cdroam::InstanceManagerBase {
+  public:
+    virtual QTX_CDRServiceAccessBin* createQTX_CDRServiceAccessBin(const std::string&) {
+        throw CFG_InstanceCreationFailed();
+    }
+    virtual void destroyQTX_CDRServiceAccessBin(QTX_CDRServiceAccessBin*) { throw CFG_InstanceDeletionFailed(); }
+};
+
+class QTX_CDRServiceAccessBinInstanceManager
+    : public cdroam::InstanceManager<QTX_CDRServiceAccessBinFactory, QTX_CDRServiceAccessBin, 1> {};
+
+/// What the provider installs.
+class QTX_CDRServiceAccessBinImplInstanceManager : public QTX_CDRServiceAccessBinInstanceManager {
+  public:
+    QTX_CDRServiceAccessBin* createQTX_CDRServiceAccessBin(const std::string& instanceId) override;
+    void destroyQTX_CDRServiceAccessBin(QTX_CDRServiceAccessBin* object) override;
+};
+
+/// Its own getters return 100, its own setters 101.
+class QTX_CDRServiceAccessBin : public cdroam::ManagedObject<QTX_CDRServiceAccessBinInstanceManager> {
+  public:
+    explicit QTX_CDRServiceAccessBin(const std::string& instanceId);
+    ~QTX_CDRServiceAccessBin() override;
+
+    virtual int getAccessBin(std::string&, QualifierArray&) const { return cdroam::ReadFailed; }
+    virtual int setAccessBin(std::string) { return cdroam::WriteFailed; }
+    virtual int getSuppressBin(std::string&, QualifierArray&) const { return cdroam::ReadFailed; }
+    virtual int setSuppressBin(std::string) { return cdroam::WriteFailed; }
+    virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
+
+    /// What the object is listed under: its keys one after the other.
+    std::string compositeKey() const { return concatenated(*this, &QTX_CDRServiceAccessBin::getInstanceID); }
+
+  private:
+    const std::string instanceId_;
+};

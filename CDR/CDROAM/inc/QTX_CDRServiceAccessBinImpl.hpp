@@ -13,7 +13,10 @@ class QTX_CDRServiceAccessBinImpl : public QTX_CDRServiceAccessBin {
     /// `row` is 0 to 4. The registry is not touched.
     QTX_CDRServiceAccessBinImpl(const std::string& key, int row);
 
-    CDR_OVERRIDES(QTX_CDRSERVICEACCESSBIN_TABLE)
+    int getAccessBin(std::string& value, QualifierArray& qualifiers) const override;
+    int setAccessBin(std::string value) override;
+    int getSuppressBin(std::string& value, QualifierArray& qualifiers) const override;
+    int setSuppressBin(std::string value) override;
 
     // The encoding of a row, as DigitBin.hpp tells. GetBinDigit's text lives until its next call on any object.
     const char* GetBinDigit(char* row, int length) const;

@@ -4,5 +4,17 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRServiceAccessBin.hpp"
 
-#define CDR_CLASS QTX_CDRServiceAccessBin
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRServiceAccessBinProvider
+    : public cdroam::ClassProvider<QTX_CDRServiceAccessBinProvider, const QTX_CDRServiceAccessBin,
+                                   QTX_CDRServiceAccessBinImplInstanceManager> {
+  public:
+    void QTX_CDRServiceAccessBinToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRServiceAccessBinToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRServiceAccessBinWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRServiceAccessBinWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

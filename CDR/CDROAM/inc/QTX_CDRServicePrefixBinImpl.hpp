@@ -13,7 +13,8 @@ class QTX_CDRServicePrefixBinImpl : public QTX_CDRServicePrefixBin {
     /// `row` is 0 to 7. The registry is not touched.
     QTX_CDRServicePrefixBinImpl(const std::string& key, int row);
 
-    CDR_OVERRIDES(QTX_CDRSERVICEPREFIXBIN_TABLE)
+    int getPrefixBin(std::string& value, QualifierArray& qualifiers) const override;
+    int setPrefixBin(std::string value) override;
 
     // The encoding of a row, as DigitBin.hpp tells. GetBinDigit's text lives until its next call on any object.
     const char* GetBinDigit(char* row, int length) const;

@@ -4,5 +4,17 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRServicePrefixBin.hpp"
 
-#define CDR_CLASS QTX_CDRServicePrefixBin
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRServicePrefixBinProvider
+    : public cdroam::ClassProvider<QTX_CDRServicePrefixBinProvider, const QTX_CDRServicePrefixBin,
+                                   QTX_CDRServicePrefixBinImplInstanceManager> {
+  public:
+    void QTX_CDRServicePrefixBinToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRServicePrefixBinToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRServicePrefixBinWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRServicePrefixBinWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

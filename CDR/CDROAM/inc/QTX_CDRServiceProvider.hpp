@@ -4,5 +4,16 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRService.hpp"
 
-#define CDR_CLASS QTX_CDRService
-#include "ClassProvider.ipp"
+/// What the operations do is told in ClassProvider.hpp.
+class QTX_CDRServiceProvider
+    : public cdroam::ClassProvider<QTX_CDRServiceProvider, const QTX_CDRService, QTX_CDRServiceImplInstanceManager> {
+  public:
+    void QTX_CDRServiceToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
+    void QTX_CDRServiceToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    Object* getQTX_CDRServiceWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
+    Object* getQTX_CDRServiceWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
+    using ClassProvider::modifyInstance;
+    void modifyInstance(Object& object, const CIMInstance& changes) const { apply(object, changes); }
+
+    static const Definition& definition();
+};

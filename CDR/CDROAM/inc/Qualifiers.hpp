@@ -1,7 +1,7 @@
 // The qualifiers that getters put on their properties.
 #pragma once
 
-#include "ManagedClass.hpp"
+#include "ManagedObject.hpp"
 
 namespace cdroam {
 

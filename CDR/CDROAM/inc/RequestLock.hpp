@@ -1,27 +1,30 @@
-// Serialises requests where the object manager does not.
+// One request at a time.
 #pragma once
-
-#ifdef CDR_SERIALIZE_REQUESTS
-#include <mutex>
-#endif
 
 namespace cdroam {
 
-/// Held for the length of a request or a restore notification. An OpenWBEM 3.0.3 object manager runs reads concurrently
-/// in one provider, whose objects take no locks: a module built for it has CDR_SERIALIZE_REQUESTS defined and lets one
-/// in at a time; a thread that is in may enter again. Otherwise it is nothing.
+/// Held for the length of a request, of a restore notification, and while the managed objects are made or deleted. The
+/// platform calls the module on a thread of its own, and an object manager may let several requests in at once: the
+/// objects behind take no locks. A thread that holds it may take it again.
 class RequestLock {
-#ifdef CDR_SERIALIZE_REQUESTS
   public:
-    RequestLock() : lock_(mutex()) {}
+    RequestLock();
+    RequestLock(const RequestLock&) = delete;
+    RequestLock& operator=(const RequestLock&) = delete;
+    ~RequestLock();
+};
+
+/// Lets others in while it lives: for what takes long and touches nothing of the module. The calling thread has what it
+/// held of the RequestLock again afterwards; for a thread that holds nothing it does nothing.
+class RequestPause {
+  public:
+    RequestPause();
+    RequestPause(const RequestPause&) = delete;
+    RequestPause& operator=(const RequestPause&) = delete;
+    ~RequestPause();
 
   private:
-    static std::recursive_mutex& mutex();
-    std::lock_guard<std::recursive_mutex> lock_;
-#else
-  public:
-    RequestLock() {}
-#endif
+    unsigned held_;
 };
 
 } // namespace cdroam

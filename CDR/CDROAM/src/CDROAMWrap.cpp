@@ -7,6 +7,7 @@
 #include "QTX_CDRServiceAccessBinImpl.hpp"
 #include "QTX_CDRServiceImpl.hpp"
 #include "QTX_CDRServicePrefixBinImpl.hpp"
+#include "RequestLock.hpp"
 
 #include <cstdio>
 
@@ -29,6 +30,7 @@ CDROAMWrap* CDROAMWrap::globalPtr = nullptr;
 
 // The traces on standard output are fixed texts that people look for.
 CDROAMWrap::CDROAMWrap() {
+    const cdroam::RequestLock lock;
     cdroam::registerDiagnostics();
     pullStatistics_ = new QTX_CDRPullStatisticsImpl("CDRPullStatistic");
     pushSetting_ = new QTX_CDRPushSettingImpl("CDRPushSetting");
@@ -50,6 +52,7 @@ CDROAMWrap::CDROAMWrap() {
 }
 
 CDROAMWrap::~CDROAMWrap() {
+    const cdroam::RequestLock lock;
     delete pullStatistics_;
     delete pushSetting_;
     delete pushStatistics_;

@@ -166,6 +166,7 @@ const char* getOWVersion() {
 CDRProvider::~CDRProvider() = default;
 
 void CDRProvider::initialize(const ProviderEnvironmentIFCRef& env) {
+    const cdroam::RequestLock lock;
     for (const Route& route : kRoutes) {
         route.instances.initialize(env);
     }

@@ -1,7 +1,5 @@
 // The scheduled push task: the part of QTX_CDRPushSettingImpl that keeps one entry of the transfer program in the
 // platform's task scheduler.
-#include "CFG_Exception.hpp"
-#include "DiagnosticLog.hpp"
 #include "QTX_CDRPushSettingImpl.hpp"
 #include "RequestLock.hpp"
 #include "TimeText.hpp"
@@ -26,7 +24,7 @@ constexpr int kSunday = 7;
 // The object that restore notifications reach; read on a thread of the platform.
 std::atomic<QTX_CDRPushSettingImpl*> gCDRPushInstance{nullptr};
 
-// Counter of the method; counts from 1 as long as the module is loaded.
+// Counts the calls of the method for as long as the module is loaded.
 unsigned int PushFileNowReturn = 0;
 
 template <class Task>
@@ -52,21 +50,9 @@ std::uint32_t deleteTask(const ZpoScheduledTaskEntry& entry) {
     return status;
 }
 
-// Reads a text for the schedule; an absent entry is created with the default, other failures count as the empty text.
-void refreshText(const char* key, const char* defaultText, Text& text) {
-    const Entry entry{kPushSection, key};
-    if (readText(entry, text) == ZPO_REG_ENTRY_NOT_FOUND) {
-        text.assign(defaultText);
-        (void)writeText(entry, defaultText);
-    }
-}
-
 } // namespace
 
-QTX_CDRPushSettingImpl::QTX_CDRPushSettingImpl(const std::string& instanceId)
-    : QTX_CDRPushSetting(instanceId), cache_{} {
-    cache_.TransferType = NoTransfer;
-    cache_.TransferTime.assign("00:00");
+QTX_CDRPushSettingImpl::QTX_CDRPushSettingImpl(const std::string& instanceId) : QTX_CDRPushSetting(instanceId) {
     (void)std::printf(" QTX_CDRPushSettingImpl created !!!!!!!!!!!!!!!!!!!!!!!!!\n");
     gCDRPushInstance = this;
     (void)ZpoNotifyRegBackupAndRestore("CDROAMProvider", &C_RestoreCallBackHdlr, kRestoreNotification);
@@ -81,7 +67,7 @@ int QTX_CDRPushSettingImpl::setPushSchedule() {
     setProgram(task);
     task.minute = task.hour = task.dayOfMonth = task.dayOfWeek = task.month = kAny;
     const std::string prefix = setTaskDay(task);
-    const TimeOfDay time = parseTimeOfDay(cache_.TransferTime.c_str());
+    const TimeOfDay time = parseTimeOfDay(transferTime_.cached().c_str());
     task.hour = static_cast<std::uint16_t>(time.hour);
     task.minute = static_cast<std::uint16_t>(time.minute);
     char description[128];
@@ -99,15 +85,15 @@ int QTX_CDRPushSettingImpl::setPushSchedule() {
 }
 
 std::string QTX_CDRPushSettingImpl::setTaskDay(ZpoScheduledTask& task) const {
-    switch (cache_.TransferType) {
+    switch (transferType_.cached()) {
     case Weekly: {
-        const int stored = leadingInteger(cache_.TransferDayOfWeek.c_str());
+        const int stored = leadingInteger(transferDayOfWeek_.cached().c_str());
         const int day = stored == 0 ? kSunday : stored;
         task.dayOfWeek = static_cast<std::uint16_t>(day);
         return "PUSH_WEEKLY: DayOfWeek=" + std::to_string(day) + ",";
     }
     case Monthly: {
-        const int day = leadingInteger(cache_.TransferDayOfMonth.c_str());
+        const int day = leadingInteger(transferDayOfMonth_.cached().c_str());
         task.dayOfMonth = static_cast<std::uint16_t>(day);
         return "PUSH_MONTHLY: DayOfMonth=" + std::to_string(day) + ",";
     }
@@ -136,25 +122,28 @@ int QTX_CDRPushSettingImpl::removePushSchedule() {
 }
 
 unsigned int QTX_CDRPushSettingImpl::PushFileNow() {
-    (void)!std::system(kTransferProgram);
+    {
+        const RequestPause pause; // a long transfer must not hold up the other requests
+        (void)!std::system(kTransferProgram);
+    }
     return ++PushFileNowReturn;
 }
 
 void QTX_CDRPushSettingImpl::refreshScheduleTexts() {
-    if (cache_.TransferType == Monthly) {
-        refreshText("TranDateOfMonth", "", cache_.TransferDayOfMonth);
-    } else if (cache_.TransferType == Weekly) {
-        refreshText("TranDateOfWeek", "", cache_.TransferDayOfWeek);
+    if (transferType_.cached() == Monthly) {
+        transferDayOfMonth_.refresh();
+    } else if (transferType_.cached() == Weekly) {
+        transferDayOfWeek_.refresh();
     }
-    refreshText("TranTime", "00:00", cache_.TransferTime);
+    transferTime_.refresh();
 }
 
 int QTX_CDRPushSettingImpl::RestoreCallBackHdlr(unsigned long /*event*/) {
-    const std::uint32_t status = Byte::load(kTransferType, cache_.TransferType);
+    const std::uint32_t status = transferType_.load();
     if (status != 0) {
         return static_cast<int>(status);
     }
-    const unsigned char type = cache_.TransferType;
+    const unsigned char type = transferType_.cached();
     if (type != Daily && type != Weekly && type != Monthly) {
         return removePushSchedule();
     }

@@ -1,6 +1,17 @@
 #include "QTX_CDRPullStatistics.hpp"
 
-#define CDR_CLASS QTX_CDRPullStatistics
-#define CDR_TABLE QTX_CDRPULLSTATISTICS_TABLE
-#define CDR_BASE_READ_STATUS 0
-#include "ManagedClassBodies.ipp"
+QTX_CDRPullStatistics* QTX_CDRPullStatisticsImplInstanceManager::createQTX_CDRPullStatistics(const std::string& name) {
+    return QTX_CDRPullStatisticsInstanceManager::createQTX_CDRPullStatistics(name);
+}
+
+void QTX_CDRPullStatisticsImplInstanceManager::destroyQTX_CDRPullStatistics(QTX_CDRPullStatistics* object) {
+    QTX_CDRPullStatisticsInstanceManager::destroyQTX_CDRPullStatistics(object);
+}
+
+QTX_CDRPullStatistics::QTX_CDRPullStatistics(const std::string& name) : name_(name) {
+    getInstanceManager()->add(this);
+}
+
+QTX_CDRPullStatistics::~QTX_CDRPullStatistics() {
+    getInstanceManager()->remove(this);
+}

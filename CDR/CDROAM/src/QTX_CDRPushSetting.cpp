@@ -1,5 +1,17 @@
 #include "QTX_CDRPushSetting.hpp"
 
-#define CDR_CLASS QTX_CDRPushSetting
-#define CDR_TABLE QTX_CDRPUSHSETTING_TABLE
-#include "ManagedClassBodies.ipp"
+QTX_CDRPushSetting* QTX_CDRPushSettingImplInstanceManager::createQTX_CDRPushSetting(const std::string& instanceId) {
+    return QTX_CDRPushSettingInstanceManager::createQTX_CDRPushSetting(instanceId);
+}
+
+void QTX_CDRPushSettingImplInstanceManager::destroyQTX_CDRPushSetting(QTX_CDRPushSetting* object) {
+    QTX_CDRPushSettingInstanceManager::destroyQTX_CDRPushSetting(object);
+}
+
+QTX_CDRPushSetting::QTX_CDRPushSetting(const std::string& instanceId) : instanceId_(instanceId) {
+    getInstanceManager()->add(this);
+}
+
+QTX_CDRPushSetting::~QTX_CDRPushSetting() {
+    getInstanceManager()->remove(this);
+}

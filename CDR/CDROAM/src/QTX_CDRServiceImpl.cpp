@@ -1,7 +1,6 @@
 #include "QTX_CDRServiceImpl.hpp"
 
 #include "Qualifiers.hpp"
-#include "Settings.hpp"
 
 #include "osa.h"
 
@@ -14,7 +13,7 @@ namespace {
 constexpr std::uint32_t kNoQueue = 0xFFFFFFFF;
 constexpr const char* kQueueName = "CDRService";
 
-// Counters of the methods; each counts from 1 as long as the module is loaded.
+// Count the calls of each method for as long as the module is loaded.
 unsigned int RefreshReturn = 0;
 unsigned int ClipFileReturn = 0;
 
@@ -22,35 +21,28 @@ unsigned int ClipFileReturn = 0;
 
 QTX_CDRServiceImpl::QTX_CDRServiceImpl(const std::string& systemCreationClassName, const std::string& systemName,
                                        const std::string& creationClassName, const std::string& name)
-    : QTX_CDRService(systemCreationClassName, systemName, creationClassName, name), cache_{}, queueId(kNoQueue) {
+    : QTX_CDRService(systemCreationClassName, systemName, creationClassName, name), queueId(kNoQueue) {
     if (osQueueGetId(kQueueName, &queueId) != 0) {
         queueId = kNoQueue;
     }
 }
 
-#define CDR_CLASS QTX_CDRServiceImpl
-#define CDR_TABLE QTX_CDRSERVICE_TABLE
-#define CDR_SECTION kServiceSection
-#define CDR_AFTER_WRITE notified
-#include "SettingAccessors.ipp"
-
 int QTX_CDRServiceImpl::getReportType(unsigned char& value, QualifierArray& qualifiers) const {
     // By the format last read: a provider reads it before the report type.
-    appendValidValueMap(qualifiers, cache_.Format == 0 ? 1 : 3);
-    return readSetting<Byte>("getReportType", {kServiceSection, "TYPE"}, cache_.ReportType, value);
+    appendValidValueMap(qualifiers, format_.cached() == 0 ? 1 : 3);
+    return reportType_.get(value);
 }
 
+// The traces on standard output are fixed texts that people look for.
 int QTX_CDRServiceImpl::getAnswerSupervision(bool& value, QualifierArray& /*qualifiers*/) const {
-    const std::uint32_t status = Byte::load({kServiceSection, "SUPERVISE"}, cache_.AnswerSupervision);
+    const std::uint32_t status = answerSupervision_.load();
+    const int result = answerSupervision_.show(status, value);
     if (status != 0) {
-        (void)writeError("getAnswerSupervision", status);
         (void)std::printf(" get AnswerSupervision error = %i\n", static_cast<int>(status));
-        value = false;
-        return ReadFailed;
+    } else {
+        (void)std::printf("theAnswerSupervision = %i\n", value ? 1 : 0);
     }
-    Byte::decode(cache_.AnswerSupervision, value);
-    (void)std::printf("theAnswerSupervision = %i\n", value ? 1 : 0);
-    return Success;
+    return result;
 }
 
 int QTX_CDRServiceImpl::notified(int status) {

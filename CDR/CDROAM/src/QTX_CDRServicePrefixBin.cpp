@@ -1,5 +1,18 @@
 #include "QTX_CDRServicePrefixBin.hpp"
 
-#define CDR_CLASS QTX_CDRServicePrefixBin
-#define CDR_TABLE QTX_CDRSERVICEPREFIXBIN_TABLE
-#include "ManagedClassBodies.ipp"
+QTX_CDRServicePrefixBin*
+QTX_CDRServicePrefixBinImplInstanceManager::createQTX_CDRServicePrefixBin(const std::string& instanceId) {
+    return QTX_CDRServicePrefixBinInstanceManager::createQTX_CDRServicePrefixBin(instanceId);
+}
+
+void QTX_CDRServicePrefixBinImplInstanceManager::destroyQTX_CDRServicePrefixBin(QTX_CDRServicePrefixBin* object) {
+    QTX_CDRServicePrefixBinInstanceManager::destroyQTX_CDRServicePrefixBin(object);
+}
+
+QTX_CDRServicePrefixBin::QTX_CDRServicePrefixBin(const std::string& instanceId) : instanceId_(instanceId) {
+    getInstanceManager()->add(this);
+}
+
+QTX_CDRServicePrefixBin::~QTX_CDRServicePrefixBin() {
+    getInstanceManager()->remove(this);
+}

@@ -1,5 +1,22 @@
 #include "QTX_CDRServicePrefixBinProvider.hpp"
 
-#define CDR_CLASS QTX_CDRServicePrefixBin
-#define CDR_TABLE QTX_CDRSERVICEPREFIXBIN_TABLE
-#include "ClassProviderBodies.ipp"
+using namespace cdroam;
+
+const QTX_CDRServicePrefixBinProvider::Definition& QTX_CDRServicePrefixBinProvider::definition() {
+    using Provider = QTX_CDRServicePrefixBinProvider;
+    using Manager = QTX_CDRServicePrefixBinInstanceManager;
+    static const Definition kDefinition{
+        "QTX_CDRServicePrefixBin",
+        "CDR/CDROAM/src/QTX_CDRServicePrefixBinProvider",
+        {
+            readWrite<&QTX_CDRServicePrefixBin::getPrefixBin, &QTX_CDRServicePrefixBin::setPrefixBin>(
+                "PrefixBin", Check::maxLength(8)),
+            key<&QTX_CDRServicePrefixBin::getInstanceID>("InstanceID"),
+        },
+        {},
+        {&Provider::QTX_CDRServicePrefixBinToCIMInstance, &Provider::QTX_CDRServicePrefixBinToCIMObjectPath,
+         &Provider::getQTX_CDRServicePrefixBinWithCIMObjectPath, &Provider::getQTX_CDRServicePrefixBinWithCIMInstance,
+         &Provider::modifyInstance, &Manager::createQTX_CDRServicePrefixBin, &Manager::destroyQTX_CDRServicePrefixBin},
+    };
+    return kDefinition;
+}

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kComponent = "CDR";
 
-// Status of the latest access, to be seen in a debugger; nothing decides by it.
+// Status of the latest access, for a debugger; nothing decides by it.
 std::atomic<std::uint32_t> ret{0};
 
 std::uint32_t noted(std::uint32_t status) {
@@ -25,7 +25,7 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// The digit's value; a character that is none, or is not there, counts as 0.
+// The digit's value; a missing character, and one that is not a digit, counts as 0.
 unsigned digitAt(const std::string& text, std::size_t position) {
     return position < text.size() && isDigit(text[position]) ? static_cast<unsigned>(text[position] - '0') : 0U;
 }
@@ -68,19 +68,15 @@ std::uint32_t writeInteger(const Entry& entry, std::uint32_t value) {
     return noted(ZpoSetRegEntryInt(kComponent, entry.section, entry.key, value));
 }
 
-std::uint32_t readRawText(const Entry& entry, Text& text) {
-    std::array<char, kTextCapacity> buffer{};
-    const std::uint32_t status =
-        noted(ZpoGetRegEntryString(kComponent, entry.section, entry.key, buffer.data(), buffer.size()));
-    buffer.back() = '\0';
-    text.assign(status == 0 ? buffer.data() : "");
-    return status;
-}
-
 std::uint32_t readText(const Entry& entry, Text& text) {
-    Text stored;
-    const std::uint32_t status = readRawText(entry, stored);
-    OpenWBEM::UTF8Utils::ISO8859ToUTF8(stored.c_str(), text.data(), kTextCapacity);
+    std::array<char, kTextCapacity> stored{};
+    const std::uint32_t status =
+        noted(ZpoGetRegEntryString(kComponent, entry.section, entry.key, stored.data(), stored.size()));
+    stored.back() = '\0';
+    if (status != 0) {
+        stored.front() = '\0';
+    }
+    OpenWBEM::UTF8Utils::ISO8859ToUTF8(stored.data(), text.data(), kTextCapacity);
     return status;
 }
 
@@ -88,20 +84,34 @@ std::uint32_t writeText(const Entry& entry, const char* text) {
     return noted(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
 }
 
+std::uint32_t Word::write(const Entry& entry, Cache& cache, unsigned short value) {
+    fill(cache, value);
+    return store(entry, cache);
+}
+
 void Word::decode(const Cache& cache, unsigned short& value) {
     value = static_cast<unsigned short>(static_cast<unsigned>(cache[0]) << 8U | cache[1]);
 }
 
-Word::Cache Word::encode(unsigned short value) {
-    return {static_cast<unsigned char>(value >> 8U), static_cast<unsigned char>(value & 0xFFU)};
+void Word::fill(Cache& cache, Literal literal) {
+    cache = {static_cast<unsigned char>(literal >> 8U), static_cast<unsigned char>(literal & 0xFFU)};
+}
+
+std::uint32_t PackedDigits::write(const Entry& entry, Cache& cache, const std::string& value) {
+    fill(cache, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
+    return store(entry, cache);
 }
 
 void PackedDigits::decode(const Cache& cache, std::string& value) {
     value.assign({static_cast<char>('0' + (cache[1] >> 4U)), static_cast<char>('0' + (cache[1] & 0x0FU))});
 }
 
-PackedDigits::Cache PackedDigits::encode(const std::string& value) {
-    return {0xF9, static_cast<unsigned char>(digitAt(value, 0) << 4U | digitAt(value, 1))};
+std::uint32_t Latin1Text::write(const Entry& entry, Cache& cache, const std::string& value) {
+    const std::uint32_t status = writeText(entry, value.c_str());
+    if (status == 0) {
+        cache.assign(value.c_str());
+    }
+    return status;
 }
 
 } // namespace cdroam

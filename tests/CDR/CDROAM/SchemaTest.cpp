@@ -33,10 +33,11 @@ Lines declared(const OpenWBEM::CIMClass& cimClass) {
 template <class Provider>
 Lines served() {
     Lines lines;
-    for (const auto& row : Provider::properties()) {
-        lines.push_back(line(row.type, row.name, row.key, row.write != nullptr));
+    for (const auto& row : Provider::definition().properties) {
+        const std::string type = OpenWBEM::CIMDataType(row.type).toString().c_str();
+        lines.push_back(line(type, row.name, row.isKey(), row.write != nullptr));
     }
-    for (const auto& row : Provider::methods()) {
+    for (const auto& row : Provider::definition().methods) {
         lines.push_back(line("uint32", row.name, false, false) + "()");
     }
     return lines;

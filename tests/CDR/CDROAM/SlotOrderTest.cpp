@@ -34,26 +34,97 @@ void expectSlotsFrom(int first, Members... members) {
     EXPECT_EQ((std::vector<int>{slot(members)...}), expected);
 }
 
-// Slots 0 and 1 are the destructor's; those of properties stand in the order of their class's table, which is that of
-// the schema, then come the methods.
-#define GETTER(NAME, ...) , &C::get##NAME
-#define KEY_GETTER(NAME) , &C::get##NAME
-#define GETTER_AND_SETTER(NAME, ...) , &C::get##NAME, &C::set##NAME
-#define EXPECT_SLOTS(CLASS, TABLE, ...)                                                                                \
-    {                                                                                                                  \
-        using C = CLASS;                                                                                               \
-        expectSlotsFrom(2, &C::startChange,                                                                            \
-                        &C::endChange TABLE(GETTER_AND_SETTER, GETTER, KEY_GETTER, CDR_NONE) __VA_ARGS__);             \
+// Slots 0 and 1 are the destructor's; those of properties stand in the order of the schema, then come the methods.
+// clang-format off
+TEST(SlotOrder, ManagedClasses) {
+    {
+        using C = QTX_CDRService;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getFormat, &C::setFormat,
+            &C::getReportType, &C::setReportType,
+            &C::getLanguage, &C::setLanguage,
+            &C::getReportFilter, &C::setReportFilter,
+            &C::getFeatureCode, &C::setFeatureCode,
+            &C::getDateFormat, &C::setDateFormat,
+            &C::getHeaderFormat, &C::setHeaderFormat,
+            &C::getDNISInfo, &C::setDNISInfo,
+            &C::getConnectChar, &C::setConnectChar,
+            &C::getDigitsSuppress, &C::setDigitsSuppress,
+            &C::getDigitsLimit, &C::setDigitsLimit,
+            &C::getClipFileSchedule, &C::setClipFileSchedule,
+            &C::getClipFileSize_100K, &C::setClipFileSize_100K,
+            &C::getCDRDiskSpaceLimit_MB, &C::setCDRDiskSpaceLimit_MB,
+            &C::getCLIDWithName, &C::setCLIDWithName,
+            &C::getLongCLIDSupport, &C::setLongCLIDSupport,
+            &C::getCLIDWithCallType, &C::setCLIDWithCallType,
+            &C::getSupportCallCharge, &C::setSupportCallCharge,
+            &C::getAnswerSupervision, &C::setAnswerSupervision,
+            &C::getCallFilterDuration, &C::setCallFilterDuration,
+            &C::getHospitalityRecords, &C::setHospitalityRecords,
+            &C::getSystemCreationClassName,
+            &C::getSystemName,
+            &C::getCreationClassName,
+            &C::getName,
+            &C::Refresh,
+            &C::ClipFile);
     }
-
-TEST(SlotOrder, ManagedClasses){
-    EXPECT_SLOTS(QTX_CDRService, QTX_CDRSERVICE_TABLE, , &C::Refresh, &C::ClipFile)
-        EXPECT_SLOTS(QTX_CDRServicePrefixBin, QTX_CDRSERVICEPREFIXBIN_TABLE, )
-            EXPECT_SLOTS(QTX_CDRServiceAccessBin, QTX_CDRSERVICEACCESSBIN_TABLE, )
-                EXPECT_SLOTS(QTX_CDRPushSetting, QTX_CDRPUSHSETTING_TABLE, , &C::PushFileNow,
-                             &QTX_CDRPushSettingImpl::setPushSchedule, &QTX_CDRPushSettingImpl::removePushSchedule)
-                    EXPECT_SLOTS(QTX_CDRPushStatistics, QTX_CDRPUSHSTATISTICS_TABLE, , &C::Refresh)
-                        EXPECT_SLOTS(QTX_CDRPullStatistics, QTX_CDRPULLSTATISTICS_TABLE, , &C::Refresh)}
+    {
+        using C = QTX_CDRServicePrefixBin;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getPrefixBin, &C::setPrefixBin,
+            &C::getInstanceID);
+    }
+    {
+        using C = QTX_CDRServiceAccessBin;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getAccessBin, &C::setAccessBin,
+            &C::getSuppressBin, &C::setSuppressBin,
+            &C::getInstanceID);
+    }
+    {
+        using C = QTX_CDRPushSetting;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getTransferType, &C::setTransferType,
+            &C::getIPAddress, &C::setIPAddress,
+            &C::getUserName, &C::setUserName,
+            &C::getPassword, &C::setPassword,
+            &C::getDestFolder, &C::setDestFolder,
+            &C::getNumRetry, &C::setNumRetry,
+            &C::getDeleteFlag, &C::setDeleteFlag,
+            &C::getCompressFlag, &C::setCompressFlag,
+            &C::getIncludeMetricsFlag, &C::setIncludeMetricsFlag,
+            &C::getTransferTime, &C::setTransferTime,
+            &C::getTransferDayOfMonth, &C::setTransferDayOfMonth,
+            &C::getTransferDayOfWeek, &C::setTransferDayOfWeek,
+            &C::getInstanceID,
+            &C::PushFileNow,
+            &QTX_CDRPushSettingImpl::setPushSchedule, &QTX_CDRPushSettingImpl::removePushSchedule);
+    }
+    {
+        using C = QTX_CDRPushStatistics;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getName,
+            &C::getLastTransferTime,
+            &C::Refresh);
+    }
+    {
+        using C = QTX_CDRPullStatistics;
+        expectSlotsFrom(2, &C::startChange, &C::endChange,
+            &C::getName,
+            &C::getMostRecentSuccessfulTransfer,
+            &C::getIncludeMetricsFlag, &C::setIncludeMetricsFlag,
+            &C::getNumberOfSuccessfulTransfers,
+            &C::getMostRecentFailedTransfer,
+            &C::getReasonForFailure,
+            &C::getNumberOfFailedTransfers,
+            &C::getLargestFileTransferred,
+            &C::getSmallestFileTransferred,
+            &C::getTotalNumberOfBytesTransferred,
+            &C::getTotalNumberOfFileTransferred,
+            &C::Refresh);
+    }
+}
+// clang-format on
 
 TEST(SlotOrder, InstanceManager) {
     using M = QTX_CDRServiceInstanceManager;

@@ -23,4 +23,3 @@ defines() {
     }
 }
 defines 'OpenWBEM::UTF8Utils::ISO8859ToUTF8'
-defines 'cdroam::RequestLock::mutex'

@@ -1,0 +1,78 @@
+// A property's registry entry as its accessors use it: what settings, push settings and statistics have in common.
+#pragma once
+
+#include "DiagnosticLog.hpp"
+#include "ManagedObject.hpp"
+#include "Registry.hpp"
+
+#include <string>
+
+namespace cdroam {
+
+/// The entry of one property and its content when last read or written. `Kind` is how the value lies in the entry
+/// (Registry.hpp).
+template <class Kind>
+class Access {
+  public:
+    using Literal = typename Kind::Literal;
+
+    /// The log names the accessors "get" and "set" and the property's name. A warning about control characters names
+    /// the entry's key behind `labelPrefix`.
+    Access(const char* property, Entry entry, const char* labelPrefix = "")
+        : property_(property), entry_(entry), labelPrefix_(labelPrefix) {}
+
+    /// What was last read or written.
+    const typename Kind::Cache& cached() const { return cache_; }
+
+    /// Reads the entry and nothing else. Returns the platform's status.
+    std::uint32_t load() const { return Kind::load(entry_, cache_); }
+
+  protected:
+    /// Shows what was read. Content that may not be shown is warned of and replaced first.
+    template <class Value>
+    void show(Literal replacement, Value& value) const {
+        if (!Kind::isFit(cache_)) {
+            logControlCharacters((std::string(labelPrefix_) + entry_.key).c_str());
+            Kind::fill(cache_, replacement);
+        }
+        Kind::decode(cache_, value);
+    }
+
+    /// The value of a literal; the entry and the cache are left alone.
+    template <class Value>
+    static void showLiteral(Literal literal, Value& value) {
+        typename Kind::Cache content{};
+        Kind::fill(content, literal);
+        Kind::decode(content, value);
+    }
+
+    /// Takes the literal as the content; the entry is left alone.
+    void keep(Literal literal) const { Kind::fill(cache_, literal); }
+
+    /// Stores the literal; a failure to write it is ignored.
+    void store(Literal literal) const {
+        keep(literal);
+        (void)Kind::store(entry_, cache_);
+    }
+
+    /// Writes a property's value. Returns the platform's status.
+    template <class Value>
+    std::uint32_t write(const Value& value) {
+        return Kind::write(entry_, cache_, value);
+    }
+
+    void logFailedRead(std::uint32_t status) const { log(LogError, "get", status); }
+    void logFailedWrite(std::uint32_t status, LogLevel level = LogError) const { log(level, "set", status); }
+
+  private:
+    void log(LogLevel level, const char* verb, std::uint32_t status) const {
+        (void)logFailure(level, (std::string(verb) + property_).c_str(), status);
+    }
+
+    const char* property_;
+    Entry entry_;
+    const char* labelPrefix_;
+    mutable typename Kind::Cache cache_{};
+};
+
+} // namespace cdroam

@@ -1,0 +1,94 @@
+// What the managed classes share. A managed class is a family:
+//
+//   C                                         a getter for each property, a setter for each that can be modified, an
+//                                             operation for each method; its own getters and setters cannot read or
+//                                             write
+//   CInstanceManager                          the list of the live objects, by their keys; over CFactory, which would
+//                                             create and destroy objects
+//   CImplInstanceManager                      the instance manager that the provider installs
+//   CImpl                                     C over the configuration registry
+//   CProvider                                 C as a CIM class
+//
+// The order of the virtual functions of C and of its managers is part of the interface. The instance managers of all
+// classes behave alike:
+//
+//   init             called when the manager becomes the current one; does nothing
+//   createC          always throws CFG_InstanceCreationFailed
+//   destroyC         always throws CFG_InstanceDeletionFailed
+//   add              lists an object under its keys; replaces one that is listed under the same keys
+//   remove           takes the object's keys off the list; a key that is not listed is not an error
+//   get              the object with these keys; throws CFG_NoInstance. Keys are compared as one text, one after the
+//   other startIteration, hasNext, next, endIteration
+//                    one iteration at a time, in byte-wise key order; next throws CFG_NoInstance at the end
+//
+// A manager does not own the objects it lists.
+#pragma once
+
+#include "OW_Array.hpp"
+#include "OW_CIMFwd.hpp"
+#include "OW_CIMQualifier.hpp"
+
+#include <string>
+
+/// What a getter may add to a property: "Applicable" and "ValidValueMap".
+using QualifierArray = OpenWBEM::Array<OpenWBEM::CIMQualifier>;
+
+namespace cdroam {
+
+/// Status values of accessors, as a provider shows them in a CIM error.
+enum Status : int { Success = 0, ReadFailed = 100, WriteFailed = 101, ValueRefused = 301 };
+
+/// Base of a managed class. An object lists itself with the instance manager that is current in its class's
+/// constructor, and takes itself off the list of the one that is current in its destructor.
+template <class Manager>
+class ManagedObject {
+  public:
+    using InstanceManager = Manager;
+
+    ManagedObject(const ManagedObject&) = delete;
+    ManagedObject& operator=(const ManagedObject&) = delete;
+    virtual ~ManagedObject() = default;
+
+    // The bracket around a group of changes; each returns 0 or a status.
+    virtual int startChange() { return Success; }
+    virtual int endChange() { return Success; }
+
+    /// Makes the manager the current one and calls its init(); the previous one is left alone.
+    static void SetInstanceManager(Manager* manager) {
+        theInstanceManager = manager;
+        manager->init();
+    }
+    /// Makes the default manager the current one again.
+    static void ClearInstanceManager() { theInstanceManager = &defaultInstanceManager; }
+    static Manager* getInstanceManager() { return theInstanceManager; }
+
+  protected:
+    ManagedObject() = default;
+
+    /// The body of a key getter.
+    static int showKey(const std::string& key, std::string& value) {
+        value = key;
+        return Success;
+    }
+
+    /// What the key getters give, one after the other. The key getters are never overridden, so a managed class's
+    /// constructor and destructor may call it.
+    template <class Object, class... Getters>
+    static std::string concatenated(const Object& object, Getters... getters) {
+        std::string all;
+        const auto append = [&](auto getter) {
+            std::string key;
+            QualifierArray ignored;
+            (void)(object.*getter)(key, ignored);
+            all += key;
+        };
+        (append(getters), ...);
+        return all;
+    }
+
+  private:
+    inline static Manager defaultInstanceManager;
+    inline static Manager* theInstanceManager = &defaultInstanceManager;
+};
+
+} // namespace cdroam

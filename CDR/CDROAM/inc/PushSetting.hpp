@@ -1,0 +1,64 @@
+// A setting of the push transfer.
+#pragma once
+
+#include "Access.hpp"
+#include "CFG_Exception.hpp"
+
+namespace cdroam {
+
+/// The accessors return 0; a registry failure is logged and throws CFG_ReadError from `get` and CFG_WriteError from
+/// `set`. An absent entry is created with its default by the first read.
+template <class Kind>
+class PushSetting : public Access<Kind> {
+  public:
+    using typename Access<Kind>::Literal;
+
+    /// `absent` is the default, also before the first read; `failed` is what a failed read leaves in the caller's
+    /// value.
+    PushSetting(const char* property, Entry entry, Literal absent = {}, Literal failed = {})
+        : Access<Kind>(property, entry, "Push-"), absent_(absent), failed_(failed) {
+        this->keep(absent);
+    }
+
+    /// Reads the entry. A text with control characters, and an empty one, is warned of and shows the default.
+    template <class Value>
+    int get(Value& value) const {
+        const std::uint32_t status = this->load();
+        if (status == 0) {
+            this->show(absent_, value);
+            return Success;
+        }
+        if (status == ZPO_REG_ENTRY_NOT_FOUND) {
+            this->store(absent_);
+            this->showLiteral(absent_, value);
+            return Success;
+        }
+        this->logFailedRead(status);
+        this->showLiteral(failed_, value);
+        throw CFG_ReadError();
+    }
+
+    /// Writes the entry; a failure is logged at the level given.
+    template <class Value>
+    int set(const Value& value, LogLevel level = LogError) {
+        const std::uint32_t status = this->write(value);
+        if (status != 0) {
+            this->logFailedWrite(status, level);
+            throw CFG_WriteError();
+        }
+        return Success;
+    }
+
+    /// Reads the entry for the schedule. An absent entry is created; after any other failure a text is empty.
+    void refresh() {
+        if (this->load() == ZPO_REG_ENTRY_NOT_FOUND) {
+            this->store(absent_);
+        }
+    }
+
+  private:
+    Literal absent_;
+    Literal failed_;
+};
+
+} // namespace cdroam

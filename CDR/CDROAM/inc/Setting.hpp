@@ -1,0 +1,45 @@
+// A setting that reports by status: the settings of the CDR service.
+#pragma once
+
+#include "Access.hpp"
+
+namespace cdroam {
+
+/// The accessors return 0; a registry failure is logged and gives 100 from `get` and 101 from `set`. An absent entry is
+/// a failure like any other.
+template <class Kind>
+class Setting : public Access<Kind> {
+  public:
+    using Access<Kind>::Access;
+
+    /// Reads the entry. A failed read shows the kind's zero.
+    template <class Value>
+    int get(Value& value) const {
+        return show(this->load(), value);
+    }
+
+    /// The same with the status of a `load` that was done before.
+    template <class Value>
+    int show(std::uint32_t status, Value& value) const {
+        if (status != 0) {
+            this->logFailedRead(status);
+            this->showLiteral({}, value);
+            return ReadFailed;
+        }
+        Access<Kind>::show({}, value);
+        return Success;
+    }
+
+    /// Writes the entry.
+    template <class Value>
+    int set(const Value& value) {
+        const std::uint32_t status = this->write(value);
+        if (status != 0) {
+            this->logFailedWrite(status);
+            return WriteFailed;
+        }
+        return Success;
+    }
+};
+
+} // namespace cdroam
