@@ -12,95 +12,14 @@
 #include "Registry.hpp"
 
 #include <algorithm>
-#include <cstring>
+#include <array>
+#include <cstddef>
+#include <string>
 
 namespace cdroam {
 
 /// A byte at a digit position that holds no digit.
 constexpr unsigned char kNoDigit = 12;
-
-/// A copy of the whole entry, read afresh for each request. `digits` of each row's `width` bytes are digit positions.
-template <std::size_t rows, std::size_t width, std::size_t digits>
-class BinTable {
-  public:
-    static constexpr int kDigits = static_cast<int>(digits);
-
-    explicit BinTable(Entry entry) : entry_(entry) { clear(); }
-
-    /// Every digit position empty, every count 0.
-    void clear() {
-        for (std::size_t row = 0; row < rows; ++row) {
-            std::fill_n(bytes_.begin() + row * width, digits, kNoDigit);
-            std::fill_n(bytes_.begin() + row * width + digits, width - digits, static_cast<unsigned char>(0));
-        }
-    }
-
-    std::uint32_t read() { return readBytes(entry_, bytes_.data(), static_cast<std::uint32_t>(bytes_.size())); }
-    std::uint32_t write() const { return writeBytes(entry_, bytes_.data(), static_cast<std::uint32_t>(bytes_.size())); }
-
-    /// A row's bytes; `row` is below `rows`.
-    unsigned char* row(int row) { return &bytes_.at(static_cast<std::size_t>(row) * width); }
-
-  private:
-    Entry entry_;
-    std::array<unsigned char, rows * width> bytes_{};
-};
-
-/// Reads the table for a getter. A failure is logged under the accessor's name, makes the value the one-character text
-/// of code zero and gives 100.
-template <class Table>
-int readBins(const char* accessor, Table& table, std::string& value) {
-    const std::uint32_t status = table.read();
-    if (status == 0) {
-        return Success;
-    }
-    (void)writeError(accessor, status);
-    value.assign(1, '\0');
-    return ReadFailed;
-}
-
-/// Reads the table for a setter. After a failed read, which is not logged, every row is empty: the set rebuilds the
-/// entry. That is deliberate.
-template <class Table>
-void reloadBins(Table& table) {
-    if (table.read() != 0) {
-        table.clear();
-    }
-}
-
-/// Writes the table back; a failure is logged under the accessor's name and gives 101.
-template <class Table>
-int writeBins(const char* accessor, const Table& table) {
-    const std::uint32_t status = table.write();
-    if (status == 0) {
-        return Success;
-    }
-    (void)writeError(accessor, status);
-    return WriteFailed;
-}
-
-/// Logs why a value was refused; gives 301.
-inline int refuseBin(const char* reason) {
-    (void)addLogEntry(LogError, reason);
-    return ValueRefused;
-}
-
-/// A row's bytes as the encoding operations take them.
-template <class Table>
-char* rowText(Table& table, int row) {
-    return reinterpret_cast<char*>(table.row(row));
-}
-
-/// A setter of a row's digits, over the encoding operations of the row's class.
-template <class Row, class Table>
-int setDigits(const char* accessor, Row& object, Table& table, int row, std::string& value) {
-    reloadBins(table);
-    if (object.CheckAllDigits(value.data(), Table::kDigits) == 0) {
-        return refuseBin("CheckAllDigits error");
-    }
-    (void)object.SetBinDigit(rowText(table, row), value.c_str(), Table::kDigits);
-    return writeBins(accessor, table);
-}
 
 /// A decoded row: the text lives in a buffer of its class.
 using DigitText = std::array<char, 20>;
@@ -109,8 +28,8 @@ using DigitText = std::array<char, 20>;
 /// the characters after '9'.
 const char* decodeDigits(const char* row, int length, DigitText& text);
 
-/// Fills `length` digit positions of the row with the text's digits; the first character that is none ends it. Returns
-/// the length of the text.
+/// Fills `length` digit positions of the row with the text's digits; stops at the first non-digit. Returns the length
+/// of the text.
 int encodeDigits(char* row, const char* text, int length);
 
 /// Tells with 1 or 0 whether the text's first `maximum` characters are all decimal digits. A longer text is cut there,
@@ -118,7 +37,104 @@ int encodeDigits(char* row, const char* text, int length);
 int allDigits(char* text, int maximum);
 
 /// Converts a text of decimal digits and keeps the number's low 8 bits. Returns -1 and leaves the destination alone
-/// when the text is none or the byte is below `lowest` or above `highest`, else 0.
+/// when the text holds anything else, or the byte is below `lowest` or above `highest`; else 0.
 int assignDigits(char* text, unsigned char lowest, unsigned char highest, unsigned char* destination);
+
+/// A bin object over its row of the table. `Bin` is the managed class; the first `digits` of each row's `width` bytes
+/// are digit positions. Each get and set reads the whole table; a set then changes its own row and writes the whole
+/// table back. Getters return 0 or 100, setters 0, 101 or 301; failures are logged.
+template <class Bin, std::size_t rows, std::size_t width, std::size_t digits>
+class DigitBin : public Bin {
+  public:
+    /// `row` is below `rows`. The registry is not touched.
+    DigitBin(const std::string& key, Entry entry, int row)
+        : Bin(key), entry_(entry), offset_(static_cast<std::size_t>(row) * width) {
+        clear();
+    }
+
+    // The encoding of a row. GetBinDigit's text is valid until its next call on any object of the class.
+    const char* GetBinDigit(char* row, int length) const { return decodeDigits(row, length, digitText); }
+    int SetBinDigit(char* row, const char* text, int length) { return encodeDigits(row, text, length); }
+    int CheckAllDigits(void* text, int maximum) { return allDigits(static_cast<char*>(text), maximum); }
+
+  protected:
+    static constexpr int kDigits = static_cast<int>(digits);
+
+    /// The getter of the row's digits.
+    int getDigits(const char* accessor, std::string& value) const {
+        const int status = readTable(accessor, value);
+        if (status == Success) {
+            value = GetBinDigit(row(), kDigits);
+        }
+        return status;
+    }
+
+    /// The setter of the row's digits.
+    int setDigits(const char* accessor, std::string& value) {
+        reloadTable();
+        if (CheckAllDigits(value.data(), kDigits) == 0) {
+            return refuse("CheckAllDigits error");
+        }
+        (void)SetBinDigit(row(), value.c_str(), kDigits);
+        return writeTable(accessor);
+    }
+
+    /// Reads the table for a getter. A failure is logged under the accessor's name, makes the value the one-character
+    /// text of code zero and gives 100.
+    int readTable(const char* accessor, std::string& value) const {
+        const std::uint32_t status = read();
+        if (status == 0) {
+            return Success;
+        }
+        (void)writeError(accessor, status);
+        value.assign(1, '\0');
+        return ReadFailed;
+    }
+
+    /// Reads the table for a setter. A failed read is not logged and leaves every row empty: the set rebuilds the
+    /// entry. That is deliberate.
+    void reloadTable() {
+        if (read() != 0) {
+            clear();
+        }
+    }
+
+    /// Writes the table back; a failure is logged under the accessor's name and gives 101.
+    int writeTable(const char* accessor) const {
+        const std::uint32_t status = writeBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size()));
+        if (status == 0) {
+            return Success;
+        }
+        (void)writeError(accessor, status);
+        return WriteFailed;
+    }
+
+    /// Logs why a value was refused; gives 301.
+    static int refuse(const char* reason) {
+        (void)addLogEntry(LogError, reason);
+        return ValueRefused;
+    }
+
+    /// The bytes of the object's row.
+    char* row() const { return reinterpret_cast<char*>(&table_.at(offset_)); }
+
+  private:
+    std::uint32_t read() const { return readBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size())); }
+
+    /// Every digit position empty, every count 0.
+    void clear() {
+        table_.fill(0);
+        for (std::size_t start = 0; start < table_.size(); start += width) {
+            std::fill_n(table_.begin() + start, digits, kNoDigit);
+        }
+    }
+
+    inline static DigitText digitText;
+
+    Entry entry_;
+    std::size_t offset_;
+    /// Read afresh for each request.
+    mutable std::array<unsigned char, rows * width> table_{};
+};
 
 } // namespace cdroam

@@ -30,6 +30,14 @@ struct Entry {
 constexpr Entry kTransferType{kPushSection, "TransferType"};
 enum TransferType : unsigned char { Daily = 0, Weekly = 1, Monthly = 2, Pull = 3, NoTransfer = 4 };
 
+/// Whether the push settings and statistics mean anything with this type of transfer; true also for unknown types.
+constexpr bool isPushed(unsigned char type) {
+    return type != Pull && type != NoTransfer;
+}
+
+/// The stored transfer type, or `unread` when it cannot be read.
+unsigned char storedTransferType(unsigned char unread);
+
 /// Capacity of a text entry, in bytes with its terminating NUL.
 constexpr std::size_t kTextCapacity = 512;
 

@@ -12,9 +12,7 @@ unsigned int RefreshReturn = 0;
 } // namespace
 
 int QTX_CDRPullStatisticsImpl::setQulifier(QualifierArray& qualifiers) const {
-    unsigned char type = 0;
-    const bool unused = Byte::load(kTransferType, type) == 0 && type != Pull;
-    return appendApplicable(qualifiers, !unused) ? 1 : 0;
+    return appendApplicable(qualifiers, storedTransferType(Pull) == Pull) ? 1 : 0;
 }
 
 unsigned int QTX_CDRPullStatisticsImpl::Refresh() {

@@ -6,13 +6,12 @@
 using namespace cdroam;
 
 int QTX_CDRPushSettingImpl::setQulifier(QualifierArray& qualifiers) const {
-    const unsigned char type = transferType_.cached();
-    return appendApplicable(qualifiers, type != Pull && type != NoTransfer) ? 1 : 0;
+    return appendApplicable(qualifiers, isPushed(transferType_.cached())) ? 1 : 0;
 }
 
 int QTX_CDRPushSettingImpl::setTransferType(unsigned char value) {
     transferType_.set(value, LogNotice);
-    if (value == Pull || value == NoTransfer) {
+    if (!isPushed(value)) {
         return removePushSchedule();
     }
     refreshScheduleTexts();

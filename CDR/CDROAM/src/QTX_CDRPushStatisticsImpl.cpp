@@ -12,9 +12,7 @@ unsigned int RefreshReturn = 0;
 } // namespace
 
 int QTX_CDRPushStatisticsImpl::setQulifier(QualifierArray& qualifiers) const {
-    unsigned char type = 0;
-    const bool unused = Byte::load(kTransferType, type) == 0 && (type == Pull || type == NoTransfer);
-    return appendApplicable(qualifiers, !unused) ? 1 : 0;
+    return appendApplicable(qualifiers, isPushed(storedTransferType(Daily))) ? 1 : 0;
 }
 
 int QTX_CDRPushStatisticsImpl::getLastTransferTime(std::string& value, QualifierArray& qualifiers) const {

@@ -84,6 +84,11 @@ std::uint32_t writeText(const Entry& entry, const char* text) {
     return noted(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
 }
 
+unsigned char storedTransferType(unsigned char unread) {
+    unsigned char type = unread;
+    return Byte::load(kTransferType, type) == 0 ? type : unread;
+}
+
 std::uint32_t Word::write(const Entry& entry, Cache& cache, unsigned short value) {
     fill(cache, value);
     return store(entry, cache);
