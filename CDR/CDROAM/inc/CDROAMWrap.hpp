@@ -9,11 +9,11 @@ class QTX_CDRServiceAccessBin;
 class QTX_CDRServicePrefixBin;
 
 /// Makes and owns the managed objects. Each lists itself with its class's current instance manager, so the providers
-/// must have installed theirs before.
+/// must install theirs first.
 class CDROAMWrap {
   public:
-    /// Registers the diagnostic log and makes the objects. When one cannot be made the exception passes through and
-    /// those made before stay.
+    /// Registers with the diagnostic log and makes the objects. An exception from one of them passes through, and those
+    /// made before stay.
     CDROAMWrap();
     CDROAMWrap(const CDROAMWrap&) = delete;
     CDROAMWrap& operator=(const CDROAMWrap&) = delete;
@@ -34,10 +34,9 @@ class CDROAMWrap {
 
 #pragma GCC visibility push(default)
 extern "C" {
-/// For a host without a CIM object manager: makes the managed objects and returns their holder, also kept in globalPtr.
+/// For a host without a CIM object manager: makes the managed objects and returns their holder, which globalPtr keeps.
 CDROAMWrap* createCDROAMInstances();
-/// Deletes the holder that createCDROAMInstances made; nothing when there is none. The pointer is left as it is, so
-/// call it once.
+/// Deletes the holder that createCDROAMInstances made, if there is one. globalPtr is left as it is: call this once.
 void releaseCDROAMInstances();
 }
 #pragma GCC visibility pop

@@ -8,7 +8,7 @@
 extern "C" {
 /// Handle of the diagnostic registration; 0 until the instance holder has registered the module.
 extern std::uint32_t zpoHandle;
-/// Text of the latest control-character warning. Shared by all readers without a lock; always terminated.
+/// Text of the latest control-character warning, always NUL-terminated. Shared by all readers.
 extern char controlLogBuffer[256];
 }
 #pragma GCC visibility pop
@@ -21,7 +21,7 @@ namespace cdroam {
 /// Levels as the platform numbers them.
 enum LogLevel : std::int32_t { LogNotice = 1, LogWarning = 2, LogError = 4 };
 
-/// Registers the module with the platform's diagnostics and keeps the handle; a failure changes nothing else.
+/// Registers the module with the platform's diagnostics and keeps the handle. A failure is ignored.
 void registerDiagnostics();
 /// Withdraws the registration.
 void deregisterDiagnostics();
@@ -29,7 +29,7 @@ void deregisterDiagnostics();
 /// Adds one entry. Returns the platform's status.
 std::uint32_t addLogEntry(LogLevel level, const char* text);
 
-/// Formats as printf does and adds the entry; a text beyond 1023 bytes is cut.
+/// Formats as printf does and adds the entry; cut at 1023 bytes.
 std::uint32_t logFormatted(LogLevel level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 /// Logs "<operation> error = <code>" at the level given.

@@ -45,8 +45,7 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
     /// Clears all statistics but the flag.
     unsigned int Refresh() override;
 
-    /// Appends the qualifier "Applicable" and returns 1 or 0 for it: not applicable is when the stored transfer type is
-    /// known and not 3.
+    /// Appends the qualifier "Applicable": true, and 1 returned, when the stored transfer type is 3 or cannot be read.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:

@@ -5,8 +5,8 @@
 #include "QTX_CDRPushSetting.hpp"
 
 #pragma GCC visibility push(default)
-/// The platform's backup/restore callback: hands the event to the live push setting object, if there is one. Nothing
-/// leaves it as an exception: the caller is a thread of the platform.
+/// The platform's backup/restore callback: passes the event to the live push setting object, if there is one. Throws
+/// nothing: it runs on a thread of the platform.
 extern "C" void C_RestoreCallBackHdlr(unsigned long value);
 #pragma GCC visibility pop
 
@@ -19,9 +19,9 @@ extern "C" void C_RestoreCallBackHdlr(unsigned long value);
 /// that does not apply reads nothing and leaves the value alone.
 class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
   public:
-    /// Becomes the object that restore notifications reach, and asks the platform for them.
+    /// Registers for restore notifications and becomes the object that receives them.
     explicit QTX_CDRPushSettingImpl(const std::string& instanceId);
-    /// From then on no object is reached, whichever it was.
+    /// Afterwards no object receives notifications, whichever did before.
     ~QTX_CDRPushSettingImpl() override;
 
     int getTransferType(unsigned char& value, QualifierArray&) override { return transferType_.get(value); }
@@ -50,15 +50,14 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
     int setTransferDayOfWeek(std::string value) override;
     unsigned int PushFileNow() override;
 
-    /// Replaces the scheduled task by one for the cached type, time and day. Returns 0; CFG_WriteError when the task
-    /// could not be created (the old one is gone by then) or the old one not be removed.
+    /// Replaces the scheduled task by one for the cached type, time and day. Returns 0. Throws CFG_WriteError when the
+    /// old task cannot be removed, or the new one not created; the old one is gone by then.
     virtual int setPushSchedule();
-    /// Removes every scheduled task that runs the transfer program. Returns 0; CFG_WriteError when the last removal
-    /// failed.
+    /// Removes every scheduled task that runs the transfer program. Returns 0; throws CFG_WriteError when the last
+    /// removal failed.
     virtual int removePushSchedule();
 
-    /// Appends the qualifier "Applicable" and returns 1 or 0 for it: whether the cached transfer type is neither 3
-    /// nor 4.
+    /// Appends the qualifier "Applicable": true, and 1 returned, unless the cached transfer type is 3 or 4.
     int setQulifier(QualifierArray& qualifiers) const;
     /// Arms or removes the schedule by what the registry now holds. Returns the status of a failed read of the transfer
     /// type, or what the schedule operation returned; throws what that throws. The event is not looked at.

@@ -14,8 +14,7 @@ class QTX_CDRPushStatisticsImpl : public QTX_CDRPushStatistics {
     int getLastTransferTime(std::string& value, QualifierArray& qualifiers) const override;
     unsigned int Refresh() override;
 
-    /// Appends the qualifier "Applicable" and returns 1 or 0 for it: not applicable is when the stored transfer type is
-    /// known to be 3 or 4.
+    /// Appends the qualifier "Applicable": true, and 1 returned, unless the stored transfer type is 3 or 4.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:

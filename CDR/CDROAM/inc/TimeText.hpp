@@ -3,8 +3,8 @@
 
 namespace cdroam {
 
-/// The decimal integer at the start of the text, as atoi reads it; 0 when there is none, the nearest int when it is
-/// beyond.
+/// The decimal integer at the start of the text, as atoi reads it: 0 when there is none. A number that is no int gives
+/// the nearest int.
 int leadingInteger(const char* text);
 
 struct TimeOfDay {

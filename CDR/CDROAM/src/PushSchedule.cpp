@@ -15,7 +15,7 @@ namespace {
 
 constexpr char kTransferProgram[] = "/qv/bin/CDRTransfer";
 constexpr std::uint16_t kAny = 1024;
-// What the scheduler operations are always given beside the task.
+// Passed to every scheduler operation.
 constexpr std::uint32_t kReserved = 1000;
 // Asks the platform for notifications of restores.
 constexpr std::uint32_t kRestoreNotification = 2;
@@ -42,10 +42,10 @@ std::uint32_t deleteTask(const ZpoScheduledTaskEntry& entry) {
         (void)addLogEntry(LogError, "CDR: push task deleted successfully");
         return status;
     }
-    // The line's number is deliberately that of this text's address, not the status: the text was once handed over as
-    // the first argument of the format, and the line has stayed so.
-    static constexpr char details[] = "Time=%02d:%02d, DayOfMonth=%s,DayofWeek=%s, Month=%d, ExePath=%s";
-    const auto number = static_cast<int>(reinterpret_cast<std::uintptr_t>(&details[0]));
+    // The number in the line is deliberately the address of this text, not the status: the text was once passed as the
+    // first argument of the format, and the line has stayed so.
+    static constexpr char kDetails[] = "Time=%02d:%02d, DayOfMonth=%s,DayofWeek=%s, Month=%d, ExePath=%s";
+    const auto number = static_cast<int>(reinterpret_cast<std::uintptr_t>(&kDetails[0]));
     (void)logFormatted(LogNotice, "CDR: delete push task failed, rc=%d,", number);
     return status;
 }
@@ -100,14 +100,14 @@ std::string QTX_CDRPushSettingImpl::setTaskDay(ZpoScheduledTask& task) const {
     case Daily:
         return "PUSH_DAILY:";
     default:
-        return ""; // any other type is scheduled daily too, without a name
+        return ""; // any other type is scheduled daily, without a name
     }
 }
 
 int QTX_CDRPushSettingImpl::removePushSchedule() {
     ZpoScheduledTaskEntry* tasks = nullptr;
     (void)ZpoGetScheduledTaskList(kTransferProgram, &tasks, kReserved);
-    std::uint32_t last = 0; // a failure that a later success follows is only logged
+    std::uint32_t last = 0; // a failure followed by a success is only logged
     for (const ZpoScheduledTaskEntry* task = tasks; task != nullptr; task = task->next) {
         last = deleteTask(*task);
     }
@@ -160,7 +160,7 @@ void C_RestoreCallBackHdlr(unsigned long value) {
     try {
         (void)object->RestoreCallBackHdlr(value);
     } catch (...) {
-        // What failed has been logged, and the caller is a thread of the platform, which is C.
+        // The failure has been logged; nothing may be thrown into the platform, which is C.
         return;
     }
 }
