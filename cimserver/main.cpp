@@ -11,7 +11,6 @@
 
 #include <unistd.h>
 
-#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <exception>
@@ -34,11 +33,7 @@ class CimSide {
         : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
           dispatcher_(cimom_, dispatcherSettings(options)) {}
 
-    http::Response handle(const http::Request& request) {
-        auto response = dispatcher_.handle(request);
-        errors_ += isError(response) ? 1 : 0;
-        return response;
-    }
+    http::Response handle(const http::Request& request) { return dispatcher_.handle(request); }
     /// A provider that cannot be used yet is tried again at each request for its classes.
     void preload(const std::vector<std::string>& ids) {
         for (const auto& id : ids) {
@@ -50,13 +45,9 @@ class CimSide {
         }
     }
     /// Operations that were answered with a CIM error, HTTP status 200.
-    std::uint64_t errors() const { return errors_; }
+    std::uint64_t errors() const { return dispatcher_.errors(); }
 
   private:
-    static bool isError(const http::Response& response) {
-        constexpr std::size_t Longest = 16384; // a result of any size is not worth searching
-        return response.body.size() <= Longest && response.body.find("<ERROR CODE=") != std::string::npos;
-    }
     static provider::HostSettings hostSettings(const Options& options) {
         provider::HostSettings settings;
         settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
@@ -85,7 +76,6 @@ class CimSide {
     provider::ProviderHost host_;
     operations::Cimom cimom_;
     cimxml::Dispatcher dispatcher_;
-    std::atomic<std::uint64_t> errors_{0};
 };
 
 /// One line on the standard output that was there at the start, whatever providers print meanwhile.

@@ -5,6 +5,7 @@
 #include "ValueText.hpp"
 #include "XmlDocument.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/http/Text.hpp"
 
 #include <algorithm>
@@ -55,7 +56,7 @@ std::string fault(pugi::xml_node element, ParameterKind kind) {
 }
 
 [[noreturn]] void refuse(std::string_view name, const std::string& what) {
-    throw OperationError(InvalidParameter, "parameter " + quote(name) + " " + what);
+    throw CimError(Status::InvalidParameter, "parameter " + quote(name) + " " + what);
 }
 
 } // namespace

@@ -1,9 +1,10 @@
 // The operations that follow associations from an instance, handed on to the object manager.
 #include "Characters.hpp"
-#include "Errors.hpp"
 #include "InstanceReads.hpp"
 #include "ObjectWriter.hpp"
 #include "Operations.hpp"
+
+#include "cimserver/cim/CimError.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -14,7 +15,7 @@ using OpenWBEM::CIMObjectPath;
 CIMObjectPath sourceOf(const OperationCall& call) {
     const pugi::xml_node element = call.arguments.element("ObjectName");
     if (std::string_view(element.name()) == "CLASSNAME") {
-        throw OperationError(NotSupported, "associations between classes");
+        throw CimError(Status::NotSupported, "associations between classes");
     }
     return call.reader.instanceName(element);
 }

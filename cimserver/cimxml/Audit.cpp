@@ -3,6 +3,7 @@
 #include "Characters.hpp"
 
 #include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/http/Text.hpp"
 
 namespace cimserver::cimxml {
@@ -36,7 +37,9 @@ void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& 
     values_ += secret ? "***" : shown(text);
 }
 
-void AuditRecord::write(std::string_view result) const {
+void AuditRecord::write(const Outcome& outcome) const {
+    const bool done = outcome.code == 0;
+    const std::string result = done ? "ok" : "error " + std::to_string(outcome.code) + " " + outcome.description;
     log::audit(head_ + " " + target_ + values_ + " -> " + shown(result));
 }
 

@@ -1,6 +1,7 @@
 // The audit line of a modifying request: who did what to which object, with which values, and how it ended.
 #pragma once
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "OW_CIM.hpp"
@@ -21,8 +22,8 @@ class AuditRecord {
     /// Forgets the values, to name others.
     void clearValues() { values_.clear(); }
 
-    /// Writes the line; `result` is "ok" or what went wrong.
-    void write(std::string_view result) const;
+    /// Writes the line.
+    void write(const Outcome& outcome) const;
 
   private:
     std::string head_;

@@ -5,26 +5,17 @@
 #include "ObjectWriter.hpp"
 #include "Operations.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/http/Text.hpp"
 
 namespace cimserver::cimxml {
 namespace {
 
-using OpenWBEM::CIMClass;
 using OpenWBEM::CIMInstance;
 using OpenWBEM::CIMObjectPath;
 using OpenWBEM::CIMProperty;
 using OpenWBEM::CIMPropertyArray;
 using OpenWBEM::String;
-using OpenWBEM::StringArray;
-
-void requireProperties(const CIMClass& cimClass, const StringArray& names) {
-    for (const String& name : names) {
-        if (!cimClass.getProperty(name)) {
-            throw OperationError(NoSuchProperty, view(name));
-        }
-    }
-}
 
 /// Keys stand in the target already.
 void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
@@ -36,31 +27,12 @@ void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
     }
 }
 
-/// Runs a modification. The audit line has all that was sent until it is known what the provider is handed of it.
-template <typename Modify>
-void modifyAudited(OperationCall& call, Modify modify) {
-    std::optional<CIMPropertyArray> handedOn;
+/// A context for a modification: the audit line has all that was sent until it is known what the provider is handed of
+/// it.
+operations::RequestContext auditedContext(OperationCall& call) {
     operations::RequestContext context = call.context;
-    context.handedOn = &handedOn;
-    const auto rename = [&] {
-        if (handedOn) {
-            auditProperties(call.audit, *handedOn);
-        }
-    };
-    try {
-        modify(context);
-    } catch (...) {
-        rename();
-        throw;
-    }
-    rename();
-}
-
-String requirePropertyName(const OperationCall& call, const CIMObjectPath& path) {
-    String name = call.arguments.text("PropertyName");
-    requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()),
-                      StringArray(std::size_t(1), name));
-    return name;
+    context.onChange = [&call](const CIMPropertyArray& changes) { auditProperties(call.audit, changes); };
+    return context;
 }
 
 } // namespace
@@ -107,18 +79,13 @@ void modifyInstance(OperationCall& call) {
     call.audit.target(path);
     const CIMInstance modified = call.reader.instance(named.child("INSTANCE"));
     if (!modified.getClassName().equalsIgnoreCase(path.getClassName())) {
-        throw OperationError(InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
-                                                   ", its name of " + quote(view(path.getClassName())));
+        throw CimError(Status::InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
+                                                     ", its name of " + quote(view(path.getClassName())));
     }
     auditProperties(call.audit, modified.getProperties());
     const RequestedSelection selection(call.arguments);
-    if (const StringArray* list = selection.get().propertyList) {
-        requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()), *list);
-    }
-    modifyAudited(call, [&](const operations::RequestContext& context) {
-        call.services.cimom.modifyInstance(context, call.nameSpace, path, modified, selection.get().includeQualifiers,
-                                           selection.get().propertyList);
-    });
+    call.services.cimom.modifyInstance(auditedContext(call), call.nameSpace, path, modified,
+                                       selection.get().includeQualifiers, selection.get().propertyList);
 }
 
 void createInstance(OperationCall& call) {
@@ -140,8 +107,8 @@ void deleteInstance(OperationCall& call) {
 
 void getProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
-    const String name = requirePropertyName(call, path);
-    const OpenWBEM::CIMValue found = call.services.cimom.getProperty(call.context, call.nameSpace, path, name);
+    const OpenWBEM::CIMValue found =
+        call.services.cimom.getProperty(call.context, call.nameSpace, path, call.arguments.text("PropertyName"));
     const Element result(call.reply, "IRETURNVALUE");
     writeValue(call.reply, found);
 }
@@ -149,14 +116,13 @@ void getProperty(OperationCall& call) {
 void setProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     call.audit.target(path);
-    const String name = requirePropertyName(call, path);
-    const CIMProperty known = call.services.cimom.classOf(call.nameSpace, path.getClassName()).getProperty(name);
+    const String name = call.arguments.text("PropertyName");
+    const CIMProperty known =
+        operations::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
     const OpenWBEM::CIMValue value =
-        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), TypeMismatch);
+        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), Status::TypeMismatch);
     call.audit.value(known.getName(), value);
-    modifyAudited(call, [&](const operations::RequestContext& context) {
-        call.services.cimom.setProperty(context, call.nameSpace, path, name, value);
-    });
+    call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);
 }
 
 } // namespace cimserver::cimxml

@@ -1,6 +1,7 @@
 #include "ObjectReader.hpp"
 
 #include "Characters.hpp"
+#include "Errors.hpp"
 #include "RequestMessage.hpp"
 #include "ValueText.hpp"
 
@@ -50,10 +51,10 @@ std::string typeText(const CIMDataType& type) {
 struct Subject {
     std::string_view name;
     const CIMDataType& type;
-    StatusCode mismatch;
+    Status mismatch;
 
     [[noreturn]] void refuse(const std::string& what) const {
-        throw OperationError(mismatch, std::string(name) + ": " + what + " is not " + typeText(type));
+        throw CimError(mismatch, std::string(name) + ": " + what + " is not " + typeText(type));
     }
 };
 
@@ -105,7 +106,7 @@ void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const 
     const String name = next.getName();
     for (const CIMProperty& one : present) {
         if (one.getName().equalsIgnoreCase(name)) {
-            throw OperationError(InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
+            throw CimError(Status::InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
         }
     }
 }
@@ -114,7 +115,7 @@ void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const 
 String onlyKey(const CIMClass* cimClass, const String& className) {
     const CIMPropertyArray keys = cimClass != nullptr ? cimClass->getKeys() : CIMPropertyArray();
     if (keys.size() != 1) {
-        throw OperationError(InvalidParameter, "the key value of " + toStd(className) + " has no name");
+        throw CimError(Status::InvalidParameter, "the key value of " + toStd(className) + " has no name");
     }
     return keys[0].getName();
 }
@@ -122,7 +123,7 @@ String onlyKey(const CIMClass* cimClass, const String& className) {
 } // namespace
 
 CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std::string_view name,
-                             StatusCode mismatch) const {
+                             Status mismatch) const {
     const Subject subject{name, type, mismatch};
     const pugi::xml_node element = valueElement(holder);
     if (!element) {
@@ -165,7 +166,7 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
         const CIMProperty next = key(binding, nameOf(binding), cimClass);
         requireNew(keys, next, "key");
         if (keys.size() == mostKeys) {
-            throw OperationError(InvalidParameter, "the path of " + toStd(className) + " has too many keys");
+            throw CimError(Status::InvalidParameter, "the path of " + toStd(className) + " has too many keys");
         }
         keys.push_back(next);
     }
@@ -177,13 +178,13 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
 CIMProperty ObjectReader::key(pugi::xml_node holder, const String& name, const CIMClass* cimClass) const {
     const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(OpenWBEM::CIMNULL);
     if (cimClass != nullptr && (!known || !known.isKey())) {
-        throw OperationError(InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
+        throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
     }
     const pugi::xml_node keyValue = holder.child("KEYVALUE");
     const CIMDataType type = known      ? known.getDataType()
                              : keyValue ? claimedType(keyValue)
                                         : CIMDataType(CIMDataType::REFERENCE);
-    const Subject subject{view(name), type, InvalidParameter};
+    const Subject subject{view(name), type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
         subject.refuse(firstElement(holder).name());
     }
@@ -231,10 +232,7 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
     const String name = nameOf(element);
-    CIMProperty result = cimClass.getProperty(name);
-    if (!result) {
-        throw OperationError(NoSuchProperty, toStd(name));
-    }
+    CIMProperty result = operations::propertyOf(cimClass, name);
     result.setValue(value(element, result.getDataType(), view(name)));
     return result;
 }

@@ -2,8 +2,7 @@
 // request claims, a value that does not fit the class is refused here and never reaches a provider.
 #pragma once
 
-#include "Errors.hpp"
-
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "OW_CIM.hpp"
@@ -14,7 +13,7 @@
 
 namespace cimserver::cimxml {
 
-/// Reads elements that have passed checkGrammar. Everything throws OperationError (InvalidParameter unless said) or
+/// Reads elements that have passed checkGrammar. Everything throws CimError (InvalidParameter unless said) or
 /// what Cimom::classOf throws for a namespace or class that does not exist.
 class ObjectReader {
   public:
@@ -33,7 +32,7 @@ class ObjectReader {
     /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. What does not fit
     /// the type is refused with `mismatch`, naming `name`.
     OpenWBEM::CIMValue value(pugi::xml_node holder, const OpenWBEM::CIMDataType& type, std::string_view name,
-                             StatusCode mismatch = InvalidParameter) const;
+                             Status mismatch = Status::InvalidParameter) const;
 
   private:
     OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& nameSpace,

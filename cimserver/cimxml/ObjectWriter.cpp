@@ -2,10 +2,10 @@
 
 #include "Characters.hpp"
 #include "ClassWriter.hpp"
-#include "Errors.hpp"
 #include "ValueText.hpp"
 
 #include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/http/Text.hpp"
 
 #include <algorithm>
@@ -147,7 +147,7 @@ std::string_view keyValueType(CIMDataType::Type type) {
 void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& className) {
     const CIMValue value = key.getValue();
     if (!value || value.isArray()) {
-        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " has no value");
+        throw CimError(Status::Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " has no value");
     }
     Element binding(writer, "KEYBINDING");
     binding.attribute("NAME", view(key.getName()));
@@ -157,7 +157,7 @@ void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& cl
     }
     const auto text = textsOf(value).front();
     if (!text) {
-        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
+        throw CimError(Status::Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
     }
     Element(writer, "KEYVALUE")
         .attribute("VALUETYPE", keyValueType(value.getType()))
@@ -344,7 +344,7 @@ void writeReturnValue(XmlWriter& writer, const CIMValue& value) {
         return;
     }
     if (value.isArray()) {
-        throw OperationError(Failed, "the method returned an array");
+        throw CimError(Status::Failed, "the method returned an array");
     }
     Element element(writer, "RETURNVALUE");
     writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());

@@ -20,7 +20,7 @@ struct ObjectForm {
 /// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for NULL.
 void writeValue(XmlWriter& writer, const OpenWBEM::CIMValue& value);
 
-/// INSTANCENAME. Throws OperationError Failed naming a key without value.
+/// INSTANCENAME. Throws CimError Failed naming a key without value.
 void writeInstanceName(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
 /// INSTANCEPATH with `host`, and with `nameSpace` when the path has none of its own.
 void writeInstancePath(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path, std::string_view host,

@@ -86,9 +86,13 @@ const std::vector<Operation>& table() {
 
 } // namespace
 
-const Operation* findOperation(std::string_view name) {
+const Operation* findOperation(const RequestMessage& message) {
+    static const Operation method{"", true, callMethod, {}};
+    if (message.isMethodCall()) {
+        return &method;
+    }
     const auto found = std::find_if(table().begin(), table().end(), [&](const Operation& operation) {
-        return http::equalsIgnoringCase(operation.name, name);
+        return http::equalsIgnoringCase(operation.name, message.name());
     });
     return found == table().end() ? nullptr : &*found;
 }

@@ -5,6 +5,7 @@
 #include "Audit.hpp"
 #include "Enumerations.hpp"
 #include "ObjectReader.hpp"
+#include "RequestMessage.hpp"
 #include "XmlWriter.hpp"
 
 #include "cimserver/operations/Cimom.hpp"
@@ -23,11 +24,12 @@ struct Services {
     std::chrono::seconds longestEnumeration;
 };
 
-/// One operation at work. The content of the reply's IMETHODRESPONSE goes to `reply`.
+/// One operation at work. The content of the reply's IMETHODRESPONSE or METHODRESPONSE goes to `reply`.
 struct OperationCall {
     const Services& services;
     const operations::RequestContext& context;
     const OpenWBEM::String& nameSpace;
+    const RequestMessage& message;
     const Arguments& arguments;
     const ObjectReader& reader;
     AuditRecord& audit;
@@ -37,12 +39,13 @@ struct OperationCall {
 struct Operation {
     std::string_view name;
     bool modifies;
-    void (*run)(OperationCall&); ///< throws OperationError or what Cimom throws
+    void (*run)(OperationCall&); ///< throws CIMException
     std::vector<Parameter> parameters;
 };
 
-/// The operation of that name, in any case; null when it is not offered.
-const Operation* findOperation(std::string_view name);
+/// What the message asks for: one of the table by its name, in any case, or the call of a method. Null when it is not
+/// offered.
+const Operation* findOperation(const RequestMessage& message);
 
 void getClass(OperationCall& call);
 void enumerateClasses(OperationCall& call);
@@ -69,5 +72,7 @@ void openEnumerateInstancePaths(OperationCall& call);
 void pullInstancesWithPath(OperationCall& call);
 void pullInstancePaths(OperationCall& call);
 void closeEnumeration(OperationCall& call);
+
+void callMethod(OperationCall& call);
 
 } // namespace cimserver::cimxml

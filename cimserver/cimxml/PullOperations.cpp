@@ -5,6 +5,7 @@
 #include "ObjectWriter.hpp"
 #include "Operations.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/http/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -31,20 +32,20 @@ std::chrono::seconds lifetimeOf(const OperationCall& call) {
     }
     const std::chrono::seconds lifetime(*asked);
     if (lifetime.count() == 0 || lifetime > call.services.longestEnumeration) {
-        throw OperationError(InvalidOperationTimeout, "OperationTimeout must be 1 to " +
-                                                          std::to_string(call.services.longestEnumeration.count()) +
-                                                          " seconds");
+        throw CimError(Status::InvalidOperationTimeout, "OperationTimeout must be 1 to " +
+                                                            std::to_string(call.services.longestEnumeration.count()) +
+                                                            " seconds");
     }
     return lifetime;
 }
 
 void requirePlainEnumeration(const OperationCall& call) {
     if (call.arguments.has("FilterQueryLanguage") || call.arguments.has("FilterQuery")) {
-        throw OperationError(QueryLanguageNotSupported,
-                             "FilterQueryLanguage " + quote(view(call.arguments.text("FilterQueryLanguage"))));
+        throw CimError(Status::QueryLanguageNotSupported,
+                       "FilterQueryLanguage " + quote(view(call.arguments.text("FilterQueryLanguage"))));
     }
     if (call.arguments.flag("ContinueOnError")) {
-        throw OperationError(ContinuationOnErrorNotSupported, "ContinueOnError");
+        throw CimError(Status::ContinuationOnErrorNotSupported, "ContinueOnError");
     }
 }
 

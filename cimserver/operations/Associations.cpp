@@ -1,4 +1,5 @@
 // The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "cimserver/operations/InstanceShape.hpp"
@@ -10,6 +11,7 @@
 namespace cimserver::operations {
 
 using namespace OpenWBEM;
+using provider::Access;
 
 namespace {
 
@@ -50,12 +52,12 @@ class ObjectHandler : public CIMInstanceResultHandlerIFC {
   protected:
     void doHandle(const CIMInstance& delivered) override {
         if (!delivered) {
-            fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+            throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
         }
         const CIMClass* const own = repository_.findClass(ns_, delivered.getClassName());
         if (own == nullptr) {
-            fail(CIMException::FAILED, std::string("The provider returned an instance of the unknown class ") +
-                                           delivered.getClassName().c_str());
+            throw CimError(Status::Failed, std::string("The provider returned an instance of the unknown class ") +
+                                               delivered.getClassName().c_str());
         }
         const CIMInstance result = shaped(delivered, *own, propertyList_, CIMObjectPath());
         requireKeys(result.getKeyValuePairs(), *own);
@@ -103,10 +105,11 @@ std::vector<const CIMClass*> associationsOf(const schema::Repository& repository
     }
     const CIMClass* const top = repository.findClass(ns, named);
     if (top == nullptr) {
-        fail(CIMException::INVALID_PARAMETER, std::string(parameter) + ": class " + named.c_str() + " does not exist");
+        throw CimError(Status::InvalidParameter,
+                       std::string(parameter) + ": class " + named.c_str() + " does not exist");
     }
     if (!top->isAssociation()) {
-        fail(CIMException::INVALID_PARAMETER, std::string("class ") + named.c_str() + " is not an association");
+        throw CimError(Status::InvalidParameter, std::string("class ") + named.c_str() + " is not an association");
     }
     result = repository.subclasses(ns, named, true);
     result.insert(result.begin(), top);
@@ -120,10 +123,10 @@ std::vector<const CIMClass*> associationsOf(const schema::Repository& repository
 template <class Use>
 void Cimom::forAssociations(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const String& named, const char* parameter, Use&& use) {
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Read);
     const CIMClass& objectClass = request.classOf(path.getClassName());
     if (!path.isInstancePath()) {
-        fail(CIMException::NOT_SUPPORTED, "The association operations are served for instances, not for classes");
+        throw CimError(Status::NotSupported, "The association operations are served for instances, not for classes");
     }
     const CIMObjectPath object = request.synced(path, objectClass);
     for (const CIMClass* const association : associationsOf(repository_, request.ns(), objectClass, named, parameter)) {

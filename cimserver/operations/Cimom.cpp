@@ -20,7 +20,7 @@ class ShapingHandler : public CIMInstanceResultHandlerIFC {
   protected:
     void doHandle(const CIMInstance& delivered) override {
         if (!delivered) {
-            fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+            throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
         }
         const CIMClass& own = classOf(delivered.getClassName());
         const CIMInstance result = shaped(delivered, own, propertyList_, CIMObjectPath());
@@ -70,46 +70,82 @@ class NamingHandler : public CIMObjectPathResultHandlerIFC {
 Cimom::Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings)
     : repository_(repository), host_(host), settings_(settings), self_(std::make_shared<Cimom*>(this)) {}
 
-const CIMClass& Cimom::classOf(const String& ns, const String& className, CIMException::ErrNoType missing) const {
-    const String canonical = repository_.canonicalNamespace(ns);
-    if (canonical.empty()) {
-        fail(CIMException::INVALID_NAMESPACE, ns.c_str());
+CIMProperty propertyOf(const CIMClass& cimClass, const String& name) {
+    CIMProperty found = cimClass.getProperty(CIMName(name));
+    if (!found) {
+        throw CimError(Status::NoSuchProperty, name.c_str());
     }
+    return found;
+}
+
+String Cimom::admit(const RequestContext& context, const String& ns, Access access) const {
+    if (access == Access::Write && !context.mayWrite) {
+        throw CimError(Status::AccessDenied, "the role of \"" + context.user + "\" is read");
+    }
+    return namespaceOf(ns);
+}
+
+String Cimom::namespaceOf(const String& ns) const {
+    String canonical = repository_.canonicalNamespace(ns);
+    if (canonical.empty()) {
+        throw CimError(Status::InvalidNamespace, ns.c_str());
+    }
+    return canonical;
+}
+
+const CIMClass& Cimom::classOf(const String& ns, const String& className, Status missing) const {
+    const String canonical = namespaceOf(ns);
     const CIMClass* const found = repository_.findClass(canonical, className);
     if (found == nullptr) {
-        fail(missing, std::string("/") + canonical.c_str() + ":" + className.c_str());
+        throw CimError(missing, std::string("/") + canonical.c_str() + ":" + className.c_str());
+    }
+    return *found;
+}
+
+std::vector<const CIMClass*> Cimom::subclassesOf(const String& ns, const String& className, bool deep) const {
+    const String canonical = namespaceOf(ns);
+    if (!className.empty()) {
+        classOf(canonical, className); // throws when it is unknown
+    }
+    return repository_.subclasses(canonical, className, deep);
+}
+
+const CIMQualifierType& Cimom::qualifierType(const String& ns, const String& name) const {
+    const CIMQualifierType* const found = repository_.findQualifierType(namespaceOf(ns), name);
+    if (found == nullptr) {
+        throw CimError(Status::NotFound, std::string("qualifier \"") + name.c_str() + "\"");
     }
     return *found;
 }
 
 CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                                const InstanceSelection& selection) {
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Read);
     const CIMClass& cimClass = request.classOf(path.getClassName());
     CIMObjectPath wanted = request.synced(path, cimClass);
     CIMInstance result(CIMNULL);
     // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
     const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
-    const bool served = request.withInstances(cimClass, Access::Read, [&](auto& provider, const auto& env) {
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         result = provider.getInstance(env, request.ns(), bare, selection.localOnly, selection.includeQualifiers,
                                       selection.includeClassOrigin, selection.propertyList, cimClass);
     });
     if (!served) {
-        fail(CIMException::NOT_FOUND, wanted.toString().c_str());
+        throw CimError(Status::NotFound, wanted.toString().c_str());
     }
     if (!result) {
-        fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+        throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
     }
     return shaped(result, cimClass, selection.propertyList, wanted);
 }
 
 void Cimom::enumInstances(const RequestContext& context, const String& ns, const String& className,
                           const InstanceSelection& selection, CIMInstanceResultHandlerIFC& result) {
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Read);
     const CIMClass& requested = request.classOf(className);
     for (const CIMClass* const cimClass : request.family(requested)) {
         ShapingHandler handler(repository_, request.ns(), *cimClass, selection.propertyList, result);
-        request.withInstances(*cimClass, Access::Read, [&](auto& provider, const auto& env) {
+        request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
             provider.enumInstances(env, request.ns(), cimClass->getName(), handler, selection.localOnly, selection.deep,
                                    selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList,
                                    requested, *cimClass);
@@ -119,10 +155,10 @@ void Cimom::enumInstances(const RequestContext& context, const String& ns, const
 
 void Cimom::enumInstanceNames(const RequestContext& context, const String& ns, const String& className,
                               CIMObjectPathResultHandlerIFC& result) {
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Read);
     for (const CIMClass* const cimClass : request.family(request.classOf(className))) {
         NamingHandler handler(request.ns(), *cimClass, result);
-        request.withInstances(*cimClass, Access::Read, [&](auto& provider, const auto& env) {
+        request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
             provider.enumInstanceNames(env, request.ns(), cimClass->getName(), handler, *cimClass);
         });
     }
@@ -130,9 +166,7 @@ void Cimom::enumInstanceNames(const RequestContext& context, const String& ns, c
 
 CIMValue Cimom::getProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const String& name) {
-    if (!classOf(ns, path.getClassName()).getProperty(CIMName(name))) {
-        fail(CIMException::NO_SUCH_PROPERTY, name.c_str());
-    }
+    propertyOf(classOf(ns, path.getClassName()), name);
     return getInstance(context, ns, path, InstanceSelection()).getPropertyValue(CIMName(name));
 }
 

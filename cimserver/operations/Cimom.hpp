@@ -2,13 +2,17 @@
 // CIMOM handle both call. Nothing here knows of XML or HTTP.
 #pragma once
 
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/provider/Gate.hpp"
+
 #include "OW_CIM.hpp"
 #include "OW_ResultHandlerIFC.hpp"
 #include "OW_WBEMFlags.hpp"
 
+#include <functional>
 #include <memory>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace cimserver::schema {
 class Repository;
@@ -26,9 +30,9 @@ struct RequestContext {
     bool mayWrite = true;
     std::shared_ptr<OpenWBEM::OperationContext>
         operation{}; ///< what providers share within one request; made on demand
-    /// When set, modifyInstance and setProperty leave here the properties that they have the provider change, before
-    /// they do: what the audit line names.
-    std::optional<OpenWBEM::CIMPropertyArray>* handedOn = nullptr;
+    /// When set, modifyInstance and setProperty call it with the properties that the provider is to change, before it
+    /// does: what the audit line names.
+    std::function<void(const OpenWBEM::CIMPropertyArray&)> onChange{};
 };
 
 /// What a read returns of each instance. A null property list means all, an empty one none.
@@ -48,9 +52,12 @@ struct AssociationFilter {
     OpenWBEM::String resultRole;
 };
 
-/// Every operation throws OpenWBEM::CIMException with the code and text meant for the client: 2 when the context may
-/// not write, 3 for an unknown namespace, 5 for an unknown class, otherwise what the provider threw; whatever else a
-/// provider throws is turned into code 1 here. `ns` is a namespace name such as "root/cimv2", in any case, with or
+/// The class's property. Throws NoSuchProperty.
+OpenWBEM::CIMProperty propertyOf(const OpenWBEM::CIMClass& cimClass, const OpenWBEM::String& name);
+
+/// Every operation throws OpenWBEM::CIMException with the code and text meant for the client: AccessDenied and
+/// InvalidNamespace as admit, InvalidClass for an unknown class, otherwise what the provider threw; whatever else a
+/// provider throws is turned into Failed here. `ns` is a namespace name such as "root/cimv2", in any case, with or
 /// without a leading slash.
 class Cimom {
   public:
@@ -65,11 +72,22 @@ class Cimom {
 
     const schema::Repository& repository() const { return repository_; }
 
+    /// The way in, for operations to come: throws AccessDenied when the context's user may not write but `access` says
+    /// so, and InvalidNamespace. Returns the namespace in its own spelling.
+    OpenWBEM::String admit(const RequestContext& context, const OpenWBEM::String& ns, provider::Access access) const;
+    /// The namespace in its own spelling. Throws InvalidNamespace.
+    OpenWBEM::String namespaceOf(const OpenWBEM::String& ns) const;
+
     /// The class whole, with inherited properties and qualifiers: what requests are converted by. Throws
-    /// INVALID_NAMESPACE, or `missing` when there is no such class.
-    const OpenWBEM::CIMClass&
-    classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className,
-            OpenWBEM::CIMException::ErrNoType missing = OpenWBEM::CIMException::INVALID_CLASS) const;
+    /// InvalidNamespace, or `missing` when there is no such class.
+    const OpenWBEM::CIMClass& classOf(const OpenWBEM::String& ns, const OpenWBEM::String& className,
+                                      Status missing = Status::InvalidClass) const;
+
+    /// The direct (or with `deep` all) subclasses; an empty name asks from the top. Throws as classOf.
+    std::vector<const OpenWBEM::CIMClass*> subclassesOf(const OpenWBEM::String& ns, const OpenWBEM::String& className,
+                                                        bool deep) const;
+    /// Throws InvalidNamespace or NotFound.
+    const OpenWBEM::CIMQualifierType& qualifierType(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
 
     /// Loads and initializes a provider now instead of at its first use. Throws what its first request would get.
     void preload(const std::string& id);

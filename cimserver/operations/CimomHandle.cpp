@@ -1,5 +1,6 @@
 #include "cimserver/operations/CimomHandle.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Request.hpp"
 
 namespace cimserver::operations {
@@ -9,7 +10,7 @@ using namespace OpenWBEM;
 namespace {
 
 [[noreturn]] void notOffered(const char* what) {
-    fail(CIMException::NOT_SUPPORTED, what);
+    throw CimError(Status::NotSupported, what);
 }
 
 constexpr const char* fixedSchema = "The schema of this server cannot be changed";
@@ -20,31 +21,20 @@ constexpr const char* classAssociations = "The association operations are served
 Cimom& CimomHandle::cimom() const {
     const std::shared_ptr<Cimom*> alive = cimom_.lock();
     if (!alive) {
-        fail(CIMException::FAILED, "The server has ended");
+        throw CimError(Status::Failed, "The server has ended");
     }
     return **alive;
 }
 
-std::vector<const CIMClass*> CimomHandle::classesBelow(const String& ns, const String& className, Deep deep) const {
-    const schema::Repository& repository = cimom().repository();
-    if (!repository.hasNamespace(ns)) {
-        fail(CIMException::INVALID_NAMESPACE, ns.c_str());
-    }
-    if (!className.empty()) {
-        cimom().classOf(ns, className); // throws when it is unknown
-    }
-    return repository.subclasses(ns, className, deep == WBEMFlags::E_DEEP);
-}
-
 void CimomHandle::enumClassNames(const String& ns, const String& className, StringResultHandlerIFC& result, Deep deep) {
-    for (const CIMClass* const found : classesBelow(ns, className, deep)) {
+    for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
         result.handle(found->getName());
     }
 }
 
 void CimomHandle::enumClass(const String& ns, const String& className, CIMClassResultHandlerIFC& result, Deep deep,
                             LocalOnly localOnly, Qualifiers includeQualifiers, Origin includeClassOrigin) {
-    for (const CIMClass* const found : classesBelow(ns, className, deep)) {
+    for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
         result.handle(found->clone(localOnly, includeQualifiers, includeClassOrigin));
     }
 }
@@ -66,11 +56,7 @@ void CimomHandle::enumQualifierTypes(const String& ns, CIMQualifierTypeResultHan
 }
 
 CIMQualifierType CimomHandle::getQualifierType(const String& ns, const String& qualifierName) {
-    const CIMQualifierType* const found = cimom().repository().findQualifierType(ns, qualifierName);
-    if (found == nullptr) {
-        fail(CIMException::NOT_FOUND, qualifierName.c_str());
-    }
-    return *found;
+    return cimom().qualifierType(ns, qualifierName);
 }
 
 void CimomHandle::enumInstanceNames(const String& ns, const String& className, CIMObjectPathResultHandlerIFC& result) {

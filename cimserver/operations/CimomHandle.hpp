@@ -82,7 +82,6 @@ class CimomHandle : public OpenWBEM::CIMOMHandleIFC {
 
   private:
     Cimom& cimom() const;
-    std::vector<const OpenWBEM::CIMClass*> classesBelow(const String& ns, const String& className, Deep deep) const;
 
     std::weak_ptr<Cimom*> cimom_;
     RequestContext context_;

@@ -1,6 +1,6 @@
 #include "cimserver/operations/InstanceShape.hpp"
 
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/cim/CimError.hpp"
 
 #include "OW_CIMValueCast.hpp"
 
@@ -61,7 +61,8 @@ CIMPropertyArray selected(const CIMPropertyArray& all, const StringArray* proper
             continue;
         }
         if (isUntyped(property)) {
-            fail(CIMException::FAILED, std::string("Property ") + property.getName().c_str() + " has no type defined");
+            throw CimError(Status::Failed,
+                           std::string("Property ") + property.getName().c_str() + " has no type defined");
         }
         wanted.push_back(property);
     }
@@ -129,8 +130,8 @@ CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimCla
 void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
     const CIMValue value = sent.getValue();
     if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {
-        fail(CIMException::INVALID_PARAMETER,
-             std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
+        throw CimError(Status::InvalidParameter,
+                       std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
     }
 }
 
@@ -155,7 +156,7 @@ CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
     for (const CIMProperty& key : cimClass.getKeys()) {
         if (!hasValue(keys, key.getName())) {
-            fail(CIMException::FAILED, std::string("No key value for ") + key.getName().c_str());
+            throw CimError(Status::Failed, std::string("No key value for ") + key.getName().c_str());
         }
     }
 }

@@ -1,5 +1,7 @@
 #include "cimserver/operations/Interop.hpp"
 
+#include "cimserver/cim/CimError.hpp"
+
 #include "OW_CppReadOnlyInstanceProviderIFC.hpp"
 
 #include <unistd.h>
@@ -79,7 +81,7 @@ class InteropProvider : public CppReadOnlyInstanceProviderIFC {
                 return instance;
             }
         }
-        OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
+        throw CimError(Status::NotFound, path.toString().c_str());
     }
 
   private:

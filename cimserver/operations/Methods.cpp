@@ -1,4 +1,5 @@
 // The extrinsic methods: Cimom::invokeMethod.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "cimserver/operations/Request.hpp"
@@ -8,15 +9,16 @@
 namespace cimserver::operations {
 
 using namespace OpenWBEM;
+using provider::Access;
 
 namespace {
 
-CIMValue cast(const CIMValue& value, const CIMParameter& parameter, CIMException::ErrNoType code) {
+CIMValue cast(const CIMValue& value, const CIMParameter& parameter, Status code) {
     try {
         return CIMValueCast::castValueToDataType(value, parameter.getType());
     } catch (const Exception&) {
-        fail(code, std::string("The value of parameter ") + parameter.getName().c_str() + " cannot be converted to " +
-                       parameter.getType().toString().c_str());
+        throw CimError(code, std::string("The value of parameter ") + parameter.getName().c_str() +
+                                 " cannot be converted to " + parameter.getType().toString().c_str());
     }
 }
 
@@ -38,18 +40,18 @@ CIMParamValueArray inputs(const CIMMethod& method, const CIMParamValueArray& sen
         const std::size_t at = find(left, declared.getName());
         if (at < left.size()) {
             result.push_back(CIMParamValue(CIMName(left[at].getName()),
-                                           cast(left[at].getValue(), declared, CIMException::INVALID_PARAMETER)));
+                                           cast(left[at].getValue(), declared, Status::InvalidParameter)));
             left.remove(at);
         } else if (declared.hasTrueQualifier(CIMQualifier::CIM_QUAL_REQUIRED)) {
-            fail(CIMException::INVALID_PARAMETER,
-                 std::string("Parameter ") + declared.getName().c_str() + " was not specified.");
+            throw CimError(Status::InvalidParameter,
+                           std::string("Parameter ") + declared.getName().c_str() + " was not specified.");
         } else {
             result.push_back(CIMParamValue(CIMName(declared.getName()), CIMValue(CIMNULL)));
         }
     }
     if (!left.empty()) {
-        fail(CIMException::INVALID_PARAMETER,
-             std::string("Unknown or duplicate parameter: ") + left[0].getName().c_str());
+        throw CimError(Status::InvalidParameter,
+                       std::string("Unknown or duplicate parameter: ") + left[0].getName().c_str());
     }
     return result;
 }
@@ -70,7 +72,7 @@ void castOutputs(const CIMMethod& method, CIMParamValueArray& out) {
     for (CIMParamValue& value : out) {
         const std::size_t at = find(declared, value.getName());
         if (at < declared.size() && value.getValue()) {
-            value.setValue(cast(value.getValue(), declared[at], CIMException::FAILED));
+            value.setValue(cast(value.getValue(), declared[at], Status::Failed));
         }
     }
 }
@@ -79,12 +81,11 @@ void castOutputs(const CIMMethod& method, CIMParamValueArray& out) {
 
 CIMValue Cimom::invokeMethod(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                              const String& methodName, const CIMParamValueArray& in, CIMParamValueArray& out) {
-    requireWrite(context);
-    Request request(*this, context, ns);
-    const CIMClass& cimClass = request.classOf(path.getClassName(), CIMException::NOT_FOUND);
+    Request request(*this, context, ns, Access::Write);
+    const CIMClass& cimClass = request.classOf(path.getClassName(), Status::NotFound);
     const CIMMethod method = cimClass.getMethod(CIMName(methodName));
     if (!method) {
-        fail(CIMException::METHOD_NOT_FOUND, methodName.c_str());
+        throw CimError(Status::MethodNotFound, methodName.c_str());
     }
     const CIMObjectPath target = request.synced(path, cimClass);
     CIMParamValueArray given;
@@ -96,7 +97,7 @@ CIMValue Cimom::invokeMethod(const RequestContext& context, const String& ns, co
         castOutputs(method, out);
     });
     if (!served) {
-        fail(CIMException::NOT_FOUND, std::string("No provider for method ") + methodName.c_str());
+        throw CimError(Status::NotFound, std::string("No provider for method ") + methodName.c_str());
     }
     return result;
 }

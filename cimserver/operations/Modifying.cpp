@@ -1,4 +1,5 @@
 // The operations of Cimom that change instances.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "cimserver/operations/InstanceShape.hpp"
@@ -11,20 +12,14 @@ using provider::Access;
 
 namespace {
 
-void requireProperty(const CIMClass& cimClass, const String& name) {
-    if (!cimClass.getProperty(CIMName(name))) {
-        fail(CIMException::NO_SUCH_PROPERTY, name.c_str());
-    }
-}
-
 /// A mistyped name must not be believed to be set.
 void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, const StringArray* propertyList) {
     for (const CIMProperty& property : instance.getProperties()) {
-        requireProperty(cimClass, property.getName());
+        propertyOf(cimClass, property.getName());
     }
     if (propertyList != nullptr) {
         for (const String& name : *propertyList) {
-            requireProperty(cimClass, name);
+            propertyOf(cimClass, name);
         }
     }
 }
@@ -35,7 +30,7 @@ CIMInstance present(CppInstanceProviderIFC& provider, const ProviderEnvironmentI
         provider.getInstance(env, ns, path, WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS,
                              WBEMFlags::E_INCLUDE_CLASS_ORIGIN, nullptr, cimClass);
     if (!instance) {
-        fail(CIMException::FAILED, "Provider erroneously returned a NULL CIMInstance");
+        throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
     }
     return instance;
 }
@@ -45,17 +40,16 @@ CIMInstance present(CppInstanceProviderIFC& provider, const ProviderEnvironmentI
 void Cimom::modifyInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                            const CIMInstance& modified, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                            const StringArray* propertyList) {
-    requireWrite(context);
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Write);
     const CIMClass& cimClass = request.classOf(path.getClassName());
     requireProperties(cimClass, modified, propertyList);
     const CIMObjectPath target = request.synced(path, cimClass);
-    const bool served = request.withInstances(cimClass, Access::Write, [&](auto& provider, const auto& env) {
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         const CIMInstance previous = present(provider, env, request.ns(), target, cimClass);
         const Modification change =
             modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
-        if (context.handedOn != nullptr) {
-            *context.handedOn = change.changes;
+        if (context.onChange) {
+            context.onChange(change.changes);
         }
         if (!change.empty()) {
             // Always with a list: a provider must not take what is not handed on for set to NULL.
@@ -64,38 +58,36 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
         }
     });
     if (!served) {
-        fail(CIMException::NOT_FOUND, target.toString().c_str());
+        throw CimError(Status::NotFound, target.toString().c_str());
     }
 }
 
 void Cimom::setProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path, const String& name,
                         const CIMValue& value) {
-    requireWrite(context);
+    admit(context, ns, Access::Write);
     const CIMClass& cimClass = classOf(ns, path.getClassName());
-    requireProperty(cimClass, name);
-    CIMProperty property = cimClass.getProperty(CIMName(name));
     CIMInstance modified{CIMName(cimClass.getName())};
-    modified.setProperty(property.setValue(value));
+    modified.setProperty(propertyOf(cimClass, name).setValue(value));
     const StringArray list(1, name);
     modifyInstance(context, ns, path, modified, WBEMFlags::E_EXCLUDE_QUALIFIERS, &list);
 }
 
 CIMObjectPath Cimom::createInstance(const RequestContext& context, const String& ns, const CIMInstance& instance) {
-    requireWrite(context);
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Write);
     const CIMClass& cimClass = request.classOf(instance.getClassName());
     const CIMQualifier abstract = cimClass.getQualifier(CIMQualifier::CIM_QUAL_ABSTRACT);
     if (abstract && abstract.getValue().equal(CIMValue(true))) {
-        fail(CIMException::INVALID_PARAMETER, std::string("The class ") + cimClass.getName().c_str() + " is abstract");
+        throw CimError(Status::InvalidParameter,
+                       std::string("The class ") + cimClass.getName().c_str() + " is abstract");
     }
     requireProperties(cimClass, instance, nullptr);
     const CIMInstance complete = CIMInstance(instance).syncWithClass(cimClass);
     CIMObjectPath created(CIMNULL);
-    const bool served = request.withInstances(cimClass, Access::Write, [&](auto& provider, const auto& env) {
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         created = provider.createInstance(env, request.ns(), complete);
     });
     if (!served) {
-        fail(CIMException::NOT_SUPPORTED, std::string("No provider serves the class ") + cimClass.getName().c_str());
+        throw CimError(Status::NotSupported, std::string("No provider serves the class ") + cimClass.getName().c_str());
     }
     if (!created) {
         created = CIMObjectPath(request.ns(), complete);
@@ -104,16 +96,15 @@ CIMObjectPath Cimom::createInstance(const RequestContext& context, const String&
 }
 
 void Cimom::deleteInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path) {
-    requireWrite(context);
-    Request request(*this, context, ns);
+    Request request(*this, context, ns, Access::Write);
     const CIMClass& cimClass = request.classOf(path.getClassName());
     const CIMObjectPath target = request.synced(path, cimClass);
-    const bool served = request.withInstances(cimClass, Access::Write, [&](auto& provider, const auto& env) {
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         present(provider, env, request.ns(), target, cimClass); // throws when there is none
         provider.deleteInstance(env, request.ns(), target);
     });
     if (!served) {
-        fail(CIMException::NOT_FOUND, target.toString().c_str());
+        throw CimError(Status::NotFound, target.toString().c_str());
     }
 }
 

@@ -6,27 +6,12 @@ namespace cimserver::operations {
 
 using namespace OpenWBEM;
 
-void fail(CIMException::ErrNoType code, const std::string& text) {
-    OW_THROWCIMMSG(code, text.c_str());
-}
-
-void requireWrite(const RequestContext& context) {
-    if (!context.mayWrite) {
-        fail(CIMException::ACCESS_DENIED, "The user " + context.user + " may read only");
-    }
-}
-
-Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns)
-    : cimom_(cimom), ns_(cimom.repository_.canonicalNamespace(ns)) {
-    if (ns_.empty()) {
-        fail(CIMException::INVALID_NAMESPACE, ns.c_str());
-    }
-    origin_ = originOf(cimom, context);
-}
+Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
+    : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
 
 provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
     RequestContext shared = context;
-    shared.handedOn = nullptr; // of this operation only, not of what a provider calls in turn
+    shared.onChange = nullptr; // of this operation only, not of what a provider calls in turn
     if (!shared.operation) {
         shared.operation = std::make_shared<OperationContext>();
     }
@@ -41,14 +26,6 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
 
 void Cimom::preload(const std::string& id) {
     host_.enter(id, provider::Access::Write, Request::originOf(*this, RequestContext()));
-}
-
-const CIMClass& Cimom::Request::classOf(const String& name, CIMException::ErrNoType code) const {
-    const CIMClass* const found = cimom_.repository_.findClass(ns_, name);
-    if (found == nullptr) {
-        fail(code, std::string("/") + ns_.c_str() + ":" + name.c_str());
-    }
-    return *found;
 }
 
 std::vector<const CIMClass*> Cimom::Request::family(const CIMClass& top) const {

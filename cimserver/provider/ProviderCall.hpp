@@ -40,18 +40,4 @@ class ProviderCall {
     OpenWBEM::ProviderEnvironmentIFCRef env_;
 };
 
-/// Rethrows the exception being handled as a CIMException: one of that kind as it is, any other as FAILED whose
-/// getMessage is exactly its text ("Unknown Exception" for what is no std::exception).
-[[noreturn]] void rethrowAsCimException();
-
-/// Runs `call` and translates whatever it throws as rethrowAsCimException does.
-template <class Call>
-auto guarded(Call&& call) -> decltype(call()) {
-    try {
-        return call();
-    } catch (...) {
-        rethrowAsCimException();
-    }
-}
-
 } // namespace cimserver::provider

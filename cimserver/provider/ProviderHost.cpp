@@ -1,6 +1,7 @@
 #include "cimserver/provider/ProviderHost.hpp"
 
 #include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Module.hpp"
 #include "cimserver/provider/Registry.hpp"
@@ -16,14 +17,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void failWith(const std::string& message) {
-    OW_THROWCIMMSG(CIMException::FAILED, message.c_str());
-}
-
 [[noreturn]] void invalid(const std::string& id, const ModuleError& error) {
     log::write(log::Level::Error, "provider",
                "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
-    failWith("Invalid provider: " + id + " (" + error.what() + ")");
+    throw CimError(Status::Failed, "Invalid provider: " + id + " (" + error.what() + ")");
 }
 
 } // namespace
@@ -78,7 +75,7 @@ void ProviderHost::Slot::start(const std::vector<fs::path>& folders, const Provi
         return;
     }
     if (starting_) {
-        failWith("Provider " + id_ + " is called while it is being initialized");
+        throw CimError(Status::Failed, "Provider " + id_ + " is called while it is being initialized");
     }
     struct Mark {
         bool& flag;
@@ -208,7 +205,7 @@ ProviderCall ProviderHost::enter(const std::string& id, Access access, const Cal
     const auto pass = [&](Access wanted) {
         auto entered = slot.gate.enter(wanted, impl_->settings.busyLimit);
         if (!entered) {
-            failWith("Provider " + id + " is busy");
+            throw CimError(Status::Failed, "Provider " + id + " is busy");
         }
         return std::move(*entered);
     };

@@ -1,6 +1,7 @@
 #include "cimserver/provider/Registry.hpp"
 
 #include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/Module.hpp"
 #include "cimserver/schema/Namespace.hpp"
 
@@ -106,7 +107,7 @@ std::string idOfQualifier(const CIMQualifier& qualifier) {
     if (!isProviderId(id)) {
         const std::string message =
             "Invalid provider: the Provider qualifier \"" + text.substr(0, 200) + "\" is not of the form \"c++::ID\"";
-        OW_THROWCIMMSG(CIMException::FAILED, message.c_str());
+        throw CimError(Status::Failed, message);
     }
     return id;
 }

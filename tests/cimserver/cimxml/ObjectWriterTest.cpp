@@ -1,7 +1,7 @@
 // What a provider may deliver, and the XML that clients must be able to read.
 #include "cimserver/cimxml/ObjectWriter.hpp"
 
-#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cim/CimError.hpp"
 
 #include <gtest/gtest.h>
 
@@ -95,7 +95,7 @@ TEST(InstanceNames, NeedEachKeysValue) {
     XmlWriter writer;
     CIMObjectPath path("C", "root/cimv2");
     path.setKeys(CIMPropertyArray(size_t(1), CIMProperty("K", CIMDataType(CIMDataType::STRING))));
-    EXPECT_THROW(writeInstanceName(writer, path), OperationError);
+    EXPECT_THROW(writeInstanceName(writer, path), cimserver::CimError);
 }
 
 TEST(MethodResults, LeaveOutWhatIsNull) {

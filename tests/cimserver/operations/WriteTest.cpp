@@ -163,7 +163,7 @@ TEST_F(CimomTest, LetsReadersOnlyRead) {
     };
     for (const auto& write : writes) {
         EXPECT_THAT(thrownBy(write),
-                    Pair(2, "Access to CIM resource unavailable to client (The user guest may read only)"));
+                    Pair(2, "Access to CIM resource unavailable to client (the role of \"guest\" is read)"));
     }
     EXPECT_THAT(record.calls, ElementsAre());
     EXPECT_EQ(instances("T_Thing").size(), 1u);

@@ -1,4 +1,5 @@
 // Registration, loading, initialization, errors and the environment.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -192,7 +193,7 @@ TEST(Exceptions, AllBecomeCimExceptions) {
         {[] { throw 5; }, 1, "Unknown Exception"},
     };
     for (const auto& c : cases) {
-        const Thrown thrown = thrownBy([&] { guarded([&] { c.thrower(); }); });
+        const Thrown thrown = thrownBy([&] { cimserver::guarded([&] { c.thrower(); }); });
         EXPECT_EQ(thrown.code, c.code);
         EXPECT_EQ(thrown.text, c.text);
     }
