@@ -1,7 +1,7 @@
 // The server's options: one declaration for the command line and the configuration file.
 #pragma once
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Settings.hpp"
 
 #include <chrono>

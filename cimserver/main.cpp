@@ -1,8 +1,8 @@
 // cimserverd: wires the parts together and lives by signals until it is stopped.
-#include "cimserver/Log.hpp"
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Server.hpp"
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/operations/Interop.hpp"

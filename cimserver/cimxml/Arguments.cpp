@@ -6,7 +6,7 @@
 #include "XmlDocument.hpp"
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 
@@ -14,10 +14,6 @@ namespace cimserver::cimxml {
 namespace {
 
 using OpenWBEM::CIMDataType;
-
-pugi::xml_node elementIn(pugi::xml_node holder) {
-    return holder.find_child([](pugi::xml_node child) { return child.type() == pugi::node_element; });
-}
 
 std::optional<std::uint32_t> parseNumber(pugi::xml_node element) {
     const auto value = parseScalar(CIMDataType::UINT32, textOf(element));
@@ -71,14 +67,14 @@ Arguments::Arguments(pugi::xml_node call, const std::vector<Parameter>& declared
 void Arguments::take(pugi::xml_node holder) {
     const std::string_view name = holder.attribute("NAME").value();
     const auto parameter = std::find_if(declared_.begin(), declared_.end(),
-                                        [&](const Parameter& one) { return http::equalsIgnoringCase(one.name, name); });
+                                        [&](const Parameter& one) { return equalsIgnoringCase(one.name, name); });
     if (parameter == declared_.end()) {
         refuse(name, "is unknown");
     }
     if (this->holder(parameter->name)) {
         refuse(parameter->name, "is given twice");
     }
-    const pugi::xml_node element = elementIn(holder);
+    const pugi::xml_node element = firstElement(holder);
     const std::string wrong = element ? fault(element, parameter->kind) : std::string();
     if (!wrong.empty()) {
         refuse(parameter->name, wrong);
@@ -106,7 +102,7 @@ pugi::xml_node Arguments::holder(std::string_view name) const {
 }
 
 pugi::xml_node Arguments::element(std::string_view name) const {
-    return elementIn(holder(name));
+    return firstElement(holder(name));
 }
 
 bool Arguments::flag(std::string_view name) const {

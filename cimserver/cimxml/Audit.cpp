@@ -2,9 +2,9 @@
 
 #include "Characters.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -33,7 +33,7 @@ void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& 
     values_ += shown(spelled) + "=";
     const std::string text = value ? toStd(value.toString()) : "NULL";
     // The value, too: an embedded instance has properties of its own.
-    const bool secret = http::containsIgnoringCase(spelled, "password") || http::containsIgnoringCase(text, "password");
+    const bool secret = containsIgnoringCase(spelled, "password") || containsIgnoringCase(text, "password");
     values_ += secret ? "***" : shown(text);
 }
 

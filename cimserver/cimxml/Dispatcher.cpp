@@ -7,24 +7,16 @@
 #include "Operations.hpp"
 #include "RequestMessage.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
-
-#include <unistd.h>
-
-#include <array>
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
 namespace {
 
-std::string thisHost() {
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
-}
-
 DispatcherSettings completed(DispatcherSettings settings) {
     if (settings.hostName.empty()) {
-        settings.hostName = thisHost();
+        settings.hostName = hostName();
     }
     return settings;
 }

@@ -3,6 +3,7 @@
 #include "Errors.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <sys/random.h>
 

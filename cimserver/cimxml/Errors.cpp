@@ -1,11 +1,6 @@
 #include "Errors.hpp"
 
 namespace cimserver::cimxml {
-namespace {
-
-constexpr std::size_t longestQuote = 120;
-
-} // namespace
 
 HttpError notWellFormed(std::string text) {
     return {400, "request-not-well-formed", std::move(text)};
@@ -21,13 +16,6 @@ HttpError notLooselyValid(std::string text) {
 
 HttpError headerMismatch(std::string text) {
     return {400, "header-mismatch", std::move(text)};
-}
-
-std::string quote(std::string_view text) {
-    if (text.size() <= longestQuote) {
-        return "\"" + std::string(text) + "\"";
-    }
-    return "\"" + std::string(text.substr(0, longestQuote)) + "...\"";
 }
 
 } // namespace cimserver::cimxml

@@ -30,7 +30,4 @@ HttpError notValid(std::string text);
 HttpError notLooselyValid(std::string text);
 HttpError headerMismatch(std::string text);
 
-/// The text in double quotes, cut to what fits an error description.
-std::string quote(std::string_view text);
-
 } // namespace cimserver::cimxml

@@ -2,9 +2,9 @@
 // of one, "/" between names of which an item may be any, then ? * or + for how often. "#" is character data.
 #include "Grammar.hpp"
 
-#include "Errors.hpp"
+#include "XmlDocument.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -131,13 +131,13 @@ Item compileItem(std::string_view text) {
     if (item.optional || item.repeated) {
         text.remove_suffix(1);
     }
-    item.names = http::split(text, '/');
+    item.names = split(text, '/');
     return item;
 }
 
 Sequence compileSequence(std::string_view text) {
     Sequence sequence;
-    for (const std::string_view item : http::split(text, ',')) {
+    for (const std::string_view item : split(text, ',')) {
         sequence.push_back(compileItem(item));
     }
     return sequence;
@@ -159,11 +159,11 @@ ElementRule compile(const Row& row) {
     const std::string_view content = row.content;
     rule.characters = content == "#";
     if (!rule.characters) {
-        for (const std::string_view alternative : http::split(content, '|')) {
+        for (const std::string_view alternative : split(content, '|')) {
             rule.alternatives.push_back(compileSequence(alternative));
         }
     }
-    for (const std::string_view attribute : http::split(row.attributes, ' ')) {
+    for (const std::string_view attribute : split(row.attributes, ' ')) {
         rule.attributes.push_back(compileAttribute(attribute));
     }
     return rule;
@@ -199,7 +199,7 @@ bool fits(char kind, std::string_view value, Strictness strictness) {
     case 'b':
         return value == "true" || value == "false" ||
                (strictness == Strictness::Loose &&
-                (http::equalsIgnoringCase(value, "true") || http::equalsIgnoringCase(value, "false")));
+                (equalsIgnoringCase(value, "true") || equalsIgnoringCase(value, "false")));
     case 't':
         return oneOf(value, cimTypes);
     case 'p':
@@ -225,10 +225,8 @@ class Checker {
         }
         checkAttributes(element, found->second);
         checkCharacters(element, found->second);
-        for (const pugi::xml_node child : element.children()) {
-            if (child.type() == pugi::node_element) {
-                check(child);
-            }
+        for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
+            check(child);
         }
         checkContent(element, found->second);
     }
@@ -287,7 +285,7 @@ class Checker {
     }
 
     static void checkContent(pugi::xml_node element, const ElementRule& rule) {
-        pugi::xml_node furthest = nextElement(element.first_child());
+        pugi::xml_node furthest = firstElement(element);
         if (rule.alternatives.empty() && !furthest) {
             return;
         }
@@ -302,13 +300,6 @@ class Checker {
                                : std::string("content is missing"));
     }
 
-    static pugi::xml_node nextElement(pugi::xml_node node) {
-        while (node && node.type() != pugi::node_element) {
-            node = node.next_sibling();
-        }
-        return node;
-    }
-
     static bool named(pugi::xml_node node, const Item& item) {
         for (const std::string_view name : item.names) {
             if (name == node.name()) {
@@ -321,11 +312,11 @@ class Checker {
     /// Items of one sequence never share a name with the next one, so the first fit is the only one. SIMPLEREQ,
     /// SIMPLEREQ+ is no exception: the first takes exactly one.
     static bool matches(pugi::xml_node element, const Sequence& sequence, pugi::xml_node& child) {
-        child = nextElement(element.first_child());
+        child = firstElement(element);
         for (const Item& item : sequence) {
             std::size_t count = 0;
             while (child && named(child, item) && (item.repeated || count == 0)) {
-                child = nextElement(child.next_sibling());
+                child = nextElement(child);
                 ++count;
             }
             if (count == 0 && !item.optional) {

@@ -6,7 +6,7 @@
 #include "Operations.hpp"
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
 namespace {

@@ -5,6 +5,7 @@
 #include "Operations.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
 namespace {

@@ -5,6 +5,7 @@
 #include "RequestMessage.hpp"
 #include "ValueText.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
@@ -26,21 +27,10 @@ String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
     return String(element.attribute(attribute).value());
 }
 
-pugi::xml_node firstElement(pugi::xml_node holder) {
-    pugi::xml_node child = holder.first_child();
-    while (child && child.type() != pugi::node_element) {
-        child = child.next_sibling();
-    }
-    return child;
-}
-
 /// The value inside PROPERTY and its like, behind the qualifiers.
 pugi::xml_node valueElement(pugi::xml_node holder) {
-    pugi::xml_node child = holder.last_child();
-    while (child && (child.type() != pugi::node_element || std::string_view(child.name()) == "QUALIFIER")) {
-        child = child.previous_sibling();
-    }
-    return child;
+    const pugi::xml_node last = lastElement(holder);
+    return std::string_view(last.name()) == "QUALIFIER" ? pugi::xml_node() : last;
 }
 
 std::string typeText(const CIMDataType& type) {
@@ -69,13 +59,11 @@ CIMValue scalarValue(pugi::xml_node element, const Subject& subject) {
 
 CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
     std::vector<std::string> texts;
-    for (pugi::xml_node item = firstElement(element); item; item = item.next_sibling()) {
+    for (pugi::xml_node item = firstElement(element); item; item = nextElement(item)) {
         if (std::string_view(item.name()) == "VALUE.NULL") {
             subject.refuse("a NULL element in the array");
         }
-        if (item.type() == pugi::node_element) {
-            texts.push_back(textOf(item));
-        }
+        texts.push_back(textOf(item));
     }
     const auto most = subject.type.getSize();
     if (most > 0 && texts.size() > static_cast<std::size_t>(most)) {

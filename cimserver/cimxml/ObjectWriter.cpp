@@ -4,9 +4,9 @@
 #include "ClassWriter.hpp"
 #include "ValueText.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -32,7 +32,7 @@ void warn(const std::string& text) {
 
 void writeNameSpace(XmlWriter& writer, const String& nameSpace) {
     const Element path(writer, "LOCALNAMESPACEPATH");
-    for (const std::string_view part : http::split(view(nameSpace), '/')) {
+    for (const std::string_view part : split(view(nameSpace), '/')) {
         Element(writer, "NAMESPACE").attribute("NAME", part);
     }
 }

@@ -1,6 +1,6 @@
 #include "Operations.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 
@@ -92,7 +92,7 @@ const Operation* findOperation(const RequestMessage& message) {
         return &method;
     }
     const auto found = std::find_if(table().begin(), table().end(), [&](const Operation& operation) {
-        return http::equalsIgnoringCase(operation.name, message.name());
+        return equalsIgnoringCase(operation.name, message.name());
     });
     return found == table().end() ? nullptr : &*found;
 }

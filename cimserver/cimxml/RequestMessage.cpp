@@ -3,6 +3,8 @@
 #include "Errors.hpp"
 #include "Grammar.hpp"
 
+#include "cimserver/common/Text.hpp"
+
 #include <algorithm>
 
 namespace cimserver::cimxml {
@@ -75,10 +77,7 @@ RequestMessage::RequestMessage(std::string_view body, const XmlLimits& limits) :
     if (!request) {
         throw HttpError(400, "unsupported-operation", "the message is not a request");
     }
-    call_ = request.last_child();
-    while (call_.type() != pugi::node_element) {
-        call_ = call_.previous_sibling();
-    }
+    call_ = lastElement(request);
     pugi::xml_node path = call_;
     if (isMethodCall()) {
         path = call_.child("LOCALINSTANCEPATH") ? call_.child("LOCALINSTANCEPATH") : call_.child("LOCALCLASSPATH");

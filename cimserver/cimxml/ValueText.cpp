@@ -2,7 +2,8 @@
 
 #include "Characters.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
+#include "cimserver/common/Utf8.hpp"
 
 #include "OW_Array.hpp"
 #include "OW_Exception.hpp"
@@ -59,9 +60,9 @@ bool parse(std::string_view text, Bool& value) {
 }
 
 bool parse(std::string_view text, Char16& value) {
-    const Decoded decoded = text.empty() ? Decoded() : decodeCharacter(text);
-    value = Char16(static_cast<OpenWBEM::UInt16>(decoded.character));
-    return decoded.valid && decoded.length == text.size() && decoded.character <= 0xFFFF;
+    const Character decoded = text.empty() ? Character() : decodeUtf8(text);
+    value = Char16(static_cast<OpenWBEM::UInt16>(decoded.code));
+    return decoded.valid && decoded.length == text.size() && decoded.code <= 0xFFFF;
 }
 
 bool parse(std::string_view text, CIMDateTime& value) {
@@ -94,20 +95,10 @@ std::optional<std::string> format(const Bool& value) {
     return value ? "TRUE" : "FALSE";
 }
 
-/// UTF-8 by hand: half of a surrogate pair must come out as bytes that the writer replaces, not vanish.
+/// Half of a surrogate pair comes out as bytes that the writer replaces.
 std::optional<std::string> format(const Char16& value) {
-    const unsigned code = value.getValue();
-    if (code < 0x80) {
-        return std::string(1, static_cast<char>(code));
-    }
     std::string text;
-    if (code < 0x800) {
-        text += static_cast<char>(0xC0U | (code >> 6U));
-    } else {
-        text += static_cast<char>(0xE0U | (code >> 12U));
-        text += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
-    }
-    text += static_cast<char>(0x80U | (code & 0x3FU));
+    appendUtf8(text, value.getValue());
     return text;
 }
 
@@ -158,8 +149,8 @@ std::string_view typeName(CIMDataType::Type type) {
 
 std::optional<bool> parseBoolean(std::string_view text) {
     text = withoutBlanks(text);
-    const bool isTrue = http::equalsIgnoringCase(text, "true");
-    return isTrue || http::equalsIgnoringCase(text, "false") ? std::optional<bool>(isTrue) : std::nullopt;
+    const bool isTrue = equalsIgnoringCase(text, "true");
+    return isTrue || equalsIgnoringCase(text, "false") ? std::optional<bool>(isTrue) : std::nullopt;
 }
 
 bool isDateTime(std::string_view text) {

@@ -3,7 +3,7 @@
 
 #include "Errors.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <expat.h>
 
@@ -81,8 +81,8 @@ class WellFormedness {
     static WellFormedness& of(void* self) { return *static_cast<WellFormedness*>(self); }
 
     static void declaration(void* self, const XML_Char* /*version*/, const XML_Char* encoding, int /*standalone*/) {
-        if (encoding != nullptr && !http::equalsIgnoringCase(encoding, "utf-8") &&
-            !http::equalsIgnoringCase(encoding, "us-ascii")) {
+        if (encoding != nullptr && !equalsIgnoringCase(encoding, "utf-8") &&
+            !equalsIgnoringCase(encoding, "us-ascii")) {
             of(self).stop("encoding " + quote(encoding) + " is not supported, only utf-8");
         }
     }
@@ -131,6 +131,21 @@ XmlDocument::XmlDocument(std::string_view text, const XmlLimits& limits) {
     if (!result) {
         throw notWellFormed(result.description());
     }
+}
+
+pugi::xml_node elementFrom(pugi::xml_node node) {
+    while (node && node.type() != pugi::node_element) {
+        node = node.next_sibling();
+    }
+    return node;
+}
+
+pugi::xml_node lastElement(pugi::xml_node parent) {
+    pugi::xml_node child = parent.last_child();
+    while (child && child.type() != pugi::node_element) {
+        child = child.previous_sibling();
+    }
+    return child;
 }
 
 std::string textOf(pugi::xml_node element) {

@@ -29,6 +29,18 @@ class XmlDocument {
     pugi::xml_document document_;
 };
 
+/// The node itself or the first element behind it; null when there is none.
+pugi::xml_node elementFrom(pugi::xml_node node);
+/// The first element inside; null when there is none.
+inline pugi::xml_node firstElement(pugi::xml_node parent) {
+    return elementFrom(parent.first_child());
+}
+inline pugi::xml_node nextElement(pugi::xml_node element) {
+    return elementFrom(element.next_sibling());
+}
+/// The last element inside; null when there is none.
+pugi::xml_node lastElement(pugi::xml_node parent);
+
 /// The character data of an element, pieces joined, blanks kept.
 std::string textOf(pugi::xml_node element);
 

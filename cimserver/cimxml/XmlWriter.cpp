@@ -2,6 +2,8 @@
 
 #include "Characters.hpp"
 
+#include "cimserver/common/Utf8.hpp"
+
 namespace cimserver::cimxml {
 namespace {
 
@@ -96,9 +98,9 @@ void XmlWriter::escapeOne(std::string_view rest, std::size_t& length, bool attri
         text_ += known;
         return;
     }
-    const Decoded decoded = decodeCharacter(rest);
-    length = decoded.length;
-    if (decoded.valid) {
+    const Character character = decodeUtf8(rest);
+    length = character.length;
+    if (character.valid && isXmlCharacter(character.code)) {
         text_.append(rest.data(), length);
     } else {
         text_ += replacement;

@@ -1,7 +1,7 @@
 #include "cimserver/http/Access.hpp"
 
-#include "cimserver/Log.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>

@@ -1,10 +1,10 @@
 #include "cimserver/http/Connection.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Policy.hpp"
-#include "cimserver/http/Text.hpp"
 
 #include <boost/asio/post.hpp>
+#include <boost/beast/http/status.hpp>
 
 #include <ctime>
 
@@ -264,7 +264,8 @@ void Connection::logAnswer(const Response& response) const {
 std::string Connection::serialise(const Response& response, bool closeAfter) const {
     std::string text;
     text.reserve(response.body.size() + 512);
-    text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ").append(reasonOf(response.status));
+    text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ");
+    text += obsolete_reason(boost::beast::http::int_to_status(response.status)).to_string();
     text.append("\r\nDate: ").append(httpDate()).append("\r\n");
     for (const auto& [name, value] : response.fields.all()) {
         // A text from outside must not end the line it stands in.

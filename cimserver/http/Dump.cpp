@@ -1,8 +1,8 @@
 #include "cimserver/http/Dump.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/http/Redact.hpp"
-#include "cimserver/http/Text.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>

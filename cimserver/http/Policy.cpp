@@ -1,9 +1,8 @@
 #include "cimserver/http/Policy.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
-#include <array>
 
 namespace cimserver::http {
 namespace {
@@ -110,36 +109,6 @@ std::optional<Response> refuseContent(const Request& request) {
 }
 
 } // namespace
-
-std::string_view reasonOf(unsigned status) {
-    struct Reason {
-        unsigned status;
-        std::string_view text;
-    };
-    static constexpr std::array Reasons = {
-        Reason{200, "OK"},
-        Reason{400, "Bad Request"},
-        Reason{401, "Unauthorized"},
-        Reason{403, "Forbidden"},
-        Reason{404, "Not Found"},
-        Reason{405, "Method Not Allowed"},
-        Reason{406, "Not Acceptable"},
-        Reason{408, "Request Timeout"},
-        Reason{411, "Length Required"},
-        Reason{413, "Payload Too Large"},
-        Reason{414, "URI Too Long"},
-        Reason{415, "Unsupported Media Type"},
-        Reason{417, "Expectation Failed"},
-        Reason{431, "Request Header Fields Too Large"},
-        Reason{500, "Internal Server Error"},
-        Reason{501, "Not Implemented"},
-        Reason{503, "Service Unavailable"},
-        Reason{505, "HTTP Version Not Supported"},
-    };
-    const auto* const found = std::find_if(Reasons.begin(), Reasons.end(),
-                                           [status](const Reason& reason) { return reason.status == status; });
-    return found == Reasons.end() ? "Unknown" : found->text;
-}
 
 Response textResponse(unsigned status, std::string_view text) {
     Response response;

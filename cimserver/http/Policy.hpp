@@ -11,9 +11,6 @@ namespace cimserver::http {
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
 
-/// The reason phrase, "Unknown" for a status this server does not use.
-std::string_view reasonOf(unsigned status);
-
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 

@@ -1,6 +1,6 @@
 #include "cimserver/http/Redact.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 

@@ -1,7 +1,5 @@
 #include "cimserver/http/RequestReader.hpp"
 
-#include "cimserver/http/Text.hpp"
-
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 

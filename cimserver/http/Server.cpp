@@ -1,6 +1,6 @@
 #include "cimserver/http/Server.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Connection.hpp"
 #include "cimserver/http/Tls.hpp"
 

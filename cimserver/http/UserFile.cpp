@@ -1,6 +1,6 @@
 #include "cimserver/http/UserFile.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <crypt.h>
 #include <fcntl.h>

@@ -1,12 +1,12 @@
 // The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include "cimserver/operations/InstanceShape.hpp"
 #include "cimserver/operations/Request.hpp"
 
 #include <algorithm>
-#include <unistd.h>
 
 namespace cimserver::operations {
 
@@ -14,11 +14,6 @@ using namespace OpenWBEM;
 using provider::Access;
 
 namespace {
-
-String hostName() {
-    char name[256] = "";
-    return gethostname(name, sizeof(name) - 1) == 0 ? String(name) : String("localhost");
-}
 
 /// Completes the names that providers give: where an object lies is part of an association's answer.
 class PathHandler : public CIMObjectPathResultHandlerIFC {
@@ -32,7 +27,7 @@ class PathHandler : public CIMObjectPathResultHandlerIFC {
             path.setNameSpace(ns_);
         }
         if (path.getFullNameSpace().isLocal()) {
-            path.setHost(hostName());
+            path.setHost(hostName().c_str());
         }
         next_.handle(path);
     }

@@ -1,10 +1,9 @@
 #include "cimserver/operations/Interop.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include "OW_CppReadOnlyInstanceProviderIFC.hpp"
-
-#include <unistd.h>
 
 namespace cimserver::operations {
 
@@ -55,11 +54,6 @@ class CIM_Namespace
     string ElementName;
 };
 )MOF";
-
-String systemName() {
-    char name[256] = "";
-    return gethostname(name, sizeof(name) - 1) == 0 && name[0] != '\0' ? String(name) : String("localhost");
-}
 
 class InteropProvider : public CppReadOnlyInstanceProviderIFC {
   public:
@@ -125,7 +119,7 @@ std::vector<CIMInstance> InteropProvider::instances(const CIMClass& cimClass) co
 CIMInstance InteropProvider::objectManager(const CIMClass& cimClass) const {
     CIMInstance instance = blank(cimClass);
     set(instance, "SystemCreationClassName", "CIM_ComputerSystem");
-    set(instance, "SystemName", systemName());
+    set(instance, "SystemName", hostName().c_str());
     set(instance, "CreationClassName", "CIM_ObjectManager");
     set(instance, "Name", objectManagerName);
     set(instance, "ElementName", objectManagerName);
@@ -138,7 +132,7 @@ CIMInstance InteropProvider::objectManager(const CIMClass& cimClass) const {
 CIMInstance InteropProvider::nameSpace(const CIMClass& cimClass, const String& name) const {
     CIMInstance instance = blank(cimClass);
     set(instance, "SystemCreationClassName", "CIM_ComputerSystem");
-    set(instance, "SystemName", systemName());
+    set(instance, "SystemName", hostName().c_str());
     set(instance, "ObjectManagerCreationClassName", "CIM_ObjectManager");
     set(instance, "ObjectManagerName", objectManagerName);
     set(instance, "CreationClassName", "CIM_Namespace");

@@ -1,7 +1,7 @@
 #include "cimserver/provider/Environment.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
 
 #include "OW_Logger.hpp"
 #include "OW_RepositoryIFC.hpp"

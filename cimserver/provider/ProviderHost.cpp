@@ -1,7 +1,7 @@
 #include "cimserver/provider/ProviderHost.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Module.hpp"
 #include "cimserver/provider/Registry.hpp"

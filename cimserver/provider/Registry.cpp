@@ -1,9 +1,9 @@
 #include "cimserver/provider/Registry.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/provider/Module.hpp"
-#include "cimserver/schema/Namespace.hpp"
 
 #include "OW_CppAssociatorProviderIFC.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
@@ -12,7 +12,6 @@
 namespace cimserver::provider {
 
 using namespace OpenWBEM;
-using schema::fold;
 
 namespace {
 
@@ -21,7 +20,7 @@ template <class ClassInfo>
 std::vector<std::string> keysOf(const ClassInfo& info) {
     std::vector<std::string> keys;
     for (const String& ns : info.namespaces) {
-        keys.push_back(schema::trimmedNamespace(ns.c_str()) + ":" + info.className.c_str());
+        keys.push_back(std::string(withoutSlashes(trimmed(ns.c_str()))) + ":" + info.className.c_str());
     }
     if (keys.empty()) {
         keys.emplace_back(info.className.c_str());
@@ -32,7 +31,7 @@ std::vector<std::string> keysOf(const ClassInfo& info) {
 } // namespace
 
 void Registry::put(Table& table, const std::string& key, const std::string& id) {
-    const auto [place, isNew] = table.try_emplace(fold(key), id);
+    const auto [place, isNew] = table.try_emplace(folded(key), id);
     if (!isNew && place->second != id) {
         log::write(log::Level::Error, "provider",
                    "Provider " + id + " reports " + key + ", which provider " + place->second + " serves already");
@@ -76,9 +75,9 @@ void Registry::add(const std::string& id, CppProviderBaseIFC& provider) {
 }
 
 std::string Registry::get(const Table& table, const std::string& ns, const std::string& className) {
-    auto found = table.find(fold(className));
+    auto found = table.find(folded(className));
     if (found == table.end()) {
-        found = table.find(fold(schema::trimmedNamespace(ns) + ":" + className));
+        found = table.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
     }
     return found == table.end() ? std::string() : found->second;
 }
@@ -102,7 +101,7 @@ std::string idOfQualifier(const CIMQualifier& qualifier) {
     }
     const std::string text = qualifier.getValue().toString().c_str();
     const std::size_t colon = text.find(':');
-    const bool known = colon != std::string::npos && fold(text.substr(0, colon)) == "c++";
+    const bool known = colon != std::string::npos && folded(text.substr(0, colon)) == "c++";
     std::string id = known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string();
     if (!isProviderId(id)) {
         const std::string message =

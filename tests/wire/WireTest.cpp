@@ -3,9 +3,9 @@
 #include "WireCase.hpp"
 #include "XmlMatch.hpp"
 
-#include "cimserver/Log.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/operations/Interop.hpp"
 #include "cimserver/provider/ProviderHost.hpp"

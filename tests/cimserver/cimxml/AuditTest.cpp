@@ -1,6 +1,6 @@
 #include "cimserver/cimxml/Audit.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 
 #include <gtest/gtest.h>
 

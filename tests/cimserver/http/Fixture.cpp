@@ -1,6 +1,6 @@
 #include "Fixture.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 
 namespace http_testing {
 

@@ -1,5 +1,5 @@
 // The parts that need no server: listener texts, what a dump leaves out, the counters, the log's escaping.
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Redact.hpp"
 #include "cimserver/http/Settings.hpp"

@@ -1,10 +1,10 @@
 // Feeds arbitrary bodies to the CIM-XML side, over a real object manager and provider. Whatever comes in, what goes out
 // must be an HTTP refusal or a reply that obeys the grammar.
-#include "cimserver/Log.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/operations/Interop.hpp"
 #include "cimserver/provider/ProviderHost.hpp"

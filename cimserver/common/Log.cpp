@@ -1,4 +1,6 @@
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
+
+#include "cimserver/common/Utf8.hpp"
 
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
@@ -48,42 +50,23 @@ std::string_view nameOf(Level level) {
     return Names[static_cast<std::size_t>(level)];
 }
 
-/// Bytes of the printable character at the head of the text; 0 when a control character stands there, or no UTF-8.
-std::size_t printableLength(std::string_view text) {
-    const auto byte = [text](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U; };
-    const auto first = byte(0);
-    const auto second = byte(1);
-    if (first < 0x80) {
-        return first >= 0x20 && first != 0x7F ? 1 : 0;
-    }
-    const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0U) != 0x80) {
-            return 0;
-        }
-    }
-    // Controls from U+0080 on, overlong forms, surrogates, and what is beyond the last character.
-    const bool refused = first < 0xC2 || first > 0xF4 || (first == 0xC2 && second < 0xA0) ||
-                         (first == 0xE0 && second < 0xA0) || (first == 0xED && second > 0x9F) ||
-                         (first == 0xF0 && second < 0x90) || (first == 0xF4 && second > 0x8F);
-    return refused ? 0 : length;
-}
-
 /// Control characters would let a text from outside forge entries or steer a terminal: they become \xNN, as does what
 /// is no UTF-8.
 void appendEscaped(std::string& to, std::string_view text) {
-    constexpr char Hex[] = "0123456789abcdef";
+    constexpr char kHex[] = "0123456789abcdef";
     while (!text.empty()) {
-        const auto length = printableLength(text);
-        if (text.front() == '\n') {
+        const auto [code, length, valid] = decodeUtf8(text);
+        if (code == '\n') {
             to += "\\n";
-        } else if (length == 0) {
-            const auto byte = static_cast<unsigned char>(text.front());
-            to += {'\\', 'x', Hex[byte >> 4U], Hex[byte & 0xFU]};
-        } else {
+        } else if (valid && code >= 0x20 && (code < 0x7F || code >= 0xA0)) {
             to.append(text, 0, length);
+        } else {
+            for (const char c : text.substr(0, length)) {
+                const auto byte = static_cast<unsigned char>(c);
+                to += {'\\', 'x', kHex[byte >> 4U], kHex[byte & 0xFU]};
+            }
         }
-        text.remove_prefix(length == 0 ? 1 : length);
+        text.remove_prefix(length);
     }
 }
 

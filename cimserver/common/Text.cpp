@@ -1,9 +1,13 @@
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
+
+#include <unistd.h>
 
 #include <algorithm>
 
-namespace cimserver::http {
+namespace cimserver {
 namespace {
+
+constexpr std::size_t kLongestQuote = 120;
 
 char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -21,6 +25,12 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
     return std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower) != text.end();
+}
+
+std::string folded(std::string_view text) {
+    std::string result(text);
+    std::transform(result.begin(), result.end(), result.begin(), lower);
+    return result;
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -44,4 +54,17 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
     return pieces;
 }
 
-} // namespace cimserver::http
+std::string_view withoutSlashes(std::string_view nameSpace) {
+    return nameSpace.substr(std::min(nameSpace.find_first_not_of('/'), nameSpace.size()));
+}
+
+std::string quote(std::string_view text) {
+    return '"' + std::string(text.substr(0, kLongestQuote)) + (text.size() > kLongestQuote ? "...\"" : "\"");
+}
+
+std::string hostName() {
+    char name[256] = "";
+    return ::gethostname(name, sizeof name - 1) == 0 && name[0] != '\0' ? name : "localhost";
+}
+
+} // namespace cimserver
