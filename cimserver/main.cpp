@@ -2,6 +2,8 @@
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Server.hpp"
 #include "cimserver/operations/Cimom.hpp"
@@ -33,7 +35,13 @@ class CimSide {
         : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
           dispatcher_(cimom_, dispatcherSettings(options)) {}
 
-    http::Response handle(const http::Request& request) { return dispatcher_.handle(request); }
+    /// Serves as long as this object lives.
+    http::Application application() {
+        return {[this](const auto& request) { return dispatcher_.handle(request); }, cimxml::optionsResponse(),
+                [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
+                    return cimxml::maskedBodies(request, response, limits);
+                }};
+    }
     /// A provider that cannot be used yet is tried again at each request for its classes.
     void preload(const std::vector<std::string>& ids) {
         for (const auto& id : ids) {
@@ -142,7 +150,7 @@ int serve(const Options& options) {
     }
     const auto lock = options.stateDir.empty() || options.check ? Descriptor() : lockStateDirectory(options.stateDir);
     CimSide cim(options);
-    http::Server server(options.http, [&cim](const http::Request& request) { return cim.handle(request); });
+    http::Server server(options.http, cim.application());
     if (options.check) {
         announce(output, "the configuration is in order");
         return Stopped;

@@ -37,6 +37,7 @@ class Dispatcher {
     /// What is no CIM-XML request gets HTTP 400 or 501 with CIMError; everything else HTTP 200 with the result or an
     /// ERROR. Never throws.
     http::Response handle(const http::Request& request) noexcept;
+    const DispatcherSettings& settings() const { return settings_; }
     /// Operations that ended in a CIM error since the start.
     std::uint64_t errors() const { return errors_; }
 

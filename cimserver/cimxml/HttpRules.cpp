@@ -112,6 +112,15 @@ bool objectAgrees(std::string_view object, const RequestMessage& message) {
 
 } // namespace
 
+http::Response optionsResponse() {
+    http::Response response;
+    response.fields.add("Opt", std::string(extension) + " ; ns=73");
+    response.fields.add("73-CIMProtocolVersion", "1.0");
+    response.fields.add("73-CIMSupportedFunctionalGroups",
+                        "basic-read, basic-write, instance-manipulation, association-traversal");
+    return response;
+}
+
 CimHeaders::CimHeaders(const http::Request& request) : request_(request) {
     if (request.method != "M-POST") {
         return;

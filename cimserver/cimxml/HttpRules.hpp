@@ -9,6 +9,9 @@
 
 namespace cimserver::cimxml {
 
+/// The answer to OPTIONS: the protocol and the groups of operations that are offered.
+http::Response optionsResponse();
+
 /// The request's CIM header fields, under the prefix that an M-POST declares.
 class CimHeaders {
   public:

@@ -16,6 +16,8 @@ struct XmlLimits {
     std::size_t attributes = 32;  ///< attributes of one element
 };
 
+constexpr XmlLimits kNoLimits{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
+
 /// The tree of a well-formed UTF-8 document without a document type's internal part: no entity but the five of XML
 /// itself can occur in it. Nodes point into the object and live as long as it.
 class XmlDocument {

@@ -33,9 +33,9 @@ const std::string& httpDate() {
     return text;
 }
 
-Response callHandler(const Handler& handler, const Request& request) {
+Response callHandler(const Application& application, const Request& request) {
     try {
-        return handler(request);
+        return application.handle(request);
     } catch (const std::exception& error) {
         log::write(log::Level::Error, "http", std::string("the handler failed: ") + error.what());
     } catch (...) {
@@ -46,8 +46,8 @@ Response callHandler(const Handler& handler, const Request& request) {
 
 } // namespace
 
-Services::Services(const Settings& from, Handler to)
-    : settings(from), handler(std::move(to)), access(from.login), workers(from.workers) {
+Services::Services(const Settings& from, Application to)
+    : settings(from), application(std::move(to)), access(from.login), workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
@@ -176,7 +176,13 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
 }
 
 void Connection::proceed() {
-    if (const auto response = answerFromHead(reader_.request(), reader_.framing(), services_.settings.limits)) {
+    const auto& request = reader_.request();
+    if (asksForOptions(request)) {
+        auto response = services_.application.options;
+        response.fields.add("Allow", kAllowed);
+        return refuse(response);
+    }
+    if (const auto response = answerFromHead(request, reader_.framing(), services_.settings.limits)) {
         return refuse(*response);
     }
     beginBody();
@@ -212,7 +218,7 @@ void Connection::readBody() {
 
 void Connection::handle() {
     auto work = [self = shared_from_this()] {
-        auto response = callHandler(self->services_.handler, self->reader_.request());
+        auto response = callHandler(self->services_.application, self->reader_.request());
         asio::post(self->services_.io, [self, response = std::move(response)] { self->answer(response, false); });
     };
     asio::post(services_.workers, std::move(work));
@@ -252,7 +258,7 @@ void Connection::answer(const Response& response, bool closeAfter) {
 void Connection::logAnswer(const Response& response) const {
     const auto& request = reader_.request();
     if (services_.dump) {
-        services_.dump->write(request, response);
+        services_.dump->write(request, response, services_.application.mask);
     }
     if (log::enabled(log::Level::Debug)) {
         log::write(log::Level::Debug, "http",

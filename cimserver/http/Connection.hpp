@@ -25,10 +25,10 @@ class Connection;
 
 /// What connections share; owned by the server and alive as long as any connection.
 struct Services {
-    Services(const Settings& from, Handler to);
+    Services(const Settings& from, Application to);
 
     Settings settings;
-    Handler handler;
+    Application application;
     Access access;
     Counters counters;
     std::unique_ptr<Dump> dump;

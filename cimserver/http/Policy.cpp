@@ -21,20 +21,13 @@ bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
+bool isServed(std::string_view path) {
+    return isOneOf(path, {"/cimom", "/"});
+}
+
 Response healthResponse() {
     auto response = textResponse(200, "ok");
     response.fields.add("Cache-Control", "no-cache");
-    return response;
-}
-
-/// What a CIM server tells of itself: the protocol and the groups of operations it offers.
-Response optionsResponse() {
-    Response response;
-    response.fields.add("Allow", "POST, M-POST, OPTIONS");
-    response.fields.add("Opt", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73");
-    response.fields.add("73-CIMProtocolVersion", "1.0");
-    response.fields.add("73-CIMSupportedFunctionalGroups",
-                        "basic-read, basic-write, instance-manipulation, association-traversal");
     return response;
 }
 
@@ -122,6 +115,11 @@ bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
+bool asksForOptions(const Request& request) {
+    const auto path = pathOf(request.target);
+    return request.method == "OPTIONS" && (isServed(path) || path == "*");
+}
+
 bool acceptsXml(std::string_view accept) {
     const auto ranges = split(accept, ',');
     return ranges.empty() || std::any_of(std::begin(XmlTypes), std::end(XmlTypes),
@@ -133,15 +131,11 @@ std::optional<Response> answerFromHead(const Request& request, const Framing& fr
     if (path == "/health") {
         return isHealthRequest(request) ? healthResponse() : refuseMethod(request.method, "GET, HEAD");
     }
-    const bool options = request.method == "OPTIONS";
-    if (!isOneOf(path, {"/cimom", "/"}) && !(options && path == "*")) {
+    if (!isServed(path)) {
         return textResponse(404, "nothing is served here; the path is /cimom");
     }
-    if (options) {
-        return optionsResponse();
-    }
     if (request.method != "POST" && request.method != "M-POST") {
-        return refuseMethod(request.method, "POST, M-POST, OPTIONS");
+        return refuseMethod(request.method, kAllowed);
     }
     if (!framing.chunked && !framing.contentLength) {
         return textResponse(411, "a Content-Length is needed");

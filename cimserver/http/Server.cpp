@@ -49,7 +49,7 @@ struct Server::Core {
         asio::steady_timer pause;
     };
 
-    Core(const Settings& settings, Handler handler) : services(settings, std::move(handler)) {
+    Core(const Settings& settings, Application application) : services(settings, std::move(application)) {
         const auto& listeners = settings.listeners;
         if (std::any_of(listeners.begin(), listeners.end(), [](const Listener& one) { return one.tls; })) {
             tls = makeTlsContext(settings.tls);
@@ -151,8 +151,8 @@ void Server::Core::beginStop() {
     }
 }
 
-Server::Server(const Settings& settings, Handler handler)
-    : core_(std::make_shared<Core>(settings, std::move(handler))) {}
+Server::Server(const Settings& settings, Application application)
+    : core_(std::make_shared<Core>(settings, std::move(application))) {}
 
 Server::~Server() {
     stop(Milliseconds(0));

@@ -1,4 +1,4 @@
-// The HTTP server: listens, reads requests, checks who sends them, has the handler answer, writes the answers.
+// The HTTP server: listens, reads requests, checks who sends them, has the application answer, writes the answers.
 //
 // Threads: one does all input and output, so a slow client costs nothing but its socket; `workers` run the handler, so
 // a slow provider does not stop input and output; one hashes passwords, which is slow on purpose.
@@ -23,7 +23,7 @@ class ListenError : public std::runtime_error {
 class Server {
   public:
     /// Loads the TLS files and the user file; throws std::runtime_error naming what does not do.
-    Server(const Settings& settings, Handler handler);
+    Server(const Settings& settings, Application application);
     /// Stops at once if stop() was not called.
     ~Server();
     Server(const Server&) = delete;
