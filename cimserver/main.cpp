@@ -5,6 +5,7 @@
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
 #include "cimserver/operations/Cimom.hpp"
 #include "cimserver/operations/Interop.hpp"

@@ -1,11 +1,10 @@
-#include "Arguments.hpp"
-
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "ValueText.hpp"
-#include "XmlDocument.hpp"
+#include "cimserver/cimxml/Arguments.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <algorithm>

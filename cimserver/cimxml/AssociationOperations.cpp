@@ -1,10 +1,12 @@
 // The operations that follow associations from an instance, handed on to the object manager.
-#include "Characters.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
+#include "cimserver/operations/Cimom.hpp"
 
 namespace cimserver::cimxml {
 namespace {

@@ -1,8 +1,7 @@
-#include "Audit.hpp"
-
-#include "Characters.hpp"
+#include "cimserver/cimxml/Audit.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Text.hpp"
 

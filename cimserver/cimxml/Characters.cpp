@@ -1,4 +1,4 @@
-#include "Characters.hpp"
+#include "cimserver/cimxml/Characters.hpp"
 
 namespace cimserver::cimxml {
 namespace {

@@ -1,8 +1,8 @@
 // The operations that the schema answers.
-#include "Characters.hpp"
-#include "ClassWriter.hpp"
-#include "Operations.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {

@@ -1,13 +1,15 @@
-#include "Dispatcher.hpp"
-
-#include "Audit.hpp"
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "HttpRules.hpp"
-#include "Operations.hpp"
-#include "RequestMessage.hpp"
+#include "cimserver/cimxml/Dispatcher.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Arguments.hpp"
+#include "cimserver/cimxml/Audit.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Text.hpp"
 

@@ -2,9 +2,8 @@
 // writes the answer.
 #pragma once
 
-#include "Enumerations.hpp"
-#include "XmlDocument.hpp"
-
+#include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/operations/Cimom.hpp"
 

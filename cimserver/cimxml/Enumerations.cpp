@@ -1,8 +1,7 @@
-#include "Enumerations.hpp"
-
-#include "Errors.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <sys/random.h>

@@ -1,4 +1,4 @@
-#include "Errors.hpp"
+#include "cimserver/cimxml/Errors.hpp"
 
 namespace cimserver::cimxml {
 

@@ -1,9 +1,8 @@
 // Content models are written close to a document type's own notation: "|" between alternatives, "," between the items
 // of one, "/" between names of which an item may be any, then ? * or + for how often. "#" is character data.
-#include "Grammar.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
 
-#include "XmlDocument.hpp"
-
+#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <algorithm>

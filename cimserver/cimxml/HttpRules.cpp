@@ -1,8 +1,7 @@
-#include "HttpRules.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
 
-#include "Characters.hpp"
-#include "Errors.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <algorithm>

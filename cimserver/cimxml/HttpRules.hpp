@@ -1,8 +1,7 @@
 // The CIM header fields of a request over HTTP, and those of its answer.
 #pragma once
 
-#include "RequestMessage.hpp"
-
+#include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/http/Message.hpp"
 
 #include <string>

@@ -1,12 +1,15 @@
 // The operations on instances, handed on to the object manager.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Audit.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Text.hpp"
+#include "cimserver/operations/Cimom.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -36,16 +39,6 @@ operations::RequestContext auditedContext(OperationCall& call) {
 }
 
 } // namespace
-
-RequestedSelection::RequestedSelection(const Arguments& arguments) : propertyList_(arguments.texts("PropertyList")) {
-    using namespace OpenWBEM::WBEMFlags;
-    selection_.localOnly = arguments.flag("LocalOnly") ? E_LOCAL_ONLY : E_NOT_LOCAL_ONLY;
-    selection_.deep = arguments.flag("DeepInheritance") ? E_DEEP : E_SHALLOW;
-    selection_.includeQualifiers = arguments.flag("IncludeQualifiers") ? E_INCLUDE_QUALIFIERS : E_EXCLUDE_QUALIFIERS;
-    selection_.includeClassOrigin =
-        arguments.flag("IncludeClassOrigin") ? E_INCLUDE_CLASS_ORIGIN : E_EXCLUDE_CLASS_ORIGIN;
-    selection_.propertyList = propertyList_ ? &*propertyList_ : nullptr;
-}
 
 void getInstance(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));

@@ -1,7 +1,9 @@
 // What the operations that read instances share: the selection a request asks for, and sinks for streamed results.
 #pragma once
 
-#include "Operations.hpp"
+#include "cimserver/cimxml/Arguments.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/operations/Cimom.hpp"
 
 #include "OW_ResultHandlerIFC.hpp"
 

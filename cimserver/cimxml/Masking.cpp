@@ -1,7 +1,6 @@
-#include "Masking.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 
-#include "Errors.hpp"
-
+#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <pugixml.hpp>

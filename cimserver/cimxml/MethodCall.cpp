@@ -1,10 +1,11 @@
 // Calls of methods that classes declare: the parameters are converted by the method's declaration.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {

@@ -1,10 +1,9 @@
-#include "ObjectReader.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
 
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "RequestMessage.hpp"
-#include "ValueText.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 

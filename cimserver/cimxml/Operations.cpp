@@ -1,4 +1,4 @@
-#include "Operations.hpp"
+#include "cimserver/cimxml/Operations.hpp"
 
 #include "cimserver/common/Text.hpp"
 

@@ -1,13 +1,12 @@
 // The operations of the protocol: one table that says of each its name, its parameters and what carries it out.
 #pragma once
 
-#include "Arguments.hpp"
-#include "Audit.hpp"
-#include "Enumerations.hpp"
-#include "ObjectReader.hpp"
-#include "RequestMessage.hpp"
-#include "XmlWriter.hpp"
-
+#include "cimserver/cimxml/Arguments.hpp"
+#include "cimserver/cimxml/Audit.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/operations/Cimom.hpp"
 
 #include <string>

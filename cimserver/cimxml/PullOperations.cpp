@@ -1,11 +1,13 @@
 // The operations that deliver an enumeration in pieces. The provider is asked once, when the enumeration is opened.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 

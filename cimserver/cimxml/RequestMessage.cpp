@@ -1,8 +1,7 @@
-#include "RequestMessage.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
 
-#include "Errors.hpp"
-#include "Grammar.hpp"
-
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <algorithm>

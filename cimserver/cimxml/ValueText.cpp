@@ -1,11 +1,13 @@
-#include "ValueText.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
 
-#include "Characters.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
 
 #include "OW_Array.hpp"
+#include "OW_Bool.hpp"
+#include "OW_CIMDateTime.hpp"
+#include "OW_Char16.hpp"
 #include "OW_Exception.hpp"
 
 #include <charconv>
@@ -22,6 +24,48 @@ using OpenWBEM::CIMDataType;
 using OpenWBEM::CIMDateTime;
 using OpenWBEM::CIMValue;
 using OpenWBEM::String;
+
+/// Carries a C++ type as a value.
+template <typename T>
+struct TypeTag {
+    using type = T;
+};
+
+/// Calls `use` with the TypeTag of the C++ type that holds values of a simple type; for anything else with that of
+/// String.
+template <typename Use>
+auto withType(OpenWBEM::CIMDataType::Type type, Use&& use) {
+    switch (type) {
+    case CIMDataType::UINT8:
+        return use(TypeTag<OpenWBEM::UInt8>());
+    case CIMDataType::SINT8:
+        return use(TypeTag<OpenWBEM::Int8>());
+    case CIMDataType::UINT16:
+        return use(TypeTag<OpenWBEM::UInt16>());
+    case CIMDataType::SINT16:
+        return use(TypeTag<OpenWBEM::Int16>());
+    case CIMDataType::UINT32:
+        return use(TypeTag<OpenWBEM::UInt32>());
+    case CIMDataType::SINT32:
+        return use(TypeTag<OpenWBEM::Int32>());
+    case CIMDataType::UINT64:
+        return use(TypeTag<OpenWBEM::UInt64>());
+    case CIMDataType::SINT64:
+        return use(TypeTag<OpenWBEM::Int64>());
+    case CIMDataType::REAL32:
+        return use(TypeTag<OpenWBEM::Real32>());
+    case CIMDataType::REAL64:
+        return use(TypeTag<OpenWBEM::Real64>());
+    case CIMDataType::BOOLEAN:
+        return use(TypeTag<OpenWBEM::Bool>());
+    case CIMDataType::CHAR16:
+        return use(TypeTag<OpenWBEM::Char16>());
+    case CIMDataType::DATETIME:
+        return use(TypeTag<OpenWBEM::CIMDateTime>());
+    default:
+        return use(TypeTag<OpenWBEM::String>());
+    }
+}
 
 std::string_view withoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");

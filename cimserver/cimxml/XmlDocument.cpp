@@ -1,8 +1,7 @@
 // Expat judges the text strictly, pugixml builds the tree: what passes the first means the same to the second.
-#include "XmlDocument.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 
-#include "Errors.hpp"
-
+#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <expat.h>

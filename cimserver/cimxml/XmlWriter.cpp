@@ -1,7 +1,6 @@
-#include "XmlWriter.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 
-#include "Characters.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/common/Utf8.hpp"
 
 namespace cimserver::cimxml {

@@ -1,7 +1,9 @@
 #include "cimserver/http/Connection.hpp"
 
 #include "cimserver/common/Log.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/Policy.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <boost/asio/post.hpp>
 #include <boost/beast/http/status.hpp>

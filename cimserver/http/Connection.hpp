@@ -7,7 +7,9 @@
 #include "cimserver/http/Access.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/RequestReader.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/http/Stream.hpp"
 
 #include <boost/asio/io_context.hpp>

@@ -1,6 +1,7 @@
 #include "cimserver/http/Policy.hpp"
 
 #include "cimserver/common/Text.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <algorithm>
 

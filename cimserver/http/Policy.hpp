@@ -3,6 +3,7 @@
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/RequestReader.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <optional>
 

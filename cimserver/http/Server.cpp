@@ -1,6 +1,7 @@
 #include "cimserver/http/Server.hpp"
 
 #include "cimserver/common/Log.hpp"
+#include "cimserver/http/Access.hpp"
 #include "cimserver/http/Connection.hpp"
 #include "cimserver/http/Tls.hpp"
 

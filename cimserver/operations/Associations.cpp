@@ -2,9 +2,9 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/operations/Cimom.hpp"
-
 #include "cimserver/operations/InstanceShape.hpp"
 #include "cimserver/operations/Request.hpp"
+#include "cimserver/schema/Repository.hpp"
 
 #include <algorithm>
 

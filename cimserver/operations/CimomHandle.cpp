@@ -1,7 +1,7 @@
 #include "cimserver/operations/CimomHandle.hpp"
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::operations {
 

@@ -1,7 +1,6 @@
 // The extrinsic methods: Cimom::invokeMethod.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
-
 #include "cimserver/operations/Request.hpp"
 
 #include "OW_CIMValueCast.hpp"

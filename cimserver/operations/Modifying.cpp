@@ -1,7 +1,6 @@
 // The operations of Cimom that change instances.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
-
 #include "cimserver/operations/InstanceShape.hpp"
 #include "cimserver/operations/Request.hpp"
 

@@ -1,6 +1,7 @@
 #include "cimserver/operations/Request.hpp"
 
 #include "cimserver/operations/CimomHandle.hpp"
+#include "cimserver/provider/ProviderCall.hpp"
 
 namespace cimserver::operations {
 

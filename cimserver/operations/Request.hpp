@@ -3,6 +3,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/operations/Cimom.hpp"
+#include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 

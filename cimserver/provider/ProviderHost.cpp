@@ -3,6 +3,7 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/provider/Environment.hpp"
+#include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/Module.hpp"
 #include "cimserver/provider/Registry.hpp"
 

@@ -2,6 +2,7 @@
 #include "cimserver/cimxml/ObjectWriter.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
 
 #include <gtest/gtest.h>
 
