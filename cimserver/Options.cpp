@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr const char* Version = "cimserverd " CIMSERVER_VERSION;
+constexpr const char* kVersion = "cimserverd " CIMSERVER_VERSION;
 
 struct Unit {
     std::string_view name;
@@ -220,23 +220,23 @@ void interpret(const Texts& texts, Options& options) {
 } // namespace
 
 milliseconds parseDuration(const std::string& text) {
-    constexpr std::uint64_t Day = 86'400'000;
-    const auto count = parseNumber(text, {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60'000}, {"h", 3'600'000}}, Day,
+    constexpr std::uint64_t kDay = 86'400'000;
+    const auto count = parseNumber(text, {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60'000}, {"h", 3'600'000}}, kDay,
                                    "a time from 1ms to 24h, such as 250ms, 10s or 5m");
     return milliseconds(static_cast<milliseconds::rep>(count));
 }
 
 std::size_t parseSize(const std::string& text) {
-    constexpr std::uint64_t Kilo = 1024;
-    return parseNumber(text, {{"", 1}, {"K", Kilo}, {"M", Kilo * Kilo}, {"G", Kilo * Kilo * Kilo}}, Kilo * Kilo * Kilo,
-                       "a size from 1 to 1G, such as 4096, 16K or 1M");
+    constexpr std::uint64_t kKilo = 1024;
+    return parseNumber(text, {{"", 1}, {"K", kKilo}, {"M", kKilo * kKilo}, {"G", kKilo * kKilo * kKilo}},
+                       kKilo * kKilo * kKilo, "a size from 1 to 1G, such as 4096, 16K or 1M");
 }
 
 std::optional<Options> parseOptions(int argc, const char* const* argv) {
     Options options;
     Texts texts;
     CLI::App app("Serves CIM classes to WBEM clients by CIM-XML over HTTP.", "cimserverd");
-    app.set_version_flag("--version", Version);
+    app.set_version_flag("--version", kVersion);
     app.set_config("--config", "",
                    "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
         ->type_name("FILE");

@@ -1,14 +1,14 @@
 // cimserverd: wires the parts together and lives by signals until it is stopped.
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Interop.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Interop.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -27,7 +27,7 @@ using namespace cimserver;
 /// How the process ends.
 enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsInUse = 5, RequestsLeft = 6 };
 
-constexpr const char* Component = "cimserverd";
+constexpr const char* kComponent = "cimserverd";
 
 /// The CIM side: schema, providers, operations, CIM-XML. Members are made in the order they need each other.
 class CimSide {
@@ -49,7 +49,7 @@ class CimSide {
             try {
                 cimom_.preload(id);
             } catch (const std::exception& error) {
-                log::write(log::Level::Error, Component, "--preload " + id + ": " + error.what());
+                log::write(log::Level::Error, kComponent, "--preload " + id + ": " + error.what());
             }
         }
     }
@@ -73,7 +73,7 @@ class CimSide {
         return settings;
     }
     const schema::Repository& repository(const Options& options) {
-        operations::addInterop(repository_, host_);
+        cimom::addInterop(repository_, host_);
         for (const auto& file : options.mofFiles) {
             repository_.compileFile(file, options.ns);
         }
@@ -83,7 +83,7 @@ class CimSide {
 
     schema::Repository repository_;
     provider::ProviderHost host_;
-    operations::Cimom cimom_;
+    cimom::Cimom cimom_;
     cimxml::Dispatcher dispatcher_;
 };
 
@@ -117,13 +117,13 @@ void listen(http::Server& server, const Options& options, const Descriptor& outp
         writeFile(options.portFile, ports);
     }
     for (const auto& listener : listeners) {
-        log::write(log::Level::Info, Component, "listening on " + listener.url());
+        log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
 }
 
 void logCounters(const http::Server& server, const CimSide& cim) {
-    log::write(log::Level::Info, Component, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
+    log::write(log::Level::Info, kComponent, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
 }
 
 /// Returns when the server shall stop.
@@ -137,7 +137,7 @@ void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
             logCounters(server, cim);
             break;
         default:
-            log::write(log::Level::Info, Component, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
+            log::write(log::Level::Info, kComponent, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
             return;
         }
     }
@@ -147,7 +147,7 @@ int serve(const Options& options) {
     Signals signals;
     const auto output = redirectStandardOutput(options.providerStdout);
     for (const auto& warning : checkAccess(options)) {
-        log::write(log::Level::Warning, Component, warning + " (--allow-insecure)");
+        log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
     }
     const auto lock = options.stateDir.empty() || options.check ? Descriptor() : lockStateDirectory(options.stateDir);
     CimSide cim(options);
@@ -162,10 +162,10 @@ int serve(const Options& options) {
     const bool finished = server.stop(options.stopTimeout);
     logCounters(server, cim);
     if (!finished) {
-        log::write(log::Level::Error, Component, "stopped with requests still under way");
+        log::write(log::Level::Error, kComponent, "stopped with requests still under way");
         ::_exit(RequestsLeft); // providers are still at work: nothing may be torn down under them
     }
-    log::write(log::Level::Info, Component, "stopped");
+    log::write(log::Level::Info, kComponent, "stopped");
     return Stopped;
 }
 
@@ -173,7 +173,7 @@ int serve(const Options& options) {
 int fail(Exit status, const char* text, bool logFile) {
     std::cerr << "cimserverd: " << text << "\n";
     if (logFile) {
-        log::write(log::Level::Fatal, Component, text);
+        log::write(log::Level::Fatal, kComponent, text);
     }
     return status;
 }

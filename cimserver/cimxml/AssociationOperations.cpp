@@ -1,12 +1,12 @@
 // The operations that follow associations from an instance, handed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/InstanceReads.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
-#include "cimserver/operations/Cimom.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -22,7 +22,7 @@ CIMObjectPath sourceOf(const OperationCall& call) {
     return call.reader.instanceName(element);
 }
 
-operations::AssociationFilter filterOf(const OperationCall& call) {
+cimom::AssociationFilter filterOf(const OperationCall& call) {
     return {call.arguments.className("AssocClass"), call.arguments.className("ResultClass"),
             call.arguments.text("Role"), call.arguments.text("ResultRole")};
 }

@@ -8,16 +8,15 @@
 namespace cimserver::cimxml {
 namespace {
 
-constexpr std::size_t longestValue = 200;
+constexpr std::size_t kLongestValue = 200;
 
 std::string shown(std::string_view text) {
-    return std::string(text.substr(0, longestValue)) + (text.size() > longestValue ? "..." : "");
+    return std::string(text.substr(0, kLongestValue)) + (text.size() > kLongestValue ? "..." : "");
 }
 
 } // namespace
 
-AuditRecord::AuditRecord(const operations::RequestContext& context, std::string_view operation,
-                         std::string_view nameSpace)
+AuditRecord::AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace)
     : head_("user=" + (context.user.empty() ? std::string("-") : context.user) + " peer=" + context.peer + " " +
             shown(operation)),
       target_(shown(nameSpace)) {}

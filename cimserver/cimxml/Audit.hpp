@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -14,7 +14,7 @@ namespace cimserver::cimxml {
 /// Gathers the line while the request runs. Values of names that contain "password" never enter it; long ones are cut.
 class AuditRecord {
   public:
-    AuditRecord(const operations::RequestContext& context, std::string_view operation, std::string_view nameSpace);
+    AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace);
 
     /// The object worked on: "Class" or "Class.Key="value"".
     void target(const OpenWBEM::CIMObjectPath& path);

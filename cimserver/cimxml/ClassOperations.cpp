@@ -1,7 +1,7 @@
 // The operations that the schema answers.
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/schema/Repository.hpp"
 

@@ -7,7 +7,7 @@
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Log.hpp"
@@ -57,7 +57,7 @@ std::string lineFor(const http::Request& request, std::string_view what) {
 
 } // namespace
 
-Dispatcher::Dispatcher(operations::Cimom& cimom, DispatcherSettings settings)
+Dispatcher::Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings)
     : cimom_(cimom), settings_(completed(std::move(settings))), enumerations_(settings_.enumerations) {}
 
 http::Response Dispatcher::handle(const http::Request& request) noexcept {
@@ -104,7 +104,7 @@ http::Response Dispatcher::answer(const http::Request& request) {
 }
 
 std::string Dispatcher::reply(const http::Request& request, const RequestMessage& message) {
-    operations::RequestContext context;
+    cimom::RequestContext context;
     context.user = request.identity.user;
     context.peer = request.peer;
     context.mayWrite = request.identity.mayWrite;
@@ -126,8 +126,8 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     return envelope(message, operation, error.text());
 }
 
-void Dispatcher::run(const Operation* operation, const operations::RequestContext& context,
-                     const RequestMessage& message, AuditRecord& audit, XmlWriter& content) {
+void Dispatcher::run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
+                     AuditRecord& audit, XmlWriter& content) {
     if (operation == nullptr) {
         throw CimError(Status::NotSupported, message.name());
     }

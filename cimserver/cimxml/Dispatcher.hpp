@@ -2,10 +2,10 @@
 // writes the answer.
 #pragma once
 
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
-#include "cimserver/operations/Cimom.hpp"
 
 #include <atomic>
 #include <chrono>
@@ -31,7 +31,7 @@ struct DispatcherSettings {
 class Dispatcher {
   public:
     /// `cimom` outlives the dispatcher.
-    explicit Dispatcher(operations::Cimom& cimom, DispatcherSettings settings = {});
+    explicit Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings = {});
 
     /// What is no CIM-XML request gets HTTP 400 or 501 with CIMError; everything else HTTP 200 with the result or an
     /// ERROR. Never throws.
@@ -43,10 +43,10 @@ class Dispatcher {
   private:
     http::Response answer(const http::Request& request);
     std::string reply(const http::Request& request, const RequestMessage& message);
-    void run(const Operation* operation, const operations::RequestContext& context, const RequestMessage& message,
+    void run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
              AuditRecord& audit, XmlWriter& content);
 
-    operations::Cimom& cimom_;
+    cimom::Cimom& cimom_;
     const DispatcherSettings settings_;
     Enumerations enumerations_;
     std::atomic<std::uint64_t> errors_{0};

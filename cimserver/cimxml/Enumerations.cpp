@@ -17,11 +17,11 @@ std::string newId() {
     if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
         throw CimError(Status::Failed, "no random numbers for an enumeration context");
     }
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr char kDigits[] = "0123456789abcdef";
     std::string id;
     for (const unsigned char byte : bytes) {
-        id += digits[byte >> 4U];
-        id += digits[byte & 0xFU];
+        id += kDigits[byte >> 4U];
+        id += kDigits[byte & 0xFU];
     }
     return id;
 }

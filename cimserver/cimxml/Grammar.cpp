@@ -25,7 +25,7 @@ struct Row {
 #define FLAVORS " OVERRIDABLE:b TOSUBCLASS:b TOINSTANCE:b TRANSLATABLE:b"
 #define ORIGIN " CLASSORIGIN PROPAGATED:b"
 
-const Row rows[] = {
+const Row kRows[] = {
     {"CIM", "MESSAGE", "CIMVERSION! DTDVERSION!"},
     {"MESSAGE", "SIMPLEREQ/SIMPLERSP/MULTIREQ/MULTIRSP/SIMPLEEXPREQ/MULTIEXPREQ", "ID! PROTOCOLVERSION!"},
     {"MULTIREQ", "SIMPLEREQ, SIMPLEREQ+", ""},
@@ -173,7 +173,7 @@ using Table = std::unordered_map<std::string_view, ElementRule>;
 const Table& table() {
     static const Table compiled = [] {
         Table all;
-        for (const Row& row : rows) {
+        for (const Row& row : kRows) {
             all.emplace(row.name, compile(row));
         }
         return all;
@@ -186,12 +186,12 @@ bool oneOf(std::string_view value, const std::array<std::string_view, N>& known)
     return std::find(known.begin(), known.end(), value) != known.end();
 }
 
-constexpr std::array<std::string_view, 14> cimTypes = {"string", "boolean", "uint8",    "sint8",  "uint16",
-                                                       "sint16", "uint32",  "sint32",   "uint64", "sint64",
-                                                       "real32", "real64",  "datetime", "char16"};
-constexpr std::array<std::string_view, 3> otherParameterTypes = {"reference", "object", "instance"};
-constexpr std::array<std::string_view, 3> keyTypes = {"string", "boolean", "numeric"};
-constexpr std::array<std::string_view, 2> embeddedKinds = {"object", "instance"};
+constexpr std::array<std::string_view, 14> kCimTypes = {"string", "boolean", "uint8",    "sint8",  "uint16",
+                                                        "sint16", "uint32",  "sint32",   "uint64", "sint64",
+                                                        "real32", "real64",  "datetime", "char16"};
+constexpr std::array<std::string_view, 3> kOtherParameterTypes = {"reference", "object", "instance"};
+constexpr std::array<std::string_view, 3> kKeyTypes = {"string", "boolean", "numeric"};
+constexpr std::array<std::string_view, 2> kEmbeddedKinds = {"object", "instance"};
 
 bool fits(char kind, std::string_view value, Strictness strictness) {
     switch (kind) {
@@ -200,13 +200,13 @@ bool fits(char kind, std::string_view value, Strictness strictness) {
                (strictness == Strictness::Loose &&
                 (equalsIgnoringCase(value, "true") || equalsIgnoringCase(value, "false")));
     case 't':
-        return oneOf(value, cimTypes);
+        return oneOf(value, kCimTypes);
     case 'p':
-        return oneOf(value, cimTypes) || oneOf(value, otherParameterTypes);
+        return oneOf(value, kCimTypes) || oneOf(value, kOtherParameterTypes);
     case 'k':
-        return oneOf(value, keyTypes);
+        return oneOf(value, kKeyTypes);
     case 'e':
-        return oneOf(value, embeddedKinds);
+        return oneOf(value, kEmbeddedKinds);
     default:
         return true;
     }

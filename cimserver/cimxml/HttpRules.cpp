@@ -10,7 +10,7 @@
 namespace cimserver::cimxml {
 namespace {
 
-constexpr std::string_view extension = "http://www.dmtf.org/cim/mapping/http/v1.0";
+constexpr std::string_view kExtension = "http://www.dmtf.org/cim/mapping/http/v1.0";
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -30,7 +30,7 @@ std::string declaredPrefix(std::string_view man) {
     const std::vector<std::string_view> ns = split(parts[1], '=');
     const bool shaped = ns.size() == 2 && equalsIgnoringCase(ns[0], "ns") && ns[1].size() == 2 && isDigit(ns[1][0]) &&
                         isDigit(ns[1][1]);
-    return shaped && uri == extension ? std::string(ns[1]) + "-" : std::string();
+    return shaped && uri == kExtension ? std::string(ns[1]) + "-" : std::string();
 }
 
 using Keys = std::map<std::string, std::string>;
@@ -113,7 +113,7 @@ bool objectAgrees(std::string_view object, const RequestMessage& message) {
 
 http::Response optionsResponse() {
     http::Response response;
-    response.fields.add("Opt", std::string(extension) + " ; ns=73");
+    response.fields.add("Opt", std::string(kExtension) + " ; ns=73");
     response.fields.add("73-CIMProtocolVersion", "1.0");
     response.fields.add("73-CIMSupportedFunctionalGroups",
                         "basic-read, basic-write, instance-manipulation, association-traversal");
@@ -127,7 +127,7 @@ CimHeaders::CimHeaders(const http::Request& request) : request_(request) {
     const std::string* man = request.fields.find("Man");
     prefix_ = man == nullptr ? "" : declaredPrefix(*man);
     if (prefix_.empty()) {
-        throw HttpError(501, "", "M-POST needs Man: " + std::string(extension) + "; ns=NN");
+        throw HttpError(501, "", "M-POST needs Man: " + std::string(kExtension) + "; ns=NN");
     }
 }
 
@@ -174,7 +174,7 @@ void CimHeaders::add(http::Response& response, const std::string& name, std::str
 void CimHeaders::addExtension(http::Response& response) const {
     if (!prefix_.empty()) {
         response.fields.add("Ext", "");
-        response.fields.add("Man", std::string(extension) + "; ns=" + prefix_.substr(0, 2));
+        response.fields.add("Man", std::string(kExtension) + "; ns=" + prefix_.substr(0, 2));
     }
 }
 

@@ -1,15 +1,15 @@
 // The operations on instances, handed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/InstanceReads.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Text.hpp"
-#include "cimserver/operations/Cimom.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -32,8 +32,8 @@ void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
 
 /// A context for a modification: the audit line has all that was sent until it is known what the provider is handed of
 /// it.
-operations::RequestContext auditedContext(OperationCall& call) {
-    operations::RequestContext context = call.context;
+cimom::RequestContext auditedContext(OperationCall& call) {
+    cimom::RequestContext context = call.context;
     context.onChange = [&call](const CIMPropertyArray& changes) { auditProperties(call.audit, changes); };
     return context;
 }
@@ -110,8 +110,7 @@ void setProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     call.audit.target(path);
     const String name = call.arguments.text("PropertyName");
-    const CIMProperty known =
-        operations::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
+    const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
     const OpenWBEM::CIMValue value =
         call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), Status::TypeMismatch);
     call.audit.value(known.getName(), value);

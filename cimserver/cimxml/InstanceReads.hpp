@@ -1,9 +1,9 @@
 // What the operations that read instances share: the selection a request asks for, and sinks for streamed results.
 #pragma once
 
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Arguments.hpp"
-#include "cimserver/cimxml/Operations.hpp"
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 
 #include "OW_ResultHandlerIFC.hpp"
 
@@ -20,12 +20,12 @@ class RequestedSelection {
     RequestedSelection(const RequestedSelection&) = delete;
     RequestedSelection& operator=(const RequestedSelection&) = delete;
 
-    const operations::InstanceSelection& get() const { return selection_; }
+    const cimom::InstanceSelection& get() const { return selection_; }
     bool classOrigin() const { return selection_.includeClassOrigin == OpenWBEM::WBEMFlags::E_INCLUDE_CLASS_ORIGIN; }
 
   private:
     std::optional<OpenWBEM::StringArray> propertyList_;
-    operations::InstanceSelection selection_;
+    cimom::InstanceSelection selection_;
 };
 
 /// Hands each result to a function.

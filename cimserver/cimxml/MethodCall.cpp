@@ -4,7 +4,7 @@
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/common/Text.hpp"
 

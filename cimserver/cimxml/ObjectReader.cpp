@@ -20,7 +20,7 @@ using OpenWBEM::CIMValue;
 using OpenWBEM::String;
 
 /// More keys than any class has: a bound for paths whose class the schema does not know.
-constexpr std::size_t mostKeys = 64;
+constexpr std::size_t kMostKeys = 64;
 
 String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
     return String(element.attribute(attribute).value());
@@ -152,7 +152,7 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
     for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
         const CIMProperty next = key(binding, nameOf(binding), cimClass);
         requireNew(keys, next, "key");
-        if (keys.size() == mostKeys) {
+        if (keys.size() == kMostKeys) {
             throw CimError(Status::InvalidParameter, "the path of " + toStd(className) + " has too many keys");
         }
         keys.push_back(next);
@@ -219,7 +219,7 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
     const String name = nameOf(element);
-    CIMProperty result = operations::propertyOf(cimClass, name);
+    CIMProperty result = cimom::propertyOf(cimClass, name);
     result.setValue(value(element, result.getDataType(), view(name)));
     return result;
 }

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -18,8 +18,7 @@ namespace cimserver::cimxml {
 class ObjectReader {
   public:
     /// Both live as long as the reader.
-    ObjectReader(const operations::Cimom& cimom, const OpenWBEM::String& nameSpace)
-        : cimom_(cimom), nameSpace_(nameSpace) {}
+    ObjectReader(const cimom::Cimom& cimom, const OpenWBEM::String& nameSpace) : cimom_(cimom), nameSpace_(nameSpace) {}
 
     /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
     /// does not have, or twice, is refused; a missing one is left out.
@@ -42,7 +41,7 @@ class ObjectReader {
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
 
-    const operations::Cimom& cimom_;
+    const cimom::Cimom& cimom_;
     const OpenWBEM::String& nameSpace_;
 };
 

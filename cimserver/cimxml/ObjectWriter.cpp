@@ -28,7 +28,7 @@ using OpenWBEM::CIMScope;
 using OpenWBEM::CIMValue;
 using OpenWBEM::String;
 
-constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 void warn(const std::string& text) {
     log::write(log::Level::Warning, "cimxml", text);
@@ -167,7 +167,7 @@ void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMPrope
 
 /// The length to which ValueMap and Values are cut, for clients that pair them up.
 std::size_t pairLimit(const CIMQualifierArray& qualifiers) {
-    std::size_t limit = noLimit;
+    std::size_t limit = kNoLimit;
     std::size_t found = 0;
     for (const CIMQualifier& qualifier : qualifiers) {
         const String name = qualifier.getName();
@@ -177,7 +177,7 @@ std::size_t pairLimit(const CIMQualifierArray& qualifiers) {
             ++found;
         }
     }
-    return found == 2 ? limit : noLimit;
+    return found == 2 ? limit : kNoLimit;
 }
 
 void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_t limit) {
@@ -203,7 +203,7 @@ void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, boo
         if (withPropagated || !qualifier.getPropagated()) {
             const String name = qualifier.getName();
             const bool paired = name.equalsIgnoreCase("ValueMap") || name.equalsIgnoreCase("Values");
-            writeQualifier(writer, qualifier, paired ? limit : noLimit);
+            writeQualifier(writer, qualifier, paired ? limit : kNoLimit);
         }
     }
 }
@@ -256,7 +256,7 @@ struct ScopeName {
     const char* attribute;
 };
 
-constexpr ScopeName scopeNames[] = {
+constexpr ScopeName kScopeNames[] = {
     {CIMScope::CLASS, "CLASS"},           {CIMScope::ASSOCIATION, "ASSOCIATION"}, {CIMScope::REFERENCE, "REFERENCE"},
     {CIMScope::PROPERTY, "PROPERTY"},     {CIMScope::METHOD, "METHOD"},           {CIMScope::PARAMETER, "PARAMETER"},
     {CIMScope::INDICATION, "INDICATION"},
@@ -265,7 +265,7 @@ constexpr ScopeName scopeNames[] = {
 void writeScope(XmlWriter& writer, const CIMQualifierType& declaration) {
     const bool any = declaration.hasScope(CIMScope(CIMScope::ANY));
     Element element(writer, "SCOPE");
-    for (const ScopeName& known : scopeNames) {
+    for (const ScopeName& known : kScopeNames) {
         element.attributeIf(any || declaration.hasScope(CIMScope(known.scope)), known.attribute, "true");
     }
 }
@@ -279,7 +279,7 @@ void writeValue(XmlWriter& writer, const CIMValue& value) {
     if (value.getType() == CIMDataType::REFERENCE) {
         writeReferences(writer, value);
     } else {
-        writeTexts(writer, value, noLimit);
+        writeTexts(writer, value, kNoLimit);
     }
 }
 

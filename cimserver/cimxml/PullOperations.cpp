@@ -6,7 +6,7 @@
 #include "cimserver/cimxml/InstanceReads.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
-#include "cimserver/cimxml/Operations.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -18,9 +18,9 @@ using OpenWBEM::CIMInstance;
 using OpenWBEM::CIMObjectPath;
 using OpenWBEM::CIMValue;
 
-constexpr std::chrono::seconds usualLifetime{60};
-constexpr const char* withPath = "VALUE.INSTANCEWITHPATH";
-constexpr const char* pathOnly = "INSTANCEPATH";
+constexpr std::chrono::seconds kUsualLifetime{60};
+constexpr const char* kWithPath = "VALUE.INSTANCEWITHPATH";
+constexpr const char* kPathOnly = "INSTANCEPATH";
 
 /// The namespace in its own spelling, so that an alias means the same enumeration.
 EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
@@ -30,7 +30,7 @@ EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
 std::chrono::seconds lifetimeOf(const OperationCall& call) {
     const auto asked = call.arguments.number("OperationTimeout");
     if (!asked) {
-        return std::min(usualLifetime, call.services.longestEnumeration);
+        return std::min(kUsualLifetime, call.services.longestEnumeration);
     }
     const std::chrono::seconds lifetime(*asked);
     if (lifetime.count() == 0 || lifetime > call.services.longestEnumeration) {
@@ -96,7 +96,7 @@ void openEnumerateInstances(OperationCall& call) {
     auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
         XmlWriter writer;
         {
-            const Element object(writer, withPath);
+            const Element object(writer, kWithPath);
             writeInstancePath(writer, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
             writeInstance(writer, one, selection.classOrigin());
         }
@@ -104,7 +104,7 @@ void openEnumerateInstances(OperationCall& call) {
     });
     call.services.cimom.enumInstances(call.context, call.nameSpace, call.arguments.className("ClassName"),
                                       selection.get(), sink);
-    openWith(call, withPath, std::move(elements));
+    openWith(call, kWithPath, std::move(elements));
 }
 
 void openEnumerateInstancePaths(OperationCall& call) {
@@ -117,15 +117,15 @@ void openEnumerateInstancePaths(OperationCall& call) {
         elements.push_back(writer.take());
     });
     call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
-    openWith(call, pathOnly, std::move(elements));
+    openWith(call, kPathOnly, std::move(elements));
 }
 
 void pullInstancesWithPath(OperationCall& call) {
-    pullFrom(call, withPath);
+    pullFrom(call, kWithPath);
 }
 
 void pullInstancePaths(OperationCall& call) {
-    pullFrom(call, pathOnly);
+    pullFrom(call, kPathOnly);
 }
 
 void closeEnumeration(OperationCall& call) {

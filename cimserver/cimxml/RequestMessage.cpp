@@ -9,9 +9,9 @@
 namespace cimserver::cimxml {
 namespace {
 
-constexpr std::size_t longestId = 1024;
+constexpr std::size_t kLongestId = 1024;
 /// The newest minor version of the document type whose elements replies use.
-constexpr char newestDtdMinor = '4';
+constexpr char kNewestDtdMinor = '4';
 
 void requireVersion(pugi::xml_node element, const char* attribute, char major, const char* cimError) {
     const pugi::xml_attribute given = element.attribute(attribute);
@@ -42,8 +42,8 @@ void requireValid(pugi::xml_node cim) {
 
 /// Versions of the request's own level when replies keep to it, else the newest level that they keep to.
 std::string dtdVersionFor(std::string_view asked) {
-    const bool known = asked.size() == 3 && asked.back() <= newestDtdMinor;
-    return known ? std::string(asked) : std::string("2.") + newestDtdMinor;
+    const bool known = asked.size() == 3 && asked.back() <= kNewestDtdMinor;
+    return known ? std::string(asked) : std::string("2.") + kNewestDtdMinor;
 }
 
 } // namespace
@@ -88,8 +88,8 @@ RequestMessage::RequestMessage(std::string_view body, const XmlLimits& limits) :
 void RequestMessage::readFrame(pugi::xml_node cim) {
     const pugi::xml_node message = cim.child("MESSAGE");
     frame_.id = message.attribute("ID").value();
-    if (frame_.id.size() > longestId) {
-        throw notLooselyValid("the message ID has more than " + std::to_string(longestId) + " bytes");
+    if (frame_.id.size() > kLongestId) {
+        throw notLooselyValid("the message ID has more than " + std::to_string(kLongestId) + " bytes");
     }
     frame_.protocolVersion = message.attribute("PROTOCOLVERSION").value();
     frame_.cimVersion = cim.attribute("CIMVERSION").value();

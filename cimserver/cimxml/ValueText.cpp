@@ -171,9 +171,9 @@ bool between(int value, int low, int high) {
 }
 
 int daysIn(int year, int month) {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : days[month - 1];
+    return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
 bool isDate(std::string_view text) {
@@ -185,10 +185,10 @@ bool isDate(std::string_view text) {
 } // namespace
 
 std::string_view typeName(CIMDataType::Type type) {
-    constexpr std::string_view names[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
-                                          "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
-                                          "real64", "datetime", "char16", "reference"};
-    return static_cast<std::size_t>(type) < std::size(names) ? names[type] : "string";
+    constexpr std::string_view kNames[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
+                                           "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
+                                           "real64", "datetime", "char16", "reference"};
+    return static_cast<std::size_t>(type) < std::size(kNames) ? kNames[type] : "string";
 }
 
 std::optional<bool> parseBoolean(std::string_view text) {

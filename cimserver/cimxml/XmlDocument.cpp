@@ -21,8 +21,8 @@ struct ParserDeleter {
 /// True for the reference at the head of a text that needs no declaration: &amp; and its like, or a character by
 /// number.
 bool isOwnReference(std::string_view text) {
-    constexpr std::string_view known[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
-    return std::any_of(std::begin(known), std::end(known),
+    constexpr std::string_view kKnown[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
+    return std::any_of(std::begin(kKnown), std::end(kKnown),
                        [&](std::string_view one) { return text.substr(0, one.size()) == one; });
 }
 

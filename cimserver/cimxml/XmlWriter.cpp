@@ -33,7 +33,7 @@ std::string_view reference(char c, bool attribute) {
     }
 }
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 } // namespace
 
@@ -102,7 +102,7 @@ void XmlWriter::escapeOne(std::string_view rest, std::size_t& length, bool attri
     if (character.valid && isXmlCharacter(character.code)) {
         text_.append(rest.data(), length);
     } else {
-        text_ += replacement;
+        text_ += kReplacement;
         ++replaced_;
     }
 }

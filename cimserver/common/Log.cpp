@@ -12,11 +12,11 @@
 namespace cimserver::log {
 namespace {
 
-constexpr const char* Pattern = "%Y-%m-%dT%H:%M:%S.%e%z %v";
+constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %v";
 
 std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
     auto logger = std::make_shared<spdlog::logger>("cimserverd", std::move(sink));
-    logger->set_pattern(Pattern);
+    logger->set_pattern(kPattern);
     logger->set_level(spdlog::level::info);
     logger->flush_on(spdlog::level::trace);
     // A full disk must not end the server, and has nowhere else to be told.
@@ -46,8 +46,8 @@ spdlog::level::level_enum toSpdlog(Level level) {
 }
 
 std::string_view nameOf(Level level) {
-    constexpr std::string_view Names[] = {"debug", "info", "warning", "error", "fatal"};
-    return Names[static_cast<std::size_t>(level)];
+    constexpr std::string_view kNames[] = {"debug", "info", "warning", "error", "fatal"};
+    return kNames[static_cast<std::size_t>(level)];
 }
 
 /// Control characters would let a text from outside forge entries or steer a terminal: they become \xNN, as does what

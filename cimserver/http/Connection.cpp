@@ -17,8 +17,8 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::uint64_t DrainBytes = 65536;
-constexpr std::size_t KeptOutput = 16384;
+constexpr std::uint64_t kDrainBytes = 65536;
+constexpr std::size_t kKeptOutput = 16384;
 
 /// The Date field's value; made anew once a second. I/O thread only.
 const std::string& httpDate() {
@@ -83,7 +83,7 @@ void Connection::close() {
         return;
     }
     phase_ = Phase::Closed;
-    relax();
+    cancelTimer();
     stream_->close();
     services_.onClosed(*this);
 }
@@ -123,7 +123,7 @@ void Connection::readHead() {
 }
 
 void Connection::onHead() {
-    relax();
+    cancelTimer();
     began_ = Clock::now();
     phase_ = Phase::Busy;
     bodyUnread_ = reader_.framing().hasBody();
@@ -213,7 +213,7 @@ void Connection::readBody() {
         return fail(reader_.error().status, reader_.error().text);
     case RequestReader::Progress::Done:
         bodyUnread_ = false;
-        relax();
+        cancelTimer();
         return handle();
     }
 }
@@ -231,7 +231,7 @@ void Connection::handle() {
 void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
-    answer(response, unclear || framing.contentLength.value_or(0) > DrainBytes);
+    answer(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
 }
 
 void Connection::fail(unsigned status, const std::string& text) {
@@ -292,7 +292,7 @@ std::string Connection::serialise(const Response& response, bool closeAfter) con
 }
 
 void Connection::onAnswered(bool closeAfter) {
-    if (output_.capacity() > KeptOutput) {
+    if (output_.capacity() > kKeptOutput) {
         output_ = std::string();
     }
     if (closeAfter) {
@@ -345,7 +345,7 @@ void Connection::within(Milliseconds limit, std::function<void(Connection&)> act
         });
 }
 
-void Connection::relax() {
+void Connection::cancelTimer() {
     ++timing_;
     timer_.cancel();
 }

@@ -77,9 +77,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     /// Reads once, then goes on with `next`; a connection that the client ended is closed.
     void read(void (Connection::*next)());
-    /// Does `action` when `limit` passes before the next call of within() or relax().
+    /// Does `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
-    void relax();
+    void cancelTimer();
     void giveUp(const char* what);
     void logAnswer(const Response& response) const;
     std::string serialise(const Response& response, bool closeAfter) const;

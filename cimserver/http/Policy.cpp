@@ -45,10 +45,10 @@ std::string_view mediaTypeOf(std::string_view field) {
     return trimmed(field.substr(0, field.find(';')));
 }
 
-constexpr std::string_view XmlTypes[] = {"application/xml", "text/xml"};
+constexpr std::string_view kXmlTypes[] = {"application/xml", "text/xml"};
 
 bool isXml(std::string_view mediaType) {
-    return equalsIgnoringCase(mediaType, XmlTypes[0]) || equalsIgnoringCase(mediaType, XmlTypes[1]);
+    return equalsIgnoringCase(mediaType, kXmlTypes[0]) || equalsIgnoringCase(mediaType, kXmlTypes[1]);
 }
 
 /// How closely a range of an Accept field names the type: 0 not at all, 1 all types, 2 its top type, 3 exactly.
@@ -123,7 +123,7 @@ bool asksForOptions(const Request& request) {
 
 bool acceptsXml(std::string_view accept) {
     const auto ranges = split(accept, ',');
-    return ranges.empty() || std::any_of(std::begin(XmlTypes), std::end(XmlTypes),
+    return ranges.empty() || std::any_of(std::begin(kXmlTypes), std::end(kXmlTypes),
                                          [&ranges](std::string_view type) { return acceptsType(ranges, type); });
 }
 

@@ -20,8 +20,8 @@
 namespace cimserver::http {
 namespace {
 
-constexpr std::size_t MaxFileBytes = std::size_t{1024} * 1024;
-constexpr const char* NewHashPrefix = "$y$";
+constexpr std::size_t kMaxFileBytes = std::size_t{1024} * 1024;
+constexpr const char* kNewHashPrefix = "$y$";
 
 [[noreturn]] void fail(const std::string& where, const std::string& why) {
     throw std::runtime_error(where + ": " + why);
@@ -83,12 +83,12 @@ void takeOverOwner(int fd, const std::string& file) {
 
 UserFile UserFile::load(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
-    std::string text(MaxFileBytes + 1, '\0');
+    std::string text(kMaxFileBytes + 1, '\0');
     if (!in.is_open() || (in.read(text.data(), static_cast<std::streamsize>(text.size())), in.bad())) {
         fail(file.string(), "cannot read the user file: " + errnoText());
     }
     text.resize(static_cast<std::size_t>(in.gcount()));
-    if (text.size() > MaxFileBytes) {
+    if (text.size() > kMaxFileBytes) {
         fail(file.string(), "the user file is larger than 1 MiB");
     }
     return parse(text, file.string());
@@ -185,7 +185,7 @@ void UserFile::save(const std::filesystem::path& file) const {
 
 std::string hashPassword(const std::string& password) {
     char setting[CRYPT_GENSALT_OUTPUT_SIZE];
-    if (crypt_gensalt_rn(NewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
+    if (crypt_gensalt_rn(kNewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
         throw std::runtime_error("cannot make a salt: " + errnoText());
     }
     auto hash = hashLike(password, setting);

@@ -5,7 +5,7 @@
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/Module.hpp"
-#include "cimserver/provider/Registry.hpp"
+#include "cimserver/provider/Registrations.hpp"
 
 #include <algorithm>
 #include <atomic>
@@ -98,7 +98,7 @@ struct ProviderHost::Impl {
     HostSettings settings;
     std::shared_ptr<const ConfigItems> config;
     std::map<std::string, Factory> builtIns;
-    Registry registry;
+    Registrations registrations;
     std::mutex mutex; ///< of what follows
     std::map<std::string, Slot*> slotsById;
     std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
@@ -147,7 +147,7 @@ void ProviderHost::Impl::scan(const fs::path& file) {
         auto module = std::make_unique<Module>(file, id);
         {
             const IntrusiveReference<CppProviderBaseIFC> provider(module->create());
-            registry.add(id, *provider);
+            registrations.add(id, *provider);
         }
         slot(id).adopt(std::move(module));
     } catch (const NoProviderModule& error) {
@@ -182,17 +182,17 @@ void ProviderHost::scan() {
 }
 
 std::string ProviderHost::instanceProvider(const String& ns, const CIMClass& cimClass) const {
-    std::string reported = impl_->registry.instanceProvider(ns, cimClass.getName());
+    std::string reported = impl_->registrations.instanceProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::associatorProvider(const String& ns, const CIMClass& cimClass) const {
-    std::string reported = impl_->registry.associatorProvider(ns, cimClass.getName());
+    std::string reported = impl_->registrations.associatorProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimClass, const CIMMethod& method) const {
-    std::string reported = impl_->registry.methodProvider(ns, cimClass.getName(), method.getName());
+    std::string reported = impl_->registrations.methodProvider(ns, cimClass.getName(), method.getName());
     if (!reported.empty()) {
         return reported;
     }

@@ -16,7 +16,7 @@ std::string lineOf(const cimxml::AuditRecord& record, const Outcome& outcome) {
 }
 
 TEST(Audit, KeepsSecretsOutAndCutsWhatIsLong) {
-    operations::RequestContext context;
+    cimom::RequestContext context;
     context.user = "ann\nroot";
     context.peer = "192.0.2.1:1";
     cimxml::AuditRecord record(context, "SetProperty", "root/cimv2");

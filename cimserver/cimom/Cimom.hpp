@@ -21,7 +21,7 @@ namespace cimserver::provider {
 class ProviderHost;
 }
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 /// Of whom and how a request came; lives as long as the request.
 struct RequestContext {
@@ -141,4 +141,4 @@ class Cimom {
     std::shared_ptr<Cimom*> self_; ///< for the handles given to providers: they must notice when this has ended
 };
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,11 +1,11 @@
 // Reads: what the provider is asked, and the shape in which its answers go out.
-#include "tests/cimserver/operations/Fixture.hpp"
+#include "tests/cimserver/cimom/Fixture.hpp"
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 namespace {
 
 TEST_F(CimomTest, AsksForAnInstanceWithKeysOfTheClassAndNoNamespace) {
@@ -89,4 +89,4 @@ TEST_F(CimomTest, NamesWhatIsWrongWithARead) {
 }
 
 } // namespace
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,11 +1,11 @@
 // The operations of Cimom that read instances.
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/InstanceShape.hpp"
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/cimom/Request.hpp"
 #include "cimserver/schema/Repository.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 using provider::Access;
@@ -121,4 +121,4 @@ CIMValue Cimom::getProperty(const RequestContext& context, const String& ns, con
     return getInstance(context, ns, path, InstanceSelection()).getPropertyValue(CIMName(name));
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

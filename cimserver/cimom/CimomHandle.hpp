@@ -1,13 +1,13 @@
 // The way back into the server that a provider gets from its environment.
 #pragma once
 
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "OW_CIMOMHandleIFC.hpp"
 
 #include <memory>
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 /// Calls the operations of Cimom in the name of the request during which the provider got the handle. The schema is
 /// fixed: operations that would change it, queries and the class forms of the association operations throw CIMException
@@ -87,4 +87,4 @@ class CimomHandle : public OpenWBEM::CIMOMHandleIFC {
     RequestContext context_;
 };
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

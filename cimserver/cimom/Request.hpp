@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 class Cimom::Request {
   public:
@@ -73,4 +73,4 @@ class Cimom::Request {
     provider::CallOrigin origin_;
 };
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

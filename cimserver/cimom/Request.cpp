@@ -1,9 +1,9 @@
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/cimom/Request.hpp"
 
-#include "cimserver/operations/CimomHandle.hpp"
+#include "cimserver/cimom/CimomHandle.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 
@@ -41,4 +41,4 @@ CIMObjectPath Cimom::Request::synced(const CIMObjectPath& path, const CIMClass& 
     return result.syncWithClass(cimClass);
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

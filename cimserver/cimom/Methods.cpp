@@ -1,11 +1,11 @@
 // The extrinsic methods: Cimom::invokeMethod.
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Request.hpp"
 
 #include "OW_CIMValueCast.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 using provider::Access;
@@ -101,4 +101,4 @@ CIMValue Cimom::invokeMethod(const RequestContext& context, const String& ns, co
     return result;
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,4 +1,4 @@
-#include "cimserver/provider/Registry.hpp"
+#include "cimserver/provider/Registrations.hpp"
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/common/Log.hpp"
@@ -30,7 +30,7 @@ std::vector<std::string> keysOf(const ClassInfo& info) {
 
 } // namespace
 
-void Registry::put(Table& table, const std::string& key, const std::string& id) {
+void Registrations::put(Table& table, const std::string& key, const std::string& id) {
     const auto [place, isNew] = table.try_emplace(folded(key), id);
     if (!isNew && place->second != id) {
         log::write(log::Level::Error, "provider",
@@ -39,7 +39,7 @@ void Registry::put(Table& table, const std::string& key, const std::string& id) 
 }
 
 template <class Info>
-void Registry::putClasses(Table& table, const Info& info, const std::string& id) {
+void Registrations::putClasses(Table& table, const Info& info, const std::string& id) {
     for (const auto& reported : info.getClassInfo()) {
         for (const std::string& key : keysOf(reported)) {
             put(table, key, id);
@@ -47,7 +47,7 @@ void Registry::putClasses(Table& table, const Info& info, const std::string& id)
     }
 }
 
-void Registry::add(const std::string& id, CppProviderBaseIFC& provider) {
+void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
     if (auto* const instances = provider.getInstanceProvider()) {
         InstanceProviderInfo info;
         instances->getInstanceProviderInfo(info);
@@ -74,7 +74,7 @@ void Registry::add(const std::string& id, CppProviderBaseIFC& provider) {
     }
 }
 
-std::string Registry::get(const Table& table, const std::string& ns, const std::string& className) {
+std::string Registrations::get(const Table& table, const std::string& ns, const std::string& className) {
     auto found = table.find(folded(className));
     if (found == table.end()) {
         found = table.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
@@ -82,15 +82,15 @@ std::string Registry::get(const Table& table, const std::string& ns, const std::
     return found == table.end() ? std::string() : found->second;
 }
 
-std::string Registry::instanceProvider(const String& ns, const String& className) const {
+std::string Registrations::instanceProvider(const String& ns, const String& className) const {
     return get(instances_, ns.c_str(), className.c_str());
 }
 
-std::string Registry::associatorProvider(const String& ns, const String& className) const {
+std::string Registrations::associatorProvider(const String& ns, const String& className) const {
     return get(associators_, ns.c_str(), className.c_str());
 }
 
-std::string Registry::methodProvider(const String& ns, const String& className, const String& method) const {
+std::string Registrations::methodProvider(const String& ns, const String& className, const String& method) const {
     const std::string one = get(methods_, ns.c_str(), std::string(className.c_str()) + "/" + method.c_str());
     return one.empty() ? get(methods_, ns.c_str(), className.c_str()) : one;
 }

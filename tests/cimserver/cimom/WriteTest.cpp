@@ -1,10 +1,10 @@
 // Modifications, creation, deletion and methods: what is handed to the provider and what is refused before.
-#include "tests/cimserver/operations/Fixture.hpp"
+#include "tests/cimserver/cimom/Fixture.hpp"
 
 using testing::ElementsAre;
 using testing::Pair;
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 namespace {
 
 class Modify : public CimomTest {
@@ -170,4 +170,4 @@ TEST_F(CimomTest, LetsReadersOnlyRead) {
 }
 
 } // namespace
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -4,7 +4,7 @@
 #include "OW_CIM.hpp"
 #include "OW_WBEMFlags.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 /// True when the list (null: any) names the property, ignoring case.
 bool isWanted(const OpenWBEM::StringArray* propertyList, const OpenWBEM::String& name);
@@ -39,4 +39,4 @@ Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBE
                             const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMObjectPath& path,
                             const OpenWBEM::StringArray* propertyList, bool all);
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

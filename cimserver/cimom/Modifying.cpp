@@ -1,10 +1,10 @@
 // The operations of Cimom that change instances.
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/InstanceShape.hpp"
-#include "cimserver/operations/Request.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/cimom/Request.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 using provider::Access;
@@ -107,4 +107,4 @@ void Cimom::deleteInstance(const RequestContext& context, const String& ns, cons
     }
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,8 +1,8 @@
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "cimserver/schema/Repository.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 using provider::Access;
@@ -58,4 +58,4 @@ const CIMQualifierType& Cimom::qualifierType(const String& ns, const String& nam
     return *found;
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -10,7 +10,7 @@
 namespace cimserver::provider {
 
 /// Names are compared ignoring case. Filled at start, constant afterwards.
-class Registry {
+class Registrations {
   public:
     /// Takes in what the provider's get...ProviderInfo functions report. A class that another provider has reported
     /// stays with that one, and the clash is logged.

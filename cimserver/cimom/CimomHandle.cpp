@@ -1,9 +1,9 @@
-#include "cimserver/operations/CimomHandle.hpp"
+#include "cimserver/cimom/CimomHandle.hpp"
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/schema/Repository.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 
@@ -13,8 +13,8 @@ namespace {
     throw CimError(Status::NotSupported, what);
 }
 
-constexpr const char* fixedSchema = "The schema of this server cannot be changed";
-constexpr const char* classAssociations = "The association operations are served for instances, not for classes";
+constexpr const char* kFixedSchema = "The schema of this server cannot be changed";
+constexpr const char* kClassAssociations = "The association operations are served for instances, not for classes";
 
 } // namespace
 
@@ -136,12 +136,12 @@ void CimomHandle::referenceNames(const String& ns, const CIMObjectPath& path, CI
 void CimomHandle::associatorsClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
                                      const String&, const String&, const String&, Qualifiers, Origin,
                                      const StringArray*) {
-    notOffered(classAssociations);
+    notOffered(kClassAssociations);
 }
 
 void CimomHandle::referencesClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
                                     const String&, Qualifiers, Origin, const StringArray*) {
-    notOffered(classAssociations);
+    notOffered(kClassAssociations);
 }
 
 void CimomHandle::execQuery(const String&, CIMInstanceResultHandlerIFC&, const String&, const String&) {
@@ -149,23 +149,23 @@ void CimomHandle::execQuery(const String&, CIMInstanceResultHandlerIFC&, const S
 }
 
 void CimomHandle::createClass(const String&, const CIMClass&) {
-    notOffered(fixedSchema);
+    notOffered(kFixedSchema);
 }
 
 void CimomHandle::modifyClass(const String&, const CIMClass&) {
-    notOffered(fixedSchema);
+    notOffered(kFixedSchema);
 }
 
 void CimomHandle::deleteClass(const String&, const String&) {
-    notOffered(fixedSchema);
+    notOffered(kFixedSchema);
 }
 
 void CimomHandle::setQualifierType(const String&, const CIMQualifierType&) {
-    notOffered(fixedSchema);
+    notOffered(kFixedSchema);
 }
 
 void CimomHandle::deleteQualifierType(const String&, const String&) {
-    notOffered(fixedSchema);
+    notOffered(kFixedSchema);
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,4 +1,4 @@
-#include "cimserver/operations/InstanceShape.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
 
 #include "cimserver/cim/CimError.hpp"
 
@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 
@@ -195,4 +195,4 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
     return result;
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,20 +1,20 @@
-#include "cimserver/operations/Interop.hpp"
+#include "cimserver/cimom/Interop.hpp"
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include "OW_CppReadOnlyInstanceProviderIFC.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 
 namespace {
 
-constexpr const char* providerId = "cimserver.interop";
-constexpr const char* objectManagerName = "cimserverd";
+constexpr const char* kProviderId = "cimserver.interop";
+constexpr const char* kObjectManagerName = "cimserverd";
 
-constexpr const char* mof = R"MOF(
+constexpr const char* kMof = R"MOF(
 Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);
 Qualifier Description : string = null, Scope(any), Flavor(EnableOverride, ToSubclass, Translatable);
 Qualifier Version : string = null, Scope(class, association, indication), Flavor(EnableOverride, Restricted, Translatable);
@@ -121,8 +121,8 @@ CIMInstance InteropProvider::objectManager(const CIMClass& cimClass) const {
     set(instance, "SystemCreationClassName", "CIM_ComputerSystem");
     set(instance, "SystemName", hostName().c_str());
     set(instance, "CreationClassName", "CIM_ObjectManager");
-    set(instance, "Name", objectManagerName);
-    set(instance, "ElementName", objectManagerName);
+    set(instance, "Name", kObjectManagerName);
+    set(instance, "ElementName", kObjectManagerName);
     set(instance, "Description", "cimserverd, a CIM server for providers with the OpenWBEM interface");
     set(instance, "Version", CIMSERVER_VERSION);
     instance.setProperty(CIMName("GatherStatisticalData"), CIMValue(false));
@@ -134,7 +134,7 @@ CIMInstance InteropProvider::nameSpace(const CIMClass& cimClass, const String& n
     set(instance, "SystemCreationClassName", "CIM_ComputerSystem");
     set(instance, "SystemName", hostName().c_str());
     set(instance, "ObjectManagerCreationClassName", "CIM_ObjectManager");
-    set(instance, "ObjectManagerName", objectManagerName);
+    set(instance, "ObjectManagerName", kObjectManagerName);
     set(instance, "CreationClassName", "CIM_Namespace");
     set(instance, "Name", name);
     set(instance, "ElementName", name);
@@ -147,8 +147,8 @@ CIMInstance InteropProvider::nameSpace(const CIMClass& cimClass, const String& n
 
 void addInterop(schema::Repository& repository, provider::ProviderHost& host) {
     repository.addAlias("interop", "root/interop");
-    repository.compileText(mof, "interop.mof", "root/interop");
-    host.addBuiltIn(providerId, [&repository] { return new InteropProvider(repository); });
+    repository.compileText(kMof, "interop.mof", "root/interop");
+    host.addBuiltIn(kProviderId, [&repository] { return new InteropProvider(repository); });
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,5 +1,5 @@
 // The association operations, and the way from a provider back into the server.
-#include "tests/cimserver/operations/Fixture.hpp"
+#include "tests/cimserver/cimom/Fixture.hpp"
 
 #include <thread>
 
@@ -7,7 +7,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Pair;
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 namespace {
 
 class Associations : public CimomTest {
@@ -82,4 +82,4 @@ TEST_F(CimomTest, LeavesKeptHandlesHarmlessAfterItsEnd) {
 }
 
 } // namespace
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

@@ -1,6 +1,6 @@
-#include "tests/cimserver/operations/Fixture.hpp"
+#include "tests/cimserver/cimom/Fixture.hpp"
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 namespace {
 
@@ -148,4 +148,4 @@ CIMInstanceArray CimomTest::instances(const char* className, const InstanceSelec
     return all;
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

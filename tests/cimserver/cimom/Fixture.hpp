@@ -1,8 +1,8 @@
 // A Cimom over a small schema whose provider writes down what it is asked.
 #pragma once
 
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Interop.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Interop.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 
@@ -105,4 +105,4 @@ std::pair<int, std::string> thrownBy(Call&& call) {
     return {};
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom

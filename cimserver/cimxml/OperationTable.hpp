@@ -1,13 +1,13 @@
 // The operations of the protocol: one table that says of each its name, its parameters and what carries it out.
 #pragma once
 
+#include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Arguments.hpp"
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
-#include "cimserver/operations/Cimom.hpp"
 
 #include <string>
 #include <string_view>
@@ -17,7 +17,7 @@ namespace cimserver::cimxml {
 
 /// What operations work with, for the lifetime of the server.
 struct Services {
-    operations::Cimom& cimom;
+    cimom::Cimom& cimom;
     Enumerations& enumerations;
     const std::string& hostName; ///< in the paths of replies
     std::chrono::seconds longestEnumeration;
@@ -26,7 +26,7 @@ struct Services {
 /// One operation at work. The content of the reply's IMETHODRESPONSE or METHODRESPONSE goes to `reply`.
 struct OperationCall {
     const Services& services;
-    const operations::RequestContext& context;
+    const cimom::RequestContext& context;
     const OpenWBEM::String& nameSpace;
     const RequestMessage& message;
     const Arguments& arguments;

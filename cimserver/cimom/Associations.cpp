@@ -1,14 +1,14 @@
 // The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/cimom/Request.hpp"
 #include "cimserver/common/Text.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/InstanceShape.hpp"
-#include "cimserver/operations/Request.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 #include <algorithm>
 
-namespace cimserver::operations {
+namespace cimserver::cimom {
 
 using namespace OpenWBEM;
 using provider::Access;
@@ -177,4 +177,4 @@ void Cimom::referenceNames(const RequestContext& context, const String& ns, cons
     forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
 }
 
-} // namespace cimserver::operations
+} // namespace cimserver::cimom
