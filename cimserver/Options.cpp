@@ -83,7 +83,6 @@ class Declaration {
 /// Texts as given; made into what they mean once all are known.
 struct Texts {
     std::vector<std::string> listen;
-    std::vector<std::string> concurrentReads;
     std::vector<std::string> providerConfig;
     std::string logLevel = "info";
     std::string clientCertificates = "none";
@@ -98,8 +97,10 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                 "an item of configuration that providers may ask for; repeatable");
     declare.add("--preload", options.preload, "ID",
                 "initialize this provider at start instead of at its first use; repeatable");
-    declare.add("--concurrent-reads", texts.concurrentReads, "ID",
+    declare.add("--concurrent-reads", options.concurrentReads, "ID",
                 "let reads of this provider run side by side; repeatable");
+    declare.add("--concurrent-provider", options.concurrentProviders, "ID",
+                "let all requests into this provider at once, for it serialises them itself; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,
                      "how long a request waits for a provider that is busy");
     declare
@@ -209,7 +210,6 @@ void interpret(const Texts& texts, Options& options) {
         }
         options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
     }
-    options.concurrentReads = {texts.concurrentReads.begin(), texts.concurrentReads.end()};
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {

@@ -21,6 +21,7 @@ struct Options {
     std::string ns = "root/cimv2";
     std::vector<std::string> providerDirs;
     std::set<std::string> concurrentReads;
+    std::set<std::string> concurrentProviders;
     std::vector<std::string> preload;
     std::map<std::string, std::string> providerConfig;
     std::chrono::milliseconds providerTimeout{60'000};

@@ -61,6 +61,7 @@ class CimSide {
         provider::HostSettings settings;
         settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
         settings.concurrentReads = options.concurrentReads;
+        settings.concurrentProviders = options.concurrentProviders;
         settings.configItems = options.providerConfig;
         settings.busyLimit = options.providerTimeout;
         return settings;
@@ -72,12 +73,24 @@ class CimSide {
         settings.enumerations.count = options.enumerations;
         return settings;
     }
+    /// Throws OptionsError naming an option and a provider that it names but nobody has.
+    template <class Ids>
+    void requireProviders(const char* option, const Ids& ids) const {
+        for (const std::string& id : ids) {
+            if (!host_.has(id)) {
+                throw OptionsError(std::string(option) + ": there is no provider " + id + " in a --provider-dir");
+            }
+        }
+    }
     const schema::Repository& repository(const Options& options) {
         cimom::addInterop(repository_, host_);
         for (const auto& file : options.mofFiles) {
             repository_.compileFile(file, options.ns);
         }
         host_.scan();
+        requireProviders("--preload", options.preload);
+        requireProviders("--concurrent-reads", options.concurrentReads);
+        requireProviders("--concurrent-provider", options.concurrentProviders);
         return repository_;
     }
 

@@ -2,7 +2,7 @@
 
 namespace cimserver::provider {
 
-ProviderCall::ProviderCall(Gate::Pass pass, OpenWBEM::CppProviderBaseIFC& provider,
+ProviderCall::ProviderCall(std::optional<Gate::Pass> pass, OpenWBEM::CppProviderBaseIFC& provider,
                            OpenWBEM::ProviderEnvironmentIFCRef env)
     : pass_(std::move(pass)), provider_(&provider), env_(std::move(env)) {}
 

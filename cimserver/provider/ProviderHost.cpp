@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <optional>
 
 namespace cimserver::provider {
 
@@ -200,6 +201,10 @@ std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimCl
     return own.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : own;
 }
 
+bool ProviderHost::has(const std::string& id) const {
+    return impl_->builtIns.count(id) != 0 || (isProviderId(id) && !findModule(impl_->settings.folders, id).empty());
+}
+
 ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {
     Slot& slot = impl_->slot(id);
     const ProviderEnvironmentIFCRef env(new Environment(origin, "provider." + id, impl_->config));
@@ -214,7 +219,8 @@ ProviderCall ProviderHost::enter(const std::string& id, Access access, const Cal
         const Gate::Pass alone = pass(Access::Write);
         slot.start(impl_->settings.folders, env);
     }
-    return ProviderCall(pass(access), slot.provider(), env);
+    const bool gated = impl_->settings.concurrentProviders.count(id) == 0;
+    return ProviderCall(gated ? std::optional(pass(access)) : std::nullopt, slot.provider(), env);
 }
 
 } // namespace cimserver::provider

@@ -163,8 +163,9 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     HostSettings settings;
     settings.busyLimit = std::chrono::milliseconds(30);
     settings.concurrentReads = {"Quick"};
+    settings.concurrentProviders = {"Free"};
     ProviderHost host(settings);
-    for (const char* id : {"Slow", "Quick", "Other"}) {
+    for (const char* id : {"Slow", "Quick", "Free", "Other"}) {
         host.addBuiltIn(id, [] { return new Scripted(nullptr); });
     }
     const auto enterElsewhere = [&](const char* id, Access access) {
@@ -174,6 +175,8 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     };
     const ProviderCall slow = host.enter("Slow", Access::Read, CallOrigin());
     const ProviderCall quick = host.enter("Quick", Access::Read, CallOrigin());
+    const ProviderCall free = host.enter("Free", Access::Write, CallOrigin());
+    EXPECT_EQ(enterElsewhere("Free", Access::Write), "");
     EXPECT_EQ(enterElsewhere("Slow", Access::Read), "general error (Provider Slow is busy)");
     EXPECT_EQ(enterElsewhere("Other", Access::Write), "");
     EXPECT_EQ(enterElsewhere("Quick", Access::Read), "");
