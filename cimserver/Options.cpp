@@ -80,7 +80,7 @@ class Declaration {
     std::string group_;
 };
 
-/// Texts as given; made into what they mean once all are known.
+/// Option texts, interpreted once all are known.
 struct Texts {
     std::vector<std::string> listen;
     std::vector<std::string> providerConfig;

@@ -1,4 +1,4 @@
-// cimserverd: wires the parts together and lives by signals until it is stopped.
+// cimserverd: connects the parts and serves until a signal stops it.
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
 #include "cimserver/cimom/Cimom.hpp"
@@ -24,12 +24,12 @@ namespace {
 
 using namespace cimserver;
 
-/// How the process ends.
+/// Exit statuses.
 enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsInUse = 5, RequestsLeft = 6 };
 
 constexpr const char* kComponent = "cimserverd";
 
-/// The CIM side: schema, providers, operations, CIM-XML. Members are made in the order they need each other.
+/// The CIM side: schema, providers, operations, CIM-XML. Each member needs those before it.
 class CimSide {
   public:
     explicit CimSide(const Options& options)
@@ -73,7 +73,7 @@ class CimSide {
         settings.enumerations.count = options.enumerations;
         return settings;
     }
-    /// Throws OptionsError naming an option and a provider that it names but nobody has.
+    /// Throws OptionsError naming an option and a provider that it names and nobody has.
     template <class Ids>
     void requireProviders(const char* option, const Ids& ids) const {
         for (const std::string& id : ids) {
@@ -100,10 +100,10 @@ class CimSide {
     cimxml::Dispatcher dispatcher_;
 };
 
-/// One line on the standard output that was there at the start, whatever providers print meanwhile.
+/// One line on the original standard output, kept from providers.
 void announce(const Descriptor& output, const std::string& text) {
     const auto line = "cimserverd: " + text + "\n";
-    // Nobody may be reading it any more, which is no reason not to serve.
+    // A reader that is gone is no reason to stop.
     [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
 }
 

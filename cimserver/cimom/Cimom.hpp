@@ -23,7 +23,7 @@ class ProviderHost;
 
 namespace cimserver::cimom {
 
-/// Of whom and how a request came; lives as long as the request.
+/// Who sent the request and with which rights; lives as long as the request.
 struct RequestContext {
     std::string user; ///< empty without authentication
     std::string peer;
@@ -72,8 +72,8 @@ class Cimom {
 
     const schema::Repository& repository() const { return repository_; }
 
-    /// The way in, for operations to come: throws AccessDenied when the context's user may not write but `access` says
-    /// so, and InvalidNamespace. Returns the namespace in its own spelling.
+    /// Throws AccessDenied for a write by a user who may only read, and InvalidNamespace. Returns the namespace in its
+    /// own spelling. Every operation begins with it.
     OpenWBEM::String admit(const RequestContext& context, const OpenWBEM::String& ns, provider::Access access) const;
     /// The namespace in its own spelling. Throws InvalidNamespace.
     OpenWBEM::String namespaceOf(const OpenWBEM::String& ns) const;

@@ -10,8 +10,8 @@
 namespace cimserver::cimom {
 
 /// Calls the operations of Cimom in the name of the request during which the provider got the handle. The schema is
-/// fixed: operations that would change it, queries and the class forms of the association operations throw CIMException
-/// NOT_SUPPORTED. After the server's end every operation throws FAILED.
+/// fixed: operations that would change it, queries and the class forms of the association operations throw CimError
+/// NotSupported. After the server's end every operation throws Failed.
 class CimomHandle : public OpenWBEM::CIMOMHandleIFC {
   public:
     CimomHandle(std::weak_ptr<Cimom*> cimom, RequestContext context)

@@ -14,12 +14,12 @@ bool isWanted(const OpenWBEM::StringArray* propertyList, const OpenWBEM::String&
 /// - of all properties those that the list names (null: all),
 /// - a key list with a value for each key of the class: the provider's list, its properties or `path`, the first that
 ///   has it.
-/// Its values and qualifiers stay as they are. Throws CIMException FAILED for a property without any type. A key that
+/// Its values and qualifiers stay as they are. Throws CimError Failed for a property without any type. A key that
 /// cannot be found is left out.
 OpenWBEM::CIMInstance shaped(const OpenWBEM::CIMInstance& delivered, const OpenWBEM::CIMClass& cimClass,
                              const OpenWBEM::StringArray* propertyList, const OpenWBEM::CIMObjectPath& path);
 
-/// Throws CIMException FAILED when the instance's (or the path's) keys lack one of the class: nobody could address it.
+/// Throws CimError Failed when the instance's (or the path's) keys lack one of the class: nobody could address it.
 void requireKeys(const OpenWBEM::CIMPropertyArray& keys, const OpenWBEM::CIMClass& cimClass);
 
 /// What a provider is handed by a modification.
@@ -34,7 +34,7 @@ struct Modification {
 /// The instance holds the key properties, by which providers find their object, and then the changes: the properties of
 /// `modified`, in their order, whose value differs from `previous` (with `all` also the others), or, given a list,
 /// those it names and after them those it names that `modified` lacks, with their default. Each is the class's property
-/// with the new value. Throws CIMException INVALID_PARAMETER when `modified` has another key than `path`.
+/// with the new value. Throws CimError InvalidParameter when `modified` has another key than `path`.
 Modification modificationOf(const OpenWBEM::CIMInstance& modified, const OpenWBEM::CIMInstance& previous,
                             const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMObjectPath& path,
                             const OpenWBEM::StringArray* propertyList, bool all);

@@ -40,7 +40,7 @@ void requireValid(pugi::xml_node cim) {
     }
 }
 
-/// Versions of the request's own level when replies keep to it, else the newest level that they keep to.
+/// The request's own version when replies keep to it, else the newest one that they keep to.
 std::string dtdVersionFor(std::string_view asked) {
     const bool known = asked.size() == 3 && asked.back() <= kNewestDtdMinor;
     return known ? std::string(asked) : std::string("2.") + kNewestDtdMinor;

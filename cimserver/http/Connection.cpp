@@ -350,7 +350,7 @@ void Connection::cancelTimer() {
     timer_.cancel();
 }
 
-/// A time limit passed in the middle of something. A read that is still pending ends with the connection.
+/// A time limit has passed. A read that is still pending is ignored when it ends.
 void Connection::giveUp(const char* what) {
     ++reading_;
     services_.counters.timedOut();

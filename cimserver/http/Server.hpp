@@ -22,7 +22,7 @@ class ListenError : public std::runtime_error {
 
 class Server {
   public:
-    /// Loads the TLS files and the user file; throws std::runtime_error naming what does not do.
+    /// Loads the TLS files and the user file; throws std::runtime_error naming the one that cannot be used.
     Server(const Settings& settings, Application application);
     /// Stops at once if stop() was not called.
     ~Server();
@@ -34,7 +34,7 @@ class Server {
     /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
     /// not: their handlers still run, and the process should end without tearing anything down.
     bool stop(Milliseconds grace);
-    /// Loads TLS files and user file anew. What does not do is logged, and the old one stays.
+    /// Loads TLS files and user file anew. One that cannot be used is logged, and the old one stays.
     void reload();
     /// Counters as one line of text.
     std::string statistics() const;

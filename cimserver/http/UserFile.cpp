@@ -43,7 +43,7 @@ User parseLine(std::string_view line, const std::string& where) {
     }
     User user{std::string(line.substr(0, first)), std::string(line.substr(first + 1, second - first - 1)),
               role == "write"};
-    // Without '$' it is the DES format of old, which no password survives today.
+    // Without '$' it is the old DES format, which is too weak.
     const bool known = user.hash[0] == '$' && crypt_checksalt(user.hash.c_str()) != CRYPT_SALT_INVALID;
     if (user.hash != "*" && !known) {
         fail(where, "the hash of user '" + user.name + "' is in no format this system knows");
@@ -51,7 +51,7 @@ User parseLine(std::string_view line, const std::string& where) {
     return user;
 }
 
-/// The hash of the password in the manner of `setting`; empty when the system cannot.
+/// The password's hash by the format, cost and salt of `setting`; empty when the system cannot.
 std::string hashLike(const std::string& password, const std::string& setting) {
     auto data = std::make_unique<crypt_data>();
     const char* hash = crypt_r(password.c_str(), setting.c_str(), data.get());
@@ -70,7 +70,7 @@ void writeWhole(int fd, const std::string& text, const std::string& file) {
     }
 }
 
-/// The new file takes over who may read the old one.
+/// Gives the new file the owner and mode of the old one.
 void takeOverOwner(int fd, const std::string& file) {
     struct stat old {};
     if (::stat(file.c_str(), &old) == 0 &&

@@ -9,7 +9,7 @@ namespace cimserver::provider {
 
 namespace {
 
-// The state of all gates has one mutex, since who waits for whom concerns several; it is held for moments only.
+// One mutex, because the wait graph spans gates; held briefly.
 struct Waiting {
     const Gate* gate;
     bool shared;

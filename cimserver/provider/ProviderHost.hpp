@@ -46,7 +46,7 @@ class ProviderHost {
 
     /// The id of the provider that serves the class's instances (or associations, or the method): what a ProviderInfo
     /// reports for exactly this class, else the Provider qualifier, of the method before that of the class. Empty when
-    /// there is none. Throws CIMException FAILED for a qualifier of another interface than "c++" or a malformed id.
+    /// there is none. Throws CimError Failed for a qualifier of another interface than "c++" or a malformed id.
     std::string instanceProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
     std::string associatorProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
     std::string methodProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass,
@@ -57,9 +57,9 @@ class ProviderHost {
 
     /// Enters the provider for one call: loads and initializes it when needed and waits its turn. The calls of one
     /// provider follow one another, unless its reads, or all its calls, may run side by side; a thread that is inside
-    /// the provider enters again without waiting. Throws CIMException: FAILED "Invalid provider: ID (reason)" when it
-    /// cannot be loaded or "Provider ID is busy" after the limit; what its initialize threw, when that failed (the next
-    /// call tries again).
+    /// the provider enters again without waiting. Throws CIMException: Failed with "Invalid provider: ID (reason)" when
+    /// it cannot be loaded or "Provider ID is busy" after the limit; what its initialize threw, when that failed (the
+    /// next call tries again).
     ProviderCall enter(const std::string& id, Access access, const CallOrigin& origin);
 
   private:

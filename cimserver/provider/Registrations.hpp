@@ -35,8 +35,8 @@ class Registrations {
     Table methods_;
 };
 
-/// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty for a null qualifier or value. Throws CIMException
-/// FAILED for another interface or a malformed text.
+/// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty for a null qualifier or value. Throws CimError
+/// Failed for another interface or a malformed text.
 std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
 
 } // namespace cimserver::provider
