@@ -55,6 +55,10 @@ TEST_F(CimomTest, FindsKeysWhereverTheProviderLeftThem) {
     record.present.removeProperty(CIMName("Name"));
     EXPECT_THAT(thrownBy([&] { instances("T_Thing"); }),
                 Pair(CIMException::FAILED, "general error (No key value for Name)"));
+    CIMObjectPathArray names;
+    CIMObjectPathArrayBuilder builder(names);
+    EXPECT_THAT(thrownBy([&] { cimom.enumInstanceNames(context, "root/test", "T_Thing", builder); }),
+                Pair(CIMException::FAILED, "general error (No key value for Name)"));
     EXPECT_EQ(shown(cimom.getInstance(context, "root/test", path(), InstanceSelection()).getKeyValuePairs()),
               "Name=one");
 }

@@ -15,6 +15,14 @@ http::ShownBodies masked(const std::string& request, const std::string& response
     return cimxml::maskedBodies(asked, answer, cimxml::XmlLimits());
 }
 
+std::string nested(std::size_t depth) {
+    std::string text;
+    for (std::size_t i = 0; i < depth; ++i) {
+        text = "<A>" + text + "</A>";
+    }
+    return text;
+}
+
 TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
     const std::string secret = "<PROPERTY NAME=\"Password\"><VALUE>x</VALUE></PROPERTY>";
     const std::string gone = "<PROPERTY NAME=\"Password\">***</PROPERTY>";
@@ -42,8 +50,10 @@ TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
         {"<PROPERTY NAME=\"Password x", "***"},
         {"Password=x", "***"},
         {std::string("<\0V\0>\0x\0", 8), "***"},
+        {nested(64), nested(64)},
         {"", ""},
     };
+    EXPECT_EQ(masked(nested(65)).request, "***") << "deeper than the limit";
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(masked(text).request, expected);
         EXPECT_EQ(masked("<A/>", text).response, text == "Password=x" ? text : expected)

@@ -58,6 +58,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         PropertyCase{"ImpossibleDate", CIMProperty("D", CIMValue(CIMDateTime(String("20241399000000.000000+000")))),
                      "<PROPERTY NAME=\"D\" TYPE=\"datetime\"></PROPERTY>"},
+        PropertyCase{"LeapDays",
+                     CIMProperty("D", CIMValue(listOf({CIMDateTime(String("20000229000000.000000+000")),
+                                                       CIMDateTime(String("19000229000000.000000+000"))}))),
+                     "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>20000229000000.000000+000"
+                     "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},
         PropertyCase{"ImpossibleDateInArray", CIMProperty("D", CIMValue(listOf({CIMDateTime(), CIMDateTime(CIMNULL)}))),
                      "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>00000000000000.000000:000"
                      "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},

@@ -1,8 +1,10 @@
 // Registration, loading, initialization, errors and the environment.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/provider/Registrations.hpp"
 #include "cimserver/schema/Repository.hpp"
 
+#include "OW_CppMethodProviderIFC.hpp"
 #include "OW_RepositoryIFC.hpp"
 
 #include <atomic>
@@ -80,6 +82,32 @@ TEST(Registration, ComesFromTheProviderQualifier) {
     for (const char* bad : {"Perl", "Bare", "Path", "None"}) {
         EXPECT_THAT(thrownBy([&] { idOf(bad); }).text, HasSubstr("is not of the form \"c++::ID\"")) << bad;
     }
+}
+
+/// Reports all methods of Whole, one of Part, and Part only in one namespace.
+class Reporter : public CppMethodProviderIFC {
+  public:
+    void getMethodProviderInfo(MethodProviderInfo& info) override {
+        info.addInstrumentedClass("Whole");
+        info.addInstrumentedClass(
+            MethodProviderInfo::ClassInfo("Part", StringArray(size_t(1), " /Root/Test"), StringArray(size_t(1), "F")));
+    }
+    CIMValue invokeMethod(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath&, const String&,
+                          const CIMParamValueArray&, CIMParamValueArray&) override {
+        return CIMValue(CIMNULL);
+    }
+};
+
+TEST(Registration, ComesFromWhatAProviderReports) {
+    Registrations registrations;
+    const IntrusiveReference<CppProviderBaseIFC> reporter(new Reporter);
+    registrations.add("One", *reporter);
+    registrations.add("Two", *reporter); // the first keeps its classes
+    EXPECT_EQ(registrations.methodProvider("root/any", "whole", "Anything"), "One");
+    EXPECT_EQ(registrations.methodProvider("root/test", "Part", "f"), "One");
+    EXPECT_EQ(registrations.methodProvider("root/test", "Part", "G"), "");
+    EXPECT_EQ(registrations.methodProvider("root/other", "Part", "F"), "");
+    EXPECT_EQ(registrations.instanceProvider("root/test", "Whole"), "");
 }
 
 TEST(Loading, SaysWhatIsWrongWithAModule) {
