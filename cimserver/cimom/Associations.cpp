@@ -1,5 +1,6 @@
 // The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/cimom/Request.hpp"
@@ -14,57 +15,6 @@ using namespace OpenWBEM;
 using provider::Access;
 
 namespace {
-
-/// Completes the names that providers give: where an object lies is part of an association's answer.
-class PathHandler : public CIMObjectPathResultHandlerIFC {
-  public:
-    PathHandler(const String& ns, CIMObjectPathResultHandlerIFC& next) : ns_(ns), next_(next) {}
-
-  protected:
-    void doHandle(const CIMObjectPath& delivered) override {
-        CIMObjectPath path(delivered);
-        if (path.getNameSpace().empty()) {
-            path.setNameSpace(ns_);
-        }
-        if (path.getFullNameSpace().isLocal()) {
-            path.setHost(hostName().c_str());
-        }
-        next_.handle(path);
-    }
-
-  private:
-    const String& ns_;
-    CIMObjectPathResultHandlerIFC& next_;
-};
-
-/// Completes instances of any class of the namespace.
-class ObjectHandler : public CIMInstanceResultHandlerIFC {
-  public:
-    ObjectHandler(const schema::Repository& repository, const String& ns, const StringArray* propertyList,
-                  CIMInstanceResultHandlerIFC& next)
-        : repository_(repository), ns_(ns), propertyList_(propertyList), next_(next) {}
-
-  protected:
-    void doHandle(const CIMInstance& delivered) override {
-        if (!delivered) {
-            throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
-        }
-        const CIMClass* const own = repository_.findClass(ns_, delivered.getClassName());
-        if (own == nullptr) {
-            throw CimError(Status::Failed, std::string("The provider returned an instance of the unknown class ") +
-                                               delivered.getClassName().c_str());
-        }
-        const CIMInstance result = shaped(delivered, *own, propertyList_, CIMObjectPath());
-        requireKeys(result.getKeyValuePairs(), *own);
-        next_.handle(result);
-    }
-
-  private:
-    const schema::Repository& repository_;
-    const String& ns_;
-    const StringArray* propertyList_;
-    CIMInstanceResultHandlerIFC& next_;
-};
 
 /// The object's class and all above it.
 std::vector<String> lineage(const schema::Repository& repository, const String& ns, const CIMClass& cimClass) {
@@ -111,9 +61,36 @@ std::vector<const CIMClass*> associationsOf(const schema::Repository& repository
     return result;
 }
 
+/// Completes the names that providers give: where an object lies is part of an association's answer.
+Sink<CIMObjectPath> pathSink(const String& ns, CIMObjectPathResultHandlerIFC& next) {
+    return Sink<CIMObjectPath>([ns, &next](const CIMObjectPath& delivered) {
+        CIMObjectPath path(delivered);
+        if (path.getNameSpace().empty()) {
+            path.setNameSpace(ns);
+        }
+        if (path.getFullNameSpace().isLocal()) {
+            path.setHost(hostName().c_str());
+        }
+        next.handle(path);
+    });
+}
+
+/// Completes instances of any class of the namespace.
+Sink<CIMInstance> objectSink(const schema::Repository& repository, const String& ns, const StringArray* propertyList,
+                             CIMInstanceResultHandlerIFC& next) {
+    return Sink<CIMInstance>([&repository, ns, propertyList, &next](const CIMInstance& delivered) {
+        const CIMClass* const own = repository.findClass(ns, requireInstance(delivered).getClassName());
+        if (own == nullptr) {
+            throw CimError(Status::Failed, std::string("The provider returned an instance of the unknown class ") +
+                                               delivered.getClassName().c_str());
+        }
+        next.handle(shapedWithKeys(delivered, *own, propertyList));
+    });
+}
+
 } // namespace
 
-/// Calls use(provider, env, association class, object path) once for each association class with an associator
+/// Calls use(provider, env, namespace, association class, object) once for each association class with an associator
 /// provider.
 template <class Use>
 void Cimom::forAssociations(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -134,22 +111,21 @@ void Cimom::forAssociations(const RequestContext& context, const String& ns, con
 void Cimom::associators(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                         const AssociationFilter& filter, const InstanceSelection& selection,
                         CIMInstanceResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
                          const CIMObjectPath& object) {
-        ObjectHandler handler(repository_, space, selection.propertyList, result);
-        provider.associators(env, handler, space, object, association, filter.resultClass, filter.role,
-                             filter.resultRole, selection.includeQualifiers, selection.includeClassOrigin,
-                             selection.propertyList);
+        auto sink = objectSink(repository_, space, selection.propertyList, result);
+        provider.associators(env, sink, space, object, association, filter.resultClass, filter.role, filter.resultRole,
+                             selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList);
     };
     forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
 }
 
 void Cimom::associatorNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
                          const CIMObjectPath& object) {
-        PathHandler handler(space, result);
-        provider.associatorNames(env, handler, space, object, association, filter.resultClass, filter.role,
+        auto sink = pathSink(space, result);
+        provider.associatorNames(env, sink, space, object, association, filter.resultClass, filter.role,
                                  filter.resultRole);
     };
     forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
@@ -158,10 +134,10 @@ void Cimom::associatorNames(const RequestContext& context, const String& ns, con
 void Cimom::references(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                        const AssociationFilter& filter, const InstanceSelection& selection,
                        CIMInstanceResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
                          const CIMObjectPath& object) {
-        ObjectHandler handler(repository_, space, selection.propertyList, result);
-        provider.references(env, handler, space, object, association, filter.role, selection.includeQualifiers,
+        auto sink = objectSink(repository_, space, selection.propertyList, result);
+        provider.references(env, sink, space, object, association, filter.role, selection.includeQualifiers,
                             selection.includeClassOrigin, selection.propertyList);
     };
     forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
@@ -169,10 +145,10 @@ void Cimom::references(const RequestContext& context, const String& ns, const CI
 
 void Cimom::referenceNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                            const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const String& association,
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
                          const CIMObjectPath& object) {
-        PathHandler handler(space, result);
-        provider.referenceNames(env, handler, space, object, association, filter.role);
+        auto sink = pathSink(space, result);
+        provider.referenceNames(env, sink, space, object, association, filter.role);
     };
     forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
 }

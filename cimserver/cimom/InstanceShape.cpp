@@ -153,6 +153,19 @@ CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const
     return result.setKeys(keys);
 }
 
+CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList) {
+    CIMInstance result = shaped(delivered, cimClass, propertyList, CIMObjectPath());
+    requireKeys(result.getKeyValuePairs(), cimClass);
+    return result;
+}
+
+const CIMInstance& requireInstance(const CIMInstance& delivered) {
+    if (!delivered) {
+        throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
+    }
+    return delivered;
+}
+
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
     for (const CIMProperty& key : cimClass.getKeys()) {
         if (!hasValue(keys, key.getName())) {

@@ -19,6 +19,13 @@ bool isWanted(const OpenWBEM::StringArray* propertyList, const OpenWBEM::String&
 OpenWBEM::CIMInstance shaped(const OpenWBEM::CIMInstance& delivered, const OpenWBEM::CIMClass& cimClass,
                              const OpenWBEM::StringArray* propertyList, const OpenWBEM::CIMObjectPath& path);
 
+/// The same with all keys; throws as requireKeys.
+OpenWBEM::CIMInstance shapedWithKeys(const OpenWBEM::CIMInstance& delivered, const OpenWBEM::CIMClass& cimClass,
+                                     const OpenWBEM::StringArray* propertyList);
+
+/// Returns the provider's instance; throws CimError Failed when it is none.
+const OpenWBEM::CIMInstance& requireInstance(const OpenWBEM::CIMInstance& delivered);
+
 /// Throws CimError Failed when the instance's (or the path's) keys lack one of the class: nobody could address it.
 void requireKeys(const OpenWBEM::CIMPropertyArray& keys, const OpenWBEM::CIMClass& cimClass);
 

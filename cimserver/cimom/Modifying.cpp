@@ -25,13 +25,9 @@ void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, co
 
 CIMInstance present(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const String& ns,
                     const CIMObjectPath& path, const CIMClass& cimClass) {
-    CIMInstance instance =
-        provider.getInstance(env, ns, path, WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_INCLUDE_QUALIFIERS,
-                             WBEMFlags::E_INCLUDE_CLASS_ORIGIN, nullptr, cimClass);
-    if (!instance) {
-        throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
-    }
-    return instance;
+    return requireInstance(provider.getInstance(env, ns, path, WBEMFlags::E_NOT_LOCAL_ONLY,
+                                                WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
+                                                nullptr, cimClass));
 }
 
 } // namespace

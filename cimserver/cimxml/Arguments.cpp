@@ -10,9 +10,10 @@
 #include <algorithm>
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMDataType;
+using namespace OpenWBEM;
+
+namespace {
 
 std::optional<std::uint32_t> parseNumber(pugi::xml_node element) {
     const auto value = parseScalar(CIMDataType::UINT32, textOf(element));
@@ -112,16 +113,16 @@ bool Arguments::flag(std::string_view name) const {
                        [&](const Parameter& one) { return one.name == name && one.presence == Presence::DefaultTrue; });
 }
 
-OpenWBEM::String Arguments::text(std::string_view name) const {
+String Arguments::text(std::string_view name) const {
     return toCim(textOf(element(name)));
 }
 
-std::optional<OpenWBEM::StringArray> Arguments::texts(std::string_view name) const {
+std::optional<StringArray> Arguments::texts(std::string_view name) const {
     const pugi::xml_node given = element(name);
     if (!given) {
         return std::nullopt;
     }
-    OpenWBEM::StringArray list;
+    StringArray list;
     for (const pugi::xml_node item : given.children("VALUE")) {
         list.push_back(toCim(textOf(item)));
     }
@@ -133,7 +134,7 @@ std::optional<std::uint32_t> Arguments::number(std::string_view name) const {
     return given ? parseNumber(given) : std::nullopt;
 }
 
-OpenWBEM::String Arguments::className(std::string_view name) const {
+String Arguments::className(std::string_view name) const {
     return {element(name).attribute("NAME").value()};
 }
 

@@ -1,5 +1,6 @@
 // The operations that follow associations from an instance, handed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/InstanceReads.hpp"
@@ -9,10 +10,10 @@
 #include "cimserver/cimxml/XmlWriter.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
+using namespace OpenWBEM;
+
+namespace {
 
 CIMObjectPath sourceOf(const OperationCall& call) {
     const pugi::xml_node element = call.arguments.element("ObjectName");
@@ -32,13 +33,12 @@ void writeObjectPath(OperationCall& call, const CIMObjectPath& path) {
     writeInstancePath(call.reply, path, call.services.hostName, call.nameSpace);
 }
 
-/// The sink's type is deduced, so the operation is a function that takes it.
 template <typename Find>
 void writeInstances(OperationCall& call, Find find) {
     const CIMObjectPath source = sourceOf(call);
     const RequestedSelection selection(call.arguments);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element object(call.reply, "VALUE.OBJECTWITHPATH");
         writeInstancePath(call.reply, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
         writeInstance(call.reply, one, selection.classOrigin());
@@ -50,7 +50,7 @@ template <typename Find>
 void writeNames(OperationCall& call, Find find) {
     const CIMObjectPath source = sourceOf(call);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) { writeObjectPath(call, one); });
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) { writeObjectPath(call, one); });
     find(source, sink);
 }
 

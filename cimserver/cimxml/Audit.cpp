@@ -6,6 +6,9 @@
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
 constexpr std::size_t kLongestValue = 200;
@@ -21,11 +24,11 @@ AuditRecord::AuditRecord(const cimom::RequestContext& context, std::string_view 
             shown(operation)),
       target_(shown(nameSpace)) {}
 
-void AuditRecord::target(const OpenWBEM::CIMObjectPath& path) {
+void AuditRecord::target(const CIMObjectPath& path) {
     target_ = toStd(path.getNameSpace()) + ":" + shown(toStd(path.modelPath()));
 }
 
-void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value) {
+void AuditRecord::value(const String& name, const CIMValue& value) {
     const std::string_view spelled = view(name);
     values_ += values_.empty() ? " " : ", ";
     values_ += shown(spelled) + "=";

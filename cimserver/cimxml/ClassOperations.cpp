@@ -6,10 +6,10 @@
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMQualifierType;
+using namespace OpenWBEM;
+
+namespace {
 
 ClassForm formOf(const OperationCall& call) {
     ClassForm form;

@@ -14,6 +14,9 @@
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
 DispatcherSettings completed(DispatcherSettings settings) {
@@ -131,7 +134,7 @@ void Dispatcher::run(const Operation* operation, const cimom::RequestContext& co
     if (operation == nullptr) {
         throw CimError(Status::NotSupported, message.name());
     }
-    const OpenWBEM::String nameSpace = toCim(message.nameSpace());
+    const String nameSpace = toCim(message.nameSpace());
     // Before the parameters are looked at: who may not write shall be told that first.
     cimom_.admit(context, nameSpace, operation->modifies ? provider::Access::Write : provider::Access::Read);
     const Arguments arguments(message.call(), operation->parameters);

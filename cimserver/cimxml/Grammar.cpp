@@ -237,7 +237,7 @@ class Checker {
 
     void checkAttributes(pugi::xml_node element, const ElementRule& rule) const {
         for (const AttributeRule& attribute : rule.attributes) {
-            const pugi::xml_attribute given = find(element, attribute.name);
+            const pugi::xml_attribute given = element.attribute(std::string(attribute.name).c_str());
             if (!given && attribute.required) {
                 fail(element, "attribute " + std::string(attribute.name) + " is missing");
             }
@@ -250,22 +250,10 @@ class Checker {
         }
     }
 
-    static pugi::xml_attribute find(pugi::xml_node element, std::string_view name) {
-        for (const pugi::xml_attribute attribute : element.attributes()) {
-            if (name == attribute.name()) {
-                return attribute;
-            }
-        }
-        return {};
-    }
-
     static void checkKnown(pugi::xml_node element, const ElementRule& rule) {
         for (const pugi::xml_attribute given : element.attributes()) {
-            bool known = false;
-            for (const AttributeRule& attribute : rule.attributes) {
-                known = known || attribute.name == given.name();
-            }
-            if (!known) {
+            if (std::none_of(rule.attributes.begin(), rule.attributes.end(),
+                             [&](const AttributeRule& one) { return one.name == given.name(); })) {
                 fail(element, "unknown attribute " + quote(given.name()));
             }
         }
@@ -300,12 +288,7 @@ class Checker {
     }
 
     static bool named(pugi::xml_node node, const Item& item) {
-        for (const std::string_view name : item.names) {
-            if (name == node.name()) {
-                return true;
-            }
-        }
-        return false;
+        return std::find(item.names.begin(), item.names.end(), node.name()) != item.names.end();
     }
 
     /// Items of one sequence never share a name with the next one, so the first fit is the only one. SIMPLEREQ,

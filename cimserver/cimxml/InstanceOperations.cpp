@@ -1,5 +1,6 @@
 // The operations on instances, handed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Characters.hpp"
@@ -12,13 +13,10 @@
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMPropertyArray;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 /// Keys stand in the target already.
 void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
@@ -51,7 +49,7 @@ void getInstance(OperationCall& call) {
 void enumerateInstances(OperationCall& call) {
     const RequestedSelection selection(call.arguments);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element named(call.reply, "VALUE.NAMEDINSTANCE");
         writeInstanceName(call.reply, nameOfInstance(one, call.nameSpace));
         writeInstance(call.reply, one, selection.classOrigin());
@@ -62,7 +60,7 @@ void enumerateInstances(OperationCall& call) {
 
 void enumerateInstanceNames(OperationCall& call) {
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) { writeInstanceName(call.reply, one); });
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) { writeInstanceName(call.reply, one); });
     call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
 }
 
@@ -100,7 +98,7 @@ void deleteInstance(OperationCall& call) {
 
 void getProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
-    const OpenWBEM::CIMValue found =
+    const CIMValue found =
         call.services.cimom.getProperty(call.context, call.nameSpace, path, call.arguments.text("PropertyName"));
     const Element result(call.reply, "IRETURNVALUE");
     writeValue(call.reply, found);
@@ -111,7 +109,7 @@ void setProperty(OperationCall& call) {
     call.audit.target(path);
     const String name = call.arguments.text("PropertyName");
     const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
-    const OpenWBEM::CIMValue value =
+    const CIMValue value =
         call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), Status::TypeMismatch);
     call.audit.value(known.getName(), value);
     call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);

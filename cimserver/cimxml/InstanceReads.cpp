@@ -4,6 +4,8 @@
 
 namespace cimserver::cimxml {
 
+using namespace OpenWBEM;
+
 RequestedSelection::RequestedSelection(const Arguments& arguments) : propertyList_(arguments.texts("PropertyList")) {
     using namespace OpenWBEM::WBEMFlags;
     selection_.localOnly = arguments.flag("LocalOnly") ? E_LOCAL_ONLY : E_NOT_LOCAL_ONLY;

@@ -1,14 +1,11 @@
-// What the operations that read instances share: the selection a request asks for, and sinks for streamed results.
+// What of instances a request asks for.
 #pragma once
 
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Arguments.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
 
-#include "OW_ResultHandlerIFC.hpp"
-
 #include <optional>
-#include <utility>
 
 namespace cimserver::cimxml {
 
@@ -27,23 +24,5 @@ class RequestedSelection {
     std::optional<OpenWBEM::StringArray> propertyList_;
     cimom::InstanceSelection selection_;
 };
-
-/// Hands each result to a function.
-template <typename Object, typename Function>
-class Sink : public OpenWBEM::ResultHandlerIFC<Object> {
-  public:
-    explicit Sink(Function use) : use_(std::move(use)) {}
-
-  protected:
-    void doHandle(const Object& object) override { use_(object); }
-
-  private:
-    Function use_;
-};
-
-template <typename Object, typename Function>
-Sink<Object, Function> makeSink(Function use) {
-    return Sink<Object, Function>(std::move(use));
-}
 
 } // namespace cimserver::cimxml

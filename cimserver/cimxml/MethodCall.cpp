@@ -9,14 +9,10 @@
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMMethod;
-using OpenWBEM::CIMParameter;
-using OpenWBEM::CIMParameterArray;
-using OpenWBEM::CIMParamValue;
-using OpenWBEM::CIMParamValueArray;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 [[noreturn]] void refuse(const String& parameter, const char* what) {
     throw CimError(Status::InvalidParameter, "parameter " + quote(view(parameter)) + " " + what);

@@ -6,14 +6,10 @@
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 void writeNameSpace(XmlWriter& writer, const String& nameSpace) {
     const Element path(writer, "LOCALNAMESPACEPATH");

@@ -8,16 +8,10 @@
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMPropertyArray;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 /// More keys than any class has: a bound for paths whose class the schema does not know.
 constexpr std::size_t kMostKeys = 64;
@@ -114,7 +108,7 @@ CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std
     const Subject subject{name, type, mismatch};
     const pugi::xml_node element = valueElement(holder);
     if (!element) {
-        return CIMValue(OpenWBEM::CIMNULL);
+        return CIMValue(CIMNULL);
     }
     const std::string_view kind = element.name();
     if (!type.isReferenceType() && kind == (type.isArrayType() ? "VALUE.ARRAY" : "VALUE")) {
@@ -124,7 +118,7 @@ CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std
         return CIMValue(reference(element));
     }
     if (type.isReferenceType() && type.isArrayType() && kind == "VALUE.REFARRAY") {
-        OpenWBEM::CIMObjectPathArray paths;
+        CIMObjectPathArray paths;
         for (const pugi::xml_node item : element.children("VALUE.REFERENCE")) {
             paths.push_back(reference(item));
         }
@@ -163,7 +157,7 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
 }
 
 CIMProperty ObjectReader::key(pugi::xml_node holder, const String& name, const CIMClass* cimClass) const {
-    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(OpenWBEM::CIMNULL);
+    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(CIMNULL);
     if (cimClass != nullptr && (!known || !known.isKey())) {
         throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
     }

@@ -11,22 +11,10 @@
 #include <limits>
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMFlavor;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMMethod;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMParameter;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMQualifier;
-using OpenWBEM::CIMQualifierArray;
-using OpenWBEM::CIMQualifierType;
-using OpenWBEM::CIMScope;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
@@ -71,10 +59,10 @@ std::vector<std::optional<std::string>> textsOf(const CIMValue& value) {
     switch (value.getType()) {
     case CIMDataType::EMBEDDEDINSTANCE:
         return embeddedTexts(value.isArray() ? value.toCIMInstanceArray()
-                                             : OpenWBEM::CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
+                                             : CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
     case CIMDataType::EMBEDDEDCLASS:
         return embeddedTexts(value.isArray() ? value.toCIMClassArray()
-                                             : OpenWBEM::CIMClassArray(std::size_t(1), value.toCIMClass()));
+                                             : CIMClassArray(std::size_t(1), value.toCIMClass()));
     default:
         return formatValue(value);
     }
@@ -208,7 +196,7 @@ void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, boo
     }
 }
 
-bool listed(const OpenWBEM::StringArray* list, const String& name) {
+bool listed(const StringArray* list, const String& name) {
     return list == nullptr ||
            std::any_of(list->begin(), list->end(), [&](const String& one) { return one.equalsIgnoreCase(name); });
 }

@@ -1,5 +1,6 @@
 // The operations that deliver an enumeration in pieces. The provider is asked once, when the enumeration is opened.
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
 #include "cimserver/cimxml/Errors.hpp"
@@ -12,11 +13,10 @@
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMValue;
+using namespace OpenWBEM;
+
+namespace {
 
 constexpr std::chrono::seconds kUsualLifetime{60};
 constexpr const char* kWithPath = "VALUE.INSTANCEWITHPATH";
@@ -93,7 +93,7 @@ void openEnumerateInstances(OperationCall& call) {
     static_cast<void>(lifetimeOf(call));
     const RequestedSelection selection(call.arguments);
     std::vector<std::string> elements;
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         XmlWriter writer;
         {
             const Element object(writer, kWithPath);
@@ -111,7 +111,7 @@ void openEnumerateInstancePaths(OperationCall& call) {
     requirePlainEnumeration(call);
     static_cast<void>(lifetimeOf(call));
     std::vector<std::string> elements;
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) {
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) {
         XmlWriter writer;
         writeInstancePath(writer, one, call.services.hostName, call.nameSpace);
         elements.push_back(writer.take());

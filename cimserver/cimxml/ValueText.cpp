@@ -15,15 +15,10 @@
 #include <type_traits>
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::Array;
-using OpenWBEM::Bool;
-using OpenWBEM::Char16;
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMDateTime;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
+using namespace OpenWBEM;
+
+namespace {
 
 /// Carries a C++ type as a value.
 template <typename T>
@@ -34,36 +29,36 @@ struct TypeTag {
 /// Calls `use` with the TypeTag of the C++ type that holds values of a simple type; for anything else with that of
 /// String.
 template <typename Use>
-auto withType(OpenWBEM::CIMDataType::Type type, Use&& use) {
+auto withType(CIMDataType::Type type, Use&& use) {
     switch (type) {
     case CIMDataType::UINT8:
-        return use(TypeTag<OpenWBEM::UInt8>());
+        return use(TypeTag<UInt8>());
     case CIMDataType::SINT8:
-        return use(TypeTag<OpenWBEM::Int8>());
+        return use(TypeTag<Int8>());
     case CIMDataType::UINT16:
-        return use(TypeTag<OpenWBEM::UInt16>());
+        return use(TypeTag<UInt16>());
     case CIMDataType::SINT16:
-        return use(TypeTag<OpenWBEM::Int16>());
+        return use(TypeTag<Int16>());
     case CIMDataType::UINT32:
-        return use(TypeTag<OpenWBEM::UInt32>());
+        return use(TypeTag<UInt32>());
     case CIMDataType::SINT32:
-        return use(TypeTag<OpenWBEM::Int32>());
+        return use(TypeTag<Int32>());
     case CIMDataType::UINT64:
-        return use(TypeTag<OpenWBEM::UInt64>());
+        return use(TypeTag<UInt64>());
     case CIMDataType::SINT64:
-        return use(TypeTag<OpenWBEM::Int64>());
+        return use(TypeTag<Int64>());
     case CIMDataType::REAL32:
-        return use(TypeTag<OpenWBEM::Real32>());
+        return use(TypeTag<Real32>());
     case CIMDataType::REAL64:
-        return use(TypeTag<OpenWBEM::Real64>());
+        return use(TypeTag<Real64>());
     case CIMDataType::BOOLEAN:
-        return use(TypeTag<OpenWBEM::Bool>());
+        return use(TypeTag<Bool>());
     case CIMDataType::CHAR16:
-        return use(TypeTag<OpenWBEM::Char16>());
+        return use(TypeTag<Char16>());
     case CIMDataType::DATETIME:
-        return use(TypeTag<OpenWBEM::CIMDateTime>());
+        return use(TypeTag<CIMDateTime>());
     default:
-        return use(TypeTag<OpenWBEM::String>());
+        return use(TypeTag<String>());
     }
 }
 
@@ -105,7 +100,7 @@ bool parse(std::string_view text, Bool& value) {
 
 bool parse(std::string_view text, Char16& value) {
     const Character decoded = text.empty() ? Character() : decodeUtf8(text);
-    value = Char16(static_cast<OpenWBEM::UInt16>(decoded.code));
+    value = Char16(static_cast<UInt16>(decoded.code));
     return decoded.valid && decoded.length == text.size() && decoded.code <= 0xFFFF;
 }
 
@@ -150,7 +145,7 @@ std::optional<std::string> format(const CIMDateTime& value) {
     try {
         std::string text = toStd(value.toString());
         return isDateTime(text) ? std::optional<std::string>(std::move(text)) : std::nullopt;
-    } catch (const OpenWBEM::Exception&) {
+    } catch (const Exception&) {
         return std::nullopt; // a null date-time inside a value
     }
 }

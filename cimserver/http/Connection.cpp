@@ -196,13 +196,7 @@ void Connection::beginBody() {
         return readBody();
     }
     output_ = "HTTP/1.1 100 Continue\r\n\r\n";
-    stream_->write(output_, [self = shared_from_this()](const error_code& error, std::size_t) {
-        if (error) {
-            self->close();
-        } else {
-            self->readBody();
-        }
-    });
+    write([](Connection& self) { self.readBody(); });
 }
 
 void Connection::readBody() {
@@ -248,12 +242,15 @@ void Connection::answer(const Response& response, bool closeAfter) {
     phase_ = Phase::Busy;
     output_ = serialise(response, closeAfter);
     within(services_.settings.limits.write, [](Connection& self) { self.giveUp("answer"); });
-    stream_->write(output_, [self = shared_from_this(), closeAfter](const error_code& error, std::size_t) {
+    write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
+}
+
+void Connection::write(std::function<void(Connection&)> next) {
+    stream_->write(output_, [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
         if (error) {
-            self->close();
-        } else {
-            self->onAnswered(closeAfter);
+            return self->close();
         }
+        next(*self);
     });
 }
 

@@ -77,6 +77,8 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     /// Reads once, then goes on with `next`; a connection that the client ended is closed.
     void read(void (Connection::*next)());
+    /// Writes output_, then goes on with `next`.
+    void write(std::function<void(Connection&)> next);
     /// Does `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
     void cancelTimer();
