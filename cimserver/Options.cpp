@@ -11,7 +11,7 @@ using std::chrono::milliseconds;
 
 namespace {
 
-constexpr const char* Version = "cimserverd " CIMSERVER_VERSION;
+constexpr const char* kVersion = "cimserverd " CIMSERVER_VERSION;
 
 struct Unit {
     std::string_view name;
@@ -80,10 +80,9 @@ class Declaration {
     std::string group_;
 };
 
-/// Texts as given; made into what they mean once all are known.
+/// Option texts, interpreted once all are known.
 struct Texts {
     std::vector<std::string> listen;
-    std::vector<std::string> concurrentReads;
     std::vector<std::string> providerConfig;
     std::string logLevel = "info";
     std::string clientCertificates = "none";
@@ -98,8 +97,10 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                 "an item of configuration that providers may ask for; repeatable");
     declare.add("--preload", options.preload, "ID",
                 "initialize this provider at start instead of at its first use; repeatable");
-    declare.add("--concurrent-reads", texts.concurrentReads, "ID",
+    declare.add("--concurrent-reads", options.concurrentReads, "ID",
                 "let reads of this provider run side by side; repeatable");
+    declare.add("--concurrent-provider", options.concurrentProviders, "ID",
+                "let all requests into this provider at once, for it serialises them itself; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,
                      "how long a request waits for a provider that is busy");
     declare
@@ -209,7 +210,6 @@ void interpret(const Texts& texts, Options& options) {
         }
         options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
     }
-    options.concurrentReads = {texts.concurrentReads.begin(), texts.concurrentReads.end()};
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
@@ -220,23 +220,23 @@ void interpret(const Texts& texts, Options& options) {
 } // namespace
 
 milliseconds parseDuration(const std::string& text) {
-    constexpr std::uint64_t Day = 86'400'000;
-    const auto count = parseNumber(text, {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60'000}, {"h", 3'600'000}}, Day,
+    constexpr std::uint64_t kDay = 86'400'000;
+    const auto count = parseNumber(text, {{"", 1000}, {"ms", 1}, {"s", 1000}, {"m", 60'000}, {"h", 3'600'000}}, kDay,
                                    "a time from 1ms to 24h, such as 250ms, 10s or 5m");
     return milliseconds(static_cast<milliseconds::rep>(count));
 }
 
 std::size_t parseSize(const std::string& text) {
-    constexpr std::uint64_t Kilo = 1024;
-    return parseNumber(text, {{"", 1}, {"K", Kilo}, {"M", Kilo * Kilo}, {"G", Kilo * Kilo * Kilo}}, Kilo * Kilo * Kilo,
-                       "a size from 1 to 1G, such as 4096, 16K or 1M");
+    constexpr std::uint64_t kKilo = 1024;
+    return parseNumber(text, {{"", 1}, {"K", kKilo}, {"M", kKilo * kKilo}, {"G", kKilo * kKilo * kKilo}},
+                       kKilo * kKilo * kKilo, "a size from 1 to 1G, such as 4096, 16K or 1M");
 }
 
 std::optional<Options> parseOptions(int argc, const char* const* argv) {
     Options options;
     Texts texts;
     CLI::App app("Serves CIM classes to WBEM clients by CIM-XML over HTTP.", "cimserverd");
-    app.set_version_flag("--version", Version);
+    app.set_version_flag("--version", kVersion);
     app.set_config("--config", "",
                    "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
         ->type_name("FILE");

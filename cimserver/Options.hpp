@@ -1,7 +1,7 @@
 // The server's options: one declaration for the command line and the configuration file.
 #pragma once
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/http/Settings.hpp"
 
 #include <chrono>
@@ -21,6 +21,7 @@ struct Options {
     std::string ns = "root/cimv2";
     std::vector<std::string> providerDirs;
     std::set<std::string> concurrentReads;
+    std::set<std::string> concurrentProviders;
     std::vector<std::string> preload;
     std::map<std::string, std::string> providerConfig;
     std::chrono::milliseconds providerTimeout{60'000};

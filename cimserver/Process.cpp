@@ -56,7 +56,7 @@ Signals::Signals() {
     }
     ::fcntl(ends[1], F_SETFL, O_NONBLOCK);
     read_ = Descriptor(ends[0]);
-    signalPipe = ends[1]; // stays open: a signal may come as late as it likes
+    signalPipe = ends[1]; // stays open: a signal may come at any time
     for (const int number : {SIGTERM, SIGINT, SIGHUP, SIGUSR1}) {
         handle(number, onSignal);
     }
@@ -81,8 +81,7 @@ Descriptor redirectStandardOutput(const std::string& where) {
     if (target.get() < 0 || ::dup2(target.get(), STDOUT_FILENO) < 0) {
         fail("cannot write the providers' output to " + file);
     }
-    // Whoever follows the file wants to see a line when it is printed. The buffer is our own: with the old one glibc
-    // would go on as before.
+    // Each line is to be seen when it is printed. The buffer is a fresh one: with the old one glibc keeps the mode.
     static char buffer[BUFSIZ];
     std::setvbuf(stdout, buffer, _IOLBF, sizeof buffer);
     return own;

@@ -20,8 +20,8 @@ class Descriptor {
     int fd_;
 };
 
-/// Has SIGTERM, SIGINT, SIGHUP and SIGUSR1 come out of next(), and SIGPIPE do nothing. Handlers, not a signal mask or
-/// SIG_IGN: programs that providers start must not inherit anything. One object at a time.
+/// Delivers SIGTERM, SIGINT, SIGHUP and SIGUSR1 by next(), and ignores SIGPIPE. By handlers: programs that providers
+/// start would inherit a signal mask or SIG_IGN. One object at a time.
 class Signals {
   public:
     Signals();
@@ -32,8 +32,8 @@ class Signals {
     Descriptor read_;
 };
 
-/// Sends what providers print to `where`: a file, "null" or "inherit". Returns the standard output there was, for the
-/// server's own use. Throws std::runtime_error naming the file.
+/// Sends what providers print to `where`: a file, "null" or "inherit". Returns the original standard output, kept
+/// from providers. Throws std::runtime_error naming the file.
 Descriptor redirectStandardOutput(const std::string& where);
 
 /// Another process has locked the state directory; the text names both.

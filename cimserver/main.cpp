@@ -1,17 +1,19 @@
-// cimserverd: wires the parts together and lives by signals until it is stopped.
-#include "cimserver/Log.hpp"
+// cimserverd: connects the parts and serves until a signal stops it.
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Interop.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Interop.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 #include <unistd.h>
 
-#include <atomic>
 #include <csignal>
 #include <cstdint>
 #include <exception>
@@ -22,22 +24,24 @@ namespace {
 
 using namespace cimserver;
 
-/// How the process ends.
+/// Exit statuses.
 enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsInUse = 5, RequestsLeft = 6 };
 
-constexpr const char* Component = "cimserverd";
+constexpr const char* kComponent = "cimserverd";
 
-/// The CIM side: schema, providers, operations, CIM-XML. Members are made in the order they need each other.
+/// The CIM side: schema, providers, operations, CIM-XML. Each member needs those before it.
 class CimSide {
   public:
     explicit CimSide(const Options& options)
         : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
           dispatcher_(cimom_, dispatcherSettings(options)) {}
 
-    http::Response handle(const http::Request& request) {
-        auto response = dispatcher_.handle(request);
-        errors_ += isError(response) ? 1 : 0;
-        return response;
+    /// Serves as long as this object lives.
+    http::Application application() {
+        return {[this](const auto& request) { return dispatcher_.handle(request); }, cimxml::optionsResponse(),
+                [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
+                    return cimxml::maskedBodies(request, response, limits);
+                }};
     }
     /// A provider that cannot be used yet is tried again at each request for its classes.
     void preload(const std::vector<std::string>& ids) {
@@ -45,22 +49,19 @@ class CimSide {
             try {
                 cimom_.preload(id);
             } catch (const std::exception& error) {
-                log::write(log::Level::Error, Component, "--preload " + id + ": " + error.what());
+                log::write(log::Level::Error, kComponent, "--preload " + id + ": " + error.what());
             }
         }
     }
     /// Operations that were answered with a CIM error, HTTP status 200.
-    std::uint64_t errors() const { return errors_; }
+    std::uint64_t errors() const { return dispatcher_.errors(); }
 
   private:
-    static bool isError(const http::Response& response) {
-        constexpr std::size_t Longest = 16384; // a result of any size is not worth searching
-        return response.body.size() <= Longest && response.body.find("<ERROR CODE=") != std::string::npos;
-    }
     static provider::HostSettings hostSettings(const Options& options) {
         provider::HostSettings settings;
         settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
         settings.concurrentReads = options.concurrentReads;
+        settings.concurrentProviders = options.concurrentProviders;
         settings.configItems = options.providerConfig;
         settings.busyLimit = options.providerTimeout;
         return settings;
@@ -72,26 +73,37 @@ class CimSide {
         settings.enumerations.count = options.enumerations;
         return settings;
     }
+    /// Throws OptionsError naming an option and a provider that it names and nobody has.
+    template <class Ids>
+    void requireProviders(const char* option, const Ids& ids) const {
+        for (const std::string& id : ids) {
+            if (!host_.has(id)) {
+                throw OptionsError(std::string(option) + ": there is no provider " + id + " in a --provider-dir");
+            }
+        }
+    }
     const schema::Repository& repository(const Options& options) {
-        operations::addInterop(repository_, host_);
+        cimom::addInterop(repository_, host_);
         for (const auto& file : options.mofFiles) {
             repository_.compileFile(file, options.ns);
         }
         host_.scan();
+        requireProviders("--preload", options.preload);
+        requireProviders("--concurrent-reads", options.concurrentReads);
+        requireProviders("--concurrent-provider", options.concurrentProviders);
         return repository_;
     }
 
     schema::Repository repository_;
     provider::ProviderHost host_;
-    operations::Cimom cimom_;
+    cimom::Cimom cimom_;
     cimxml::Dispatcher dispatcher_;
-    std::atomic<std::uint64_t> errors_{0};
 };
 
-/// One line on the standard output that was there at the start, whatever providers print meanwhile.
+/// One line on the original standard output, kept from providers.
 void announce(const Descriptor& output, const std::string& text) {
     const auto line = "cimserverd: " + text + "\n";
-    // Nobody may be reading it any more, which is no reason not to serve.
+    // A reader that is gone is no reason to stop.
     [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
 }
 
@@ -118,13 +130,13 @@ void listen(http::Server& server, const Options& options, const Descriptor& outp
         writeFile(options.portFile, ports);
     }
     for (const auto& listener : listeners) {
-        log::write(log::Level::Info, Component, "listening on " + listener.url());
+        log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
 }
 
 void logCounters(const http::Server& server, const CimSide& cim) {
-    log::write(log::Level::Info, Component, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
+    log::write(log::Level::Info, kComponent, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
 }
 
 /// Returns when the server shall stop.
@@ -138,7 +150,7 @@ void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
             logCounters(server, cim);
             break;
         default:
-            log::write(log::Level::Info, Component, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
+            log::write(log::Level::Info, kComponent, number == SIGTERM ? "stopping on SIGTERM" : "stopping on SIGINT");
             return;
         }
     }
@@ -148,11 +160,11 @@ int serve(const Options& options) {
     Signals signals;
     const auto output = redirectStandardOutput(options.providerStdout);
     for (const auto& warning : checkAccess(options)) {
-        log::write(log::Level::Warning, Component, warning + " (--allow-insecure)");
+        log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
     }
     const auto lock = options.stateDir.empty() || options.check ? Descriptor() : lockStateDirectory(options.stateDir);
     CimSide cim(options);
-    http::Server server(options.http, [&cim](const http::Request& request) { return cim.handle(request); });
+    http::Server server(options.http, cim.application());
     if (options.check) {
         announce(output, "the configuration is in order");
         return Stopped;
@@ -163,10 +175,10 @@ int serve(const Options& options) {
     const bool finished = server.stop(options.stopTimeout);
     logCounters(server, cim);
     if (!finished) {
-        log::write(log::Level::Error, Component, "stopped with requests still under way");
+        log::write(log::Level::Error, kComponent, "stopped with requests still under way");
         ::_exit(RequestsLeft); // providers are still at work: nothing may be torn down under them
     }
-    log::write(log::Level::Info, Component, "stopped");
+    log::write(log::Level::Info, kComponent, "stopped");
     return Stopped;
 }
 
@@ -174,7 +186,7 @@ int serve(const Options& options) {
 int fail(Exit status, const char* text, bool logFile) {
     std::cerr << "cimserverd: " << text << "\n";
     if (logFile) {
-        log::write(log::Level::Fatal, Component, text);
+        log::write(log::Level::Fatal, kComponent, text);
     }
     return status;
 }

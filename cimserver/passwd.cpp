@@ -23,7 +23,7 @@ struct Command {
     bool certificateOnly = false;
 };
 
-/// Keeps what is typed off the screen. Signals wait meanwhile, so that the terminal is never left silent.
+/// Turns echo off. Signals wait meanwhile, so that it is always turned on again.
 class SilentTerminal {
   public:
     SilentTerminal() {

@@ -1,22 +1,19 @@
-#include "Arguments.hpp"
+#include "cimserver/cimxml/Arguments.hpp"
 
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "ValueText.hpp"
-#include "XmlDocument.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
-
-using OpenWBEM::CIMDataType;
-
-pugi::xml_node elementIn(pugi::xml_node holder) {
-    return holder.find_child([](pugi::xml_node child) { return child.type() == pugi::node_element; });
-}
 
 std::optional<std::uint32_t> parseNumber(pugi::xml_node element) {
     const auto value = parseScalar(CIMDataType::UINT32, textOf(element));
@@ -55,7 +52,7 @@ std::string fault(pugi::xml_node element, ParameterKind kind) {
 }
 
 [[noreturn]] void refuse(std::string_view name, const std::string& what) {
-    throw OperationError(InvalidParameter, "parameter " + quote(name) + " " + what);
+    throw CimError(Status::InvalidParameter, "parameter " + quote(name) + " " + what);
 }
 
 } // namespace
@@ -70,14 +67,14 @@ Arguments::Arguments(pugi::xml_node call, const std::vector<Parameter>& declared
 void Arguments::take(pugi::xml_node holder) {
     const std::string_view name = holder.attribute("NAME").value();
     const auto parameter = std::find_if(declared_.begin(), declared_.end(),
-                                        [&](const Parameter& one) { return http::equalsIgnoringCase(one.name, name); });
+                                        [&](const Parameter& one) { return equalsIgnoringCase(one.name, name); });
     if (parameter == declared_.end()) {
         refuse(name, "is unknown");
     }
     if (this->holder(parameter->name)) {
         refuse(parameter->name, "is given twice");
     }
-    const pugi::xml_node element = elementIn(holder);
+    const pugi::xml_node element = firstElement(holder);
     const std::string wrong = element ? fault(element, parameter->kind) : std::string();
     if (!wrong.empty()) {
         refuse(parameter->name, wrong);
@@ -105,7 +102,7 @@ pugi::xml_node Arguments::holder(std::string_view name) const {
 }
 
 pugi::xml_node Arguments::element(std::string_view name) const {
-    return elementIn(holder(name));
+    return firstElement(holder(name));
 }
 
 bool Arguments::flag(std::string_view name) const {
@@ -116,16 +113,16 @@ bool Arguments::flag(std::string_view name) const {
                        [&](const Parameter& one) { return one.name == name && one.presence == Presence::DefaultTrue; });
 }
 
-OpenWBEM::String Arguments::text(std::string_view name) const {
+String Arguments::text(std::string_view name) const {
     return toCim(textOf(element(name)));
 }
 
-std::optional<OpenWBEM::StringArray> Arguments::texts(std::string_view name) const {
+std::optional<StringArray> Arguments::texts(std::string_view name) const {
     const pugi::xml_node given = element(name);
     if (!given) {
         return std::nullopt;
     }
-    OpenWBEM::StringArray list;
+    StringArray list;
     for (const pugi::xml_node item : given.children("VALUE")) {
         list.push_back(toCim(textOf(item)));
     }
@@ -137,7 +134,7 @@ std::optional<std::uint32_t> Arguments::number(std::string_view name) const {
     return given ? parseNumber(given) : std::nullopt;
 }
 
-OpenWBEM::String Arguments::className(std::string_view name) const {
+String Arguments::className(std::string_view name) const {
     return {element(name).attribute("NAME").value()};
 }
 

@@ -38,7 +38,7 @@ struct Parameter {
 /// The parameters that a request gave. The getters take names of the declared list.
 class Arguments {
   public:
-    /// Throws OperationError InvalidParameter naming a parameter that is unknown, given twice, missing or of another
+    /// Throws CimError InvalidParameter naming a parameter that is unknown, given twice, missing or of another
     /// kind. `declared` lives as long as the object, as does the document.
     Arguments(pugi::xml_node call, const std::vector<Parameter>& declared);
 

@@ -1,25 +1,29 @@
 // The operations that follow associations from an instance, handed on to the object manager.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
+using namespace OpenWBEM;
+
+namespace {
 
 CIMObjectPath sourceOf(const OperationCall& call) {
     const pugi::xml_node element = call.arguments.element("ObjectName");
     if (std::string_view(element.name()) == "CLASSNAME") {
-        throw OperationError(NotSupported, "associations between classes");
+        throw CimError(Status::NotSupported, "associations between classes");
     }
     return call.reader.instanceName(element);
 }
 
-operations::AssociationFilter filterOf(const OperationCall& call) {
+cimom::AssociationFilter filterOf(const OperationCall& call) {
     return {call.arguments.className("AssocClass"), call.arguments.className("ResultClass"),
             call.arguments.text("Role"), call.arguments.text("ResultRole")};
 }
@@ -29,13 +33,12 @@ void writeObjectPath(OperationCall& call, const CIMObjectPath& path) {
     writeInstancePath(call.reply, path, call.services.hostName, call.nameSpace);
 }
 
-/// The sink's type is deduced, so the operation is a function that takes it.
 template <typename Find>
 void writeInstances(OperationCall& call, Find find) {
     const CIMObjectPath source = sourceOf(call);
     const RequestedSelection selection(call.arguments);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element object(call.reply, "VALUE.OBJECTWITHPATH");
         writeInstancePath(call.reply, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
         writeInstance(call.reply, one, selection.classOrigin());
@@ -47,7 +50,7 @@ template <typename Find>
 void writeNames(OperationCall& call, Find find) {
     const CIMObjectPath source = sourceOf(call);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) { writeObjectPath(call, one); });
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) { writeObjectPath(call, one); });
     find(source, sink);
 }
 

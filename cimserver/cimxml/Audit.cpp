@@ -1,42 +1,46 @@
-#include "Audit.hpp"
+#include "cimserver/cimxml/Audit.hpp"
 
-#include "Characters.hpp"
-
-#include "cimserver/Log.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-constexpr std::size_t longestValue = 200;
+constexpr std::size_t kLongestValue = 200;
 
 std::string shown(std::string_view text) {
-    return std::string(text.substr(0, longestValue)) + (text.size() > longestValue ? "..." : "");
+    return std::string(text.substr(0, kLongestValue)) + (text.size() > kLongestValue ? "..." : "");
 }
 
 } // namespace
 
-AuditRecord::AuditRecord(const operations::RequestContext& context, std::string_view operation,
-                         std::string_view nameSpace)
+AuditRecord::AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace)
     : head_("user=" + (context.user.empty() ? std::string("-") : context.user) + " peer=" + context.peer + " " +
             shown(operation)),
       target_(shown(nameSpace)) {}
 
-void AuditRecord::target(const OpenWBEM::CIMObjectPath& path) {
+void AuditRecord::target(const CIMObjectPath& path) {
     target_ = toStd(path.getNameSpace()) + ":" + shown(toStd(path.modelPath()));
 }
 
-void AuditRecord::value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value) {
+void AuditRecord::value(const String& name, const CIMValue& value) {
     const std::string_view spelled = view(name);
     values_ += values_.empty() ? " " : ", ";
     values_ += shown(spelled) + "=";
     const std::string text = value ? toStd(value.toString()) : "NULL";
     // The value, too: an embedded instance has properties of its own.
-    const bool secret = http::containsIgnoringCase(spelled, "password") || http::containsIgnoringCase(text, "password");
+    const bool secret = containsIgnoringCase(spelled, "password") || containsIgnoringCase(text, "password");
     values_ += secret ? "***" : shown(text);
 }
 
-void AuditRecord::write(std::string_view result) const {
+void AuditRecord::write(const Outcome& outcome) const {
+    const bool done = outcome.code == 0;
+    const std::string result = done ? "ok" : "error " + std::to_string(outcome.code) + " " + outcome.description;
     log::audit(head_ + " " + target_ + values_ + " -> " + shown(result));
 }
 

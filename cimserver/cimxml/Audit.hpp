@@ -1,7 +1,8 @@
 // The audit line of a modifying request: who did what to which object, with which values, and how it ended.
 #pragma once
 
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -13,7 +14,7 @@ namespace cimserver::cimxml {
 /// Gathers the line while the request runs. Values of names that contain "password" never enter it; long ones are cut.
 class AuditRecord {
   public:
-    AuditRecord(const operations::RequestContext& context, std::string_view operation, std::string_view nameSpace);
+    AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace);
 
     /// The object worked on: "Class" or "Class.Key="value"".
     void target(const OpenWBEM::CIMObjectPath& path);
@@ -21,8 +22,8 @@ class AuditRecord {
     /// Forgets the values, to name others.
     void clearValues() { values_.clear(); }
 
-    /// Writes the line; `result` is "ok" or what went wrong.
-    void write(std::string_view result) const;
+    /// Writes the line.
+    void write(const Outcome& outcome) const;
 
   private:
     std::string head_;

@@ -1,23 +1,15 @@
-// Characters at the edge: what XML 1.0 allows, between arbitrary bytes and UTF-8.
+// Texts at the edge: the characters of XML 1.0, percent-encoding, OpenWBEM's strings as the standard's.
 #pragma once
 
 #include "OW_String.hpp"
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace cimserver::cimxml {
 
-/// One character read from UTF-8.
-struct Decoded {
-    char32_t character = 0;
-    std::size_t length = 0; ///< bytes it takes, at least 1
-    bool valid = false;     ///< well-formed and allowed in an XML document
-};
-
-/// Reads the character at the head of a text that is not empty.
-Decoded decodeCharacter(std::string_view text);
+/// True for a character that an XML document may hold.
+bool isXmlCharacter(char32_t c);
 
 /// %XX replaced by the byte it stands for; a % without two hexadecimal digits stays as it is.
 std::string percentDecoded(std::string_view text);

@@ -1,20 +1,15 @@
 // The operations that the schema answers.
-#include "Characters.hpp"
-#include "ClassWriter.hpp"
-#include "Errors.hpp"
-#include "Operations.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
-
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMQualifierType;
-
-const schema::Repository& repositoryOf(const OperationCall& call) {
-    return call.services.cimom.repository();
-}
 
 ClassForm formOf(const OperationCall& call) {
     ClassForm form;
@@ -24,13 +19,9 @@ ClassForm formOf(const OperationCall& call) {
     return form;
 }
 
-/// The subclasses asked for; the class they start from must exist.
 std::vector<const CIMClass*> subclassesFor(const OperationCall& call) {
-    const OpenWBEM::String top = call.arguments.className("ClassName");
-    if (!top.empty()) {
-        static_cast<void>(call.services.cimom.classOf(call.nameSpace, top));
-    }
-    return repositoryOf(call).subclasses(call.nameSpace, top, call.arguments.flag("DeepInheritance"));
+    return call.services.cimom.subclassesOf(call.nameSpace, call.arguments.className("ClassName"),
+                                            call.arguments.flag("DeepInheritance"));
 }
 
 } // namespace
@@ -59,18 +50,15 @@ void enumerateClassNames(OperationCall& call) {
 }
 
 void getQualifier(OperationCall& call) {
-    const OpenWBEM::String name = call.arguments.text("QualifierName");
-    const CIMQualifierType* found = repositoryOf(call).findQualifierType(call.nameSpace, name);
-    if (found == nullptr) {
-        throw OperationError(NotFound, "qualifier " + quote(view(name)));
-    }
+    const CIMQualifierType& found =
+        call.services.cimom.qualifierType(call.nameSpace, call.arguments.text("QualifierName"));
     const Element result(call.reply, "IRETURNVALUE");
-    writeQualifierDeclaration(call.reply, *found);
+    writeQualifierDeclaration(call.reply, found);
 }
 
 void enumerateQualifiers(OperationCall& call) {
     const Element result(call.reply, "IRETURNVALUE");
-    for (const CIMQualifierType* one : repositoryOf(call).qualifierTypes(call.nameSpace)) {
+    for (const CIMQualifierType* one : call.services.cimom.repository().qualifierTypes(call.nameSpace)) {
         writeQualifierDeclaration(call.reply, *one);
     }
 }

@@ -1,31 +1,27 @@
-#include "Dispatcher.hpp"
+#include "cimserver/cimxml/Dispatcher.hpp"
 
-#include "Audit.hpp"
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "HttpRules.hpp"
-#include "MethodCall.hpp"
-#include "Operations.hpp"
-#include "RequestMessage.hpp"
-
-#include "cimserver/Log.hpp"
-#include "cimserver/schema/Repository.hpp"
-
-#include <unistd.h>
-
-#include <array>
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Arguments.hpp"
+#include "cimserver/cimxml/Audit.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
-namespace {
 
-std::string thisHost() {
-    std::array<char, 256> name{};
-    return gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "localhost";
-}
+using namespace OpenWBEM;
+
+namespace {
 
 DispatcherSettings completed(DispatcherSettings settings) {
     if (settings.hostName.empty()) {
-        settings.hostName = thisHost();
+        settings.hostName = hostName();
     }
     return settings;
 }
@@ -38,17 +34,8 @@ http::Response refusal(const HttpError& error) {
     return response;
 }
 
-void writeError(XmlWriter& writer, int code, const std::string& description) {
-    Element(writer, "ERROR").attribute("CODE", std::to_string(code)).attribute("DESCRIPTION", description);
-}
-
-/// The operation's name in its own spelling, a method's as it was asked for.
-std::string_view replyName(const RequestMessage& message) {
-    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
-    return operation == nullptr ? message.name() : operation->name;
-}
-
-std::string envelope(const RequestMessage& message, const std::string& content) {
+/// The reply document; the operation's name is in its own spelling, a method's as it was asked for.
+std::string envelope(const RequestMessage& message, const Operation* operation, const std::string& content) {
     const MessageFrame& frame = message.frame();
     XmlWriter writer;
     writer.raw("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n");
@@ -59,7 +46,8 @@ std::string envelope(const RequestMessage& message, const std::string& content) 
         response.attribute("ID", frame.id).attribute("PROTOCOLVERSION", frame.protocolVersion);
         const Element simple(writer, "SIMPLERSP");
         Element call(writer, message.isMethodCall() ? "METHODRESPONSE" : "IMETHODRESPONSE");
-        call.attribute("NAME", replyName(message));
+        const bool known = operation != nullptr && !message.isMethodCall();
+        call.attribute("NAME", known ? operation->name : message.name());
         writer.raw(content);
     }
     writer.raw("\n");
@@ -72,7 +60,7 @@ std::string lineFor(const http::Request& request, std::string_view what) {
 
 } // namespace
 
-Dispatcher::Dispatcher(operations::Cimom& cimom, DispatcherSettings settings)
+Dispatcher::Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings)
     : cimom_(cimom), settings_(completed(std::move(settings))), enumerations_(settings_.enumerations) {}
 
 http::Response Dispatcher::handle(const http::Request& request) noexcept {
@@ -118,69 +106,41 @@ http::Response Dispatcher::answer(const http::Request& request) {
     return response;
 }
 
-bool Dispatcher::modifies(const RequestMessage& message) const {
-    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
-    return message.isMethodCall() || (operation != nullptr && operation->modifies);
-}
-
-template <typename Work>
-Dispatcher::Outcome Dispatcher::attempt(Work work) {
-    try {
-        work();
-        return {};
-    } catch (const OperationError& error) {
-        return {error.code(), error.what()};
-    } catch (const OpenWBEM::CIMException& error) {
-        const int code = error.getErrNo();
-        return {code == 0 ? Failed : code, error.getMessage()};
-    } catch (const std::exception& error) {
-        return {Failed, error.what()};
-    } catch (...) {
-        return {Failed, "Unknown Exception"};
-    }
-}
-
 std::string Dispatcher::reply(const http::Request& request, const RequestMessage& message) {
-    operations::RequestContext context;
+    cimom::RequestContext context;
     context.user = request.identity.user;
     context.peer = request.peer;
     context.mayWrite = request.identity.mayWrite;
     AuditRecord audit(context, message.name(), message.nameSpace());
+    const Operation* operation = findOperation(message);
     XmlWriter content;
-    const Outcome outcome = attempt([&] { runOperation(context, message, audit, content); });
-    if (modifies(message)) {
-        audit.write(outcome.code == 0 ? "ok" : "error " + std::to_string(outcome.code) + " " + outcome.description);
+    const Outcome outcome = outcomeOf([&] { run(operation, context, message, audit, content); });
+    if (operation != nullptr && operation->modifies) {
+        audit.write(outcome);
     }
     if (outcome.code == 0) {
-        return envelope(message, content.text());
+        return envelope(message, operation, content.text());
     }
+    ++errors_;
+    const std::string code = std::to_string(outcome.code);
+    log::write(log::Level::Debug, "cimxml", lineFor(request, "error " + code + " " + outcome.description));
     XmlWriter error;
-    writeError(error, outcome.code, outcome.description);
-    log::write(log::Level::Debug, "cimxml", lineFor(request, error.text()));
-    return envelope(message, error.text());
+    Element(error, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
+    return envelope(message, operation, error.text());
 }
 
-void Dispatcher::runOperation(const operations::RequestContext& context, const RequestMessage& message,
-                              AuditRecord& audit, XmlWriter& content) {
-    const Operation* operation = message.isMethodCall() ? nullptr : findOperation(message.name());
-    if (!message.isMethodCall() && operation == nullptr) {
-        throw OperationError(NotSupported, message.name());
-    }
-    if (modifies(message) && !context.mayWrite) {
-        throw OperationError(AccessDenied, "the role of " + quote(context.user) + " is read");
-    }
-    const OpenWBEM::String nameSpace = toCim(message.nameSpace());
-    if (!cimom_.repository().hasNamespace(nameSpace)) {
-        throw OperationError(InvalidNamespace, message.nameSpace());
-    }
+void Dispatcher::run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
+                     AuditRecord& audit, XmlWriter& content) {
     if (operation == nullptr) {
-        callMethod(cimom_, context, message, audit, content);
-        return;
+        throw CimError(Status::NotSupported, message.name());
     }
+    const String nameSpace = toCim(message.nameSpace());
+    // Before the parameters are looked at: who may not write shall be told that first.
+    cimom_.admit(context, nameSpace, operation->modifies ? provider::Access::Write : provider::Access::Read);
     const Arguments arguments(message.call(), operation->parameters);
     const ObjectReader reader(cimom_, nameSpace);
     const Services services{cimom_, enumerations_, settings_.hostName, settings_.longestEnumeration};
-    OperationCall call{services, context, nameSpace, arguments, reader, audit, content};
+    OperationCall call{services, context, nameSpace, message, arguments, reader, audit, content};
     operation->run(call);
 }
 

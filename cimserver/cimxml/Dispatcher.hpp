@@ -2,20 +2,21 @@
 // writes the answer.
 #pragma once
 
-#include "Enumerations.hpp"
-#include "XmlDocument.hpp"
-
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
-#include "cimserver/operations/Cimom.hpp"
 
+#include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace cimserver::cimxml {
 
 class AuditRecord;
-class CimHeaders;
+struct Operation;
 class RequestMessage;
 class XmlWriter;
 
@@ -30,29 +31,25 @@ struct DispatcherSettings {
 class Dispatcher {
   public:
     /// `cimom` outlives the dispatcher.
-    explicit Dispatcher(operations::Cimom& cimom, DispatcherSettings settings = {});
+    explicit Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings = {});
 
     /// What is no CIM-XML request gets HTTP 400 or 501 with CIMError; everything else HTTP 200 with the result or an
     /// ERROR. Never throws.
     http::Response handle(const http::Request& request) noexcept;
+    const DispatcherSettings& settings() const { return settings_; }
+    /// Operations that ended in a CIM error since the start.
+    std::uint64_t errors() const { return errors_; }
 
   private:
-    struct Outcome {
-        int code = 0; ///< CIM status code; 0: done
-        std::string description;
-    };
-
     http::Response answer(const http::Request& request);
     std::string reply(const http::Request& request, const RequestMessage& message);
-    template <typename Work>
-    Outcome attempt(Work work);
-    void runOperation(const operations::RequestContext& context, const RequestMessage& message, AuditRecord& audit,
-                      XmlWriter& content);
-    bool modifies(const RequestMessage& message) const;
+    void run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
+             AuditRecord& audit, XmlWriter& content);
 
-    operations::Cimom& cimom_;
+    cimom::Cimom& cimom_;
     const DispatcherSettings settings_;
     Enumerations enumerations_;
+    std::atomic<std::uint64_t> errors_{0};
 };
 
 } // namespace cimserver::cimxml

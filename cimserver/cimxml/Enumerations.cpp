@@ -1,6 +1,8 @@
-#include "Enumerations.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
 
-#include "Errors.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <sys/random.h>
 
@@ -13,19 +15,19 @@ namespace {
 std::string newId() {
     std::array<unsigned char, 16> bytes{};
     if (getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-        throw OperationError(Failed, "no random numbers for an enumeration context");
+        throw CimError(Status::Failed, "no random numbers for an enumeration context");
     }
-    constexpr char digits[] = "0123456789abcdef";
+    constexpr char kDigits[] = "0123456789abcdef";
     std::string id;
     for (const unsigned char byte : bytes) {
-        id += digits[byte >> 4U];
-        id += digits[byte & 0xFU];
+        id += kDigits[byte >> 4U];
+        id += kDigits[byte & 0xFU];
     }
     return id;
 }
 
 [[noreturn]] void refuseId(const std::string& id) {
-    throw OperationError(InvalidEnumerationContext, quote(id));
+    throw CimError(Status::InvalidEnumerationContext, quote(id));
 }
 
 } // namespace
@@ -56,7 +58,7 @@ std::string Enumerations::open(EnumerationOwner owner, std::vector<std::string> 
     const std::lock_guard<std::mutex> lock(mutex_);
     dropExpired();
     if (entries_.size() >= limits_.count || entry.bytes > limits_.bytes - bytes_) {
-        throw OperationError(ServerLimitsExceeded, std::to_string(entries_.size()) + " enumerations are open");
+        throw CimError(Status::ServerLimitsExceeded, std::to_string(entries_.size()) + " enumerations are open");
     }
     entry.expires = now_() + lifetime;
     bytes_ += entry.bytes;

@@ -34,12 +34,12 @@ class Enumerations {
     explicit Enumerations(Limits limits, std::function<Clock::time_point()> now = Clock::now)
         : limits_(limits), now_(std::move(now)) {}
 
-    /// Keeps the elements (whole XML elements) and returns an id that cannot be guessed. Throws OperationError
+    /// Keeps the elements (whole XML elements) and returns an id that cannot be guessed. Throws CimError
     /// ServerLimitsExceeded.
     std::string open(EnumerationOwner owner, std::vector<std::string> elements, std::chrono::seconds lifetime);
 
     /// Moves up to `count` elements to `text`; true when these were the last ones, and the id is then unknown. Throws
-    /// OperationError InvalidEnumerationContext for an id that is unknown, expired or another's.
+    /// CimError InvalidEnumerationContext for an id that is unknown, expired or another's.
     bool pull(const std::string& id, const EnumerationOwner& owner, std::size_t count, std::string& text);
 
     /// Forgets the enumeration, whatever its elements are. Throws like pull.

@@ -1,5 +1,4 @@
-// How a request is refused: either before it is an operation (an HTTP status with a CIMError value) or as an operation
-// (a CIM status code with a description, in a reply of HTTP status 200).
+// How a request is refused before it is an operation: an HTTP status with a CIMError value.
 #pragma once
 
 #include <exception>
@@ -30,40 +29,5 @@ HttpError notValid(std::string text);
 /// The document breaks the rules of CIM-XML although its elements are known: one is missing or misplaced.
 HttpError notLooselyValid(std::string text);
 HttpError headerMismatch(std::string text);
-
-/// CIM status codes; those above 17 are younger than OpenWBEM's own list.
-enum StatusCode {
-    Failed = 1,
-    AccessDenied = 2,
-    InvalidNamespace = 3,
-    InvalidParameter = 4,
-    InvalidClass = 5,
-    NotFound = 6,
-    NotSupported = 7,
-    NoSuchProperty = 12,
-    TypeMismatch = 13,
-    QueryLanguageNotSupported = 14,
-    MethodNotFound = 17,
-    InvalidEnumerationContext = 21,
-    InvalidOperationTimeout = 22,
-    ContinuationOnErrorNotSupported = 26,
-    ServerLimitsExceeded = 27,
-};
-
-/// The operation is refused with a CIM status code; `what()` is the whole description.
-class OperationError : public std::exception {
-  public:
-    /// The description is the code's standard text with `detail` in brackets, as OpenWBEM composes it.
-    OperationError(StatusCode code, std::string_view detail);
-    const char* what() const noexcept override { return text_.c_str(); }
-    int code() const noexcept { return code_; }
-
-  private:
-    int code_;
-    std::string text_;
-};
-
-/// The text in double quotes, cut to what fits an error description.
-std::string quote(std::string_view text);
 
 } // namespace cimserver::cimxml

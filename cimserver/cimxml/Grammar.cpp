@@ -1,10 +1,9 @@
 // Content models are written close to a document type's own notation: "|" between alternatives, "," between the items
 // of one, "/" between names of which an item may be any, then ? * or + for how often. "#" is character data.
-#include "Grammar.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
 
-#include "Errors.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +25,7 @@ struct Row {
 #define FLAVORS " OVERRIDABLE:b TOSUBCLASS:b TOINSTANCE:b TRANSLATABLE:b"
 #define ORIGIN " CLASSORIGIN PROPAGATED:b"
 
-const Row rows[] = {
+const Row kRows[] = {
     {"CIM", "MESSAGE", "CIMVERSION! DTDVERSION!"},
     {"MESSAGE", "SIMPLEREQ/SIMPLERSP/MULTIREQ/MULTIRSP/SIMPLEEXPREQ/MULTIEXPREQ", "ID! PROTOCOLVERSION!"},
     {"MULTIREQ", "SIMPLEREQ, SIMPLEREQ+", ""},
@@ -131,13 +130,13 @@ Item compileItem(std::string_view text) {
     if (item.optional || item.repeated) {
         text.remove_suffix(1);
     }
-    item.names = http::split(text, '/');
+    item.names = split(text, '/');
     return item;
 }
 
 Sequence compileSequence(std::string_view text) {
     Sequence sequence;
-    for (const std::string_view item : http::split(text, ',')) {
+    for (const std::string_view item : split(text, ',')) {
         sequence.push_back(compileItem(item));
     }
     return sequence;
@@ -159,11 +158,11 @@ ElementRule compile(const Row& row) {
     const std::string_view content = row.content;
     rule.characters = content == "#";
     if (!rule.characters) {
-        for (const std::string_view alternative : http::split(content, '|')) {
+        for (const std::string_view alternative : split(content, '|')) {
             rule.alternatives.push_back(compileSequence(alternative));
         }
     }
-    for (const std::string_view attribute : http::split(row.attributes, ' ')) {
+    for (const std::string_view attribute : split(row.attributes, ' ')) {
         rule.attributes.push_back(compileAttribute(attribute));
     }
     return rule;
@@ -174,7 +173,7 @@ using Table = std::unordered_map<std::string_view, ElementRule>;
 const Table& table() {
     static const Table compiled = [] {
         Table all;
-        for (const Row& row : rows) {
+        for (const Row& row : kRows) {
             all.emplace(row.name, compile(row));
         }
         return all;
@@ -187,27 +186,27 @@ bool oneOf(std::string_view value, const std::array<std::string_view, N>& known)
     return std::find(known.begin(), known.end(), value) != known.end();
 }
 
-constexpr std::array<std::string_view, 14> cimTypes = {"string", "boolean", "uint8",    "sint8",  "uint16",
-                                                       "sint16", "uint32",  "sint32",   "uint64", "sint64",
-                                                       "real32", "real64",  "datetime", "char16"};
-constexpr std::array<std::string_view, 3> otherParameterTypes = {"reference", "object", "instance"};
-constexpr std::array<std::string_view, 3> keyTypes = {"string", "boolean", "numeric"};
-constexpr std::array<std::string_view, 2> embeddedKinds = {"object", "instance"};
+constexpr std::array<std::string_view, 14> kCimTypes = {"string", "boolean", "uint8",    "sint8",  "uint16",
+                                                        "sint16", "uint32",  "sint32",   "uint64", "sint64",
+                                                        "real32", "real64",  "datetime", "char16"};
+constexpr std::array<std::string_view, 3> kOtherParameterTypes = {"reference", "object", "instance"};
+constexpr std::array<std::string_view, 3> kKeyTypes = {"string", "boolean", "numeric"};
+constexpr std::array<std::string_view, 2> kEmbeddedKinds = {"object", "instance"};
 
 bool fits(char kind, std::string_view value, Strictness strictness) {
     switch (kind) {
     case 'b':
         return value == "true" || value == "false" ||
                (strictness == Strictness::Loose &&
-                (http::equalsIgnoringCase(value, "true") || http::equalsIgnoringCase(value, "false")));
+                (equalsIgnoringCase(value, "true") || equalsIgnoringCase(value, "false")));
     case 't':
-        return oneOf(value, cimTypes);
+        return oneOf(value, kCimTypes);
     case 'p':
-        return oneOf(value, cimTypes) || oneOf(value, otherParameterTypes);
+        return oneOf(value, kCimTypes) || oneOf(value, kOtherParameterTypes);
     case 'k':
-        return oneOf(value, keyTypes);
+        return oneOf(value, kKeyTypes);
     case 'e':
-        return oneOf(value, embeddedKinds);
+        return oneOf(value, kEmbeddedKinds);
     default:
         return true;
     }
@@ -225,10 +224,8 @@ class Checker {
         }
         checkAttributes(element, found->second);
         checkCharacters(element, found->second);
-        for (const pugi::xml_node child : element.children()) {
-            if (child.type() == pugi::node_element) {
-                check(child);
-            }
+        for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
+            check(child);
         }
         checkContent(element, found->second);
     }
@@ -240,7 +237,7 @@ class Checker {
 
     void checkAttributes(pugi::xml_node element, const ElementRule& rule) const {
         for (const AttributeRule& attribute : rule.attributes) {
-            const pugi::xml_attribute given = find(element, attribute.name);
+            const pugi::xml_attribute given = element.attribute(std::string(attribute.name).c_str());
             if (!given && attribute.required) {
                 fail(element, "attribute " + std::string(attribute.name) + " is missing");
             }
@@ -253,22 +250,10 @@ class Checker {
         }
     }
 
-    static pugi::xml_attribute find(pugi::xml_node element, std::string_view name) {
-        for (const pugi::xml_attribute attribute : element.attributes()) {
-            if (name == attribute.name()) {
-                return attribute;
-            }
-        }
-        return {};
-    }
-
     static void checkKnown(pugi::xml_node element, const ElementRule& rule) {
         for (const pugi::xml_attribute given : element.attributes()) {
-            bool known = false;
-            for (const AttributeRule& attribute : rule.attributes) {
-                known = known || attribute.name == given.name();
-            }
-            if (!known) {
+            if (std::none_of(rule.attributes.begin(), rule.attributes.end(),
+                             [&](const AttributeRule& one) { return one.name == given.name(); })) {
                 fail(element, "unknown attribute " + quote(given.name()));
             }
         }
@@ -287,7 +272,7 @@ class Checker {
     }
 
     static void checkContent(pugi::xml_node element, const ElementRule& rule) {
-        pugi::xml_node furthest = nextElement(element.first_child());
+        pugi::xml_node furthest = firstElement(element);
         if (rule.alternatives.empty() && !furthest) {
             return;
         }
@@ -302,30 +287,18 @@ class Checker {
                                : std::string("content is missing"));
     }
 
-    static pugi::xml_node nextElement(pugi::xml_node node) {
-        while (node && node.type() != pugi::node_element) {
-            node = node.next_sibling();
-        }
-        return node;
-    }
-
     static bool named(pugi::xml_node node, const Item& item) {
-        for (const std::string_view name : item.names) {
-            if (name == node.name()) {
-                return true;
-            }
-        }
-        return false;
+        return std::find(item.names.begin(), item.names.end(), node.name()) != item.names.end();
     }
 
     /// Items of one sequence never share a name with the next one, so the first fit is the only one. SIMPLEREQ,
     /// SIMPLEREQ+ is no exception: the first takes exactly one.
     static bool matches(pugi::xml_node element, const Sequence& sequence, pugi::xml_node& child) {
-        child = nextElement(element.first_child());
+        child = firstElement(element);
         for (const Item& item : sequence) {
             std::size_t count = 0;
             while (child && named(child, item) && (item.repeated || count == 0)) {
-                child = nextElement(child.next_sibling());
+                child = nextElement(child);
                 ++count;
             }
             if (count == 0 && !item.optional) {

@@ -1,9 +1,8 @@
-#include "HttpRules.hpp"
+#include "cimserver/cimxml/HttpRules.hpp"
 
-#include "Characters.hpp"
-#include "Errors.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <map>
@@ -11,7 +10,7 @@
 namespace cimserver::cimxml {
 namespace {
 
-constexpr std::string_view extension = "http://www.dmtf.org/cim/mapping/http/v1.0";
+constexpr std::string_view kExtension = "http://www.dmtf.org/cim/mapping/http/v1.0";
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -20,7 +19,7 @@ bool isDigit(char c) {
 /// The prefix that `Man: "http://www.dmtf.org/cim/mapping/http/v1.0"; ns=73` declares, "73-"; empty when it declares
 /// something else.
 std::string declaredPrefix(std::string_view man) {
-    const std::vector<std::string_view> parts = http::split(man, ';');
+    const std::vector<std::string_view> parts = split(man, ';');
     if (parts.size() != 2) {
         return {};
     }
@@ -28,20 +27,13 @@ std::string declaredPrefix(std::string_view man) {
     if (uri.size() > 2 && uri.front() == '"' && uri.back() == '"') {
         uri = uri.substr(1, uri.size() - 2);
     }
-    const std::vector<std::string_view> ns = http::split(parts[1], '=');
-    const bool shaped = ns.size() == 2 && http::equalsIgnoringCase(ns[0], "ns") && ns[1].size() == 2 &&
-                        isDigit(ns[1][0]) && isDigit(ns[1][1]);
-    return shaped && uri == extension ? std::string(ns[1]) + "-" : std::string();
+    const std::vector<std::string_view> ns = split(parts[1], '=');
+    const bool shaped = ns.size() == 2 && equalsIgnoringCase(ns[0], "ns") && ns[1].size() == 2 && isDigit(ns[1][0]) &&
+                        isDigit(ns[1][1]);
+    return shaped && uri == kExtension ? std::string(ns[1]) + "-" : std::string();
 }
 
 using Keys = std::map<std::string, std::string>;
-
-std::string lowered(std::string_view text) {
-    std::string lower(text);
-    std::transform(lower.begin(), lower.end(), lower.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-    return lower;
-}
 
 /// A quoted or bare key value at the head of `text`, which moves past it and its comma.
 std::string takeKeyValue(std::string_view& text) {
@@ -67,10 +59,10 @@ Keys keysOfHeader(std::string_view text) {
     while (!text.empty()) {
         const std::size_t equal = text.find('=');
         if (equal == std::string_view::npos) {
-            keys.emplace(lowered(text), "");
+            keys.emplace(folded(text), "");
             break;
         }
-        std::string name = lowered(http::trimmed(text.substr(0, equal)));
+        std::string name = folded(trimmed(text.substr(0, equal)));
         text.remove_prefix(equal + 1);
         keys.emplace(std::move(name), takeKeyValue(text));
     }
@@ -79,14 +71,14 @@ Keys keysOfHeader(std::string_view text) {
 
 /// The header was decoded as a whole, though some clients encode only what stands before the keys.
 bool sameKeyText(std::string_view header, std::string_view message) {
-    return http::equalsIgnoringCase(header, message) || http::equalsIgnoringCase(header, percentDecoded(message));
+    return equalsIgnoringCase(header, message) || equalsIgnoringCase(header, percentDecoded(message));
 }
 
 /// True when the keys of a header may mean those of the message. Only names and plain values are compared: references
 /// and unnamed keys are written in many ways.
 bool keysAgree(const Keys& header, pugi::xml_node instanceName) {
     for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
-        const auto found = header.find(lowered(binding.attribute("NAME").value()));
+        const auto found = header.find(folded(binding.attribute("NAME").value()));
         const pugi::xml_node value = binding.child("KEYVALUE");
         if (found == header.end() || (value && !sameKeyText(found->second, textOf(value)))) {
             return false;
@@ -95,17 +87,10 @@ bool keysAgree(const Keys& header, pugi::xml_node instanceName) {
     return true;
 }
 
-std::string_view withoutSlash(std::string_view nameSpace) {
-    while (!nameSpace.empty() && nameSpace.front() == '/') {
-        nameSpace.remove_prefix(1);
-    }
-    return nameSpace;
-}
-
 /// Whether the decoded CIMObject "root/cimv2" or "root/cimv2:Class.K=v" names the message's target.
 bool objectAgrees(std::string_view object, const RequestMessage& message) {
     const std::size_t colon = message.isMethodCall() ? object.find(':') : std::string_view::npos;
-    if (!http::equalsIgnoringCase(withoutSlash(object.substr(0, colon)), withoutSlash(message.nameSpace()))) {
+    if (!equalsIgnoringCase(withoutSlashes(object.substr(0, colon)), withoutSlashes(message.nameSpace()))) {
         return false;
     }
     if (!message.isMethodCall()) {
@@ -117,8 +102,7 @@ bool objectAgrees(std::string_view object, const RequestMessage& message) {
     const std::string_view path = object.substr(colon + 1);
     const bool instance = std::string_view(message.target().name()) == "INSTANCENAME";
     const std::size_t dot = instance ? path.find('.') : std::string_view::npos;
-    if (!http::equalsIgnoringCase(path.substr(0, dot),
-                                  message.target().attribute(instance ? "CLASSNAME" : "NAME").value())) {
+    if (!equalsIgnoringCase(path.substr(0, dot), message.target().attribute(instance ? "CLASSNAME" : "NAME").value())) {
         return false;
     }
     return !instance ||
@@ -127,6 +111,15 @@ bool objectAgrees(std::string_view object, const RequestMessage& message) {
 
 } // namespace
 
+http::Response optionsResponse() {
+    http::Response response;
+    response.fields.add("Opt", std::string(kExtension) + " ; ns=73");
+    response.fields.add("73-CIMProtocolVersion", "1.0");
+    response.fields.add("73-CIMSupportedFunctionalGroups",
+                        "basic-read, basic-write, instance-manipulation, association-traversal");
+    return response;
+}
+
 CimHeaders::CimHeaders(const http::Request& request) : request_(request) {
     if (request.method != "M-POST") {
         return;
@@ -134,7 +127,7 @@ CimHeaders::CimHeaders(const http::Request& request) : request_(request) {
     const std::string* man = request.fields.find("Man");
     prefix_ = man == nullptr ? "" : declaredPrefix(*man);
     if (prefix_.empty()) {
-        throw HttpError(501, "", "M-POST needs Man: " + std::string(extension) + "; ns=NN");
+        throw HttpError(501, "", "M-POST needs Man: " + std::string(kExtension) + "; ns=NN");
     }
 }
 
@@ -144,13 +137,13 @@ const std::string* CimHeaders::find(const std::string& name) const {
 
 void CimHeaders::requireMethodCall() const {
     const std::string* operation = find("CIMOperation");
-    if (operation == nullptr || !http::equalsIgnoringCase(http::trimmed(*operation), "MethodCall")) {
+    if (operation == nullptr || !equalsIgnoringCase(trimmed(*operation), "MethodCall")) {
         throw HttpError(400, "unsupported-operation",
                         operation == nullptr ? "CIMOperation is missing"
                                              : "CIMOperation " + quote(*operation) + " is not MethodCall");
     }
     const std::string* version = find("CIMProtocolVersion");
-    if (version != nullptr && !hasMajorVersion(http::trimmed(*version), '1')) {
+    if (version != nullptr && !hasMajorVersion(trimmed(*version), '1')) {
         throw HttpError(501, "unsupported-protocol-version", "CIMProtocolVersion " + quote(*version));
     }
 }
@@ -161,14 +154,14 @@ void CimHeaders::requireAgreement(const RequestMessage& message) const {
     if (method == nullptr || object == nullptr) {
         throw headerMismatch(method == nullptr ? "CIMMethod is missing" : "CIMObject is missing");
     }
-    if (!http::equalsIgnoringCase(percentDecoded(http::trimmed(*method)), message.name())) {
+    if (!equalsIgnoringCase(percentDecoded(trimmed(*method)), message.name())) {
         throw headerMismatch("CIMMethod " + quote(*method) + " is not " + quote(message.name()));
     }
-    if (!objectAgrees(percentDecoded(http::trimmed(*object)), message)) {
+    if (!objectAgrees(percentDecoded(trimmed(*object)), message)) {
         throw headerMismatch("CIMObject " + quote(*object) + " is not the object of the message");
     }
     const std::string* version = find("CIMProtocolVersion");
-    if (version != nullptr && http::trimmed(*version) != message.frame().protocolVersion) {
+    if (version != nullptr && trimmed(*version) != message.frame().protocolVersion) {
         throw headerMismatch("CIMProtocolVersion " + quote(*version) + " is not " +
                              quote(message.frame().protocolVersion));
     }
@@ -181,7 +174,7 @@ void CimHeaders::add(http::Response& response, const std::string& name, std::str
 void CimHeaders::addExtension(http::Response& response) const {
     if (!prefix_.empty()) {
         response.fields.add("Ext", "");
-        response.fields.add("Man", std::string(extension) + "; ns=" + prefix_.substr(0, 2));
+        response.fields.add("Man", std::string(kExtension) + "; ns=" + prefix_.substr(0, 2));
     }
 }
 

@@ -1,13 +1,15 @@
 // The CIM header fields of a request over HTTP, and those of its answer.
 #pragma once
 
-#include "RequestMessage.hpp"
-
+#include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/http/Message.hpp"
 
 #include <string>
 
 namespace cimserver::cimxml {
+
+/// The answer to OPTIONS: the protocol and the groups of operations that are offered.
+http::Response optionsResponse();
 
 /// The request's CIM header fields, under the prefix that an M-POST declares.
 class CimHeaders {
@@ -15,7 +17,7 @@ class CimHeaders {
     /// Throws HttpError 501 for an M-POST that declares another extension or none.
     explicit CimHeaders(const http::Request& request);
 
-    /// Refuses what is no method call (400 unsupported-operation) or of another protocol version (501).
+    /// Refuses anything but a method call (400 unsupported-operation), and another protocol version (501).
     void requireMethodCall() const;
     /// Refuses with header-mismatch when CIMMethod or CIMObject is missing or differs from the message.
     void requireAgreement(const RequestMessage& message) const;

@@ -1,30 +1,22 @@
 // The operations on instances, handed on to the object manager.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimxml/Audit.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
-
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMPropertyArray;
-using OpenWBEM::String;
-using OpenWBEM::StringArray;
-
-void requireProperties(const CIMClass& cimClass, const StringArray& names) {
-    for (const String& name : names) {
-        if (!cimClass.getProperty(name)) {
-            throw OperationError(NoSuchProperty, view(name));
-        }
-    }
-}
 
 /// Keys stand in the target already.
 void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
@@ -36,44 +28,15 @@ void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
     }
 }
 
-/// Runs a modification. The audit line has all that was sent until it is known what the provider is handed of it.
-template <typename Modify>
-void modifyAudited(OperationCall& call, Modify modify) {
-    std::optional<CIMPropertyArray> handedOn;
-    operations::RequestContext context = call.context;
-    context.handedOn = &handedOn;
-    const auto rename = [&] {
-        if (handedOn) {
-            auditProperties(call.audit, *handedOn);
-        }
-    };
-    try {
-        modify(context);
-    } catch (...) {
-        rename();
-        throw;
-    }
-    rename();
-}
-
-String requirePropertyName(const OperationCall& call, const CIMObjectPath& path) {
-    String name = call.arguments.text("PropertyName");
-    requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()),
-                      StringArray(std::size_t(1), name));
-    return name;
+/// A context for a modification: the audit line has all that was sent until it is known what the provider is handed of
+/// it.
+cimom::RequestContext auditedContext(OperationCall& call) {
+    cimom::RequestContext context = call.context;
+    context.onChange = [&call](const CIMPropertyArray& changes) { auditProperties(call.audit, changes); };
+    return context;
 }
 
 } // namespace
-
-RequestedSelection::RequestedSelection(const Arguments& arguments) : propertyList_(arguments.texts("PropertyList")) {
-    using namespace OpenWBEM::WBEMFlags;
-    selection_.localOnly = arguments.flag("LocalOnly") ? E_LOCAL_ONLY : E_NOT_LOCAL_ONLY;
-    selection_.deep = arguments.flag("DeepInheritance") ? E_DEEP : E_SHALLOW;
-    selection_.includeQualifiers = arguments.flag("IncludeQualifiers") ? E_INCLUDE_QUALIFIERS : E_EXCLUDE_QUALIFIERS;
-    selection_.includeClassOrigin =
-        arguments.flag("IncludeClassOrigin") ? E_INCLUDE_CLASS_ORIGIN : E_EXCLUDE_CLASS_ORIGIN;
-    selection_.propertyList = propertyList_ ? &*propertyList_ : nullptr;
-}
 
 void getInstance(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
@@ -86,7 +49,7 @@ void getInstance(OperationCall& call) {
 void enumerateInstances(OperationCall& call) {
     const RequestedSelection selection(call.arguments);
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element named(call.reply, "VALUE.NAMEDINSTANCE");
         writeInstanceName(call.reply, nameOfInstance(one, call.nameSpace));
         writeInstance(call.reply, one, selection.classOrigin());
@@ -97,7 +60,7 @@ void enumerateInstances(OperationCall& call) {
 
 void enumerateInstanceNames(OperationCall& call) {
     const Element result(call.reply, "IRETURNVALUE");
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) { writeInstanceName(call.reply, one); });
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) { writeInstanceName(call.reply, one); });
     call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
 }
 
@@ -107,18 +70,13 @@ void modifyInstance(OperationCall& call) {
     call.audit.target(path);
     const CIMInstance modified = call.reader.instance(named.child("INSTANCE"));
     if (!modified.getClassName().equalsIgnoreCase(path.getClassName())) {
-        throw OperationError(InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
-                                                   ", its name of " + quote(view(path.getClassName())));
+        throw CimError(Status::InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
+                                                     ", its name of " + quote(view(path.getClassName())));
     }
     auditProperties(call.audit, modified.getProperties());
     const RequestedSelection selection(call.arguments);
-    if (const StringArray* list = selection.get().propertyList) {
-        requireProperties(call.services.cimom.classOf(call.nameSpace, path.getClassName()), *list);
-    }
-    modifyAudited(call, [&](const operations::RequestContext& context) {
-        call.services.cimom.modifyInstance(context, call.nameSpace, path, modified, selection.get().includeQualifiers,
-                                           selection.get().propertyList);
-    });
+    call.services.cimom.modifyInstance(auditedContext(call), call.nameSpace, path, modified,
+                                       selection.get().includeQualifiers, selection.get().propertyList);
 }
 
 void createInstance(OperationCall& call) {
@@ -140,8 +98,8 @@ void deleteInstance(OperationCall& call) {
 
 void getProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
-    const String name = requirePropertyName(call, path);
-    const OpenWBEM::CIMValue found = call.services.cimom.getProperty(call.context, call.nameSpace, path, name);
+    const CIMValue found =
+        call.services.cimom.getProperty(call.context, call.nameSpace, path, call.arguments.text("PropertyName"));
     const Element result(call.reply, "IRETURNVALUE");
     writeValue(call.reply, found);
 }
@@ -149,14 +107,12 @@ void getProperty(OperationCall& call) {
 void setProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     call.audit.target(path);
-    const String name = requirePropertyName(call, path);
-    const CIMProperty known = call.services.cimom.classOf(call.nameSpace, path.getClassName()).getProperty(name);
-    const OpenWBEM::CIMValue value =
-        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), TypeMismatch);
+    const String name = call.arguments.text("PropertyName");
+    const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
+    const CIMValue value =
+        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), Status::TypeMismatch);
     call.audit.value(known.getName(), value);
-    modifyAudited(call, [&](const operations::RequestContext& context) {
-        call.services.cimom.setProperty(context, call.nameSpace, path, name, value);
-    });
+    call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);
 }
 
 } // namespace cimserver::cimxml

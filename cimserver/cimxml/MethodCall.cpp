@@ -1,22 +1,21 @@
-#include "MethodCall.hpp"
-
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "ObjectReader.hpp"
-#include "ObjectWriter.hpp"
+// Calls of methods that classes declare: the parameters are converted by the method's declaration.
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-using OpenWBEM::CIMMethod;
-using OpenWBEM::CIMParameter;
-using OpenWBEM::CIMParameterArray;
-using OpenWBEM::CIMParamValue;
-using OpenWBEM::CIMParamValueArray;
-using OpenWBEM::String;
-
 [[noreturn]] void refuse(const String& parameter, const char* what) {
-    throw OperationError(InvalidParameter, "parameter " + quote(view(parameter)) + " " + what);
+    throw CimError(Status::InvalidParameter, "parameter " + quote(view(parameter)) + " " + what);
 }
 
 const CIMParameter& requireInput(const CIMParameterArray& inputs, const String& name) {
@@ -50,29 +49,27 @@ CIMParamValueArray readParameters(const RequestMessage& message, const CIMMethod
 
 } // namespace
 
-void callMethod(operations::Cimom& cimom, const operations::RequestContext& context, const RequestMessage& message,
-                AuditRecord& audit, XmlWriter& reply) {
-    const String nameSpace = toCim(message.nameSpace());
-    const String name = toCim(message.name());
-    const ObjectReader reader(cimom, nameSpace);
-    const bool onClass = std::string_view(message.target().name()) == "CLASSNAME";
+void callMethod(OperationCall& call) {
+    const String name = toCim(call.message.name());
+    const pugi::xml_node target = call.message.target();
+    const bool onClass = std::string_view(target.name()) == "CLASSNAME";
     // A method is called on an object: without its class, it is the object that is not found.
-    const String className(message.target().attribute(onClass ? "NAME" : "CLASSNAME").value());
-    const auto& cimClass = cimom.classOf(nameSpace, className, OpenWBEM::CIMException::NOT_FOUND);
-    const auto path = onClass ? reader.className(message.target()) : reader.instanceName(message.target());
-    audit.target(path);
+    const String className(target.attribute(onClass ? "NAME" : "CLASSNAME").value());
+    const auto& cimClass = call.services.cimom.classOf(call.nameSpace, className, Status::NotFound);
+    const auto path = onClass ? call.reader.className(target) : call.reader.instanceName(target);
+    call.audit.target(path);
     const CIMMethod method = cimClass.getMethod(name);
     if (!method) {
-        throw OperationError(MethodNotFound, view(name));
+        throw CimError(Status::MethodNotFound, view(name));
     }
-    const CIMParamValueArray in = readParameters(message, method, reader);
+    const CIMParamValueArray in = readParameters(call.message, method, call.reader);
     for (const CIMParamValue& one : in) {
-        audit.value(one.getName(), one.getValue());
+        call.audit.value(one.getName(), one.getValue());
     }
     CIMParamValueArray out;
-    writeReturnValue(reply, cimom.invokeMethod(context, nameSpace, path, name, in, out));
+    writeReturnValue(call.reply, call.services.cimom.invokeMethod(call.context, call.nameSpace, path, name, in, out));
     for (const CIMParamValue& one : out) {
-        writeParamValue(reply, view(one.getName()), one.getValue());
+        writeParamValue(call.reply, view(one.getName()), one.getValue());
     }
 }
 

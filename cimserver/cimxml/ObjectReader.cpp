@@ -1,45 +1,29 @@
-#include "ObjectReader.hpp"
+#include "cimserver/cimxml/ObjectReader.hpp"
 
-#include "Characters.hpp"
-#include "RequestMessage.hpp"
-#include "ValueText.hpp"
-
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-using OpenWBEM::CIMClass;
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMPropertyArray;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
-
 /// More keys than any class has: a bound for paths whose class the schema does not know.
-constexpr std::size_t mostKeys = 64;
+constexpr std::size_t kMostKeys = 64;
 
 String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
     return String(element.attribute(attribute).value());
 }
 
-pugi::xml_node firstElement(pugi::xml_node holder) {
-    pugi::xml_node child = holder.first_child();
-    while (child && child.type() != pugi::node_element) {
-        child = child.next_sibling();
-    }
-    return child;
-}
-
 /// The value inside PROPERTY and its like, behind the qualifiers.
 pugi::xml_node valueElement(pugi::xml_node holder) {
-    pugi::xml_node child = holder.last_child();
-    while (child && (child.type() != pugi::node_element || std::string_view(child.name()) == "QUALIFIER")) {
-        child = child.previous_sibling();
-    }
-    return child;
+    const pugi::xml_node last = lastElement(holder);
+    return std::string_view(last.name()) == "QUALIFIER" ? pugi::xml_node() : last;
 }
 
 std::string typeText(const CIMDataType& type) {
@@ -50,10 +34,10 @@ std::string typeText(const CIMDataType& type) {
 struct Subject {
     std::string_view name;
     const CIMDataType& type;
-    StatusCode mismatch;
+    Status mismatch;
 
     [[noreturn]] void refuse(const std::string& what) const {
-        throw OperationError(mismatch, std::string(name) + ": " + what + " is not " + typeText(type));
+        throw CimError(mismatch, std::string(name) + ": " + what + " is not " + typeText(type));
     }
 };
 
@@ -68,13 +52,11 @@ CIMValue scalarValue(pugi::xml_node element, const Subject& subject) {
 
 CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
     std::vector<std::string> texts;
-    for (pugi::xml_node item = firstElement(element); item; item = item.next_sibling()) {
+    for (pugi::xml_node item = firstElement(element); item; item = nextElement(item)) {
         if (std::string_view(item.name()) == "VALUE.NULL") {
             subject.refuse("a NULL element in the array");
         }
-        if (item.type() == pugi::node_element) {
-            texts.push_back(textOf(item));
-        }
+        texts.push_back(textOf(item));
     }
     const auto most = subject.type.getSize();
     if (most > 0 && texts.size() > static_cast<std::size_t>(most)) {
@@ -105,7 +87,7 @@ void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const 
     const String name = next.getName();
     for (const CIMProperty& one : present) {
         if (one.getName().equalsIgnoreCase(name)) {
-            throw OperationError(InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
+            throw CimError(Status::InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
         }
     }
 }
@@ -114,7 +96,7 @@ void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const 
 String onlyKey(const CIMClass* cimClass, const String& className) {
     const CIMPropertyArray keys = cimClass != nullptr ? cimClass->getKeys() : CIMPropertyArray();
     if (keys.size() != 1) {
-        throw OperationError(InvalidParameter, "the key value of " + toStd(className) + " has no name");
+        throw CimError(Status::InvalidParameter, "the key value of " + toStd(className) + " has no name");
     }
     return keys[0].getName();
 }
@@ -122,11 +104,11 @@ String onlyKey(const CIMClass* cimClass, const String& className) {
 } // namespace
 
 CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std::string_view name,
-                             StatusCode mismatch) const {
+                             Status mismatch) const {
     const Subject subject{name, type, mismatch};
     const pugi::xml_node element = valueElement(holder);
     if (!element) {
-        return CIMValue(OpenWBEM::CIMNULL);
+        return CIMValue(CIMNULL);
     }
     const std::string_view kind = element.name();
     if (!type.isReferenceType() && kind == (type.isArrayType() ? "VALUE.ARRAY" : "VALUE")) {
@@ -136,7 +118,7 @@ CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std
         return CIMValue(reference(element));
     }
     if (type.isReferenceType() && type.isArrayType() && kind == "VALUE.REFARRAY") {
-        OpenWBEM::CIMObjectPathArray paths;
+        CIMObjectPathArray paths;
         for (const pugi::xml_node item : element.children("VALUE.REFERENCE")) {
             paths.push_back(reference(item));
         }
@@ -164,8 +146,8 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
     for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
         const CIMProperty next = key(binding, nameOf(binding), cimClass);
         requireNew(keys, next, "key");
-        if (keys.size() == mostKeys) {
-            throw OperationError(InvalidParameter, "the path of " + toStd(className) + " has too many keys");
+        if (keys.size() == kMostKeys) {
+            throw CimError(Status::InvalidParameter, "the path of " + toStd(className) + " has too many keys");
         }
         keys.push_back(next);
     }
@@ -175,15 +157,15 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
 }
 
 CIMProperty ObjectReader::key(pugi::xml_node holder, const String& name, const CIMClass* cimClass) const {
-    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(OpenWBEM::CIMNULL);
+    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(CIMNULL);
     if (cimClass != nullptr && (!known || !known.isKey())) {
-        throw OperationError(InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
+        throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
     }
     const pugi::xml_node keyValue = holder.child("KEYVALUE");
     const CIMDataType type = known      ? known.getDataType()
                              : keyValue ? claimedType(keyValue)
                                         : CIMDataType(CIMDataType::REFERENCE);
-    const Subject subject{view(name), type, InvalidParameter};
+    const Subject subject{view(name), type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
         subject.refuse(firstElement(holder).name());
     }
@@ -231,10 +213,7 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
     const String name = nameOf(element);
-    CIMProperty result = cimClass.getProperty(name);
-    if (!result) {
-        throw OperationError(NoSuchProperty, toStd(name));
-    }
+    CIMProperty result = cimom::propertyOf(cimClass, name);
     result.setValue(value(element, result.getDataType(), view(name)));
     return result;
 }

@@ -2,9 +2,8 @@
 // request claims, a value that does not fit the class is refused here and never reaches a provider.
 #pragma once
 
-#include "Errors.hpp"
-
-#include "cimserver/operations/Cimom.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -14,13 +13,12 @@
 
 namespace cimserver::cimxml {
 
-/// Reads elements that have passed checkGrammar. Everything throws OperationError (InvalidParameter unless said) or
+/// Reads elements that have passed checkGrammar. Everything throws CimError (InvalidParameter unless said) or
 /// what Cimom::classOf throws for a namespace or class that does not exist.
 class ObjectReader {
   public:
     /// Both live as long as the reader.
-    ObjectReader(const operations::Cimom& cimom, const OpenWBEM::String& nameSpace)
-        : cimom_(cimom), nameSpace_(nameSpace) {}
+    ObjectReader(const cimom::Cimom& cimom, const OpenWBEM::String& nameSpace) : cimom_(cimom), nameSpace_(nameSpace) {}
 
     /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
     /// does not have, or twice, is refused; a missing one is left out.
@@ -33,7 +31,7 @@ class ObjectReader {
     /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. What does not fit
     /// the type is refused with `mismatch`, naming `name`.
     OpenWBEM::CIMValue value(pugi::xml_node holder, const OpenWBEM::CIMDataType& type, std::string_view name,
-                             StatusCode mismatch = InvalidParameter) const;
+                             Status mismatch = Status::InvalidParameter) const;
 
   private:
     OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& nameSpace,
@@ -43,7 +41,7 @@ class ObjectReader {
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
 
-    const operations::Cimom& cimom_;
+    const cimom::Cimom& cimom_;
     const OpenWBEM::String& nameSpace_;
 };
 

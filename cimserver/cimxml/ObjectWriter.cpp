@@ -1,66 +1,25 @@
-#include "ObjectWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
 
-#include "Characters.hpp"
-#include "ClassWriter.hpp"
-#include "Errors.hpp"
-#include "ValueText.hpp"
-
-#include "cimserver/Log.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <limits>
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMObjectPathArray;
-using OpenWBEM::CIMProperty;
-using OpenWBEM::CIMQualifier;
-using OpenWBEM::CIMQualifierArray;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
-
-constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 void warn(const std::string& text) {
     log::write(log::Level::Warning, "cimxml", text);
-}
-
-void writeNameSpace(XmlWriter& writer, const String& nameSpace) {
-    const Element path(writer, "LOCALNAMESPACEPATH");
-    for (const std::string_view part : http::split(view(nameSpace), '/')) {
-        Element(writer, "NAMESPACE").attribute("NAME", part);
-    }
-}
-
-void writeNameSpacePath(XmlWriter& writer, std::string_view host, const String& nameSpace) {
-    const Element path(writer, "NAMESPACEPATH");
-    Element(writer, "HOST").text(host);
-    writeNameSpace(writer, nameSpace);
-}
-
-/// INSTANCENAME or CLASSNAME: a path without keys names a class.
-void writeLocalName(XmlWriter& writer, const CIMObjectPath& path) {
-    if (path.isClassPath()) {
-        Element(writer, "CLASSNAME").attribute("NAME", view(path.getClassName()));
-    } else {
-        writeInstanceName(writer, path);
-    }
-}
-
-void writeReference(XmlWriter& writer, const CIMObjectPath& path) {
-    const Element reference(writer, "VALUE.REFERENCE");
-    if (path.getNameSpace().empty()) {
-        writeLocalName(writer, path);
-    } else {
-        const Element local(writer, path.isClassPath() ? "LOCALCLASSPATH" : "LOCALINSTANCEPATH");
-        writeNameSpace(writer, path.getNameSpace());
-        writeLocalName(writer, path);
-    }
 }
 
 void writeReferences(XmlWriter& writer, const CIMValue& value) {
@@ -81,7 +40,7 @@ std::string embeddedText(const CIMInstance& instance) {
     return inner.take();
 }
 
-std::string embeddedText(const OpenWBEM::CIMClass& cimClass) {
+std::string embeddedText(const CIMClass& cimClass) {
     XmlWriter inner;
     writeClass(inner, cimClass, ClassForm());
     return inner.take();
@@ -100,10 +59,10 @@ std::vector<std::optional<std::string>> textsOf(const CIMValue& value) {
     switch (value.getType()) {
     case CIMDataType::EMBEDDEDINSTANCE:
         return embeddedTexts(value.isArray() ? value.toCIMInstanceArray()
-                                             : OpenWBEM::CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
+                                             : CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
     case CIMDataType::EMBEDDEDCLASS:
         return embeddedTexts(value.isArray() ? value.toCIMClassArray()
-                                             : OpenWBEM::CIMClassArray(std::size_t(1), value.toCIMClass()));
+                                             : CIMClassArray(std::size_t(1), value.toCIMClass()));
     default:
         return formatValue(value);
     }
@@ -137,34 +96,6 @@ bool hasText(const CIMValue& value, std::string_view name) {
     return false;
 }
 
-std::string_view keyValueType(CIMDataType::Type type) {
-    if (type == CIMDataType::BOOLEAN) {
-        return "boolean";
-    }
-    return CIMDataType::isNumericType(type) ? "numeric" : "string";
-}
-
-void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& className) {
-    const CIMValue value = key.getValue();
-    if (!value || value.isArray()) {
-        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " has no value");
-    }
-    Element binding(writer, "KEYBINDING");
-    binding.attribute("NAME", view(key.getName()));
-    if (value.getType() == CIMDataType::REFERENCE) {
-        writeReference(writer, value.toCIMObjectPath());
-        return;
-    }
-    const auto text = textsOf(value).front();
-    if (!text) {
-        throw OperationError(Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
-    }
-    Element(writer, "KEYVALUE")
-        .attribute("VALUETYPE", keyValueType(value.getType()))
-        .attribute("TYPE", typeName(value.getType()))
-        .text(*text);
-}
-
 /// What decides a property's element and TYPE: the value when there is one, for a provider may deliver another type.
 struct Shape {
     CIMDataType::Type type;
@@ -191,6 +122,19 @@ std::string_view propertyElement(const Shape& shape) {
     return shape.array ? "PROPERTY.ARRAY" : "PROPERTY";
 }
 
+void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQualifierArray& qualifiers) {
+    bool instance = type == CIMDataType::EMBEDDEDINSTANCE;
+    bool object = type == CIMDataType::EMBEDDEDCLASS;
+    for (const CIMQualifier& qualifier : qualifiers) {
+        instance =
+            instance || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedInstance"));
+        object = object || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedObject"));
+    }
+    if (instance || object) {
+        writer.attribute("EmbeddedObject", instance ? "instance" : "object");
+    }
+}
+
 void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMProperty& property, const Shape& shape,
                              const ObjectForm& form) {
     const CIMDataType declared = property.getDataType();
@@ -211,7 +155,7 @@ void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMPrope
 
 /// The length to which ValueMap and Values are cut, for clients that pair them up.
 std::size_t pairLimit(const CIMQualifierArray& qualifiers) {
-    std::size_t limit = noLimit;
+    std::size_t limit = kNoLimit;
     std::size_t found = 0;
     for (const CIMQualifier& qualifier : qualifiers) {
         const String name = qualifier.getName();
@@ -221,11 +165,10 @@ std::size_t pairLimit(const CIMQualifierArray& qualifiers) {
             ++found;
         }
     }
-    return found == 2 ? limit : noLimit;
+    return found == 2 ? limit : kNoLimit;
 }
 
 void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_t limit) {
-    using OpenWBEM::CIMFlavor;
     const CIMValue value = qualifier.getValue();
     const CIMDataType declared = qualifier.getDefaults() ? qualifier.getDefaults().getDataType() : CIMDataType();
     Element element(writer, "QUALIFIER");
@@ -242,6 +185,79 @@ void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_
     }
 }
 
+void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, bool withPropagated) {
+    const std::size_t limit = pairLimit(qualifiers);
+    for (const CIMQualifier& qualifier : qualifiers) {
+        if (withPropagated || !qualifier.getPropagated()) {
+            const String name = qualifier.getName();
+            const bool paired = name.equalsIgnoreCase("ValueMap") || name.equalsIgnoreCase("Values");
+            writeQualifier(writer, qualifier, paired ? limit : kNoLimit);
+        }
+    }
+}
+
+bool listed(const StringArray* list, const String& name) {
+    return list == nullptr ||
+           std::any_of(list->begin(), list->end(), [&](const String& one) { return one.equalsIgnoreCase(name); });
+}
+
+std::string_view parameterElement(const CIMDataType& type) {
+    if (type.isReferenceType()) {
+        return type.isArrayType() ? "PARAMETER.REFARRAY" : "PARAMETER.REFERENCE";
+    }
+    return type.isArrayType() ? "PARAMETER.ARRAY" : "PARAMETER";
+}
+
+void writeParameter(XmlWriter& writer, const CIMParameter& parameter, const ObjectForm& form) {
+    const CIMDataType type = parameter.getType();
+    const bool sized = type.isArrayType() && type.getSize() > 0;
+    Element element(writer, parameterElement(type));
+    element.attribute("NAME", view(parameter.getName()));
+    if (type.isReferenceType()) {
+        element.attributeIf(!type.getRefClassName().empty(), "REFERENCECLASS", view(type.getRefClassName()));
+    } else {
+        element.attribute("TYPE", typeName(type.getType()));
+    }
+    element.attributeIf(sized, "ARRAYSIZE", std::to_string(type.getSize()));
+    if (form.qualifiers) {
+        writeQualifiers(writer, parameter.getQualifiers(), true);
+    }
+}
+
+void writeMethod(XmlWriter& writer, const CIMMethod& method, const ObjectForm& form) {
+    const String origin = method.getOriginClass();
+    Element element(writer, "METHOD");
+    element.attribute("NAME", view(method.getName()))
+        .attribute("TYPE", typeName(method.getReturnType().getType()))
+        .attributeIf(form.classOrigin && !origin.empty(), "CLASSORIGIN", view(origin))
+        .attributeIf(method.getPropagated(), "PROPAGATED", "true");
+    if (form.qualifiers) {
+        writeQualifiers(writer, method.getQualifiers(), true);
+    }
+    for (const CIMParameter& parameter : method.getParameters()) {
+        writeParameter(writer, parameter, form);
+    }
+}
+
+struct ScopeName {
+    CIMScope::Scope scope;
+    const char* attribute;
+};
+
+constexpr ScopeName kScopeNames[] = {
+    {CIMScope::CLASS, "CLASS"},           {CIMScope::ASSOCIATION, "ASSOCIATION"}, {CIMScope::REFERENCE, "REFERENCE"},
+    {CIMScope::PROPERTY, "PROPERTY"},     {CIMScope::METHOD, "METHOD"},           {CIMScope::PARAMETER, "PARAMETER"},
+    {CIMScope::INDICATION, "INDICATION"},
+};
+
+void writeScope(XmlWriter& writer, const CIMQualifierType& declaration) {
+    const bool any = declaration.hasScope(CIMScope(CIMScope::ANY));
+    Element element(writer, "SCOPE");
+    for (const ScopeName& known : kScopeNames) {
+        element.attributeIf(any || declaration.hasScope(CIMScope(known.scope)), known.attribute, "true");
+    }
+}
+
 } // namespace
 
 void writeValue(XmlWriter& writer, const CIMValue& value) {
@@ -251,49 +267,7 @@ void writeValue(XmlWriter& writer, const CIMValue& value) {
     if (value.getType() == CIMDataType::REFERENCE) {
         writeReferences(writer, value);
     } else {
-        writeTexts(writer, value, noLimit);
-    }
-}
-
-void writeInstanceName(XmlWriter& writer, const CIMObjectPath& path) {
-    Element name(writer, "INSTANCENAME");
-    name.attribute("CLASSNAME", view(path.getClassName()));
-    for (const CIMProperty& key : path.getKeys()) {
-        writeKeyBinding(writer, key, path.getClassName());
-    }
-}
-
-void writeInstancePath(XmlWriter& writer, const CIMObjectPath& path, std::string_view host, const String& nameSpace) {
-    const Element full(writer, "INSTANCEPATH");
-    writeNameSpacePath(writer, host, path.getNameSpace().empty() ? nameSpace : path.getNameSpace());
-    writeInstanceName(writer, path);
-}
-
-CIMObjectPath nameOfInstance(const CIMInstance& instance, const String& nameSpace) {
-    return {nameSpace, instance};
-}
-
-void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, bool withPropagated) {
-    const std::size_t limit = pairLimit(qualifiers);
-    for (const CIMQualifier& qualifier : qualifiers) {
-        if (withPropagated || !qualifier.getPropagated()) {
-            const String name = qualifier.getName();
-            const bool paired = name.equalsIgnoreCase("ValueMap") || name.equalsIgnoreCase("Values");
-            writeQualifier(writer, qualifier, paired ? limit : noLimit);
-        }
-    }
-}
-
-void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQualifierArray& qualifiers) {
-    bool instance = type == CIMDataType::EMBEDDEDINSTANCE;
-    bool object = type == CIMDataType::EMBEDDEDCLASS;
-    for (const CIMQualifier& qualifier : qualifiers) {
-        instance =
-            instance || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedInstance"));
-        object = object || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedObject"));
-    }
-    if (instance || object) {
-        writer.attribute("EmbeddedObject", instance ? "instance" : "object");
+        writeTexts(writer, value, kNoLimit);
     }
 }
 
@@ -344,12 +318,46 @@ void writeReturnValue(XmlWriter& writer, const CIMValue& value) {
         return;
     }
     if (value.isArray()) {
-        throw OperationError(Failed, "the method returned an array");
+        throw CimError(Status::Failed, "the method returned an array");
     }
     Element element(writer, "RETURNVALUE");
     writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());
     element.attribute("PARAMTYPE", typeName(value.getType()));
     writeValue(writer, value);
+}
+
+void writeClass(XmlWriter& writer, const CIMClass& cimClass, const ClassForm& form) {
+    const std::string name = toStd(cimClass.getName());
+    const String superClass = cimClass.getSuperClass();
+    Element element(writer, "CLASS");
+    element.attribute("NAME", name).attributeIf(!superClass.empty(), "SUPERCLASS", view(superClass));
+    if (form.object.qualifiers) {
+        writeQualifiers(writer, cimClass.getQualifiers(), !form.localOnly);
+    }
+    for (const CIMProperty& property : cimClass.getAllProperties()) {
+        if (!(form.localOnly && property.getPropagated()) && listed(form.propertyList, property.getName())) {
+            writeProperty(writer, property, name, form.object);
+        }
+    }
+    for (const CIMMethod& method : cimClass.getAllMethods()) {
+        if (!(form.localOnly && method.getPropagated())) {
+            writeMethod(writer, method, form.object);
+        }
+    }
+}
+
+void writeQualifierDeclaration(XmlWriter& writer, const CIMQualifierType& declaration) {
+    const CIMDataType type = declaration.getDataType();
+    Element element(writer, "QUALIFIER.DECLARATION");
+    element.attribute("NAME", view(declaration.getName()))
+        .attribute("TYPE", typeName(type.getType()))
+        .attribute("ISARRAY", type.isArrayType() ? "true" : "false")
+        .attributeIf(type.isArrayType() && type.getSize() > 0, "ARRAYSIZE", std::to_string(type.getSize()))
+        .attributeIf(declaration.hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)), "OVERRIDABLE", "false")
+        .attributeIf(declaration.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED)), "TOSUBCLASS", "false")
+        .attributeIf(declaration.hasFlavor(CIMFlavor(CIMFlavor::TRANSLATE)), "TRANSLATABLE", "true");
+    writeScope(writer, declaration);
+    writeValue(writer, declaration.getDefaultValue());
 }
 
 } // namespace cimserver::cimxml

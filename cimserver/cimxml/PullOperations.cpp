@@ -1,23 +1,26 @@
 // The operations that deliver an enumeration in pieces. The provider is asked once, when the enumeration is opened.
-#include "Characters.hpp"
-#include "Errors.hpp"
-#include "InstanceReads.hpp"
-#include "ObjectWriter.hpp"
-#include "Operations.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/cimxml/ObjectWriter.hpp"
+#include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-using OpenWBEM::CIMInstance;
-using OpenWBEM::CIMObjectPath;
-using OpenWBEM::CIMValue;
-
-constexpr std::chrono::seconds usualLifetime{60};
-constexpr const char* withPath = "VALUE.INSTANCEWITHPATH";
-constexpr const char* pathOnly = "INSTANCEPATH";
+constexpr std::chrono::seconds kUsualLifetime{60};
+constexpr const char* kWithPath = "VALUE.INSTANCEWITHPATH";
+constexpr const char* kPathOnly = "INSTANCEPATH";
 
 /// The namespace in its own spelling, so that an alias means the same enumeration.
 EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
@@ -27,24 +30,24 @@ EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
 std::chrono::seconds lifetimeOf(const OperationCall& call) {
     const auto asked = call.arguments.number("OperationTimeout");
     if (!asked) {
-        return std::min(usualLifetime, call.services.longestEnumeration);
+        return std::min(kUsualLifetime, call.services.longestEnumeration);
     }
     const std::chrono::seconds lifetime(*asked);
     if (lifetime.count() == 0 || lifetime > call.services.longestEnumeration) {
-        throw OperationError(InvalidOperationTimeout, "OperationTimeout must be 1 to " +
-                                                          std::to_string(call.services.longestEnumeration.count()) +
-                                                          " seconds");
+        throw CimError(Status::InvalidOperationTimeout, "OperationTimeout must be 1 to " +
+                                                            std::to_string(call.services.longestEnumeration.count()) +
+                                                            " seconds");
     }
     return lifetime;
 }
 
 void requirePlainEnumeration(const OperationCall& call) {
     if (call.arguments.has("FilterQueryLanguage") || call.arguments.has("FilterQuery")) {
-        throw OperationError(QueryLanguageNotSupported,
-                             "FilterQueryLanguage " + quote(view(call.arguments.text("FilterQueryLanguage"))));
+        throw CimError(Status::QueryLanguageNotSupported,
+                       "FilterQueryLanguage " + quote(view(call.arguments.text("FilterQueryLanguage"))));
     }
     if (call.arguments.flag("ContinueOnError")) {
-        throw OperationError(ContinuationOnErrorNotSupported, "ContinueOnError");
+        throw CimError(Status::ContinuationOnErrorNotSupported, "ContinueOnError");
     }
 }
 
@@ -90,10 +93,10 @@ void openEnumerateInstances(OperationCall& call) {
     static_cast<void>(lifetimeOf(call));
     const RequestedSelection selection(call.arguments);
     std::vector<std::string> elements;
-    auto sink = makeSink<CIMInstance>([&](const CIMInstance& one) {
+    Sink<CIMInstance> sink([&](const CIMInstance& one) {
         XmlWriter writer;
         {
-            const Element object(writer, withPath);
+            const Element object(writer, kWithPath);
             writeInstancePath(writer, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
             writeInstance(writer, one, selection.classOrigin());
         }
@@ -101,28 +104,28 @@ void openEnumerateInstances(OperationCall& call) {
     });
     call.services.cimom.enumInstances(call.context, call.nameSpace, call.arguments.className("ClassName"),
                                       selection.get(), sink);
-    openWith(call, withPath, std::move(elements));
+    openWith(call, kWithPath, std::move(elements));
 }
 
 void openEnumerateInstancePaths(OperationCall& call) {
     requirePlainEnumeration(call);
     static_cast<void>(lifetimeOf(call));
     std::vector<std::string> elements;
-    auto sink = makeSink<CIMObjectPath>([&](const CIMObjectPath& one) {
+    Sink<CIMObjectPath> sink([&](const CIMObjectPath& one) {
         XmlWriter writer;
         writeInstancePath(writer, one, call.services.hostName, call.nameSpace);
         elements.push_back(writer.take());
     });
     call.services.cimom.enumInstanceNames(call.context, call.nameSpace, call.arguments.className("ClassName"), sink);
-    openWith(call, pathOnly, std::move(elements));
+    openWith(call, kPathOnly, std::move(elements));
 }
 
 void pullInstancesWithPath(OperationCall& call) {
-    pullFrom(call, withPath);
+    pullFrom(call, kWithPath);
 }
 
 void pullInstancePaths(OperationCall& call) {
-    pullFrom(call, pathOnly);
+    pullFrom(call, kPathOnly);
 }
 
 void closeEnumeration(OperationCall& call) {

@@ -1,16 +1,17 @@
-#include "RequestMessage.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
 
-#include "Errors.hpp"
-#include "Grammar.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 
 namespace cimserver::cimxml {
 namespace {
 
-constexpr std::size_t longestId = 1024;
+constexpr std::size_t kLongestId = 1024;
 /// The newest minor version of the document type whose elements replies use.
-constexpr char newestDtdMinor = '4';
+constexpr char kNewestDtdMinor = '4';
 
 void requireVersion(pugi::xml_node element, const char* attribute, char major, const char* cimError) {
     const pugi::xml_attribute given = element.attribute(attribute);
@@ -39,10 +40,10 @@ void requireValid(pugi::xml_node cim) {
     }
 }
 
-/// Versions of the request's own level when replies keep to it, else the newest level that they keep to.
+/// The request's own version when replies keep to it, else the newest one that they keep to.
 std::string dtdVersionFor(std::string_view asked) {
-    const bool known = asked.size() == 3 && asked.back() <= newestDtdMinor;
-    return known ? std::string(asked) : std::string("2.") + newestDtdMinor;
+    const bool known = asked.size() == 3 && asked.back() <= kNewestDtdMinor;
+    return known ? std::string(asked) : std::string("2.") + kNewestDtdMinor;
 }
 
 } // namespace
@@ -75,10 +76,7 @@ RequestMessage::RequestMessage(std::string_view body, const XmlLimits& limits) :
     if (!request) {
         throw HttpError(400, "unsupported-operation", "the message is not a request");
     }
-    call_ = request.last_child();
-    while (call_.type() != pugi::node_element) {
-        call_ = call_.previous_sibling();
-    }
+    call_ = lastElement(request);
     pugi::xml_node path = call_;
     if (isMethodCall()) {
         path = call_.child("LOCALINSTANCEPATH") ? call_.child("LOCALINSTANCEPATH") : call_.child("LOCALCLASSPATH");
@@ -90,8 +88,8 @@ RequestMessage::RequestMessage(std::string_view body, const XmlLimits& limits) :
 void RequestMessage::readFrame(pugi::xml_node cim) {
     const pugi::xml_node message = cim.child("MESSAGE");
     frame_.id = message.attribute("ID").value();
-    if (frame_.id.size() > longestId) {
-        throw notLooselyValid("the message ID has more than " + std::to_string(longestId) + " bytes");
+    if (frame_.id.size() > kLongestId) {
+        throw notLooselyValid("the message ID has more than " + std::to_string(kLongestId) + " bytes");
     }
     frame_.protocolVersion = message.attribute("PROTOCOLVERSION").value();
     frame_.cimVersion = cim.attribute("CIMVERSION").value();

@@ -1,10 +1,13 @@
-#include "ValueText.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
 
-#include "Characters.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/common/Text.hpp"
+#include "cimserver/common/Utf8.hpp"
 
 #include "OW_Array.hpp"
+#include "OW_Bool.hpp"
+#include "OW_CIMDateTime.hpp"
+#include "OW_Char16.hpp"
 #include "OW_Exception.hpp"
 
 #include <charconv>
@@ -12,15 +15,52 @@
 #include <type_traits>
 
 namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
 namespace {
 
-using OpenWBEM::Array;
-using OpenWBEM::Bool;
-using OpenWBEM::Char16;
-using OpenWBEM::CIMDataType;
-using OpenWBEM::CIMDateTime;
-using OpenWBEM::CIMValue;
-using OpenWBEM::String;
+/// Carries a C++ type as a value.
+template <typename T>
+struct TypeTag {
+    using type = T;
+};
+
+/// Calls `use` with the TypeTag of the C++ type that holds values of a simple type; for anything else with that of
+/// String.
+template <typename Use>
+auto withType(CIMDataType::Type type, Use&& use) {
+    switch (type) {
+    case CIMDataType::UINT8:
+        return use(TypeTag<UInt8>());
+    case CIMDataType::SINT8:
+        return use(TypeTag<Int8>());
+    case CIMDataType::UINT16:
+        return use(TypeTag<UInt16>());
+    case CIMDataType::SINT16:
+        return use(TypeTag<Int16>());
+    case CIMDataType::UINT32:
+        return use(TypeTag<UInt32>());
+    case CIMDataType::SINT32:
+        return use(TypeTag<Int32>());
+    case CIMDataType::UINT64:
+        return use(TypeTag<UInt64>());
+    case CIMDataType::SINT64:
+        return use(TypeTag<Int64>());
+    case CIMDataType::REAL32:
+        return use(TypeTag<Real32>());
+    case CIMDataType::REAL64:
+        return use(TypeTag<Real64>());
+    case CIMDataType::BOOLEAN:
+        return use(TypeTag<Bool>());
+    case CIMDataType::CHAR16:
+        return use(TypeTag<Char16>());
+    case CIMDataType::DATETIME:
+        return use(TypeTag<CIMDateTime>());
+    default:
+        return use(TypeTag<String>());
+    }
+}
 
 std::string_view withoutBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\r\n");
@@ -59,9 +99,9 @@ bool parse(std::string_view text, Bool& value) {
 }
 
 bool parse(std::string_view text, Char16& value) {
-    const Decoded decoded = text.empty() ? Decoded() : decodeCharacter(text);
-    value = Char16(static_cast<OpenWBEM::UInt16>(decoded.character));
-    return decoded.valid && decoded.length == text.size() && decoded.character <= 0xFFFF;
+    const Character decoded = text.empty() ? Character() : decodeUtf8(text);
+    value = Char16(static_cast<UInt16>(decoded.code));
+    return decoded.valid && decoded.length == text.size() && decoded.code <= 0xFFFF;
 }
 
 bool parse(std::string_view text, CIMDateTime& value) {
@@ -94,20 +134,10 @@ std::optional<std::string> format(const Bool& value) {
     return value ? "TRUE" : "FALSE";
 }
 
-/// UTF-8 by hand: half of a surrogate pair must come out as bytes that the writer replaces, not vanish.
+/// Half of a surrogate pair comes out as bytes that the writer replaces.
 std::optional<std::string> format(const Char16& value) {
-    const unsigned code = value.getValue();
-    if (code < 0x80) {
-        return std::string(1, static_cast<char>(code));
-    }
     std::string text;
-    if (code < 0x800) {
-        text += static_cast<char>(0xC0U | (code >> 6U));
-    } else {
-        text += static_cast<char>(0xE0U | (code >> 12U));
-        text += static_cast<char>(0x80U | ((code >> 6U) & 0x3FU));
-    }
-    text += static_cast<char>(0x80U | (code & 0x3FU));
+    appendUtf8(text, value.getValue());
     return text;
 }
 
@@ -115,7 +145,7 @@ std::optional<std::string> format(const CIMDateTime& value) {
     try {
         std::string text = toStd(value.toString());
         return isDateTime(text) ? std::optional<std::string>(std::move(text)) : std::nullopt;
-    } catch (const OpenWBEM::Exception&) {
+    } catch (const Exception&) {
         return std::nullopt; // a null date-time inside a value
     }
 }
@@ -136,9 +166,9 @@ bool between(int value, int low, int high) {
 }
 
 int daysIn(int year, int month) {
-    constexpr int days[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    constexpr int kDays[] = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
     const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-    return month == 2 && leap ? 29 : days[month - 1];
+    return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
 bool isDate(std::string_view text) {
@@ -150,16 +180,16 @@ bool isDate(std::string_view text) {
 } // namespace
 
 std::string_view typeName(CIMDataType::Type type) {
-    constexpr std::string_view names[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
-                                          "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
-                                          "real64", "datetime", "char16", "reference"};
-    return static_cast<std::size_t>(type) < std::size(names) ? names[type] : "string";
+    constexpr std::string_view kNames[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
+                                           "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
+                                           "real64", "datetime", "char16", "reference"};
+    return static_cast<std::size_t>(type) < std::size(kNames) ? kNames[type] : "string";
 }
 
 std::optional<bool> parseBoolean(std::string_view text) {
     text = withoutBlanks(text);
-    const bool isTrue = http::equalsIgnoringCase(text, "true");
-    return isTrue || http::equalsIgnoringCase(text, "false") ? std::optional<bool>(isTrue) : std::nullopt;
+    const bool isTrue = equalsIgnoringCase(text, "true");
+    return isTrue || equalsIgnoringCase(text, "false") ? std::optional<bool>(isTrue) : std::nullopt;
 }
 
 bool isDateTime(std::string_view text) {

@@ -1,9 +1,8 @@
 // Expat judges the text strictly, pugixml builds the tree: what passes the first means the same to the second.
-#include "XmlDocument.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 
-#include "Errors.hpp"
-
-#include "cimserver/http/Text.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <expat.h>
 
@@ -22,8 +21,8 @@ struct ParserDeleter {
 /// True for the reference at the head of a text that needs no declaration: &amp; and its like, or a character by
 /// number.
 bool isOwnReference(std::string_view text) {
-    constexpr std::string_view known[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
-    return std::any_of(std::begin(known), std::end(known),
+    constexpr std::string_view kKnown[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
+    return std::any_of(std::begin(kKnown), std::end(kKnown),
                        [&](std::string_view one) { return text.substr(0, one.size()) == one; });
 }
 
@@ -81,8 +80,8 @@ class WellFormedness {
     static WellFormedness& of(void* self) { return *static_cast<WellFormedness*>(self); }
 
     static void declaration(void* self, const XML_Char* /*version*/, const XML_Char* encoding, int /*standalone*/) {
-        if (encoding != nullptr && !http::equalsIgnoringCase(encoding, "utf-8") &&
-            !http::equalsIgnoringCase(encoding, "us-ascii")) {
+        if (encoding != nullptr && !equalsIgnoringCase(encoding, "utf-8") &&
+            !equalsIgnoringCase(encoding, "us-ascii")) {
             of(self).stop("encoding " + quote(encoding) + " is not supported, only utf-8");
         }
     }
@@ -131,6 +130,21 @@ XmlDocument::XmlDocument(std::string_view text, const XmlLimits& limits) {
     if (!result) {
         throw notWellFormed(result.description());
     }
+}
+
+pugi::xml_node elementFrom(pugi::xml_node node) {
+    while (node && node.type() != pugi::node_element) {
+        node = node.next_sibling();
+    }
+    return node;
+}
+
+pugi::xml_node lastElement(pugi::xml_node parent) {
+    pugi::xml_node child = parent.last_child();
+    while (child && child.type() != pugi::node_element) {
+        child = child.previous_sibling();
+    }
+    return child;
 }
 
 std::string textOf(pugi::xml_node element) {

@@ -16,6 +16,8 @@ struct XmlLimits {
     std::size_t attributes = 32;  ///< attributes of one element
 };
 
+constexpr XmlLimits kNoLimits{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
+
 /// The tree of a well-formed UTF-8 document without a document type's internal part: no entity but the five of XML
 /// itself can occur in it. Nodes point into the object and live as long as it.
 class XmlDocument {
@@ -28,6 +30,18 @@ class XmlDocument {
   private:
     pugi::xml_document document_;
 };
+
+/// The node itself or the first element behind it; null when there is none.
+pugi::xml_node elementFrom(pugi::xml_node node);
+/// The first element inside; null when there is none.
+inline pugi::xml_node firstElement(pugi::xml_node parent) {
+    return elementFrom(parent.first_child());
+}
+inline pugi::xml_node nextElement(pugi::xml_node element) {
+    return elementFrom(element.next_sibling());
+}
+/// The last element inside; null when there is none.
+pugi::xml_node lastElement(pugi::xml_node parent);
 
 /// The character data of an element, pieces joined, blanks kept.
 std::string textOf(pugi::xml_node element);

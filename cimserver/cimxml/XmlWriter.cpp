@@ -1,6 +1,7 @@
-#include "XmlWriter.hpp"
+#include "cimserver/cimxml/XmlWriter.hpp"
 
-#include "Characters.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/common/Utf8.hpp"
 
 namespace cimserver::cimxml {
 namespace {
@@ -32,7 +33,7 @@ std::string_view reference(char c, bool attribute) {
     }
 }
 
-constexpr std::string_view replacement = "\xEF\xBF\xBD";
+constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 } // namespace
 
@@ -96,12 +97,12 @@ void XmlWriter::escapeOne(std::string_view rest, std::size_t& length, bool attri
         text_ += known;
         return;
     }
-    const Decoded decoded = decodeCharacter(rest);
-    length = decoded.length;
-    if (decoded.valid) {
+    const Character character = decodeUtf8(rest);
+    length = character.length;
+    if (character.valid && isXmlCharacter(character.code)) {
         text_.append(rest.data(), length);
     } else {
-        text_ += replacement;
+        text_ += kReplacement;
         ++replaced_;
     }
 }

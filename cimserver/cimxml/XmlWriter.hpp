@@ -19,7 +19,7 @@ class XmlWriter {
     void close(std::string_view name);
     /// Only right after open. Newline and tab become references too, since a parser makes blanks of them.
     void attribute(std::string_view name, std::string_view value);
-    /// Character data: & < > " and CR become references, a byte that is no valid character becomes U+FFFD.
+    /// Character data: & < > " and CR become references, what is no UTF-8 or not allowed in XML becomes U+FFFD.
     void characters(std::string_view data);
     /// Markup as it is.
     void raw(std::string_view markup);

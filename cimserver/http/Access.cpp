@@ -1,7 +1,7 @@
 #include "cimserver/http/Access.hpp"
 
-#include "cimserver/Log.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
@@ -14,14 +14,14 @@
 namespace cimserver::http {
 namespace {
 
-constexpr std::size_t MaxPeers = 1024;
-constexpr std::size_t MaxCached = 256;
-constexpr unsigned MaxDoublings = 16;
-constexpr int MaxWaiting = 3; // in longest delays
+constexpr std::size_t kMaxPeers = 1024;
+constexpr std::size_t kMaxCached = 256;
+constexpr unsigned kMaxDoublings = 16;
+constexpr int kMaxWaiting = 3; // in longest delays
 
 bool isBase64(std::string_view text) {
-    constexpr const char* Letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    const auto end = std::min(text.find_first_not_of(Letters), text.size());
+    constexpr const char* kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    const auto end = std::min(text.find_first_not_of(kLetters), text.size());
     const auto padding = text.substr(end);
     return !text.empty() && text.size() % 4 == 0 && (padding.empty() || padding == "=" || padding == "==");
 }
@@ -62,7 +62,7 @@ std::optional<Credentials> parseBasic(std::string_view field, std::string& why) 
 
 LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time_point now) {
     const auto found = peers_.find(peer);
-    if (found == peers_.end() && peers_.size() >= MaxPeers) {
+    if (found == peers_.end() && peers_.size() >= kMaxPeers) {
         peers_.erase(std::min_element(peers_.begin(), peers_.end(),
                                       [](const auto& a, const auto& b) { return a.second.last < b.second.last; }));
     }
@@ -76,14 +76,14 @@ LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time
 
 std::optional<Clock::duration> LoginThrottle::begin(const std::string& peer, Clock::time_point now) {
     auto& entry = entryOf(peer, now);
-    if (entry.nextStart - now > MaxWaiting * settings_.maxDelay) {
+    if (entry.nextStart - now > kMaxWaiting * settings_.maxDelay) {
         return std::nullopt;
     }
     const auto attempts = entry.failures + entry.underWay++;
     if (attempts < settings_.freeFailures) {
         return Clock::duration();
     }
-    const auto doublings = std::min(attempts - settings_.freeFailures, MaxDoublings);
+    const auto doublings = std::min(attempts - settings_.freeFailures, kMaxDoublings);
     const auto delay = std::min<Clock::duration>(settings_.delay * (1U << doublings), settings_.maxDelay);
     entry.nextStart = std::max(now, entry.nextStart) + delay;
     return entry.nextStart - now;
@@ -120,7 +120,7 @@ const Identity* LoginCache::find(const Credentials& credentials, Clock::time_poi
 }
 
 void LoginCache::add(const Credentials& credentials, const Identity& identity, Clock::time_point now) {
-    if (entries_.size() >= MaxCached) {
+    if (entries_.size() >= kMaxCached) {
         entries_.erase(std::min_element(entries_.begin(), entries_.end(),
                                         [](const auto& a, const auto& b) { return a.second.until < b.second.until; }));
     }

@@ -25,7 +25,7 @@ struct Credentials {
 };
 
 /// Reads the value of an Authorization field; nothing when it is not well-formed Basic. `why` then says what is wrong,
-/// without a word of the field.
+/// without quoting the field.
 std::optional<Credentials> parseBasic(std::string_view field, std::string& why);
 
 /// Slows down guessing: after a few failures each further attempt of a peer waits, longer every time. Attempts that run
@@ -76,8 +76,8 @@ class LoginCache {
     std::map<Key, Entry> entries_;
 };
 
-/// The three above as one. All functions but verify() are called from one thread; verify() is slow and may run
-/// anywhere.
+/// The user file, the throttle and the cache together. All functions but verify() are called from one thread; verify()
+/// is slow and may run anywhere.
 class Access {
   public:
     /// What a request's head leads to: an identity, a refusal, or a check of credentials after a wait.

@@ -1,10 +1,12 @@
 #include "cimserver/http/Connection.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/Policy.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <boost/asio/post.hpp>
+#include <boost/beast/http/status.hpp>
 
 #include <ctime>
 
@@ -15,8 +17,8 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::uint64_t DrainBytes = 65536;
-constexpr std::size_t KeptOutput = 16384;
+constexpr std::uint64_t kDrainBytes = 65536;
+constexpr std::size_t kKeptOutput = 16384;
 
 /// The Date field's value; made anew once a second. I/O thread only.
 const std::string& httpDate() {
@@ -33,9 +35,9 @@ const std::string& httpDate() {
     return text;
 }
 
-Response callHandler(const Handler& handler, const Request& request) {
+Response callHandler(const Application& application, const Request& request) {
     try {
-        return handler(request);
+        return application.handle(request);
     } catch (const std::exception& error) {
         log::write(log::Level::Error, "http", std::string("the handler failed: ") + error.what());
     } catch (...) {
@@ -46,8 +48,8 @@ Response callHandler(const Handler& handler, const Request& request) {
 
 } // namespace
 
-Services::Services(const Settings& from, Handler to)
-    : settings(from), handler(std::move(to)), access(from.login), workers(from.workers) {
+Services::Services(const Settings& from, Application to)
+    : settings(from), application(std::move(to)), access(from.login), workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
@@ -81,7 +83,7 @@ void Connection::close() {
         return;
     }
     phase_ = Phase::Closed;
-    relax();
+    cancelTimer();
     stream_->close();
     services_.onClosed(*this);
 }
@@ -121,7 +123,7 @@ void Connection::readHead() {
 }
 
 void Connection::onHead() {
-    relax();
+    cancelTimer();
     began_ = Clock::now();
     phase_ = Phase::Busy;
     bodyUnread_ = reader_.framing().hasBody();
@@ -176,7 +178,13 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
 }
 
 void Connection::proceed() {
-    if (const auto response = answerFromHead(reader_.request(), reader_.framing(), services_.settings.limits)) {
+    const auto& request = reader_.request();
+    if (asksForOptions(request)) {
+        auto response = services_.application.options;
+        response.fields.add("Allow", kAllowed);
+        return refuse(response);
+    }
+    if (const auto response = answerFromHead(request, reader_.framing(), services_.settings.limits)) {
         return refuse(*response);
     }
     beginBody();
@@ -188,13 +196,7 @@ void Connection::beginBody() {
         return readBody();
     }
     output_ = "HTTP/1.1 100 Continue\r\n\r\n";
-    stream_->write(output_, [self = shared_from_this()](const error_code& error, std::size_t) {
-        if (error) {
-            self->close();
-        } else {
-            self->readBody();
-        }
-    });
+    write([](Connection& self) { self.readBody(); });
 }
 
 void Connection::readBody() {
@@ -205,14 +207,14 @@ void Connection::readBody() {
         return fail(reader_.error().status, reader_.error().text);
     case RequestReader::Progress::Done:
         bodyUnread_ = false;
-        relax();
+        cancelTimer();
         return handle();
     }
 }
 
 void Connection::handle() {
     auto work = [self = shared_from_this()] {
-        auto response = callHandler(self->services_.handler, self->reader_.request());
+        auto response = callHandler(self->services_.application, self->reader_.request());
         asio::post(self->services_.io, [self, response = std::move(response)] { self->answer(response, false); });
     };
     asio::post(services_.workers, std::move(work));
@@ -223,7 +225,7 @@ void Connection::handle() {
 void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
-    answer(response, unclear || framing.contentLength.value_or(0) > DrainBytes);
+    answer(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
 }
 
 void Connection::fail(unsigned status, const std::string& text) {
@@ -240,19 +242,22 @@ void Connection::answer(const Response& response, bool closeAfter) {
     phase_ = Phase::Busy;
     output_ = serialise(response, closeAfter);
     within(services_.settings.limits.write, [](Connection& self) { self.giveUp("answer"); });
-    stream_->write(output_, [self = shared_from_this(), closeAfter](const error_code& error, std::size_t) {
+    write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
+}
+
+void Connection::write(std::function<void(Connection&)> next) {
+    stream_->write(output_, [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
         if (error) {
-            self->close();
-        } else {
-            self->onAnswered(closeAfter);
+            return self->close();
         }
+        next(*self);
     });
 }
 
 void Connection::logAnswer(const Response& response) const {
     const auto& request = reader_.request();
     if (services_.dump) {
-        services_.dump->write(request, response);
+        services_.dump->write(request, response, services_.application.mask);
     }
     if (log::enabled(log::Level::Debug)) {
         log::write(log::Level::Debug, "http",
@@ -264,7 +269,8 @@ void Connection::logAnswer(const Response& response) const {
 std::string Connection::serialise(const Response& response, bool closeAfter) const {
     std::string text;
     text.reserve(response.body.size() + 512);
-    text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ").append(reasonOf(response.status));
+    text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ");
+    text += obsolete_reason(boost::beast::http::int_to_status(response.status)).to_string();
     text.append("\r\nDate: ").append(httpDate()).append("\r\n");
     for (const auto& [name, value] : response.fields.all()) {
         // A text from outside must not end the line it stands in.
@@ -283,7 +289,7 @@ std::string Connection::serialise(const Response& response, bool closeAfter) con
 }
 
 void Connection::onAnswered(bool closeAfter) {
-    if (output_.capacity() > KeptOutput) {
+    if (output_.capacity() > kKeptOutput) {
         output_ = std::string();
     }
     if (closeAfter) {
@@ -336,12 +342,12 @@ void Connection::within(Milliseconds limit, std::function<void(Connection&)> act
         });
 }
 
-void Connection::relax() {
+void Connection::cancelTimer() {
     ++timing_;
     timer_.cancel();
 }
 
-/// A time limit passed in the middle of something. A read that is still pending ends with the connection.
+/// A time limit has passed. A read that is still pending is ignored when it ends.
 void Connection::giveUp(const char* what) {
     ++reading_;
     services_.counters.timedOut();

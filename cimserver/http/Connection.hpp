@@ -7,7 +7,9 @@
 #include "cimserver/http/Access.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
+#include "cimserver/http/Message.hpp"
 #include "cimserver/http/RequestReader.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/http/Stream.hpp"
 
 #include <boost/asio/io_context.hpp>
@@ -25,10 +27,10 @@ class Connection;
 
 /// What connections share; owned by the server and alive as long as any connection.
 struct Services {
-    Services(const Settings& from, Handler to);
+    Services(const Settings& from, Application to);
 
     Settings settings;
-    Handler handler;
+    Application application;
     Access access;
     Counters counters;
     std::unique_ptr<Dump> dump;
@@ -75,9 +77,11 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     /// Reads once, then goes on with `next`; a connection that the client ended is closed.
     void read(void (Connection::*next)());
-    /// Does `action` when `limit` passes before the next call of within() or relax().
+    /// Writes output_, then goes on with `next`.
+    void write(std::function<void(Connection&)> next);
+    /// Does `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
-    void relax();
+    void cancelTimer();
     void giveUp(const char* what);
     void logAnswer(const Response& response) const;
     std::string serialise(const Response& response, bool closeAfter) const;

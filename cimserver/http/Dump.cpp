@@ -1,8 +1,7 @@
 #include "cimserver/http/Dump.hpp"
 
-#include "cimserver/Log.hpp"
-#include "cimserver/http/Redact.hpp"
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -43,17 +42,16 @@ Dump::~Dump() {
     ::close(fd_);
 }
 
-void Dump::write(const Request& request, const Response& response) noexcept {
+void Dump::write(const Request& request, const Response& response, const Mask& mask) noexcept {
     try {
-        const bool valuesToo = namesSecretProperty(request.body);
+        const auto bodies = mask ? mask(request, response) : ShownBodies();
         std::string text = "==== " + now() + " request from " + request.peer;
         text += request.identity.user.empty() ? "\n" : " user " + request.identity.user + "\n";
         text += request.method + " " + request.target + (request.version == 10 ? " HTTP/1.0\n" : " HTTP/1.1\n");
         appendFields(text, request.fields);
-        text +=
-            redacted(request.body, valuesToo) + "\n---- " + now() + " answer " + std::to_string(response.status) + "\n";
+        text += bodies.request + "\n---- " + now() + " answer " + std::to_string(response.status) + "\n";
         appendFields(text, response.fields);
-        text += redacted(response.body, valuesToo) + "\n";
+        text += bodies.response + "\n";
         const std::lock_guard lock(mutex_);
         const bool failed = ::write(fd_, text.data(), text.size()) != static_cast<ssize_t>(text.size());
         if (failed && !failed_) {

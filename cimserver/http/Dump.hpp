@@ -16,8 +16,8 @@ class Dump {
     Dump(const Dump&) = delete;
     Dump& operator=(const Dump&) = delete;
 
-    /// Appends a request and its answer as one piece; from any thread.
-    void write(const Request& request, const Response& response) noexcept;
+    /// Appends a request and its answer as one piece, with the bodies that `mask` shows; from any thread.
+    void write(const Request& request, const Response& response, const Mask& mask) noexcept;
 
   private:
     int fd_;

@@ -1,6 +1,6 @@
 #include "cimserver/http/Message.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 namespace cimserver::http {
 

@@ -45,7 +45,22 @@ struct Response {
     std::string body;
 };
 
-/// Answers one request. Called on worker threads, several at a time; must not throw.
-using Handler = std::function<Response(const Request&)>;
+/// What a dump shows of the bodies of a request and its answer.
+struct ShownBodies {
+    std::string request;
+    std::string response;
+};
+
+using Mask = std::function<ShownBodies(const Request&, const Response&)>;
+
+/// What is served.
+struct Application {
+    /// Answers one request. Called on worker threads, several at a time; must not throw.
+    std::function<Response(const Request&)> handle;
+    /// The answer to OPTIONS; the transport adds Allow.
+    Response options{};
+    /// Takes secrets out for the dump. Called on the I/O thread; without it a dump shows no bodies.
+    Mask mask{};
+};
 
 } // namespace cimserver::http

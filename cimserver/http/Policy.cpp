@@ -1,9 +1,9 @@
 #include "cimserver/http/Policy.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <algorithm>
-#include <array>
 
 namespace cimserver::http {
 namespace {
@@ -22,20 +22,13 @@ bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
+bool isServed(std::string_view path) {
+    return isOneOf(path, {"/cimom", "/"});
+}
+
 Response healthResponse() {
     auto response = textResponse(200, "ok");
     response.fields.add("Cache-Control", "no-cache");
-    return response;
-}
-
-/// What a CIM server tells of itself: the protocol and the groups of operations it offers.
-Response optionsResponse() {
-    Response response;
-    response.fields.add("Allow", "POST, M-POST, OPTIONS");
-    response.fields.add("Opt", "http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73");
-    response.fields.add("73-CIMProtocolVersion", "1.0");
-    response.fields.add("73-CIMSupportedFunctionalGroups",
-                        "basic-read, basic-write, instance-manipulation, association-traversal");
     return response;
 }
 
@@ -52,10 +45,10 @@ std::string_view mediaTypeOf(std::string_view field) {
     return trimmed(field.substr(0, field.find(';')));
 }
 
-constexpr std::string_view XmlTypes[] = {"application/xml", "text/xml"};
+constexpr std::string_view kXmlTypes[] = {"application/xml", "text/xml"};
 
 bool isXml(std::string_view mediaType) {
-    return equalsIgnoringCase(mediaType, XmlTypes[0]) || equalsIgnoringCase(mediaType, XmlTypes[1]);
+    return equalsIgnoringCase(mediaType, kXmlTypes[0]) || equalsIgnoringCase(mediaType, kXmlTypes[1]);
 }
 
 /// How closely a range of an Accept field names the type: 0 not at all, 1 all types, 2 its top type, 3 exactly.
@@ -111,36 +104,6 @@ std::optional<Response> refuseContent(const Request& request) {
 
 } // namespace
 
-std::string_view reasonOf(unsigned status) {
-    struct Reason {
-        unsigned status;
-        std::string_view text;
-    };
-    static constexpr std::array Reasons = {
-        Reason{200, "OK"},
-        Reason{400, "Bad Request"},
-        Reason{401, "Unauthorized"},
-        Reason{403, "Forbidden"},
-        Reason{404, "Not Found"},
-        Reason{405, "Method Not Allowed"},
-        Reason{406, "Not Acceptable"},
-        Reason{408, "Request Timeout"},
-        Reason{411, "Length Required"},
-        Reason{413, "Payload Too Large"},
-        Reason{414, "URI Too Long"},
-        Reason{415, "Unsupported Media Type"},
-        Reason{417, "Expectation Failed"},
-        Reason{431, "Request Header Fields Too Large"},
-        Reason{500, "Internal Server Error"},
-        Reason{501, "Not Implemented"},
-        Reason{503, "Service Unavailable"},
-        Reason{505, "HTTP Version Not Supported"},
-    };
-    const auto* const found = std::find_if(Reasons.begin(), Reasons.end(),
-                                           [status](const Reason& reason) { return reason.status == status; });
-    return found == Reasons.end() ? "Unknown" : found->text;
-}
-
 Response textResponse(unsigned status, std::string_view text) {
     Response response;
     response.status = status;
@@ -153,9 +116,14 @@ bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
+bool asksForOptions(const Request& request) {
+    const auto path = pathOf(request.target);
+    return request.method == "OPTIONS" && (isServed(path) || path == "*");
+}
+
 bool acceptsXml(std::string_view accept) {
     const auto ranges = split(accept, ',');
-    return ranges.empty() || std::any_of(std::begin(XmlTypes), std::end(XmlTypes),
+    return ranges.empty() || std::any_of(std::begin(kXmlTypes), std::end(kXmlTypes),
                                          [&ranges](std::string_view type) { return acceptsType(ranges, type); });
 }
 
@@ -164,15 +132,11 @@ std::optional<Response> answerFromHead(const Request& request, const Framing& fr
     if (path == "/health") {
         return isHealthRequest(request) ? healthResponse() : refuseMethod(request.method, "GET, HEAD");
     }
-    const bool options = request.method == "OPTIONS";
-    if (!isOneOf(path, {"/cimom", "/"}) && !(options && path == "*")) {
+    if (!isServed(path)) {
         return textResponse(404, "nothing is served here; the path is /cimom");
     }
-    if (options) {
-        return optionsResponse();
-    }
     if (request.method != "POST" && request.method != "M-POST") {
-        return refuseMethod(request.method, "POST, M-POST, OPTIONS");
+        return refuseMethod(request.method, kAllowed);
     }
     if (!framing.chunked && !framing.contentLength) {
         return textResponse(411, "a Content-Length is needed");

@@ -3,6 +3,7 @@
 
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/RequestReader.hpp"
+#include "cimserver/http/Settings.hpp"
 
 #include <optional>
 
@@ -11,13 +12,16 @@ namespace cimserver::http {
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
 
-/// The reason phrase, "Unknown" for a status this server does not use.
-std::string_view reasonOf(unsigned status);
-
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
-/// The transport's own answers: health, OPTIONS, and every refusal (404, 405, 501, 411, 413, 415, 406, 417). Nothing
+/// The methods of what is served, for the Allow field.
+constexpr const char* kAllowed = "POST, M-POST, OPTIONS";
+
+/// True for the OPTIONS request, which the application's fixed response answers.
+bool asksForOptions(const Request& request);
+
+/// The transport's own answers: health, and every refusal (404, 405, 501, 411, 413, 415, 406, 417). Nothing
 /// when the request is one for the handler.
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits);
 

@@ -1,7 +1,5 @@
 #include "cimserver/http/RequestReader.hpp"
 
-#include "cimserver/http/Text.hpp"
-
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 
@@ -95,7 +93,7 @@ void RequestReader::takeHead() {
     request_.version = message.version();
     for (const auto& field : message) {
         if (field.name() == beast::http::field::authorization) {
-            // Of two, nobody knows which one a proxy has looked at: neither counts, as if it named nobody.
+            // A proxy may have checked either, so two count as none.
             authorization_ = authorization_ ? "Basic" : std::string(field.value());
         } else {
             request_.fields.add(std::string(field.name_string()), std::string(field.value()));

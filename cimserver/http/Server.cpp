@@ -1,6 +1,7 @@
 #include "cimserver/http/Server.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/http/Access.hpp"
 #include "cimserver/http/Connection.hpp"
 #include "cimserver/http/Tls.hpp"
 
@@ -20,14 +21,14 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::size_t RefusalSlots = 64; ///< connections over the cap that are kept long enough to be told so
-constexpr Milliseconds AcceptPause{100};
-constexpr Milliseconds StopPoll{5};
+constexpr std::size_t kRefusalSlots = 64; ///< connections over the cap that are kept long enough to be told so
+constexpr Milliseconds kAcceptPause{100};
+constexpr Milliseconds kStopPoll{5};
 
 /// A file descriptor for each connection, and some for the rest of the process.
 void raiseDescriptorLimit(std::size_t connections) {
     rlimit limit{};
-    const rlim_t wanted = connections + RefusalSlots + 100;
+    const rlim_t wanted = connections + kRefusalSlots + 100;
     if (::getrlimit(RLIMIT_NOFILE, &limit) != 0 || limit.rlim_cur >= wanted) {
         return;
     }
@@ -43,13 +44,13 @@ void raiseDescriptorLimit(std::size_t connections) {
 } // namespace
 
 struct Server::Core {
-    struct Door {
+    struct Acceptor {
         Listener listener;
-        tcp::acceptor acceptor;
+        tcp::acceptor socket;
         asio::steady_timer pause;
     };
 
-    Core(const Settings& settings, Handler handler) : services(settings, std::move(handler)) {
+    Core(const Settings& settings, Application application) : services(settings, std::move(application)) {
         const auto& listeners = settings.listeners;
         if (std::any_of(listeners.begin(), listeners.end(), [](const Listener& one) { return one.tls; })) {
             tls = makeTlsContext(settings.tls);
@@ -58,8 +59,8 @@ struct Server::Core {
     }
 
     Listener open(const Listener& listener);
-    void accept(Door& door);
-    void take(const Door& door, tcp::socket socket);
+    void accept(Acceptor& acceptor);
+    void take(const Acceptor& acceptor, tcp::socket socket);
     void beginStop();
     /// Runs on the I/O thread and waits for it.
     template <class Action>
@@ -72,7 +73,7 @@ struct Server::Core {
 
     Services services;
     std::shared_ptr<asio::ssl::context> tls; ///< I/O thread only once started
-    std::vector<std::unique_ptr<Door>> doors;
+    std::vector<std::unique_ptr<Acceptor>> acceptors;
     std::unordered_map<Connection*, std::shared_ptr<Connection>> connections; ///< I/O thread only
     std::thread ioThread;
     bool stopped = false;
@@ -80,46 +81,47 @@ struct Server::Core {
 
 Listener Server::Core::open(const Listener& listener) {
     const tcp::endpoint endpoint(asio::ip::make_address(listener.address), listener.port);
-    auto door = std::make_unique<Door>(Door{listener, tcp::acceptor(services.io), asio::steady_timer(services.io)});
+    auto acceptor =
+        std::make_unique<Acceptor>(Acceptor{listener, tcp::acceptor(services.io), asio::steady_timer(services.io)});
     error_code error;
-    auto& acceptor = door->acceptor;
-    acceptor.open(endpoint.protocol(), error);
+    auto& socket = acceptor->socket;
+    socket.open(endpoint.protocol(), error);
     if (!error) {
-        acceptor.set_option(tcp::acceptor::reuse_address(true), error);
-        acceptor.bind(endpoint, error);
+        socket.set_option(tcp::acceptor::reuse_address(true), error);
+        socket.bind(endpoint, error);
     }
     if (!error) {
-        acceptor.listen(tcp::acceptor::max_listen_connections, error);
+        socket.listen(tcp::acceptor::max_listen_connections, error);
     }
     if (error) {
         throw ListenError("cannot listen on " + listener.url() + ": " + error.message());
     }
-    door->listener.port = acceptor.local_endpoint().port();
-    doors.push_back(std::move(door));
-    return doors.back()->listener;
+    acceptor->listener.port = socket.local_endpoint().port();
+    acceptors.push_back(std::move(acceptor));
+    return acceptors.back()->listener;
 }
 
-void Server::Core::accept(Door& door) {
-    door.acceptor.async_accept([this, &door](const error_code& error, tcp::socket socket) {
-        if (!door.acceptor.is_open()) {
+void Server::Core::accept(Acceptor& acceptor) {
+    acceptor.socket.async_accept([this, &acceptor](const error_code& error, tcp::socket socket) {
+        if (!acceptor.socket.is_open()) {
             return;
         }
         if (!error) {
-            take(door, std::move(socket));
-            return accept(door);
+            take(acceptor, std::move(socket));
+            return accept(acceptor);
         }
         // Out of descriptors or memory: others will end; trying on at once would only burn time.
         log::write(log::Level::Error, "http", "cannot accept a connection: " + error.message());
-        door.pause.expires_after(AcceptPause);
-        door.pause.async_wait([this, &door](const error_code& cancelled) {
-            if (!cancelled && door.acceptor.is_open()) {
-                accept(door);
+        acceptor.pause.expires_after(kAcceptPause);
+        acceptor.pause.async_wait([this, &acceptor](const error_code& cancelled) {
+            if (!cancelled && acceptor.socket.is_open()) {
+                accept(acceptor);
             }
         });
     });
 }
 
-void Server::Core::take(const Door& door, tcp::socket socket) {
+void Server::Core::take(const Acceptor& acceptor, tcp::socket socket) {
     error_code error;
     const auto peer = socket.remote_endpoint(error);
     const auto cap = services.settings.limits.connections;
@@ -127,12 +129,12 @@ void Server::Core::take(const Door& door, tcp::socket socket) {
     if (over) {
         services.counters.refusedConnection();
     }
-    if (error || connections.size() >= cap + RefusalSlots) {
+    if (error || connections.size() >= cap + kRefusalSlots) {
         return;
     }
     services.counters.connected();
     socket.set_option(tcp::no_delay(true), error);
-    auto stream = door.listener.tls ? makeTlsStream(std::move(socket), tls) : makePlainStream(std::move(socket));
+    auto stream = acceptor.listener.tls ? makeTlsStream(std::move(socket), tls) : makePlainStream(std::move(socket));
     auto connection = std::make_shared<Connection>(services, std::move(stream), peer.address().to_string(),
                                                    std::to_string(peer.port()), over);
     connections.emplace(connection.get(), connection);
@@ -141,9 +143,9 @@ void Server::Core::take(const Door& door, tcp::socket socket) {
 
 void Server::Core::beginStop() {
     services.stopping = true;
-    for (auto& door : doors) {
-        door->acceptor.close();
-        door->pause.cancel();
+    for (auto& acceptor : acceptors) {
+        acceptor->socket.close();
+        acceptor->pause.cancel();
     }
     const auto all = connections; // stop() takes connections out
     for (const auto& [key, connection] : all) {
@@ -151,8 +153,8 @@ void Server::Core::beginStop() {
     }
 }
 
-Server::Server(const Settings& settings, Handler handler)
-    : core_(std::make_shared<Core>(settings, std::move(handler))) {}
+Server::Server(const Settings& settings, Application application)
+    : core_(std::make_shared<Core>(settings, std::move(application))) {}
 
 Server::~Server() {
     stop(Milliseconds(0));
@@ -165,8 +167,8 @@ std::vector<Listener> Server::start() {
     for (const auto& listener : core.services.settings.listeners) {
         bound.push_back(core.open(listener));
     }
-    for (auto& door : core.doors) {
-        core.accept(*door);
+    for (auto& acceptor : core.acceptors) {
+        core.accept(*acceptor);
     }
     core.ioThread = std::thread([&core] {
         const auto work = asio::make_work_guard(core.services.io);
@@ -186,7 +188,7 @@ bool Server::stop(Milliseconds grace) {
     const auto left = [&core] { return core.onIoThread([&core] { return core.connections.size(); }); };
     bool finished = left() == 0;
     while (!finished && Clock::now() < end) {
-        std::this_thread::sleep_for(StopPoll);
+        std::this_thread::sleep_for(kStopPoll);
         finished = left() == 0;
     }
     core.services.io.stop();

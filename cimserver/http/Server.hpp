@@ -1,4 +1,4 @@
-// The HTTP server: listens, reads requests, checks who sends them, has the handler answer, writes the answers.
+// The HTTP server: listens, reads requests, checks who sends them, has the application answer, writes the answers.
 //
 // Threads: one does all input and output, so a slow client costs nothing but its socket; `workers` run the handler, so
 // a slow provider does not stop input and output; one hashes passwords, which is slow on purpose.
@@ -22,8 +22,8 @@ class ListenError : public std::runtime_error {
 
 class Server {
   public:
-    /// Loads the TLS files and the user file; throws std::runtime_error naming what does not do.
-    Server(const Settings& settings, Handler handler);
+    /// Loads the TLS files and the user file; throws std::runtime_error naming the one that cannot be used.
+    Server(const Settings& settings, Application application);
     /// Stops at once if stop() was not called.
     ~Server();
     Server(const Server&) = delete;
@@ -34,7 +34,7 @@ class Server {
     /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
     /// not: their handlers still run, and the process should end without tearing anything down.
     bool stop(Milliseconds grace);
-    /// Loads TLS files and user file anew. What does not do is logged, and the old one stays.
+    /// Loads TLS files and user file anew. One that cannot be used is logged, and the old one stays.
     void reload();
     /// Counters as one line of text.
     std::string statistics() const;

@@ -1,6 +1,6 @@
 #include "cimserver/http/Settings.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <arpa/inet.h>
 

@@ -1,4 +1,4 @@
-// The two kinds of connections, plain and TLS, behind one face. All on the I/O thread.
+// The two kinds of connections, plain and TLS, behind one interface. All on the I/O thread.
 #pragma once
 
 #include <boost/asio/ip/tcp.hpp>

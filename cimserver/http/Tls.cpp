@@ -16,10 +16,10 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr const char* NoCertificate = "cannot use the TLS certificate";
-constexpr const char* NoKey = "cannot use the TLS key";
-constexpr const char* NoClientCa = "cannot use the file of client certificate authorities";
-constexpr const char* Ciphers12 = "ECDHE+AESGCM:ECDHE+CHACHA20:ECDHE+AES";
+constexpr const char* kNoCertificate = "cannot use the TLS certificate";
+constexpr const char* kNoKey = "cannot use the TLS key";
+constexpr const char* kNoClientCa = "cannot use the file of client certificate authorities";
+constexpr const char* kCiphers12 = "ECDHE+AESGCM:ECDHE+CHACHA20:ECDHE+AES";
 
 void check(const error_code& error, const char* what, const std::string& file) {
     if (error) {
@@ -36,9 +36,9 @@ void checkReadable(const char* what, const std::string& file) {
 
 void setClientCertificates(ssl::context& context, const TlsSettings& settings) {
     error_code error;
-    checkReadable(NoClientCa, settings.clientCaFile);
+    checkReadable(kNoClientCa, settings.clientCaFile);
     context.load_verify_file(settings.clientCaFile, error);
-    check(error, NoClientCa, settings.clientCaFile);
+    check(error, kNoClientCa, settings.clientCaFile);
     // The names in the request help a client with several certificates to choose.
     SSL_CTX_set_client_CA_list(context.native_handle(), SSL_load_client_CA_file(settings.clientCaFile.c_str()));
     const bool required = settings.clientCertificates == ClientCertificates::Required;
@@ -53,7 +53,7 @@ std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
     auto* native = context->native_handle();
     SSL_CTX_set_min_proto_version(native, TLS1_2_VERSION);
     SSL_CTX_set_options(native, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION | SSL_OP_CIPHER_SERVER_PREFERENCE);
-    SSL_CTX_set_cipher_list(native, Ciphers12);
+    SSL_CTX_set_cipher_list(native, kCiphers12);
     // Resumed sessions would skip the check of the client certificate against a reloaded file.
     SSL_CTX_set_session_cache_mode(native, SSL_SESS_CACHE_OFF);
     SSL_CTX_set_num_tickets(native, 0);
@@ -61,12 +61,12 @@ std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
     // An encrypted key fails instead of asking at a terminal nobody sees.
     context->set_password_callback([](std::size_t, ssl::context::password_purpose) { return std::string(); });
     error_code error;
-    checkReadable(NoCertificate, settings.certificateFile);
+    checkReadable(kNoCertificate, settings.certificateFile);
     context->use_certificate_chain_file(settings.certificateFile, error);
-    check(error, NoCertificate, settings.certificateFile);
-    checkReadable(NoKey, settings.keyFile);
+    check(error, kNoCertificate, settings.certificateFile);
+    checkReadable(kNoKey, settings.keyFile);
     context->use_private_key_file(settings.keyFile, ssl::context::pem, error);
-    check(error, NoKey, settings.keyFile);
+    check(error, kNoKey, settings.keyFile);
     if (SSL_CTX_check_private_key(native) != 1) {
         throw std::runtime_error("the TLS key " + settings.keyFile + " does not belong to the certificate " +
                                  settings.certificateFile);

@@ -1,6 +1,6 @@
 #include "cimserver/http/UserFile.hpp"
 
-#include "cimserver/http/Text.hpp"
+#include "cimserver/common/Text.hpp"
 
 #include <crypt.h>
 #include <fcntl.h>
@@ -20,8 +20,8 @@
 namespace cimserver::http {
 namespace {
 
-constexpr std::size_t MaxFileBytes = std::size_t{1024} * 1024;
-constexpr const char* NewHashPrefix = "$y$";
+constexpr std::size_t kMaxFileBytes = std::size_t{1024} * 1024;
+constexpr const char* kNewHashPrefix = "$y$";
 
 [[noreturn]] void fail(const std::string& where, const std::string& why) {
     throw std::runtime_error(where + ": " + why);
@@ -43,7 +43,7 @@ User parseLine(std::string_view line, const std::string& where) {
     }
     User user{std::string(line.substr(0, first)), std::string(line.substr(first + 1, second - first - 1)),
               role == "write"};
-    // Without '$' it is the DES format of old, which no password survives today.
+    // Without '$' it is the old DES format, which is too weak.
     const bool known = user.hash[0] == '$' && crypt_checksalt(user.hash.c_str()) != CRYPT_SALT_INVALID;
     if (user.hash != "*" && !known) {
         fail(where, "the hash of user '" + user.name + "' is in no format this system knows");
@@ -51,7 +51,7 @@ User parseLine(std::string_view line, const std::string& where) {
     return user;
 }
 
-/// The hash of the password in the manner of `setting`; empty when the system cannot.
+/// The password's hash by the format, cost and salt of `setting`; empty when the system cannot.
 std::string hashLike(const std::string& password, const std::string& setting) {
     auto data = std::make_unique<crypt_data>();
     const char* hash = crypt_r(password.c_str(), setting.c_str(), data.get());
@@ -70,7 +70,7 @@ void writeWhole(int fd, const std::string& text, const std::string& file) {
     }
 }
 
-/// The new file takes over who may read the old one.
+/// Gives the new file the owner and mode of the old one.
 void takeOverOwner(int fd, const std::string& file) {
     struct stat old {};
     if (::stat(file.c_str(), &old) == 0 &&
@@ -83,12 +83,12 @@ void takeOverOwner(int fd, const std::string& file) {
 
 UserFile UserFile::load(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
-    std::string text(MaxFileBytes + 1, '\0');
+    std::string text(kMaxFileBytes + 1, '\0');
     if (!in.is_open() || (in.read(text.data(), static_cast<std::streamsize>(text.size())), in.bad())) {
         fail(file.string(), "cannot read the user file: " + errnoText());
     }
     text.resize(static_cast<std::size_t>(in.gcount()));
-    if (text.size() > MaxFileBytes) {
+    if (text.size() > kMaxFileBytes) {
         fail(file.string(), "the user file is larger than 1 MiB");
     }
     return parse(text, file.string());
@@ -185,7 +185,7 @@ void UserFile::save(const std::filesystem::path& file) const {
 
 std::string hashPassword(const std::string& password) {
     char setting[CRYPT_GENSALT_OUTPUT_SIZE];
-    if (crypt_gensalt_rn(NewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
+    if (crypt_gensalt_rn(kNewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
         throw std::runtime_error("cannot make a salt: " + errnoText());
     }
     auto hash = hashLike(password, setting);

@@ -1,8 +1,8 @@
 #include "cimserver/provider/Environment.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
 
-#include "OW_CIMException.hpp"
 #include "OW_Logger.hpp"
 #include "OW_RepositoryIFC.hpp"
 
@@ -58,7 +58,7 @@ Environment::Environment(CallOrigin origin, std::string component, std::shared_p
 
 CIMOMHandleIFCRef Environment::getCIMOMHandle() const {
     if (!origin_.makeHandle) {
-        OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, "No CIMOM handle is available here");
+        throw CimError(Status::NotSupported, "No CIMOM handle is available here");
     }
     return origin_.makeHandle();
 }
@@ -68,7 +68,7 @@ CIMOMHandleIFCRef Environment::getRepositoryCIMOMHandle() const {
 }
 
 RepositoryIFCRef Environment::getRepository() const {
-    OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, "The server has no repository that providers can reach");
+    throw CimError(Status::NotSupported, "The server has no repository that providers can reach");
 }
 
 LoggerRef Environment::getLogger() const {

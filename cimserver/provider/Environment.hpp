@@ -23,7 +23,7 @@ class Environment : public OpenWBEM::ProviderEnvironmentIFC {
     OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
     /// The server keeps no instances of its own, so there is nothing to reach beside the providers: as getCIMOMHandle.
     OpenWBEM::CIMOMHandleIFCRef getRepositoryCIMOMHandle() const override;
-    /// Throws CIMException NOT_SUPPORTED.
+    /// Throws CimError NotSupported.
     OpenWBEM::RepositoryIFCRef getRepository() const override;
     OpenWBEM::LoggerRef getLogger() const override;
     OpenWBEM::LoggerRef getLogger(const OpenWBEM::String& componentName) const override;

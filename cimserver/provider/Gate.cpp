@@ -9,31 +9,31 @@ namespace cimserver::provider {
 
 namespace {
 
-// The state of all gates has one mutex, since who waits for whom concerns several; it is held for moments only.
+// One mutex, because the wait graph spans gates; held briefly.
 struct Waiting {
     const Gate* gate;
     bool shared;
 };
 
-struct Board {
+struct WaitGraph {
     std::mutex mutex;
     std::condition_variable changed;
     std::map<std::thread::id, Waiting> waiting;
 };
 
-Board& board() {
-    static Board* const single = new Board; // never destroyed: providers may end after the statics
+WaitGraph& waitGraph() {
+    static WaitGraph* const single = new WaitGraph; // never destroyed: providers may end after the statics
     return *single;
 }
 
-constexpr unsigned deepestWait = 64;
+constexpr unsigned kDeepestWait = 64;
 
 } // namespace
 
 /// True when `waiter`, inside some gate, cannot go on before `holder` has left another.
 bool Gate::waitsFor(std::thread::id waiter, std::thread::id holder, unsigned depth) const {
-    const auto found = board().waiting.find(waiter);
-    if (found == board().waiting.end() || depth > deepestWait) {
+    const auto found = waitGraph().waiting.find(waiter);
+    if (found == waitGraph().waiting.end() || depth > kDeepestWait) {
         return false;
     }
     const Waiting& wait = found->second;
@@ -55,12 +55,12 @@ bool Gate::mayEnter(std::thread::id thread, bool shared) const {
 std::optional<Gate::Pass> Gate::enter(Access access, std::chrono::milliseconds limit) {
     const std::thread::id self = std::this_thread::get_id();
     const bool shared = concurrentReads_ && access == Access::Read;
-    std::unique_lock<std::mutex> lock(board().mutex);
+    std::unique_lock<std::mutex> lock(waitGraph().mutex);
     if (!mayEnter(self, shared)) {
-        board().waiting[self] = {this, shared};
-        board().changed.notify_all(); // a thread that waits for us may now pass
-        const bool passed = board().changed.wait_for(lock, limit, [&] { return mayEnter(self, shared); });
-        board().waiting.erase(self);
+        waitGraph().waiting[self] = {this, shared};
+        waitGraph().changed.notify_all(); // a thread that waits for us may now pass
+        const bool passed = waitGraph().changed.wait_for(lock, limit, [&] { return mayEnter(self, shared); });
+        waitGraph().waiting.erase(self);
         if (!passed) {
             return std::nullopt;
         }
@@ -71,14 +71,14 @@ std::optional<Gate::Pass> Gate::enter(Access access, std::chrono::milliseconds l
 
 void Gate::leave() {
     const std::thread::id self = std::this_thread::get_id();
-    const std::lock_guard<std::mutex> lock(board().mutex);
+    const std::lock_guard<std::mutex> lock(waitGraph().mutex);
     const auto mine =
         std::find_if(holders_.rbegin(), holders_.rend(), [&](const Holder& h) { return h.thread == self; });
     if (mine != holders_.rend()) {
         holders_.erase(std::next(mine).base());
     }
-    if (!board().waiting.empty()) {
-        board().changed.notify_all();
+    if (!waitGraph().waiting.empty()) {
+        waitGraph().changed.notify_all();
     }
 }
 

@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace cimserver::provider {
@@ -23,11 +24,12 @@ struct CallOrigin {
     std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< the way back to the server's other classes
 };
 
-/// Holds the provider's gate until it is destroyed. The interface pointers are null where the provider has no such
-/// side, and belong to the provider.
+/// Holds the provider's gate, if it has one, until it is destroyed. The interface pointers are null where the provider
+/// has no such side, and belong to the provider.
 class ProviderCall {
   public:
-    ProviderCall(Gate::Pass pass, OpenWBEM::CppProviderBaseIFC& provider, OpenWBEM::ProviderEnvironmentIFCRef env);
+    ProviderCall(std::optional<Gate::Pass> pass, OpenWBEM::CppProviderBaseIFC& provider,
+                 OpenWBEM::ProviderEnvironmentIFCRef env);
 
     const OpenWBEM::ProviderEnvironmentIFCRef& env() const { return env_; }
     OpenWBEM::CppInstanceProviderIFC* instances() const { return provider_->getInstanceProvider(); }
@@ -35,23 +37,9 @@ class ProviderCall {
     OpenWBEM::CppAssociatorProviderIFC* associators() const { return provider_->getAssociatorProvider(); }
 
   private:
-    Gate::Pass pass_; // last to be destroyed: the environment may hold what the provider made
+    std::optional<Gate::Pass> pass_; // last to be destroyed: the environment may hold what the provider made
     OpenWBEM::CppProviderBaseIFC* provider_;
     OpenWBEM::ProviderEnvironmentIFCRef env_;
 };
-
-/// Rethrows the exception being handled as a CIMException: one of that kind as it is, any other as FAILED whose
-/// getMessage is exactly its text ("Unknown Exception" for what is no std::exception).
-[[noreturn]] void rethrowAsCimException();
-
-/// Runs `call` and translates whatever it throws as rethrowAsCimException does.
-template <class Call>
-auto guarded(Call&& call) -> decltype(call()) {
-    try {
-        return call();
-    } catch (...) {
-        rethrowAsCimException();
-    }
-}
 
 } // namespace cimserver::provider

@@ -1,13 +1,16 @@
 #include "cimserver/provider/ProviderHost.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/provider/Environment.hpp"
+#include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/Module.hpp"
-#include "cimserver/provider/Registry.hpp"
+#include "cimserver/provider/Registrations.hpp"
 
 #include <algorithm>
 #include <atomic>
 #include <mutex>
+#include <optional>
 
 namespace cimserver::provider {
 
@@ -16,14 +19,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void failWith(const std::string& message) {
-    OW_THROWCIMMSG(CIMException::FAILED, message.c_str());
-}
-
 [[noreturn]] void invalid(const std::string& id, const ModuleError& error) {
     log::write(log::Level::Error, "provider",
                "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
-    failWith("Invalid provider: " + id + " (" + error.what() + ")");
+    throw CimError(Status::Failed, "Invalid provider: " + id + " (" + error.what() + ")");
 }
 
 } // namespace
@@ -78,7 +77,7 @@ void ProviderHost::Slot::start(const std::vector<fs::path>& folders, const Provi
         return;
     }
     if (starting_) {
-        failWith("Provider " + id_ + " is called while it is being initialized");
+        throw CimError(Status::Failed, "Provider " + id_ + " is called while it is being initialized");
     }
     struct Mark {
         bool& flag;
@@ -100,7 +99,7 @@ struct ProviderHost::Impl {
     HostSettings settings;
     std::shared_ptr<const ConfigItems> config;
     std::map<std::string, Factory> builtIns;
-    Registry registry;
+    Registrations registrations;
     std::mutex mutex; ///< of what follows
     std::map<std::string, Slot*> slotsById;
     std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
@@ -149,7 +148,7 @@ void ProviderHost::Impl::scan(const fs::path& file) {
         auto module = std::make_unique<Module>(file, id);
         {
             const IntrusiveReference<CppProviderBaseIFC> provider(module->create());
-            registry.add(id, *provider);
+            registrations.add(id, *provider);
         }
         slot(id).adopt(std::move(module));
     } catch (const NoProviderModule& error) {
@@ -184,22 +183,26 @@ void ProviderHost::scan() {
 }
 
 std::string ProviderHost::instanceProvider(const String& ns, const CIMClass& cimClass) const {
-    std::string reported = impl_->registry.instanceProvider(ns, cimClass.getName());
+    std::string reported = impl_->registrations.instanceProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::associatorProvider(const String& ns, const CIMClass& cimClass) const {
-    std::string reported = impl_->registry.associatorProvider(ns, cimClass.getName());
+    std::string reported = impl_->registrations.associatorProvider(ns, cimClass.getName());
     return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
 }
 
 std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimClass, const CIMMethod& method) const {
-    std::string reported = impl_->registry.methodProvider(ns, cimClass.getName(), method.getName());
+    std::string reported = impl_->registrations.methodProvider(ns, cimClass.getName(), method.getName());
     if (!reported.empty()) {
         return reported;
     }
     std::string own = idOfQualifier(method.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER));
     return own.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : own;
+}
+
+bool ProviderHost::has(const std::string& id) const {
+    return impl_->builtIns.count(id) != 0 || (isProviderId(id) && !findModule(impl_->settings.folders, id).empty());
 }
 
 ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {
@@ -208,7 +211,7 @@ ProviderCall ProviderHost::enter(const std::string& id, Access access, const Cal
     const auto pass = [&](Access wanted) {
         auto entered = slot.gate.enter(wanted, impl_->settings.busyLimit);
         if (!entered) {
-            failWith("Provider " + id + " is busy");
+            throw CimError(Status::Failed, "Provider " + id + " is busy");
         }
         return std::move(*entered);
     };
@@ -216,7 +219,8 @@ ProviderCall ProviderHost::enter(const std::string& id, Access access, const Cal
         const Gate::Pass alone = pass(Access::Write);
         slot.start(impl_->settings.folders, env);
     }
-    return ProviderCall(pass(access), slot.provider(), env);
+    const bool gated = impl_->settings.concurrentProviders.count(id) == 0;
+    return ProviderCall(gated ? std::optional(pass(access)) : std::nullopt, slot.provider(), env);
 }
 
 } // namespace cimserver::provider

@@ -21,6 +21,7 @@ namespace cimserver::provider {
 struct HostSettings {
     std::vector<std::filesystem::path> folders;     ///< searched in order for libID.so and ID.so
     std::set<std::string> concurrentReads;          ///< ids of providers whose reads may run side by side
+    std::set<std::string> concurrentProviders;      ///< ids of providers that serialise themselves: they get no gate
     std::map<std::string, std::string> configItems; ///< what a provider's getConfigItem answers from
     std::chrono::milliseconds busyLimit{60000};     ///< how long a request waits for a busy provider
 };
@@ -45,16 +46,20 @@ class ProviderHost {
 
     /// The id of the provider that serves the class's instances (or associations, or the method): what a ProviderInfo
     /// reports for exactly this class, else the Provider qualifier, of the method before that of the class. Empty when
-    /// there is none. Throws CIMException FAILED for a qualifier of another interface than "c++" or a malformed id.
+    /// there is none. Throws CimError Failed for a qualifier of another interface than "c++" or a malformed id.
     std::string instanceProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
     std::string associatorProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
     std::string methodProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass,
                                const OpenWBEM::CIMMethod& method) const;
 
+    /// True when there is a built-in provider of that id or a file for it, whether it can be loaded or not.
+    bool has(const std::string& id) const;
+
     /// Enters the provider for one call: loads and initializes it when needed and waits its turn. The calls of one
-    /// provider follow one another, unless its reads may run side by side; a thread that is inside the provider enters
-    /// again without waiting. Throws CIMException: FAILED "Invalid provider: ID (reason)" when it cannot be loaded or
-    /// "Provider ID is busy" after the limit; what its initialize threw, when that failed (the next call tries again).
+    /// provider follow one another, unless its reads, or all its calls, may run side by side; a thread that is inside
+    /// the provider enters again without waiting. Throws CIMException: Failed with "Invalid provider: ID (reason)" when
+    /// it cannot be loaded or "Provider ID is busy" after the limit; what its initialize threw, when that failed (the
+    /// next call tries again).
     ProviderCall enter(const std::string& id, Access access, const CallOrigin& origin);
 
   private:

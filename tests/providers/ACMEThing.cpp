@@ -114,34 +114,35 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
-                     const CIMObjectPath& object, const String&, const String& resultClass, const String&,
-                     const String&, EIncludeQualifiersFlag, EIncludeClassOriginFlag, const StringArray*) override {
-        const CIMObjectPath other = otherEnd(ns, object);
+                     const CIMObjectPath& object, const String&, const String& resultClass, const String& role,
+                     const String& resultRole, EIncludeQualifiersFlag, EIncludeClassOriginFlag,
+                     const StringArray*) override {
+        const CIMObjectPath other = otherEnd(ns, object, role, resultRole);
         if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
             result.handle(env->getCIMOMHandle()->getInstance(ns, other));
         }
     }
 
     void associatorNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
-                         const CIMObjectPath& object, const String&, const String& resultClass, const String&,
-                         const String&) override {
-        const CIMObjectPath other = otherEnd(ns, object);
+                         const CIMObjectPath& object, const String&, const String& resultClass, const String& role,
+                         const String& resultRole) override {
+        const CIMObjectPath other = otherEnd(ns, object, role, resultRole);
         if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
             result.handle(other);
         }
     }
 
     void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC& result, const String& ns,
-                    const CIMObjectPath& object, const String&, const String&, EIncludeQualifiersFlag,
+                    const CIMObjectPath& object, const String&, const String& role, EIncludeQualifiersFlag,
                     EIncludeClassOriginFlag, const StringArray*) override {
-        if (otherEnd(ns, object)) {
+        if (otherEnd(ns, object, role)) {
             result.handle(link(ns));
         }
     }
 
     void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
-                        const CIMObjectPath& object, const String&, const String&) override {
-        if (otherEnd(ns, object)) {
+                        const CIMObjectPath& object, const String&, const String& role) override {
+        if (otherEnd(ns, object, role)) {
             result.handle(CIMObjectPath(ns, link(ns)));
         }
     }
@@ -215,11 +216,18 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return instance.setProperty(CIMProperty("Slot", CIMValue(slotPath(ns, 1))));
     }
 
-    static CIMObjectPath otherEnd(const String& ns, const CIMObjectPath& object) {
+    /// What the link joins with the object, when the object plays the role and the other the result role.
+    static CIMObjectPath otherEnd(const String& ns, const CIMObjectPath& object, const String& role,
+                                  const String& resultRole = "") {
         const CIMInstance both = link(ns);
-        const CIMObjectPath thing = both.getPropertyValue("Thing").toCIMObjectPath();
-        const CIMObjectPath slot = both.getPropertyValue("Slot").toCIMObjectPath();
-        return object == thing ? slot : object == slot ? thing : CIMObjectPath(CIMNULL);
+        for (const char* end : {"Thing", "Slot"}) {
+            const String other = String(end).equals("Thing") ? "Slot" : "Thing";
+            const bool fits = (role.empty() || role.equals(end)) && (resultRole.empty() || resultRole.equals(other));
+            if (fits && object == both.getPropertyValue(end).toCIMObjectPath()) {
+                return both.getPropertyValue(other).toCIMObjectPath();
+            }
+        }
+        return CIMObjectPath(CIMNULL);
     }
 
     static void failAs(const String& how) {

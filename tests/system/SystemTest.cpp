@@ -107,7 +107,7 @@ TEST(Push, FollowsARestoreBeforeTheFirstRequest) {
         {"zporeg backup $LAB/daily", "45 entries saved\n"},
         {"zporeg set CDR CDRPush TransferType --binary 04", ""},
     });
-    lab.start("--preload CDRProvider --preload Nothing"); // the second is logged, and the server serves
+    lab.start("--preload CDRProvider");
     EXPECT_EQ(Lab::run("zporeg restore $LAB/daily"), "45 entries restored\n");
     EXPECT_TRUE(support::waitUntil([&] { return lab.crontab() == "0 2 * * * /qv/bin/CDRTransfer\n"; }))
         << lab.crontab();

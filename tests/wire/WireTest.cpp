@@ -3,11 +3,11 @@
 #include "WireCase.hpp"
 #include "XmlMatch.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Interop.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Interop.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -40,9 +40,9 @@ std::vector<fs::path> allCases() {
 class Server {
   public:
     Server() : host_(settings()) {
-        operations::addInterop(repository_, host_);
+        cimom::addInterop(repository_, host_);
         repository_.compileFile(TEST_PROVIDER_MOF, "root/cimv2");
-        cimom_.emplace(repository_, host_, operations::Cimom::Settings());
+        cimom_.emplace(repository_, host_, cimom::Cimom::Settings());
         cimxml::DispatcherSettings limits;
         limits.hostName = "host.example";
         limits.enumerations.count = 2;
@@ -61,7 +61,7 @@ class Server {
 
     schema::Repository repository_;
     provider::ProviderHost host_;
-    std::optional<operations::Cimom> cimom_;
+    std::optional<cimom::Cimom> cimom_;
     std::optional<cimxml::Dispatcher> dispatcher_;
 };
 

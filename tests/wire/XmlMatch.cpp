@@ -1,11 +1,16 @@
 #include "XmlMatch.hpp"
 
+#include "cimserver/cimxml/XmlDocument.hpp"
+
 #include <fnmatch.h>
 
 #include <iterator>
 
 namespace wire {
 namespace {
+
+using cimserver::cimxml::firstElement;
+using cimserver::cimxml::nextElement;
 
 /// Without the backslash and bracket rules of file names: only * is special.
 bool matches(std::string pattern, const std::string& text) {
@@ -14,13 +19,6 @@ bool matches(std::string pattern, const std::string& text) {
         pattern.insert(at, "\\");
     }
     return fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
-}
-
-pugi::xml_node nextElement(pugi::xml_node node) {
-    while (node && node.type() != pugi::node_element) {
-        node = node.next_sibling();
-    }
-    return node;
 }
 
 std::string attributeDifference(pugi::xml_node expected, pugi::xml_node actual) {
@@ -43,8 +41,8 @@ std::string namedDifference(pugi::xml_node expected, pugi::xml_node actual) {
     if (std::string wrong = attributeDifference(expected, actual); !wrong.empty()) {
         return wrong;
     }
-    pugi::xml_node wanted = nextElement(expected.first_child());
-    pugi::xml_node given = nextElement(actual.first_child());
+    pugi::xml_node wanted = firstElement(expected);
+    pugi::xml_node given = firstElement(actual);
     if (!wanted && !given) {
         const bool same = matches(expected.child_value(), actual.child_value());
         return same ? ""
@@ -54,8 +52,8 @@ std::string namedDifference(pugi::xml_node expected, pugi::xml_node actual) {
         if (std::string inside = difference(wanted, given); !inside.empty()) {
             return inside;
         }
-        wanted = nextElement(wanted.next_sibling());
-        given = nextElement(given.next_sibling());
+        wanted = nextElement(wanted);
+        given = nextElement(given);
     }
     return wanted || given ? (wanted ? "no " : "unexpected ") + std::string((wanted ? wanted : given).name()) : "";
 }

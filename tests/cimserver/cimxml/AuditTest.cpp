@@ -1,6 +1,6 @@
 #include "cimserver/cimxml/Audit.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,14 +9,14 @@ namespace {
 using namespace OpenWBEM;
 using namespace cimserver;
 
-std::string lineOf(const cimxml::AuditRecord& record, const std::string& result) {
+std::string lineOf(const cimxml::AuditRecord& record, const Outcome& outcome) {
     testing::internal::CaptureStderr();
-    record.write(result);
+    record.write(outcome);
     return testing::internal::GetCapturedStderr();
 }
 
 TEST(Audit, KeepsSecretsOutAndCutsWhatIsLong) {
-    operations::RequestContext context;
+    cimom::RequestContext context;
     context.user = "ann\nroot";
     context.peer = "192.0.2.1:1";
     cimxml::AuditRecord record(context, "SetProperty", "root/cimv2");
@@ -25,7 +25,7 @@ TEST(Audit, KeepsSecretsOutAndCutsWhatIsLong) {
     record.value("Text", CIMValue(String(std::string(5000, 'x').c_str())));
     record.value("None", CIMValue(CIMNULL));
     record.value("Embedded", CIMValue("instance of C { Password = \"hunter2\"; }"));
-    const std::string line = lineOf(record, "error 12 " + std::string(5000, 'y'));
+    const std::string line = lineOf(record, {12, std::string(5000, 'y')});
     EXPECT_EQ(line.find("hunter2"), std::string::npos);
     EXPECT_NE(line.find("user=ann\\nroot peer=192.0.2.1:1 SetProperty root/cimv2 FTPServerPassword=***, PASSWORDS=***"),
               std::string::npos)

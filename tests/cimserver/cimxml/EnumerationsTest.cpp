@@ -1,6 +1,6 @@
 #include "cimserver/cimxml/Enumerations.hpp"
 
-#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cim/CimError.hpp"
 
 #include <gtest/gtest.h>
 
@@ -9,17 +9,13 @@
 namespace {
 
 using namespace cimserver::cimxml;
+using cimserver::Status;
 using std::chrono::seconds;
 
 const EnumerationOwner ann{"ann", "root/cimv2", "INSTANCEPATH"};
 
-int codeOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const OperationError& error) {
-        return error.code();
-    }
-    return 0;
+Status codeOf(const std::function<void()>& work) {
+    return static_cast<Status>(cimserver::outcomeOf(work).code);
 }
 
 class Expiry : public testing::Test {
@@ -32,24 +28,24 @@ class Expiry : public testing::Test {
 TEST_F(Expiry, EndsWhatIsNotPulledFromAndMakesRoom) {
     const std::string first = enumerations_.open(ann, {"a", "b", "c"}, seconds(10));
     const std::string second = enumerations_.open(ann, {"d"}, seconds(20));
-    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), ServerLimitsExceeded);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), Status::ServerLimitsExceeded);
     now_ += seconds(9);
     EXPECT_FALSE(enumerations_.pull(first, ann, 1, text_)); // its time starts anew
     now_ += seconds(9);
     EXPECT_FALSE(enumerations_.pull(first, ann, 1, text_));
     now_ += seconds(10);
-    EXPECT_EQ(codeOf([&] { enumerations_.pull(first, ann, 1, text_); }), InvalidEnumerationContext);
-    EXPECT_EQ(codeOf([&] { enumerations_.pull(second, ann, 1, text_); }), InvalidEnumerationContext);
-    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), 0);
+    EXPECT_EQ(codeOf([&] { enumerations_.pull(first, ann, 1, text_); }), Status::InvalidEnumerationContext);
+    EXPECT_EQ(codeOf([&] { enumerations_.pull(second, ann, 1, text_); }), Status::InvalidEnumerationContext);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"e"}, seconds(10)); }), Status());
     EXPECT_EQ(text_, "ab");
 }
 
 TEST_F(Expiry, ElementsAreBoundedInBytesAndGiveThemBack) {
-    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"123456", "12345"}, seconds(10)); }), ServerLimitsExceeded);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"123456", "12345"}, seconds(10)); }), Status::ServerLimitsExceeded);
     const std::string id = enumerations_.open(ann, {"123456"}, seconds(10));
-    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"12345"}, seconds(10)); }), ServerLimitsExceeded);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"12345"}, seconds(10)); }), Status::ServerLimitsExceeded);
     EXPECT_TRUE(enumerations_.pull(id, ann, 5, text_));
-    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"1234567890"}, seconds(10)); }), 0);
+    EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"1234567890"}, seconds(10)); }), Status());
 }
 
 TEST(Enumerations, YieldEachElementOnceToConcurrentPulls) {
@@ -59,7 +55,7 @@ TEST(Enumerations, YieldEachElementOnceToConcurrentPulls) {
     std::vector<std::thread> threads;
     for (std::string& text : texts) {
         threads.emplace_back([&] {
-            while (codeOf([&] { enumerations.pull(id, ann, 3, text); }) == 0) {
+            while (codeOf([&] { enumerations.pull(id, ann, 3, text); }) == Status()) {
             }
         });
     }

@@ -1,7 +1,8 @@
 // What a provider may deliver, and the XML that clients must be able to read.
 #include "cimserver/cimxml/ObjectWriter.hpp"
 
-#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/NameWriter.hpp"
 
 #include <gtest/gtest.h>
 
@@ -57,6 +58,11 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         PropertyCase{"ImpossibleDate", CIMProperty("D", CIMValue(CIMDateTime(String("20241399000000.000000+000")))),
                      "<PROPERTY NAME=\"D\" TYPE=\"datetime\"></PROPERTY>"},
+        PropertyCase{"LeapDays",
+                     CIMProperty("D", CIMValue(listOf({CIMDateTime(String("20000229000000.000000+000")),
+                                                       CIMDateTime(String("19000229000000.000000+000"))}))),
+                     "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>20000229000000.000000+000"
+                     "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},
         PropertyCase{"ImpossibleDateInArray", CIMProperty("D", CIMValue(listOf({CIMDateTime(), CIMDateTime(CIMNULL)}))),
                      "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>00000000000000.000000:000"
                      "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},
@@ -95,7 +101,7 @@ TEST(InstanceNames, NeedEachKeysValue) {
     XmlWriter writer;
     CIMObjectPath path("C", "root/cimv2");
     path.setKeys(CIMPropertyArray(size_t(1), CIMProperty("K", CIMDataType(CIMDataType::STRING))));
-    EXPECT_THROW(writeInstanceName(writer, path), OperationError);
+    EXPECT_THROW(writeInstanceName(writer, path), cimserver::CimError);
 }
 
 TEST(MethodResults, LeaveOutWhatIsNull) {

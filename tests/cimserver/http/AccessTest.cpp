@@ -87,6 +87,30 @@ TEST(LoginThrottle, ParallelGuessesQueueAndThenAreRefused) {
     EXPECT_EQ(throttle.begin("guesser", now + 1s), 0ms);
 }
 
+TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
+    const support::TempDir dir;
+    support::writeFile(dir / "users", std::string("known:") + KnownHash + "\n");
+    LoginSettings settings;
+    settings.userFile = dir / "users";
+    settings.cache = 10s;
+    Access access(settings);
+    const auto now = Clock::time_point(1h);
+    const auto ask = [&](Clock::time_point when) {
+        return access.decide("Basic a25vd246cGFzc3dvcmQ=", "peer", "", when); // known:password
+    };
+    const auto before = ask(now);
+    ASSERT_TRUE(before.check);
+    const auto identity = access.verify(*before.check);
+    ASSERT_TRUE(identity);
+    access.reload(); // while the password was being hashed
+    access.conclude(before, identity, "peer", now);
+    const auto after = ask(now);
+    EXPECT_TRUE(after.check) << "what the file of before confirmed is not remembered";
+    access.conclude(after, identity, "peer", now);
+    EXPECT_TRUE(ask(now + 9s).identity);
+    EXPECT_TRUE(ask(now + 10s).check);
+}
+
 TEST(LoginCache, FindsOnlyTheSameCredentialsAndNotForLong) {
     LoginCache cache(60s);
     const auto now = Clock::time_point(1h);

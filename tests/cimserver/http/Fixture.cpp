@@ -1,6 +1,6 @@
 #include "Fixture.hpp"
 
-#include "cimserver/Log.hpp"
+#include "cimserver/common/Log.hpp"
 
 namespace http_testing {
 
@@ -28,7 +28,12 @@ Response ServerTest::handle(const Request& request) {
 
 void ServerTest::start(bool tls) {
     settings_.listeners = {{"127.0.0.1", 0, tls}};
-    server_ = std::make_unique<Server>(settings_, [this](const Request& request) { return handle(request); });
+    Application application{[this](const Request& request) { return handle(request); }};
+    application.options.fields.add("X-Offers", "all");
+    application.mask = [](const Request& request, const Response& response) -> ShownBodies {
+        return {"shown of " + request.method, "shown of " + std::to_string(response.status)};
+    };
+    server_ = std::make_unique<Server>(settings_, std::move(application));
     port_ = server_->start().at(0).port;
 }
 

@@ -65,6 +65,7 @@ TEST_F(LoginTest, EachWayToLogIn) {
             EXPECT_EQ(reply.body, one.body);
         }
     }
+    EXPECT_NE(server_->statistics().find(" failed-logins=12 "), std::string::npos) << server_->statistics();
     EXPECT_EQ(logged().find("right: password"), std::string::npos);
     EXPECT_EQ(timesLogged("Basic "), 0U);
 }

@@ -67,6 +67,8 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
     const std::tuple<int, std::string, std::string> cases[] = {
         {2, "--mof is required", ""},
         {2, "http://0.0.0.0:0 is open beyond this host", mof + "--listen 0.0.0.0:0"},
+        {2, "--preload: there is no provider Nobody in", mof + "--preload Nobody"},
+        {2, "--concurrent-provider: there is no provider ../x in", mof + "--concurrent-provider ../x"},
         {3, "bad.mof:1:7: ", "--mof bad.mof"},
         {3, "cannot read the user file", mof + "--user-file absent"},
         {3, "cannot use the TLS certificate empty.mof", mof + "--tls-certificate empty.mof --tls-key empty.mof"},

@@ -1,7 +1,10 @@
 // Registration, loading, initialization, errors and the environment.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/provider/Registrations.hpp"
 #include "cimserver/schema/Repository.hpp"
 
+#include "OW_CppMethodProviderIFC.hpp"
 #include "OW_RepositoryIFC.hpp"
 
 #include <atomic>
@@ -79,6 +82,32 @@ TEST(Registration, ComesFromTheProviderQualifier) {
     for (const char* bad : {"Perl", "Bare", "Path", "None"}) {
         EXPECT_THAT(thrownBy([&] { idOf(bad); }).text, HasSubstr("is not of the form \"c++::ID\"")) << bad;
     }
+}
+
+/// Reports all methods of Whole, one of Part, and Part only in one namespace.
+class Reporter : public CppMethodProviderIFC {
+  public:
+    void getMethodProviderInfo(MethodProviderInfo& info) override {
+        info.addInstrumentedClass("Whole");
+        info.addInstrumentedClass(
+            MethodProviderInfo::ClassInfo("Part", StringArray(size_t(1), " /Root/Test"), StringArray(size_t(1), "F")));
+    }
+    CIMValue invokeMethod(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath&, const String&,
+                          const CIMParamValueArray&, CIMParamValueArray&) override {
+        return CIMValue(CIMNULL);
+    }
+};
+
+TEST(Registration, ComesFromWhatAProviderReports) {
+    Registrations registrations;
+    const IntrusiveReference<CppProviderBaseIFC> reporter(new Reporter);
+    registrations.add("One", *reporter);
+    registrations.add("Two", *reporter); // the first keeps its classes
+    EXPECT_EQ(registrations.methodProvider("root/any", "whole", "Anything"), "One");
+    EXPECT_EQ(registrations.methodProvider("root/test", "Part", "f"), "One");
+    EXPECT_EQ(registrations.methodProvider("root/test", "Part", "G"), "");
+    EXPECT_EQ(registrations.methodProvider("root/other", "Part", "F"), "");
+    EXPECT_EQ(registrations.instanceProvider("root/test", "Whole"), "");
 }
 
 TEST(Loading, SaysWhatIsWrongWithAModule) {
@@ -162,8 +191,9 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     HostSettings settings;
     settings.busyLimit = std::chrono::milliseconds(30);
     settings.concurrentReads = {"Quick"};
+    settings.concurrentProviders = {"Free"};
     ProviderHost host(settings);
-    for (const char* id : {"Slow", "Quick", "Other"}) {
+    for (const char* id : {"Slow", "Quick", "Free", "Other"}) {
         host.addBuiltIn(id, [] { return new Scripted(nullptr); });
     }
     const auto enterElsewhere = [&](const char* id, Access access) {
@@ -173,6 +203,8 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     };
     const ProviderCall slow = host.enter("Slow", Access::Read, CallOrigin());
     const ProviderCall quick = host.enter("Quick", Access::Read, CallOrigin());
+    const ProviderCall free = host.enter("Free", Access::Write, CallOrigin());
+    EXPECT_EQ(enterElsewhere("Free", Access::Write), "");
     EXPECT_EQ(enterElsewhere("Slow", Access::Read), "general error (Provider Slow is busy)");
     EXPECT_EQ(enterElsewhere("Other", Access::Write), "");
     EXPECT_EQ(enterElsewhere("Quick", Access::Read), "");
@@ -192,7 +224,7 @@ TEST(Exceptions, AllBecomeCimExceptions) {
         {[] { throw 5; }, 1, "Unknown Exception"},
     };
     for (const auto& c : cases) {
-        const Thrown thrown = thrownBy([&] { guarded([&] { c.thrower(); }); });
+        const Thrown thrown = thrownBy([&] { cimserver::guarded([&] { c.thrower(); }); });
         EXPECT_EQ(thrown.code, c.code);
         EXPECT_EQ(thrown.text, c.text);
     }

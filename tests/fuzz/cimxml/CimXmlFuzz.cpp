@@ -1,12 +1,12 @@
 // Feeds arbitrary bodies to the CIM-XML side, over a real object manager and provider. Whatever comes in, what goes out
 // must be an HTTP refusal or a reply that obeys the grammar.
-#include "cimserver/Log.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/Interop.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
-#include "cimserver/operations/Cimom.hpp"
-#include "cimserver/operations/Interop.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -38,14 +38,14 @@ class Server {
         return settings;
     }
     const schema::Repository& filled() {
-        operations::addInterop(repository_, host_);
+        cimom::addInterop(repository_, host_);
         repository_.compileFile(TEST_PROVIDER_MOF, "root/cimv2");
         return repository_;
     }
 
     schema::Repository repository_;
     provider::ProviderHost host_;
-    operations::Cimom cimom_;
+    cimom::Cimom cimom_;
     cimxml::Dispatcher dispatcher_;
 };
 

@@ -1,0 +1,62 @@
+#include "cimserver/cim/CimError.hpp"
+
+#include <exception>
+#include <new>
+
+namespace cimserver {
+
+using OpenWBEM::CIMException;
+
+namespace {
+
+/// Null for a code that OpenWBEM knows.
+const char* youngerText(Status code) {
+    switch (code) {
+    case Status::InvalidEnumerationContext:
+        return "enumeration context is not valid";
+    case Status::InvalidOperationTimeout:
+        return "operation timeout is not supported";
+    case Status::ContinuationOnErrorNotSupported:
+        return "continuation on error is not supported";
+    case Status::ServerLimitsExceeded:
+        return "server limits exceeded";
+    default:
+        return nullptr;
+    }
+}
+
+} // namespace
+
+CimError::CimError(Status code, std::string_view detail)
+    : CIMException(__FILE__, __LINE__, static_cast<ErrNoType>(code), std::string(detail).c_str()) {
+    if (const char* text = youngerText(code)) {
+        text_ = (std::string(text) + " (" + std::string(detail) + ")").c_str();
+    }
+}
+
+CimError::CimError(const char* text)
+    : CIMException(__FILE__, __LINE__, FAILED, text), text_(text != nullptr ? text : "") {}
+
+const char* CimError::getMessage() const {
+    return text_.empty() ? CIMException::getMessage() : text_.c_str();
+}
+
+CimError* CimError::clone() const noexcept {
+    return new (std::nothrow) CimError(*this);
+}
+
+void rethrowAsCimException() {
+    try {
+        throw;
+    } catch (const CIMException&) {
+        throw;
+    } catch (const OpenWBEM::Exception& foreign) {
+        throw CimError::foreign(foreign.getMessage());
+    } catch (const std::exception& foreign) {
+        throw CimError::foreign(foreign.what());
+    } catch (...) {
+        throw CimError::foreign("Unknown Exception");
+    }
+}
+
+} // namespace cimserver

@@ -1,0 +1,81 @@
+// The CIM status codes with their texts, and the exception that carries one to the client.
+#pragma once
+
+#include "OW_CIMException.hpp"
+#include "OW_String.hpp"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace cimserver {
+
+/// CIM status codes; those above 17 are younger than OpenWBEM's own list.
+enum class Status {
+    Failed = 1,
+    AccessDenied = 2,
+    InvalidNamespace = 3,
+    InvalidParameter = 4,
+    InvalidClass = 5,
+    NotFound = 6,
+    NotSupported = 7,
+    NoSuchProperty = 12,
+    TypeMismatch = 13,
+    QueryLanguageNotSupported = 14,
+    MethodNotFound = 17,
+    InvalidEnumerationContext = 21,
+    InvalidOperationTimeout = 22,
+    ContinuationOnErrorNotSupported = 26,
+    ServerLimitsExceeded = 27,
+};
+
+/// What the server itself throws; providers throw CIMException and whatever else they like.
+class CimError : public OpenWBEM::CIMException {
+  public:
+    /// getMessage() is the code's standard text with `detail` in brackets, as OpenWBEM composes it.
+    CimError(Status code, std::string_view detail);
+    /// Code Failed; getMessage() is exactly `text`, or the standard text when it is empty.
+    static CimError foreign(const char* text) { return CimError(text); }
+
+    const char* getMessage() const override;
+    CimError* clone() const noexcept override;
+
+  private:
+    explicit CimError(const char* text);
+
+    OpenWBEM::String text_; ///< empty: what CIMException composes
+};
+
+/// Rethrows the exception being handled as a CIMException: one of that kind as it is, any other as CimError::foreign
+/// with its text ("Unknown Exception" for what is no std::exception).
+[[noreturn]] void rethrowAsCimException();
+
+/// Runs `call` and translates whatever it throws as rethrowAsCimException does.
+template <class Call>
+auto guarded(Call&& call) -> decltype(call()) {
+    try {
+        return call();
+    } catch (...) {
+        rethrowAsCimException();
+    }
+}
+
+/// How an operation ended, for the reply, the counters, the audit and the log.
+struct Outcome {
+    int code = 0; ///< CIM status code; 0: done
+    std::string description;
+};
+
+/// Runs `work`; whatever it throws becomes the outcome.
+template <class Work>
+Outcome outcomeOf(Work&& work) {
+    try {
+        guarded(std::forward<Work>(work));
+        return {};
+    } catch (const OpenWBEM::CIMException& error) {
+        const int code = error.getErrNo();
+        return {code == 0 ? static_cast<int>(Status::Failed) : code, error.getMessage()};
+    }
+}
+
+} // namespace cimserver

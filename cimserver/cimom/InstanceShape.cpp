@@ -1,0 +1,211 @@
+#include "cimserver/cimom/InstanceShape.hpp"
+
+#include "cimserver/cim/CimError.hpp"
+
+#include "OW_CIMValueCast.hpp"
+
+#include <algorithm>
+
+namespace cimserver::cimom {
+
+using namespace OpenWBEM;
+
+namespace {
+
+bool isUntyped(const CIMProperty& property) {
+    const CIMDataType type = property.getDataType();
+    return !type || type.getType() == CIMDataType::CIMNULL;
+}
+
+/// Finds properties by name; quick when they are asked for in about the order in which they stand.
+class Finder {
+  public:
+    explicit Finder(const CIMPropertyArray& properties) : properties_(properties) {}
+
+    /// The position, or the number of properties when there is none of the name.
+    std::size_t find(const String& name) {
+        const std::size_t count = properties_.size();
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t at = (next_ + i) % count;
+            if (properties_[at].getName().equalsIgnoreCase(name)) {
+                next_ = at + 1;
+                return at;
+            }
+        }
+        return count;
+    }
+
+  private:
+    const CIMPropertyArray& properties_;
+    std::size_t next_ = 0;
+};
+
+CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass) {
+    CIMPropertyArray all(delivered);
+    Finder finder(delivered);
+    for (const CIMProperty& declared : cimClass.getAllProperties()) {
+        const std::size_t at = finder.find(declared.getName());
+        if (at == delivered.size()) {
+            all.push_back(CIMProperty(CIMName(declared.getName()), declared.getDataType()));
+        } else if (isUntyped(delivered[at])) {
+            all[at].setDataType(declared.getDataType());
+        }
+    }
+    return all;
+}
+
+CIMPropertyArray selected(const CIMPropertyArray& all, const StringArray* propertyList) {
+    CIMPropertyArray wanted;
+    for (const CIMProperty& property : all) {
+        if (!isWanted(propertyList, property.getName())) {
+            continue;
+        }
+        if (isUntyped(property)) {
+            throw CimError(Status::Failed,
+                           std::string("Property ") + property.getName().c_str() + " has no type defined");
+        }
+        wanted.push_back(property);
+    }
+    return wanted;
+}
+
+bool hasValue(const CIMPropertyArray& properties, const String& name) {
+    return std::any_of(properties.begin(), properties.end(),
+                       [&](const CIMProperty& p) { return p.getName().equalsIgnoreCase(name) && bool(p.getValue()); });
+}
+
+/// The key's value from the first place that has it; null when none has.
+CIMProperty keyOf(const CIMInstance& instance, const CIMProperty& declared, const CIMObjectPath& path) {
+    const CIMName name(declared.getName());
+    CIMValue value = CIMObjectPath(name, instance.getKeyValuePairs()).getKeyValue(name);
+    if (!value) {
+        value = instance.getPropertyValue(name);
+    }
+    if (!value) {
+        value = path.getKeyValue(name);
+    }
+    CIMProperty key(name, declared.getDataType());
+    return key.setValue(value);
+}
+
+CIMPropertyArray completeKeys(const CIMInstance& delivered, const CIMClass& cimClass, const CIMObjectPath& path) {
+    CIMPropertyArray keys = delivered.getKeyValuePairs();
+    const CIMPropertyArray declared = cimClass.getKeys();
+    const auto there = [&](const CIMProperty& key) { return hasValue(keys, key.getName()); };
+    if (std::all_of(declared.begin(), declared.end(), there)) {
+        return keys;
+    }
+    keys.clear();
+    for (const CIMProperty& key : declared) {
+        const CIMProperty found = keyOf(delivered, key, path);
+        if (found.getValue()) {
+            keys.push_back(found);
+        }
+    }
+    return keys;
+}
+
+/// What the instance shows of the property today; the key list counts for a key that is no property of it.
+CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, const CIMProperty& declared) {
+    const CIMName name(declared.getName());
+    const CIMProperty shown = previous.getProperty(name);
+    const CIMValue value = shown ? shown.getValue() : path.getKeyValue(name);
+    try {
+        return CIMValueCast::castValueToDataType(value, declared.getDataType());
+    } catch (const Exception&) {
+        return value; // of a type that cannot be compared, so it counts as different
+    }
+}
+
+/// The class's key properties with the values of the path: providers find the object by them.
+CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimClass) {
+    CIMPropertyArray keys = cimClass.getKeys();
+    for (CIMProperty& key : keys) {
+        key.setValue(path.getKeyValue(CIMName(key.getName())));
+    }
+    return keys;
+}
+
+/// A key sent along may only say what the path says; NULL says nothing.
+void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
+    const CIMValue value = sent.getValue();
+    if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {
+        throw CimError(Status::InvalidParameter,
+                       std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
+    }
+}
+
+} // namespace
+
+bool isWanted(const StringArray* propertyList, const String& name) {
+    return propertyList == nullptr || std::any_of(propertyList->begin(), propertyList->end(),
+                                                  [&](const String& listed) { return listed.equalsIgnoreCase(name); });
+}
+
+CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
+                   const CIMObjectPath& path) {
+    CIMInstance result(delivered);
+    if (result.getClassName().empty()) {
+        result.setClassName(CIMName(cimClass.getName()));
+    }
+    const CIMPropertyArray keys = completeKeys(delivered, cimClass, path);
+    result.setProperties(selected(completeProperties(delivered.getProperties(), cimClass), propertyList));
+    return result.setKeys(keys);
+}
+
+CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList) {
+    CIMInstance result = shaped(delivered, cimClass, propertyList, CIMObjectPath());
+    requireKeys(result.getKeyValuePairs(), cimClass);
+    return result;
+}
+
+const CIMInstance& requireInstance(const CIMInstance& delivered) {
+    if (!delivered) {
+        throw CimError(Status::Failed, "Provider erroneously returned a NULL CIMInstance");
+    }
+    return delivered;
+}
+
+void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
+    for (const CIMProperty& key : cimClass.getKeys()) {
+        if (!hasValue(keys, key.getName())) {
+            throw CimError(Status::Failed, std::string("No key value for ") + key.getName().c_str());
+        }
+    }
+}
+
+Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
+                            const CIMObjectPath& path, const StringArray* propertyList, bool all) {
+    Modification result;
+    CIMPropertyArray properties = keyProperties(path, cimClass);
+    const auto take = [&](const CIMProperty& property) {
+        properties.push_back(property);
+        result.changes.push_back(property);
+        result.names.push_back(property.getName());
+    };
+    for (const CIMProperty& sent : modified.getProperties()) {
+        CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
+        property.setValue(sent.getValue());
+        if (property.isKey()) {
+            requireSameKey(property, path);
+        } else if (propertyList != nullptr
+                       ? isWanted(propertyList, sent.getName())
+                       : all || !presentValue(previous, path, property).equal(property.getValue())) {
+            take(property);
+        }
+    }
+    if (propertyList != nullptr) {
+        for (const String& listed : *propertyList) {
+            const CIMProperty declared = cimClass.getProperty(CIMName(listed));
+            if (!declared.isKey() && !isWanted(&result.names, listed)) {
+                take(declared);
+            }
+        }
+    }
+    result.instance = CIMInstance(CIMName(cimClass.getName()));
+    result.instance.setProperties(properties);
+    result.instance.setKeys(path.getKeys());
+    return result;
+}
+
+} // namespace cimserver::cimom

@@ -1,0 +1,14 @@
+// The namespace root/interop, by which clients find out what the server offers.
+#pragma once
+
+#include "cimserver/provider/ProviderHost.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+namespace cimserver::cimom {
+
+/// Adds the namespace root/interop (alias interop) with the classes CIM_Namespace, one instance for each namespace, and
+/// CIM_ObjectManager, one instance, and the provider of both. Belongs before the first compilation of another schema,
+/// so that one for "interop" finds the alias. The repository must outlive the host.
+void addInterop(schema::Repository& repository, provider::ProviderHost& host);
+
+} // namespace cimserver::cimom

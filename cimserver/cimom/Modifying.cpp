@@ -1,0 +1,106 @@
+// The operations of Cimom that change instances.
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/cimom/Request.hpp"
+
+namespace cimserver::cimom {
+
+using namespace OpenWBEM;
+using provider::Access;
+
+namespace {
+
+/// A mistyped name must not be believed to be set.
+void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, const StringArray* propertyList) {
+    for (const CIMProperty& property : instance.getProperties()) {
+        propertyOf(cimClass, property.getName());
+    }
+    if (propertyList != nullptr) {
+        for (const String& name : *propertyList) {
+            propertyOf(cimClass, name);
+        }
+    }
+}
+
+CIMInstance present(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const String& ns,
+                    const CIMObjectPath& path, const CIMClass& cimClass) {
+    return requireInstance(provider.getInstance(env, ns, path, WBEMFlags::E_NOT_LOCAL_ONLY,
+                                                WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
+                                                nullptr, cimClass));
+}
+
+} // namespace
+
+void Cimom::modifyInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                           const CIMInstance& modified, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
+                           const StringArray* propertyList) {
+    Request request(*this, context, ns, Access::Write);
+    const CIMClass& cimClass = request.classOf(path.getClassName());
+    requireProperties(cimClass, modified, propertyList);
+    const CIMObjectPath target = request.synced(path, cimClass);
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        const CIMInstance previous = present(provider, env, request.ns(), target, cimClass);
+        const Modification change =
+            modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
+        if (context.onChange) {
+            context.onChange(change.changes);
+        }
+        if (!change.empty()) {
+            // Always with a list: a provider must not take what is not handed on for set to NULL.
+            provider.modifyInstance(env, request.ns(), change.instance, previous, includeQualifiers, &change.names,
+                                    cimClass);
+        }
+    });
+    if (!served) {
+        throw CimError(Status::NotFound, target.toString().c_str());
+    }
+}
+
+void Cimom::setProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path, const String& name,
+                        const CIMValue& value) {
+    admit(context, ns, Access::Write);
+    const CIMClass& cimClass = classOf(ns, path.getClassName());
+    CIMInstance modified{CIMName(cimClass.getName())};
+    modified.setProperty(propertyOf(cimClass, name).setValue(value));
+    const StringArray list(1, name);
+    modifyInstance(context, ns, path, modified, WBEMFlags::E_EXCLUDE_QUALIFIERS, &list);
+}
+
+CIMObjectPath Cimom::createInstance(const RequestContext& context, const String& ns, const CIMInstance& instance) {
+    Request request(*this, context, ns, Access::Write);
+    const CIMClass& cimClass = request.classOf(instance.getClassName());
+    const CIMQualifier abstract = cimClass.getQualifier(CIMQualifier::CIM_QUAL_ABSTRACT);
+    if (abstract && abstract.getValue().equal(CIMValue(true))) {
+        throw CimError(Status::InvalidParameter,
+                       std::string("The class ") + cimClass.getName().c_str() + " is abstract");
+    }
+    requireProperties(cimClass, instance, nullptr);
+    const CIMInstance complete = CIMInstance(instance).syncWithClass(cimClass);
+    CIMObjectPath created(CIMNULL);
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        created = provider.createInstance(env, request.ns(), complete);
+    });
+    if (!served) {
+        throw CimError(Status::NotSupported, std::string("No provider serves the class ") + cimClass.getName().c_str());
+    }
+    if (!created) {
+        created = CIMObjectPath(request.ns(), complete);
+    }
+    return created.setNameSpace(request.ns());
+}
+
+void Cimom::deleteInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path) {
+    Request request(*this, context, ns, Access::Write);
+    const CIMClass& cimClass = request.classOf(path.getClassName());
+    const CIMObjectPath target = request.synced(path, cimClass);
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        present(provider, env, request.ns(), target, cimClass); // throws when there is none
+        provider.deleteInstance(env, request.ns(), target);
+    });
+    if (!served) {
+        throw CimError(Status::NotFound, target.toString().c_str());
+    }
+}
+
+} // namespace cimserver::cimom

@@ -1,0 +1,82 @@
+// The operations of Cimom that read instances.
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cim/Sink.hpp"
+#include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/cimom/Request.hpp"
+#include "cimserver/schema/Repository.hpp"
+
+namespace cimserver::cimom {
+
+using namespace OpenWBEM;
+using provider::Access;
+
+namespace {
+
+/// A provider may deliver an instance of a subclass.
+const CIMClass& ownClass(const CIMInstance& delivered, const schema::Repository& repository, const String& ns,
+                         const CIMClass& asked) {
+    const String name = delivered.getClassName();
+    const bool same = name.empty() || name.equalsIgnoreCase(asked.getName());
+    const CIMClass* const found = same ? nullptr : repository.findClass(ns, name);
+    return found != nullptr ? *found : asked;
+}
+
+} // namespace
+
+CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                               const InstanceSelection& selection) {
+    Request request(*this, context, ns, Access::Read);
+    const CIMClass& cimClass = request.classOf(path.getClassName());
+    CIMObjectPath wanted = request.synced(path, cimClass);
+    CIMInstance result(CIMNULL);
+    // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
+    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
+    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        result = provider.getInstance(env, request.ns(), bare, selection.localOnly, selection.includeQualifiers,
+                                      selection.includeClassOrigin, selection.propertyList, cimClass);
+    });
+    if (!served) {
+        throw CimError(Status::NotFound, wanted.toString().c_str());
+    }
+    return shaped(requireInstance(result), cimClass, selection.propertyList, wanted);
+}
+
+void Cimom::enumInstances(const RequestContext& context, const String& ns, const String& className,
+                          const InstanceSelection& selection, CIMInstanceResultHandlerIFC& result) {
+    Request request(*this, context, ns, Access::Read);
+    const CIMClass& requested = request.classOf(className);
+    for (const CIMClass* const cimClass : request.family(requested)) {
+        Sink<CIMInstance> sink([&](const CIMInstance& delivered) {
+            const CIMClass& own = ownClass(requireInstance(delivered), repository_, request.ns(), *cimClass);
+            result.handle(shapedWithKeys(delivered, own, selection.propertyList));
+        });
+        request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
+            provider.enumInstances(env, request.ns(), cimClass->getName(), sink, selection.localOnly, selection.deep,
+                                   selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList,
+                                   requested, *cimClass);
+        });
+    }
+}
+
+void Cimom::enumInstanceNames(const RequestContext& context, const String& ns, const String& className,
+                              CIMObjectPathResultHandlerIFC& result) {
+    Request request(*this, context, ns, Access::Read);
+    for (const CIMClass* const cimClass : request.family(request.classOf(className))) {
+        Sink<CIMObjectPath> sink([&](const CIMObjectPath& delivered) {
+            requireKeys(delivered.getKeys(), *cimClass);
+            result.handle(CIMObjectPath(delivered).setNameSpace(request.ns()));
+        });
+        request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
+            provider.enumInstanceNames(env, request.ns(), cimClass->getName(), sink, *cimClass);
+        });
+    }
+}
+
+CIMValue Cimom::getProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path,
+                            const String& name) {
+    propertyOf(classOf(ns, path.getClassName()), name);
+    return getInstance(context, ns, path, InstanceSelection()).getPropertyValue(CIMName(name));
+}
+
+} // namespace cimserver::cimom

@@ -1,0 +1,113 @@
+#include "cimserver/cimxml/Masking.hpp"
+
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/common/Text.hpp"
+
+#include <pugixml.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace cimserver::cimxml {
+namespace {
+
+constexpr const char* kMask = "***";
+constexpr unsigned kFlags = pugi::format_raw | pugi::format_no_declaration;
+
+bool isSecret(std::string_view text) {
+    return containsIgnoringCase(text, "password");
+}
+
+/// An embedded object is XML inside a text; a name written with character references there could hide anything.
+bool isSecretObject(std::string_view text) {
+    return text.find('<') != std::string_view::npos && (isSecret(text) || text.find("&#") != std::string_view::npos);
+}
+
+/// The element's name is compared in any case: what a mistaken client sends is refused, but dumped.
+bool isNamedSecret(pugi::xml_node element) {
+    const std::string_view name = element.name();
+    const bool named = equalsIgnoringCase(name.substr(0, 8), "PROPERTY") || equalsIgnoringCase(name, "KEYBINDING") ||
+                       equalsIgnoringCase(name, "PARAMVALUE") || equalsIgnoringCase(name, "IPARAMVALUE");
+    return named && std::any_of(element.attributes_begin(), element.attributes_end(),
+                                [](pugi::xml_attribute one) { return isSecret(one.value()); });
+}
+
+bool isParameter(pugi::xml_node element, std::string_view name) {
+    return equalsIgnoringCase(element.name(), "IPARAMVALUE") &&
+           equalsIgnoringCase(element.attribute("NAME").value(), name);
+}
+
+/// Where GetProperty and SetProperty have the value of a property that is named apart from it.
+bool isNamedElsewhere(pugi::xml_node element) {
+    return std::string_view(element.name()) == "IRETURNVALUE" || isParameter(element, "NewValue");
+}
+
+/// True when a parameter PropertyName names a secret.
+bool namesSecretProperty(pugi::xml_node root) {
+    return static_cast<bool>(root.find_node([](pugi::xml_node node) {
+        return isParameter(node, "PropertyName") &&
+               node.find_node([](pugi::xml_node inner) { return isSecret(inner.value()) || isSecret(textOf(inner)); });
+    }));
+}
+
+/// Masks the secrets below and in the element; false when there was none.
+bool mask(pugi::xml_node element, bool valuesToo) {
+    const bool secret = isNamedSecret(element) || (valuesToo && isNamedElsewhere(element));
+    if (secret || isSecretObject(textOf(element))) {
+        element.remove_children();
+        element.append_child(pugi::node_pcdata).set_value(kMask);
+        return true;
+    }
+    bool masked = false;
+    for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
+        masked = mask(child, valuesToo) || masked;
+    }
+    return masked;
+}
+
+struct StringWriter : pugi::xml_writer {
+    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
+    std::string text;
+};
+
+/// Comments, processing instructions and document types are not in the tree, and may hold anything.
+bool holdsMore(std::string_view xml) {
+    return xml.find("<!") != std::string_view::npos || xml.find("<?", 1) != std::string_view::npos;
+}
+
+std::string shown(const std::string& xml, const XmlDocument& document, bool valuesToo) {
+    if (!mask(document.root(), valuesToo) && !holdsMore(xml)) {
+        return xml;
+    }
+    StringWriter writer;
+    document.root().print(writer, "", kFlags, pugi::encoding_utf8);
+    return std::move(writer.text);
+}
+
+} // namespace
+
+http::ShownBodies maskedBodies(const http::Request& request, const http::Response& response, const XmlLimits& limits) {
+    http::ShownBodies bodies;
+    bool valuesToo = true;
+    try {
+        if (!request.body.empty()) {
+            const XmlDocument document(request.body, limits);
+            valuesToo = namesSecretProperty(document.root());
+            bodies.request = shown(request.body, document, valuesToo);
+        }
+    } catch (const HttpError&) {
+        bodies.request = kMask;
+    }
+    const bool isXml = response.body.find('<') != std::string::npos;
+    try {
+        bodies.response =
+            isXml ? shown(response.body, XmlDocument(response.body, kNoLimits), valuesToo) : response.body;
+    } catch (const HttpError&) {
+        bodies.response = kMask;
+    }
+    return bodies;
+}
+
+} // namespace cimserver::cimxml

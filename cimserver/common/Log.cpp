@@ -1,0 +1,116 @@
+#include "cimserver/common/Log.hpp"
+
+#include "cimserver/common/Utf8.hpp"
+
+#include <spdlog/sinks/rotating_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <spdlog/spdlog.h>
+
+#include <memory>
+#include <stdexcept>
+
+namespace cimserver::log {
+namespace {
+
+constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %v";
+
+std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
+    auto logger = std::make_shared<spdlog::logger>("cimserverd", std::move(sink));
+    logger->set_pattern(kPattern);
+    logger->set_level(spdlog::level::info);
+    logger->flush_on(spdlog::level::trace);
+    // A full disk must not end the server, and has nowhere else to be told.
+    logger->set_error_handler([](const std::string&) {});
+    return logger;
+}
+
+std::shared_ptr<spdlog::logger>& logger() {
+    static auto instance = makeLogger(std::make_shared<spdlog::sinks::stderr_sink_mt>());
+    return instance;
+}
+
+spdlog::level::level_enum toSpdlog(Level level) {
+    switch (level) {
+    case Level::Debug:
+        return spdlog::level::debug;
+    case Level::Info:
+        return spdlog::level::info;
+    case Level::Warning:
+        return spdlog::level::warn;
+    case Level::Error:
+        return spdlog::level::err;
+    case Level::Fatal:
+        break;
+    }
+    return spdlog::level::critical;
+}
+
+std::string_view nameOf(Level level) {
+    constexpr std::string_view kNames[] = {"debug", "info", "warning", "error", "fatal"};
+    return kNames[static_cast<std::size_t>(level)];
+}
+
+/// Control characters would let a text from outside forge entries or steer a terminal: they become \xNN, as does what
+/// is no UTF-8.
+void appendEscaped(std::string& to, std::string_view text) {
+    constexpr char kHex[] = "0123456789abcdef";
+    while (!text.empty()) {
+        const auto [code, length, valid] = decodeUtf8(text);
+        if (code == '\n') {
+            to += "\\n";
+        } else if (valid && code >= 0x20 && (code < 0x7F || code >= 0xA0)) {
+            to.append(text, 0, length);
+        } else {
+            for (const char c : text.substr(0, length)) {
+                const auto byte = static_cast<unsigned char>(c);
+                to += {'\\', 'x', kHex[byte >> 4U], kHex[byte & 0xFU]};
+            }
+        }
+        text.remove_prefix(length);
+    }
+}
+
+std::string entry(std::string_view level, std::string_view component, std::string_view text) {
+    std::string line;
+    line.reserve(level.size() + component.size() + text.size() + 4);
+    line.append(level).append(" ").append(component).append(": ");
+    appendEscaped(line, text);
+    return line;
+}
+
+} // namespace
+
+void configure(const Settings& settings) {
+    if (!settings.file.empty()) {
+        try {
+            logger() = makeLogger(std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
+                settings.file, settings.maxBytes, settings.keep));
+        } catch (const spdlog::spdlog_ex& error) {
+            throw std::runtime_error("cannot write the log file " + settings.file + ": " + error.what());
+        }
+    }
+    logger()->set_level(toSpdlog(settings.level));
+}
+
+void write(Level level, std::string_view component, std::string_view text) noexcept {
+    try {
+        if (enabled(level)) {
+            logger()->log(toSpdlog(level), entry(nameOf(level), component, text));
+        }
+    } catch (...) { // out of memory: the entry is lost, the request is not
+    }
+}
+
+bool enabled(Level level) noexcept {
+    return logger()->should_log(toSpdlog(level));
+}
+
+void audit(std::string_view text) noexcept {
+    try {
+        // Above every threshold that can be set.
+        logger()->log(spdlog::level::critical, entry("audit", "cimserverd", text));
+    } catch (...) {
+    }
+}
+
+} // namespace cimserver::log

@@ -1,0 +1,114 @@
+#include "cimserver/provider/Registrations.hpp"
+
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
+#include "cimserver/provider/Module.hpp"
+
+#include "OW_CppAssociatorProviderIFC.hpp"
+#include "OW_CppInstanceProviderIFC.hpp"
+#include "OW_CppMethodProviderIFC.hpp"
+
+namespace cimserver::provider {
+
+using namespace OpenWBEM;
+
+namespace {
+
+/// The keys under which a report is filed: the class alone, or the class in each of its namespaces.
+template <class ClassInfo>
+std::vector<std::string> keysOf(const ClassInfo& info) {
+    std::vector<std::string> keys;
+    for (const String& ns : info.namespaces) {
+        keys.push_back(std::string(withoutSlashes(trimmed(ns.c_str()))) + ":" + info.className.c_str());
+    }
+    if (keys.empty()) {
+        keys.emplace_back(info.className.c_str());
+    }
+    return keys;
+}
+
+} // namespace
+
+void Registrations::put(Table& table, const std::string& key, const std::string& id) {
+    const auto [place, isNew] = table.try_emplace(folded(key), id);
+    if (!isNew && place->second != id) {
+        log::write(log::Level::Error, "provider",
+                   "Provider " + id + " reports " + key + ", which provider " + place->second + " serves already");
+    }
+}
+
+template <class Info>
+void Registrations::putClasses(Table& table, const Info& info, const std::string& id) {
+    for (const auto& reported : info.getClassInfo()) {
+        for (const std::string& key : keysOf(reported)) {
+            put(table, key, id);
+        }
+    }
+}
+
+void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
+    if (auto* const instances = provider.getInstanceProvider()) {
+        InstanceProviderInfo info;
+        instances->getInstanceProviderInfo(info);
+        putClasses(instances_, info, id);
+    }
+    if (auto* const associators = provider.getAssociatorProvider()) {
+        AssociatorProviderInfo info;
+        associators->getAssociatorProviderInfo(info);
+        putClasses(associators_, info, id);
+    }
+    if (auto* const methods = provider.getMethodProvider()) {
+        MethodProviderInfo info;
+        methods->getMethodProviderInfo(info);
+        for (const auto& reported : info.getClassInfo()) {
+            for (const std::string& key : keysOf(reported)) {
+                for (const String& method : reported.methods) {
+                    put(methods_, key + "/" + method.c_str(), id);
+                }
+                if (reported.methods.empty()) {
+                    put(methods_, key, id);
+                }
+            }
+        }
+    }
+}
+
+std::string Registrations::get(const Table& table, const std::string& ns, const std::string& className) {
+    auto found = table.find(folded(className));
+    if (found == table.end()) {
+        found = table.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
+    }
+    return found == table.end() ? std::string() : found->second;
+}
+
+std::string Registrations::instanceProvider(const String& ns, const String& className) const {
+    return get(instances_, ns.c_str(), className.c_str());
+}
+
+std::string Registrations::associatorProvider(const String& ns, const String& className) const {
+    return get(associators_, ns.c_str(), className.c_str());
+}
+
+std::string Registrations::methodProvider(const String& ns, const String& className, const String& method) const {
+    const std::string one = get(methods_, ns.c_str(), std::string(className.c_str()) + "/" + method.c_str());
+    return one.empty() ? get(methods_, ns.c_str(), className.c_str()) : one;
+}
+
+std::string idOfQualifier(const CIMQualifier& qualifier) {
+    if (!qualifier || !qualifier.getValue()) {
+        return {};
+    }
+    const std::string text = qualifier.getValue().toString().c_str();
+    const std::size_t colon = text.find(':');
+    const bool known = colon != std::string::npos && folded(text.substr(0, colon)) == "c++";
+    std::string id = known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string();
+    if (!isProviderId(id)) {
+        const std::string message =
+            "Invalid provider: the Provider qualifier \"" + text.substr(0, 200) + "\" is not of the form \"c++::ID\"";
+        throw CimError(Status::Failed, message);
+    }
+    return id;
+}
+
+} // namespace cimserver::provider

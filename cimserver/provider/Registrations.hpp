@@ -1,0 +1,42 @@
+// Which provider serves which class: what the modules report of themselves, and the Provider qualifier.
+#pragma once
+
+#include "OW_CIM.hpp"
+#include "OW_CppProviderBaseIFC.hpp"
+
+#include <map>
+#include <string>
+
+namespace cimserver::provider {
+
+/// Names are compared ignoring case. Filled at start, constant afterwards.
+class Registrations {
+  public:
+    /// Takes in what the provider's get...ProviderInfo functions report. A class that another provider has reported
+    /// stays with that one, and the clash is logged.
+    void add(const std::string& id, OpenWBEM::CppProviderBaseIFC& provider);
+
+    /// The id reported for exactly this class (in this namespace); empty when there is none.
+    std::string instanceProvider(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
+    std::string associatorProvider(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
+    std::string methodProvider(const OpenWBEM::String& ns, const OpenWBEM::String& className,
+                               const OpenWBEM::String& method) const;
+
+  private:
+    using Table = std::map<std::string, std::string>; ///< folded "class", "ns:class" or either with "/method" to id
+
+    static void put(Table& table, const std::string& key, const std::string& id);
+    static std::string get(const Table& table, const std::string& ns, const std::string& className);
+    template <class Info>
+    static void putClasses(Table& table, const Info& info, const std::string& id);
+
+    Table instances_;
+    Table associators_;
+    Table methods_;
+};
+
+/// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty for a null qualifier or value. Throws CimError
+/// Failed for another interface or a malformed text.
+std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
+
+} // namespace cimserver::provider

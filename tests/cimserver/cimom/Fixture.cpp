@@ -1,0 +1,151 @@
+#include "tests/cimserver/cimom/Fixture.hpp"
+
+namespace cimserver::cimom {
+
+namespace {
+
+constexpr const char* mof = R"MOF(
+Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);
+Qualifier Provider : string = null, Scope(any);
+Qualifier Abstract : boolean = false, Scope(class, association), Flavor(Restricted);
+Qualifier Association : boolean = false, Scope(association), Flavor(DisableOverride, ToSubclass);
+Qualifier In : boolean = true, Scope(parameter), Flavor(DisableOverride, ToSubclass);
+Qualifier Out : boolean = false, Scope(parameter), Flavor(DisableOverride, ToSubclass);
+Qualifier Required : boolean = false, Scope(parameter), Flavor(DisableOverride, ToSubclass);
+
+[Provider("c++::Recorder")]
+class T_Thing
+{
+    [Key] string Name;
+    uint8 A;
+    string B = "default";
+    uint16 C[];
+    uint32 Act([In, Required] uint8 Level, [In] string Note, [In, Out] string Both, [In(false), Out] uint16 Result);
+};
+[Provider("c++::Recorder")]
+class T_Special : T_Thing { string Extra; };
+[Provider("c++::Recorder"), Abstract]
+class T_Idea { [Key] string Name; };
+class T_Orphan { [Key] string Name; uint32 Act(); };
+[Provider("c++::NoSuchProvider")]
+class T_Broken { [Key] string Name; };
+[Association, Provider("c++::Recorder")]
+class T_Link { [Key] T_Thing REF Left; [Key] T_Orphan REF Right; };
+[Association, Provider("c++::Recorder")]
+class T_SpecialLink : T_Link {};
+[Association, Provider("c++::Recorder")]
+class T_Elsewhere { [Key] T_Idea REF Left; [Key] T_Orphan REF Right; };
+)MOF";
+
+} // namespace
+
+std::string shown(const StringArray* list) {
+    std::string result = list != nullptr ? "" : "all";
+    for (std::size_t i = 0; list != nullptr && i < list->size(); ++i) {
+        result += std::string(i > 0 ? "," : "") + (*list)[i].c_str();
+    }
+    return result;
+}
+
+std::string shown(const CIMPropertyArray& properties) {
+    std::string result;
+    for (const CIMProperty& p : properties) {
+        result += std::string(result.empty() ? "" : " ") + p.getName().c_str() + "=" + p.getValue().toString().c_str();
+    }
+    return result;
+}
+
+void Recorder::note(const ProviderEnvironmentIFCRef& env, const std::string& call) {
+    record_.calls.push_back(call);
+    record_.env = env;
+    if (const auto script = record_.beforeReply) { // a copy: it may replace itself
+        script();
+    }
+}
+
+void Recorder::enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                                 CIMObjectPathResultHandlerIFC& result, const CIMClass&) {
+    note(env, std::string("names ") + ns.c_str() + " " + className.c_str());
+    if (record_.present && className.equalsIgnoreCase(record_.present.getClassName())) {
+        result.handle(CIMObjectPath("", record_.present));
+    }
+}
+
+void Recorder::enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                             CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag, WBEMFlags::EDeepFlag,
+                             WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
+                             const StringArray* list, const CIMClass& requestedClass, const CIMClass& cimClass) {
+    note(env, std::string("enum ") + ns.c_str() + " " + className.c_str() + " for " + requestedClass.getName().c_str() +
+                  " " + shown(list));
+    if (cimClass.getName().equalsIgnoreCase(requestedClass.getName())) {
+        result.handle(record_.present);
+    }
+}
+
+CIMInstance Recorder::getInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
+                                  WBEMFlags::ELocalOnlyFlag, WBEMFlags::EIncludeQualifiersFlag,
+                                  WBEMFlags::EIncludeClassOriginFlag, const StringArray* list, const CIMClass&) {
+    note(env, std::string("get ") + ns.c_str() + " " + path.toString().c_str() + " " + shown(list));
+    return record_.present;
+}
+
+CIMObjectPath Recorder::createInstance(const ProviderEnvironmentIFCRef& env, const String&,
+                                       const CIMInstance& instance) {
+    note(env, "create " + shown(instance.getProperties()));
+    return record_.created;
+}
+
+void Recorder::modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modified,
+                              const CIMInstance& previous, WBEMFlags::EIncludeQualifiersFlag, const StringArray* list,
+                              const CIMClass&) {
+    note(env, "modify " + shown(modified.getProperties()) + " [" + shown(list) + "] of " +
+                  CIMObjectPath(ns, modified).toString().c_str() + (previous ? "" : " without previous"));
+    record_.handed = modified;
+}
+
+void Recorder::deleteInstance(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path) {
+    note(env, std::string("delete ") + path.toString().c_str());
+}
+
+CIMValue Recorder::invokeMethod(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path,
+                                const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) {
+    note(env, std::string("invoke ") + method.c_str() + " " + path.toString().c_str());
+    record_.in = in;
+    for (std::size_t i = 0; i < out.size() && i < record_.out.size(); ++i) {
+        out[i].setValue(record_.out[i].getValue());
+    }
+    return CIMValue(UInt32(7));
+}
+
+void Recorder::associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
+                               const String&, const CIMObjectPath& object, const String& assoc,
+                               const String& resultClass, const String& role, const String& resultRole) {
+    note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
+                  resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
+    result.handle(CIMObjectPath("", record_.present));
+}
+
+CimomTest::CimomTest() : cimom(repository, host, {}) {
+    addInterop(repository, host);
+    repository.compileText(mof, "t.mof", "root/test");
+    host.addBuiltIn("Recorder", [this] { return new Recorder(record); });
+    CIMInstance thing("T_Thing");
+    CIMProperty name = text("Name", "one");
+    thing.setProperty(name.addQualifier(CIMQualifier::createKeyQualifier()));
+    thing.setProperty(CIMProperty(CIMName("A"), CIMValue(UInt8(5))));
+    record.present = thing.setProperty(text("B", "old"));
+}
+
+CIMObjectPath CimomTest::path(const char* className, const char* name) {
+    CIMObjectPath result((CIMName(className)));
+    return result.setKeyValue(CIMName("name"), CIMValue(name));
+}
+
+CIMInstanceArray CimomTest::instances(const char* className, const InstanceSelection& selection) {
+    CIMInstanceArray all;
+    CIMInstanceArrayBuilder builder(all);
+    cimom.enumInstances(context, "root/test", className, selection, builder);
+    return all;
+}
+
+} // namespace cimserver::cimom

@@ -1,0 +1,173 @@
+// Modifications, creation, deletion and methods: what is handed to the provider and what is refused before.
+#include "tests/cimserver/cimom/Fixture.hpp"
+
+using testing::ElementsAre;
+using testing::Pair;
+
+namespace cimserver::cimom {
+namespace {
+
+class Modify : public CimomTest {
+  protected:
+    /// What the provider is handed for these properties ("" when it is not called).
+    std::string modify(const CIMPropertyArray& properties, const StringArray* list = nullptr) {
+        CIMInstance modified("T_Thing");
+        modified.setProperties(properties);
+        record.calls.clear();
+        use->modifyInstance(context, "root/test", path(), modified, WBEMFlags::E_INCLUDE_QUALIFIERS, list);
+        EXPECT_EQ(record.calls.at(0), "get root/test /root/test:T_Thing.Name=\"one\" all");
+        return record.calls.size() > 1 ? record.calls[1] : "";
+    }
+
+    static CIMPropertyArray all(int a, const char* b) {
+        CIMPropertyArray result(1, text("b", b));
+        result.push_back(CIMProperty(CIMName("A"), CIMValue(UInt8(a))));
+        result.push_back(text("Name", "one"));
+        result.push_back(CIMProperty(CIMName("C"), CIMDataType(CIMDataType::UINT16, -1)));
+        return result;
+    }
+
+    Cimom* use = &cimom;
+};
+
+TEST_F(Modify, HandsOnWhatDiffersInTheOrderOfTheRequest) {
+    EXPECT_EQ(modify(all(5, "old")), "") << "nothing differs, C could not be read and is sent as NULL";
+    EXPECT_EQ(modify(all(6, "old")), "modify Name=one A=6 [A] of /root/test:T_Thing.Name=\"one\"");
+    EXPECT_EQ(modify(all(6, "new")), "modify Name=one B=new A=6 [B,A] of /root/test:T_Thing.Name=\"one\"");
+    EXPECT_TRUE(record.handed.getProperty(CIMName("B")).getOriginClass().equals("T_Thing")) << "the class's property";
+    CIMPropertyArray cleared(1, CIMProperty(CIMName("B"), CIMDataType(CIMDataType::STRING)));
+    EXPECT_EQ(modify(cleared), "modify Name=one B=(null) [B] of /root/test:T_Thing.Name=\"one\"")
+        << "NULL, not the default";
+}
+
+TEST_F(Modify, ComparesInTheTypeOfTheClass) {
+    record.present.setProperty(CIMProperty(CIMName("A"), CIMValue(Int32(5)))); // as careless providers deliver
+    EXPECT_EQ(modify(all(5, "old")), "");
+    record.present.setProperty(CIMProperty(CIMName("A"), CIMValue("five")));
+    EXPECT_EQ(modify(all(5, "old")), "modify Name=one A=5 [A] of /root/test:T_Thing.Name=\"one\"");
+}
+
+TEST_F(Modify, HandsOnWhatTheListNames) {
+    StringArray list(1, String("a"));
+    EXPECT_EQ(modify(all(5, "new"), &list), "modify Name=one A=5 [A] of /root/test:T_Thing.Name=\"one\"");
+    list.push_back("B");
+    CIMPropertyArray only(1, CIMProperty(CIMName("A"), CIMValue(UInt8(9))));
+    EXPECT_EQ(modify(only, &list), "modify Name=one A=9 B=default [A,B] of /root/test:T_Thing.Name=\"one\"")
+        << "named but not sent: its default";
+    const StringArray none;
+    EXPECT_EQ(modify(all(6, "new"), &none), "");
+}
+
+TEST_F(Modify, ForwardsUnchangedPropertiesOnRequest) {
+    Cimom forwarding(repository, host, {true});
+    use = &forwarding;
+    EXPECT_EQ(modify(all(5, "old")), "modify Name=one B=old A=5 C=(null) [B,A,C] of "
+                                     "/root/test:T_Thing.Name=\"one\"");
+}
+
+TEST_F(Modify, RefusesUnknownPropertiesBeforeTheProviderIsAsked) {
+    const auto modifyWith = [&](const CIMProperty& property, const StringArray* list) {
+        CIMInstance modified("T_Thing");
+        modified.setProperty(property);
+        return thrownBy([&] {
+            cimom.modifyInstance(context, "root/test", path(), modified, WBEMFlags::E_INCLUDE_QUALIFIERS, list);
+        });
+    };
+    EXPECT_THAT(modifyWith(text("Bee", "x"), nullptr), Pair(12, "specified property does not exist (Bee)"));
+    const StringArray list(1, String("Bea"));
+    EXPECT_THAT(modifyWith(text("Name", "two"), nullptr).second, testing::HasSubstr("key property Name cannot be"));
+    EXPECT_EQ(record.calls.size(), 1u) << "read, but not modified";
+    record.calls.clear();
+    EXPECT_THAT(modifyWith(text("B", "x"), &list), Pair(12, "specified property does not exist (Bea)"));
+    EXPECT_THAT(record.calls, ElementsAre());
+    record.beforeReply = [] { OW_THROWCIMMSG(CIMException::NOT_FOUND, "gone"); };
+    EXPECT_THAT(modifyWith(text("B", "x"), nullptr), Pair(6, "requested object could not be found (gone)"));
+    EXPECT_EQ(record.calls.size(), 1u) << "an instance that is not there is not modified";
+}
+
+TEST_F(CimomTest, CreatesAndDeletes) {
+    CIMInstance fresh("T_Thing");
+    fresh.setProperty(text("name", "new"));
+    EXPECT_EQ(cimom.createInstance(context, "root/test", fresh).toString(), String("/root/test:T_Thing.Name=\"new\""))
+        << "the name is made of the instance when the provider gives none";
+    EXPECT_THAT(record.calls, ElementsAre("create Name=new A=(null) B=default C=(null)"));
+    record.created = path("T_Thing", "other");
+    EXPECT_EQ(cimom.createInstance(context, "root/test", fresh).getKeyValue(CIMName("Name")).toString(),
+              String("other"));
+    record.calls.clear();
+    cimom.deleteInstance(context, "root/test", path());
+    EXPECT_THAT(record.calls, ElementsAre("get root/test /root/test:T_Thing.Name=\"one\" all",
+                                          "delete /root/test:T_Thing.Name=\"one\""));
+    EXPECT_THAT(thrownBy([&] { cimom.createInstance(context, "root/test", CIMInstance("T_Idea")); }),
+                Pair(4, "invalid parameter passed to method (The class T_Idea is abstract)"));
+}
+
+class Invoke : public CimomTest {
+  protected:
+    static CIMParamValue value(const char* name, const CIMValue& v) { return {CIMName(name), v}; }
+
+    std::pair<int, std::string> invoke(const CIMParamValueArray& in) {
+        return thrownBy([&] { cimom.invokeMethod(context, "root/test", path(), "act", in, out); });
+    }
+
+    CIMParamValueArray out;
+};
+
+TEST_F(Invoke, OrdersTypesAndCompletesParameters) {
+    CIMParamValueArray in(1, value("BOTH", CIMValue("b")));
+    in.push_back(value("Level", CIMValue("3")));
+    record.out.push_back(value("", CIMValue("changed")));
+    record.out.push_back(value("", CIMValue(UInt8(9))));
+    EXPECT_EQ(invoke(in).first, 0);
+    EXPECT_THAT(record.calls, ElementsAre("invoke act /root/test:T_Thing.Name=\"one\"")) << "the instance is not read";
+    ASSERT_EQ(record.in.size(), 3u);
+    EXPECT_EQ(record.in[0].getValue().toUInt8(), 3) << "cast to the declared type";
+    EXPECT_EQ(record.in[1].getName(), String("Note"));
+    EXPECT_FALSE(record.in[1].getValue()) << "missing, so NULL";
+    EXPECT_EQ(record.in[2].getName(), String("BOTH")) << "spelled as the client did";
+    ASSERT_EQ(out.size(), 2u);
+    EXPECT_EQ(out[0].getName(), String("Both"));
+    EXPECT_EQ(out[0].getValue().toString(), String("changed"));
+    EXPECT_EQ(out[1].getValue().toUInt16(), 9) << "cast to the declared type";
+    record.out.clear();
+    EXPECT_EQ(invoke(in).first, 0);
+    EXPECT_EQ(out[0].getValue().toString(), String("b")) << "comes preset with what was sent";
+    EXPECT_FALSE(out[1].getValue());
+    record.out.push_back(value("", CIMValue("x")));
+    record.out.push_back(value("", CIMValue(UInt32(70000))));
+    EXPECT_THAT(invoke(in), Pair(1, "general error (The value of parameter Result cannot be converted to uint16)"));
+}
+
+TEST_F(Invoke, RefusesWhatTheMethodDoesNotTake) {
+    for (const char* name : {"Zap", "level", "Result"}) { // unknown, a second time, out only
+        CIMParamValueArray in(1, value("Level", CIMValue(UInt8(1))));
+        in.push_back(value(name, CIMValue("x")));
+        EXPECT_THAT(invoke(in).second, testing::HasSubstr(std::string("Unknown or duplicate parameter: ") + name));
+    }
+    EXPECT_EQ(invoke(CIMParamValueArray(1, value("Level", CIMValue("abc")))).first, 4);
+    EXPECT_EQ(invoke(CIMParamValueArray(1, value("Level", CIMValue(CIMNULL)))).first, 0) << "NULL is a value given";
+    EXPECT_EQ(record.calls.size(), 1u);
+}
+
+TEST_F(CimomTest, LetsReadersOnlyRead) {
+    context.mayWrite = false;
+    context.user = "guest";
+    const CIMInstance thing("T_Thing");
+    CIMParamValueArray out;
+    const std::function<void()> writes[] = {
+        [&] { cimom.createInstance(context, "root/test", thing); },
+        [&] { cimom.deleteInstance(context, "root/test", path()); },
+        [&] { cimom.setProperty(context, "root/test", path(), "A", CIMValue(UInt8(1))); },
+        [&] { cimom.modifyInstance(context, "root/test", path(), thing, WBEMFlags::E_EXCLUDE_QUALIFIERS, nullptr); },
+        [&] { cimom.invokeMethod(context, "root/test", path(), "Act", {}, out); },
+    };
+    for (const auto& write : writes) {
+        EXPECT_THAT(thrownBy(write),
+                    Pair(2, "Access to CIM resource unavailable to client (the role of \"guest\" is read)"));
+    }
+    EXPECT_THAT(record.calls, ElementsAre());
+    EXPECT_EQ(instances("T_Thing").size(), 1u);
+}
+
+} // namespace
+} // namespace cimserver::cimom
