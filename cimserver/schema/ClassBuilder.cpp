@@ -1,6 +1,5 @@
 #include "cimserver/schema/ClassBuilder.hpp"
 
-#include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/Qualifiers.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -12,7 +11,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-constexpr unsigned deepestInheritance = 100;
+constexpr unsigned kDeepestInheritance = 100;
 
 class Builder {
   public:
@@ -74,8 +73,8 @@ void Builder::findSuperClass() {
     }
     unsigned depth = 1;
     for (const CIMClass* c = super_; c != nullptr; c = known_.findClass(c->getSuperClass().c_str())) {
-        if (++depth > deepestInheritance) {
-            fail(declaration_.place, "classes are derived deeper than " + std::to_string(deepestInheritance));
+        if (++depth > kDeepestInheritance) {
+            fail(declaration_.place, "classes are derived deeper than " + std::to_string(kDeepestInheritance));
         }
     }
     class_.setSuperClass(CIMName(super_->getName()));

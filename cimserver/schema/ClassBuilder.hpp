@@ -1,14 +1,10 @@
-// Makes complete classes and qualifier types of the declarations of a MOF text, checked against what is declared
-// already.
+// Makes complete classes of the declarations of a MOF text, checked against what is declared already.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"
 #include "cimserver/schema/Namespace.hpp"
 
 namespace cimserver::schema {
-
-/// The qualifier type of the declaration. Throws MofError for an unknown type, scope or flavor or an unfit default.
-OpenWBEM::CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration);
 
 /// The class with all that it inherits: its own properties and methods first, then the inherited ones, those marked as
 /// propagated, each with the class it originates from. Throws MofError for what the declarations do not allow.

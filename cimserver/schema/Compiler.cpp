@@ -2,7 +2,7 @@
 
 #include "cimserver/schema/ClassBuilder.hpp"
 #include "cimserver/schema/Parser.hpp"
-#include "cimserver/schema/Repository.hpp"
+#include "cimserver/schema/Qualifiers.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -14,8 +14,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr unsigned deepestInclude = 16;
-constexpr std::size_t mostBytes = std::size_t{64} << 20; // in all; the whole published CIM schema takes about 12 MiB
+constexpr unsigned kDeepestInclude = 16;
+constexpr std::size_t kMostBytes = std::size_t{64} << 20; // in all; the whole published CIM schema takes about 12 MiB
 
 bool isWithin(const fs::path& file, const fs::path& folder) {
     const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());
@@ -72,8 +72,8 @@ std::string Compiler::read(const fs::path& file, const std::string& complaint) {
     if (error || !in || !fs::is_regular_file(file)) {
         throw MofError(complaint + "the file \"" + file.string() + "\" cannot be read");
     }
-    if (size > mostBytes - std::min(mostBytes, bytesRead_)) {
-        throw MofError(complaint + "the schema is larger than " + std::to_string(mostBytes >> 20) + " MiB");
+    if (size > kMostBytes - std::min(kMostBytes, bytesRead_)) {
+        throw MofError(complaint + "the schema is larger than " + std::to_string(kMostBytes >> 20) + " MiB");
     }
     std::string text(size, '\0');
     in.read(text.data(), static_cast<std::streamsize>(size));
@@ -112,8 +112,8 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
     if (folder.empty()) {
         fail(pragma.place, "an include is possible in a file only");
     }
-    if (depth_ >= deepestInclude) {
-        fail(pragma.place, "includes are nested deeper than " + std::to_string(deepestInclude));
+    if (depth_ >= kDeepestInclude) {
+        fail(pragma.place, "includes are nested deeper than " + std::to_string(kDeepestInclude));
     }
     std::string written = pragma.argument;
     std::replace(written.begin(), written.end(), '\\', '/');

@@ -1,6 +1,8 @@
 // The declarations of one namespace, as the compiler builds them and the repository answers from them.
 #pragma once
 
+#include "cimserver/schema/Names.hpp"
+
 #include "OW_CIM.hpp"
 
 #include <map>
@@ -10,12 +12,6 @@
 #include <vector>
 
 namespace cimserver::schema {
-
-/// The key under which a name is filed: its ASCII letters in lower case.
-std::string fold(std::string_view name);
-
-/// A namespace name without leading slashes and blanks around it.
-std::string trimmedNamespace(std::string_view name);
 
 /// Objects are shared and constant, so copying a namespace to compile into the copy is cheap and leaves the pointers
 /// that were given out valid.

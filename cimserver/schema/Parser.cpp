@@ -1,7 +1,6 @@
 #include "cimserver/schema/Parser.hpp"
 
-#include <algorithm>
-#include <cctype>
+#include "cimserver/schema/Names.hpp"
 
 namespace cimserver::schema {
 
@@ -9,8 +8,8 @@ using namespace ast;
 
 namespace {
 
-constexpr std::uint64_t largestArray = 1000000;
-constexpr std::size_t longestString = std::size_t{1} << 20;
+constexpr std::uint64_t kLargestArray = 1000000;
+constexpr std::size_t kLongestString = std::size_t{1} << 20;
 
 std::string describe(const Token& token) {
     switch (token.kind) {
@@ -30,11 +29,6 @@ std::string describe(const Token& token) {
 }
 
 } // namespace
-
-bool sameName(std::string_view a, std::string_view b) {
-    const auto same = [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); };
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), same);
-}
 
 Parser::Parser(std::string_view text, std::string file) : lexer_(text, std::move(file)), token_(lexer_.next()) {}
 
@@ -266,8 +260,8 @@ void Parser::arrayMark(Type& type) {
     }
     type.array = true;
     if (token_.kind == TokenKind::Integer) {
-        if (token_.negative || token_.size == 0 || token_.size > largestArray) {
-            fail(token_.place, "the size of an array must be 1 to " + std::to_string(largestArray));
+        if (token_.negative || token_.size == 0 || token_.size > kLargestArray) {
+            fail(token_.place, "the size of an array must be 1 to " + std::to_string(kLargestArray));
         }
         type.arraySize = static_cast<int>(take().size);
     }
@@ -312,8 +306,8 @@ Literal Parser::scalar() {
     literal.scalar = take();
     while (literal.scalar.kind == TokenKind::String && token_.kind == TokenKind::String) {
         literal.scalar.text += take().text;
-        if (literal.scalar.text.size() > longestString) {
-            fail(literal.place, "a string is longer than " + std::to_string(longestString) + " bytes");
+        if (literal.scalar.text.size() > kLongestString) {
+            fail(literal.place, "a string is longer than " + std::to_string(kLongestString) + " bytes");
         }
     }
     return literal;

@@ -8,9 +8,6 @@
 
 namespace cimserver::schema {
 
-/// True when both are the same but for the case of ASCII letters.
-bool sameName(std::string_view a, std::string_view b);
-
 class Parser {
   public:
     /// `text` must outlive the parser; `file` stands for it in messages.

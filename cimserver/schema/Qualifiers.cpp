@@ -1,7 +1,5 @@
 #include "cimserver/schema/Qualifiers.hpp"
 
-#include "cimserver/schema/ClassBuilder.hpp"
-#include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/Values.hpp"
 
 #include <algorithm>
@@ -18,7 +16,7 @@ struct Word {
     Enum meaning;
 };
 
-constexpr Word<CIMScope::Scope> scopeWords[] = {
+constexpr Word<CIMScope::Scope> kScopeWords[] = {
     {"schema", CIMScope::SCHEMA},           {"class", CIMScope::CLASS},
     {"association", CIMScope::ASSOCIATION}, {"indication", CIMScope::INDICATION},
     {"property", CIMScope::PROPERTY},       {"reference", CIMScope::REFERENCE},
@@ -26,14 +24,14 @@ constexpr Word<CIMScope::Scope> scopeWords[] = {
     {"qualifier", CIMScope::QUALIFIER},     {"any", CIMScope::ANY},
 };
 
-constexpr Word<CIMFlavor::Flavor> flavorWords[] = {
+constexpr Word<CIMFlavor::Flavor> kFlavorWords[] = {
     {"enableoverride", CIMFlavor::ENABLEOVERRIDE}, {"disableoverride", CIMFlavor::DISABLEOVERRIDE},
     {"restricted", CIMFlavor::RESTRICTED},         {"tosubclass", CIMFlavor::TOSUBCLASS},
     {"translatable", CIMFlavor::TRANSLATE},
 };
 
-template <class Enum, std::size_t count>
-Enum meaningOf(const Token& token, const Word<Enum> (&words)[count], const char* what) {
+template <class Enum, std::size_t kCount>
+Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char* what) {
     const auto found =
         std::find_if(std::begin(words), std::end(words), [&](const auto& w) { return sameName(w.text, token.text); });
     if (found == std::end(words)) {
@@ -51,7 +49,7 @@ void addFlavors(Flavored& target, const std::vector<Token>& words) {
         if (sameName(word.text, "toinstance")) {
             continue; // of early schemas; without effect since instances carry what their provider gives them
         }
-        seen.push_back(meaningOf(word, flavorWords, "flavor"));
+        seen.push_back(meaningOf(word, kFlavorWords, "flavor"));
         if ((has(CIMFlavor::ENABLEOVERRIDE) && has(CIMFlavor::DISABLEOVERRIDE)) ||
             (has(CIMFlavor::TOSUBCLASS) && has(CIMFlavor::RESTRICTED))) {
             fail(word.place, "the flavor \"" + word.text + "\" contradicts another one");
@@ -103,7 +101,7 @@ CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration
         fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared without a scope");
     }
     for (const Token& scope : declaration.scopes) {
-        type.addScope(CIMScope(meaningOf(scope, scopeWords, "scope")));
+        type.addScope(CIMScope(meaningOf(scope, kScopeWords, "scope")));
     }
     addFlavors(type, declaration.flavors);
     return type;

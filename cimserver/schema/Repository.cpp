@@ -3,44 +3,9 @@
 #include "cimserver/schema/Compiler.hpp"
 #include "cimserver/schema/Namespace.hpp"
 
-#include <algorithm>
-#include <cctype>
-
 namespace cimserver::schema {
 
 using namespace OpenWBEM;
-
-std::string fold(std::string_view name) {
-    std::string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), [](unsigned char c) {
-        return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
-    });
-    return folded;
-}
-
-std::string trimmedNamespace(std::string_view name) {
-    const std::size_t begin = std::min(name.find_first_not_of("/ \t"), name.size());
-    const std::size_t end = name.find_last_not_of(" \t");
-    return std::string(begin == name.size() ? std::string_view() : name.substr(begin, end + 1 - begin));
-}
-
-namespace {
-
-template <class Map>
-auto findIn(const Map& map, std::string_view name) -> decltype(&*map.begin()->second) {
-    const auto found = map.find(fold(name));
-    return found == map.end() ? nullptr : &*found->second;
-}
-
-} // namespace
-
-const CIMClass* Namespace::findClass(std::string_view className) const {
-    return findIn(classes, className);
-}
-
-const CIMQualifierType* Namespace::findQualifier(std::string_view qualifierName) const {
-    return findIn(qualifiers, qualifierName);
-}
 
 struct Repository::Impl {
     Namespaces namespaces;

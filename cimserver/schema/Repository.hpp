@@ -1,21 +1,16 @@
 // The fixed schema the server serves: qualifier declarations and classes by namespace, compiled from MOF at start.
 #pragma once
 
+#include "cimserver/schema/MofError.hpp"
+
 #include "OW_CIM.hpp"
 
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace cimserver::schema {
-
-/// A MOF text that cannot be compiled; what() is "FILE:LINE:COLUMN: text".
-class MofError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Names of namespaces, classes and qualifiers are compared ignoring case; a namespace's leading slash is ignored.
 /// Filled at start, constant afterwards: lookups take no lock. Pointers stay valid as long as the repository.

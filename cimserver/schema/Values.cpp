@@ -1,6 +1,5 @@
 #include "cimserver/schema/Values.hpp"
 
-#include <cfloat>
 #include <cmath>
 #include <limits>
 #include <type_traits>
@@ -26,9 +25,9 @@ const Token& scalarOf(const Literal& literal, TokenKind kind, const char* wanted
 template <class Integer>
 Integer integer(const Literal& literal, const char* wanted) {
     const Token& token = scalarOf(literal, TokenKind::Integer, wanted);
-    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
-    constexpr std::uint64_t least = std::is_signed_v<Integer> ? most + 1 : 0;
-    if (token.size > (token.negative ? least : most)) {
+    constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
+    constexpr std::uint64_t kLeast = std::is_signed_v<Integer> ? kMost + 1 : 0;
+    if (token.size > (token.negative ? kLeast : kMost)) {
         fail(literal.place, token.text + " is out of the range of " + wanted);
     }
     return static_cast<Integer>(token.negative ? 0 - token.size : token.size);
@@ -62,15 +61,15 @@ String text(const Literal& literal, const char* wanted) {
 }
 
 bool wellFormedDateTime(const std::string& text) {
-    static const std::string points = "dddddddddddddd.ddddddSddd";
-    if (text.size() != points.size()) {
+    constexpr std::string_view kPoints = "dddddddddddddd.ddddddSddd";
+    if (text.size() != kPoints.size()) {
         return false;
     }
-    for (std::size_t i = 0; i < points.size(); ++i) {
+    for (std::size_t i = 0; i < kPoints.size(); ++i) {
         const char c = text[i];
         const bool digit = (c >= '0' && c <= '9') || c == '*';
         const bool sign = c == ':' || c == '+' || c == '-';
-        if (points[i] == 'd' ? !digit : points[i] == 'S' ? !sign : c != points[i]) {
+        if (kPoints[i] == 'd' ? !digit : kPoints[i] == 'S' ? !sign : c != kPoints[i]) {
             return false;
         }
     }
