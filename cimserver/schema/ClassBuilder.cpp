@@ -11,45 +11,46 @@ using namespace OpenWBEM;
 
 namespace {
 
-constexpr unsigned kDeepestInheritance = 100;
-
 class Builder {
   public:
     Builder(const ast::ClassDeclaration& declaration, const Namespace& known)
         : declaration_(declaration), known_(known), class_(CIMName(declaration.name.c_str())) {}
 
-    CIMClass build();
+    BuiltClass build();
 
   private:
     void findSuperClass();
     void qualifyClass();
     void addFeature(const ast::Feature& feature);
-    CIMProperty property(const ast::Feature& feature) const;
-    CIMMethod method(const ast::Feature& feature) const;
+    CIMProperty property(const ast::Feature& feature);
+    CIMMethod method(const ast::Feature& feature);
     CIMParameter parameter(const ast::Parameter& written, const CIMMethod& inherited) const;
     void inheritFeatures();
-    void checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers, bool inheritedThere) const;
-    void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const;
-    bool isA(const String& className, const String& ancestor) const;
-    bool own(const String& name) const { return ownNames_.count(fold(name.c_str())) != 0; }
+    CIMName overridden(const ast::Feature& feature);
+    void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before);
+    bool passesOn(const String& name) const {
+        return ownNames_.count(fold(name.c_str())) == 0 && replacedNames_.count(fold(name.c_str())) == 0;
+    }
 
     const ast::ClassDeclaration& declaration_;
     const Namespace& known_;
     const CIMClass* super_ = nullptr;
     CIMClass class_;
     std::set<std::string> ownNames_;
+    std::set<std::string> replacedNames_; ///< inherited ones that a feature of another name overrides
+    std::vector<Narrowing> narrowings_;
     CIMPropertyArray properties_;
     CIMMethodArray methods_;
 };
 
-CIMClass Builder::build() {
+BuiltClass Builder::build() {
     if (known_.findClass(declaration_.name) != nullptr) {
         fail(declaration_.place, "the class \"" + declaration_.name + "\" is declared already");
     }
     findSuperClass();
-    qualifyClass();
+    within(declaration_.name, [&] { qualifyClass(); });
     for (const ast::Feature& feature : declaration_.features) {
-        addFeature(feature);
+        within(declaration_.name + "." + feature.name, [&] { addFeature(feature); });
     }
     inheritFeatures();
     class_.setProperties(properties_);
@@ -59,7 +60,7 @@ CIMClass Builder::build() {
             class_.setIsKeyed(true);
         }
     }
-    return class_;
+    return {class_, narrowings_};
 }
 
 void Builder::findSuperClass() {
@@ -112,48 +113,47 @@ void Builder::addFeature(const ast::Feature& feature) {
     }
 }
 
-/// What "Override" names must be inherited.
-void Builder::checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers,
-                            bool inheritedThere) const {
-    const CIMQualifier* const override = findQualifier(qualifiers, CIMQualifier::CIM_QUAL_OVERRIDE);
-    if (override == nullptr || override->getPropagated() || !override->getValue()) {
-        return;
-    }
-    const String named = override->getValue().toString();
-    if (!sameName(named.c_str(), feature.name)) {
-        fail(feature.place,
-             "\"" + feature.name + "\" can override an element of its own name only, not \"" + named.c_str() + "\"");
-    }
-    if (!inheritedThere) {
-        fail(feature.place, "\"" + feature.name + "\" overrides nothing: it is not inherited");
-    }
-}
-
-bool Builder::isA(const String& className, const String& ancestor) const {
-    String current = className;
-    while (!current.empty()) {
-        if (current.equalsIgnoreCase(ancestor)) {
-            return true;
+/// The name of the inherited element that the feature takes the place of: its own, unless "Override" names another one,
+/// as "NAME" or "CLASS.NAME". A name that is not inherited counts for nothing: a schema may stand on another edition of
+/// its superclass.
+CIMName Builder::overridden(const ast::Feature& feature) {
+    std::string named;
+    for (const ast::QualifierUse& use : feature.qualifiers) {
+        if (sameName(use.name, CIMQualifier::CIM_QUAL_OVERRIDE) && use.value) {
+            named = use.value->scalar.text;
         }
-        const CIMClass* const found = known_.findClass(current.c_str());
-        current = found != nullptr ? found->getSuperClass() : String();
     }
-    return false;
+    if (named.empty()) {
+        return CIMName(feature.name.c_str());
+    }
+    const std::size_t dot = named.find('.');
+    if (super_ == nullptr ||
+        (dot != std::string::npos && !known_.isA(super_->getName(), named.substr(0, dot).c_str()))) {
+        fail(feature.place, "\"" + feature.name + "\" overrides \"" + named + "\", which is not inherited");
+    }
+    named.erase(0, dot == std::string::npos ? 0 : dot + 1);
+    const CIMName name(named.c_str());
+    if (!super_->getProperty(name) && !super_->getMethod(name)) {
+        return CIMName(feature.name.c_str());
+    }
+    replacedNames_.insert(fold(named));
+    return name;
 }
 
-void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const {
-    const bool same = now.isReferenceType() && before.isReferenceType()
-                          ? isA(now.getRefClassName(), before.getRefClassName()) ||
-                                now.getRefClassName().equalsIgnoreCase(declaration_.name.c_str())
-                          : now.equals(before);
-    if (!same) {
+void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) {
+    if (!now.equals(before)) {
         fail(feature.type.place, "\"" + feature.name + "\" overrides an element of another type");
     }
+    if (now.isReferenceType()) {
+        narrowings_.push_back({feature.type.place, declaration_.name + "." + feature.name, now.getRefClassName(),
+                               before.getRefClassName()});
+    }
 }
 
-CIMProperty Builder::property(const ast::Feature& feature) const {
+CIMProperty Builder::property(const ast::Feature& feature) {
     const CIMName name(feature.name.c_str());
-    const CIMProperty inherited = super_ != nullptr ? super_->getProperty(name) : CIMProperty(CIMNULL);
+    const CIMName replaced = overridden(feature);
+    const CIMProperty inherited = super_ != nullptr ? super_->getProperty(replaced) : CIMProperty(CIMNULL);
     const CIMDataType type = dataType(feature.type);
     if (type.isReferenceType() && !class_.isAssociation()) {
         fail(feature.type.place, "a reference is allowed in an association only");
@@ -162,7 +162,6 @@ CIMProperty Builder::property(const ast::Feature& feature) const {
         buildQualifiers(feature.qualifiers, known_,
                         {CIMScope::PROPERTY, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PROPERTY},
                         inherited ? inherited.getQualifiers() : CIMQualifierArray());
-    checkOverride(feature, qualifiers, bool(inherited));
     CIMProperty property(name, type);
     if (type.isArrayType()) {
         property.setDataSize(type.getSize());
@@ -170,8 +169,11 @@ CIMProperty Builder::property(const ast::Feature& feature) const {
     property.setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str())).setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getDataType());
-        property.setOverridingProperty(name);
+        property.setOverridingProperty(replaced);
         property.setValue(inherited.getValue());
+        if (type.isArrayType() && feature.type.arraySize == 0) {
+            property.setDataSize(inherited.getSize());
+        }
     }
     if (feature.defaultValue) {
         property.setValue(value(*feature.defaultValue, type));
@@ -196,19 +198,22 @@ CIMParameter Builder::parameter(const ast::Parameter& written, const CIMMethod& 
         {CIMScope::PARAMETER, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PARAMETER}, before));
 }
 
-CIMMethod Builder::method(const ast::Feature& feature) const {
+CIMMethod Builder::method(const ast::Feature& feature) {
     const CIMName name(feature.name.c_str());
-    const CIMMethod inherited = super_ != nullptr ? super_->getMethod(name) : CIMMethod(CIMNULL);
+    const CIMName replaced = overridden(feature);
+    const CIMMethod inherited = super_ != nullptr ? super_->getMethod(replaced) : CIMMethod(CIMNULL);
     const CIMDataType type = dataType(feature.type);
     const CIMQualifierArray qualifiers = buildQualifiers(feature.qualifiers, known_, {CIMScope::METHOD},
                                                          inherited ? inherited.getQualifiers() : CIMQualifierArray());
-    checkOverride(feature, qualifiers, bool(inherited));
     CIMMethod method(name);
     method.setReturnType(type).setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str()));
     method.setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getReturnType());
-        method.setOverridingMethod(name);
+        method.setOverridingMethod(replaced);
+        if (feature.parameters->empty()) {
+            method.setParameters(inherited.getParameters()); // an early schema need not restate them
+        }
     }
     std::set<std::string> names;
     for (const ast::Parameter& written : *feature.parameters) {
@@ -225,13 +230,13 @@ void Builder::inheritFeatures() {
         return;
     }
     for (CIMProperty inherited : super_->getAllProperties()) {
-        if (!own(inherited.getName())) {
+        if (passesOn(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             properties_.push_back(inherited.setPropagated(true));
         }
     }
     for (CIMMethod inherited : super_->getAllMethods()) {
-        if (!own(inherited.getName())) {
+        if (passesOn(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             methods_.push_back(inherited.setPropagated(true));
         }
@@ -240,8 +245,16 @@ void Builder::inheritFeatures() {
 
 } // namespace
 
-CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
+BuiltClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
     return Builder(declaration, known).build();
+}
+
+void checkNarrowing(const Narrowing& narrowing, const Namespace& known) {
+    if (!known.isA(narrowing.now, narrowing.before)) {
+        fail(narrowing.place, std::string("the reference to \"") + narrowing.now.c_str() + "\" overrides one to \"" +
+                                  narrowing.before.c_str() + "\", which is no superclass of it (in " +
+                                  narrowing.element + ")");
+    }
 }
 
 } // namespace cimserver::schema

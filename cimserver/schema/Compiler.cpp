@@ -2,7 +2,7 @@
 
 #include "cimserver/schema/ClassBuilder.hpp"
 #include "cimserver/schema/Parser.hpp"
-#include "cimserver/schema/Qualifiers.hpp"
+#include "cimserver/schema/QualifierTypes.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -22,15 +22,6 @@ bool isWithin(const fs::path& file, const fs::path& folder) {
     return end == folder.end();
 }
 
-/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server; empty for one of another host.
-std::string localNamespace(const std::string& written) {
-    const std::string_view here = "//./";
-    if (written.compare(0, here.size(), here) == 0) {
-        return trimmedNamespace(written.substr(here.size()));
-    }
-    return written.compare(0, 2, "//") == 0 ? std::string() : trimmedNamespace(written);
-}
-
 bool isNamespaceName(const std::string& name) {
     const auto allowed = [](char c) {
         return std::string_view("/_-.").find(c) != std::string_view::npos ||
@@ -38,6 +29,23 @@ bool isNamespaceName(const std::string& name) {
     };
     return !name.empty() && name.size() <= 256 && name.find("//") == std::string::npos && name.back() != '/' &&
            std::all_of(name.begin(), name.end(), allowed);
+}
+
+bool areDeclared(const ast::QualifierList& qualifiers, const Namespace& ns) {
+    return std::all_of(qualifiers.begin(), qualifiers.end(),
+                       [&](const auto& use) { return ns.qualifiers.count(fold(use.name)) != 0; });
+}
+
+/// True when the superclass and all qualifiers of the class are declared already.
+bool isReady(const ast::ClassDeclaration& declaration, const Namespace& ns) {
+    const auto areReady = [&](const auto& elements) {
+        return std::all_of(elements.begin(), elements.end(),
+                           [&](const auto& element) { return areDeclared(element.qualifiers, ns); });
+    };
+    return (declaration.superClass.empty() || ns.findClass(declaration.superClass) != nullptr) &&
+           areDeclared(declaration.qualifiers, ns) && areReady(declaration.features) &&
+           std::all_of(declaration.features.begin(), declaration.features.end(),
+                       [&](const auto& f) { return !f.parameters || areReady(*f.parameters); });
 }
 
 bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
@@ -86,10 +94,12 @@ void Compiler::compileFile(const fs::path& file) {
     const std::string text = read(file, file.string() + ":1:1: ");
     root_ = fs::weakly_canonical(file).parent_path();
     compile(text, file.string(), root_);
+    finish();
 }
 
 void Compiler::compileText(std::string_view mof, const std::string& name) {
     compile(mof, name, {});
+    finish();
 }
 
 void Compiler::compile(std::string_view mof, const std::string& name, const fs::path& folder) {
@@ -138,9 +148,51 @@ void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::pat
 }
 
 void Compiler::apply(const ast::ClassDeclaration& declaration, const fs::path&) {
-    auto built = std::make_shared<const CIMClass>(buildClass(declaration, *current_));
-    current_->classes[fold(declaration.name)] = built;
-    current_->children[fold(declaration.superClass)].push_back(std::move(built));
+    if (isReady(declaration, *current_)) {
+        add(declaration, *current_);
+    } else {
+        waiting_.push_back({declaration, current_});
+    }
+}
+
+void Compiler::apply(const ast::InstanceDeclaration& declaration, const fs::path&) {
+    instances_.add(declaration, *current_);
+}
+
+void Compiler::add(const ast::ClassDeclaration& declaration, Namespace& ns) {
+    BuiltClass built = buildClass(declaration, ns);
+    const auto cimClass = std::make_shared<const CIMClass>(std::move(built.cimClass));
+    ns.classes[fold(declaration.name)] = cimClass;
+    ns.children[fold(declaration.superClass)].push_back(cimClass);
+    for (Narrowing& narrowing : built.narrowings) {
+        narrowings_.emplace_back(std::move(narrowing), &ns);
+    }
+}
+
+/// Adds the classes that wait, each round at least one level of each tree; what is left lacks its superclass.
+void Compiler::addWaiting() {
+    for (unsigned round = 0; round < kDeepestInheritance && !waiting_.empty(); ++round) {
+        std::vector<Waiting> left;
+        for (Waiting& one : waiting_) {
+            if (one.declaration.superClass.empty() || one.ns->findClass(one.declaration.superClass) != nullptr) {
+                add(one.declaration, *one.ns);
+            } else {
+                left.push_back(std::move(one));
+            }
+        }
+        waiting_.swap(left);
+    }
+    for (const Waiting& one : waiting_) {
+        add(one.declaration, *one.ns);
+    }
+}
+
+void Compiler::finish() {
+    addWaiting();
+    for (const auto& [narrowing, ns] : narrowings_) {
+        checkNarrowing(narrowing, *ns);
+    }
+    instances_.finish();
 }
 
 } // namespace cimserver::schema

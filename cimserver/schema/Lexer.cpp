@@ -13,6 +13,7 @@ namespace {
 
 constexpr std::size_t kLongestNumber = 400;
 constexpr std::size_t kLongestIdentifier = 256;
+constexpr std::uint32_t kReplacement = 0xfffd;
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -245,9 +246,13 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
         appendUtf8(out, escape());
         return;
     }
-    const std::size_t length = utf8Length(text_.substr(at_));
-    if (length == 0 || (isControl(c) && c != '\t')) {
+    if (isControl(c) && c != '\t') {
         fail(place_, "unexpected " + shown(c) + " in a string");
+    }
+    const std::size_t length = utf8Length(text_.substr(at_));
+    if (length == 0) { // early schemas are in Latin-1, with some marks that have no place in it
+        const auto byte = static_cast<unsigned char>(take());
+        appendUtf8(out, byte < 0xa0 ? kReplacement : byte);
     }
     for (std::size_t i = 0; i < length; ++i) {
         out += take();

@@ -23,4 +23,14 @@ struct Place {
 /// Throws MofError "FILE:LINE:COLUMN: text".
 [[noreturn]] void fail(const Place& place, const std::string& text);
 
+/// Does `work`; a MofError out of it names the element, a class or "CLASS.FEATURE", at its end.
+template <class Work>
+auto within(const std::string& element, Work&& work) {
+    try {
+        return work();
+    } catch (const MofError& error) {
+        throw MofError(error.what() + (" (in " + element + ")"));
+    }
+}
+
 } // namespace cimserver::schema

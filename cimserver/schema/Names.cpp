@@ -28,4 +28,13 @@ std::string trimmedNamespace(std::string_view name) {
     return std::string(begin == name.size() ? std::string_view() : name.substr(begin, end + 1 - begin));
 }
 
+std::string localNamespace(std::string written) {
+    std::replace(written.begin(), written.end(), '\\', '/');
+    const std::string_view here = "//./";
+    if (written.compare(0, here.size(), here) == 0) {
+        return trimmedNamespace(written.substr(here.size()));
+    }
+    return written.compare(0, 2, "//") == 0 ? std::string() : trimmedNamespace(written);
+}
+
 } // namespace cimserver::schema

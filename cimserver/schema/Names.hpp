@@ -2,12 +2,14 @@
 //
 // The units of this folder, each above those it uses:
 //
+//     Associations          between classes
 //     Repository            what the server asks
 //     Compiler              files, includes, order of declarations
 //     ClassBuilder  InstanceBuilder
-//     Qualifiers
-//     Values  Namespace     constants and types; what is declared so far
-//     Parser                text to declarations
+//     Qualifiers            of an element of a class
+//     Namespace             what is declared so far
+//     QualifierTypes        qualifier declarations, the standard ones among them
+//     Values  Parser        constants and types; text to declarations
 //     Ast                   declarations as written
 //     Lexer                 text to tokens
 //     MofError  Names
@@ -25,5 +27,9 @@ bool sameName(std::string_view a, std::string_view b);
 
 /// A namespace name without leading slashes and without blanks around it.
 std::string trimmedNamespace(std::string_view name);
+
+/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server, with slashes or backslashes; empty
+/// for one of another host.
+std::string localNamespace(std::string written);
 
 } // namespace cimserver::schema

@@ -90,11 +90,11 @@ std::optional<Declaration> Parser::next() {
         return qualifierDeclaration();
     }
     QualifierList qualifiers = qualifierList();
-    if (isKeyword("instance")) {
-        fail(token_.place, "an instance declaration cannot be taken in: instances come from providers");
+    if (skipKeyword("instance")) {
+        return instanceDeclaration();
     }
     if (!isKeyword("class")) {
-        unexpected("a qualifier or class declaration or #pragma");
+        unexpected("a declaration of a qualifier, class or instance or #pragma");
     }
     return classDeclaration(std::move(qualifiers));
 }
@@ -107,11 +107,19 @@ Pragma Parser::pragma() {
     }
     take();
     pragma.name = name("the name of a pragma");
+    const bool known = sameName(pragma.name, "include") || sameName(pragma.name, "namespace");
+    if (!known && !isPunctuation('(')) {
+        return pragma;
+    }
     expect('(');
-    if (token_.kind != TokenKind::String) {
+    if (token_.kind == TokenKind::String) {
+        pragma.argument = scalar().scalar.text;
+    } else if (known) {
         unexpected("a string");
     }
-    pragma.argument = take().text;
+    while (!known && !isPunctuation(')') && token_.kind != TokenKind::End) {
+        take(); // compilers have pragmas of their own, with arguments of their own
+    }
     expect(')');
     return pragma;
 }
@@ -159,18 +167,49 @@ ClassDeclaration Parser::classDeclaration(QualifierList qualifiers) {
     take();
     declaration.place = token_.place;
     declaration.name = name("the name of a class");
-    if (skipKeyword("as")) {
-        if (token_.kind != TokenKind::Alias) {
-            unexpected("an alias");
+    within(declaration.name, [&] {
+        alias(); // nothing can refer to a class by it
+        if (skip(':')) {
+            declaration.superClass = name("the name of the superclass");
         }
-        take();
+        expect('{');
+        while (!skip('}')) {
+            declaration.features.push_back(feature());
+        }
+        expect(';');
+    });
+    return declaration;
+}
+
+/// "as $NAME", empty when there is none.
+std::string Parser::alias() {
+    if (!skipKeyword("as")) {
+        return {};
     }
-    if (skip(':')) {
-        declaration.superClass = name("the name of the superclass");
+    if (token_.kind != TokenKind::Alias) {
+        unexpected("an alias");
     }
+    return take().text;
+}
+
+InstanceDeclaration Parser::instanceDeclaration() {
+    InstanceDeclaration declaration;
+    if (!skipKeyword("of")) {
+        unexpected("\"of\"");
+    }
+    declaration.place = token_.place;
+    declaration.className = name("the name of a class");
+    declaration.alias = alias();
     expect('{');
     while (!skip('}')) {
-        declaration.features.push_back(feature());
+        qualifierList(); // the class's own are served
+        Initializer initializer;
+        initializer.place = token_.place;
+        initializer.name = name("the name of a property");
+        expect('=');
+        initializer.value = literal();
+        expect(';');
+        declaration.initializers.push_back(std::move(initializer));
     }
     expect(';');
     return declaration;
@@ -299,7 +338,7 @@ Literal Parser::scalar() {
         return literal;
     }
     if (token_.kind != TokenKind::Integer && token_.kind != TokenKind::Real && token_.kind != TokenKind::String &&
-        token_.kind != TokenKind::Character) {
+        token_.kind != TokenKind::Character && token_.kind != TokenKind::Alias) {
         unexpected("a value");
     }
     literal.kind = Literal::Kind::Scalar;

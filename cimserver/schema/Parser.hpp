@@ -13,8 +13,7 @@ class Parser {
     /// `text` must outlive the parser; `file` stands for it in messages.
     Parser(std::string_view text, std::string file);
 
-    /// The next declaration, empty at the end. Throws MofError; instance declarations are refused, since instances come
-    /// from providers.
+    /// The next declaration, empty at the end. Throws MofError.
     std::optional<ast::Declaration> next();
 
   private:
@@ -31,6 +30,8 @@ class Parser {
     ast::QualifierDeclaration qualifierDeclaration();
     std::vector<Token> words();
     ast::ClassDeclaration classDeclaration(ast::QualifierList qualifiers);
+    std::string alias();
+    ast::InstanceDeclaration instanceDeclaration();
     ast::Feature feature();
     std::vector<ast::Parameter> parameters();
     ast::QualifierList qualifierList();

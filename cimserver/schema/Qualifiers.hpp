@@ -1,4 +1,4 @@
-// Qualifier declarations, and the qualifiers of the elements of a class.
+// Applies qualifiers to the elements of a class.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"
@@ -7,9 +7,6 @@
 #include <initializer_list>
 
 namespace cimserver::schema {
-
-/// The qualifier type of the declaration. Throws MofError for an unknown type, scope or flavor or an unfit default.
-OpenWBEM::CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration);
 
 /// The qualifiers of an element: those written, checked against their declarations (declared at all, allowed on one of
 /// `scopes`, value of the type, not changed where the inherited one may not be overridden), then those of `inherited`

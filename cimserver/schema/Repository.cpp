@@ -86,6 +86,34 @@ std::vector<const CIMClass*> Repository::subclasses(const String& ns, const Stri
     return result;
 }
 
+bool Repository::isA(const String& ns, const String& name, const String& ancestor) const {
+    const Namespace* const found = impl_->find(ns);
+    return found != nullptr && found->isA(name, ancestor);
+}
+
+std::vector<const CIMInstance*> Repository::instances(const String& ns, const String& className) const {
+    std::vector<const CIMInstance*> result;
+    const Namespace* const space = impl_->find(ns);
+    if (space == nullptr) {
+        return result;
+    }
+    if (const auto found = space->instancesOf.find(fold(className.c_str())); found != space->instancesOf.end()) {
+        for (const auto& instance : found->second) {
+            result.push_back(instance.get());
+        }
+    }
+    return result;
+}
+
+const CIMInstance* Repository::findInstance(const String& ns, const CIMObjectPath& path) const {
+    const Namespace* const space = impl_->find(ns);
+    if (space == nullptr) {
+        return nullptr;
+    }
+    const auto found = space->instances.find(space->instanceKey(CIMObjectPath(path).setNameSpace("")));
+    return found == space->instances.end() ? nullptr : found->second.get();
+}
+
 const CIMQualifierType* Repository::findQualifierType(const String& ns, const String& name) const {
     const Namespace* const found = impl_->find(ns);
     return found == nullptr ? nullptr : found->findQualifier(name.c_str());

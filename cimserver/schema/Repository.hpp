@@ -1,4 +1,5 @@
-// The fixed schema the server serves: qualifier declarations and classes by namespace, compiled from MOF at start.
+// The fixed schema the server serves: qualifier declarations, classes and instances by namespace, compiled from MOF at
+// start.
 #pragma once
 
 #include "cimserver/schema/MofError.hpp"
@@ -43,7 +44,20 @@ class Repository {
     std::vector<const OpenWBEM::CIMClass*> subclasses(const OpenWBEM::String& ns, const OpenWBEM::String& name,
                                                       bool deep) const;
 
+    /// True for the class itself and its superclasses; false in an unknown namespace.
+    bool isA(const OpenWBEM::String& ns, const OpenWBEM::String& name, const OpenWBEM::String& ancestor) const;
+
+    /// The instances declared of the class itself, without its subclasses, in declaration order. Each has all
+    /// properties of its class with their qualifiers, and its keys set; references carry their namespace.
+    std::vector<const OpenWBEM::CIMInstance*> instances(const OpenWBEM::String& ns,
+                                                        const OpenWBEM::String& className) const;
+    /// The instance that the path names, null when there is none. Key values are to be of their class's types; the
+    /// path's namespace is not looked at.
+    const OpenWBEM::CIMInstance* findInstance(const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path) const;
+
+    /// Of a qualifier that the namespace does not declare, the standard declaration; null if there is none.
     const OpenWBEM::CIMQualifierType* findQualifierType(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
+    /// Those declared in the namespace.
     std::vector<const OpenWBEM::CIMQualifierType*> qualifierTypes(const OpenWBEM::String& ns) const;
 
   private:

@@ -84,9 +84,16 @@ CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     return CIMDateTime(String(written.c_str()));
 }
 
-CIMObjectPath reference(const Literal& literal, const char* wanted) {
+CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasResolver& resolve) {
+    if (resolve && literal.kind == Literal::Kind::Scalar && literal.scalar.kind == TokenKind::Alias) {
+        return resolve(literal.scalar);
+    }
     try {
-        return CIMObjectPath::parse(text(literal, wanted));
+        CIMObjectPath path = CIMObjectPath::parse(text(literal, wanted));
+        const std::string& written = literal.scalar.text;
+        const bool isLocal = path.getFullNameSpace().isLocal();
+        const bool hasNamespace = !isLocal || written.find(':') < written.find('=');
+        return path.setNameSpace(hasNamespace ? path.getNameSpace() : String());
     } catch (const CIMException&) {
         fail(literal.place, "\"" + literal.scalar.text + "\" is not an object path");
     }
@@ -126,7 +133,7 @@ CIMDataType dataType(const ast::Type& type) {
     return type.array ? CIMDataType(simple, type.arraySize) : CIMDataType(simple);
 }
 
-CIMValue value(const Literal& literal, const CIMDataType& type) {
+CIMValue value(const Literal& literal, const CIMDataType& type, const AliasResolver& resolve) {
     if (literal.kind == Literal::Kind::Null) {
         return CIMValue(CIMNULL);
     }
@@ -158,7 +165,8 @@ CIMValue value(const Literal& literal, const CIMDataType& type) {
     case CIMDataType::DATETIME:
         return convertAll(literal, type, dateTime);
     case CIMDataType::REFERENCE:
-        return convertAll(literal, type, reference);
+        return convertAll(literal, type,
+                          [&](const Literal& one, const char* wanted) { return reference(one, wanted, resolve); });
     default:
         return convertAll(literal, type, text);
     }
