@@ -12,6 +12,10 @@ bool isNamed(const CIMProperty& reference, const String& name) {
     return name.empty() || reference.getName().equalsIgnoreCase(name);
 }
 
+bool isWithin(const Repository& repository, const String& ns, const String& name, const String& ancestor) {
+    return ancestor.empty() || repository.isA(ns, name, ancestor);
+}
+
 void addOnce(std::vector<const CIMClass*>& classes, const CIMClass* one) {
     if (std::find(classes.begin(), classes.end(), one) == classes.end()) {
         classes.push_back(one);
@@ -22,8 +26,7 @@ void addOnce(std::vector<const CIMClass*>& classes, const CIMClass* one) {
 template <class Use>
 void forEachEnd(const Repository& repository, const String& ns, const AssociationQuery& query, Use&& use) {
     for (const CIMClass* const candidate : repository.subclasses(ns, "", true)) {
-        if (!candidate->isAssociation() ||
-            !(query.assocClass.empty() || repository.isA(ns, candidate->getName(), query.assocClass))) {
+        if (!candidate->isAssociation() || !isWithin(repository, ns, candidate->getName(), query.assocClass)) {
             continue;
         }
         for (const CIMProperty& end : candidate->getAllProperties()) {
@@ -55,7 +58,7 @@ std::vector<const CIMClass*> associatorsOf(const Repository& repository, const S
             const String target = end.getDataType().getRefClassName();
             const CIMClass* const other = end.isReference() ? repository.findClass(ns, target) : nullptr;
             if (other != nullptr && !end.getName().equalsIgnoreCase(near) && isNamed(end, query.resultRole) &&
-                (query.resultClass.empty() || repository.isA(ns, target, query.resultClass))) {
+                isWithin(repository, ns, target, query.resultClass)) {
                 addOnce(result, other);
             }
         }

@@ -16,7 +16,7 @@ class Builder {
     Builder(const ast::ClassDeclaration& declaration, const Namespace& known)
         : declaration_(declaration), known_(known), class_(CIMName(declaration.name.c_str())) {}
 
-    BuiltClass build();
+    CIMClass build();
 
   private:
     void findSuperClass();
@@ -27,7 +27,7 @@ class Builder {
     CIMParameter parameter(const ast::Parameter& written, const CIMMethod& inherited) const;
     void inheritFeatures();
     CIMName overridden(const ast::Feature& feature);
-    void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before);
+    void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const;
     bool passesOn(const String& name) const {
         return ownNames_.count(fold(name.c_str())) == 0 && replacedNames_.count(fold(name.c_str())) == 0;
     }
@@ -38,12 +38,11 @@ class Builder {
     CIMClass class_;
     std::set<std::string> ownNames_;
     std::set<std::string> replacedNames_; ///< inherited ones that a feature of another name overrides
-    std::vector<Narrowing> narrowings_;
     CIMPropertyArray properties_;
     CIMMethodArray methods_;
 };
 
-BuiltClass Builder::build() {
+CIMClass Builder::build() {
     if (known_.findClass(declaration_.name) != nullptr) {
         fail(declaration_.place, "the class \"" + declaration_.name + "\" is declared already");
     }
@@ -60,7 +59,7 @@ BuiltClass Builder::build() {
             class_.setIsKeyed(true);
         }
     }
-    return {class_, narrowings_};
+    return class_;
 }
 
 void Builder::findSuperClass() {
@@ -140,13 +139,13 @@ CIMName Builder::overridden(const ast::Feature& feature) {
     return name;
 }
 
-void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) {
-    if (!now.equals(before)) {
+/// A reference may be narrowed to a derived class; one that is declared later is taken as such.
+void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const {
+    const String target = now.getRefClassName();
+    const bool narrowed = !now.isReferenceType() || known_.findClass(target.c_str()) == nullptr ||
+                          known_.isA(target, before.getRefClassName());
+    if (!now.equals(before) || !narrowed) {
         fail(feature.type.place, "\"" + feature.name + "\" overrides an element of another type");
-    }
-    if (now.isReferenceType()) {
-        narrowings_.push_back({feature.type.place, declaration_.name + "." + feature.name, now.getRefClassName(),
-                               before.getRefClassName()});
     }
 }
 
@@ -245,16 +244,8 @@ void Builder::inheritFeatures() {
 
 } // namespace
 
-BuiltClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
+CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
     return Builder(declaration, known).build();
-}
-
-void checkNarrowing(const Narrowing& narrowing, const Namespace& known) {
-    if (!known.isA(narrowing.now, narrowing.before)) {
-        fail(narrowing.place, std::string("the reference to \"") + narrowing.now.c_str() + "\" overrides one to \"" +
-                                  narrowing.before.c_str() + "\", which is no superclass of it (in " +
-                                  narrowing.element + ")");
-    }
 }
 
 } // namespace cimserver::schema

@@ -31,23 +31,6 @@ bool isNamespaceName(const std::string& name) {
            std::all_of(name.begin(), name.end(), allowed);
 }
 
-bool areDeclared(const ast::QualifierList& qualifiers, const Namespace& ns) {
-    return std::all_of(qualifiers.begin(), qualifiers.end(),
-                       [&](const auto& use) { return ns.qualifiers.count(fold(use.name)) != 0; });
-}
-
-/// True when the superclass and all qualifiers of the class are declared already.
-bool isReady(const ast::ClassDeclaration& declaration, const Namespace& ns) {
-    const auto areReady = [&](const auto& elements) {
-        return std::all_of(elements.begin(), elements.end(),
-                           [&](const auto& element) { return areDeclared(element.qualifiers, ns); });
-    };
-    return (declaration.superClass.empty() || ns.findClass(declaration.superClass) != nullptr) &&
-           areDeclared(declaration.qualifiers, ns) && areReady(declaration.features) &&
-           std::all_of(declaration.features.begin(), declaration.features.end(),
-                       [&](const auto& f) { return !f.parameters || areReady(*f.parameters); });
-}
-
 bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
     return !(a < b) && !(b < a);
 }
@@ -148,51 +131,36 @@ void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::pat
 }
 
 void Compiler::apply(const ast::ClassDeclaration& declaration, const fs::path&) {
-    if (isReady(declaration, *current_)) {
-        add(declaration, *current_);
-    } else {
-        waiting_.push_back({declaration, current_});
-    }
+    classes_.push_back({declaration, current_});
 }
 
 void Compiler::apply(const ast::InstanceDeclaration& declaration, const fs::path&) {
     instances_.add(declaration, *current_);
 }
 
-void Compiler::add(const ast::ClassDeclaration& declaration, Namespace& ns) {
-    BuiltClass built = buildClass(declaration, ns);
-    const auto cimClass = std::make_shared<const CIMClass>(std::move(built.cimClass));
-    ns.classes[fold(declaration.name)] = cimClass;
-    ns.children[fold(declaration.superClass)].push_back(cimClass);
-    for (Narrowing& narrowing : built.narrowings) {
-        narrowings_.emplace_back(std::move(narrowing), &ns);
-    }
-}
-
-/// Adds the classes that wait, each round at least one level of each tree; what is left lacks its superclass.
-void Compiler::addWaiting() {
-    for (unsigned round = 0; round < kDeepestInheritance && !waiting_.empty(); ++round) {
-        std::vector<Waiting> left;
-        for (Waiting& one : waiting_) {
-            if (one.declaration.superClass.empty() || one.ns->findClass(one.declaration.superClass) != nullptr) {
-                add(one.declaration, *one.ns);
+void Compiler::finish() {
+    for (unsigned level = 0; level < kDeepestInheritance && !classes_.empty(); ++level) {
+        std::vector<PendingClass> left;
+        for (PendingClass& one : classes_) {
+            const std::string& superClass = one.declaration.superClass;
+            if (superClass.empty() || one.ns->findClass(superClass) != nullptr) {
+                add(one);
             } else {
-                left.push_back(std::move(one));
+                left.push_back(std::move(one)); // each round of these takes in at least one level of each tree
             }
         }
-        waiting_.swap(left);
+        classes_.swap(left);
     }
-    for (const Waiting& one : waiting_) {
-        add(one.declaration, *one.ns);
-    }
-}
-
-void Compiler::finish() {
-    addWaiting();
-    for (const auto& [narrowing, ns] : narrowings_) {
-        checkNarrowing(narrowing, *ns);
+    for (const PendingClass& one : classes_) {
+        add(one); // says what it lacks
     }
     instances_.finish();
+}
+
+void Compiler::add(const PendingClass& pending) {
+    const auto built = std::make_shared<const CIMClass>(buildClass(pending.declaration, *pending.ns));
+    pending.ns->classes[fold(pending.declaration.name)] = built;
+    pending.ns->children[fold(pending.declaration.superClass)].push_back(built);
 }
 
 } // namespace cimserver::schema

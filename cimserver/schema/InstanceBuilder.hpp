@@ -11,8 +11,8 @@
 
 namespace cimserver::schema {
 
-/// Gathers the instance declarations of one run and puts the instances into their namespaces at its end: an alias may
-/// be used before it is declared, and in an instance that its own one refers to.
+/// Gathers the instance declarations of one run and puts the instances into their namespaces at its end, since an alias
+/// may be used before it is declared.
 class InstanceBuilder {
   public:
     /// `ns` must outlive the builder. Throws MofError for an alias that is taken.
@@ -29,12 +29,9 @@ class InstanceBuilder {
         std::optional<OpenWBEM::CIMObjectPath> path;
     };
 
-    const OpenWBEM::CIMObjectPath& pathOf(Item& item);
-    OpenWBEM::CIMProperty property(const Item& item, const ast::Initializer& initializer,
-                                   const OpenWBEM::CIMProperty& declared);
-    OpenWBEM::CIMObjectPath completeReference(const Item& item, const OpenWBEM::CIMObjectPath& written,
-                                              const OpenWBEM::String& declaredClass, const Place& place) const;
-    void build(Item& item);
+    const OpenWBEM::CIMObjectPath& build(Item& item);
+    OpenWBEM::CIMInstance instanceOf(const Item& item, const OpenWBEM::CIMClass& cimClass);
+    OpenWBEM::CIMValue valueOf(const Item& item, const ast::Literal& written, const OpenWBEM::CIMDataType& type);
 
     std::deque<Item> items_;
     std::map<std::string, Item*> aliases_; ///< by folded name

@@ -23,13 +23,21 @@ struct Place {
 /// Throws MofError "FILE:LINE:COLUMN: text".
 [[noreturn]] void fail(const Place& place, const std::string& text);
 
-/// Does `work`; a MofError out of it names the element, a class or "CLASS.FEATURE", at its end.
+/// One that names the element it is about at its end.
+class ElementError : public MofError {
+  public:
+    using MofError::MofError;
+};
+
+/// Does `work`; a MofError out of it names the element, a class or "CLASS.FEATURE", unless it names an inner one.
 template <class Work>
-auto within(const std::string& element, Work&& work) {
+void within(const std::string& element, Work&& work) {
     try {
-        return work();
+        work();
+    } catch (const ElementError&) {
+        throw;
     } catch (const MofError& error) {
-        throw MofError(error.what() + (" (in " + element + ")"));
+        throw ElementError(error.what() + (" (in " + element + ")"));
     }
 }
 

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <map>
+#include <sstream>
 
 namespace cimserver::schema {
 
@@ -43,81 +44,53 @@ Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char
     return found->meaning;
 }
 
+struct Standard {
+    const char* names;
+    const char* declaration; ///< what all of them are declared with
+};
+
 // The standard's qualifiers in the widest scope that any edition gives them.
-constexpr char kStandardMof[] = R"mof(
-Qualifier Abstract : boolean = false, Scope(class, association, indication), Flavor(Restricted);
-Qualifier Aggregate : boolean = false, Scope(reference), Flavor(DisableOverride);
-Qualifier Aggregation : boolean = false, Scope(association), Flavor(DisableOverride);
-Qualifier Alias : string, Scope(property, reference, method), Flavor(Translatable);
-Qualifier ArrayType : string = "Bag", Scope(property, parameter), Flavor(DisableOverride);
-Qualifier Association : boolean = false, Scope(class, association), Flavor(DisableOverride);
-Qualifier BitMap : string[], Scope(property, method, parameter);
-Qualifier BitValues : string[], Scope(property, method, parameter), Flavor(Translatable);
-Qualifier Composition : boolean = false, Scope(association), Flavor(DisableOverride);
-Qualifier Counter : boolean = false, Scope(property, method, parameter);
-Qualifier Delete : boolean = false, Scope(association, reference);
-Qualifier Deprecated : string[], Scope(any), Flavor(Restricted);
-Qualifier Description : string, Scope(any), Flavor(Translatable);
-Qualifier DisplayName : string, Scope(any), Flavor(Translatable);
-Qualifier DN : boolean = false, Scope(property, method, parameter), Flavor(DisableOverride);
-Qualifier EmbeddedInstance : string, Scope(property, method, parameter);
-Qualifier EmbeddedObject : boolean = false, Scope(property, method, parameter), Flavor(DisableOverride);
-Qualifier Exception : boolean = false, Scope(class, indication), Flavor(DisableOverride);
-Qualifier Expensive : boolean = false, Scope(any);
-Qualifier Experimental : boolean = false, Scope(any), Flavor(Restricted);
-Qualifier Gauge : boolean = false, Scope(property, method, parameter);
-Qualifier IfDeleted : boolean = false, Scope(association, reference);
-Qualifier In : boolean = true, Scope(parameter), Flavor(DisableOverride);
-Qualifier Indication : boolean = false, Scope(class, indication), Flavor(DisableOverride);
-Qualifier Invisible : boolean = false, Scope(property, method, reference, class, association);
-Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride);
-Qualifier Large : boolean = false, Scope(property, class);
-Qualifier MappingStrings : string[], Scope(any);
-Qualifier Max : uint32, Scope(reference);
-Qualifier MaxLen : uint32, Scope(property, method, parameter);
-Qualifier MaxValue : sint64, Scope(property, method, parameter);
-Qualifier Min : uint32 = 0, Scope(reference);
-Qualifier MinLen : uint32 = 0, Scope(property, method, parameter);
-Qualifier MinValue : sint64, Scope(property, method, parameter);
-Qualifier ModelCorrespondence : string[], Scope(any);
-Qualifier NonLocal : string, Scope(reference);
-Qualifier NonLocalType : string, Scope(reference);
-Qualifier NullValue : string, Scope(property);
-Qualifier OctetString : boolean = false, Scope(property, method, parameter), Flavor(DisableOverride);
-Qualifier Out : boolean = false, Scope(parameter), Flavor(DisableOverride);
-Qualifier Override : string, Scope(property, method, reference), Flavor(Restricted);
-Qualifier Propagated : string, Scope(property, reference), Flavor(DisableOverride);
-Qualifier Provider : string, Scope(any);
-Qualifier PUnit : string, Scope(property, method, parameter);
-Qualifier Read : boolean = true, Scope(property, reference);
-Qualifier Required : boolean = false, Scope(property, reference, method, parameter), Flavor(DisableOverride);
-Qualifier Revision : string, Scope(schema, class, association, indication), Flavor(Restricted, Translatable);
-Qualifier Schema : string, Scope(any), Flavor(Translatable);
-Qualifier Source : string, Scope(class, association, indication, reference);
-Qualifier SourceType : string, Scope(class, association, indication, reference);
-Qualifier Static : boolean = false, Scope(property, method), Flavor(DisableOverride);
-Qualifier Syntax : string, Scope(property, reference, method, parameter);
-Qualifier SyntaxType : string, Scope(property, reference, method, parameter);
-Qualifier Terminal : boolean = false, Scope(class, association, indication), Flavor(Restricted);
-Qualifier TriggerType : string, Scope(any);
-Qualifier Units : string, Scope(property, method, parameter), Flavor(Translatable);
-Qualifier UnknownValues : string[], Scope(property);
-Qualifier UnsupportedValues : string[], Scope(property);
-Qualifier ValueMap : string[], Scope(property, method, parameter);
-Qualifier Values : string[], Scope(property, method, parameter), Flavor(Translatable);
-Qualifier Version : string, Scope(schema, class, association, indication), Flavor(Restricted, Translatable);
-Qualifier Weak : boolean = false, Scope(reference), Flavor(DisableOverride);
-Qualifier Write : boolean = false, Scope(property, reference);
-)mof";
+constexpr Standard kStandard[] = {
+    {"Abstract Terminal", "boolean = false, Scope(class, association, indication), Flavor(Restricted)"},
+    {"Association Indication Exception",
+     "boolean = false, Scope(class, association, indication), Flavor(DisableOverride)"},
+    {"Aggregation Composition", "boolean = false, Scope(association), Flavor(DisableOverride)"},
+    {"Aggregate Weak", "boolean = false, Scope(reference), Flavor(DisableOverride)"},
+    {"Key", "boolean = false, Scope(property, reference), Flavor(DisableOverride)"},
+    {"Read", "boolean = true, Scope(property, reference)"},
+    {"Write", "boolean = false, Scope(property, reference)"},
+    {"In", "boolean = true, Scope(parameter), Flavor(DisableOverride)"},
+    {"Out", "boolean = false, Scope(parameter), Flavor(DisableOverride)"},
+    {"Counter DN EmbeddedObject Gauge OctetString Required Static",
+     "boolean = false, Scope(property, reference, method, parameter), Flavor(DisableOverride)"},
+    {"Delete Expensive IfDeleted Invisible Large", "boolean = false, Scope(any)"},
+    {"Experimental", "boolean = false, Scope(any), Flavor(Restricted)"},
+    {"Max Min", "uint32, Scope(reference)"},
+    {"MaxLen MinLen", "uint32, Scope(property, method, parameter)"},
+    {"MaxValue MinValue", "sint64, Scope(property, method, parameter)"},
+    {"Alias Description DisplayName Units", "string, Scope(any), Flavor(Translatable)"},
+    {"Revision Version", "string, Scope(schema, class, association, indication), Flavor(Restricted, Translatable)"},
+    {"Override", "string, Scope(property, method, reference), Flavor(Restricted)"},
+    {"Propagated", "string, Scope(property, reference), Flavor(DisableOverride)"},
+    {"ArrayType EmbeddedInstance NonLocal NonLocalType NullValue Provider PUnit Schema Source SourceType Syntax "
+     "SyntaxType "
+     "TriggerType",
+     "string, Scope(any)"},
+    {"Deprecated", "string[], Scope(any), Flavor(Restricted)"},
+    {"MappingStrings ModelCorrespondence", "string[], Scope(any)"},
+    {"BitMap UnknownValues UnsupportedValues ValueMap", "string[], Scope(property, method, parameter)"},
+    {"BitValues Values", "string[], Scope(property, method, parameter), Flavor(Translatable)"},
+};
 
-using Types = std::map<std::string, CIMQualifierType>;
-
-Types standardTypes() {
-    Types types;
-    Parser parser(kStandardMof, "standard qualifiers");
-    while (const auto declaration = parser.next()) {
-        const auto& qualifier = std::get<ast::QualifierDeclaration>(*declaration);
-        types.emplace(fold(qualifier.name), buildQualifierType(qualifier));
+std::map<std::string, CIMQualifierType> standardTypes() {
+    std::map<std::string, CIMQualifierType> types;
+    for (const Standard& row : kStandard) {
+        std::istringstream names(row.names);
+        for (std::string name; names >> name;) {
+            const std::string mof = "Qualifier " + name + " : " + row.declaration + ";";
+            const auto declaration = Parser(mof, "standard qualifiers").next();
+            types.emplace(fold(name), buildQualifierType(std::get<ast::QualifierDeclaration>(*declaration)));
+        }
     }
     return types;
 }
@@ -163,7 +136,7 @@ CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration
 }
 
 const CIMQualifierType* standardQualifier(std::string_view name) {
-    static const Types types = standardTypes();
+    static const auto types = standardTypes();
     const auto found = types.find(fold(name));
     return found == types.end() ? nullptr : &found->second;
 }

@@ -47,8 +47,9 @@ class Repository {
     /// True for the class itself and its superclasses; false in an unknown namespace.
     bool isA(const OpenWBEM::String& ns, const OpenWBEM::String& name, const OpenWBEM::String& ancestor) const;
 
-    /// The instances declared of the class itself, without its subclasses, in declaration order. Each has all
-    /// properties of its class with their qualifiers, and its keys set; references carry their namespace.
+    /// The instances declared of the class itself, without its subclasses, as declared but after those they refer to by
+    /// alias. Each has all properties of its class with their qualifiers, and its keys; references carry their
+    /// namespace.
     std::vector<const OpenWBEM::CIMInstance*> instances(const OpenWBEM::String& ns,
                                                         const OpenWBEM::String& className) const;
     /// The instance that the path names, null when there is none. Key values are to be of their class's types; the

@@ -1,7 +1,10 @@
 #include "cimserver/schema/Values.hpp"
 
+#include "cimserver/schema/Names.hpp"
+
 #include <cmath>
 #include <limits>
+#include <regex>
 #include <type_traits>
 
 namespace cimserver::schema {
@@ -60,28 +63,24 @@ String text(const Literal& literal, const char* wanted) {
     return String(scalarOf(literal, TokenKind::String, wanted).text.c_str());
 }
 
-bool wellFormedDateTime(const std::string& text) {
-    constexpr std::string_view kPoints = "dddddddddddddd.ddddddSddd";
-    if (text.size() != kPoints.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < kPoints.size(); ++i) {
-        const char c = text[i];
-        const bool digit = (c >= '0' && c <= '9') || c == '*';
-        const bool sign = c == ':' || c == '+' || c == '-';
-        if (kPoints[i] == 'd' ? !digit : kPoints[i] == 'S' ? !sign : c != kPoints[i]) {
-            return false;
-        }
-    }
-    return true;
-}
-
 CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     const std::string& written = scalarOf(literal, TokenKind::String, wanted).text;
-    if (!wellFormedDateTime(written)) {
+    static const std::regex form("[0-9*]{14}\\.[0-9*]{6}[:+-][0-9*]{3}");
+    if (written.size() != 25 || !std::regex_match(written, form)) {
         fail(literal.place, "\"" + written + "\" is not a datetime of 25 characters");
     }
     return CIMDateTime(String(written.c_str()));
+}
+
+/// Without a namespace where none is written.
+CIMObjectPath parsePath(const std::string& written) {
+    const std::size_t colon = written.find(':');
+    const bool hasNamespace = colon < written.find('=');
+    if (hasNamespace && written.compare(colon, 3, "://") == 0) {
+        return CIMObjectPath::parse(written.c_str());
+    }
+    CIMObjectPath path = CIMObjectPath::parse(written.substr(hasNamespace ? colon + 1 : 0).c_str());
+    return path.setNameSpace(hasNamespace ? localNamespace(written.substr(0, colon)).c_str() : "");
 }
 
 CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasResolver& resolve) {
@@ -89,11 +88,7 @@ CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasR
         return resolve(literal.scalar);
     }
     try {
-        CIMObjectPath path = CIMObjectPath::parse(text(literal, wanted));
-        const std::string& written = literal.scalar.text;
-        const bool isLocal = path.getFullNameSpace().isLocal();
-        const bool hasNamespace = !isLocal || written.find(':') < written.find('=');
-        return path.setNameSpace(hasNamespace ? path.getNameSpace() : String());
+        return parsePath(text(literal, wanted).c_str());
     } catch (const CIMException&) {
         fail(literal.place, "\"" + literal.scalar.text + "\" is not an object path");
     }
