@@ -28,6 +28,9 @@ class Builder {
     void inheritFeatures();
     CIMName overridden(const ast::Feature& feature);
     void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const;
+    bool inherits(const CIMName& name, bool asMethod) const {
+        return super_ != nullptr && (asMethod ? bool(super_->getMethod(name)) : bool(super_->getProperty(name)));
+    }
     bool passesOn(const String& name) const {
         return ownNames_.count(fold(name.c_str())) == 0 && replacedNames_.count(fold(name.c_str())) == 0;
     }
@@ -100,9 +103,8 @@ void Builder::addFeature(const ast::Feature& feature) {
     if (!ownNames_.insert(fold(feature.name)).second) {
         fail(feature.place, "\"" + feature.name + "\" is declared twice in the class");
     }
-    const CIMName name(feature.name.c_str());
     const bool isMethod = feature.parameters.has_value();
-    if (super_ != nullptr && (isMethod ? bool(super_->getProperty(name)) : bool(super_->getMethod(name)))) {
+    if (inherits(CIMName(feature.name.c_str()), !isMethod)) {
         fail(feature.place, "\"" + feature.name + "\" is inherited as a " + (isMethod ? "property" : "method"));
     }
     if (isMethod) {
@@ -132,7 +134,7 @@ CIMName Builder::overridden(const ast::Feature& feature) {
     }
     named.erase(0, dot == std::string::npos ? 0 : dot + 1);
     const CIMName name(named.c_str());
-    if (!super_->getProperty(name) && !super_->getMethod(name)) {
+    if (!inherits(name, feature.parameters.has_value())) {
         return CIMName(feature.name.c_str());
     }
     replacedNames_.insert(fold(named));

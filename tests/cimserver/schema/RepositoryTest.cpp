@@ -73,13 +73,12 @@ TEST(Inheritance, MakesClassesComplete) {
          "B: N Propagated<N@B[-1]=(null);"},
         {"class B : A { string P; }; class A { [Mine] string K; }; Qualifier Mine : boolean, Scope(property);",
          "B: P<@B[-1]=(null); K* Mine*<@A[-1]=(null);"},
-        {"[Abstract] class B { [Units(\"Bytes\"), Counter : ToInstance] uint8 P; uint8 F([In, Values{\"a\"}] uint8 v); "
-         "};",
+        {"[Abstract] class B { [Units(\"B\"), Counter : ToInstance] uint8 P; uint8 F([In, Values{\"a\"}] uint8 v); };",
          "B Abstract: P Units Counter<@B[-1]=(null); F(v In Values);"},
         {"[Association] class A { [Key] C REF R; }; class B : A { [Override(\"R\"), Min(1), Weak] D REF R; };"
          "class C { [Key] string K; }; class D : C {};",
          "B Association*: R Override Min Weak Key*<R@B[-1]=(null);"},
-        {"#pragma autorecover\n#pragma classflags(\"a\", 2)\n#pragma locale(en_US)\n"
+        {"#pragma autorecover\n#pragma classflags(\"a\", 2)\n#pragma namespace(\"root/x\")\n"
          "#pragma namespace(\"\\\\\\\\.\\\\root\\\\test\")\nclass B as $B { string P; };",
          "B: P<@B[-1]=(null);"},
     };
