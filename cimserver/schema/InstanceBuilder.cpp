@@ -11,7 +11,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-constexpr unsigned kDeepestReference = 16;
+constexpr unsigned kDeepestReference = 8;
 constexpr std::size_t kLongestPath = std::size_t{64} << 10;
 
 const CIMClass& classOf(const ast::InstanceDeclaration& declaration, const Namespace& ns) {

@@ -66,12 +66,14 @@ TEST(Inheritance, MakesClassesComplete) {
          "B: M Override Key*<N@B[-1]=(null);"},
         {"class A { string N; }; class B : A { [Override(\"Q\")] string N; [Override(\"Q\")] string P; };",
          "B: N Override<N@B[-1]=(null); P Override<@B[-1]=(null);"},
-        {"class A { uint8 P[4]; }; class B : A { [Override(\"P\")] uint8 P[]; };", "B: P Override<P@B[4]=(null);"},
+        {"class A { uint8 P[4]; uint8 Q[3]; }; class B : A { [Override(\"P\")] uint8 P[]; uint8 Q[2]; };",
+         "B: P Override<P@B[4]=(null); Q<Q@B[2]=(null);"},
         {"class A { uint8 F([MaxLen(1)] string s); }; class B : A { [Override(\"F\")] uint8 F(); };",
          "B: F Override(s MaxLen);"},
         {"class A { [Propagated(\"X.N\")] string N; }; class B : A { [Propagated(\"Y.N\")] string N; };",
          "B: N Propagated<N@B[-1]=(null);"},
-        {"class B : A { string P; }; class A { [Mine] string K; }; Qualifier Mine : boolean, Scope(property);",
+        {"class B : A { string P; }; class A : Z { [Mine] string K; }; class Z {}; Qualifier Mine : boolean, "
+         "Scope(property);",
          "B: P<@B[-1]=(null); K* Mine*<@A[-1]=(null);"},
         {"[Abstract] class B { [Units(\"B\"), Counter : ToInstance] uint8 P; uint8 F([In, Values{\"a\"}] uint8 v); };",
          "B Abstract: P Units Counter<@B[-1]=(null); F(v In Values);"},
@@ -101,7 +103,8 @@ TEST(Instances, AreFoundByClassAndPath) {
     repository.compileText(
         things + "instance of M { Left = $s; Right = \"//./root/test:A.N=1,K=\\\"a\\\"\"; };"
                  "instance of a as $A { k = \"a\"; N = 1; T = NULL; }; [Description(\"d\")] instance of S as $S {"
-                 "[Description(\"d\")] K = \"s\"; };",
+                 "[Description(\"d\")] K = \"s\"; }; instance of W { User = \"root/x:U.P=1\"; Used = $s; };"
+                 "instance of W { User = \"U.P=1\"; Used = \"S.K=\\\"s\\\"\"; };",
         "t.mof", "root/test");
     const auto instances = [&](const char* name) {
         std::string text;
@@ -118,6 +121,9 @@ TEST(Instances, AreFoundByClassAndPath) {
     EXPECT_EQ(instances("M"),
               "M.Left=\"/root/test:S.K=\\\"s\\\",N=\\\"7\\\"\",Right=\"/root/test:A.N=\\\"1\\\",K=\\\"a\\\"\" (null)");
     EXPECT_EQ(instances("L"), "");
+    EXPECT_EQ(instances("W"),
+              "W.User=\"/root/x:U.P=\\\"1\\\"\",Used=\"/root/test:S.K=\\\"s\\\",N=\\\"7\\\"\" (null)"
+              "W.User=\"/root/test:U.P=\\\"1\\\"\",Used=\"/root/test:S.K=\\\"s\\\",N=\\\"7\\\"\" (null)");
     EXPECT_EQ(repository.findInstance("root/test", CIMObjectPath::parse("A.K=\"A\",N=1")), nullptr);
     EXPECT_NE(repository.findInstance("root/test", CIMObjectPath::parse("a.n=1,k=\"a\"")), nullptr);
     EXPECT_EQ(repository.findInstance("root/none", CIMObjectPath::parse("A.K=\"a\",N=1")), nullptr);
@@ -218,13 +224,31 @@ TEST_F(Files, IncludeOneAnotherWithinTheirFolder) {
     EXPECT_THAT(names(repository.subclasses("root/test", "A", true)), ElementsAre("B", "C"));
 }
 
-TEST_F(Files, IncludeSixteenDeepAtMost) {
-    for (int i = 0; i < 18; ++i) {
+TEST_F(Files, IncludeSixteenDeepAtMostAndAnyNumber) {
+    std::string many;
+    for (int i = 0; i < 17; ++i) {
         write("schema/" + std::to_string(i) + ".mof", "#pragma include (\"" + std::to_string(i + 1) + ".mof\")");
+        many += "#pragma include (\"parts/none.mof\")\n";
     }
     write("schema/17.mof", "class A {};");
+    write("schema/parts/none.mof", "");
+    write("schema/many.mof", many);
     EXPECT_EQ(errorOfFile("schema/1.mof"), "");
+    EXPECT_EQ(errorOfFile("schema/many.mof"), "");
     EXPECT_THAT(errorOfFile("schema/0.mof"), HasSubstr("16.mof:1:1: includes are nested deeper than 16"));
+}
+
+TEST(Instances, ReferToOneAnotherEightDeepAtMost) {
+    const std::string classes = "class A { [Key] string K; }; [Association] class L : A { [Key] A REF R; };";
+    std::string chain = "instance of A as $a0 { K = \"" + std::string(100, 'x') + "\"; };";
+    for (int i = 1; i <= 8; ++i) {
+        EXPECT_EQ(errorOf(classes + chain), "");
+        const std::string link = "{ K = \"x\"; R = $a" + std::to_string(i - 1) + "; };";
+        chain = "instance of L as $a" + std::to_string(i) + link + chain;
+    }
+    EXPECT_THAT(errorOf(classes + chain), HasSubstr("references go in a circle or deeper than 8 (in L.R)"));
+    EXPECT_THAT(errorOf(classes + "instance of A { K = \"" + std::string(70000, 'x') + "\"; };"),
+                HasSubstr("the keys are longer than 65536 bytes"));
 }
 
 TEST_F(Files, AreRefusedWithTheOffendingPlace) {
