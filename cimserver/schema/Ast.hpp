@@ -15,7 +15,7 @@ struct Literal {
     enum class Kind { Null, Boolean, Scalar, Array };
     Kind kind = Kind::Null;
     bool boolean = false;
-    Token scalar; ///< Integer, Real, String or Character
+    Token scalar; ///< Integer, Real, String, Character or Alias
     std::vector<Literal> elements;
     Place place;
 };
@@ -72,12 +72,25 @@ struct ClassDeclaration {
     Place place;
 };
 
-struct Pragma {
+struct Initializer {
     std::string name;
-    std::string argument;
+    Literal value;
     Place place;
 };
 
-using Declaration = std::variant<Pragma, QualifierDeclaration, ClassDeclaration>;
+struct InstanceDeclaration {
+    std::string className;
+    std::string alias; ///< empty without one
+    std::vector<Initializer> initializers;
+    Place place;
+};
+
+struct Pragma {
+    std::string name;
+    std::string argument; ///< empty when it is no string
+    Place place;
+};
+
+using Declaration = std::variant<Pragma, QualifierDeclaration, ClassDeclaration, InstanceDeclaration>;
 
 } // namespace cimserver::schema::ast

@@ -1,6 +1,5 @@
 #include "cimserver/schema/ClassBuilder.hpp"
 
-#include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/Qualifiers.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -11,8 +10,6 @@ namespace cimserver::schema {
 using namespace OpenWBEM;
 
 namespace {
-
-constexpr unsigned deepestInheritance = 100;
 
 class Builder {
   public:
@@ -25,20 +22,25 @@ class Builder {
     void findSuperClass();
     void qualifyClass();
     void addFeature(const ast::Feature& feature);
-    CIMProperty property(const ast::Feature& feature) const;
-    CIMMethod method(const ast::Feature& feature) const;
+    CIMProperty property(const ast::Feature& feature);
+    CIMMethod method(const ast::Feature& feature);
     CIMParameter parameter(const ast::Parameter& written, const CIMMethod& inherited) const;
     void inheritFeatures();
-    void checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers, bool inheritedThere) const;
+    CIMName overridden(const ast::Feature& feature);
     void checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const;
-    bool isA(const String& className, const String& ancestor) const;
-    bool own(const String& name) const { return ownNames_.count(fold(name.c_str())) != 0; }
+    bool inherits(const CIMName& name, bool asMethod) const {
+        return super_ != nullptr && (asMethod ? bool(super_->getMethod(name)) : bool(super_->getProperty(name)));
+    }
+    bool passesOn(const String& name) const {
+        return ownNames_.count(fold(name.c_str())) == 0 && replacedNames_.count(fold(name.c_str())) == 0;
+    }
 
     const ast::ClassDeclaration& declaration_;
     const Namespace& known_;
     const CIMClass* super_ = nullptr;
     CIMClass class_;
     std::set<std::string> ownNames_;
+    std::set<std::string> replacedNames_; ///< inherited ones that a feature of another name overrides
     CIMPropertyArray properties_;
     CIMMethodArray methods_;
 };
@@ -48,9 +50,9 @@ CIMClass Builder::build() {
         fail(declaration_.place, "the class \"" + declaration_.name + "\" is declared already");
     }
     findSuperClass();
-    qualifyClass();
+    within(declaration_.name, [&] { qualifyClass(); });
     for (const ast::Feature& feature : declaration_.features) {
-        addFeature(feature);
+        within(declaration_.name + "." + feature.name, [&] { addFeature(feature); });
     }
     inheritFeatures();
     class_.setProperties(properties_);
@@ -74,8 +76,8 @@ void Builder::findSuperClass() {
     }
     unsigned depth = 1;
     for (const CIMClass* c = super_; c != nullptr; c = known_.findClass(c->getSuperClass().c_str())) {
-        if (++depth > deepestInheritance) {
-            fail(declaration_.place, "classes are derived deeper than " + std::to_string(deepestInheritance));
+        if (++depth > kDeepestInheritance) {
+            fail(declaration_.place, "classes are derived deeper than " + std::to_string(kDeepestInheritance));
         }
     }
     class_.setSuperClass(CIMName(super_->getName()));
@@ -101,9 +103,8 @@ void Builder::addFeature(const ast::Feature& feature) {
     if (!ownNames_.insert(fold(feature.name)).second) {
         fail(feature.place, "\"" + feature.name + "\" is declared twice in the class");
     }
-    const CIMName name(feature.name.c_str());
     const bool isMethod = feature.parameters.has_value();
-    if (super_ != nullptr && (isMethod ? bool(super_->getProperty(name)) : bool(super_->getMethod(name)))) {
+    if (inherits(CIMName(feature.name.c_str()), !isMethod)) {
         fail(feature.place, "\"" + feature.name + "\" is inherited as a " + (isMethod ? "property" : "method"));
     }
     if (isMethod) {
@@ -113,48 +114,47 @@ void Builder::addFeature(const ast::Feature& feature) {
     }
 }
 
-/// What "Override" names must be inherited.
-void Builder::checkOverride(const ast::Feature& feature, const CIMQualifierArray& qualifiers,
-                            bool inheritedThere) const {
-    const CIMQualifier* const override = findQualifier(qualifiers, CIMQualifier::CIM_QUAL_OVERRIDE);
-    if (override == nullptr || override->getPropagated() || !override->getValue()) {
-        return;
-    }
-    const String named = override->getValue().toString();
-    if (!sameName(named.c_str(), feature.name)) {
-        fail(feature.place,
-             "\"" + feature.name + "\" can override an element of its own name only, not \"" + named.c_str() + "\"");
-    }
-    if (!inheritedThere) {
-        fail(feature.place, "\"" + feature.name + "\" overrides nothing: it is not inherited");
-    }
-}
-
-bool Builder::isA(const String& className, const String& ancestor) const {
-    String current = className;
-    while (!current.empty()) {
-        if (current.equalsIgnoreCase(ancestor)) {
-            return true;
+/// The name of the inherited element that the feature takes the place of: its own, unless "Override" names another one,
+/// as "NAME" or "CLASS.NAME". A name that is not inherited counts for nothing: a schema may stand on another edition of
+/// its superclass.
+CIMName Builder::overridden(const ast::Feature& feature) {
+    std::string named;
+    for (const ast::QualifierUse& use : feature.qualifiers) {
+        if (sameName(use.name, CIMQualifier::CIM_QUAL_OVERRIDE) && use.value) {
+            named = use.value->scalar.text;
         }
-        const CIMClass* const found = known_.findClass(current.c_str());
-        current = found != nullptr ? found->getSuperClass() : String();
     }
-    return false;
+    if (named.empty()) {
+        return CIMName(feature.name.c_str());
+    }
+    const std::size_t dot = named.find('.');
+    if (super_ == nullptr ||
+        (dot != std::string::npos && !known_.isA(super_->getName(), named.substr(0, dot).c_str()))) {
+        fail(feature.place, "\"" + feature.name + "\" overrides \"" + named + "\", which is not inherited");
+    }
+    named.erase(0, dot == std::string::npos ? 0 : dot + 1);
+    const CIMName name(named.c_str());
+    if (!inherits(name, feature.parameters.has_value())) {
+        return CIMName(feature.name.c_str());
+    }
+    replacedNames_.insert(fold(named));
+    return name;
 }
 
+/// A reference may be narrowed to a derived class; one that is declared later is taken as such.
 void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const {
-    const bool same = now.isReferenceType() && before.isReferenceType()
-                          ? isA(now.getRefClassName(), before.getRefClassName()) ||
-                                now.getRefClassName().equalsIgnoreCase(declaration_.name.c_str())
-                          : now.equals(before);
-    if (!same) {
+    const String target = now.getRefClassName();
+    const bool narrowed = !now.isReferenceType() || known_.findClass(target.c_str()) == nullptr ||
+                          known_.isA(target, before.getRefClassName());
+    if (!now.equals(before) || !narrowed) {
         fail(feature.type.place, "\"" + feature.name + "\" overrides an element of another type");
     }
 }
 
-CIMProperty Builder::property(const ast::Feature& feature) const {
+CIMProperty Builder::property(const ast::Feature& feature) {
     const CIMName name(feature.name.c_str());
-    const CIMProperty inherited = super_ != nullptr ? super_->getProperty(name) : CIMProperty(CIMNULL);
+    const CIMName replaced = overridden(feature);
+    const CIMProperty inherited = super_ != nullptr ? super_->getProperty(replaced) : CIMProperty(CIMNULL);
     const CIMDataType type = dataType(feature.type);
     if (type.isReferenceType() && !class_.isAssociation()) {
         fail(feature.type.place, "a reference is allowed in an association only");
@@ -163,7 +163,6 @@ CIMProperty Builder::property(const ast::Feature& feature) const {
         buildQualifiers(feature.qualifiers, known_,
                         {CIMScope::PROPERTY, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PROPERTY},
                         inherited ? inherited.getQualifiers() : CIMQualifierArray());
-    checkOverride(feature, qualifiers, bool(inherited));
     CIMProperty property(name, type);
     if (type.isArrayType()) {
         property.setDataSize(type.getSize());
@@ -171,8 +170,11 @@ CIMProperty Builder::property(const ast::Feature& feature) const {
     property.setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str())).setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getDataType());
-        property.setOverridingProperty(name);
+        property.setOverridingProperty(replaced);
         property.setValue(inherited.getValue());
+        if (type.isArrayType() && feature.type.arraySize == 0) {
+            property.setDataSize(inherited.getSize());
+        }
     }
     if (feature.defaultValue) {
         property.setValue(value(*feature.defaultValue, type));
@@ -197,19 +199,22 @@ CIMParameter Builder::parameter(const ast::Parameter& written, const CIMMethod& 
         {CIMScope::PARAMETER, type.isReferenceType() ? CIMScope::REFERENCE : CIMScope::PARAMETER}, before));
 }
 
-CIMMethod Builder::method(const ast::Feature& feature) const {
+CIMMethod Builder::method(const ast::Feature& feature) {
     const CIMName name(feature.name.c_str());
-    const CIMMethod inherited = super_ != nullptr ? super_->getMethod(name) : CIMMethod(CIMNULL);
+    const CIMName replaced = overridden(feature);
+    const CIMMethod inherited = super_ != nullptr ? super_->getMethod(replaced) : CIMMethod(CIMNULL);
     const CIMDataType type = dataType(feature.type);
     const CIMQualifierArray qualifiers = buildQualifiers(feature.qualifiers, known_, {CIMScope::METHOD},
                                                          inherited ? inherited.getQualifiers() : CIMQualifierArray());
-    checkOverride(feature, qualifiers, bool(inherited));
     CIMMethod method(name);
     method.setReturnType(type).setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str()));
     method.setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getReturnType());
-        method.setOverridingMethod(name);
+        method.setOverridingMethod(replaced);
+        if (feature.parameters->empty()) {
+            method.setParameters(inherited.getParameters()); // an early schema need not restate them
+        }
     }
     std::set<std::string> names;
     for (const ast::Parameter& written : *feature.parameters) {
@@ -226,13 +231,13 @@ void Builder::inheritFeatures() {
         return;
     }
     for (CIMProperty inherited : super_->getAllProperties()) {
-        if (!own(inherited.getName())) {
+        if (passesOn(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             properties_.push_back(inherited.setPropagated(true));
         }
     }
     for (CIMMethod inherited : super_->getAllMethods()) {
-        if (!own(inherited.getName())) {
+        if (passesOn(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             methods_.push_back(inherited.setPropagated(true));
         }

@@ -1,5 +1,4 @@
-// Makes complete classes and qualifier types of the declarations of a MOF text, checked against what is declared
-// already.
+// Makes complete classes of the declarations of a MOF text, checked against what is declared already.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"
@@ -7,8 +6,7 @@
 
 namespace cimserver::schema {
 
-/// The qualifier type of the declaration. Throws MofError for an unknown type, scope or flavor or an unfit default.
-OpenWBEM::CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration);
+constexpr unsigned kDeepestInheritance = 100;
 
 /// The class with all that it inherits: its own properties and methods first, then the inherited ones, those marked as
 /// propagated, each with the class it originates from. Throws MofError for what the declarations do not allow.

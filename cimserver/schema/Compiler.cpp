@@ -2,7 +2,7 @@
 
 #include "cimserver/schema/ClassBuilder.hpp"
 #include "cimserver/schema/Parser.hpp"
-#include "cimserver/schema/Repository.hpp"
+#include "cimserver/schema/QualifierTypes.hpp"
 
 #include <algorithm>
 #include <fstream>
@@ -14,21 +14,12 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr unsigned deepestInclude = 16;
-constexpr std::size_t mostBytes = std::size_t{64} << 20; // in all; the whole published CIM schema takes about 12 MiB
+constexpr unsigned kDeepestInclude = 16;
+constexpr std::size_t kMostBytes = std::size_t{64} << 20; // in all; the whole published CIM schema takes about 12 MiB
 
 bool isWithin(const fs::path& file, const fs::path& folder) {
     const auto [end, ignored] = std::mismatch(folder.begin(), folder.end(), file.begin(), file.end());
     return end == folder.end();
-}
-
-/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server; empty for one of another host.
-std::string localNamespace(const std::string& written) {
-    const std::string_view here = "//./";
-    if (written.compare(0, here.size(), here) == 0) {
-        return trimmedNamespace(written.substr(here.size()));
-    }
-    return written.compare(0, 2, "//") == 0 ? std::string() : trimmedNamespace(written);
 }
 
 bool isNamespaceName(const std::string& name) {
@@ -72,8 +63,8 @@ std::string Compiler::read(const fs::path& file, const std::string& complaint) {
     if (error || !in || !fs::is_regular_file(file)) {
         throw MofError(complaint + "the file \"" + file.string() + "\" cannot be read");
     }
-    if (size > mostBytes - std::min(mostBytes, bytesRead_)) {
-        throw MofError(complaint + "the schema is larger than " + std::to_string(mostBytes >> 20) + " MiB");
+    if (size > kMostBytes - std::min(kMostBytes, bytesRead_)) {
+        throw MofError(complaint + "the schema is larger than " + std::to_string(kMostBytes >> 20) + " MiB");
     }
     std::string text(size, '\0');
     in.read(text.data(), static_cast<std::streamsize>(size));
@@ -86,10 +77,12 @@ void Compiler::compileFile(const fs::path& file) {
     const std::string text = read(file, file.string() + ":1:1: ");
     root_ = fs::weakly_canonical(file).parent_path();
     compile(text, file.string(), root_);
+    finish();
 }
 
 void Compiler::compileText(std::string_view mof, const std::string& name) {
     compile(mof, name, {});
+    finish();
 }
 
 void Compiler::compile(std::string_view mof, const std::string& name, const fs::path& folder) {
@@ -112,8 +105,8 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
     if (folder.empty()) {
         fail(pragma.place, "an include is possible in a file only");
     }
-    if (depth_ >= deepestInclude) {
-        fail(pragma.place, "includes are nested deeper than " + std::to_string(deepestInclude));
+    if (depth_ >= kDeepestInclude) {
+        fail(pragma.place, "includes are nested deeper than " + std::to_string(kDeepestInclude));
     }
     std::string written = pragma.argument;
     std::replace(written.begin(), written.end(), '\\', '/');
@@ -138,9 +131,36 @@ void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::pat
 }
 
 void Compiler::apply(const ast::ClassDeclaration& declaration, const fs::path&) {
-    auto built = std::make_shared<const CIMClass>(buildClass(declaration, *current_));
-    current_->classes[fold(declaration.name)] = built;
-    current_->children[fold(declaration.superClass)].push_back(std::move(built));
+    classes_.push_back({declaration, current_});
+}
+
+void Compiler::apply(const ast::InstanceDeclaration& declaration, const fs::path&) {
+    instances_.add(declaration, *current_);
+}
+
+void Compiler::finish() {
+    for (unsigned level = 0; level < kDeepestInheritance && !classes_.empty(); ++level) {
+        std::vector<PendingClass> left;
+        for (PendingClass& one : classes_) {
+            const std::string& superClass = one.declaration.superClass;
+            if (superClass.empty() || one.ns->findClass(superClass) != nullptr) {
+                add(one);
+            } else {
+                left.push_back(std::move(one)); // each round of these takes in at least one level of each tree
+            }
+        }
+        classes_.swap(left);
+    }
+    for (const PendingClass& one : classes_) {
+        add(one); // says what it lacks
+    }
+    instances_.finish();
+}
+
+void Compiler::add(const PendingClass& pending) {
+    const auto built = std::make_shared<const CIMClass>(buildClass(pending.declaration, *pending.ns));
+    pending.ns->classes[fold(pending.declaration.name)] = built;
+    pending.ns->children[fold(pending.declaration.superClass)].push_back(built);
 }
 
 } // namespace cimserver::schema

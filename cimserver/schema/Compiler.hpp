@@ -1,14 +1,15 @@
 // Compiles MOF files, with what they include, into namespaces.
 #pragma once
 
-#include "cimserver/schema/Ast.hpp"
-#include "cimserver/schema/Namespace.hpp"
+#include "cimserver/schema/ClassBuilder.hpp"
+#include "cimserver/schema/InstanceBuilder.hpp"
 
 #include <filesystem>
 
 namespace cimserver::schema {
 
-/// One run over a file or text. What it declares goes into `target`, which is to be thrown away when it throws.
+/// One run over a file or text. Classes, then instances are made at its end, so that a superclass and the declaration
+/// of a qualifier may follow their use. What it declares goes into `target`, which is to be thrown away when it throws.
 class Compiler {
   public:
     using Aliases = std::map<std::string, std::string>; ///< folded alias to folded namespace
@@ -22,10 +23,18 @@ class Compiler {
     void compileText(std::string_view mof, const std::string& name);
 
   private:
+    struct PendingClass {
+        ast::ClassDeclaration declaration;
+        Namespace* ns;
+    };
+
     void compile(std::string_view mof, const std::string& name, const std::filesystem::path& folder);
     void apply(const ast::Pragma& pragma, const std::filesystem::path& folder);
     void apply(const ast::QualifierDeclaration& declaration, const std::filesystem::path& folder);
     void apply(const ast::ClassDeclaration& declaration, const std::filesystem::path& folder);
+    void apply(const ast::InstanceDeclaration& declaration, const std::filesystem::path& folder);
+    void finish();
+    void add(const PendingClass& pending);
     void include(const ast::Pragma& pragma, const std::filesystem::path& folder);
     void enterNamespace(const std::string& name, const Place& place);
     std::string read(const std::filesystem::path& file, const std::string& complaint);
@@ -34,6 +43,8 @@ class Compiler {
     const Aliases& aliases_;
     Namespace* current_ = nullptr;
     std::filesystem::path root_; ///< no include leaves this folder
+    std::vector<PendingClass> classes_;
+    InstanceBuilder instances_;
     unsigned depth_ = 0;
     std::size_t bytesRead_ = 0;
 };

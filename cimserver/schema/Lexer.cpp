@@ -1,18 +1,19 @@
 #include "cimserver/schema/Lexer.hpp"
 
-#include "cimserver/schema/Repository.hpp"
-
 #include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
+#include <utf8.h>
 
 namespace cimserver::schema {
 
 namespace {
 
-constexpr std::size_t longestNumber = 400;
-constexpr std::size_t longestIdentifier = 256;
+constexpr std::size_t kLongestNumber = 400;
+constexpr std::size_t kLongestIdentifier = 256;
+constexpr std::uint32_t kReplacement = 0xfffd;
 
 bool isDigit(char c) {
     return c >= '0' && c <= '9';
@@ -31,40 +32,18 @@ bool isControl(char c) {
 }
 
 void appendUtf8(std::string& out, std::uint32_t code) {
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += static_cast<char>(0xc0 | (code >> 6));
-        out += static_cast<char>(0x80 | (code & 0x3f));
-    } else {
-        out += static_cast<char>(0xe0 | (code >> 12));
-        out += static_cast<char>(0x80 | ((code >> 6) & 0x3f));
-        out += static_cast<char>(0x80 | (code & 0x3f));
-    }
+    utf8::append(code, std::back_inserter(out));
 }
 
 /// The length of the well-formed UTF-8 sequence at the start of `text`, 0 when there is none.
 std::size_t utf8Length(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u; };
-    const auto tail = [&](std::size_t i) { return (byte(i) & 0xc0) == 0x80; };
-    const unsigned first = byte(0);
-    if (first < 0x80) {
-        return 1;
+    const char* end = text.data();
+    try {
+        utf8::next(end, text.data() + text.size());
+    } catch (const utf8::exception&) {
+        return 0;
     }
-    if (first >= 0xc2 && first <= 0xdf) {
-        return tail(1) ? 2 : 0;
-    }
-    if (first >= 0xe0 && first <= 0xef) {
-        const bool overlong = first == 0xe0 && byte(1) < 0xa0;
-        const bool surrogate = first == 0xed && byte(1) >= 0xa0;
-        return tail(1) && tail(2) && !overlong && !surrogate ? 3 : 0;
-    }
-    if (first >= 0xf0 && first <= 0xf4) {
-        const bool overlong = first == 0xf0 && byte(1) < 0x90;
-        const bool beyond = first == 0xf4 && byte(1) >= 0x90;
-        return tail(1) && tail(2) && tail(3) && !overlong && !beyond ? 4 : 0;
-    }
-    return 0;
+    return static_cast<std::size_t>(end - text.data());
 }
 
 std::string shown(char c) {
@@ -89,10 +68,6 @@ std::pair<int, std::string_view> baseOf(std::string_view digits) {
 }
 
 } // namespace
-
-void fail(const Place& place, const std::string& text) {
-    throw MofError(*place.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) + ": " + text);
-}
 
 Lexer::Lexer(std::string_view text, std::string file) : text_(text) {
     place_.file = std::make_shared<const std::string>(std::move(file));
@@ -196,8 +171,8 @@ Token Lexer::identifier() {
     if (token.text.empty()) {
         fail(token.place, "a name is missing");
     }
-    if (token.text.size() > longestIdentifier) {
-        fail(token.place, "a name is longer than " + std::to_string(longestIdentifier) + " characters");
+    if (token.text.size() > kLongestIdentifier) {
+        fail(token.place, "a name is longer than " + std::to_string(kLongestIdentifier) + " characters");
     }
     return token;
 }
@@ -216,8 +191,8 @@ Token Lexer::number() {
         previous = take();
     }
     token.text = std::string(text_.substr(begin, at_ - begin));
-    if (token.text.size() > longestNumber) {
-        fail(token.place, "a number is longer than " + std::to_string(longestNumber) + " characters");
+    if (token.text.size() > kLongestNumber) {
+        fail(token.place, "a number is longer than " + std::to_string(kLongestNumber) + " characters");
     }
     if (!real) {
         return integer(std::move(token));
@@ -271,9 +246,13 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
         appendUtf8(out, escape());
         return;
     }
-    const std::size_t length = utf8Length(text_.substr(at_));
-    if (length == 0 || (isControl(c) && c != '\t')) {
+    if (isControl(c) && c != '\t') {
         fail(place_, "unexpected " + shown(c) + " in a string");
+    }
+    const std::size_t length = utf8Length(text_.substr(at_));
+    if (length == 0) { // early schemas are in Latin-1, with some marks that have no place in it
+        const auto byte = static_cast<unsigned char>(take());
+        appendUtf8(out, byte < 0xa0 ? kReplacement : byte);
     }
     for (std::size_t i = 0; i < length; ++i) {
         out += take();
@@ -281,20 +260,20 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
 }
 
 std::uint32_t Lexer::escape() {
-    static constexpr std::string_view letters = "btnfr\"'\\";
-    static constexpr std::string_view meanings = "\b\t\n\f\r\"'\\";
+    static constexpr std::string_view kLetters = "btnfr\"'\\";
+    static constexpr std::string_view kMeanings = "\b\t\n\f\r\"'\\";
     const Place place = place_;
     take();
     const char c = peek();
     if (c == 'x' || c == 'X') {
         return hexEscape();
     }
-    const std::size_t which = at_ < text_.size() ? letters.find(c) : std::string_view::npos;
+    const std::size_t which = at_ < text_.size() ? kLetters.find(c) : std::string_view::npos;
     if (which == std::string_view::npos) {
         fail(place, "unknown escape sequence in a text");
     }
     take();
-    return static_cast<unsigned char>(meanings[which]);
+    return static_cast<unsigned char>(kMeanings[which]);
 }
 
 std::uint32_t Lexer::hexEscape() {

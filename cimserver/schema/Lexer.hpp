@@ -1,22 +1,13 @@
 // Cuts a MOF text into tokens.
 #pragma once
 
+#include "cimserver/schema/MofError.hpp"
+
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace cimserver::schema {
-
-/// A position in a MOF text, for messages. Lines and columns count from 1, columns in bytes.
-struct Place {
-    std::shared_ptr<const std::string> file;
-    unsigned line = 1;
-    unsigned column = 1;
-};
-
-/// Throws MofError "FILE:LINE:COLUMN: text".
-[[noreturn]] void fail(const Place& place, const std::string& text);
 
 enum class TokenKind { Identifier, Integer, Real, String, Character, Alias, Pragma, Punctuation, End };
 

@@ -1,6 +1,8 @@
 // The declarations of one namespace, as the compiler builds them and the repository answers from them.
 #pragma once
 
+#include "cimserver/schema/Names.hpp"
+
 #include "OW_CIM.hpp"
 
 #include <map>
@@ -11,24 +13,27 @@
 
 namespace cimserver::schema {
 
-/// The key under which a name is filed: its ASCII letters in lower case.
-std::string fold(std::string_view name);
-
-/// A namespace name without leading slashes and blanks around it.
-std::string trimmedNamespace(std::string_view name);
-
 /// Objects are shared and constant, so copying a namespace to compile into the copy is cheap and leaves the pointers
 /// that were given out valid.
 struct Namespace {
     using ClassPointer = std::shared_ptr<const OpenWBEM::CIMClass>;
+    using InstancePointer = std::shared_ptr<const OpenWBEM::CIMInstance>;
 
     std::string name;
     std::map<std::string, std::shared_ptr<const OpenWBEM::CIMQualifierType>> qualifiers;
     std::map<std::string, ClassPointer> classes;
-    std::map<std::string, std::vector<ClassPointer>> children; ///< by superclass; "" holds the top classes
+    std::map<std::string, std::vector<ClassPointer>> children;       ///< by superclass; "" holds the top classes
+    std::map<std::string, InstancePointer> instances;                ///< by instanceKey
+    std::map<std::string, std::vector<InstancePointer>> instancesOf; ///< by class, as declared
 
     const OpenWBEM::CIMClass* findClass(std::string_view className) const;
+    /// The declaration in the namespace, else the standard one.
     const OpenWBEM::CIMQualifierType* findQualifier(std::string_view qualifierName) const;
+    /// True for the class itself and its superclasses, declared or not.
+    bool isA(const OpenWBEM::String& className, const OpenWBEM::String& ancestor) const;
+    /// The key under which the instance of the path is filed. Case of names, order of keys, host and a spelled-out own
+    /// namespace make no difference.
+    std::string instanceKey(const OpenWBEM::CIMObjectPath& path) const;
 };
 
 using Namespaces = std::map<std::string, Namespace>;

@@ -1,7 +1,6 @@
 #include "cimserver/schema/Parser.hpp"
 
-#include <algorithm>
-#include <cctype>
+#include "cimserver/schema/Names.hpp"
 
 namespace cimserver::schema {
 
@@ -9,8 +8,8 @@ using namespace ast;
 
 namespace {
 
-constexpr std::uint64_t largestArray = 1000000;
-constexpr std::size_t longestString = std::size_t{1} << 20;
+constexpr std::uint64_t kLargestArray = 1000000;
+constexpr std::size_t kLongestString = std::size_t{1} << 20;
 
 std::string describe(const Token& token) {
     switch (token.kind) {
@@ -30,11 +29,6 @@ std::string describe(const Token& token) {
 }
 
 } // namespace
-
-bool sameName(std::string_view a, std::string_view b) {
-    const auto same = [](unsigned char x, unsigned char y) { return std::tolower(x) == std::tolower(y); };
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), same);
-}
 
 Parser::Parser(std::string_view text, std::string file) : lexer_(text, std::move(file)), token_(lexer_.next()) {}
 
@@ -96,11 +90,11 @@ std::optional<Declaration> Parser::next() {
         return qualifierDeclaration();
     }
     QualifierList qualifiers = qualifierList();
-    if (isKeyword("instance")) {
-        fail(token_.place, "an instance declaration cannot be taken in: instances come from providers");
+    if (skipKeyword("instance")) {
+        return instanceDeclaration();
     }
     if (!isKeyword("class")) {
-        unexpected("a qualifier or class declaration or #pragma");
+        unexpected("a declaration of a qualifier, class or instance or #pragma");
     }
     return classDeclaration(std::move(qualifiers));
 }
@@ -113,11 +107,19 @@ Pragma Parser::pragma() {
     }
     take();
     pragma.name = name("the name of a pragma");
+    const bool known = sameName(pragma.name, "include") || sameName(pragma.name, "namespace");
+    if (!known && !isPunctuation('(')) {
+        return pragma;
+    }
     expect('(');
-    if (token_.kind != TokenKind::String) {
+    if (token_.kind == TokenKind::String) {
+        pragma.argument = scalar().scalar.text;
+    } else if (known) {
         unexpected("a string");
     }
-    pragma.argument = take().text;
+    while (!known && !isPunctuation(')') && token_.kind != TokenKind::End) {
+        take(); // compilers have pragmas of their own, with arguments of their own
+    }
     expect(')');
     return pragma;
 }
@@ -165,18 +167,49 @@ ClassDeclaration Parser::classDeclaration(QualifierList qualifiers) {
     take();
     declaration.place = token_.place;
     declaration.name = name("the name of a class");
-    if (skipKeyword("as")) {
-        if (token_.kind != TokenKind::Alias) {
-            unexpected("an alias");
+    within(declaration.name, [&] {
+        alias(); // nothing can refer to a class by it
+        if (skip(':')) {
+            declaration.superClass = name("the name of the superclass");
         }
-        take();
+        expect('{');
+        while (!skip('}')) {
+            declaration.features.push_back(feature());
+        }
+        expect(';');
+    });
+    return declaration;
+}
+
+/// "as $NAME", empty when there is none.
+std::string Parser::alias() {
+    if (!skipKeyword("as")) {
+        return {};
     }
-    if (skip(':')) {
-        declaration.superClass = name("the name of the superclass");
+    if (token_.kind != TokenKind::Alias) {
+        unexpected("an alias");
     }
+    return take().text;
+}
+
+InstanceDeclaration Parser::instanceDeclaration() {
+    InstanceDeclaration declaration;
+    if (!skipKeyword("of")) {
+        unexpected("\"of\"");
+    }
+    declaration.place = token_.place;
+    declaration.className = name("the name of a class");
+    declaration.alias = alias();
     expect('{');
     while (!skip('}')) {
-        declaration.features.push_back(feature());
+        qualifierList(); // the class's own are served
+        Initializer initializer;
+        initializer.place = token_.place;
+        initializer.name = name("the name of a property");
+        expect('=');
+        initializer.value = literal();
+        expect(';');
+        declaration.initializers.push_back(std::move(initializer));
     }
     expect(';');
     return declaration;
@@ -266,8 +299,8 @@ void Parser::arrayMark(Type& type) {
     }
     type.array = true;
     if (token_.kind == TokenKind::Integer) {
-        if (token_.negative || token_.size == 0 || token_.size > largestArray) {
-            fail(token_.place, "the size of an array must be 1 to " + std::to_string(largestArray));
+        if (token_.negative || token_.size == 0 || token_.size > kLargestArray) {
+            fail(token_.place, "the size of an array must be 1 to " + std::to_string(kLargestArray));
         }
         type.arraySize = static_cast<int>(take().size);
     }
@@ -305,15 +338,15 @@ Literal Parser::scalar() {
         return literal;
     }
     if (token_.kind != TokenKind::Integer && token_.kind != TokenKind::Real && token_.kind != TokenKind::String &&
-        token_.kind != TokenKind::Character) {
+        token_.kind != TokenKind::Character && token_.kind != TokenKind::Alias) {
         unexpected("a value");
     }
     literal.kind = Literal::Kind::Scalar;
     literal.scalar = take();
     while (literal.scalar.kind == TokenKind::String && token_.kind == TokenKind::String) {
         literal.scalar.text += take().text;
-        if (literal.scalar.text.size() > longestString) {
-            fail(literal.place, "a string is longer than " + std::to_string(longestString) + " bytes");
+        if (literal.scalar.text.size() > kLongestString) {
+            fail(literal.place, "a string is longer than " + std::to_string(kLongestString) + " bytes");
         }
     }
     return literal;

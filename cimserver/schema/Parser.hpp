@@ -8,16 +8,12 @@
 
 namespace cimserver::schema {
 
-/// True when both are the same but for the case of ASCII letters.
-bool sameName(std::string_view a, std::string_view b);
-
 class Parser {
   public:
     /// `text` must outlive the parser; `file` stands for it in messages.
     Parser(std::string_view text, std::string file);
 
-    /// The next declaration, empty at the end. Throws MofError; instance declarations are refused, since instances come
-    /// from providers.
+    /// The next declaration, empty at the end. Throws MofError.
     std::optional<ast::Declaration> next();
 
   private:
@@ -34,6 +30,8 @@ class Parser {
     ast::QualifierDeclaration qualifierDeclaration();
     std::vector<Token> words();
     ast::ClassDeclaration classDeclaration(ast::QualifierList qualifiers);
+    std::string alias();
+    ast::InstanceDeclaration instanceDeclaration();
     ast::Feature feature();
     std::vector<ast::Parameter> parameters();
     ast::QualifierList qualifierList();

@@ -1,7 +1,6 @@
 #include "cimserver/schema/Qualifiers.hpp"
 
-#include "cimserver/schema/ClassBuilder.hpp"
-#include "cimserver/schema/Parser.hpp"
+#include "cimserver/schema/QualifierTypes.hpp"
 #include "cimserver/schema/Values.hpp"
 
 #include <algorithm>
@@ -12,57 +11,15 @@ using namespace OpenWBEM;
 
 namespace {
 
-template <class Enum>
-struct Word {
-    const char* text;
-    Enum meaning;
-};
-
-constexpr Word<CIMScope::Scope> scopeWords[] = {
-    {"schema", CIMScope::SCHEMA},           {"class", CIMScope::CLASS},
-    {"association", CIMScope::ASSOCIATION}, {"indication", CIMScope::INDICATION},
-    {"property", CIMScope::PROPERTY},       {"reference", CIMScope::REFERENCE},
-    {"method", CIMScope::METHOD},           {"parameter", CIMScope::PARAMETER},
-    {"qualifier", CIMScope::QUALIFIER},     {"any", CIMScope::ANY},
-};
-
-constexpr Word<CIMFlavor::Flavor> flavorWords[] = {
-    {"enableoverride", CIMFlavor::ENABLEOVERRIDE}, {"disableoverride", CIMFlavor::DISABLEOVERRIDE},
-    {"restricted", CIMFlavor::RESTRICTED},         {"tosubclass", CIMFlavor::TOSUBCLASS},
-    {"translatable", CIMFlavor::TRANSLATE},
-};
-
-template <class Enum, std::size_t count>
-Enum meaningOf(const Token& token, const Word<Enum> (&words)[count], const char* what) {
-    const auto found =
-        std::find_if(std::begin(words), std::end(words), [&](const auto& w) { return sameName(w.text, token.text); });
-    if (found == std::end(words)) {
-        fail(token.place, "\"" + token.text + "\" is not a " + what);
-    }
-    return found->meaning;
-}
-
-/// Adds the flavors written; of each pair of opposites one only may be written.
-template <class Flavored>
-void addFlavors(Flavored& target, const std::vector<Token>& words) {
-    std::vector<CIMFlavor::Flavor> seen;
-    const auto has = [&](CIMFlavor::Flavor f) { return std::find(seen.begin(), seen.end(), f) != seen.end(); };
-    for (const Token& word : words) {
-        if (sameName(word.text, "toinstance")) {
-            continue; // of early schemas; without effect since instances carry what their provider gives them
-        }
-        seen.push_back(meaningOf(word, flavorWords, "flavor"));
-        if ((has(CIMFlavor::ENABLEOVERRIDE) && has(CIMFlavor::DISABLEOVERRIDE)) ||
-            (has(CIMFlavor::TOSUBCLASS) && has(CIMFlavor::RESTRICTED))) {
-            fail(word.place, "the flavor \"" + word.text + "\" contradicts another one");
-        }
-        target.addFlavor(CIMFlavor(seen.back()));
-    }
-}
-
-bool allowedOn(const CIMQualifierType& type, std::initializer_list<CIMScope::Scope> scopes) {
+bool hasScope(const CIMQualifierType& type, std::initializer_list<CIMScope::Scope> scopes) {
     return type.hasScope(CIMScope(CIMScope::ANY)) ||
            std::any_of(scopes.begin(), scopes.end(), [&](auto scope) { return type.hasScope(CIMScope(scope)); });
+}
+
+/// Early schemas use standard qualifiers, such as MaxLen on a parameter, beyond the scope that they declare.
+bool allowedOn(const CIMQualifierType& type, std::initializer_list<CIMScope::Scope> scopes) {
+    const CIMQualifierType* const standard = standardQualifier(type.getName().c_str());
+    return hasScope(type, scopes) || (standard != nullptr && hasScope(*standard, scopes));
 }
 
 CIMQualifier makeQualifier(const ast::QualifierUse& use, const CIMQualifierType& type) {
@@ -72,7 +29,9 @@ CIMQualifier makeQualifier(const ast::QualifierUse& use, const CIMQualifierType&
     } else if (type.getDataType().getType() == CIMDataType::BOOLEAN && !type.getDataType().isArrayType()) {
         qualifier.setValue(CIMValue(true));
     }
-    addFlavors(qualifier, use.flavors);
+    for (const auto flavor : flavorsOf(use.flavors)) {
+        qualifier.addFlavor(CIMFlavor(flavor));
+    }
     return qualifier;
 }
 
@@ -80,34 +39,19 @@ bool goesOn(const CIMQualifier& qualifier) {
     return !qualifier.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED));
 }
 
+/// Says of a feature where it comes from, so it changes with the class whatever its flavors are.
+bool isOfOrigin(const std::string& name) {
+    return sameName(name, "Override") || sameName(name, "Propagated") || sameName(name, "Schema");
+}
+
 void checkOverride(const ast::QualifierUse& use, const CIMQualifier& now, const CIMQualifier* before) {
     if (before != nullptr && goesOn(*before) && before->hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)) &&
-        !before->getValue().equal(now.getValue())) {
+        !isOfOrigin(use.name) && !before->getValue().equal(now.getValue())) {
         fail(use.place, "the qualifier \"" + use.name + "\" may not be overridden");
     }
 }
 
 } // namespace
-
-CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration) {
-    CIMQualifierType type(CIMName(declaration.name.c_str()));
-    const CIMDataType data = dataType(declaration.type);
-    if (data.isReferenceType()) {
-        fail(declaration.type.place, "a qualifier cannot be a reference");
-    }
-    type.setDataType(data);
-    if (declaration.defaultValue) {
-        type.setDefaultValue(value(*declaration.defaultValue, data));
-    }
-    if (declaration.scopes.empty()) {
-        fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared without a scope");
-    }
-    for (const Token& scope : declaration.scopes) {
-        type.addScope(CIMScope(meaningOf(scope, scopeWords, "scope")));
-    }
-    addFlavors(type, declaration.flavors);
-    return type;
-}
 
 const CIMQualifier* findQualifier(const CIMQualifierArray& qualifiers, const char* name) {
     const CIMName wanted(name);

@@ -3,44 +3,9 @@
 #include "cimserver/schema/Compiler.hpp"
 #include "cimserver/schema/Namespace.hpp"
 
-#include <algorithm>
-#include <cctype>
-
 namespace cimserver::schema {
 
 using namespace OpenWBEM;
-
-std::string fold(std::string_view name) {
-    std::string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), [](unsigned char c) {
-        return c < 0x80 ? static_cast<char>(std::tolower(c)) : static_cast<char>(c);
-    });
-    return folded;
-}
-
-std::string trimmedNamespace(std::string_view name) {
-    const std::size_t begin = std::min(name.find_first_not_of("/ \t"), name.size());
-    const std::size_t end = name.find_last_not_of(" \t");
-    return std::string(begin == name.size() ? std::string_view() : name.substr(begin, end + 1 - begin));
-}
-
-namespace {
-
-template <class Map>
-auto findIn(const Map& map, std::string_view name) -> decltype(&*map.begin()->second) {
-    const auto found = map.find(fold(name));
-    return found == map.end() ? nullptr : &*found->second;
-}
-
-} // namespace
-
-const CIMClass* Namespace::findClass(std::string_view className) const {
-    return findIn(classes, className);
-}
-
-const CIMQualifierType* Namespace::findQualifier(std::string_view qualifierName) const {
-    return findIn(qualifiers, qualifierName);
-}
 
 struct Repository::Impl {
     Namespaces namespaces;
@@ -119,6 +84,34 @@ std::vector<const CIMClass*> Repository::subclasses(const String& ns, const Stri
         collect(*found, fold(name.c_str()), deep, result);
     }
     return result;
+}
+
+bool Repository::isA(const String& ns, const String& name, const String& ancestor) const {
+    const Namespace* const found = impl_->find(ns);
+    return found != nullptr && found->isA(name, ancestor);
+}
+
+std::vector<const CIMInstance*> Repository::instances(const String& ns, const String& className) const {
+    std::vector<const CIMInstance*> result;
+    const Namespace* const space = impl_->find(ns);
+    if (space == nullptr) {
+        return result;
+    }
+    if (const auto found = space->instancesOf.find(fold(className.c_str())); found != space->instancesOf.end()) {
+        for (const auto& instance : found->second) {
+            result.push_back(instance.get());
+        }
+    }
+    return result;
+}
+
+const CIMInstance* Repository::findInstance(const String& ns, const CIMObjectPath& path) const {
+    const Namespace* const space = impl_->find(ns);
+    if (space == nullptr) {
+        return nullptr;
+    }
+    const auto found = space->instances.find(space->instanceKey(CIMObjectPath(path).setNameSpace("")));
+    return found == space->instances.end() ? nullptr : found->second.get();
 }
 
 const CIMQualifierType* Repository::findQualifierType(const String& ns, const String& name) const {

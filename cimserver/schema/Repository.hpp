@@ -1,21 +1,17 @@
-// The fixed schema the server serves: qualifier declarations and classes by namespace, compiled from MOF at start.
+// The fixed schema the server serves: qualifier declarations, classes and instances by namespace, compiled from MOF at
+// start.
 #pragma once
+
+#include "cimserver/schema/MofError.hpp"
 
 #include "OW_CIM.hpp"
 
 #include <filesystem>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 namespace cimserver::schema {
-
-/// A MOF text that cannot be compiled; what() is "FILE:LINE:COLUMN: text".
-class MofError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 /// Names of namespaces, classes and qualifiers are compared ignoring case; a namespace's leading slash is ignored.
 /// Filled at start, constant afterwards: lookups take no lock. Pointers stay valid as long as the repository.
@@ -48,7 +44,21 @@ class Repository {
     std::vector<const OpenWBEM::CIMClass*> subclasses(const OpenWBEM::String& ns, const OpenWBEM::String& name,
                                                       bool deep) const;
 
+    /// True for the class itself and its superclasses; false in an unknown namespace.
+    bool isA(const OpenWBEM::String& ns, const OpenWBEM::String& name, const OpenWBEM::String& ancestor) const;
+
+    /// The instances declared of the class itself, without its subclasses, as declared but after those they refer to by
+    /// alias. Each has all properties of its class with their qualifiers, and its keys; references carry their
+    /// namespace.
+    std::vector<const OpenWBEM::CIMInstance*> instances(const OpenWBEM::String& ns,
+                                                        const OpenWBEM::String& className) const;
+    /// The instance that the path names, null when there is none. Key values are to be of their class's types; the
+    /// path's namespace is not looked at.
+    const OpenWBEM::CIMInstance* findInstance(const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path) const;
+
+    /// Of a qualifier that the namespace does not declare, the standard declaration; null if there is none.
     const OpenWBEM::CIMQualifierType* findQualifierType(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
+    /// Those declared in the namespace.
     std::vector<const OpenWBEM::CIMQualifierType*> qualifierTypes(const OpenWBEM::String& ns) const;
 
   private:

@@ -1,8 +1,10 @@
 #include "cimserver/schema/Values.hpp"
 
-#include <cfloat>
+#include "cimserver/schema/Names.hpp"
+
 #include <cmath>
 #include <limits>
+#include <regex>
 #include <type_traits>
 
 namespace cimserver::schema {
@@ -26,9 +28,9 @@ const Token& scalarOf(const Literal& literal, TokenKind kind, const char* wanted
 template <class Integer>
 Integer integer(const Literal& literal, const char* wanted) {
     const Token& token = scalarOf(literal, TokenKind::Integer, wanted);
-    constexpr auto most = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
-    constexpr std::uint64_t least = std::is_signed_v<Integer> ? most + 1 : 0;
-    if (token.size > (token.negative ? least : most)) {
+    constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
+    constexpr std::uint64_t kLeast = std::is_signed_v<Integer> ? kMost + 1 : 0;
+    if (token.size > (token.negative ? kLeast : kMost)) {
         fail(literal.place, token.text + " is out of the range of " + wanted);
     }
     return static_cast<Integer>(token.negative ? 0 - token.size : token.size);
@@ -61,33 +63,32 @@ String text(const Literal& literal, const char* wanted) {
     return String(scalarOf(literal, TokenKind::String, wanted).text.c_str());
 }
 
-bool wellFormedDateTime(const std::string& text) {
-    static const std::string points = "dddddddddddddd.ddddddSddd";
-    if (text.size() != points.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < points.size(); ++i) {
-        const char c = text[i];
-        const bool digit = (c >= '0' && c <= '9') || c == '*';
-        const bool sign = c == ':' || c == '+' || c == '-';
-        if (points[i] == 'd' ? !digit : points[i] == 'S' ? !sign : c != points[i]) {
-            return false;
-        }
-    }
-    return true;
-}
-
 CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     const std::string& written = scalarOf(literal, TokenKind::String, wanted).text;
-    if (!wellFormedDateTime(written)) {
+    static const std::regex form("[0-9*]{14}\\.[0-9*]{6}[:+-][0-9*]{3}");
+    if (written.size() != 25 || !std::regex_match(written, form)) {
         fail(literal.place, "\"" + written + "\" is not a datetime of 25 characters");
     }
     return CIMDateTime(String(written.c_str()));
 }
 
-CIMObjectPath reference(const Literal& literal, const char* wanted) {
+/// Without a namespace where none is written.
+CIMObjectPath parsePath(const std::string& written) {
+    const std::size_t colon = written.find(':');
+    const bool hasNamespace = colon < written.find('=');
+    if (hasNamespace && written.compare(colon, 3, "://") == 0) {
+        return CIMObjectPath::parse(written.c_str());
+    }
+    CIMObjectPath path = CIMObjectPath::parse(written.substr(hasNamespace ? colon + 1 : 0).c_str());
+    return path.setNameSpace(hasNamespace ? localNamespace(written.substr(0, colon)).c_str() : "");
+}
+
+CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasResolver& resolve) {
+    if (resolve && literal.kind == Literal::Kind::Scalar && literal.scalar.kind == TokenKind::Alias) {
+        return resolve(literal.scalar);
+    }
     try {
-        return CIMObjectPath::parse(text(literal, wanted));
+        return parsePath(text(literal, wanted).c_str());
     } catch (const CIMException&) {
         fail(literal.place, "\"" + literal.scalar.text + "\" is not an object path");
     }
@@ -127,7 +128,7 @@ CIMDataType dataType(const ast::Type& type) {
     return type.array ? CIMDataType(simple, type.arraySize) : CIMDataType(simple);
 }
 
-CIMValue value(const Literal& literal, const CIMDataType& type) {
+CIMValue value(const Literal& literal, const CIMDataType& type, const AliasResolver& resolve) {
     if (literal.kind == Literal::Kind::Null) {
         return CIMValue(CIMNULL);
     }
@@ -159,7 +160,8 @@ CIMValue value(const Literal& literal, const CIMDataType& type) {
     case CIMDataType::DATETIME:
         return convertAll(literal, type, dateTime);
     case CIMDataType::REFERENCE:
-        return convertAll(literal, type, reference);
+        return convertAll(literal, type,
+                          [&](const Literal& one, const char* wanted) { return reference(one, wanted, resolve); });
     default:
         return convertAll(literal, type, text);
     }

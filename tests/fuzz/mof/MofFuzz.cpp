@@ -2,6 +2,7 @@
 #include "cimserver/schema/Repository.hpp"
 
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -13,6 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     for (const auto* const cimClass : repository.subclasses("root/fuzz", "", true)) {
         cimClass->toMOF();
+        for (const auto* const instance : repository.instances("root/fuzz", cimClass->getName())) {
+            if (repository.findInstance("root/fuzz", OpenWBEM::CIMObjectPath("", *instance)) != instance) {
+                std::abort();
+            }
+        }
     }
     return 0;
 }
