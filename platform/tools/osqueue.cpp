@@ -10,8 +10,8 @@
 
 namespace {
 
-constexpr int failureCode = 1;
-constexpr int usageCode = 2;
+constexpr int kFailureCode = 1;
+constexpr int kUsageCode = 2;
 
 struct Request {
     std::string name, message;
@@ -111,10 +111,10 @@ int main(int argc, char** argv) {
             return app.exit(error); // help was asked for
         }
         std::fprintf(stderr, "osqueue: %s (osqueue --help tells the usage)\n", error.what());
-        return usageCode;
+        return kUsageCode;
     } catch (const std::exception& error) {
         std::fprintf(stderr, "osqueue: %s\n", error.what());
-        return failureCode;
+        return kFailureCode;
     }
     return 0;
 }

@@ -21,8 +21,8 @@ namespace {
 
 using namespace zpo;
 
-constexpr int failureCode = 1;
-constexpr int usageCode = 2;
+constexpr int kFailureCode = 1;
+constexpr int kUsageCode = 2;
 
 // What the command line asks for.
 struct Request {
@@ -52,7 +52,7 @@ EntryName entryName(const Request& request) {
 
 std::string readInput(const std::string& file) {
     std::string content;
-    if (const int error = readFile(file, maxBackupBytes, content)) {
+    if (const int error = readFile(file, kMaxBackupBytes, content)) {
         throw std::runtime_error(file + ": " + std::strerror(error));
     }
     return content;
@@ -81,13 +81,13 @@ void get(const Request& request) {
     Entry entry;
     require(registry().readEntry(entryName(request), entry), request.name());
     switch (entry.kind) {
-    case EntryKind::binary:
+    case EntryKind::Binary:
         fmt::print("{}\n", formatBinary(entry.bytes));
         break;
-    case EntryKind::integer:
+    case EntryKind::Integer:
         fmt::print("{}\n", entry.integer());
         break;
-    case EntryKind::text:
+    case EntryKind::Text:
         fmt::print("{}\n", entry.bytes);
         break;
     }
@@ -95,14 +95,14 @@ void get(const Request& request) {
 
 void set(const Request& request, bool isBinary, bool isNumber) {
     std::string bytes = request.text;
-    EntryKind kind = EntryKind::text;
+    EntryKind kind = EntryKind::Text;
     if (isBinary) {
-        kind = EntryKind::binary;
+        kind = EntryKind::Binary;
         if (!parseBinary(request.binary, bytes)) {
             throw std::runtime_error("'" + request.binary + "' is not pairs of hexadecimal digits");
         }
     } else if (isNumber) {
-        kind = EntryKind::integer;
+        kind = EntryKind::Integer;
         if (!parseInteger(request.number, bytes)) {
             throw std::runtime_error("'" + request.number + "' is not a 32-bit number");
         }
@@ -213,14 +213,14 @@ int main(int argc, char** argv) {
             return app.exit(error); // help was asked for
         }
         fmt::print(stderr, "zporeg: {} (zporeg --help tells the usage)\n", error.what());
-        return usageCode;
+        return kUsageCode;
     } catch (const std::exception& error) {
         fmt::print(stderr, "zporeg: {}\n", error.what());
-        return failureCode;
+        return kFailureCode;
     }
     if (std::fflush(stdout) != 0) {
         std::perror("zporeg: standard output");
-        return failureCode;
+        return kFailureCode;
     }
     return 0;
 }

@@ -16,7 +16,7 @@ namespace {
 using namespace zpo;
 using support::TempDir;
 
-const CrontabTask daily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
+const CrontabTask kDaily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
 
 TEST(CrontabTable, KeepsEveryForeignByte) {
     const std::string tables[] = {
@@ -31,11 +31,11 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
     };
     for (const std::string& before : tables) {
         CrontabTable table(before);
-        EXPECT_TRUE(table.list(daily.path).empty()) << before;
-        EXPECT_FALSE(table.remove(daily)) << before;
-        table.add(daily);
-        EXPECT_EQ(1U, table.list(daily.path).size()) << before;
-        EXPECT_TRUE(table.remove(daily)) << before;
+        EXPECT_TRUE(table.list(kDaily.path).empty()) << before;
+        EXPECT_FALSE(table.remove(kDaily)) << before;
+        table.add(kDaily);
+        EXPECT_EQ(1U, table.list(kDaily.path).size()) << before;
+        EXPECT_TRUE(table.remove(kDaily)) << before;
         EXPECT_EQ(before, table.text());
     }
 }
@@ -83,16 +83,16 @@ TEST(CrontabTable, RefusesWhatCronWouldMisread) {
 
 TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
     CrontabTable table("0 0 * * * /other\n");
-    CrontabTask weekly = daily;
+    CrontabTask weekly = kDaily;
     weekly.dayOfWeek = "0";
-    table.add(daily);
+    table.add(kDaily);
     table.add(weekly);
-    table.add(daily);
+    table.add(kDaily);
     CrontabTask sunday = weekly;
     sunday.dayOfWeek = "7"; // names Sunday, too
     EXPECT_TRUE(table.remove(sunday));
     EXPECT_FALSE(table.remove(sunday));
-    EXPECT_EQ(2U, table.list(daily.path).size());
+    EXPECT_EQ(2U, table.list(kDaily.path).size());
     EXPECT_EQ(1U, table.list("/other").size());
 }
 
@@ -121,8 +121,8 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     std::string text;
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, makeCrontabDirectory(dir / "missing")->write("x\n"));
     const auto backend = makeCrontabDirectory(dir.path());
-    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(maxCrontabBytes + 1, '\n')));
-    support::writeFile(dir / userName(), std::string(maxCrontabBytes + 1, '\n'));
+    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(kMaxCrontabBytes + 1, '\n')));
+    support::writeFile(dir / userName(), std::string(kMaxCrontabBytes + 1, '\n'));
     EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->read(text));
     std::filesystem::remove(dir / userName());
     std::filesystem::create_directory(dir / userName());

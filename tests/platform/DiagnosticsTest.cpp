@@ -25,7 +25,7 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
     EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, std::string(3000, 'x').c_str()));
     const std::regex shape("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d\\d:\\d\\d CDROAM\\[\\d+\\] "
                            "category=2 level=4 id=-1: getFormat error = 5");
-    std::istringstream lines(support::contentOf(home.dir / "log/format.log"));
+    std::istringstream lines(support::contentOf(kHome.dir / "log/format.log"));
     std::string line;
     std::getline(lines, line);
     EXPECT_TRUE(std::regex_match(line, shape)) << line;
@@ -77,10 +77,10 @@ TEST(Diagnostics, ProcessesShareALogThroughItsRotation) {
     }
     std::string all;
     for (const char* file : {"log/shared.2.log", "log/shared.1.log", "log/shared.log"}) {
-        all += support::contentOf(home.dir / file);
+        all += support::contentOf(kHome.dir / file);
     }
-    EXPECT_GT(std::filesystem::file_size(home.dir / "log/shared.1.log"), 8000U);
-    EXPECT_LE(std::filesystem::file_size(home.dir / "log/shared.log"), 16384U);
+    EXPECT_GT(std::filesystem::file_size(kHome.dir / "log/shared.1.log"), 8000U);
+    EXPECT_LE(std::filesystem::file_size(kHome.dir / "log/shared.log"), 16384U);
     for (int writer = 0; writer < 3; ++writer) {
         for (int i = 0; i < perWriter; ++i) {
             EXPECT_NE(std::string::npos, all.find(lineOf(writer, i) + "\n")) << writer << "." << i;

@@ -15,10 +15,10 @@ using namespace zpo;
 
 std::vector<Entry> oddEntries() {
     return {
-        {"CDR", "CDRService", "FEATURE CODE", EntryKind::binary, std::string("\xf9\x00\x12", 3)},
-        {"C\"", "S\\", "#k", EntryKind::text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
-        {"C", "S", "empty", EntryKind::text, ""},
-        {"C", "S", "n", EntryKind::integer, encodeInteger(4294967295U)},
+        {"CDR", "CDRService", "FEATURE CODE", EntryKind::Binary, std::string("\xf9\x00\x12", 3)},
+        {"C\"", "S\\", "#k", EntryKind::Text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
+        {"C", "S", "empty", EntryKind::Text, ""},
+        {"C", "S", "n", EntryKind::Integer, encodeInteger(4294967295U)},
     };
 }
 

@@ -16,4 +16,4 @@ struct Home {
     support::TempDir dir;
 };
 
-extern const Home home;
+extern const Home kHome;

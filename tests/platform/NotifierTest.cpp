@@ -36,7 +36,7 @@ void expectNoMore(int wantedBackups, int wantedRestores) {
 }
 
 TEST(Notifier, CallsOncePerEventOfAnyProcess) {
-    const std::string file = home.dir / "backup";
+    const std::string file = kHome.dir / "backup";
     ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
     EXPECT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3)); // replaces, does not add
     reset();
@@ -56,27 +56,27 @@ TEST(Notifier, CallsOncePerEventOfAnyProcess) {
 
 // A damaged or refused restore is none.
 TEST(Notifier, StaysSilentWhenNothingWasRestored) {
-    support::writeFile(home.dir / "broken", "# zpo registry backup 1\n");
+    support::writeFile(kHome.dir / "broken", "# zpo registry backup 1\n");
     ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
     reset();
-    EXPECT_EQ(1, run({ZPOREG, "restore", home.dir / "broken"}).exitCode);
+    EXPECT_EQ(1, run({ZPOREG, "restore", kHome.dir / "broken"}).exitCode);
     ZpoSetRegEntryInt("C", "Notify", "value", 3);
     expectNoMore(0, 0);
 }
 
 TEST(Notifier, FollowsAStateDirectoryThatIsReplaced) {
-    const std::string file = home.dir / "backup";
+    const std::string file = kHome.dir / "backup";
     ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
     reset();
     ASSERT_EQ(0, run({ZPOREG, "backup", file}).exitCode);
     EXPECT_TRUE(waitUntil([] { return backups == 1; }));
     reset();
-    std::filesystem::remove_all(home.dir / "state");
+    std::filesystem::remove_all(kHome.dir / "state");
     ASSERT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
     expectNoMore(0, 1);
-    std::filesystem::remove_all(home.dir / "state");
+    std::filesystem::remove_all(kHome.dir / "state");
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    EXPECT_FALSE(std::filesystem::exists(home.dir / "state")) << "watching must not create it";
+    EXPECT_FALSE(std::filesystem::exists(kHome.dir / "state")) << "watching must not create it";
 }
 
 long threadCount() {
@@ -94,7 +94,7 @@ int exitThroughHandlers(ZpoRegBackupAndRestoreCallback callback) {
     if (callback == count) {
         std::exit(0);
     }
-    run({ZPOREG, "backup", home.dir / "backup"});
+    run({ZPOREG, "backup", kHome.dir / "backup"});
     std::this_thread::sleep_for(std::chrono::seconds(10));
     return 102;
 }

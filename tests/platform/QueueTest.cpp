@@ -88,7 +88,7 @@ TEST(Queue, ADeletedQueueIsGoneForEveryone) {
 // The name file may point to a queue that is another one by now, or be damaged.
 TEST(Queue, AQueueOfSomebodyElseIsNotMistakenForIt) {
     const int foreign = msgget(IPC_PRIVATE, IPC_CREAT | 0600);
-    const std::string file = home.dir / "state/queues/Stale";
+    const std::string file = kHome.dir / "state/queues/Stale";
     Queue("Other").id;
     std::uint32_t id = 0;
     for (const std::string& content : {std::to_string(foreign) + " 12345 1\n", std::string("garbage"), std::string(),

@@ -16,7 +16,7 @@ namespace {
 using namespace zpo;
 using support::TempDir;
 
-constexpr std::size_t mapBytes = std::size_t{16} << 20U;
+constexpr std::size_t kMapBytes = std::size_t{16} << 20U;
 
 EntryName nameOf(const std::string& key) {
     EntryName name;
@@ -27,14 +27,14 @@ EntryName nameOf(const std::string& key) {
 std::vector<Entry> numbered(int count, std::size_t size) {
     std::vector<Entry> entries;
     for (int i = 0; i < count; ++i) {
-        entries.push_back({"C", "S", "key" + std::to_string(i), EntryKind::binary, std::string(size, 'v')});
+        entries.push_back({"C", "S", "key" + std::to_string(i), EntryKind::Binary, std::string(size, 'v')});
     }
     return entries;
 }
 
 // A store that has seen small and large entries come and go, so that it holds pages of every kind.
 std::string fillStore(const std::string& directory) {
-    RegistryStore store(directory, mapBytes);
+    RegistryStore store(directory, kMapBytes);
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(300, 60), false));
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(20, 9000), false));
     for (int i = 0; i < 20; i += 2) {
@@ -47,10 +47,10 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
     const TempDir dir;
     std::mt19937 random(7);
     for (int round = 0; round < 15; ++round) {
-        RegistryStore store(dir.path(), mapBytes);
+        RegistryStore store(dir.path(), kMapBytes);
         std::vector<Entry> some;
         for (int i = 0; i < 40; ++i) {
-            some.push_back({"C", "S", std::to_string(i), EntryKind::binary, std::string(1 + random() % 20000, 'x')});
+            some.push_back({"C", "S", std::to_string(i), EntryKind::Binary, std::string(1 + random() % 20000, 'x')});
         }
         ASSERT_EQ(ZPO_OK, round % 5 == 4 ? store.replaceAll(some) : store.writeAll(some, false)) << round;
         for (int i = 0; i < 10; ++i) {
@@ -58,7 +58,7 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
         }
         std::vector<Entry> entries;
         std::size_t damaged = 0;
-        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), mapBytes).list(entries, damaged)) << round;
+        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes).list(entries, damaged)) << round;
         EXPECT_EQ(0U, damaged);
     }
 }
@@ -74,11 +74,11 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
         damaged.push_back(good.substr(0, cut));
     }
     for (std::size_t what = 0; what < damaged.size(); ++what) {
-        RegistryStore store(dir.path(), mapBytes);
+        RegistryStore store(dir.path(), kMapBytes);
         Entry entry;
         support::writeFile(file, damaged[what]);
         EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.readEntry(nameOf("key1"), entry)) << what;
-        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::text, "x")) << what;
+        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::Text, "x")) << what;
         support::writeFile(file, good);
         EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("key1"), entry)) << what;
     }
@@ -96,7 +96,7 @@ int damageAtRandom(const std::string& directory, const std::string& good, unsign
             bad[at] = static_cast<char>(random());
         }
         support::writeFile(directory + "/registry.mdb", bad);
-        RegistryStore store(directory, mapBytes);
+        RegistryStore store(directory, kMapBytes);
         std::vector<Entry> entries;
         std::size_t damaged = 0;
         if (store.list(entries, damaged) == ZPO_OK) {
@@ -118,16 +118,16 @@ TEST(RegistryStore, SurvivesRandomDamage) {
 TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
     const TempDir dir;
     {
-        RegistryStore store(dir.path(), mapBytes);
-        store.write(nameOf("bad"), EntryKind::text, "findme");
-        store.write(nameOf("good"), EntryKind::text, "fine");
+        RegistryStore store(dir.path(), kMapBytes);
+        store.write(nameOf("bad"), EntryKind::Text, "findme");
+        store.write(nameOf("good"), EntryKind::Text, "fine");
     }
     std::string bytes = support::contentOf(dir / "registry.mdb");
     for (auto at = bytes.find("tfindme"); at != std::string::npos; at = bytes.find("tfindme", at + 1)) {
         bytes[at] = '?';
     }
     support::writeFile(dir / "registry.mdb", bytes);
-    RegistryStore store(dir.path(), mapBytes);
+    RegistryStore store(dir.path(), kMapBytes);
     Entry entry;
     std::vector<Entry> entries;
     std::size_t damaged = 0;
@@ -140,9 +140,9 @@ TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
 TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     const TempDir dir;
     RegistryStore store(dir.path(), std::size_t{1} << 20U);
-    EXPECT_EQ(ZPO_OK, store.write(nameOf("kept"), EntryKind::text, "old"));
+    EXPECT_EQ(ZPO_OK, store.write(nameOf("kept"), EntryKind::Text, "old"));
     std::vector<Entry> many = numbered(100, 60000);
-    many.push_back({"C", "S", "kept", EntryKind::text, "new"});
+    many.push_back({"C", "S", "kept", EntryKind::Text, "new"});
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.writeAll(many, false));
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.replaceAll(many));
     std::vector<Entry> entries;
@@ -154,13 +154,13 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
 
 // Writes two entries at a time until killed; what it reports through the pipe is committed.
 int writePairs(const std::string& directory, int pipe) {
-    RegistryStore store(directory, mapBytes);
+    RegistryStore store(directory, kMapBytes);
     Entry first;
     store.readEntry(nameOf("first"), first);
     for (std::uint32_t number = first.bytes.empty() ? 1 : first.integer() + 1;; ++number) {
         const std::string bytes = encodeInteger(number);
         if (store.writeAll(
-                {{"C", "S", "first", EntryKind::integer, bytes}, {"C", "S", "second", EntryKind::integer, bytes}},
+                {{"C", "S", "first", EntryKind::Integer, bytes}, {"C", "S", "second", EntryKind::Integer, bytes}},
                 false) != ZPO_OK ||
             write(pipe, &number, sizeof number) != sizeof number) {
             return 1;
@@ -184,7 +184,7 @@ TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
         while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
         }
         close(ends[0]);
-        RegistryStore store(dir.path(), mapBytes);
+        RegistryStore store(dir.path(), kMapBytes);
         Entry first;
         Entry second;
         ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("first"), first));

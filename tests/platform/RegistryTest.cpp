@@ -5,7 +5,7 @@
 
 #include <sys/stat.h>
 
-const Home home;
+const Home kHome;
 
 namespace {
 

@@ -50,18 +50,18 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
 }
 
 TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
-    const std::string good = home.dir / "good";
-    const std::string bad = home.dir / "bad";
-    const std::string saved = home.dir / "saved";
+    const std::string good = kHome.dir / "good";
+    const std::string bad = kHome.dir / "bad";
+    const std::string saved = kHome.dir / "saved";
     support::writeFile(good, "L S a int 1\nL S b int 2\n");
     support::writeFile(bad, "L S a int 9\nL S c int nine\n");
     play(ZPOREG,
          {{{"load", good}, 0, "2 entries loaded\n"},
           {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
-          {{"load", home.dir / "none"}, 1, "zporeg: ..."},
+          {{"load", kHome.dir / "none"}, 1, "zporeg: ..."},
           {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
           {{"backup", saved}, 0, "..."},
-          {{"backup", home.dir / "no/such/dir"}, 1, "zporeg: ..."},
+          {{"backup", kHome.dir / "no/such/dir"}, 1, "zporeg: ..."},
           {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
           {{"delete", "L", "S", "b"}, 0, ""},
           {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},

@@ -27,6 +27,9 @@ class UniqueFd {
     int fd_ = -1;
 };
 
+/// The directory that an absolute path lies in.
+std::string directoryOf(const std::string& path);
+
 /// Opens a file, closed on exec; repeats an interrupted call. Not open on failure, errno tells why.
 UniqueFd openFile(const std::string& path, int flags, mode_t mode = 0);
 

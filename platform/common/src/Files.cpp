@@ -11,11 +11,6 @@
 namespace zpo {
 namespace {
 
-std::string directoryOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
-
 // A name with a leading dot and a second one, which a cron daemon passes over.
 std::string temporaryName(const std::string& path) {
     return directoryOf(path) + "/.new." + path.substr(path.rfind('/') + 1) + ".XXXXXX";
@@ -47,6 +42,11 @@ int fillAndRename(int fd, const std::string& temporary, const std::string& path,
 }
 
 } // namespace
+
+std::string directoryOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
 
 UniqueFd& UniqueFd::operator=(UniqueFd&& other) noexcept {
     if (this != &other) {

@@ -1,5 +1,7 @@
 #include "Settings.hpp"
 
+#include "Characters.hpp"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -10,11 +12,10 @@ namespace zpo {
 namespace {
 
 // Room is left for the names of the files inside.
-constexpr std::size_t maxDirectory = PATH_MAX - 256;
+constexpr std::size_t kMaxDirectory = PATH_MAX - 256;
 
 bool isUsableDirectory(const std::string& path) {
-    return path.front() == '/' && path.size() <= maxDirectory &&
-           std::none_of(path.begin(), path.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; });
+    return path.front() == '/' && path.size() <= kMaxDirectory && std::none_of(path.begin(), path.end(), isControl);
 }
 
 std::optional<std::string> directory(const char* variable, const char* fallback) {
@@ -22,7 +23,7 @@ std::optional<std::string> directory(const char* variable, const char* fallback)
     if (value == nullptr || *value == '\0') {
         return fallback;
     }
-    std::string path(value, strnlen(value, maxDirectory + 1));
+    std::string path(value, strnlen(value, kMaxDirectory + 1));
     return isUsableDirectory(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -30,7 +30,7 @@ class CrontabDirectory final : public CrontabBackend {
         if (user_.empty()) {
             return ZPO_SCHED_NO_USER;
         }
-        switch (readFile(path(), maxCrontabBytes, table)) {
+        switch (readFile(path(), kMaxCrontabBytes, table)) {
         case 0:
         case ENOENT:
             return ZPO_OK;
@@ -46,7 +46,7 @@ class CrontabDirectory final : public CrontabBackend {
     }
 
     std::uint32_t write(const std::string& table) override {
-        if (table.size() > maxCrontabBytes) {
+        if (table.size() > kMaxCrontabBytes) {
             return ZPO_SCHED_TABLE_TOO_LARGE;
         }
         return replaceFile(path(), table, 0600) == 0 && tellDaemon() ? ZPO_OK : ZPO_SCHED_NOT_WRITABLE;

@@ -17,9 +17,9 @@
 namespace zpo {
 namespace {
 
-constexpr int patienceMs = 10000;
-constexpr int killed = -1;
-constexpr int lost = -2; // the host process reaps children itself
+constexpr int kPatienceMs = 10000;
+constexpr int kKilled = -1;
+constexpr int kLost = -2; // the host process reaps children itself
 
 struct Outcome {
     int error = 0;    // an errno when the program could not be run
@@ -83,16 +83,16 @@ class SpawnSetup {
 int waitFor(pid_t child) {
     const UniqueFd handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     pollfd ended{handle.get(), POLLIN, 0};
-    if (handle && poll(&ended, 1, patienceMs) == 0) {
+    if (handle && poll(&ended, 1, kPatienceMs) == 0) {
         kill(child, SIGKILL);
     }
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) {
-            return lost;
+            return kLost;
         }
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : killed;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : kKilled;
 }
 
 Outcome runCrontab(const char* argument, const std::string& input) {
@@ -114,7 +114,7 @@ Outcome runCrontab(const char* argument, const std::string& input) {
         return outcome;
     }
     outcome.exitCode = waitFor(child);
-    outcome.error = readFile(out.get(), maxCrontabBytes, outcome.output);
+    outcome.error = readFile(out.get(), kMaxCrontabBytes, outcome.output);
     readFile(messages.get(), 4096, outcome.messages);
     return outcome;
 }
@@ -157,7 +157,7 @@ class CrontabProgram final : public CrontabBackend {
     }
 
     std::uint32_t write(const std::string& table) override {
-        if (table.size() > maxCrontabBytes) {
+        if (table.size() > kMaxCrontabBytes) {
             return ZPO_SCHED_TABLE_TOO_LARGE;
         }
         // crontab refuses a table whose last line lacks its line feed.
@@ -170,7 +170,7 @@ class CrontabProgram final : public CrontabBackend {
   private:
     // Without an exit code, silence is success.
     static bool succeeded(const Outcome& outcome) {
-        return outcome.exitCode == 0 || (outcome.exitCode == lost && outcome.messages.empty());
+        return outcome.exitCode == 0 || (outcome.exitCode == kLost && outcome.messages.empty());
     }
 };
 

@@ -9,18 +9,13 @@
 namespace zpo {
 namespace {
 
-constexpr int longestSleepMs = 3000;
-constexpr int sleepWithoutWatchMs = 500; // inotify instances are limited
-constexpr std::uint32_t nameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
-
-std::string parentOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
+constexpr int kLongestSleepMs = 3000;
+constexpr int kSleepWithoutWatchMs = 500; // inotify instances are limited
+constexpr std::uint32_t kNameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
 
 std::string nearestExisting(std::string path) {
     while (path != "/" && access(path.c_str(), F_OK) != 0) {
-        path = parentOf(path);
+        path = directoryOf(path);
     }
     return path;
 }
@@ -37,8 +32,8 @@ bool EventWatch::watch(const std::string& found) {
     inotify_ = UniqueFd(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     struct stat status {};
     if (!inotify_ || stat(found.c_str(), &status) != 0 ||
-        inotify_add_watch(inotify_.get(), parentOf(found).c_str(), nameEvents) < 0 ||
-        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? IN_CLOSE_WRITE : nameEvents) < 0) {
+        inotify_add_watch(inotify_.get(), directoryOf(found).c_str(), kNameEvents) < 0 ||
+        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? IN_CLOSE_WRITE : kNameEvents) < 0) {
         inotify_.reset();
         return false;
     }
@@ -67,7 +62,7 @@ bool EventWatch::watchesDirectory() const {
 
 bool EventWatch::wait() {
     pollfd sources[] = {{stopFd_, POLLIN, 0}, {inotify_.get(), POLLIN, 0}};
-    poll(sources, 2, inotify_ ? longestSleepMs : sleepWithoutWatchMs);
+    poll(sources, 2, inotify_ ? kLongestSleepMs : kSleepWithoutWatchMs);
     if (sources[0].revents != 0) {
         return false;
     }

@@ -8,7 +8,7 @@
 namespace zpo {
 
 /// Kind of an entry; the value is what stands in the store.
-enum class EntryKind : char { binary = 'b', text = 't', integer = 'i' };
+enum class EntryKind : char { Binary = 'b', Text = 't', Integer = 'i' };
 
 /// An entry's name as the store's key: component, section and key, separated by NUL. Held without allocation, because
 /// every read makes one.
@@ -31,7 +31,7 @@ struct Entry {
     std::string component;
     std::string section;
     std::string key;
-    EntryKind kind = EntryKind::binary;
+    EntryKind kind = EntryKind::Binary;
     std::string bytes; ///< the value: binary as it is, a text without NUL, an integer in 4 bytes, low byte first
 
     /// An integer entry's value.

@@ -13,7 +13,7 @@
 namespace zpo {
 namespace {
 
-constexpr std::int64_t fileCheckInterval = 100; // milliseconds
+constexpr std::int64_t kFileCheckInterval = 100; // milliseconds
 
 std::int64_t coarseMilliseconds() {
     timespec now{};
@@ -82,7 +82,7 @@ bool RegistryStore::isUsable(bool toWrite) {
     if (!store_->isCurrent()) {
         return false;
     }
-    nextFileCheck_.store(now + fileCheckInterval, std::memory_order_relaxed);
+    nextFileCheck_.store(now + kFileCheckInterval, std::memory_order_relaxed);
     return true;
 }
 
@@ -224,7 +224,7 @@ std::uint32_t RegistryStore::read(const EntryName& name, const Consume& consume)
 
 std::uint32_t RegistryStore::readBinary(const EntryName& name, void* buffer, std::size_t length) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::binary) {
+        if (kind != EntryKind::Binary) {
             return ZPO_REG_WRONG_KIND;
         }
         if (bytes.size() != length) {
@@ -237,7 +237,7 @@ std::uint32_t RegistryStore::readBinary(const EntryName& name, void* buffer, std
 
 std::uint32_t RegistryStore::readText(const EntryName& name, char* buffer, std::size_t size) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::text) {
+        if (kind != EntryKind::Text) {
             return ZPO_REG_WRONG_KIND;
         }
         if (bytes.size() >= size) {
@@ -251,7 +251,7 @@ std::uint32_t RegistryStore::readText(const EntryName& name, char* buffer, std::
 
 std::uint32_t RegistryStore::readInteger(const EntryName& name, std::uint32_t& value) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::integer) {
+        if (kind != EntryKind::Integer) {
             return ZPO_REG_WRONG_KIND;
         }
         value = decodeInteger(bytes);

@@ -13,7 +13,7 @@
 namespace zpo {
 namespace {
 
-constexpr std::chrono::seconds lockPatience{10};
+constexpr std::chrono::seconds kLockPatience{10};
 
 std::unique_ptr<CrontabBackend> makeBackend() {
     const std::string& directory = *settings().crontabDirectory;
@@ -25,7 +25,7 @@ std::uint32_t lockTable(FileLock& lock) {
     if (ensureDirectory(directory) != 0) {
         return ZPO_SCHED_LOCK_FAILED;
     }
-    const int error = lock.acquire(directory + "/crontab.lock", lockPatience);
+    const int error = lock.acquire(directory + "/crontab.lock", kLockPatience);
     return error == 0 ? ZPO_OK : error == ETIMEDOUT ? ZPO_SCHED_BUSY : ZPO_SCHED_LOCK_FAILED;
 }
 

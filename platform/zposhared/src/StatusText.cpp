@@ -12,7 +12,7 @@ struct Row {
     const char* text;
 };
 
-constexpr Row rows[] = {
+constexpr Row kRows[] = {
     {ZPO_OK, "success"},
     {ZPO_REG_BAD_ARGUMENT, "an argument is missing, empty or too long"},
     {ZPO_REG_BAD_NAME, "component, section and key must have 1 to 127 bytes and no control characters"},
@@ -61,7 +61,7 @@ constexpr Row rows[] = {
 
 std::string statusText(std::uint32_t status) {
     const char* text = "unknown status";
-    for (const Row& row : rows) {
+    for (const Row& row : kRows) {
         if (row.status == status) {
             text = row.text;
         }

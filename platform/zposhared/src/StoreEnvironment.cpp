@@ -12,8 +12,8 @@
 namespace zpo {
 namespace {
 
-constexpr unsigned maxReaders = 1024; // threads of all processes that read at once
-constexpr int headAttempts = 20;
+constexpr unsigned kMaxReaders = 1024; // threads of all processes that read at once
+constexpr int kHeadAttempts = 20;
 
 // The file is checked before LMDB maps it. A file that does not exist yet is fine.
 std::uint32_t checkFile(const std::string& path, std::string& problem) {
@@ -26,7 +26,7 @@ std::uint32_t checkFile(const std::string& path, std::string& problem) {
 }
 
 std::uint32_t ensureParent(const std::string& path) {
-    const int error = ensureDirectory(path.substr(0, path.rfind('/')));
+    const int error = ensureDirectory(directoryOf(path));
     return error == EACCES || error == EPERM || error == EROFS ? ZPO_REG_STORE_MISSING : statusOfError(error);
 }
 
@@ -114,7 +114,7 @@ std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
         error = mdb_env_set_mapsize(env_, mapBytes);
     }
     if (error == 0) {
-        error = mdb_env_set_maxreaders(env_, maxReaders);
+        error = mdb_env_set_maxreaders(env_, kMaxReaders);
     }
     if (error == 0) {
         error = mdb_env_open(env_, path_.c_str(), flags, 0660);
@@ -130,7 +130,7 @@ std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
     mdb_filehandle_t fd = -1;
     mdb_env_get_fd(env_, &fd);
     bool headGone = true;
-    for (int attempt = 0; headGone && attempt < headAttempts; ++attempt) {
+    for (int attempt = 0; headGone && attempt < kHeadAttempts; ++attempt) {
         MDB_txn* transaction = nullptr;
         int error = mdb_txn_begin(env_, nullptr, MDB_RDONLY, &transaction);
         if (error != 0) {
@@ -159,7 +159,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     inode_ = status.st_ino;
     size_ = status.st_size;
     // A new file must be found again after a power cut, not only its content.
-    syncDirectory(path_.substr(0, path_.rfind('/')));
+    syncDirectory(directoryOf(path_));
     return ZPO_OK;
 }
 
