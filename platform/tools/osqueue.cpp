@@ -36,7 +36,9 @@ const char* textOf(std::uint32_t status) {
     case OSA_NO_RESOURCES:
         return "the system has no room for it";
     case OSA_STATE_DIRECTORY:
-        return "the state directory (ZPO_STATE_DIR) is missing, not writable or not an absolute path";
+        return "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable";
+    case OSA_BUSY:
+        return "another process keeps the queues' names locked";
     default:
         return "the system failed";
     }

@@ -17,6 +17,7 @@ using namespace zpo;
 using support::TempDir;
 
 constexpr std::size_t kMapBytes = std::size_t{16} << 20U;
+constexpr std::chrono::milliseconds kTimeout{5000};
 
 EntryName nameOf(const std::string& key) {
     EntryName name;
@@ -34,7 +35,7 @@ std::vector<Entry> numbered(int count, std::size_t size) {
 
 // A store that has seen small and large entries come and go, so that it holds pages of every kind.
 std::string fillStore(const std::string& directory) {
-    RegistryStore store(directory, kMapBytes);
+    RegistryStore store(directory, kMapBytes, kTimeout);
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(300, 60), false));
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(20, 9000), false));
     for (int i = 0; i < 20; i += 2) {
@@ -47,7 +48,7 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
     const TempDir dir;
     std::mt19937 random(7);
     for (int round = 0; round < 15; ++round) {
-        RegistryStore store(dir.path(), kMapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         std::vector<Entry> some;
         for (int i = 0; i < 40; ++i) {
             some.push_back({"C", "S", std::to_string(i), EntryKind::Binary, std::string(1 + random() % 20000, 'x')});
@@ -58,7 +59,7 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
         }
         std::vector<Entry> entries;
         std::size_t damaged = 0;
-        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes).list(entries, damaged)) << round;
+        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).list(entries, damaged)) << round;
         EXPECT_EQ(0U, damaged);
     }
 }
@@ -74,7 +75,7 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
         damaged.push_back(good.substr(0, cut));
     }
     for (std::size_t what = 0; what < damaged.size(); ++what) {
-        RegistryStore store(dir.path(), kMapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         Entry entry;
         support::writeFile(file, damaged[what]);
         EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.readEntry(nameOf("key1"), entry)) << what;
@@ -96,7 +97,7 @@ int damageAtRandom(const std::string& directory, const std::string& good, unsign
             bad[at] = static_cast<char>(random());
         }
         support::writeFile(directory + "/registry.mdb", bad);
-        RegistryStore store(directory, kMapBytes);
+        RegistryStore store(directory, kMapBytes, kTimeout);
         std::vector<Entry> entries;
         std::size_t damaged = 0;
         if (store.list(entries, damaged) == ZPO_OK) {
@@ -118,7 +119,7 @@ TEST(RegistryStore, SurvivesRandomDamage) {
 TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
     const TempDir dir;
     {
-        RegistryStore store(dir.path(), kMapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         store.write(nameOf("bad"), EntryKind::Text, "findme");
         store.write(nameOf("good"), EntryKind::Text, "fine");
     }
@@ -127,7 +128,7 @@ TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
         bytes[at] = '?';
     }
     support::writeFile(dir / "registry.mdb", bytes);
-    RegistryStore store(dir.path(), kMapBytes);
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
     Entry entry;
     std::vector<Entry> entries;
     std::size_t damaged = 0;
@@ -139,7 +140,7 @@ TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
 
 TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     const TempDir dir;
-    RegistryStore store(dir.path(), std::size_t{1} << 20U);
+    RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
     EXPECT_EQ(ZPO_OK, store.write(nameOf("kept"), EntryKind::Text, "old"));
     std::vector<Entry> many = numbered(100, 60000);
     many.push_back({"C", "S", "kept", EntryKind::Text, "new"});
@@ -154,7 +155,7 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
 
 // Writes two entries at a time until killed; what it reports through the pipe is committed.
 int writePairs(const std::string& directory, int pipe) {
-    RegistryStore store(directory, kMapBytes);
+    RegistryStore store(directory, kMapBytes, kTimeout);
     Entry first;
     store.readEntry(nameOf("first"), first);
     for (std::uint32_t number = first.bytes.empty() ? 1 : first.integer() + 1;; ++number) {
@@ -184,7 +185,7 @@ TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
         while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
         }
         close(ends[0]);
-        RegistryStore store(dir.path(), kMapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         Entry first;
         Entry second;
         ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("first"), first));

@@ -50,12 +50,18 @@ int ensureDirectory(const std::string& path);
 /// Makes the directory's entries durable. Best effort: some file systems cannot.
 void syncDirectory(const std::string& path);
 
-/// An exclusive lock on a file between processes and threads, held until destruction. The file stays.
+/// An exclusive lock on a file between processes and threads, held until destruction or the process's death. The file
+/// stays.
 class FileLock {
   public:
-    /// Takes the lock, creating the file if needed; waits at most `patience`. Returns 0 or an errno, ETIMEDOUT when the
+    FileLock() = default;
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+
+    /// Takes the lock, creating the file if needed; waits at most `timeout`. Returns 0 or an errno, ETIMEDOUT when the
     /// lock was not free in time.
-    int acquire(const std::string& path, std::chrono::milliseconds patience);
+    int acquire(const std::string& path, std::chrono::milliseconds timeout);
 
   private:
     UniqueFd fd_;

@@ -19,7 +19,6 @@ namespace {
 
 // Names live in STATE/queues, one file a queue: "ID KEY CREATED". Changes are made under the lock STATE/queues/.lock.
 constexpr std::size_t kMaxFile = 128;
-constexpr std::chrono::seconds kLockPatience{10};
 constexpr int kKeyAttempts = 100;
 
 std::string queueDirectory() {
@@ -33,6 +32,8 @@ std::uint32_t statusOfFileError(int error) {
     case EACCES:
     case EPERM:
         return OSA_NO_ACCESS;
+    case ETIMEDOUT:
+        return OSA_BUSY;
     case ENOMEM:
     case ENOSPC:
     case EMFILE:
@@ -53,7 +54,7 @@ bool parseIdentity(const std::string& content, QueueIdentity& identity) {
 
 std::uint32_t lockQueues(FileLock& lock) {
     const std::string directory = queueDirectory();
-    if (directory.empty()) {
+    if (directory.empty() || !settings().lockTimeout) {
         return OSA_STATE_DIRECTORY;
     }
     int error = ensureDirectory(*settings().stateDirectory);
@@ -61,7 +62,7 @@ std::uint32_t lockQueues(FileLock& lock) {
         error = ensureDirectory(directory);
     }
     if (error == 0) {
-        error = lock.acquire(directory + "/.lock", kLockPatience);
+        error = lock.acquire(directory + "/.lock", *settings().lockTimeout);
     }
     return statusOfFileError(error);
 }

@@ -182,7 +182,7 @@ std::uint32_t registerCallback(const char* name, ZpoRegBackupAndRestoreCallback 
         (kind & ~(ZPO_EVENT_BACKUP | ZPO_EVENT_RESTORE)) != 0) {
         return ZPO_NOTIFY_BAD_ARGUMENT;
     }
-    if (!settings().stateDirectory || !settings().registryBytes) {
+    if (processRegistry() == nullptr) {
         return ZPO_NOTIFY_BAD_SETTING;
     }
     keepLoaded(callback);

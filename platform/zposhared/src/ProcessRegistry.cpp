@@ -8,12 +8,14 @@
 namespace zpo {
 
 RegistryStore* processRegistry() {
-    if (!settings().stateDirectory || !settings().registryBytes) {
+    const Settings& given = settings();
+    if (!given.stateDirectory || !given.registryBytes || !given.lockTimeout) {
         return nullptr;
     }
     // LMDB must not be used across a fork.
-    return &PerProcess<RegistryStore>::get([] {
-        return new RegistryStore(*settings().stateDirectory, static_cast<std::size_t>(*settings().registryBytes));
+    return &PerProcess<RegistryStore>::get([&] {
+        return new RegistryStore(*given.stateDirectory, static_cast<std::size_t>(*given.registryBytes),
+                                 *given.lockTimeout);
     });
 }
 

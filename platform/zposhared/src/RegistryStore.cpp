@@ -5,6 +5,7 @@
 #include "StoreHead.hpp"
 #include "ZpoShared.h"
 
+#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <fmt/format.h>
@@ -67,8 +68,9 @@ std::uint32_t forEach(MDB_txn* transaction, MDB_dbi entries, Each each) {
 
 } // namespace
 
-RegistryStore::RegistryStore(const std::string& directory, std::size_t mapBytes)
-    : path_(directory + "/registry.mdb"), mapBytes_(mapBytes) {}
+RegistryStore::RegistryStore(const std::string& directory, std::size_t mapBytes, std::chrono::milliseconds lockTimeout)
+    : path_(directory + "/registry.mdb"), lockPath_(directory + "/registry.lock"), mapBytes_(mapBytes),
+      lockTimeout_(lockTimeout) {}
 
 bool RegistryStore::isUsable(bool toWrite) {
     if (store_ == nullptr || (toWrite && store_->isReadOnly())) {
@@ -176,10 +178,25 @@ std::uint32_t RegistryStore::reading(const Read& work) {
     return readingOnce(work, error);
 }
 
+// LMDB's own lock for writers cannot be waited for with a limit. With this one held it is always free.
+std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
+    const int error = lock.acquire(lockPath_, lockTimeout_);
+    if (error == ETIMEDOUT) {
+        logInternal(4, fmt::format("registry {}: {}", path_, statusText(ZPO_REG_LOCKED)));
+        return ZPO_REG_LOCKED;
+    }
+    return error == EACCES || error == EPERM ? ZPO_REG_NOT_WRITABLE : statusOfError(error);
+}
+
 std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
+    FileLock writeLock;
     std::shared_lock<std::shared_mutex> lock;
-    std::uint32_t status = acquire(lock, true);
-    if (status != ZPO_OK) {
+    std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
+    if (status == ZPO_OK) {
+        lock.unlock(); // no reader of this process waits along
+        status = lockForWriting(writeLock);
+    }
+    if (status != ZPO_OK || (status = acquire(lock, true)) != ZPO_OK) {
         return status;
     }
     MDB_txn* transaction = nullptr;

@@ -2,8 +2,10 @@
 
 #include "CrontabBackend.hpp"
 #include "CrontabTable.hpp"
+#include "Diagnostics.hpp"
 #include "Files.hpp"
 #include "Settings.hpp"
+#include "StatusText.hpp"
 
 #include <cerrno>
 #include <cstring>
@@ -12,8 +14,6 @@
 
 namespace zpo {
 namespace {
-
-constexpr std::chrono::seconds kLockPatience{10};
 
 std::unique_ptr<CrontabBackend> makeBackend() {
     const std::string& directory = *settings().crontabDirectory;
@@ -25,13 +25,18 @@ std::uint32_t lockTable(FileLock& lock) {
     if (ensureDirectory(directory) != 0) {
         return ZPO_SCHED_LOCK_FAILED;
     }
-    const int error = lock.acquire(directory + "/crontab.lock", kLockPatience);
-    return error == 0 ? ZPO_OK : error == ETIMEDOUT ? ZPO_SCHED_BUSY : ZPO_SCHED_LOCK_FAILED;
+    const int error = lock.acquire(directory + "/crontab.lock", *settings().lockTimeout);
+    if (error == ETIMEDOUT) {
+        logInternal(4, statusText(ZPO_SCHED_BUSY));
+        return ZPO_SCHED_BUSY;
+    }
+    return error == 0 ? ZPO_OK : ZPO_SCHED_LOCK_FAILED;
 }
 
 std::uint32_t checkSettings() {
-    return settings().stateDirectory && settings().crontabDirectory && settings().sunday ? ZPO_OK
-                                                                                         : ZPO_SCHED_BAD_SETTING;
+    const Settings& given = settings();
+    return given.stateDirectory && given.crontabDirectory && given.sunday && given.lockTimeout ? ZPO_OK
+                                                                                               : ZPO_SCHED_BAD_SETTING;
 }
 
 // Reads the table, lets `change` edit it and writes it back, all under the lock.

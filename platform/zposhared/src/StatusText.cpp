@@ -31,7 +31,8 @@ constexpr Row kRows[] = {
     {ZPO_REG_STORE_VERSION, "the registry was written by a later version"},
     {ZPO_REG_DEVICE_ERROR, "the system failed to read or write the registry"},
     {ZPO_REG_NO_RESOURCES, "memory or file descriptors are exhausted"},
-    {ZPO_REG_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+    {ZPO_REG_BAD_SETTING, "ZPO_STATE_DIR, ZPO_REGISTRY_MB or ZPO_LOCK_TIMEOUT has an unusable value"},
+    {ZPO_REG_LOCKED, "another writer keeps the registry locked"},
     {ZPO_DIAG_BAD_ARGUMENT, "an argument is missing, or a name is unusable"},
     {ZPO_DIAG_UNKNOWN_HANDLE, "no module is registered under the handle"},
     {ZPO_DIAG_TOO_MANY, "too many modules are registered"},
@@ -50,11 +51,12 @@ constexpr Row kRows[] = {
     {ZPO_SCHED_NO_PROGRAM, "the crontab program is not installed"},
     {ZPO_SCHED_NO_USER, "the process's user has no name"},
     {ZPO_SCHED_NO_RESOURCES, "memory, processes or file descriptors are exhausted"},
-    {ZPO_SCHED_BAD_SETTING, "ZPO_CRONTAB_DIR or ZPO_STATE_DIR has an unusable value"},
+    {ZPO_SCHED_BAD_SETTING,
+     "ZPO_CRONTAB_DIR, ZPO_CRONTAB_SUNDAY, ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT has an unusable value"},
     {ZPO_NOTIFY_BAD_ARGUMENT, "an argument is missing, or the kind is not 1 to 3"},
     {ZPO_NOTIFY_TOO_MANY, "too many names are registered"},
     {ZPO_NOTIFY_NO_THREAD, "the notification thread cannot be started"},
-    {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+    {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR, ZPO_REGISTRY_MB or ZPO_LOCK_TIMEOUT has an unusable value"},
 };
 
 } // namespace

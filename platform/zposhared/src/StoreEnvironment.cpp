@@ -13,6 +13,8 @@ namespace zpo {
 namespace {
 
 constexpr unsigned kMaxReaders = 1024; // threads of all processes that read at once
+// At least what LMDB needs for that: 64 bytes a reader, 128 of its own. A file that is larger has more places.
+constexpr off_t kLockFileBytes = off_t{kMaxReaders} * 64 + 4096;
 constexpr int kHeadAttempts = 20;
 
 // The file is checked before LMDB maps it. A file that does not exist yet is fine.
@@ -23,6 +25,16 @@ std::uint32_t checkFile(const std::string& path, std::string& problem) {
     }
     problem = checkStoreHeads(fd.get());
     return problem.empty() ? ZPO_OK : ZPO_REG_STORE_CORRUPT;
+}
+
+// LMDB extends its lock file without allocating it, and a full disk would end in a bus error when it is first touched.
+std::uint32_t allocateLockFile(const std::string& path) {
+    const UniqueFd fd = openFile(path + "-lock", O_RDWR | O_CREAT | O_NONBLOCK, 0660);
+    struct stat status {};
+    if (!fd || fstat(fd.get(), &status) != 0 || status.st_size >= kLockFileBytes) {
+        return ZPO_OK; // LMDB itself tells why it cannot be opened
+    }
+    return statusOfError(posix_fallocate(fd.get(), 0, kLockFileBytes));
 }
 
 std::uint32_t ensureParent(const std::string& path) {
@@ -79,6 +91,9 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
     std::uint32_t status = ensureParent(path);
     if (status == ZPO_OK) {
         status = checkFile(path, problem);
+    }
+    if (status == ZPO_OK) {
+        status = allocateLockFile(path);
     }
     if (status != ZPO_OK) {
         return status;
