@@ -72,7 +72,7 @@ void list(const Request& request) {
         }
     }
     if (damaged != 0) {
-        throw std::runtime_error(fmt::format("{} damaged entries are not shown", damaged));
+        throw std::runtime_error(fmt::format("damaged entries: {}; they are not shown", damaged));
     }
 }
 
@@ -127,7 +127,7 @@ void backup(const Request& request) {
     std::size_t damaged = 0;
     const std::vector<Entry> entries = allEntries(damaged);
     if (damaged != 0) {
-        throw std::runtime_error(fmt::format("{} damaged entries: no backup was written", damaged));
+        throw std::runtime_error(fmt::format("damaged entries: {}; no backup was written", damaged));
     }
     const auto file = std::filesystem::absolute(request.file).string();
     if (const int error = replaceFile(file, formatBackup(entries), 0600)) {

@@ -1,15 +1,22 @@
 // The store in its file: damage, lack of room, interruption, replacement.
 
-#include "ProcessRegistry.hpp"
-#include "Support.hpp"
+#include "RegistryStore.hpp"
+#include "EventWatch.hpp"
+#include "Home.hpp"
 #include "ZpoShared.h"
 
 #include <csignal>
 #include <filesystem>
+#include <future>
 #include <gtest/gtest.h>
 #include <random>
+#include <sched.h>
+#include <sys/eventfd.h>
+#include <sys/mount.h>
 #include <thread>
 #include <unistd.h>
+
+const Home kHome; // for the library's own log
 
 namespace {
 
@@ -70,7 +77,16 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
     const std::string good = fillStore(dir.path());
     std::string pageZeroed = good;
     pageZeroed.replace(3 * 4096, 4096, 4096, '\0');
-    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'), pageZeroed};
+    std::string usedTwice = good;
+    for (std::size_t page = 2 * 4096; page < good.size(); page += 4096) {
+        if (good[page + 10] == 1) { // a branch: its first two nodes lead to the same page
+            const auto node = [&](std::size_t i) {
+                return page + *reinterpret_cast<const std::uint16_t*>(&good[page + 16 + 2 * i]);
+            };
+            usedTwice.replace(node(1), 6, good, node(0), 6);
+        }
+    }
+    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'), pageZeroed, usedTwice};
     for (const std::size_t cut : {std::size_t{100}, std::size_t{4096}, std::size_t{8192}, good.size() / 2}) {
         damaged.push_back(good.substr(0, cut));
     }
@@ -193,6 +209,161 @@ TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
         EXPECT_EQ(first.integer(), second.integer());
         EXPECT_GE(first.integer(), reported);
     }
+}
+
+// Kills a child that has done `work`, after `meanwhile`.
+void killAfter(const std::function<void()>& work, const std::function<void()>& meanwhile) {
+    int ends[2];
+    ASSERT_EQ(0, pipe(ends));
+    const pid_t child = support::startChild([&] {
+        work();
+        return write(ends[1], "", 1) == 1 ? pause() : 1;
+    });
+    char ready = 0;
+    EXPECT_EQ(1, read(ends[0], &ready, 1));
+    meanwhile();
+    kill(child, SIGKILL);
+    EXPECT_EQ(-SIGKILL, support::waitForChild(child));
+    close(ends[0]);
+    close(ends[1]);
+}
+
+TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+    ASSERT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false));
+    const auto beginToRead = [&] { // which keeps all pages of this moment
+        MDB_env* env = nullptr;
+        MDB_txn* transaction = nullptr;
+        mdb_env_create(&env);
+        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR, 0);
+        mdb_txn_begin(env, nullptr, MDB_RDONLY, &transaction);
+    };
+    killAfter(beginToRead, [] {});
+    for (int round = 0; round < 10; ++round) {
+        EXPECT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false)) << round;
+    }
+}
+
+std::string storeOf(const std::function<void(RegistryStore&)>& fill) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    fill(store);
+    return support::contentOf(dir / "registry.mdb");
+}
+
+TEST(RegistryStore, FollowsWhatIsDoneToItsFileMeanwhile) {
+    const std::string restored = storeOf([](RegistryStore& store) { store.replaceAll(numbered(2, 10)); });
+    std::string later = storeOf([](RegistryStore& store) { store.write(nameOf("x"), EntryKind::Text, "x"); });
+    const std::string head("\1store\1\0", 8); // with the format's number
+    for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
+        later[at + 6] = 2;
+    }
+    const auto replaceBy = [](const std::string& content) {
+        return [content](const std::string& file) {
+            support::writeFile(file + ".new", content);
+            std::filesystem::rename(file + ".new", file);
+        };
+    };
+    const struct {
+        const char* what;
+        std::function<void(const std::string&)> change;
+        std::uint32_t status;
+        std::uint64_t restores;
+    } cases[] = {
+        {"enlarged by another process",
+         [](const std::string& file) {
+             const std::string directory = std::filesystem::path(file).parent_path();
+             const auto enlarge = [&] {
+                 RegistryStore larger(directory, kMapBytes, kTimeout);
+                 return larger.writeAll(numbered(40, 60000), false) == ZPO_OK ? 0 : 1;
+             };
+             EXPECT_EQ(0, support::inChild(enlarge));
+         },
+         ZPO_OK, 0},
+        {"cut", [](const std::string& file) { std::filesystem::resize_file(file, 4096); }, ZPO_REG_STORE_CORRUPT, 0},
+        {"replaced by a later version's", replaceBy(later), ZPO_REG_STORE_VERSION, 0},
+        {"replaced", replaceBy(restored), ZPO_OK, 1},
+    };
+    for (const auto& [what, change, status, restores] : cases) {
+        for (const bool toWrite : {true, false}) {
+            const TempDir dir;
+            RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+            StoreCounters counters;
+            ASSERT_EQ(ZPO_OK, store.writeAll(numbered(2, 10), false));
+            ASSERT_EQ(ZPO_OK, store.counters(counters)); // the file was looked at just now
+            change(dir / "registry.mdb");
+            EXPECT_EQ(status, toWrite ? store.write(nameOf("y"), EntryKind::Text, "y") : store.counters(counters))
+                << what;
+            EXPECT_EQ(status, store.counters(counters)) << what;
+            EXPECT_EQ(restores, counters.restores) << what;
+        }
+    }
+}
+
+// A writer that is stuck with the lock stops the writers, each for a while, and no reader; when it dies, the lock is
+// free.
+TEST(RegistryStore, OnlyWritesWaitForAStuckWriterAndNotForEver) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), kMapBytes, std::chrono::milliseconds(30));
+    ASSERT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "a"));
+    Entry entry;
+    FileLock held;
+    killAfter([&] { held.acquire(dir / "registry.lock", kTimeout); },
+              [&] {
+                  EXPECT_EQ(ZPO_REG_LOCKED, store.write(nameOf("a"), EntryKind::Text, "b"));
+                  EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("a"), entry));
+                  RegistryStore opened(dir.path(), kMapBytes, kTimeout);
+                  EXPECT_EQ(ZPO_OK, opened.readEntry(nameOf("a"), entry));
+              });
+    EXPECT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "b"));
+    EXPECT_NE(std::string::npos, support::contentOf(kHome.dir / "log/ZpoShared.log").find("keeps the registry locked"));
+}
+
+// On a disk of `kilobytes`. 77: no permission to make one.
+int writeOnSmallDisk(const std::string& directory, int kilobytes) {
+    const std::string size = "size=" + std::to_string(kilobytes) + "k";
+    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("none", directory.c_str(), "tmpfs", 0, size.c_str()) != 0) {
+        return 77;
+    }
+    RegistryStore store(directory, kMapBytes, kTimeout);
+    return store.writeAll(numbered(20, 60000), false) == ZPO_REG_STORE_FULL ? 0 : 1;
+}
+
+TEST(RegistryStore, AFullDiskIsAStatus) {
+    const TempDir dir;
+    for (const int kilobytes : {16, 48, 160}) { // full before, within and after the lock file
+        const int code = support::inChild([&] { return writeOnSmallDisk(dir.path(), kilobytes); });
+        if (code == 77) {
+            GTEST_SKIP() << "needs the right to mount";
+        }
+        EXPECT_EQ(0, code) << kilobytes;
+    }
+}
+
+TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
+    const TempDir dir;
+    const std::string state = dir / "a/b/state";
+    const int stop = eventfd(0, EFD_CLOEXEC);
+    EventWatch watch(state, stop, std::chrono::minutes(2));
+    std::promise<void> done;
+    std::thread guard([&, finished = done.get_future()]() mutable {
+        if (finished.wait_for(std::chrono::seconds(10)) == std::future_status::timeout) {
+            eventfd_write(stop, 1);
+        }
+    });
+    for (const char* made : {"a", "a/b", "a/b/state"}) {
+        watch.arm();
+        std::filesystem::create_directory(dir / made);
+        EXPECT_TRUE(watch.wait()) << made;
+    }
+    watch.arm();
+    announceEvent(state);
+    EXPECT_TRUE(watch.wait());
+    done.set_value();
+    guard.join();
+    close(stop);
 }
 
 } // namespace

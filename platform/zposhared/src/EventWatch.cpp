@@ -9,9 +9,9 @@
 namespace zpo {
 namespace {
 
-constexpr int kLongestSleepMs = 3000;
-constexpr int kSleepWithoutWatchMs = 500; // inotify instances are limited
+constexpr std::chrono::milliseconds kSleepWithoutWatch{500}; // inotify instances are limited
 constexpr std::uint32_t kNameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
+constexpr std::uint32_t kFileEvents = IN_CLOSE_WRITE | IN_MOVED_TO; // announced, or replaced as a file
 
 std::string nearestExisting(std::string path) {
     while (path != "/" && access(path.c_str(), F_OK) != 0) {
@@ -33,7 +33,7 @@ bool EventWatch::watch(const std::string& found) {
     struct stat status {};
     if (!inotify_ || stat(found.c_str(), &status) != 0 ||
         inotify_add_watch(inotify_.get(), directoryOf(found).c_str(), kNameEvents) < 0 ||
-        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? IN_CLOSE_WRITE : kNameEvents) < 0) {
+        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? kFileEvents : kNameEvents) < 0) {
         inotify_.reset();
         return false;
     }
@@ -62,7 +62,7 @@ bool EventWatch::watchesDirectory() const {
 
 bool EventWatch::wait() {
     pollfd sources[] = {{stopFd_, POLLIN, 0}, {inotify_.get(), POLLIN, 0}};
-    poll(sources, 2, inotify_ ? kLongestSleepMs : kSleepWithoutWatchMs);
+    poll(sources, 2, static_cast<int>((inotify_ ? longestSleep_ : kSleepWithoutWatch).count()));
     if (sources[0].revents != 0) {
         return false;
     }

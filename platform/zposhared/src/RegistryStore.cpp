@@ -10,6 +10,7 @@
 #include <ctime>
 #include <fmt/format.h>
 #include <mutex>
+#include <sys/statvfs.h>
 
 namespace zpo {
 namespace {
@@ -45,6 +46,11 @@ std::uint32_t putAll(MDB_txn* transaction, MDB_dbi dbi, const std::vector<Entry>
         }
     }
     return ZPO_OK;
+}
+
+bool isDiskFull(const std::string& path) {
+    struct statvfs disk {};
+    return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
 }
 
 // Calls `each` for every entry; MDB_NOTFOUND from LMDB is the end.
@@ -211,7 +217,8 @@ std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
         return status;
     }
     error = mdb_txn_commit(transaction);
-    return statusOfError(error);
+    // LMDB calls a write that the disk had only half the room for an input/output error.
+    return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
 }
 
 std::uint32_t RegistryStore::writing(const Read& work) {
