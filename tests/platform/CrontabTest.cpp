@@ -94,6 +94,17 @@ TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
     EXPECT_FALSE(table.remove(sunday));
     EXPECT_EQ(2U, table.list(kDaily.path).size());
     EXPECT_EQ(1U, table.list("/other").size());
+    const CrontabTask others[] = {
+        {31, 8, "*", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 9, "*", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "1", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "*", "1", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "*", "*", 8, kDaily.path},
+        {30, 8, "*", "*", ZPO_SCHED_ANY, "/qv"},
+    };
+    for (std::size_t i = 0; i < std::size(others); ++i) {
+        EXPECT_FALSE(table.remove(others[i])) << i;
+    }
 }
 
 std::string userName() {
@@ -128,6 +139,7 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     std::filesystem::create_directory(dir / userName());
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("x\n"));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(dir.path()), {})) << "no temporary file may stay";
 }
 
 // A crontab program that keeps its table beside itself and fails where a file tells it to.
@@ -140,7 +152,8 @@ class CrontabProgram : public ::testing::Test {
                                              "[ -e kill ] && kill -9 $$\n"
                                              "[ \"$1\" = - ] && { cat > table; exit 0; }\n"
                                              "[ -e table ] && exec cat table\n"
-                                             "echo 'no crontab for root' >&2; exit 1\n");
+                                             "cat message >&2; exit 1\n");
+        support::writeFile(dir_ / "message", "no crontab for root\n");
         chmod((dir_ / "crontab").c_str(), 0755);
         setenv("PATH", (dir_.path() + ":" + path_).c_str(), 1);
     }
@@ -154,7 +167,11 @@ TEST_F(CrontabProgram, ReadsAndReplacesTheTable) {
     const auto backend = makeCrontabProgram();
     std::string text;
     EXPECT_EQ(ZPO_OK, backend->read(text));
+    support::writeFile(dir_ / "message", "crontab: can't open 'root': No such file or directory\n"); // BusyBox
+    EXPECT_EQ(ZPO_OK, backend->read(text));
     EXPECT_EQ("", text);
+    support::writeFile(dir_ / "message", "crontab: you (root) may not use it\n");
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
     const std::string large(200000, 'x'); // more than a pipe holds
     EXPECT_EQ(ZPO_OK, backend->write(large));
     EXPECT_EQ(ZPO_OK, backend->read(text));

@@ -18,6 +18,7 @@ std::vector<Entry> oddEntries() {
         {"CDR", "CDRService", "FEATURE CODE", EntryKind::Binary, std::string("\xf9\x00\x12", 3)},
         {"C\"", "S\\", "#k", EntryKind::Text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
         {"C", "S", "empty", EntryKind::Text, ""},
+        {"C", "S", "longest", EntryKind::Text, std::string(511, 'z')},
         {"C", "S", "n", EntryKind::Integer, encodeInteger(4294967295U)},
     };
 }
@@ -36,7 +37,7 @@ TEST(EntryText, ReadsBackWhatItWrites) {
     const std::string text = formatted(oddEntries());
     ASSERT_TRUE(parseEntries("# a comment\n\n  \r\n" + text, read, error)) << error;
     EXPECT_EQ(text, formatted(read));
-    ASSERT_EQ(4U, read.size());
+    ASSERT_EQ(oddEntries().size(), read.size());
     EXPECT_EQ(oddEntries()[1].bytes, read[1].bytes);
 }
 
@@ -52,6 +53,7 @@ TEST(EntryText, NamesTheLineThatIsWrong) {
                                  "C S k text",
                                  "C S k text \"open",
                                  "C S k text \"bad \\q escape\"",
+                                 "C S k text \"bad \\x4g\"",
                                  "C S k text \"nul \\x00\"",
                                  "C S k text a\"b",
                                  "C S \"k\"x text y",
@@ -71,7 +73,7 @@ TEST(BackupFile, AnyDamageIsFound) {
     std::vector<Entry> entries;
     std::string error;
     ASSERT_TRUE(parseBackup(good, entries, error)) << error;
-    EXPECT_EQ(4U, entries.size());
+    EXPECT_EQ(oddEntries().size(), entries.size());
     for (std::size_t i = 0; i < good.size(); ++i) {
         std::string bad = good;
         bad[i] = static_cast<char>(bad[i] ^ 4);
@@ -89,13 +91,35 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
     }
     unsetenv("ZPO_STATE_DIR");
     EXPECT_EQ("/var/lib/zpo", *readSettings().stateDirectory);
-    for (const char* bad : {"0", "1025", "12x", "-1", "99999999999999999999", " 5"}) {
-        setenv("ZPO_REGISTRY_MB", bad, 1);
-        EXPECT_FALSE(readSettings().registryBytes.has_value()) << bad;
+    using Number = std::optional<std::uint64_t>;
+    const struct {
+        const char* variable;
+        const char* text; ///< null: not set
+        Number Settings::*setting;
+        Number value;
+    } numbers[] = {
+        {"ZPO_REGISTRY_MB", nullptr, &Settings::registryBytes, 16U << 20U},
+        {"ZPO_REGISTRY_MB", "1024", &Settings::registryBytes, 1U << 30U},
+        {"ZPO_REGISTRY_MB", "1025", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "0", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "12x", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", " 5", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "99999999999999999999", &Settings::registryBytes, {}},
+        {"ZPO_LOG_KB", nullptr, &Settings::logBytes, 1U << 20U},
+        {"ZPO_LOG_KB", "15", &Settings::logBytes, {}},
+        {"ZPO_LOG_KB", "65537", &Settings::logBytes, {}},
+        {"ZPO_CRONTAB_SUNDAY", nullptr, &Settings::sunday, 7},
+        {"ZPO_CRONTAB_SUNDAY", "0", &Settings::sunday, 0},
+        {"ZPO_CRONTAB_SUNDAY", "3", &Settings::sunday, {}},
+        {"ZPO_LOCK_TIMEOUT", nullptr, &Settings::lockSeconds, 5},
+        {"ZPO_LOCK_TIMEOUT", "0", &Settings::lockSeconds, {}},
+        {"ZPO_LOCK_TIMEOUT", "61", &Settings::lockSeconds, {}},
+    };
+    for (const auto& [variable, text, setting, value] : numbers) {
+        text == nullptr ? unsetenv(variable) : setenv(variable, text, 1);
+        EXPECT_EQ(value, readSettings().*setting) << variable << "=" << (text == nullptr ? "" : text);
+        unsetenv(variable);
     }
-    setenv("ZPO_REGISTRY_MB", "2", 1);
-    EXPECT_EQ(2U << 20U, readSettings().registryBytes.value_or(0));
-    unsetenv("ZPO_REGISTRY_MB");
 }
 
 } // namespace

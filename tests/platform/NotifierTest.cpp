@@ -79,6 +79,18 @@ TEST(Notifier, FollowsAStateDirectoryThatIsReplaced) {
     EXPECT_FALSE(std::filesystem::exists(kHome.dir / "state")) << "watching must not create it";
 }
 
+// Another store under the name is a restore when one has been made in it.
+TEST(Notifier, TellsOfARegistryFileThatIsReplaced) {
+    const std::string other = "ZPO_STATE_DIR=" + kHome.dir / "other";
+    ASSERT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore("both", count, 3));
+    reset();
+    ASSERT_EQ(0, run({ZPOREG, "backup", kHome.dir / "backup"}).exitCode);
+    EXPECT_TRUE(waitUntil([] { return backups == 1; }));
+    ASSERT_EQ(0, run({"env", other, ZPOREG, "restore", kHome.dir / "backup"}).exitCode);
+    std::filesystem::rename(kHome.dir / "other/registry.mdb", kHome.dir / "state/registry.mdb");
+    expectNoMore(1, 1);
+}
+
 long threadCount() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/task"), {});
 }
@@ -117,6 +129,16 @@ TEST(Notifier, RefusesUnusableArguments) {
     for (const std::uint32_t events : {0U, 4U}) {
         EXPECT_EQ(ZPO_NOTIFY_BAD_ARGUMENT, ZpoNotifyRegBackupAndRestore("n", count, events));
     }
+    const auto registerNames = [&] { // in a child: names are never given back
+        for (int i = 0; i < 64; ++i) {
+            const std::string name = std::to_string(i) + longName.substr(0, 62);
+            if (ZpoNotifyRegBackupAndRestore(name.c_str(), count, 3) != ZPO_OK) {
+                return 1;
+            }
+        }
+        return ZpoNotifyRegBackupAndRestore("65th", count, 3) == ZPO_NOTIFY_TOO_MANY ? 0 : 2;
+    };
+    EXPECT_EQ(0, support::inChild(registerNames));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The scheduler's C functions over a crontabs directory.
 
+#include "Files.hpp"
 #include "Home.hpp"
 #include "ZpoShared.h"
 
@@ -63,6 +64,14 @@ TEST_F(Scheduler, FailuresAreStatuses) {
     std::fill(std::begin(record.dayOfMonth), std::end(record.dayOfMonth), '1');
     record.path[0] = '/';
     EXPECT_EQ(ZPO_SCHED_BAD_FIELD, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    ASSERT_EQ(ZPO_OK, add("/other", 1));
+    {
+        zpo::FileLock stuck;
+        EXPECT_EQ(0, stuck.acquire(kHome.dir / "state/crontab.lock", {}));
+        EXPECT_EQ(ZPO_SCHED_BUSY, add(kProgram, 1));
+        EXPECT_EQ(1U, listed("/other").size());
+    }
+    std::filesystem::remove(table());
     std::filesystem::create_directory(table());
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, add(kProgram, 1));
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, ZpoGetScheduledTaskList(kProgram, &head, 1000));

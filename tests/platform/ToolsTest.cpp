@@ -38,6 +38,10 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
                   {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
                   {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
                   {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
+                  {{"set", "T", "Other", "int", "--int", "1"}, 0, ""},
+                  {{"list", "T", "Other"}, 0, "T Other int int 1\n"},
+                  {{"set", "T", "S", "longest", "--text", std::string(511, 'x')}, 0, ""},
+                  {{"get", "T", "S", "longest"}, 0, std::string(511, 'x') + "\n"},
                   {{"delete", "T", "S", "int"}, 0, ""},
                   {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
                   {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
@@ -73,6 +77,23 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     play(ZPOREG, {{{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"},
                   {{"restore", saved}, 0, "..."},
                   {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"}});
+}
+
+TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
+    const std::string store = kHome.dir / "damaged/registry.mdb";
+    const std::string copy = kHome.dir / "damaged.backup";
+    const std::string state = "ZPO_STATE_DIR=" + kHome.dir / "damaged";
+    run({"env", state, ZPOREG, "set", "D", "S", "bad", "--text", "findme"});
+    run({"env", state, ZPOREG, "set", "D", "S", "good", "--text", "fine"});
+    std::string bytes = support::contentOf(store);
+    for (auto at = bytes.find("tfindme"); at != std::string::npos; at = bytes.find("tfindme", at + 1)) {
+        bytes[at] = '?'; // the kind
+    }
+    support::writeFile(store, bytes);
+    play("env", {{{state, ZPOREG, "get", "D", "S", "bad"}, 1, "zporeg: D S bad: the entry's record is damaged..."},
+                 {{state, ZPOREG, "list"}, 1, "zporeg: damaged entries: 1; they are not shown\nD S good text fine\n"},
+                 {{state, ZPOREG, "backup", copy}, 1, "zporeg: damaged entries: 1; no backup was written\n"}});
+    EXPECT_EQ("", support::contentOf(copy));
 }
 
 TEST(Osqueue, CarriesMessages) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -16,7 +15,7 @@ struct Settings {
     std::optional<std::uint64_t> sunday;         ///< ZPO_CRONTAB_SUNDAY: how a crontab line names the day 7, 7 or 0
     std::optional<std::uint64_t> registryBytes;  ///< ZPO_REGISTRY_MB, largest size of the registry in bytes
     std::optional<std::uint64_t> logBytes;       ///< ZPO_LOG_KB, size at which a log is rotated, in bytes
-    std::optional<std::chrono::milliseconds> lockTimeout; ///< ZPO_LOCK_TIMEOUT: longest wait for another process's lock
+    std::optional<std::uint64_t> lockSeconds;    ///< ZPO_LOCK_TIMEOUT, longest wait for another process's lock
 };
 
 /// Reads the settings from the environment, or the defaults alone in a set-user-ID program.

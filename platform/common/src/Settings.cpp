@@ -57,9 +57,7 @@ Settings readSettings() {
     }
     result.registryBytes = scaled(number("ZPO_REGISTRY_MB", 16, 1, 1024), std::uint64_t{1} << 20U);
     result.logBytes = scaled(number("ZPO_LOG_KB", 1024, 16, 65536), std::uint64_t{1} << 10U);
-    if (const auto seconds = number("ZPO_LOCK_TIMEOUT", 5, 1, 60)) {
-        result.lockTimeout = std::chrono::seconds(*seconds);
-    }
+    result.lockSeconds = number("ZPO_LOCK_TIMEOUT", 5, 1, 60);
     return result;
 }
 

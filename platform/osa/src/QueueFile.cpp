@@ -54,7 +54,7 @@ bool parseIdentity(const std::string& content, QueueIdentity& identity) {
 
 std::uint32_t lockQueues(FileLock& lock) {
     const std::string directory = queueDirectory();
-    if (directory.empty() || !settings().lockTimeout) {
+    if (directory.empty() || !settings().lockSeconds) {
         return OSA_STATE_DIRECTORY;
     }
     int error = ensureDirectory(*settings().stateDirectory);
@@ -62,7 +62,7 @@ std::uint32_t lockQueues(FileLock& lock) {
         error = ensureDirectory(directory);
     }
     if (error == 0) {
-        error = lock.acquire(directory + "/.lock", *settings().lockTimeout);
+        error = lock.acquire(directory + "/.lock", std::chrono::seconds(*settings().lockSeconds));
     }
     return statusOfFileError(error);
 }

@@ -9,13 +9,13 @@ namespace zpo {
 
 RegistryStore* processRegistry() {
     const Settings& given = settings();
-    if (!given.stateDirectory || !given.registryBytes || !given.lockTimeout) {
+    if (!given.stateDirectory || !given.registryBytes || !given.lockSeconds) {
         return nullptr;
     }
     // LMDB must not be used across a fork.
     return &PerProcess<RegistryStore>::get([&] {
         return new RegistryStore(*given.stateDirectory, static_cast<std::size_t>(*given.registryBytes),
-                                 *given.lockTimeout);
+                                 std::chrono::seconds(*given.lockSeconds));
     });
 }
 

@@ -25,7 +25,7 @@ std::uint32_t lockTable(FileLock& lock) {
     if (ensureDirectory(directory) != 0) {
         return ZPO_SCHED_LOCK_FAILED;
     }
-    const int error = lock.acquire(directory + "/crontab.lock", *settings().lockTimeout);
+    const int error = lock.acquire(directory + "/crontab.lock", std::chrono::seconds(*settings().lockSeconds));
     if (error == ETIMEDOUT) {
         logInternal(4, statusText(ZPO_SCHED_BUSY));
         return ZPO_SCHED_BUSY;
@@ -35,7 +35,7 @@ std::uint32_t lockTable(FileLock& lock) {
 
 std::uint32_t checkSettings() {
     const Settings& given = settings();
-    return given.stateDirectory && given.crontabDirectory && given.sunday && given.lockTimeout ? ZPO_OK
+    return given.stateDirectory && given.crontabDirectory && given.sunday && given.lockSeconds ? ZPO_OK
                                                                                                : ZPO_SCHED_BAD_SETTING;
 }
 
