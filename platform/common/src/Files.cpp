@@ -43,7 +43,7 @@ int waitForLock(int fd, off_t byte, std::chrono::steady_clock::time_point deadli
     return error;
 }
 
-// A name with a leading dot and a second one, which a cron daemon passes over.
+// Cron daemons skip names that contain a dot.
 std::string temporaryName(const std::string& path) {
     return directoryOf(path) + "/.new." + path.substr(path.rfind('/') + 1) + ".XXXXXX";
 }
@@ -176,8 +176,8 @@ FileLock::~FileLock() {
     }
 }
 
-// Two bytes of the file are locked: who holds the turn is the next to get the lock. So a writer that writes all the
-// time lets the others in.
+// Two bytes of the file are locked: the holder of the turn is the next to get the lock. So a process that takes the
+// lock again and again lets the others in.
 int FileLock::acquire(const std::string& path, std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     fd_ = openFile(path, O_RDWR | O_CREAT, 0660);

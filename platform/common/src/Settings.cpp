@@ -11,7 +11,7 @@
 namespace zpo {
 namespace {
 
-// Room is left for the names of the files inside.
+// Leaves room for the names of the files inside.
 constexpr std::size_t kMaxDirectory = PATH_MAX - 256;
 
 bool isUsableDirectory(const std::string& path) {
@@ -62,7 +62,7 @@ Settings readSettings() {
 }
 
 const Settings& settings() {
-    // Never destroyed: the library's thread and late callers may still read it while the process exits.
+    // Never destroyed: the library's thread and late callers may read it while the process exits.
     static const Settings* const current = new Settings(readSettings());
     return *current;
 }

@@ -22,7 +22,7 @@ struct Message {
     char bytes[OSA_MAX_MESSAGE];
 };
 
-// A bounded wait looks again in steps: the kernel's own wait knows no limit.
+// The kernel's own wait has no limit, so a bounded one looks again in steps.
 constexpr std::chrono::milliseconds kShortestStep{1};
 constexpr std::chrono::milliseconds kLongestStep{20};
 
@@ -35,7 +35,7 @@ std::uint32_t guarded(Work work) noexcept {
     }
 }
 
-// The queues this process has met by name or id, so that an id which the kernel gave to another queue is noticed.
+// The queues that this process has used, so that an id which the kernel has given to another queue is noticed.
 class KnownQueues {
   public:
     std::mutex mutex; ///< for the members and, over a fork, for sharedState()
@@ -73,7 +73,7 @@ std::uint32_t checkId(std::uint32_t id) {
     }
     const KnownQueues::Meeting meeting = knownQueues().look(present);
     if (meeting != KnownQueues::Meeting::Never) {
-        // The kernel has given the id to another queue: only a new look-up by name makes it valid again.
+        // If the kernel has given the id to another queue, only a new look-up by name makes it valid again.
         return meeting == KnownQueues::Meeting::Same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
     }
     QueueIdentity named;

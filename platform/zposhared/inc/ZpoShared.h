@@ -3,10 +3,10 @@
  *
  * Every function returns a status, 0 (ZPO_OK) on success; the statuses are listed below and described, with what to do
  * about them, in docs/PLATFORM.md. No function keeps a pointer that it was given, except the notification callback.
- * Every function may be called from any thread and, after a fork, from the child as well. No function throws.
+ * Every function may be called from any thread, and in a forked child. No function throws.
  *
  * Environment (read once, at first use; ignored in set-user-ID programs; a directory must be an absolute path):
- *   ZPO_STATE_DIR      the registry and the locks             default /var/lib/zpo
+ *   ZPO_STATE_DIR      registry, locks, queue names           default /var/lib/zpo
  *   ZPO_LOG_DIR        the log files                          default /var/log/zpo
  *   ZPO_CRONTAB_DIR    a crontabs directory to edit           default none: the crontab program is used
  *   ZPO_CRONTAB_SUNDAY how a crontab line names day 7: 7 or 0   default 7
@@ -135,7 +135,8 @@ ZPO_API uint32_t ZpoDiagDeregisterModule(uint32_t handle);
 
 /* ---- Task scheduler ---------------------------------------------------------------------------------------------- */
 
-/* Tasks are lines of the crontab of the process's user. Only lines that this library added are listed and deleted. */
+/* Tasks are lines of the crontab of the process's user, in exactly the form that this library writes. Other lines are
+ * neither listed nor changed. */
 
 #define ZPO_SCHED_ANY 1024u /* a time or day field that takes every value */
 
@@ -188,7 +189,7 @@ ZPO_API void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head);
 #define ZPO_EVENT_BACKUP 1u
 #define ZPO_EVENT_RESTORE 2u
 
-/* Told of an event, ZPO_EVENT_BACKUP or ZPO_EVENT_RESTORE. Runs on a thread of the library, one call at a time. */
+/* Called with the event, ZPO_EVENT_BACKUP or ZPO_EVENT_RESTORE, on a thread of the library, one call at a time. */
 typedef void (*ZpoRegBackupAndRestoreCallback)(unsigned long event);
 
 /* Registers `callback` under `name` (1 to 64 bytes): it is called once for each backup or restore of the registry, by

@@ -55,7 +55,7 @@ class CrontabDirectory final : public CrontabBackend {
   private:
     std::string path() const { return directory_ + "/" + user_; }
 
-    // crond reads the tables of the users that it finds here, then removes the file.
+    // crond reads the tables of the users named in this file, then removes it.
     bool tellDaemon() const {
         const UniqueFd fd = openFile(directory_ + "/cron.update", O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0600);
         return fd && writeAll(fd.get(), user_ + "\n") == 0;

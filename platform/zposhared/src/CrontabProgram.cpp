@@ -2,7 +2,9 @@
 #include "Files.hpp"
 #include "ZpoShared.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <poll.h>
@@ -17,9 +19,9 @@
 namespace zpo {
 namespace {
 
-constexpr int kPatienceMs = 10000;
+constexpr std::chrono::seconds kLongestRun{10};
 constexpr int kKilled = -1;
-constexpr int kLost = -2; // the host process reaps children itself
+constexpr int kLost = -2; // the host process has reaped the child itself
 
 struct Outcome {
     int error = 0;    // an errno when the program could not be run
@@ -79,11 +81,17 @@ class SpawnSetup {
     posix_spawnattr_t attributes_{};
 };
 
-// Waits for the program, not for ever: one that hangs is killed.
+// Waits for the program to end, and kills one that takes too long.
 int waitFor(pid_t child) {
     const UniqueFd handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     pollfd ended{handle.get(), POLLIN, 0};
-    if (handle && poll(&ended, 1, kPatienceMs) == 0) {
+    const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
+    int ready = -1;
+    while (handle && ready < 0) { // a signal interrupts it
+        const auto left = deadline - std::chrono::steady_clock::now();
+        ready = poll(&ended, 1, std::max(0, static_cast<int>(left / std::chrono::milliseconds(1))));
+    }
+    if (ready == 0) {
         kill(child, SIGKILL);
     }
     int status = 0;
@@ -119,7 +127,7 @@ Outcome runCrontab(const char* argument, const std::string& input) {
     return outcome;
 }
 
-// 0, or the status of a program that could not be run or wrote too much.
+// ZPO_OK unless the program could not be run or wrote too much.
 std::uint32_t statusOf(const Outcome& outcome) {
     switch (outcome.error) {
     case 0:
@@ -168,7 +176,7 @@ class CrontabProgram final : public CrontabBackend {
     }
 
   private:
-    // Without an exit code, silence is success.
+    // When the exit code is lost, no message means success.
     static bool succeeded(const Outcome& outcome) {
         return outcome.exitCode == 0 || (outcome.exitCode == kLost && outcome.messages.empty());
     }

@@ -67,7 +67,7 @@ bool takeDay(std::string_view& rest, std::string& day) {
     return ok;
 }
 
-// The path of a command as quoted() writes it; an administrator's own command never equals it by accident.
+// Undoes quoted(). Takes any text: the caller compares what quoted() makes of the result.
 std::string unquoted(std::string_view command) {
     std::string path;
     bool inside = false;

@@ -9,7 +9,7 @@
 namespace zpo {
 namespace {
 
-constexpr std::chrono::milliseconds kSleepWithoutWatch{500}; // inotify instances are limited
+constexpr std::chrono::milliseconds kSleepWithoutWatch{500}; // when no inotify instance is left
 constexpr std::uint32_t kNameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
 constexpr std::uint32_t kFileEvents = IN_CLOSE_WRITE | IN_MOVED_TO; // announced, or replaced as a file
 
@@ -23,11 +23,11 @@ std::string nearestExisting(std::string path) {
 } // namespace
 
 void announceEvent(const std::string& directory) {
-    // Closing a file that was open for writing is what the watchers see. Should it fail, they look within seconds.
+    // The watchers see that a file open for writing is closed. Should this fail, they look within seconds.
     openFile(directory + "/registry.notify", O_WRONLY | O_CREAT | O_NONBLOCK, 0660);
 }
 
-// The directory above is watched, too: one that is removed while files in it are open tells nothing itself.
+// The directory above is watched, too: inotify is silent about a directory removed while files in it are open.
 bool EventWatch::watch(const std::string& found) {
     inotify_ = UniqueFd(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     struct stat status {};
@@ -48,7 +48,7 @@ void EventWatch::arm() {
     }
     std::string watched;
     for (std::string found = nearestExisting(directory_); found != watched; found = nearestExisting(directory_)) {
-        watched = found; // one that appears meanwhile is found by looking once more
+        watched = found; // looks once more for one that has appeared meanwhile
         if (!watch(found)) {
             return;
         }
@@ -68,7 +68,7 @@ bool EventWatch::wait() {
     }
     char events[4096];
     while (inotify_ && read(inotify_.get(), events, sizeof events) > 0) {
-        continue; // that something happened is enough
+        continue; // which events does not matter
     }
     if (!watchesDirectory()) {
         inotify_.reset();

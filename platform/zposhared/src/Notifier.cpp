@@ -30,7 +30,7 @@ constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call
 struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
-    std::optional<StoreCounters> told; ///< up to where it has been told; none: the registry was not readable then
+    std::optional<StoreCounters> told; ///< what it has been told of; empty: the registry could not be read
 };
 
 struct Call {
@@ -38,7 +38,7 @@ struct Call {
     unsigned long event;
 };
 
-// None when the registry cannot be read. A store that does not exist has counted nothing, and is not created here.
+// Empty when the registry cannot be read. A store that does not exist has counted nothing and is not created here.
 std::optional<StoreCounters> currentCounters() {
     StoreCounters counters;
     RegistryStore* registry = processRegistry();
@@ -48,8 +48,8 @@ std::optional<StoreCounters> currentCounters() {
     return counters;
 }
 
-// How many of an event's count are new to a registration. Another store counts from zero; one that could not be read
-// before may have been restored, which is told once.
+// How many events a registration has not been told of. Another store's all are new; of a store that could not be read
+// before, one is told.
 std::uint64_t newEvents(const Registration& registration, const StoreCounters& now,
                         std::uint64_t StoreCounters::*count) {
     if (!registration.told) {

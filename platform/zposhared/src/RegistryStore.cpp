@@ -83,7 +83,7 @@ bool RegistryStore::isUsable(bool toWrite) {
         return false;
     }
     const std::int64_t now = coarseMilliseconds();
-    // A value that is read may be a moment old; one that is written must not go to a file that is no more.
+    // A read may be a moment out of date; a write must not go to a file that has been replaced.
     if (!toWrite && now < nextFileCheck_.load(std::memory_order_relaxed)) {
         return true;
     }
@@ -97,7 +97,7 @@ bool RegistryStore::isUsable(bool toWrite) {
 std::uint32_t RegistryStore::reopen(bool toWrite) {
     const std::unique_lock<std::shared_mutex> lock(mutex_);
     if (isUsable(toWrite)) {
-        return ZPO_OK; // another thread was faster
+        return ZPO_OK; // another thread has reopened it
     }
     store_.reset();
     std::string problem;
@@ -158,7 +158,7 @@ void RegistryStore::recover(int error) {
     }
 }
 
-std::uint32_t RegistryStore::readingOnce(const Read& work, int& error) {
+std::uint32_t RegistryStore::readingOnce(const Work& work, int& error) {
     std::shared_lock<std::shared_mutex> lock;
     const std::uint32_t status = acquire(lock, false);
     if (status != ZPO_OK) {
@@ -174,7 +174,7 @@ std::uint32_t RegistryStore::readingOnce(const Read& work, int& error) {
     return result;
 }
 
-std::uint32_t RegistryStore::reading(const Read& work) {
+std::uint32_t RegistryStore::reading(const Work& work) {
     int error = 0;
     const std::uint32_t status = readingOnce(work, error);
     if (error != MDB_MAP_RESIZED && error != MDB_READERS_FULL && error != MDB_PANIC) {
@@ -184,7 +184,7 @@ std::uint32_t RegistryStore::reading(const Read& work) {
     return readingOnce(work, error);
 }
 
-// LMDB's own lock for writers cannot be waited for with a limit. With this one held it is always free.
+// A wait for LMDB's own write lock has no limit. While this lock is held, LMDB's is free.
 std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
     const int error = lock.acquire(lockPath_, lockTimeout_);
     if (error == ETIMEDOUT) {
@@ -194,7 +194,7 @@ std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
     return error == EACCES || error == EPERM ? ZPO_REG_NOT_WRITABLE : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
+std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
     FileLock writeLock;
     std::shared_lock<std::shared_mutex> lock;
     std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
@@ -217,11 +217,11 @@ std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
         return status;
     }
     error = mdb_txn_commit(transaction);
-    // LMDB calls a write that the disk had only half the room for an input/output error.
+    // LMDB reports a write that the disk had room for only in part as an input/output error.
     return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::writing(const Read& work) {
+std::uint32_t RegistryStore::writing(const Work& work) {
     int error = 0;
     const std::uint32_t status = writingOnce(work, error);
     if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
@@ -355,7 +355,7 @@ std::uint32_t RegistryStore::countBackup() {
 }
 
 std::uint32_t RegistryStore::counters(StoreCounters& counters) {
-    nextFileCheck_ = 0; // who asks for news must not read them from a file that has just been replaced
+    nextFileCheck_ = 0; // the old file must not answer once it has been replaced
     return reading([&](MDB_txn* transaction, MDB_dbi entries) {
         HeadRecord head{};
         const std::uint32_t status = getHead(transaction, entries, head);

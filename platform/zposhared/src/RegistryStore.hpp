@@ -46,13 +46,13 @@ class RegistryStore {
     std::uint32_t counters(StoreCounters& counters);
 
   private:
-    using Read = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
+    using Work = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
     using Consume = std::function<std::uint32_t(EntryKind, std::string_view)>;
 
-    std::uint32_t reading(const Read& work);
-    std::uint32_t readingOnce(const Read& work, int& error);
-    std::uint32_t writing(const Read& work);
-    std::uint32_t writingOnce(const Read& work, int& error);
+    std::uint32_t reading(const Work& work);
+    std::uint32_t readingOnce(const Work& work, int& error);
+    std::uint32_t writing(const Work& work);
+    std::uint32_t writingOnce(const Work& work, int& error);
     std::uint32_t read(const EntryName& name, const Consume& consume);
     std::uint32_t lockForWriting(FileLock& lock);
     std::uint32_t acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite);

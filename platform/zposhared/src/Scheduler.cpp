@@ -58,7 +58,7 @@ std::uint32_t edit(const std::function<std::uint32_t(CrontabTable&)>& change) {
 }
 
 ZpoScheduledTaskEntry* makeElement(const CrontabTask& task) {
-    auto* element = new ZpoScheduledTaskEntry{}; // all zero: every text ends
+    auto* element = new ZpoScheduledTaskEntry{}; // zeros: every text is NUL-terminated
     ZpoScheduledTaskRecord& record = element->record;
     task.path.copy(record.path, sizeof record.path - 1);
     task.dayOfMonth.copy(record.dayOfMonth, sizeof record.dayOfMonth - 1);
@@ -96,7 +96,7 @@ std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
         return status;
     }
     std::string text;
-    status = makeBackend()->read(text); // the table is replaced at once, so reading needs no lock
+    status = makeBackend()->read(text); // needs no lock: the table is replaced atomically
     if (status != ZPO_OK) {
         return status;
     }

@@ -32,7 +32,7 @@ std::uint32_t allocateLockFile(const std::string& path) {
     const UniqueFd fd = openFile(path + "-lock", O_RDWR | O_CREAT | O_NONBLOCK, 0660);
     struct stat status {};
     if (!fd || fstat(fd.get(), &status) != 0 || status.st_size >= kLockFileBytes) {
-        return ZPO_OK; // LMDB itself tells why it cannot be opened
+        return ZPO_OK; // when it cannot be opened, LMDB says why
     }
     return statusOfError(posix_fallocate(fd.get(), 0, kLockFileBytes));
 }
@@ -122,7 +122,7 @@ StoreEnvironment::~StoreEnvironment() {
 }
 
 std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
-    mdb_env_close(env_); // of a first attempt; null is allowed
+    mdb_env_close(env_); // of the first attempt, or null
     env_ = nullptr;
     int error = mdb_env_create(&env_);
     if (error == 0) {
