@@ -218,80 +218,66 @@ TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
     }
 }
 
-std::string storeOf(const std::function<void(RegistryStore&)>& fill) {
-    const TempDir dir;
-    RegistryStore store(dir.path(), kMapBytes, kTimeout);
-    fill(store);
-    return support::contentOf(dir / "registry.mdb");
+TEST(RegistryStore, FollowsAFileThatAnotherProcessEnlarges) {
+    for (const bool toWrite : {true, false}) {
+        const TempDir dir;
+        RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+        ASSERT_EQ(ZPO_OK, store.writeAll(numbered(2, 10), false));
+        const auto enlarge = [&] {
+            RegistryStore larger(dir.path(), kMapBytes, kTimeout);
+            return larger.writeAll(numbered(40, 60000), false) == ZPO_OK ? 0 : 1;
+        };
+        EXPECT_EQ(0, support::inChild(enlarge));
+        Entry entry;
+        EXPECT_EQ(ZPO_OK, toWrite ? store.remove(nameOf("key9")) : store.readEntry(nameOf("key9"), entry)) << toWrite;
+    }
 }
 
-TEST(RegistryStore, FollowsWhatIsDoneToItsFileMeanwhile) {
-    const std::string restored = storeOf([](RegistryStore& store) { store.replaceAll(numbered(2, 10)); });
-    std::string later = storeOf([](RegistryStore& store) { store.write(nameOf("x"), EntryKind::Text, "x"); });
+TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
+    const TempDir other;
+    RegistryStore(other.path(), kMapBytes, kTimeout).replaceAll(numbered(2, 10));
+    const std::string restored = support::contentOf(other / "registry.mdb");
+    std::string later = restored;
     const std::string head("\1store\1\0", 8); // with the format's number
     for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
         later[at + 6] = 2;
     }
-    const auto replaceBy = [](const std::string& content) {
-        return [content](const std::string& file) {
-            support::writeFile(file + ".new", content);
-            std::filesystem::rename(file + ".new", file);
-        };
-    };
     const struct {
-        const char* what;
-        std::function<void(const std::string&)> change;
+        std::string content;
         std::uint32_t status;
         std::uint64_t restores;
-    } cases[] = {
-        {"enlarged by another process",
-         [](const std::string& file) {
-             const std::string directory = std::filesystem::path(file).parent_path();
-             const auto enlarge = [&] {
-                 RegistryStore larger(directory, kMapBytes, kTimeout);
-                 return larger.writeAll(numbered(40, 60000), false) == ZPO_OK ? 0 : 1;
-             };
-             EXPECT_EQ(0, support::inChild(enlarge));
-         },
-         ZPO_OK, 0},
-        {"cut", [](const std::string& file) { std::filesystem::resize_file(file, 4096); }, ZPO_REG_STORE_CORRUPT, 0},
-        {"replaced by a later version's", replaceBy(later), ZPO_REG_STORE_VERSION, 0},
-        {"replaced", replaceBy(restored), ZPO_OK, 1},
-    };
-    for (const auto& [what, change, status, restores] : cases) {
+    } cases[] = {{later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
+    for (const auto& [content, status, restores] : cases) {
         for (const bool toWrite : {true, false}) {
             const TempDir dir;
-            RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+            RegistryStore store(dir.path(), kMapBytes, kTimeout);
             StoreCounters counters;
             ASSERT_EQ(ZPO_OK, store.writeAll(numbered(2, 10), false));
             ASSERT_EQ(ZPO_OK, store.counters(counters)); // the file was looked at just now
-            change(dir / "registry.mdb");
-            EXPECT_EQ(status, toWrite ? store.write(nameOf("y"), EntryKind::Text, "y") : store.counters(counters))
-                << what;
-            EXPECT_EQ(status, store.counters(counters)) << what;
-            EXPECT_EQ(restores, counters.restores) << what;
+            if (content.empty()) {
+                std::filesystem::resize_file(dir / "registry.mdb", 4096);
+            } else {
+                support::writeFile(dir / "new", content);
+                std::filesystem::rename(dir / "new", dir / "registry.mdb");
+            }
+            EXPECT_EQ(status, toWrite ? store.remove(nameOf("key1")) : store.counters(counters));
+            EXPECT_EQ(status, store.counters(counters));
+            EXPECT_EQ(restores, counters.restores);
         }
     }
 }
 
-// A writer that is stuck with the lock stops the writers, each for a while, and no reader; when it dies, the lock is
-// free.
-TEST(RegistryStore, OnlyWritesWaitForAStuckWriterAndNotForEver) {
+// A stuck writer stops the others, each for a while, and no reader.
+TEST(RegistryStore, OnlyWritesWaitForAWriterAndNotForEver) {
     const TempDir dir;
     RegistryStore store(dir.path(), kMapBytes, std::chrono::milliseconds(30));
     ASSERT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "a"));
+    FileLock stuck;
+    ASSERT_EQ(0, stuck.acquire(dir / "registry.lock", {}));
+    EXPECT_EQ(ZPO_REG_LOCKED, store.write(nameOf("a"), EntryKind::Text, "b"));
     Entry entry;
-    FileLock held;
-    const auto lockIt = [&](int pipe) {
-        EXPECT_EQ(1, write(pipe, "", held.acquire(dir / "registry.lock", kTimeout) == 0 ? 1 : 0));
-    };
-    killed(lockIt, [&] {
-        EXPECT_EQ(ZPO_REG_LOCKED, store.write(nameOf("a"), EntryKind::Text, "b"));
-        EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("a"), entry));
-        RegistryStore opened(dir.path(), kMapBytes, kTimeout);
-        EXPECT_EQ(ZPO_OK, opened.readEntry(nameOf("a"), entry));
-    });
-    EXPECT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "b"));
+    EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("a"), entry));
+    EXPECT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).readEntry(nameOf("a"), entry));
     EXPECT_NE(std::string::npos, support::contentOf(kHome.dir / "log/ZpoShared.log").find("keeps the registry locked"));
 }
 
