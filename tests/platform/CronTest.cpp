@@ -1,11 +1,10 @@
-// A task armed through the library is run by a real cron daemon: BusyBox's, as root. Takes up to a minute.
+// A task armed through the library is run by a real cron daemon: BusyBox's, as root. Takes up to two minutes.
 
 #include "Home.hpp"
 #include "ZpoShared.h"
 
 #include <csignal>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -32,14 +31,9 @@ TEST(Cron, RunsAnArmedTask) {
         const std::string log = kHome.dir / "crond.log";
         return execlp("busybox", "busybox", "crond", "-f", "-L", log.c_str(), "-c", tables.c_str(), nullptr);
     });
-    std::time_t now = std::time(nullptr);
-    while (std::time(nullptr) % 60 > 55) { // arming in the minute's last seconds might be a minute late
-        sleep(1);
-        now = std::time(nullptr);
-    }
     EXPECT_EQ(ZPO_OK, ZpoSetScheduledTask(task, 1000, 1000, 1000));
-    EXPECT_TRUE(support::waitUntil([] { return std::filesystem::exists(kHome.dir / "ran"); }, std::chrono::seconds(75)))
-        << "armed at " << now << "\n"
+    EXPECT_TRUE(
+        support::waitUntil([] { return std::filesystem::exists(kHome.dir / "ran"); }, std::chrono::seconds(130)))
         << support::contentOf(kHome.dir / "crond.log");
     kill(daemon, SIGTERM);
     support::waitForChild(daemon);

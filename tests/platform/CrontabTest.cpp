@@ -22,7 +22,8 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
     const std::string tables[] = {
         "",
         "# comment\nSHELL=/bin/sh\nMAILTO=\"\"\n\n0 1 * * * /bin/one\n",
-        "0 1 * * * /bin/last-line-without-its-end",
+        "# comment\n0 1 * * * /bin/last-line-without-its-end",
+        "30 8 * * * '/qv/bin/CDRTransfer'\n", // the library would not quote it
         "*/5 8 * * * /qv/bin/CDRTransfer\n",
         "30 8 * * mon /qv/bin/CDRTransfer --now\n",
         "@daily /qv/bin/CDRTransfer\n#30 8 * * * /qv/bin/CDRTransfer\n",

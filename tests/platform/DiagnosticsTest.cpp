@@ -4,6 +4,7 @@
 #include "Home.hpp"
 #include "ZpoShared.h"
 
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
@@ -45,6 +46,7 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
 
 TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
     std::uint32_t handle = 55;
+    std::uint32_t handles[256] = {};
     for (const char* file :
          {static_cast<const char*>(nullptr), "", "../up.log", "a/b", ".hidden", "line\n", "blank name"}) {
         EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", file, &handle));
@@ -57,6 +59,11 @@ TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
     EXPECT_EQ(ZPO_OK, ZpoDiagDeregisterModule(handle));
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagDeregisterModule(handle));
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(handle, 2, 4, -1, "x"));
+    for (int i = 0; i < 256; ++i) {
+        ZpoDiagRegisterModule("m", "c", "n", "x.log", &handles[i]);
+    }
+    EXPECT_EQ(ZPO_DIAG_TOO_MANY, ZpoDiagRegisterModule("m", "c", "n", "x.log", &handle));
+    std::for_each(std::begin(handles), std::end(handles), ZpoDiagDeregisterModule);
 }
 
 std::string lineOf(int writer, int number) {

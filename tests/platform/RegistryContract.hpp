@@ -7,6 +7,7 @@
 
 #include <atomic>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <string>
 #include <thread>
 #include <vector>
@@ -18,9 +19,7 @@ constexpr const char* kComponent = "Contract";
 TEST(RegistryContract, ReadsBackWhatWasWritten) {
     for (const std::uint32_t length : {1U, 2U, 30U, 64U, 4096U}) {
         std::string value(length, '\0');
-        for (std::uint32_t i = 0; i < length; ++i) {
-            value[i] = static_cast<char>(255 - i % 256);
-        }
+        std::iota(value.begin(), value.end(), '\x7f');
         std::string read(length, 'x');
         ASSERT_EQ(ZPO_OK, ZpoSetRegEntryBinary(kComponent, "Values", "binary", value.data(), length));
         EXPECT_EQ(ZPO_OK, ZpoGetRegEntryBinary(kComponent, "Values", "binary", read.data(), length));
