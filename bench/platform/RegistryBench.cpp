@@ -62,7 +62,7 @@ void write(benchmark::State& state) {
         }
     }
 }
-BENCHMARK(write)->UseRealTime();
+BENCHMARK(write)->Threads(1)->Threads(2)->UseRealTime();
 
 } // namespace
 

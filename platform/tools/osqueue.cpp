@@ -1,17 +1,14 @@
 // osqueue: creates, listens to, sends to and deletes the platform's message queues.
 
+#include "CommandLine.hpp"
 #include "osa.h"
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
 
 namespace {
-
-constexpr int failureCode = 1;
-constexpr int usageCode = 2;
 
 struct Request {
     std::string name, message;
@@ -36,7 +33,9 @@ const char* textOf(std::uint32_t status) {
     case OSA_NO_RESOURCES:
         return "the system has no room for it";
     case OSA_STATE_DIRECTORY:
-        return "the state directory (ZPO_STATE_DIR) is missing, not writable or not an absolute path";
+        return "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable";
+    case OSA_BUSY:
+        return "another process keeps the queues' names locked";
     default:
         return "the system failed";
     }
@@ -84,37 +83,22 @@ void remove(const Request& request) {
     require(osQueueDelete(idOf(request.name)), request.name);
 }
 
-CLI::App* addCommand(CLI::App& app, Request& request, const char* name, const char* help, void (*run)(const Request&)) {
-    CLI::App* command = app.add_subcommand(name, help);
-    command->add_option("NAME", request.name, "the queue, for example CDRService")->required();
-    command->callback([&request, run] { run(request); });
-    return command;
+zpo::CommandLine::Command add(zpo::CommandLine& line, Request& request, const char* name, const char* help,
+                              void (*work)(const Request&)) {
+    return line.add(name, help, [&request, work] { work(request); })
+        .argument("NAME", request.name, "the queue, for example CDRService");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Works on the platform's message queues of ZPO_STATE_DIR (default /var/lib/zpo).", "osqueue");
-    app.require_subcommand(1);
     Request request;
-    addCommand(app, request, "create", "Create a queue unless it exists, and print its id", create);
-    CLI::App* command = addCommand(app, request, "listen", "Print messages as they come, one a line", listen);
-    command->add_option("--count", request.count, "stop after so many messages (default: never)");
-    command->add_option("--timeout", request.timeoutMs, "fail when no message comes for so many milliseconds");
-    command = addCommand(app, request, "send", "Send a message", send);
-    command->add_option("MESSAGE", request.message, "for example 0")->required();
-    addCommand(app, request, "delete", "Delete a queue with its messages", remove);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) {
-            return app.exit(error); // help was asked for
-        }
-        std::fprintf(stderr, "osqueue: %s (osqueue --help tells the usage)\n", error.what());
-        return usageCode;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "osqueue: %s\n", error.what());
-        return failureCode;
-    }
-    return 0;
+    zpo::CommandLine line("osqueue", "Works on the platform's message queues of ZPO_STATE_DIR (default /var/lib/zpo).");
+    add(line, request, "create", "Create a queue unless it exists, and print its id", create);
+    add(line, request, "listen", "Print messages as they come, one a line", listen)
+        .option("--count", request.count, "stop after so many messages (default: never)")
+        .option("--timeout", request.timeoutMs, "fail when no message comes for so many milliseconds");
+    add(line, request, "send", "Send a message", send).argument("MESSAGE", request.message, "for example 0");
+    add(line, request, "delete", "Delete a queue with its messages", remove);
+    return line.run(argc, argv);
 }

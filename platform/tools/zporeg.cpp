@@ -1,6 +1,7 @@
 // zporeg: shows and changes the configuration registry from the command line.
 
 #include "BackupFile.hpp"
+#include "CommandLine.hpp"
 #include "EntryText.hpp"
 #include "EventWatch.hpp"
 #include "Files.hpp"
@@ -9,10 +10,10 @@
 #include "StatusText.hpp"
 #include "ZpoShared.h"
 
-#include <CLI/CLI.hpp>
-#include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <fmt/format.h>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -21,12 +22,10 @@ namespace {
 
 using namespace zpo;
 
-constexpr int failureCode = 1;
-constexpr int usageCode = 2;
-
 // What the command line asks for.
 struct Request {
-    std::string component, section, key, file, binary, text, number;
+    std::string component, section, key, file;
+    std::optional<std::string> binary, text, number;
     bool keepExisting = false;
 
     std::string name() const { return component + ' ' + section + ' ' + key; }
@@ -52,7 +51,7 @@ EntryName entryName(const Request& request) {
 
 std::string readInput(const std::string& file) {
     std::string content;
-    if (const int error = readFile(file, maxBackupBytes, content)) {
+    if (const int error = readFile(file, kMaxBackupBytes, content)) {
         throw std::runtime_error(file + ": " + std::strerror(error));
     }
     return content;
@@ -73,7 +72,7 @@ void list(const Request& request) {
         }
     }
     if (damaged != 0) {
-        throw std::runtime_error(fmt::format("{} damaged entries are not shown", damaged));
+        throw std::runtime_error(fmt::format("damaged entries: {}; they are not shown", damaged));
     }
 }
 
@@ -81,30 +80,30 @@ void get(const Request& request) {
     Entry entry;
     require(registry().readEntry(entryName(request), entry), request.name());
     switch (entry.kind) {
-    case EntryKind::binary:
+    case EntryKind::Binary:
         fmt::print("{}\n", formatBinary(entry.bytes));
         break;
-    case EntryKind::integer:
+    case EntryKind::Integer:
         fmt::print("{}\n", entry.integer());
         break;
-    case EntryKind::text:
+    case EntryKind::Text:
         fmt::print("{}\n", entry.bytes);
         break;
     }
 }
 
-void set(const Request& request, bool isBinary, bool isNumber) {
-    std::string bytes = request.text;
-    EntryKind kind = EntryKind::text;
-    if (isBinary) {
-        kind = EntryKind::binary;
-        if (!parseBinary(request.binary, bytes)) {
-            throw std::runtime_error("'" + request.binary + "' is not pairs of hexadecimal digits");
+void set(const Request& request) {
+    std::string bytes = request.text.value_or("");
+    EntryKind kind = EntryKind::Text;
+    if (request.binary) {
+        kind = EntryKind::Binary;
+        if (!parseBinary(*request.binary, bytes)) {
+            throw std::runtime_error("'" + *request.binary + "' is not pairs of hexadecimal digits");
         }
-    } else if (isNumber) {
-        kind = EntryKind::integer;
-        if (!parseInteger(request.number, bytes)) {
-            throw std::runtime_error("'" + request.number + "' is not a 32-bit number");
+    } else if (request.number) {
+        kind = EntryKind::Integer;
+        if (!parseInteger(*request.number, bytes)) {
+            throw std::runtime_error("'" + *request.number + "' is not a 32-bit number");
         }
     }
     require(registry().write(entryName(request), kind, bytes), request.name());
@@ -128,7 +127,7 @@ void backup(const Request& request) {
     std::size_t damaged = 0;
     const std::vector<Entry> entries = allEntries(damaged);
     if (damaged != 0) {
-        throw std::runtime_error(fmt::format("{} damaged entries: no backup was written", damaged));
+        throw std::runtime_error(fmt::format("damaged entries: {}; no backup was written", damaged));
     }
     const auto file = std::filesystem::absolute(request.file).string();
     if (const int error = replaceFile(file, formatBackup(entries), 0600)) {
@@ -150,77 +149,43 @@ void restore(const Request& request) {
     fmt::print("{} entries restored\n", entries.size());
 }
 
-void addName(CLI::App* command, Request& request) {
-    command->add_option("COMPONENT", request.component, "for example CDR")->required();
-    command->add_option("SECTION", request.section, "for example CDRService")->required();
-    command->add_option("KEY", request.key, "for example DIGITSLIMIT")->required();
+CommandLine::Command addOnEntry(CommandLine& line, Request& request, const char* name, const char* help,
+                                void (*work)(const Request&)) {
+    return line.add(name, help, [&request, work] { work(request); })
+        .argument("COMPONENT", request.component, "for example CDR")
+        .argument("SECTION", request.section, "for example CDRService")
+        .argument("KEY", request.key, "for example DIGITSLIMIT");
 }
 
-void addReading(CLI::App& app, Request& request) {
-    CLI::App* command = app.add_subcommand("list", "Print the entries, in the form that load takes");
-    command->add_option("COMPONENT", request.component, "only this component");
-    command->add_option("SECTION", request.section, "only this section of it");
-    command->callback([&request] { list(request); });
-
-    command = app.add_subcommand("get", "Print an entry's value: a binary one as bytes such as 00 0c");
-    addName(command, request);
-    command->callback([&request] { get(request); });
+void addEntryCommands(CommandLine& line, Request& request) {
+    line.add("list", "Print the entries, in the form that load takes", [&request] { list(request); })
+        .option("COMPONENT", request.component, "only this component")
+        .option("SECTION", request.section, "only this section of it");
+    addOnEntry(line, request, "get", "Print an entry's value: a binary one as bytes such as 00 0c", get);
+    addOnEntry(line, request, "set", "Write an entry", set)
+        .oneOf({{"--binary", request.binary, "hexadecimal bytes such as 000c"},
+                {"--text", request.text, "a text of at most 511 bytes"},
+                {"--int", request.number, "a number, 0 to 4294967295 or 0x..."}});
+    addOnEntry(line, request, "delete", "Delete an entry", remove);
 }
 
-void addWriting(CLI::App& app, Request& request) {
-    CLI::App* command = app.add_subcommand("set", "Write an entry");
-    addName(command, request);
-    CLI::Option_group* value = command->add_option_group("value");
-    CLI::Option* binary = value->add_option("--binary", request.binary, "hexadecimal bytes such as 000c");
-    value->add_option("--text", request.text, "a text of at most 511 bytes");
-    CLI::Option* number = value->add_option("--int", request.number, "a number, 0 to 4294967295 or 0x...");
-    value->require_option(1);
-    command->callback([&request, binary, number] { set(request, binary->count() > 0, number->count() > 0); });
-
-    command = app.add_subcommand("delete", "Delete an entry");
-    addName(command, request);
-    command->callback([&request] { remove(request); });
-}
-
-void addFiles(CLI::App& app, Request& request) {
-    CLI::App* command = app.add_subcommand("load", "Write the entries of a settings file, all or none");
-    command->add_option("FILE", request.file, "lines of COMPONENT SECTION KEY binary|text|int VALUE")->required();
-    command->add_flag("--keep-existing", request.keepExisting, "leave entries alone that exist already");
-    command->callback([&request] { load(request); });
-
-    command = app.add_subcommand("backup", "Save all entries to a file");
-    command->add_option("FILE", request.file, "replaced if it exists")->required();
-    command->callback([&request] { backup(request); });
-
-    command = app.add_subcommand("restore", "Replace all entries by those of a backup and tell the programs running");
-    command->add_option("FILE", request.file, "written by backup")->required();
-    command->callback([&request] { restore(request); });
+void addFileCommands(CommandLine& line, Request& request) {
+    line.add("load", "Write the entries of a settings file, all or none", [&request] { load(request); })
+        .argument("FILE", request.file, "lines of COMPONENT SECTION KEY binary|text|int VALUE")
+        .flag("--keep-existing", request.keepExisting, "leave entries alone that exist already");
+    line.add("backup", "Save all entries to a file", [&request] { backup(request); })
+        .argument("FILE", request.file, "replaced if it exists");
+    line.add("restore", "Replace all entries by those of a backup and tell the programs running",
+             [&request] { restore(request); })
+        .argument("FILE", request.file, "written by backup");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Shows and changes the configuration registry in ZPO_STATE_DIR (default /var/lib/zpo).", "zporeg");
-    app.require_subcommand(1);
     Request request;
-    addReading(app, request);
-    addWriting(app, request);
-    addFiles(app, request);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) {
-            return app.exit(error); // help was asked for
-        }
-        fmt::print(stderr, "zporeg: {} (zporeg --help tells the usage)\n", error.what());
-        return usageCode;
-    } catch (const std::exception& error) {
-        fmt::print(stderr, "zporeg: {}\n", error.what());
-        return failureCode;
-    }
-    if (std::fflush(stdout) != 0) {
-        std::perror("zporeg: standard output");
-        return failureCode;
-    }
-    return 0;
+    CommandLine line("zporeg", "Shows and changes the configuration registry in ZPO_STATE_DIR (default /var/lib/zpo).");
+    addEntryCommands(line, request);
+    addFileCommands(line, request);
+    return line.run(argc, argv);
 }

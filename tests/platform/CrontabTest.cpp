@@ -16,13 +16,14 @@ namespace {
 using namespace zpo;
 using support::TempDir;
 
-const CrontabTask daily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
+const CrontabTask kDaily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
 
 TEST(CrontabTable, KeepsEveryForeignByte) {
     const std::string tables[] = {
         "",
         "# comment\nSHELL=/bin/sh\nMAILTO=\"\"\n\n0 1 * * * /bin/one\n",
-        "0 1 * * * /bin/last-line-without-its-end",
+        "# comment\n0 1 * * * /bin/last-line-without-its-end",
+        "30 8 * * * '/qv/bin/CDRTransfer'\n", // the library would not quote it
         "*/5 8 * * * /qv/bin/CDRTransfer\n",
         "30 8 * * mon /qv/bin/CDRTransfer --now\n",
         "@daily /qv/bin/CDRTransfer\n#30 8 * * * /qv/bin/CDRTransfer\n",
@@ -31,11 +32,11 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
     };
     for (const std::string& before : tables) {
         CrontabTable table(before);
-        EXPECT_TRUE(table.list(daily.path).empty()) << before;
-        EXPECT_FALSE(table.remove(daily)) << before;
-        table.add(daily);
-        EXPECT_EQ(1U, table.list(daily.path).size()) << before;
-        EXPECT_TRUE(table.remove(daily)) << before;
+        EXPECT_TRUE(table.list(kDaily.path).empty()) << before;
+        EXPECT_FALSE(table.remove(kDaily)) << before;
+        table.add(kDaily);
+        EXPECT_EQ(1U, table.list(kDaily.path).size()) << before;
+        EXPECT_TRUE(table.remove(kDaily)) << before;
         EXPECT_EQ(before, table.text());
     }
 }
@@ -83,17 +84,28 @@ TEST(CrontabTable, RefusesWhatCronWouldMisread) {
 
 TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
     CrontabTable table("0 0 * * * /other\n");
-    CrontabTask weekly = daily;
+    CrontabTask weekly = kDaily;
     weekly.dayOfWeek = "0";
-    table.add(daily);
+    table.add(kDaily);
     table.add(weekly);
-    table.add(daily);
+    table.add(kDaily);
     CrontabTask sunday = weekly;
     sunday.dayOfWeek = "7"; // names Sunday, too
     EXPECT_TRUE(table.remove(sunday));
     EXPECT_FALSE(table.remove(sunday));
-    EXPECT_EQ(2U, table.list(daily.path).size());
+    EXPECT_EQ(2U, table.list(kDaily.path).size());
     EXPECT_EQ(1U, table.list("/other").size());
+    const CrontabTask others[] = {
+        {31, 8, "*", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 9, "*", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "1", "*", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "*", "1", ZPO_SCHED_ANY, kDaily.path},
+        {30, 8, "*", "*", 8, kDaily.path},
+        {30, 8, "*", "*", ZPO_SCHED_ANY, "/qv"},
+    };
+    for (std::size_t i = 0; i < std::size(others); ++i) {
+        EXPECT_FALSE(table.remove(others[i])) << i;
+    }
 }
 
 std::string userName() {
@@ -121,13 +133,14 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     std::string text;
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, makeCrontabDirectory(dir / "missing")->write("x\n"));
     const auto backend = makeCrontabDirectory(dir.path());
-    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(maxCrontabBytes + 1, '\n')));
-    support::writeFile(dir / userName(), std::string(maxCrontabBytes + 1, '\n'));
+    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(kMaxCrontabBytes + 1, '\n')));
+    support::writeFile(dir / userName(), std::string(kMaxCrontabBytes + 1, '\n'));
     EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->read(text));
     std::filesystem::remove(dir / userName());
     std::filesystem::create_directory(dir / userName());
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("x\n"));
+    EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(dir.path()), {})) << "no temporary file may stay";
 }
 
 // A crontab program that keeps its table beside itself and fails where a file tells it to.
@@ -140,7 +153,8 @@ class CrontabProgram : public ::testing::Test {
                                              "[ -e kill ] && kill -9 $$\n"
                                              "[ \"$1\" = - ] && { cat > table; exit 0; }\n"
                                              "[ -e table ] && exec cat table\n"
-                                             "echo 'no crontab for root' >&2; exit 1\n");
+                                             "cat message >&2; exit 1\n");
+        support::writeFile(dir_ / "message", "no crontab for root\n");
         chmod((dir_ / "crontab").c_str(), 0755);
         setenv("PATH", (dir_.path() + ":" + path_).c_str(), 1);
     }
@@ -154,7 +168,11 @@ TEST_F(CrontabProgram, ReadsAndReplacesTheTable) {
     const auto backend = makeCrontabProgram();
     std::string text;
     EXPECT_EQ(ZPO_OK, backend->read(text));
+    support::writeFile(dir_ / "message", "crontab: can't open 'root': No such file or directory\n"); // BusyBox
+    EXPECT_EQ(ZPO_OK, backend->read(text));
     EXPECT_EQ("", text);
+    support::writeFile(dir_ / "message", "crontab: you (root) may not use it\n");
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
     const std::string large(200000, 'x'); // more than a pipe holds
     EXPECT_EQ(ZPO_OK, backend->write(large));
     EXPECT_EQ(ZPO_OK, backend->read(text));

@@ -1,13 +1,18 @@
 // The diagnostic log.
 
+#include "Files.hpp"
 #include "Home.hpp"
 #include "ZpoShared.h"
 
+#include <algorithm>
+#include <csignal>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <regex>
 #include <sstream>
+#include <sys/resource.h>
 
 namespace {
 
@@ -23,9 +28,10 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
     EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "getFormat error = 5"));
     EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, "a\nb\x01\\n\x7f\xe4"));
     EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, std::string(3000, 'x').c_str()));
+    EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 1, -1, std::string(2000, 'x').c_str()));
     const std::regex shape("\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d\\d:\\d\\d CDROAM\\[\\d+\\] "
                            "category=2 level=4 id=-1: getFormat error = 5");
-    std::istringstream lines(support::contentOf(home.dir / "log/format.log"));
+    std::istringstream lines(support::contentOf(kHome.dir / "log/format.log"));
     std::string line;
     std::getline(lines, line);
     EXPECT_TRUE(std::regex_match(line, shape)) << line;
@@ -33,11 +39,14 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
     EXPECT_THAT(line, ::testing::EndsWith("id=-1: a\\nb\\x01\\\\n\\x7f\xe4"));
     std::getline(lines, line);
     EXPECT_THAT(line, ::testing::EndsWith(": " + std::string(2000, 'x') + " [cut]"));
+    std::getline(lines, line);
+    EXPECT_THAT(line, ::testing::EndsWith(": " + std::string(2000, 'x')));
     EXPECT_FALSE(std::getline(lines, line));
 }
 
 TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
     std::uint32_t handle = 55;
+    std::uint32_t handles[256] = {};
     for (const char* file :
          {static_cast<const char*>(nullptr), "", "../up.log", "a/b", ".hidden", "line\n", "blank name"}) {
         EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", file, &handle));
@@ -50,6 +59,11 @@ TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
     EXPECT_EQ(ZPO_OK, ZpoDiagDeregisterModule(handle));
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagDeregisterModule(handle));
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(handle, 2, 4, -1, "x"));
+    for (int i = 0; i < 256; ++i) {
+        ZpoDiagRegisterModule("m", "c", "n", "x.log", &handles[i]);
+    }
+    EXPECT_EQ(ZPO_DIAG_TOO_MANY, ZpoDiagRegisterModule("m", "c", "n", "x.log", &handle));
+    std::for_each(std::begin(handles), std::end(handles), ZpoDiagDeregisterModule);
 }
 
 std::string lineOf(int writer, int number) {
@@ -77,15 +91,57 @@ TEST(Diagnostics, ProcessesShareALogThroughItsRotation) {
     }
     std::string all;
     for (const char* file : {"log/shared.2.log", "log/shared.1.log", "log/shared.log"}) {
-        all += support::contentOf(home.dir / file);
+        all += support::contentOf(kHome.dir / file);
     }
-    EXPECT_GT(std::filesystem::file_size(home.dir / "log/shared.1.log"), 8000U);
-    EXPECT_LE(std::filesystem::file_size(home.dir / "log/shared.log"), 16384U);
+    EXPECT_GT(std::filesystem::file_size(kHome.dir / "log/shared.1.log"), 8000U);
+    EXPECT_LE(std::filesystem::file_size(kHome.dir / "log/shared.log"), 16384U);
     for (int writer = 0; writer < 3; ++writer) {
         for (int i = 0; i < perWriter; ++i) {
             EXPECT_NE(std::string::npos, all.find(lineOf(writer, i) + "\n")) << writer << "." << i;
         }
     }
+}
+
+// Writes a line that the disk has only half the room for, and then one that fits.
+int writeOnFullDisk() {
+    const std::uint32_t handle = registerLog("full.log");
+    std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit little{50, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &little);
+    const std::uint32_t failed = ZpoDiagAddLogEntry(handle, 2, 4, -1, "half");
+    const rlimit enough{RLIM_INFINITY, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &enough);
+    const bool ok = ZpoDiagAddLogEntry(handle, 2, 4, -1, "whole") == ZPO_OK &&
+                    ZpoDiagAddLogEntry(handle, 2, 4, -1, "next") == ZPO_OK;
+    return failed == ZPO_DIAG_WRITE_FAILED && ok ? 0 : 1;
+}
+
+TEST(Diagnostics, ALineAfterAFailedWriteStandsAlone) {
+    EXPECT_EQ(0, support::inChild(writeOnFullDisk));
+    const std::string content = support::contentOf(kHome.dir / "log/full.log");
+    EXPECT_EQ('\n', content[50]) << content;
+    EXPECT_THAT(content, ::testing::ContainsRegex("\n2[^\n]*whole\n2[^\n]*next\n$"));
+}
+
+// The process waits for the lock to rotate, and meanwhile another has rotated.
+TEST(Diagnostics, AFullLogIsRotatedOnce) {
+    const std::string log = kHome.dir / "log/twice.log";
+    ASSERT_EQ(ZPO_OK, ZpoDiagAddLogEntry(registerLog("twice.log"), 2, 4, -1, "first"));
+    support::writeFile(log, std::string(16383, '1') + "\n");
+    std::optional<zpo::FileLock> lock(std::in_place);
+    ASSERT_EQ(0, lock->acquire(log + ".lock", {}));
+    const pid_t writer = support::startChild([] {
+        const std::uint32_t handle = registerLog("twice.log");
+        return ZpoDiagAddLogEntry(handle, 2, 4, -1, "last") == ZPO_OK ? 0 : 1;
+    });
+    const std::string isWaiting = "ls -l /proc/" + std::to_string(writer) + "/fd | grep -c twice.log.lock";
+    EXPECT_TRUE(support::waitUntil([&] { return support::run({"sh", "-c", isWaiting}).output == "2\n"; }));
+    std::filesystem::rename(log, kHome.dir / "log/twice.1.log");
+    support::writeFile(log, "new\n");
+    lock.reset();
+    EXPECT_EQ(0, support::waitForChild(writer));
+    EXPECT_THAT(support::contentOf(log), ::testing::MatchesRegex("new\n.*last\n"));
+    EXPECT_EQ('1', support::contentOf(kHome.dir / "log/twice.1.log")[0]);
 }
 
 } // namespace

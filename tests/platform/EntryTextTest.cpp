@@ -8,6 +8,7 @@
 
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 
@@ -15,10 +16,11 @@ using namespace zpo;
 
 std::vector<Entry> oddEntries() {
     return {
-        {"CDR", "CDRService", "FEATURE CODE", EntryKind::binary, std::string("\xf9\x00\x12", 3)},
-        {"C\"", "S\\", "#k", EntryKind::text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
-        {"C", "S", "empty", EntryKind::text, ""},
-        {"C", "S", "n", EntryKind::integer, encodeInteger(4294967295U)},
+        {"CDR", "CDRService", "FEATURE CODE", EntryKind::Binary, std::string("\xf9\x00\x12", 3)},
+        {"C\"", "S\\", "#k", EntryKind::Text, "a \"quoted\" \\ text\n\twith\x01 \xe4 # and more"},
+        {"C", "S", "empty", EntryKind::Text, ""},
+        {"C", "S", "longest", EntryKind::Text, std::string(511, 'z')},
+        {"C", "S", "n", EntryKind::Integer, encodeInteger(4294967295U)},
     };
 }
 
@@ -36,29 +38,17 @@ TEST(EntryText, ReadsBackWhatItWrites) {
     const std::string text = formatted(oddEntries());
     ASSERT_TRUE(parseEntries("# a comment\n\n  \r\n" + text, read, error)) << error;
     EXPECT_EQ(text, formatted(read));
-    ASSERT_EQ(4U, read.size());
+    ASSERT_EQ(oddEntries().size(), read.size());
     EXPECT_EQ(oddEntries()[1].bytes, read[1].bytes);
 }
 
 TEST(EntryText, NamesTheLineThatIsWrong) {
-    const std::string wrong[] = {"C S",
-                                 "C S k text " + std::string(512, 'a'),
-                                 "C S k number 5",
-                                 "C S k binary 0g",
-                                 "C S k binary 0",
-                                 "C S k int -1",
-                                 "C S k int 4294967296",
-                                 "C S k int 5 6",
-                                 "C S k text",
-                                 "C S k text \"open",
-                                 "C S k text \"bad \\q escape\"",
-                                 "C S k text \"nul \\x00\"",
-                                 "C S k text a\"b",
-                                 "C S \"k\"x text y",
-                                 "C S \"\" text y",
-                                 "C S \"tab\\t\" text y",
-                                 "C S good int 1"}; // the last: a second time
-    for (const std::string& line : wrong) {
+    std::istringstream wrong("C S|C S k number 5|C S k binary 0g|C S k binary 0|C S k int -1|C S k int 4294967296|"
+                             "C S k int 5 6|C S k text|C S k text \"open|C S k text \"bad \\q escape\"|"
+                             "C S k text \"bad \\x4g\"|C S k text \"nul \\x00\"|C S k text a\"b|C S \"k\"x text y|"
+                             "C S \"\" text y|C S \"tab\\t\" text y|C S good int 1|C S k text " +
+                             std::string(512, 'a'));
+    for (std::string line; std::getline(wrong, line, '|');) {
         std::vector<Entry> entries;
         std::string error;
         EXPECT_FALSE(parseEntries("C S good int 1\n" + line, entries, error)) << line;
@@ -71,7 +61,7 @@ TEST(BackupFile, AnyDamageIsFound) {
     std::vector<Entry> entries;
     std::string error;
     ASSERT_TRUE(parseBackup(good, entries, error)) << error;
-    EXPECT_EQ(4U, entries.size());
+    EXPECT_EQ(oddEntries().size(), entries.size());
     for (std::size_t i = 0; i < good.size(); ++i) {
         std::string bad = good;
         bad[i] = static_cast<char>(bad[i] ^ 4);
@@ -89,13 +79,33 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
     }
     unsetenv("ZPO_STATE_DIR");
     EXPECT_EQ("/var/lib/zpo", *readSettings().stateDirectory);
-    for (const char* bad : {"0", "1025", "12x", "-1", "99999999999999999999", " 5"}) {
-        setenv("ZPO_REGISTRY_MB", bad, 1);
-        EXPECT_FALSE(readSettings().registryBytes.has_value()) << bad;
+    using Number = std::optional<std::uint64_t>;
+    const struct {
+        const char* variable;
+        const char* text; ///< null: not set
+        Number Settings::*setting;
+        Number value;
+    } numbers[] = {
+        {"ZPO_REGISTRY_MB", nullptr, &Settings::registryBytes, 16U << 20U},
+        {"ZPO_REGISTRY_MB", "1024", &Settings::registryBytes, 1U << 30U},
+        {"ZPO_REGISTRY_MB", "1025", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "12x", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "99999999999999999999", &Settings::registryBytes, {}},
+        {"ZPO_LOG_KB", nullptr, &Settings::logBytes, 1U << 20U},
+        {"ZPO_LOG_KB", "15", &Settings::logBytes, {}},
+        {"ZPO_LOG_KB", "65537", &Settings::logBytes, {}},
+        {"ZPO_CRONTAB_SUNDAY", nullptr, &Settings::sunday, 7},
+        {"ZPO_CRONTAB_SUNDAY", "0", &Settings::sunday, 0},
+        {"ZPO_CRONTAB_SUNDAY", "3", &Settings::sunday, {}},
+        {"ZPO_LOCK_TIMEOUT", nullptr, &Settings::lockSeconds, 5},
+        {"ZPO_LOCK_TIMEOUT", "0", &Settings::lockSeconds, {}},
+        {"ZPO_LOCK_TIMEOUT", "61", &Settings::lockSeconds, {}},
+    };
+    for (const auto& [variable, text, setting, value] : numbers) {
+        text == nullptr ? unsetenv(variable) : setenv(variable, text, 1);
+        EXPECT_EQ(value, readSettings().*setting) << variable << "=" << (text == nullptr ? "" : text);
+        unsetenv(variable);
     }
-    setenv("ZPO_REGISTRY_MB", "2", 1);
-    EXPECT_EQ(2U << 20U, readSettings().registryBytes.value_or(0));
-    unsetenv("ZPO_REGISTRY_MB");
 }
 
 } // namespace

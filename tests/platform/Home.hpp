@@ -11,9 +11,10 @@ struct Home {
         setenv("ZPO_LOG_DIR", (dir / "log").c_str(), 1);
         setenv("ZPO_CRONTAB_DIR", (dir / "crontabs").c_str(), 1);
         setenv("ZPO_LOG_KB", "16", 1);
+        setenv("ZPO_LOCK_TIMEOUT", "1", 1);
     }
 
     support::TempDir dir;
 };
 
-extern const Home home;
+extern const Home kHome;

@@ -1,22 +1,28 @@
 // The store in its file: damage, lack of room, interruption, replacement.
 
-#include "ProcessRegistry.hpp"
-#include "Support.hpp"
+#include "RegistryStore.hpp"
+#include "EventWatch.hpp"
+#include "Home.hpp"
 #include "ZpoShared.h"
 
 #include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
 #include <random>
+#include <sched.h>
+#include <sys/mount.h>
 #include <thread>
 #include <unistd.h>
+
+const Home kHome; // for the library's own log
 
 namespace {
 
 using namespace zpo;
 using support::TempDir;
 
-constexpr std::size_t mapBytes = std::size_t{16} << 20U;
+constexpr std::size_t kMapBytes = std::size_t{16} << 20U;
+constexpr std::chrono::milliseconds kTimeout{5000};
 
 EntryName nameOf(const std::string& key) {
     EntryName name;
@@ -27,14 +33,14 @@ EntryName nameOf(const std::string& key) {
 std::vector<Entry> numbered(int count, std::size_t size) {
     std::vector<Entry> entries;
     for (int i = 0; i < count; ++i) {
-        entries.push_back({"C", "S", "key" + std::to_string(i), EntryKind::binary, std::string(size, 'v')});
+        entries.push_back({"C", "S", "key" + std::to_string(i), EntryKind::Binary, std::string(size, 'v')});
     }
     return entries;
 }
 
 // A store that has seen small and large entries come and go, so that it holds pages of every kind.
 std::string fillStore(const std::string& directory) {
-    RegistryStore store(directory, mapBytes);
+    RegistryStore store(directory, kMapBytes, kTimeout);
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(300, 60), false));
     EXPECT_EQ(ZPO_OK, store.writeAll(numbered(20, 9000), false));
     for (int i = 0; i < 20; i += 2) {
@@ -47,10 +53,10 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
     const TempDir dir;
     std::mt19937 random(7);
     for (int round = 0; round < 15; ++round) {
-        RegistryStore store(dir.path(), mapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         std::vector<Entry> some;
         for (int i = 0; i < 40; ++i) {
-            some.push_back({"C", "S", std::to_string(i), EntryKind::binary, std::string(1 + random() % 20000, 'x')});
+            some.push_back({"C", "S", std::to_string(i), EntryKind::Binary, std::string(1 + random() % 20000, 'x')});
         }
         ASSERT_EQ(ZPO_OK, round % 5 == 4 ? store.replaceAll(some) : store.writeAll(some, false)) << round;
         for (int i = 0; i < 10; ++i) {
@@ -58,7 +64,7 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
         }
         std::vector<Entry> entries;
         std::size_t damaged = 0;
-        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), mapBytes).list(entries, damaged)) << round;
+        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).list(entries, damaged)) << round;
         EXPECT_EQ(0U, damaged);
     }
 }
@@ -69,16 +75,25 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
     const std::string good = fillStore(dir.path());
     std::string pageZeroed = good;
     pageZeroed.replace(3 * 4096, 4096, 4096, '\0');
-    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'), pageZeroed};
+    std::string usedTwice = good;
+    for (std::size_t page = 2 * 4096; page < good.size(); page += 4096) {
+        if (good[page + 10] == 1) { // a branch: its first two nodes lead to the same page
+            const auto node = [&](std::size_t i) {
+                return page + *reinterpret_cast<const std::uint16_t*>(&good[page + 16 + 2 * i]);
+            };
+            usedTwice.replace(node(1), 6, good, node(0), 6);
+        }
+    }
+    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'), pageZeroed, usedTwice};
     for (const std::size_t cut : {std::size_t{100}, std::size_t{4096}, std::size_t{8192}, good.size() / 2}) {
         damaged.push_back(good.substr(0, cut));
     }
     for (std::size_t what = 0; what < damaged.size(); ++what) {
-        RegistryStore store(dir.path(), mapBytes);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         Entry entry;
         support::writeFile(file, damaged[what]);
         EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.readEntry(nameOf("key1"), entry)) << what;
-        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::text, "x")) << what;
+        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::Text, "x")) << what;
         support::writeFile(file, good);
         EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("key1"), entry)) << what;
     }
@@ -96,7 +111,7 @@ int damageAtRandom(const std::string& directory, const std::string& good, unsign
             bad[at] = static_cast<char>(random());
         }
         support::writeFile(directory + "/registry.mdb", bad);
-        RegistryStore store(directory, mapBytes);
+        RegistryStore store(directory, kMapBytes, kTimeout);
         std::vector<Entry> entries;
         std::size_t damaged = 0;
         if (store.list(entries, damaged) == ZPO_OK) {
@@ -115,34 +130,12 @@ TEST(RegistryStore, SurvivesRandomDamage) {
     }
 }
 
-TEST(RegistryStore, PassesOverADamagedRecordAndStillListsTheOthers) {
-    const TempDir dir;
-    {
-        RegistryStore store(dir.path(), mapBytes);
-        store.write(nameOf("bad"), EntryKind::text, "findme");
-        store.write(nameOf("good"), EntryKind::text, "fine");
-    }
-    std::string bytes = support::contentOf(dir / "registry.mdb");
-    for (auto at = bytes.find("tfindme"); at != std::string::npos; at = bytes.find("tfindme", at + 1)) {
-        bytes[at] = '?';
-    }
-    support::writeFile(dir / "registry.mdb", bytes);
-    RegistryStore store(dir.path(), mapBytes);
-    Entry entry;
-    std::vector<Entry> entries;
-    std::size_t damaged = 0;
-    EXPECT_EQ(ZPO_REG_ENTRY_DAMAGED, store.readEntry(nameOf("bad"), entry));
-    EXPECT_EQ(ZPO_OK, store.list(entries, damaged));
-    EXPECT_EQ(1U, damaged);
-    EXPECT_EQ(1U, entries.size());
-}
-
 TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     const TempDir dir;
-    RegistryStore store(dir.path(), std::size_t{1} << 20U);
-    EXPECT_EQ(ZPO_OK, store.write(nameOf("kept"), EntryKind::text, "old"));
+    RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+    EXPECT_EQ(ZPO_OK, store.write(nameOf("kept"), EntryKind::Text, "old"));
     std::vector<Entry> many = numbered(100, 60000);
-    many.push_back({"C", "S", "kept", EntryKind::text, "new"});
+    many.push_back({"C", "S", "kept", EntryKind::Text, "new"});
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.writeAll(many, false));
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.replaceAll(many));
     std::vector<Entry> entries;
@@ -152,18 +145,39 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     EXPECT_EQ("old", entries[0].bytes);
 }
 
+// Runs `work` in a child and, as soon as that has written to the pipe it is given, `meanwhile`; then kills the child.
+// Returns what it has written.
+std::string killed(const std::function<void(int)>& work, const std::function<void()>& meanwhile) {
+    int ends[2];
+    EXPECT_EQ(0, pipe(ends));
+    const pid_t child = support::startChild([&] {
+        work(ends[1]);
+        return pause();
+    });
+    close(ends[1]);
+    char chunk[4096];
+    std::string written;
+    for (ssize_t count = 0; (count = read(ends[0], chunk, sizeof chunk)) > 0;) {
+        if (written.empty()) {
+            meanwhile();
+            kill(child, SIGKILL);
+        }
+        written.append(chunk, static_cast<std::size_t>(count));
+    }
+    EXPECT_EQ(-SIGKILL, support::waitForChild(child));
+    close(ends[0]);
+    return written;
+}
+
 // Writes two entries at a time until killed; what it reports through the pipe is committed.
-int writePairs(const std::string& directory, int pipe) {
-    RegistryStore store(directory, mapBytes);
-    Entry first;
-    store.readEntry(nameOf("first"), first);
-    for (std::uint32_t number = first.bytes.empty() ? 1 : first.integer() + 1;; ++number) {
+void writePairs(const std::string& directory, int pipe) {
+    RegistryStore store(directory, kMapBytes, kTimeout);
+    for (std::uint32_t number = 1;; ++number) {
         const std::string bytes = encodeInteger(number);
-        if (store.writeAll(
-                {{"C", "S", "first", EntryKind::integer, bytes}, {"C", "S", "second", EntryKind::integer, bytes}},
-                false) != ZPO_OK ||
-            write(pipe, &number, sizeof number) != sizeof number) {
-            return 1;
+        const std::vector<Entry> pair{{"C", "S", "first", EntryKind::Integer, bytes},
+                                      {"C", "S", "second", EntryKind::Integer, bytes}};
+        if (store.writeAll(pair, false) != ZPO_OK || write(pipe, bytes.data(), 4) != 4) {
+            return;
         }
     }
 }
@@ -172,26 +186,138 @@ TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
     const TempDir dir;
     std::mt19937 random(3);
     for (int round = 0; round < 10; ++round) {
-        int ends[2];
-        ASSERT_EQ(0, pipe(ends));
-        const pid_t writer = support::startChild([&] { return writePairs(dir.path(), ends[1]); });
-        close(ends[1]);
-        std::uint32_t reported = 0;
-        ASSERT_EQ(sizeof reported, static_cast<std::size_t>(read(ends[0], &reported, sizeof reported)));
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
-        kill(writer, SIGKILL);
-        ASSERT_EQ(-SIGKILL, support::waitForChild(writer));
-        while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
-        }
-        close(ends[0]);
-        RegistryStore store(dir.path(), mapBytes);
+        const auto aMoment = [&] { std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000)); };
+        const std::string reported = killed([&](int pipe) { writePairs(dir.path(), pipe); }, aMoment);
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
         Entry first;
         Entry second;
         ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("first"), first));
         ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("second"), second));
         EXPECT_EQ(first.integer(), second.integer());
-        EXPECT_GE(first.integer(), reported);
+        EXPECT_GE(first.integer(), decodeInteger(reported.substr(reported.size() - 4)));
     }
+}
+
+TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+    ASSERT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false));
+    const auto beginToRead = [&](int pipe) { // which keeps all pages of this moment
+        MDB_env* env = nullptr;
+        MDB_txn* transaction = nullptr;
+        mdb_env_create(&env);
+        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR, 0);
+        mdb_txn_begin(env, nullptr, MDB_RDONLY, &transaction);
+        EXPECT_EQ(1, write(pipe, "", 1));
+    };
+    killed(beginToRead, [] {});
+    for (int round = 0; round < 10; ++round) {
+        EXPECT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false)) << round;
+    }
+}
+
+TEST(RegistryStore, FollowsAFileThatAnotherProcessEnlarges) {
+    for (const bool toWrite : {true, false}) {
+        const TempDir dir;
+        RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
+        ASSERT_EQ(ZPO_OK, store.writeAll(numbered(2, 10), false));
+        const auto enlarge = [&] {
+            RegistryStore larger(dir.path(), kMapBytes, kTimeout);
+            return larger.writeAll(numbered(40, 60000), false) == ZPO_OK ? 0 : 1;
+        };
+        EXPECT_EQ(0, support::inChild(enlarge));
+        Entry entry;
+        EXPECT_EQ(ZPO_OK, toWrite ? store.remove(nameOf("key9")) : store.readEntry(nameOf("key9"), entry)) << toWrite;
+    }
+}
+
+TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
+    const TempDir other;
+    RegistryStore(other.path(), kMapBytes, kTimeout).replaceAll(numbered(2, 10));
+    const std::string restored = support::contentOf(other / "registry.mdb");
+    std::string later = restored;
+    const std::string head("\1store\1\0", 8); // with the format's number
+    for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
+        later[at + 6] = 2;
+    }
+    const struct {
+        std::string content;
+        std::uint32_t status;
+        std::uint64_t restores;
+    } cases[] = {{later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
+    for (const auto& [content, status, restores] : cases) {
+        for (const bool toWrite : {true, false}) {
+            const TempDir dir;
+            RegistryStore store(dir.path(), kMapBytes, kTimeout);
+            StoreCounters counters;
+            ASSERT_EQ(ZPO_OK, store.writeAll(numbered(2, 10), false));
+            ASSERT_EQ(ZPO_OK, store.counters(counters)); // the file was looked at just now
+            if (content.empty()) {
+                std::filesystem::resize_file(dir / "registry.mdb", 4096);
+            } else {
+                support::writeFile(dir / "new", content);
+                std::filesystem::rename(dir / "new", dir / "registry.mdb");
+            }
+            EXPECT_EQ(status, toWrite ? store.remove(nameOf("key1")) : store.counters(counters));
+            EXPECT_EQ(status, store.counters(counters));
+            EXPECT_EQ(restores, counters.restores);
+        }
+    }
+}
+
+// A stuck writer stops the others, each for a while, and no reader.
+TEST(RegistryStore, OnlyWritesWaitForAWriterAndNotForEver) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), kMapBytes, std::chrono::milliseconds(30));
+    ASSERT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "a"));
+    FileLock stuck;
+    ASSERT_EQ(0, stuck.acquire(dir / "registry.lock", {}));
+    EXPECT_EQ(ZPO_REG_LOCKED, store.write(nameOf("a"), EntryKind::Text, "b"));
+    Entry entry;
+    EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("a"), entry));
+    EXPECT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).readEntry(nameOf("a"), entry));
+    EXPECT_NE(std::string::npos, support::contentOf(kHome.dir / "log/ZpoShared.log").find("keeps the registry locked"));
+}
+
+// On a disk of `kilobytes`. 77: no permission to make one.
+int writeOnSmallDisk(const std::string& directory, int kilobytes) {
+    const std::string size = "size=" + std::to_string(kilobytes) + "k";
+    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("none", directory.c_str(), "tmpfs", 0, size.c_str()) != 0) {
+        return 77;
+    }
+    RegistryStore store(directory, kMapBytes, kTimeout);
+    return store.writeAll(numbered(20, 60000), false) == ZPO_REG_STORE_FULL ? 0 : 1;
+}
+
+TEST(RegistryStore, AFullDiskIsAStatus) {
+    const TempDir dir;
+    for (const int kilobytes : {16, 48, 160}) { // full before, within and after the lock file
+        const int code = support::inChild([&] { return writeOnSmallDisk(dir.path(), kilobytes); });
+        if (code == 77) {
+            GTEST_SKIP() << "needs the right to mount";
+        }
+        EXPECT_EQ(0, code) << kilobytes;
+    }
+}
+
+TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
+    const TempDir dir;
+    const std::string state = dir / "a/b/state";
+    EventWatch watch(state, -1, std::chrono::minutes(2));
+    alarm(20); // a wait that misses its event would end much later
+    for (const char* made : {"a", "a/b", "a/b/state"}) {
+        watch.arm();
+        std::filesystem::create_directory(dir / made);
+        EXPECT_TRUE(watch.wait());
+    }
+    watch.arm();
+    announceEvent(state);
+    EXPECT_TRUE(watch.wait());
+    support::writeFile(dir / "new", "");
+    std::filesystem::rename(dir / "new", state + "/registry.mdb");
+    EXPECT_TRUE(watch.wait());
+    alarm(0);
 }
 
 } // namespace

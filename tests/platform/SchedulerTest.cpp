@@ -1,5 +1,6 @@
 // The scheduler's C functions over a crontabs directory.
 
+#include "Files.hpp"
 #include "Home.hpp"
 #include "ZpoShared.h"
 
@@ -13,14 +14,14 @@
 
 namespace {
 
-constexpr const char* program = "/qv/bin/CDRTransfer";
+constexpr const char* kProgram = "/qv/bin/CDRTransfer";
 
 class Scheduler : public ::testing::Test {
   protected:
-    Scheduler() { std::filesystem::create_directories(home.dir / "crontabs"); }
-    ~Scheduler() override { std::filesystem::remove_all(home.dir / "crontabs"); }
+    Scheduler() { std::filesystem::create_directories(kHome.dir / "crontabs"); }
+    ~Scheduler() override { std::filesystem::remove_all(kHome.dir / "crontabs"); }
 
-    static std::string table() { return home.dir / ("crontabs/" + std::string(getpwuid(geteuid())->pw_name)); }
+    static std::string table() { return kHome.dir / ("crontabs/" + std::string(getpwuid(geteuid())->pw_name)); }
 };
 
 std::uint32_t add(const char* path, std::uint16_t minute) {
@@ -41,35 +42,42 @@ std::vector<ZpoScheduledTaskRecord> listed(const char* path) {
 }
 
 TEST_F(Scheduler, AddsListsAndDeletesItsOwnTasks) {
-    ASSERT_EQ(ZPO_OK, add(program, 30));
+    ASSERT_EQ(ZPO_OK, add(kProgram, 30));
     ASSERT_EQ(ZPO_OK, add("/other", 31));
-    const auto records = listed(program);
+    const auto records = listed(kProgram);
     ASSERT_EQ(1U, records.size());
     const ZpoScheduledTaskRecord& record = records[0];
     EXPECT_EQ(std::make_tuple(30, 8, 1024), std::make_tuple(record.minute, record.hour, record.month));
     EXPECT_EQ("*3/qv/bin/CDRTransfer", std::string(record.dayOfMonth) + record.dayOfWeek + record.path);
     EXPECT_EQ(ZPO_OK, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
     EXPECT_EQ(ZPO_SCHED_TASK_NOT_FOUND, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
-    EXPECT_EQ(0U, listed(program).size());
     EXPECT_EQ("31 8 * * 3 /other\n", support::contentOf(table()));
 }
 
 TEST_F(Scheduler, FailuresAreStatuses) {
     ZpoScheduledTaskEntry* head = nullptr;
-    EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(program, nullptr, 1000));
+    EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(kProgram, nullptr, 1000));
     EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(nullptr, &head, 1000));
-    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(program, 60));
+    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(kProgram, 60));
     ZpoScheduledTaskRecord record{};
     std::fill(std::begin(record.dayOfMonth), std::end(record.dayOfMonth), '1');
     record.path[0] = '/';
     EXPECT_EQ(ZPO_SCHED_BAD_FIELD, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    ASSERT_EQ(ZPO_OK, add("/other", 1));
+    {
+        zpo::FileLock stuck;
+        EXPECT_EQ(0, stuck.acquire(kHome.dir / "state/crontab.lock", {}));
+        EXPECT_EQ(ZPO_SCHED_BUSY, add(kProgram, 1));
+        EXPECT_EQ(1U, listed("/other").size());
+    }
+    std::filesystem::remove(table());
     std::filesystem::create_directory(table());
-    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, add(program, 1));
-    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, ZpoGetScheduledTaskList(program, &head, 1000));
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, add(kProgram, 1));
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, ZpoGetScheduledTaskList(kProgram, &head, 1000));
     EXPECT_EQ(nullptr, head);
-    std::filesystem::remove_all(home.dir / "crontabs");
-    EXPECT_EQ(0U, listed(program).size());
-    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(program, 1));
+    std::filesystem::remove_all(kHome.dir / "crontabs");
+    EXPECT_EQ(0U, listed(kProgram).size());
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(kProgram, 1));
 }
 
 TEST_F(Scheduler, EditsOfSeveralProcessesAreAllKept) {

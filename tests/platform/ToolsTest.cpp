@@ -38,6 +38,10 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
                   {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
                   {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
                   {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
+                  {{"set", "T", "Other", "int", "--int", "1"}, 0, ""},
+                  {{"list", "T", "Other"}, 0, "T Other int int 1\n"},
+                  {{"set", "T", "S", "longest", "--text", std::string(511, 'x')}, 0, ""},
+                  {{"get", "T", "S", "longest"}, 0, std::string(511, 'x') + "\n"},
                   {{"delete", "T", "S", "int"}, 0, ""},
                   {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
                   {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
@@ -50,18 +54,18 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
 }
 
 TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
-    const std::string good = home.dir / "good";
-    const std::string bad = home.dir / "bad";
-    const std::string saved = home.dir / "saved";
+    const std::string good = kHome.dir / "good";
+    const std::string bad = kHome.dir / "bad";
+    const std::string saved = kHome.dir / "saved";
     support::writeFile(good, "L S a int 1\nL S b int 2\n");
     support::writeFile(bad, "L S a int 9\nL S c int nine\n");
     play(ZPOREG,
          {{{"load", good}, 0, "2 entries loaded\n"},
           {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
-          {{"load", home.dir / "none"}, 1, "zporeg: ..."},
+          {{"load", kHome.dir / "none"}, 1, "zporeg: ..."},
           {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
           {{"backup", saved}, 0, "..."},
-          {{"backup", home.dir / "no/such/dir"}, 1, "zporeg: ..."},
+          {{"backup", kHome.dir / "no/such/dir"}, 1, "zporeg: ..."},
           {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
           {{"delete", "L", "S", "b"}, 0, ""},
           {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},
@@ -73,6 +77,23 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     play(ZPOREG, {{{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"},
                   {{"restore", saved}, 0, "..."},
                   {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"}});
+}
+
+TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
+    const std::string store = kHome.dir / "damaged/registry.mdb";
+    const std::string copy = kHome.dir / "damaged.backup";
+    const std::string state = "ZPO_STATE_DIR=" + kHome.dir / "damaged";
+    run({"env", state, ZPOREG, "set", "D", "S", "bad", "--text", "findme"});
+    run({"env", state, ZPOREG, "set", "D", "S", "good", "--text", "fine"});
+    std::string bytes = support::contentOf(store);
+    for (auto at = bytes.find("tfindme"); at != std::string::npos; at = bytes.find("tfindme", at + 1)) {
+        bytes[at] = '?'; // the kind
+    }
+    support::writeFile(store, bytes);
+    play("env", {{{state, ZPOREG, "get", "D", "S", "bad"}, 1, "zporeg: D S bad: the entry's record is damaged..."},
+                 {{state, ZPOREG, "list"}, 1, "zporeg: damaged entries: 1; they are not shown\nD S good text fine\n"},
+                 {{state, ZPOREG, "backup", copy}, 1, "zporeg: damaged entries: 1; no backup was written\n"}});
+    EXPECT_EQ("", support::contentOf(copy));
 }
 
 TEST(Osqueue, CarriesMessages) {

@@ -19,7 +19,7 @@ class UniqueFd {
 
     int get() const { return fd_; }
     explicit operator bool() const { return fd_ >= 0; }
-    /// Gives the descriptor up without closing it.
+    /// Returns the descriptor and no longer owns it.
     int release() { return std::exchange(fd_, -1); }
     void reset();
 
@@ -27,7 +27,11 @@ class UniqueFd {
     int fd_ = -1;
 };
 
-/// Opens a file, closed on exec; repeats an interrupted call. Not open on failure, errno tells why.
+/// The directory that an absolute path lies in.
+std::string directoryOf(const std::string& path);
+
+/// Opens a file that is closed on exec; retries an interrupted call. On failure the result is not open and errno says
+/// why.
 UniqueFd openFile(const std::string& path, int flags, mode_t mode = 0);
 
 /// Reads the whole file from its start. Returns 0 or an errno; EFBIG when it holds more than `limit` bytes.
@@ -37,8 +41,9 @@ int readFile(const std::string& path, std::size_t limit, std::string& content);
 /// Writes all bytes at the descriptor's position. Returns 0 or an errno.
 int writeAll(int fd, std::string_view bytes);
 
-/// Puts `content` in place of the file at once: whoever reads sees the old or the new content, also after a power cut.
-/// Keeps owner and permissions of an existing file, otherwise creates it with `mode`. Returns 0 or an errno.
+/// Replaces the file's content atomically: a reader sees the old or the new one, also after a power cut. Keeps owner
+/// and permissions of an existing file, otherwise creates it with `mode`. Returns 0, or an errno with the file
+/// unchanged.
 int replaceFile(const std::string& path, std::string_view content, mode_t mode);
 
 /// Creates the directory unless it exists; its parent must exist. Returns 0 or an errno.
@@ -47,12 +52,18 @@ int ensureDirectory(const std::string& path);
 /// Makes the directory's entries durable. Best effort: some file systems cannot.
 void syncDirectory(const std::string& path);
 
-/// An exclusive lock on a file between processes and threads, held until destruction. The file stays.
+/// An exclusive lock on a file between processes and threads, held until destruction or the process's death. The file
+/// stays.
 class FileLock {
   public:
-    /// Takes the lock, creating the file if needed; waits at most `patience`. Returns 0 or an errno, ETIMEDOUT when the
+    FileLock() = default;
+    FileLock(const FileLock&) = delete;
+    FileLock& operator=(const FileLock&) = delete;
+    ~FileLock();
+
+    /// Takes the lock, creating the file if needed; waits at most `timeout`. Returns 0 or an errno, ETIMEDOUT when the
     /// lock was not free in time.
-    int acquire(const std::string& path, std::chrono::milliseconds patience);
+    int acquire(const std::string& path, std::chrono::milliseconds timeout);
 
   private:
     UniqueFd fd_;

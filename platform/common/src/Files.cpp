@@ -1,8 +1,8 @@
 #include "Files.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <thread>
 #include <unistd.h>
@@ -11,12 +11,39 @@
 namespace zpo {
 namespace {
 
-std::string directoryOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return slash == 0 ? "/" : path.substr(0, slash);
+// The kernel's own wait for a file lock has no limit, so a bounded one looks again in steps.
+constexpr std::chrono::microseconds kShortestStep{50};
+constexpr std::chrono::microseconds kLongestStep{1000};
+constexpr off_t kTurnByte = 0;
+constexpr off_t kLockByte = 1;
+
+// Returns 0 or an errno, EAGAIN when another process or thread holds the lock.
+int setLock(int fd, short type, off_t byte) {
+    struct flock lock {};
+    lock.l_type = type;
+    lock.l_whence = SEEK_SET;
+    lock.l_start = byte;
+    lock.l_len = 1;
+    return fcntl(fd, F_OFD_SETLK, &lock) == 0 ? 0 : errno;
 }
 
-// A name with a leading dot and a second one, which a cron daemon passes over.
+// Returns 0 or an errno, ETIMEDOUT after the deadline.
+int waitForLock(int fd, off_t byte, std::chrono::steady_clock::time_point deadline) {
+    const auto start = std::chrono::steady_clock::now();
+    int error = setLock(fd, F_WRLCK, byte);
+    while (error == EAGAIN || error == EACCES) {
+        const auto now = std::chrono::steady_clock::now();
+        if (now >= deadline) {
+            return ETIMEDOUT;
+        }
+        std::this_thread::sleep_for(
+            std::clamp<std::chrono::nanoseconds>((now - start) / 8, kShortestStep, kLongestStep));
+        error = setLock(fd, F_WRLCK, byte);
+    }
+    return error;
+}
+
+// Cron daemons skip names that contain a dot.
 std::string temporaryName(const std::string& path) {
     return directoryOf(path) + "/.new." + path.substr(path.rfind('/') + 1) + ".XXXXXX";
 }
@@ -47,6 +74,11 @@ int fillAndRename(int fd, const std::string& temporary, const std::string& path,
 }
 
 } // namespace
+
+std::string directoryOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
 
 UniqueFd& UniqueFd::operator=(UniqueFd&& other) noexcept {
     if (this != &other) {
@@ -138,22 +170,26 @@ void syncDirectory(const std::string& path) {
     }
 }
 
-int FileLock::acquire(const std::string& path, std::chrono::milliseconds patience) {
+FileLock::~FileLock() {
+    if (fd_) {
+        setLock(fd_.get(), F_UNLCK, kLockByte); // closing alone would leave it to a child forked meanwhile
+    }
+}
+
+// Two bytes of the file are locked: the holder of the turn is the next to get the lock. So a process that takes the
+// lock again and again lets the others in.
+int FileLock::acquire(const std::string& path, std::chrono::milliseconds timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
     fd_ = openFile(path, O_RDWR | O_CREAT, 0660);
-    if (!fd_) {
-        return errno;
+    int error = fd_ ? waitForLock(fd_.get(), kTurnByte, deadline) : errno;
+    if (error == 0) {
+        error = waitForLock(fd_.get(), kLockByte, deadline);
+        setLock(fd_.get(), F_UNLCK, kTurnByte);
     }
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (flock(fd_.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno != EWOULDBLOCK && errno != EINTR) {
-            return errno;
-        }
-        if (std::chrono::steady_clock::now() >= deadline) {
-            return ETIMEDOUT;
-        }
-        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    if (error != 0) {
+        fd_.reset();
     }
-    return 0;
+    return error;
 }
 
 } // namespace zpo

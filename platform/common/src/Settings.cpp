@@ -1,5 +1,7 @@
 #include "Settings.hpp"
 
+#include "Characters.hpp"
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -9,12 +11,11 @@
 namespace zpo {
 namespace {
 
-// Room is left for the names of the files inside.
-constexpr std::size_t maxDirectory = PATH_MAX - 256;
+// Leaves room for the names of the files inside.
+constexpr std::size_t kMaxDirectory = PATH_MAX - 256;
 
 bool isUsableDirectory(const std::string& path) {
-    return path.front() == '/' && path.size() <= maxDirectory &&
-           std::none_of(path.begin(), path.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; });
+    return path.front() == '/' && path.size() <= kMaxDirectory && std::none_of(path.begin(), path.end(), isControl);
 }
 
 std::optional<std::string> directory(const char* variable, const char* fallback) {
@@ -22,7 +23,7 @@ std::optional<std::string> directory(const char* variable, const char* fallback)
     if (value == nullptr || *value == '\0') {
         return fallback;
     }
-    std::string path(value, strnlen(value, maxDirectory + 1));
+    std::string path(value, strnlen(value, kMaxDirectory + 1));
     return isUsableDirectory(path) ? std::optional(path) : std::nullopt;
 }
 
@@ -56,11 +57,12 @@ Settings readSettings() {
     }
     result.registryBytes = scaled(number("ZPO_REGISTRY_MB", 16, 1, 1024), std::uint64_t{1} << 20U);
     result.logBytes = scaled(number("ZPO_LOG_KB", 1024, 16, 65536), std::uint64_t{1} << 10U);
+    result.lockSeconds = number("ZPO_LOCK_TIMEOUT", 5, 1, 60);
     return result;
 }
 
 const Settings& settings() {
-    // Never destroyed: the library's thread and late callers may still read it while the process exits.
+    // Never destroyed: the library's thread and late callers may read it while the process exits.
     static const Settings* const current = new Settings(readSettings());
     return *current;
 }

@@ -29,8 +29,9 @@ extern "C" {
 #define OSA_BUFFER_TOO_SMALL 0x300006u /* the next message does not fit the buffer; it stays in the queue */
 #define OSA_NO_ACCESS 0x300007u        /* no permission for the queue or its name file */
 #define OSA_NO_RESOURCES 0x300008u     /* the system has no room for a further queue, or memory is exhausted */
-#define OSA_STATE_DIRECTORY 0x300009u  /* the state directory is missing, not writable or not an absolute path */
+#define OSA_STATE_DIRECTORY 0x300009u  /* the state directory is missing or not writable, or a setting is unusable */
 #define OSA_SYSTEM_ERROR 0x30000Au     /* the system failed otherwise */
+#define OSA_BUSY 0x30000Bu             /* another process has kept the queues' names locked for ZPO_LOCK_TIMEOUT */
 
 #define OSA_MAX_MESSAGE 4096u
 

@@ -1,10 +1,10 @@
 #include "QueueFile.hpp"
 
+#include "Characters.hpp"
 #include "Files.hpp"
 #include "Settings.hpp"
 #include "osa.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -18,10 +18,8 @@ namespace zpo {
 namespace {
 
 // Names live in STATE/queues, one file a queue: "ID KEY CREATED". Changes are made under the lock STATE/queues/.lock.
-constexpr std::size_t maxName = 64;
-constexpr std::size_t maxFile = 128;
-constexpr std::chrono::seconds lockPatience{10};
-constexpr int keyAttempts = 100;
+constexpr std::size_t kMaxFile = 128;
+constexpr int kKeyAttempts = 100;
 
 std::string queueDirectory() {
     return settings().stateDirectory ? *settings().stateDirectory + "/queues" : std::string();
@@ -34,6 +32,8 @@ std::uint32_t statusOfFileError(int error) {
     case EACCES:
     case EPERM:
         return OSA_NO_ACCESS;
+    case ETIMEDOUT:
+        return OSA_BUSY;
     case ENOMEM:
     case ENOSPC:
     case EMFILE:
@@ -54,7 +54,7 @@ bool parseIdentity(const std::string& content, QueueIdentity& identity) {
 
 std::uint32_t lockQueues(FileLock& lock) {
     const std::string directory = queueDirectory();
-    if (directory.empty()) {
+    if (directory.empty() || !settings().lockSeconds) {
         return OSA_STATE_DIRECTORY;
     }
     int error = ensureDirectory(*settings().stateDirectory);
@@ -62,14 +62,14 @@ std::uint32_t lockQueues(FileLock& lock) {
         error = ensureDirectory(directory);
     }
     if (error == 0) {
-        error = lock.acquire(directory + "/.lock", lockPatience);
+        error = lock.acquire(directory + "/.lock", std::chrono::seconds(*settings().lockSeconds));
     }
     return statusOfFileError(error);
 }
 
 int newKernelQueue(QueueIdentity& identity) {
     std::random_device random;
-    for (int attempt = 0; attempt < keyAttempts; ++attempt) {
+    for (int attempt = 0; attempt < kKeyAttempts; ++attempt) {
         const auto key = static_cast<key_t>(random());
         const int id = key == IPC_PRIVATE ? -1 : msgget(key, IPC_CREAT | IPC_EXCL | 0660);
         if (id >= 0) {
@@ -85,11 +85,7 @@ int newKernelQueue(QueueIdentity& identity) {
 } // namespace
 
 bool isQueueName(const char* name) {
-    const std::size_t length = strnlen(name, maxName + 1);
-    return length > 0 && length <= maxName && *name != '.' && std::all_of(name, name + length, [](unsigned char c) {
-               return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' ||
-                      c == '_' || c == '-';
-           });
+    return isPlainName({name, strnlen(name, kMaxPlainName + 1)});
 }
 
 int inspectQueue(int id, QueueIdentity& identity) {
@@ -107,7 +103,7 @@ std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity) {
         return OSA_STATE_DIRECTORY;
     }
     std::string content;
-    const int error = readFile(directory + "/" + name, maxFile, content);
+    const int error = readFile(directory + "/" + name, kMaxFile, content);
     if (error != 0) {
         return error == ENOENT || error == ENOTDIR || error == EFBIG ? OSA_QUEUE_NOT_FOUND : statusOfFileError(error);
     }

@@ -6,7 +6,7 @@
 
 namespace zpo {
 
-/// A kernel queue and what tells it from another that gets its id later: the random key it was created with, and when.
+/// A kernel queue, and what distinguishes it from one that gets its id later: its random key and time of creation.
 struct QueueIdentity {
     int id = -1;
     key_t key = 0;
@@ -20,7 +20,7 @@ struct QueueIdentity {
 /// Letters, digits, '.', '_', '-', 1 to 64 of them, no leading dot.
 bool isQueueName(const char* name);
 
-/// What the kernel says of the queue with this id. Returns 0 or an errno.
+/// Asks the kernel for the queue with this id. Returns 0 or an errno.
 int inspectQueue(int id, QueueIdentity& identity);
 
 /// Reads the file that names a queue in the state directory and makes sure that the queue still is the one it names.

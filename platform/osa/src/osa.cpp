@@ -1,5 +1,6 @@
 #include "osa.h"
 
+#include "PerProcess.hpp"
 #include "QueueFile.hpp"
 
 #include <algorithm>
@@ -9,7 +10,6 @@
 #include <exception>
 #include <map>
 #include <mutex>
-#include <pthread.h>
 #include <sys/msg.h>
 #include <thread>
 
@@ -22,9 +22,9 @@ struct Message {
     char bytes[OSA_MAX_MESSAGE];
 };
 
-// A bounded wait looks again in steps: the kernel's own wait knows no limit.
-constexpr std::chrono::milliseconds shortestStep{1};
-constexpr std::chrono::milliseconds longestStep{20};
+// The kernel's own wait has no limit, so a bounded one looks again in steps.
+constexpr std::chrono::milliseconds kShortestStep{1};
+constexpr std::chrono::milliseconds kLongestStep{20};
 
 template <class Work>
 std::uint32_t guarded(Work work) noexcept {
@@ -35,50 +35,33 @@ std::uint32_t guarded(Work work) noexcept {
     }
 }
 
-// The queues this process has met by name or id, so that an id which the kernel gave to another queue is noticed.
+// The queues that this process has used, so that an id which the kernel has given to another queue is noticed.
 class KnownQueues {
   public:
+    std::mutex mutex; ///< for the members and, over a fork, for sharedState()
+
     void add(const QueueIdentity& identity) {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const std::lock_guard<std::mutex> lock(mutex);
         byId_[identity.id] = identity;
     }
 
-    enum class Meeting { never, same, other };
+    enum class Meeting { Never, Same, Other };
 
     Meeting look(const QueueIdentity& identity) {
-        const std::lock_guard<std::mutex> lock(mutex_);
+        const std::lock_guard<std::mutex> lock(mutex);
         const auto known = byId_.find(identity.id);
         if (known == byId_.end()) {
-            return Meeting::never;
+            return Meeting::Never;
         }
-        return known->second == identity ? Meeting::same : Meeting::other;
+        return known->second == identity ? Meeting::Same : Meeting::Other;
     }
 
-    std::mutex& mutex() { return mutex_; }
-
   private:
-    std::mutex mutex_;
     std::map<int, QueueIdentity> byId_;
 };
 
-KnownQueues& knownQueues();
-
-// A fork while another thread holds the lock must not leave the child with a lock that nobody opens.
-void lockForFork() {
-    knownQueues().mutex().lock();
-}
-
-void unlockAfterFork() {
-    knownQueues().mutex().unlock();
-}
-
 KnownQueues& knownQueues() {
-    static auto* const all = [] {
-        auto* fresh = new KnownQueues; // never destroyed: used until the process ends
-        pthread_atfork(lockForFork, unlockAfterFork, unlockAfterFork);
-        return fresh;
-    }();
-    return *all;
+    return sharedState<KnownQueues>();
 }
 
 // Whether the id is a live queue of the state directory.
@@ -89,9 +72,9 @@ std::uint32_t checkId(std::uint32_t id) {
         return error == EACCES ? OSA_NO_ACCESS : OSA_QUEUE_NOT_FOUND;
     }
     const KnownQueues::Meeting meeting = knownQueues().look(present);
-    if (meeting != KnownQueues::Meeting::never) {
-        // The kernel has given the id to another queue: only a new look-up by name makes it valid again.
-        return meeting == KnownQueues::Meeting::same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
+    if (meeting != KnownQueues::Meeting::Never) {
+        // If the kernel has given the id to another queue, only a new look-up by name makes it valid again.
+        return meeting == KnownQueues::Meeting::Same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
     }
     QueueIdentity named;
     std::string name;
@@ -136,7 +119,7 @@ std::uint32_t receiveOnce(std::uint32_t id, Message& message, std::uint32_t size
 std::uint32_t receiveWithin(std::uint32_t id, Message& message, std::uint32_t size, std::uint32_t& length,
                             std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (auto step = shortestStep;; step = std::min(2 * step, longestStep)) {
+    for (auto step = kShortestStep;; step = std::min(2 * step, kLongestStep)) {
         const std::uint32_t status = receiveOnce(id, message, size, length, IPC_NOWAIT);
         const auto now = std::chrono::steady_clock::now();
         if (status != OSA_TIMEOUT || now >= deadline) {

@@ -3,15 +3,16 @@
  *
  * Every function returns a status, 0 (ZPO_OK) on success; the statuses are listed below and described, with what to do
  * about them, in docs/PLATFORM.md. No function keeps a pointer that it was given, except the notification callback.
- * Every function may be called from any thread and, after a fork, from the child as well. No function throws.
+ * Every function may be called from any thread, and in a forked child. No function throws.
  *
  * Environment (read once, at first use; ignored in set-user-ID programs; a directory must be an absolute path):
- *   ZPO_STATE_DIR      the registry and the locks             default /var/lib/zpo
+ *   ZPO_STATE_DIR      registry, locks, queue names           default /var/lib/zpo
  *   ZPO_LOG_DIR        the log files                          default /var/log/zpo
  *   ZPO_CRONTAB_DIR    a crontabs directory to edit           default none: the crontab program is used
  *   ZPO_CRONTAB_SUNDAY how a crontab line names day 7: 7 or 0   default 7
  *   ZPO_REGISTRY_MB    largest size of the registry, 1-1024   default 16
  *   ZPO_LOG_KB         size at which a log is rotated, 16-65536   default 1024
+ *   ZPO_LOCK_TIMEOUT   longest wait for another process's lock, 1-60 seconds   default 5
  */
 #pragma once
 
@@ -51,6 +52,7 @@ extern "C" {
 #define ZPO_REG_DEVICE_ERROR 0x200010u     /* the system failed to read or write the store */
 #define ZPO_REG_NO_RESOURCES 0x200011u     /* memory or file descriptors are exhausted */
 #define ZPO_REG_BAD_SETTING 0x200012u      /* an environment variable above has an unusable value */
+#define ZPO_REG_LOCKED 0x200013u           /* a writer has kept the registry locked for ZPO_LOCK_TIMEOUT */
 
 /* diagnostics */
 #define ZPO_DIAG_BAD_ARGUMENT 0x210001u   /* null pointer, empty or unusable name */
@@ -68,7 +70,7 @@ extern "C" {
 #define ZPO_SCHED_NOT_READABLE 0x220005u    /* the crontab exists but cannot be read */
 #define ZPO_SCHED_NOT_WRITABLE 0x220006u    /* the crontab cannot be written */
 #define ZPO_SCHED_TABLE_TOO_LARGE 0x220007u /* the crontab is larger than 1 MiB */
-#define ZPO_SCHED_BUSY 0x220008u            /* another process has held the crontab's lock for 10 seconds */
+#define ZPO_SCHED_BUSY 0x220008u            /* another process has kept the crontab locked for ZPO_LOCK_TIMEOUT */
 #define ZPO_SCHED_LOCK_FAILED 0x220009u     /* the lock file in the state directory cannot be opened */
 #define ZPO_SCHED_NO_PROGRAM 0x22000Au      /* the crontab program is not installed */
 #define ZPO_SCHED_NO_USER 0x22000Bu         /* the process's user has no name to file the crontab under */
@@ -86,7 +88,8 @@ extern "C" {
 /* One store shared by all processes of the device. An entry is named by component, section and key (each 1 to 127
  * bytes, no control characters) and is binary (1 to 65536 bytes), a text (up to 511 bytes) or a 32-bit integer; writing
  * an entry replaces it with its kind. A write has reached the disk when the function returns 0; one that was
- * interrupted has not happened. On a failed read the destination is left as it was. */
+ * interrupted has not happened. A write waits for other writers, at most ZPO_LOCK_TIMEOUT: ZPO_REG_LOCKED. A read waits
+ * for no other process. On a failed read the destination is left as it was. */
 
 #define ZPO_REG_MAX_NAME 127u
 #define ZPO_REG_MAX_TEXT 511u
@@ -132,7 +135,8 @@ ZPO_API uint32_t ZpoDiagDeregisterModule(uint32_t handle);
 
 /* ---- Task scheduler ---------------------------------------------------------------------------------------------- */
 
-/* Tasks are lines of the crontab of the process's user. Only lines that this library added are listed and deleted. */
+/* Tasks are lines of the crontab of the process's user, in exactly the form that this library writes. Other lines are
+ * neither listed nor changed. */
 
 #define ZPO_SCHED_ANY 1024u /* a time or day field that takes every value */
 
@@ -185,7 +189,7 @@ ZPO_API void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head);
 #define ZPO_EVENT_BACKUP 1u
 #define ZPO_EVENT_RESTORE 2u
 
-/* Told of an event, ZPO_EVENT_BACKUP or ZPO_EVENT_RESTORE. Runs on a thread of the library, one call at a time. */
+/* Called with the event, ZPO_EVENT_BACKUP or ZPO_EVENT_RESTORE, on a thread of the library, one call at a time. */
 typedef void (*ZpoRegBackupAndRestoreCallback)(unsigned long event);
 
 /* Registers `callback` under `name` (1 to 64 bytes): it is called once for each backup or restore of the registry, by

@@ -11,7 +11,7 @@ namespace zpo {
 // A backup is a text: a first line that names the format, the entries as EntryText.hpp writes them, and a last line
 // with their count and the CRC-32 of everything before it.
 
-constexpr std::size_t maxBackupBytes = std::size_t{256} << 20U;
+constexpr std::size_t kMaxBackupBytes = std::size_t{256} << 20U;
 
 std::string formatBackup(const std::vector<Entry>& entries);
 

@@ -30,7 +30,7 @@ class CrontabDirectory final : public CrontabBackend {
         if (user_.empty()) {
             return ZPO_SCHED_NO_USER;
         }
-        switch (readFile(path(), maxCrontabBytes, table)) {
+        switch (readFile(path(), kMaxCrontabBytes, table)) {
         case 0:
         case ENOENT:
             return ZPO_OK;
@@ -46,7 +46,7 @@ class CrontabDirectory final : public CrontabBackend {
     }
 
     std::uint32_t write(const std::string& table) override {
-        if (table.size() > maxCrontabBytes) {
+        if (table.size() > kMaxCrontabBytes) {
             return ZPO_SCHED_TABLE_TOO_LARGE;
         }
         return replaceFile(path(), table, 0600) == 0 && tellDaemon() ? ZPO_OK : ZPO_SCHED_NOT_WRITABLE;
@@ -55,7 +55,7 @@ class CrontabDirectory final : public CrontabBackend {
   private:
     std::string path() const { return directory_ + "/" + user_; }
 
-    // crond reads the tables of the users that it finds here, then removes the file.
+    // crond reads the tables of the users named in this file, then removes it.
     bool tellDaemon() const {
         const UniqueFd fd = openFile(directory_ + "/cron.update", O_WRONLY | O_APPEND | O_CREAT | O_NONBLOCK, 0600);
         return fd && writeAll(fd.get(), user_ + "\n") == 0;

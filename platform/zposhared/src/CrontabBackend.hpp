@@ -6,7 +6,7 @@
 
 namespace zpo {
 
-constexpr std::size_t maxCrontabBytes = std::size_t{1} << 20U;
+constexpr std::size_t kMaxCrontabBytes = std::size_t{1} << 20U;
 
 /// Where the process's user's crontab is kept. The caller holds the lock over a read and the write that follows.
 class CrontabBackend {

@@ -2,7 +2,9 @@
 #include "Files.hpp"
 #include "ZpoShared.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <poll.h>
@@ -17,9 +19,9 @@
 namespace zpo {
 namespace {
 
-constexpr int patienceMs = 10000;
-constexpr int killed = -1;
-constexpr int lost = -2; // the host process reaps children itself
+constexpr std::chrono::seconds kLongestRun{10};
+constexpr int kKilled = -1;
+constexpr int kLost = -2; // the host process has reaped the child itself
 
 struct Outcome {
     int error = 0;    // an errno when the program could not be run
@@ -79,20 +81,26 @@ class SpawnSetup {
     posix_spawnattr_t attributes_{};
 };
 
-// Waits for the program, not for ever: one that hangs is killed.
+// Waits for the program to end, and kills one that takes too long.
 int waitFor(pid_t child) {
     const UniqueFd handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
     pollfd ended{handle.get(), POLLIN, 0};
-    if (handle && poll(&ended, 1, patienceMs) == 0) {
+    const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
+    int ready = -1;
+    while (handle && ready < 0) { // a signal interrupts it
+        const auto left = deadline - std::chrono::steady_clock::now();
+        ready = poll(&ended, 1, std::max(0, static_cast<int>(left / std::chrono::milliseconds(1))));
+    }
+    if (ready == 0) {
         kill(child, SIGKILL);
     }
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) {
-            return lost;
+            return kLost;
         }
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : killed;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : kKilled;
 }
 
 Outcome runCrontab(const char* argument, const std::string& input) {
@@ -114,12 +122,12 @@ Outcome runCrontab(const char* argument, const std::string& input) {
         return outcome;
     }
     outcome.exitCode = waitFor(child);
-    outcome.error = readFile(out.get(), maxCrontabBytes, outcome.output);
+    outcome.error = readFile(out.get(), kMaxCrontabBytes, outcome.output);
     readFile(messages.get(), 4096, outcome.messages);
     return outcome;
 }
 
-// 0, or the status of a program that could not be run or wrote too much.
+// ZPO_OK unless the program could not be run or wrote too much.
 std::uint32_t statusOf(const Outcome& outcome) {
     switch (outcome.error) {
     case 0:
@@ -157,7 +165,7 @@ class CrontabProgram final : public CrontabBackend {
     }
 
     std::uint32_t write(const std::string& table) override {
-        if (table.size() > maxCrontabBytes) {
+        if (table.size() > kMaxCrontabBytes) {
             return ZPO_SCHED_TABLE_TOO_LARGE;
         }
         // crontab refuses a table whose last line lacks its line feed.
@@ -168,9 +176,9 @@ class CrontabProgram final : public CrontabBackend {
     }
 
   private:
-    // Without an exit code, silence is success.
+    // When the exit code is lost, no message means success.
     static bool succeeded(const Outcome& outcome) {
-        return outcome.exitCode == 0 || (outcome.exitCode == lost && outcome.messages.empty());
+        return outcome.exitCode == 0 || (outcome.exitCode == kLost && outcome.messages.empty());
     }
 };
 

@@ -1,5 +1,7 @@
 #include "CrontabTable.hpp"
 
+#include "Characters.hpp"
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
@@ -8,15 +10,10 @@
 namespace zpo {
 namespace {
 
-constexpr std::size_t maxDayText = sizeof(ZpoScheduledTaskRecord::dayOfMonth) - 1;
+constexpr std::size_t kMaxDayText = sizeof(ZpoScheduledTaskRecord::dayOfMonth) - 1;
 
-bool isControl(unsigned char c) {
-    return c < 0x20 || c == 0x7f;
-}
-
-bool isPlainInShell(unsigned char c) {
-    return c >= 0x80 || (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
-           std::strchr("/._-+,:@=", c) != nullptr;
+bool isPlainInShell(char c) {
+    return static_cast<unsigned char>(c) >= 0x80 || isAlphanumeric(c) || std::strchr("/._-+,:@=", c) != nullptr;
 }
 
 std::string quoted(const std::string& path) {
@@ -65,12 +62,12 @@ bool takeNumber(std::string_view& rest, std::uint16_t& value) {
 
 bool takeDay(std::string_view& rest, std::string& day) {
     std::string_view word;
-    const bool ok = takeWord(rest, word) && word.size() <= maxDayText;
+    const bool ok = takeWord(rest, word) && word.size() <= kMaxDayText;
     day = word;
     return ok;
 }
 
-// The path of a command as quoted() writes it; an administrator's own command never equals it by accident.
+// Undoes quoted(). Takes any text: the caller compares what quoted() makes of the result.
 std::string unquoted(std::string_view command) {
     std::string path;
     bool inside = false;
@@ -132,9 +129,8 @@ bool CrontabTask::operator==(const CrontabTask& other) const {
 
 std::uint32_t checkPath(const char* path) {
     const std::size_t length = strnlen(path, sizeof(ZpoScheduledTask::path));
-    const bool usable =
-        length < sizeof(ZpoScheduledTask::path) && *path == '/' &&
-        std::none_of(path, path + length, [](char c) { return c == '%' || isControl(static_cast<unsigned char>(c)); });
+    const bool usable = length < sizeof(ZpoScheduledTask::path) && *path == '/' &&
+                        std::none_of(path, path + length, [](char c) { return c == '%' || isControl(c); });
     return usable ? ZPO_OK : ZPO_SCHED_BAD_PATH;
 }
 

@@ -21,9 +21,9 @@ struct CrontabTask {
     bool operator==(const CrontabTask& other) const;
 };
 
-/// Checks a task to be created: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD.
+/// Checks and converts a task to be created: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD.
 std::uint32_t taskFrom(const ZpoScheduledTask& record, CrontabTask& task);
-/// Takes a record that names a task: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD (an unterminated day text).
+/// Converts a record that names a task: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD (an unterminated day text).
 std::uint32_t taskFrom(const ZpoScheduledTaskRecord& record, CrontabTask& task);
 /// Checks a program's path that ends within 256 bytes: absolute, no '%' (a line feed to cron), no control character.
 std::uint32_t checkPath(const char* path);
@@ -32,7 +32,7 @@ std::uint32_t checkPath(const char* path);
 ///
 /// A task is a line of exactly this form; the program's path is quoted for the shell where it needs it:
 ///     30 8 * * 3 /qv/bin/CDRTransfer
-/// A line with steps, names, arguments or anything else is none.
+/// A line with steps, names, arguments or anything else is not a task.
 class CrontabTable {
   public:
     explicit CrontabTable(std::string text) : text_(std::move(text)) {}

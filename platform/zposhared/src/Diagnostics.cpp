@@ -1,6 +1,8 @@
 #include "Diagnostics.hpp"
 
+#include "Characters.hpp"
 #include "LogSink.hpp"
+#include "PerProcess.hpp"
 #include "Settings.hpp"
 #include "ZpoShared.h"
 
@@ -10,15 +12,14 @@
 #include <map>
 #include <memory>
 #include <mutex>
-#include <pthread.h>
 
 namespace zpo {
 namespace {
 
-constexpr std::size_t maxModules = 256;
-constexpr std::size_t maxName = 64;
-constexpr std::size_t maxText = 2000;
-constexpr const char* ownLog = "ZpoShared.log";
+constexpr std::size_t kMaxModules = 256;
+constexpr std::size_t kMaxName = 64;
+constexpr std::size_t kMaxText = 2000;
+constexpr const char* kOwnLog = "ZpoShared.log";
 
 struct Module {
     std::string name;
@@ -33,38 +34,8 @@ struct Modules {
     std::map<std::string, std::weak_ptr<LogSink>> sinks;
 };
 
-Modules& modules();
-
-// A fork while another thread logs must not leave the child with a lock that nobody opens.
-void lockForFork() {
-    modules().mutex.lock();
-}
-
-void unlockAfterFork() {
-    modules().mutex.unlock();
-}
-
-Modules& modules() {
-    // Never destroyed: entries may be added while the process exits.
-    static Modules* const all = [] {
-        auto* fresh = new Modules;
-        pthread_atfork(lockForFork, unlockAfterFork, unlockAfterFork);
-        return fresh;
-    }();
-    return *all;
-}
-
-// Only the process's name space of files is open to a caller, not its directories.
-bool isFileName(std::string_view name) {
-    return !name.empty() && name.size() <= maxName && name.front() != '.' &&
-           std::all_of(name.begin(), name.end(), [](unsigned char c) {
-               return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '.' ||
-                      c == '_' || c == '-';
-           });
-}
-
 bool isModuleName(std::string_view name) {
-    return !name.empty() && name.size() <= maxName &&
+    return !name.empty() && name.size() <= kMaxName &&
            std::all_of(name.begin(), name.end(), [](unsigned char c) { return c > 0x20 && c < 0x7f; });
 }
 
@@ -90,10 +61,10 @@ std::uint32_t nextHandle(Modules& all) {
 }
 
 std::string formatEntry(std::int32_t category, std::int32_t level, std::int32_t identifier, const char* text) {
-    const std::string_view whole = bounded(text, maxText);
-    const bool cut = whole.size() > maxText;
+    const std::string_view whole = bounded(text, kMaxText);
+    const bool cut = whole.size() > kMaxText;
     return fmt::format("category={} level={} id={}: {}{}", category, level, identifier,
-                       escapeLogText(whole.substr(0, maxText)), cut ? " [cut]" : "");
+                       escapeLogText(whole.substr(0, kMaxText)), cut ? " [cut]" : "");
 }
 
 void writeLine(const Module& module, const std::string& line) {
@@ -106,13 +77,12 @@ std::string escapeLogText(std::string_view text) {
     std::string result;
     result.reserve(text.size());
     for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
         if (c == '\\') {
             result += "\\\\";
         } else if (c == '\n') {
             result += "\\n";
-        } else if (byte < 0x20 || byte == 0x7f) {
-            result += fmt::format("\\x{:02x}", byte);
+        } else if (isControl(c)) {
+            result += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
         } else {
             result += c;
         }
@@ -123,15 +93,16 @@ std::string escapeLogText(std::string_view text) {
 std::uint32_t registerModule(const char* moduleFile, const char* component, const char* moduleName, const char* logFile,
                              std::uint32_t* handle) {
     if (moduleFile == nullptr || component == nullptr || moduleName == nullptr || logFile == nullptr ||
-        handle == nullptr || !isModuleName(bounded(moduleName, maxName)) || !isFileName(bounded(logFile, maxName))) {
+        handle == nullptr || !isModuleName(bounded(moduleName, kMaxName)) ||
+        !isPlainName(bounded(logFile, kMaxPlainName))) {
         return ZPO_DIAG_BAD_ARGUMENT;
     }
     if (!settings().logDirectory || !settings().logBytes) {
         return ZPO_DIAG_BAD_SETTING;
     }
-    Modules& all = modules();
+    Modules& all = sharedState<Modules>();
     const std::lock_guard<std::mutex> lock(all.mutex);
-    if (all.byHandle.size() >= maxModules) {
+    if (all.byHandle.size() >= kMaxModules) {
         return ZPO_DIAG_TOO_MANY;
     }
     const std::uint32_t fresh = nextHandle(all);
@@ -146,7 +117,7 @@ std::uint32_t addLogEntry(std::uint32_t handle, std::int32_t category, std::int3
         return ZPO_DIAG_BAD_ARGUMENT;
     }
     const std::string line = formatEntry(category, level, identifier, text);
-    Modules& all = modules();
+    Modules& all = sharedState<Modules>();
     const std::lock_guard<std::mutex> lock(all.mutex);
     const auto module = all.byHandle.find(handle);
     if (module == all.byHandle.end()) {
@@ -161,7 +132,7 @@ std::uint32_t addLogEntry(std::uint32_t handle, std::int32_t category, std::int3
 }
 
 std::uint32_t deregisterModule(std::uint32_t handle) {
-    Modules& all = modules();
+    Modules& all = sharedState<Modules>();
     const std::lock_guard<std::mutex> lock(all.mutex);
     return all.byHandle.erase(handle) == 1 ? ZPO_OK : ZPO_DIAG_UNKNOWN_HANDLE;
 }
@@ -171,9 +142,9 @@ void logInternal(std::int32_t level, const std::string& text) noexcept {
         if (!settings().logDirectory || !settings().logBytes) {
             return;
         }
-        Modules& all = modules();
+        Modules& all = sharedState<Modules>();
         const std::lock_guard<std::mutex> lock(all.mutex);
-        const Module self{"ZpoShared", sinkFor(all, ownLog)};
+        const Module self{"ZpoShared", sinkFor(all, kOwnLog)};
         writeLine(self, formatEntry(0, level, 0, text.c_str()));
     } catch (const std::exception&) {
         return; // nowhere left to say so

@@ -1,5 +1,6 @@
 #include "EntryText.hpp"
 
+#include "Characters.hpp"
 #include "StatusText.hpp"
 #include "ZpoShared.h"
 
@@ -15,8 +16,7 @@ bool isBlank(char c) {
 }
 
 bool needsQuotes(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte <= 0x20 || byte == 0x7f || c == '"' || c == '\\' || c == '#';
+    return isControl(c) || c == ' ' || c == '"' || c == '\\' || c == '#';
 }
 
 int hexDigit(char c) {
@@ -103,12 +103,11 @@ std::string formatWord(std::string_view word) {
     std::string result;
     bool plain = !word.empty();
     for (const char c : word) {
-        const auto byte = static_cast<unsigned char>(c);
         plain = plain && !needsQuotes(c);
         if (c == '"' || c == '\\') {
             result += {'\\', c};
-        } else if (byte < 0x20 || byte == 0x7f) {
-            result += fmt::format("\\x{:02x}", byte);
+        } else if (isControl(c)) {
+            result += fmt::format("\\x{:02x}", static_cast<unsigned char>(c));
         } else {
             result.push_back(c);
         }
@@ -117,7 +116,7 @@ std::string formatWord(std::string_view word) {
 }
 
 const char* parseTextValue(LineReader& line, Entry& entry) {
-    entry.kind = EntryKind::text;
+    entry.kind = EntryKind::Text;
     if (!line.word(entry.bytes)) {
         return "the text is missing or its quoting is broken";
     }
@@ -133,11 +132,11 @@ const char* parseValue(LineReader& line, Entry& entry) {
         return parseTextValue(line, entry);
     }
     if (kind == "binary") {
-        entry.kind = EntryKind::binary;
+        entry.kind = EntryKind::Binary;
         return parseBinary(line.rest(), entry.bytes) ? nullptr : "the value is not pairs of hexadecimal digits";
     }
     if (kind == "int") {
-        entry.kind = EntryKind::integer;
+        entry.kind = EntryKind::Integer;
         return parseInteger(line.rest(), entry.bytes) ? nullptr : "the value is not a 32-bit number";
     }
     return "the kind is not binary, text or int";
@@ -211,11 +210,11 @@ std::string formatEntryText(const Entry& entry) {
     const std::string name =
         formatWord(entry.component) + ' ' + formatWord(entry.section) + ' ' + formatWord(entry.key);
     switch (entry.kind) {
-    case EntryKind::binary:
+    case EntryKind::Binary:
         return name + " binary " + formatBinary(entry.bytes);
-    case EntryKind::integer:
+    case EntryKind::Integer:
         return name + " int " + std::to_string(entry.integer());
-    case EntryKind::text:
+    case EntryKind::Text:
         break;
     }
     return name + " text " + formatWord(entry.bytes);

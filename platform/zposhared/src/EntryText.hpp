@@ -13,13 +13,13 @@ namespace zpo {
 //     CDR CDRPush TranTime text "02:30"
 //     CDR CDRService DISKLIMIT int 200
 // A word that is empty or holds a blank, a quote, a backslash, '#' or a control character stands in double quotes, with
-// the escapes \" \\ \n \t and \xNN. Lines that are empty or begin with '#' say nothing.
+// the escapes \" \\ \n \t and \xNN. Empty lines and lines that begin with '#' are ignored.
 
 /// One line, without the line feed.
 std::string formatEntryText(const Entry& entry);
 
-/// Appends the entries of a text. Returns false and `error`, "line 12: ...", at the first line that is no entry; a name
-/// that occurs twice is an error, too.
+/// Appends the entries of a text. At the first line that is not an entry, or repeats a name, returns false and `error`,
+/// "line 12: ..."; the entries before it have been appended.
 bool parseEntries(std::string_view text, std::vector<Entry>& entries, std::string& error);
 
 /// A value in its text form: binary as hexadecimal pairs ("000c", "00 0c"), an integer as decimal digits or 0x...

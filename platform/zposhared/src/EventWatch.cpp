@@ -9,18 +9,13 @@
 namespace zpo {
 namespace {
 
-constexpr int longestSleepMs = 3000;
-constexpr int sleepWithoutWatchMs = 500; // inotify instances are limited
-constexpr std::uint32_t nameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
-
-std::string parentOf(const std::string& path) {
-    const auto slash = path.rfind('/');
-    return slash == 0 ? "/" : path.substr(0, slash);
-}
+constexpr std::chrono::milliseconds kSleepWithoutWatch{500}; // when no inotify instance is left
+constexpr std::uint32_t kNameEvents = IN_CREATE | IN_DELETE | IN_MOVED_TO | IN_MOVED_FROM;
+constexpr std::uint32_t kFileEvents = IN_CLOSE_WRITE | IN_MOVED_TO; // announced, or replaced as a file
 
 std::string nearestExisting(std::string path) {
     while (path != "/" && access(path.c_str(), F_OK) != 0) {
-        path = parentOf(path);
+        path = directoryOf(path);
     }
     return path;
 }
@@ -28,17 +23,17 @@ std::string nearestExisting(std::string path) {
 } // namespace
 
 void announceEvent(const std::string& directory) {
-    // Closing a file that was open for writing is what the watchers see. Should it fail, they look within seconds.
+    // The watchers see that a file open for writing is closed. Should this fail, they look within seconds.
     openFile(directory + "/registry.notify", O_WRONLY | O_CREAT | O_NONBLOCK, 0660);
 }
 
-// The directory above is watched, too: one that is removed while files in it are open tells nothing itself.
+// The directory above is watched, too: inotify is silent about a directory removed while files in it are open.
 bool EventWatch::watch(const std::string& found) {
     inotify_ = UniqueFd(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     struct stat status {};
     if (!inotify_ || stat(found.c_str(), &status) != 0 ||
-        inotify_add_watch(inotify_.get(), parentOf(found).c_str(), nameEvents) < 0 ||
-        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? IN_CLOSE_WRITE : nameEvents) < 0) {
+        inotify_add_watch(inotify_.get(), directoryOf(found).c_str(), kNameEvents) < 0 ||
+        inotify_add_watch(inotify_.get(), found.c_str(), found == directory_ ? kFileEvents : kNameEvents) < 0) {
         inotify_.reset();
         return false;
     }
@@ -53,7 +48,7 @@ void EventWatch::arm() {
     }
     std::string watched;
     for (std::string found = nearestExisting(directory_); found != watched; found = nearestExisting(directory_)) {
-        watched = found; // one that appears meanwhile is found by looking once more
+        watched = found; // looks once more for one that has appeared meanwhile
         if (!watch(found)) {
             return;
         }
@@ -67,13 +62,13 @@ bool EventWatch::watchesDirectory() const {
 
 bool EventWatch::wait() {
     pollfd sources[] = {{stopFd_, POLLIN, 0}, {inotify_.get(), POLLIN, 0}};
-    poll(sources, 2, inotify_ ? longestSleepMs : sleepWithoutWatchMs);
+    poll(sources, 2, static_cast<int>((inotify_ ? longestSleep_ : kSleepWithoutWatch).count()));
     if (sources[0].revents != 0) {
         return false;
     }
     char events[4096];
     while (inotify_ && read(inotify_.get(), events, sizeof events) > 0) {
-        continue; // that something happened is enough
+        continue; // which events does not matter
     }
     if (!watchesDirectory()) {
         inotify_.reset();

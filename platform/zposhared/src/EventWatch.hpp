@@ -2,6 +2,7 @@
 
 #include "Files.hpp"
 
+#include <chrono>
 #include <string>
 
 namespace zpo {
@@ -14,14 +15,15 @@ void announceEvent(const std::string& directory);
 /// directory above it is watched.
 class EventWatch {
   public:
-    /// `stopFd` becomes readable when waiting is to end; it stays the caller's.
-    EventWatch(std::string directory, int stopFd) : directory_(std::move(directory)), stopFd_(stopFd) {}
+    /// `stopFd` becomes readable when waiting is to end; it stays the caller's. A wait sleeps at most `longestSleep`.
+    EventWatch(std::string directory, int stopFd, std::chrono::milliseconds longestSleep = std::chrono::seconds(3))
+        : directory_(std::move(directory)), stopFd_(stopFd), longestSleep_(longestSleep) {}
 
     /// Begins to watch unless that is done: what is announced from now on ends the next wait.
     void arm();
 
-    /// Sleeps until something may have been announced, at most a few seconds: an announcer may die between counting and
-    /// announcing. False when waiting is to end.
+    /// Sleeps until something may have been announced, or for the longest sleep: an announcer may die between counting
+    /// and announcing. False when waiting is to end.
     bool wait();
 
   private:
@@ -30,6 +32,7 @@ class EventWatch {
 
     const std::string directory_;
     const int stopFd_;
+    const std::chrono::milliseconds longestSleep_;
     UniqueFd inotify_; ///< not open: to be armed
     dev_t device_ = 0; ///< of the directory that is watched
     ino_t inode_ = 0;

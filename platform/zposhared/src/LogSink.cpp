@@ -11,8 +11,8 @@
 namespace zpo {
 namespace {
 
-constexpr std::size_t olderFiles = 2;
-constexpr std::chrono::seconds rotationPatience{1};
+constexpr std::size_t kOlderFiles = 2;
+constexpr std::chrono::seconds kRotationPatience{1};
 
 [[noreturn]] void fail(const std::string& what) {
     throw spdlog::spdlog_ex(what, errno);
@@ -29,10 +29,10 @@ LogSink::LogSink(std::string path, std::uint64_t maxBytes) : path_(std::move(pat
 }
 
 void LogSink::open() {
-    constexpr int flags = O_WRONLY | O_APPEND | O_CREAT | O_NOCTTY | O_NONBLOCK;
-    fd_ = openFile(path_, flags, 0640);
-    if (!fd_ && errno == ENOENT && ensureDirectory(path_.substr(0, path_.rfind('/'))) == 0) {
-        fd_ = openFile(path_, flags, 0640);
+    constexpr int kFlags = O_WRONLY | O_APPEND | O_CREAT | O_NOCTTY | O_NONBLOCK;
+    fd_ = openFile(path_, kFlags, 0640);
+    if (!fd_ && errno == ENOENT && ensureDirectory(directoryOf(path_)) == 0) {
+        fd_ = openFile(path_, kFlags, 0640);
     }
     if (!fd_) {
         fail(path_);
@@ -56,11 +56,11 @@ void LogSink::rotate(std::size_t lineLength) {
         return;
     }
     FileLock lock;
-    if (lock.acquire(path_ + ".lock", rotationPatience) != 0) {
+    if (lock.acquire(path_ + ".lock", kRotationPatience) != 0) {
         return; // a line in a file that is too long is better than a lost one
     }
     if (isCurrent()) { // otherwise another process has just rotated it
-        for (std::size_t number = olderFiles; number > 0; --number) {
+        for (std::size_t number = kOlderFiles; number > 0; --number) {
             static_cast<void>(std::rename(numbered(path_, number - 1).c_str(), numbered(path_, number).c_str()));
         }
     }

@@ -10,8 +10,8 @@
 namespace zpo {
 
 /// A log file that several processes append to and rotate together: NAME.log, older ones NAME.1.log, NAME.2.log. A line
-/// is one write at the file's end, so lines never mix; who finds the file full renames the chain under a lock, the
-/// others notice and open the new file. Not locked against threads: the owner does that. Failures throw spdlog_ex.
+/// is one write at the file's end, so lines never mix. The process that finds the file full renames the files under a
+/// lock; the others notice and open the new one. Not thread-safe: the owner locks. Failures throw spdlog_ex.
 class LogSink final : public spdlog::sinks::base_sink<spdlog::details::null_mutex> {
   public:
     LogSink(std::string path, std::uint64_t maxBytes);

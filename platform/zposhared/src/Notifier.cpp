@@ -2,11 +2,11 @@
 
 #include "Diagnostics.hpp"
 #include "EventWatch.hpp"
+#include "PerProcess.hpp"
 #include "ProcessRegistry.hpp"
 #include "Settings.hpp"
 
 #include <algorithm>
-#include <atomic>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -23,14 +23,14 @@
 namespace zpo {
 namespace {
 
-constexpr std::size_t maxNames = 64;
-constexpr std::size_t maxName = 64;
-constexpr std::uint64_t maxCallsAtOnce = 64; // a damaged counter must not call for ever
+constexpr std::size_t kMaxNames = 64;
+constexpr std::size_t kMaxName = 64;
+constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call for ever
 
 struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
-    std::optional<StoreCounters> told; ///< up to where it has been told; none: the registry was not readable then
+    std::optional<StoreCounters> told; ///< what it has been told of; empty: the registry could not be read
 };
 
 struct Call {
@@ -38,7 +38,7 @@ struct Call {
     unsigned long event;
 };
 
-// None when the registry cannot be read. A store that does not exist has counted nothing, and is not created here.
+// Empty when the registry cannot be read. A store that does not exist has counted nothing and is not created here.
 std::optional<StoreCounters> currentCounters() {
     StoreCounters counters;
     RegistryStore* registry = processRegistry();
@@ -48,15 +48,15 @@ std::optional<StoreCounters> currentCounters() {
     return counters;
 }
 
-// How many of an event's count are new to a registration. Another store counts from zero; one that could not be read
-// before may have been restored, which is told once.
+// How many events a registration has not been told of. Another store's all are new; of a store that could not be read
+// before, one is told.
 std::uint64_t newEvents(const Registration& registration, const StoreCounters& now,
                         std::uint64_t StoreCounters::*count) {
     if (!registration.told) {
         return std::min<std::uint64_t>(now.*count, 1);
     }
     const std::uint64_t before = registration.told->identity == now.identity ? (*registration.told).*count : 0;
-    return now.*count > before ? std::min(now.*count - before, maxCallsAtOnce) : 0;
+    return now.*count > before ? std::min(now.*count - before, kMaxCallsAtOnce) : 0;
 }
 
 void addCalls(std::vector<Call>& calls, const Registration& registration, std::uint32_t event, std::uint64_t count) {
@@ -86,7 +86,7 @@ class Notifier {
             known->second.kind = kind;
             return ZPO_OK;
         }
-        if (registrations_.size() >= maxNames) {
+        if (registrations_.size() >= kMaxNames) {
             return ZPO_NOTIFY_TOO_MANY;
         }
         if (!start()) {
@@ -167,50 +167,27 @@ class Notifier {
     bool stopped_ = false;
 };
 
-std::atomic<Notifier*> processNotifier{nullptr};
-std::atomic<Notifier*> inheritedNotifier{nullptr}; // the parent's: kept, never used
-
 // The thread ends before the objects that its callbacks use are destroyed: exit handlers run last in, first out.
 void stopAtExit() {
-    if (Notifier* notifier = processNotifier.load()) {
+    if (Notifier* notifier = PerProcess<Notifier>::find()) {
         notifier->stop();
     }
-}
-
-// A forked child has no such thread; it leaves the parent's object alone.
-void forgetNotifierInChild() {
-    inheritedNotifier.store(processNotifier.exchange(nullptr));
-}
-
-Notifier& notifier() {
-    static const int hooked = pthread_atfork(nullptr, nullptr, forgetNotifierInChild);
-    static_cast<void>(hooked);
-    Notifier* present = processNotifier.load();
-    if (present != nullptr) {
-        return *present;
-    }
-    auto* fresh = new Notifier;
-    if (!processNotifier.compare_exchange_strong(present, fresh)) {
-        delete fresh;
-        return *present;
-    }
-    return *fresh;
 }
 
 } // namespace
 
 std::uint32_t registerCallback(const char* name, ZpoRegBackupAndRestoreCallback callback, std::uint32_t kind) {
-    const std::size_t length = name == nullptr ? 0 : strnlen(name, maxName + 1);
-    if (length == 0 || length > maxName || callback == nullptr || kind == 0 ||
+    const std::size_t length = name == nullptr ? 0 : strnlen(name, kMaxName + 1);
+    if (length == 0 || length > kMaxName || callback == nullptr || kind == 0 ||
         (kind & ~(ZPO_EVENT_BACKUP | ZPO_EVENT_RESTORE)) != 0) {
         return ZPO_NOTIFY_BAD_ARGUMENT;
     }
-    if (!settings().stateDirectory || !settings().registryBytes) {
+    if (processRegistry() == nullptr) {
         return ZPO_NOTIFY_BAD_SETTING;
     }
     keepLoaded(callback);
     std::atexit(stopAtExit);
-    return notifier().add(name, callback, kind);
+    return PerProcess<Notifier>::get([] { return new Notifier; }).add(name, callback, kind);
 }
 
 } // namespace zpo

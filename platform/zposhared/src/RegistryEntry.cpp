@@ -1,19 +1,12 @@
 #include "RegistryEntry.hpp"
 
+#include "Characters.hpp"
 #include "ZpoShared.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace zpo {
-namespace {
-
-bool isControl(char c) {
-    const auto byte = static_cast<unsigned char>(c);
-    return byte < 0x20 || byte == 0x7f;
-}
-
-} // namespace
 
 bool EntryName::append(const char* part) {
     const std::size_t length = strnlen(part, ZPO_REG_MAX_NAME + 1);
@@ -59,14 +52,14 @@ std::uint32_t decodeInteger(std::string_view bytes) {
 
 std::uint32_t checkValue(EntryKind kind, std::string_view bytes) {
     switch (kind) {
-    case EntryKind::binary:
+    case EntryKind::Binary:
         return bytes.empty() || bytes.size() > ZPO_REG_MAX_BINARY ? ZPO_REG_BAD_ARGUMENT : ZPO_OK;
-    case EntryKind::text:
+    case EntryKind::Text:
         if (bytes.size() > ZPO_REG_MAX_TEXT) {
             return ZPO_REG_TEXT_TOO_LONG;
         }
         return bytes.find('\0') != std::string_view::npos ? ZPO_REG_BAD_ARGUMENT : ZPO_OK;
-    case EntryKind::integer:
+    case EntryKind::Integer:
         return bytes.size() == 4 ? ZPO_OK : ZPO_REG_BAD_ARGUMENT;
     }
     return ZPO_REG_BAD_ARGUMENT;

@@ -8,10 +8,10 @@
 namespace zpo {
 
 /// Kind of an entry; the value is what stands in the store.
-enum class EntryKind : char { binary = 'b', text = 't', integer = 'i' };
+enum class EntryKind : char { Binary = 'b', Text = 't', Integer = 'i' };
 
-/// An entry's name as the store's key: component, section and key, separated by NUL. Held without allocation, because
-/// every read makes one.
+/// An entry's name as the store's key: component, section and key, separated by NUL. Not allocated, because every read
+/// makes one.
 class EntryName {
   public:
     /// Checks and joins the three texts. ZPO_REG_BAD_ARGUMENT when one is null, ZPO_REG_BAD_NAME when one is unusable.
@@ -31,7 +31,7 @@ struct Entry {
     std::string component;
     std::string section;
     std::string key;
-    EntryKind kind = EntryKind::binary;
+    EntryKind kind = EntryKind::Binary;
     std::string bytes; ///< the value: binary as it is, a text without NUL, an integer in 4 bytes, low byte first
 
     /// An integer entry's value.
@@ -47,10 +47,10 @@ std::uint32_t checkValue(EntryKind kind, std::string_view bytes);
 /// The record that is stored for a value: the kind, then the bytes.
 std::string encodeRecord(EntryKind kind, std::string_view bytes);
 
-/// Takes a stored record apart without trusting it; `bytes` points into it. 0 or ZPO_REG_ENTRY_DAMAGED.
+/// Decodes a stored record without trusting it; `bytes` points into it. 0 or ZPO_REG_ENTRY_DAMAGED.
 std::uint32_t decodeRecord(std::string_view record, EntryKind& kind, std::string_view& bytes);
 
-/// Takes a stored key and record apart without trusting them. 0 or ZPO_REG_ENTRY_DAMAGED.
+/// Decodes a stored key and record without trusting them. 0 or ZPO_REG_ENTRY_DAMAGED.
 std::uint32_t decodeEntry(std::string_view encodedName, std::string_view record, Entry& entry);
 
 } // namespace zpo

@@ -5,15 +5,17 @@
 #include "StoreHead.hpp"
 #include "ZpoShared.h"
 
+#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <fmt/format.h>
 #include <mutex>
+#include <sys/statvfs.h>
 
 namespace zpo {
 namespace {
 
-constexpr std::int64_t fileCheckInterval = 100; // milliseconds
+constexpr std::int64_t kFileCheckInterval = 100; // milliseconds
 
 std::int64_t coarseMilliseconds() {
     timespec now{};
@@ -46,6 +48,11 @@ std::uint32_t putAll(MDB_txn* transaction, MDB_dbi dbi, const std::vector<Entry>
     return ZPO_OK;
 }
 
+bool isDiskFull(const std::string& path) {
+    struct statvfs disk {};
+    return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
+}
+
 // Calls `each` for every entry; MDB_NOTFOUND from LMDB is the end.
 template <class Each>
 std::uint32_t forEach(MDB_txn* transaction, MDB_dbi entries, Each each) {
@@ -67,29 +74,30 @@ std::uint32_t forEach(MDB_txn* transaction, MDB_dbi entries, Each each) {
 
 } // namespace
 
-RegistryStore::RegistryStore(const std::string& directory, std::size_t mapBytes)
-    : path_(directory + "/registry.mdb"), mapBytes_(mapBytes) {}
+RegistryStore::RegistryStore(const std::string& directory, std::size_t mapBytes, std::chrono::milliseconds lockTimeout)
+    : path_(directory + "/registry.mdb"), lockPath_(directory + "/registry.lock"), mapBytes_(mapBytes),
+      lockTimeout_(lockTimeout) {}
 
 bool RegistryStore::isUsable(bool toWrite) {
     if (store_ == nullptr || (toWrite && store_->isReadOnly())) {
         return false;
     }
     const std::int64_t now = coarseMilliseconds();
-    // A value that is read may be a moment old; one that is written must not go to a file that is no more.
+    // A read may be a moment out of date; a write must not go to a file that has been replaced.
     if (!toWrite && now < nextFileCheck_.load(std::memory_order_relaxed)) {
         return true;
     }
     if (!store_->isCurrent()) {
         return false;
     }
-    nextFileCheck_.store(now + fileCheckInterval, std::memory_order_relaxed);
+    nextFileCheck_.store(now + kFileCheckInterval, std::memory_order_relaxed);
     return true;
 }
 
 std::uint32_t RegistryStore::reopen(bool toWrite) {
     const std::unique_lock<std::shared_mutex> lock(mutex_);
     if (isUsable(toWrite)) {
-        return ZPO_OK; // another thread was faster
+        return ZPO_OK; // another thread has reopened it
     }
     store_.reset();
     std::string problem;
@@ -150,7 +158,7 @@ void RegistryStore::recover(int error) {
     }
 }
 
-std::uint32_t RegistryStore::readingOnce(const Read& work, int& error) {
+std::uint32_t RegistryStore::readingOnce(const Work& work, int& error) {
     std::shared_lock<std::shared_mutex> lock;
     const std::uint32_t status = acquire(lock, false);
     if (status != ZPO_OK) {
@@ -166,7 +174,7 @@ std::uint32_t RegistryStore::readingOnce(const Read& work, int& error) {
     return result;
 }
 
-std::uint32_t RegistryStore::reading(const Read& work) {
+std::uint32_t RegistryStore::reading(const Work& work) {
     int error = 0;
     const std::uint32_t status = readingOnce(work, error);
     if (error != MDB_MAP_RESIZED && error != MDB_READERS_FULL && error != MDB_PANIC) {
@@ -176,10 +184,25 @@ std::uint32_t RegistryStore::reading(const Read& work) {
     return readingOnce(work, error);
 }
 
-std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
+// A wait for LMDB's own write lock has no limit. While this lock is held, LMDB's is free.
+std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
+    const int error = lock.acquire(lockPath_, lockTimeout_);
+    if (error == ETIMEDOUT) {
+        logInternal(4, fmt::format("registry {}: {}", path_, statusText(ZPO_REG_LOCKED)));
+        return ZPO_REG_LOCKED;
+    }
+    return error == EACCES || error == EPERM ? ZPO_REG_NOT_WRITABLE : statusOfError(error);
+}
+
+std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
+    FileLock writeLock;
     std::shared_lock<std::shared_mutex> lock;
-    std::uint32_t status = acquire(lock, true);
-    if (status != ZPO_OK) {
+    std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
+    if (status == ZPO_OK) {
+        lock.unlock(); // no reader of this process waits along
+        status = lockForWriting(writeLock);
+    }
+    if (status != ZPO_OK || (status = acquire(lock, true)) != ZPO_OK) {
         return status;
     }
     MDB_txn* transaction = nullptr;
@@ -194,10 +217,11 @@ std::uint32_t RegistryStore::writingOnce(const Read& work, int& error) {
         return status;
     }
     error = mdb_txn_commit(transaction);
-    return statusOfError(error);
+    // LMDB reports a write that the disk had room for only in part as an input/output error.
+    return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::writing(const Read& work) {
+std::uint32_t RegistryStore::writing(const Work& work) {
     int error = 0;
     const std::uint32_t status = writingOnce(work, error);
     if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
@@ -224,7 +248,7 @@ std::uint32_t RegistryStore::read(const EntryName& name, const Consume& consume)
 
 std::uint32_t RegistryStore::readBinary(const EntryName& name, void* buffer, std::size_t length) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::binary) {
+        if (kind != EntryKind::Binary) {
             return ZPO_REG_WRONG_KIND;
         }
         if (bytes.size() != length) {
@@ -237,7 +261,7 @@ std::uint32_t RegistryStore::readBinary(const EntryName& name, void* buffer, std
 
 std::uint32_t RegistryStore::readText(const EntryName& name, char* buffer, std::size_t size) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::text) {
+        if (kind != EntryKind::Text) {
             return ZPO_REG_WRONG_KIND;
         }
         if (bytes.size() >= size) {
@@ -251,7 +275,7 @@ std::uint32_t RegistryStore::readText(const EntryName& name, char* buffer, std::
 
 std::uint32_t RegistryStore::readInteger(const EntryName& name, std::uint32_t& value) {
     return read(name, [&](EntryKind kind, std::string_view bytes) {
-        if (kind != EntryKind::integer) {
+        if (kind != EntryKind::Integer) {
             return ZPO_REG_WRONG_KIND;
         }
         value = decodeInteger(bytes);
@@ -331,7 +355,7 @@ std::uint32_t RegistryStore::countBackup() {
 }
 
 std::uint32_t RegistryStore::counters(StoreCounters& counters) {
-    nextFileCheck_ = 0; // who asks for news must not read them from a file that has just been replaced
+    nextFileCheck_ = 0; // the old file must not answer once it has been replaced
     return reading([&](MDB_txn* transaction, MDB_dbi entries) {
         HeadRecord head{};
         const std::uint32_t status = getHead(transaction, entries, head);

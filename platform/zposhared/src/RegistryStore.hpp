@@ -1,10 +1,12 @@
 #pragma once
 
+#include "Files.hpp"
 #include "RegistryEntry.hpp"
 #include "StoreEnvironment.hpp"
 #include "StoreHead.hpp"
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -21,7 +23,8 @@ namespace zpo {
 class RegistryStore {
   public:
     /// The store `directory`/registry.mdb, at most `mapBytes` large. Nothing is opened yet.
-    RegistryStore(const std::string& directory, std::size_t mapBytes);
+    /// A write waits at most `lockTimeout` for another writer: ZPO_REG_LOCKED.
+    RegistryStore(const std::string& directory, std::size_t mapBytes, std::chrono::milliseconds lockTimeout);
 
     std::uint32_t readBinary(const EntryName& name, void* buffer, std::size_t length);
     std::uint32_t readText(const EntryName& name, char* buffer, std::size_t size);
@@ -43,14 +46,15 @@ class RegistryStore {
     std::uint32_t counters(StoreCounters& counters);
 
   private:
-    using Read = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
+    using Work = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
     using Consume = std::function<std::uint32_t(EntryKind, std::string_view)>;
 
-    std::uint32_t reading(const Read& work);
-    std::uint32_t readingOnce(const Read& work, int& error);
-    std::uint32_t writing(const Read& work);
-    std::uint32_t writingOnce(const Read& work, int& error);
+    std::uint32_t reading(const Work& work);
+    std::uint32_t readingOnce(const Work& work, int& error);
+    std::uint32_t writing(const Work& work);
+    std::uint32_t writingOnce(const Work& work, int& error);
     std::uint32_t read(const EntryName& name, const Consume& consume);
+    std::uint32_t lockForWriting(FileLock& lock);
     std::uint32_t acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite);
     std::uint32_t reopen(bool toWrite);
     std::uint32_t checkFormat();
@@ -59,7 +63,9 @@ class RegistryStore {
     void report(std::uint32_t status, const std::string& problem);
 
     const std::string path_;
+    const std::string lockPath_; ///< locked while an entry is written, by one thread of all processes
     const std::size_t mapBytes_;
+    const std::chrono::milliseconds lockTimeout_;
     std::shared_mutex mutex_; ///< shared: using store_; exclusive: replacing it
     std::unique_ptr<StoreEnvironment> store_;
     std::atomic<std::int64_t> nextFileCheck_{0};

@@ -2,8 +2,10 @@
 
 #include "CrontabBackend.hpp"
 #include "CrontabTable.hpp"
+#include "Diagnostics.hpp"
 #include "Files.hpp"
 #include "Settings.hpp"
+#include "StatusText.hpp"
 
 #include <cerrno>
 #include <cstring>
@@ -12,8 +14,6 @@
 
 namespace zpo {
 namespace {
-
-constexpr std::chrono::seconds lockPatience{10};
 
 std::unique_ptr<CrontabBackend> makeBackend() {
     const std::string& directory = *settings().crontabDirectory;
@@ -25,13 +25,18 @@ std::uint32_t lockTable(FileLock& lock) {
     if (ensureDirectory(directory) != 0) {
         return ZPO_SCHED_LOCK_FAILED;
     }
-    const int error = lock.acquire(directory + "/crontab.lock", lockPatience);
-    return error == 0 ? ZPO_OK : error == ETIMEDOUT ? ZPO_SCHED_BUSY : ZPO_SCHED_LOCK_FAILED;
+    const int error = lock.acquire(directory + "/crontab.lock", std::chrono::seconds(*settings().lockSeconds));
+    if (error == ETIMEDOUT) {
+        logInternal(4, statusText(ZPO_SCHED_BUSY));
+        return ZPO_SCHED_BUSY;
+    }
+    return error == 0 ? ZPO_OK : ZPO_SCHED_LOCK_FAILED;
 }
 
 std::uint32_t checkSettings() {
-    return settings().stateDirectory && settings().crontabDirectory && settings().sunday ? ZPO_OK
-                                                                                         : ZPO_SCHED_BAD_SETTING;
+    const Settings& given = settings();
+    return given.stateDirectory && given.crontabDirectory && given.sunday && given.lockSeconds ? ZPO_OK
+                                                                                               : ZPO_SCHED_BAD_SETTING;
 }
 
 // Reads the table, lets `change` edit it and writes it back, all under the lock.
@@ -53,7 +58,7 @@ std::uint32_t edit(const std::function<std::uint32_t(CrontabTable&)>& change) {
 }
 
 ZpoScheduledTaskEntry* makeElement(const CrontabTask& task) {
-    auto* element = new ZpoScheduledTaskEntry{}; // all zero: every text ends
+    auto* element = new ZpoScheduledTaskEntry{}; // zeros: every text is NUL-terminated
     ZpoScheduledTaskRecord& record = element->record;
     task.path.copy(record.path, sizeof record.path - 1);
     task.dayOfMonth.copy(record.dayOfMonth, sizeof record.dayOfMonth - 1);
@@ -91,7 +96,7 @@ std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
         return status;
     }
     std::string text;
-    status = makeBackend()->read(text); // the table is replaced at once, so reading needs no lock
+    status = makeBackend()->read(text); // needs no lock: the table is replaced atomically
     if (status != ZPO_OK) {
         return status;
     }

@@ -12,7 +12,7 @@ struct Row {
     const char* text;
 };
 
-constexpr Row rows[] = {
+constexpr Row kRows[] = {
     {ZPO_OK, "success"},
     {ZPO_REG_BAD_ARGUMENT, "an argument is missing, empty or too long"},
     {ZPO_REG_BAD_NAME, "component, section and key must have 1 to 127 bytes and no control characters"},
@@ -31,7 +31,8 @@ constexpr Row rows[] = {
     {ZPO_REG_STORE_VERSION, "the registry was written by a later version"},
     {ZPO_REG_DEVICE_ERROR, "the system failed to read or write the registry"},
     {ZPO_REG_NO_RESOURCES, "memory or file descriptors are exhausted"},
-    {ZPO_REG_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+    {ZPO_REG_BAD_SETTING, "ZPO_STATE_DIR, ZPO_REGISTRY_MB or ZPO_LOCK_TIMEOUT has an unusable value"},
+    {ZPO_REG_LOCKED, "another writer keeps the registry locked"},
     {ZPO_DIAG_BAD_ARGUMENT, "an argument is missing, or a name is unusable"},
     {ZPO_DIAG_UNKNOWN_HANDLE, "no module is registered under the handle"},
     {ZPO_DIAG_TOO_MANY, "too many modules are registered"},
@@ -50,18 +51,19 @@ constexpr Row rows[] = {
     {ZPO_SCHED_NO_PROGRAM, "the crontab program is not installed"},
     {ZPO_SCHED_NO_USER, "the process's user has no name"},
     {ZPO_SCHED_NO_RESOURCES, "memory, processes or file descriptors are exhausted"},
-    {ZPO_SCHED_BAD_SETTING, "ZPO_CRONTAB_DIR or ZPO_STATE_DIR has an unusable value"},
+    {ZPO_SCHED_BAD_SETTING,
+     "ZPO_CRONTAB_DIR, ZPO_CRONTAB_SUNDAY, ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT has an unusable value"},
     {ZPO_NOTIFY_BAD_ARGUMENT, "an argument is missing, or the kind is not 1 to 3"},
     {ZPO_NOTIFY_TOO_MANY, "too many names are registered"},
     {ZPO_NOTIFY_NO_THREAD, "the notification thread cannot be started"},
-    {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR or ZPO_REGISTRY_MB has an unusable value"},
+    {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR, ZPO_REGISTRY_MB or ZPO_LOCK_TIMEOUT has an unusable value"},
 };
 
 } // namespace
 
 std::string statusText(std::uint32_t status) {
     const char* text = "unknown status";
-    for (const Row& row : rows) {
+    for (const Row& row : kRows) {
         if (row.status == status) {
             text = row.text;
         }

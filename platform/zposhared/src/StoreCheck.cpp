@@ -40,14 +40,14 @@ struct Node {
     std::uint16_t low, high, flags, keySize;
 };
 
-constexpr std::uint32_t magicNumber = 0xBEEFC0DE;
-constexpr std::uint16_t branchPage = 1, leafPage = 2, overflowPage = 4, headPage = 8;
-constexpr std::uint16_t bigData = 1;
-constexpr std::size_t noRoot = ~std::size_t{0};
-constexpr std::size_t maxPages = (std::size_t{1} << 30U) / 512; // the largest store in the smallest pages
-constexpr std::uint16_t maxDepth = 32;                          // LMDB's cursors go no deeper
+constexpr std::uint32_t kMagicNumber = 0xBEEFC0DE;
+constexpr std::uint16_t kBranchPage = 1, kLeafPage = 2, kOverflowPage = 4, kHeadPage = 8;
+constexpr std::uint16_t kBigData = 1;
+constexpr std::size_t kNoRoot = ~std::size_t{0};
+constexpr std::size_t kMaxPages = (std::size_t{1} << 30U) / 512; // the largest store in the smallest pages
+constexpr std::uint16_t kMaxDepth = 32;                          // LMDB's cursors go no deeper
 // Flags of the free tree: integer keys and, of the whole file, "no sub-directory"; the entries' tree has none.
-constexpr std::uint16_t freeTreeFlags = 0x4008;
+constexpr std::uint16_t kFreeTreeFlags = 0x4008;
 
 template <class T>
 T load(const std::string& page, std::size_t offset) {
@@ -70,10 +70,10 @@ bool isPageSize(std::size_t size) {
 }
 
 std::string checkHead(const PageHeader& page, const Head& head) {
-    if ((page.flags & headPage) == 0 || head.magic != magicNumber || head.version != 1) {
+    if ((page.flags & kHeadPage) == 0 || head.magic != kMagicNumber || head.version != 1) {
         return "no registry file";
     }
-    if (!isPageSize(head.trees[0].pad) || head.lastPage >= maxPages || head.trees[0].flags != freeTreeFlags ||
+    if (!isPageSize(head.trees[0].pad) || head.lastPage >= kMaxPages || head.trees[0].flags != kFreeTreeFlags ||
         head.trees[1].flags != 0) {
         return "damaged head page";
     }
@@ -102,10 +102,10 @@ class PageWalk {
         used_[0] = used_[1] = true;
         for (const bool freeTree : {true, false}) {
             const Tree& tree = head_.trees[freeTree ? 0 : 1];
-            if (tree.depth > maxDepth || (tree.root == noRoot) != (tree.depth == 0)) {
+            if (tree.depth > kMaxDepth || (tree.root == kNoRoot) != (tree.depth == 0)) {
                 return "damaged head page";
             }
-            if (tree.root != noRoot && !walk(tree.root, tree.depth, freeTree)) {
+            if (tree.root != kNoRoot && !walk(tree.root, tree.depth, freeTree)) {
                 return problem_;
             }
         }
@@ -145,7 +145,7 @@ class PageWalk {
             return false;
         }
         const auto header = load<PageHeader>(bytes, 0);
-        if (header.flags != (depth == 1 ? leafPage : branchPage)) {
+        if (header.flags != (depth == 1 ? kLeafPage : kBranchPage)) {
             return fail(page, "not the kind that the tree has at this depth");
         }
         if (header.lower < sizeof(PageHeader) || header.lower % 2 != 0 || header.upper < header.lower ||
@@ -176,11 +176,11 @@ class PageWalk {
                                      : fail(page, "key outside the page");
         }
         const std::size_t size = node.low | std::size_t{node.high} << 16U;
-        if (data + (node.flags == bigData ? sizeof(std::size_t) : size) > pageSize_ || node.flags > bigData ||
+        if (data + (node.flags == kBigData ? sizeof(std::size_t) : size) > pageSize_ || node.flags > kBigData ||
             (freeTree && node.keySize != sizeof(std::size_t))) {
             return fail(page, "damaged node");
         }
-        if (node.flags != bigData) {
+        if (node.flags != kBigData) {
             return !freeTree || takeFreePages(page, bytes.substr(data, size));
         }
         std::string big;
@@ -197,7 +197,7 @@ class PageWalk {
         }
         const auto header = load<PageHeader>(first, 0);
         const std::size_t count = header.lower | std::size_t{header.upper} << 16U;
-        if (header.flags != overflowPage || !take(page, count) || size > count * pageSize_ - sizeof(PageHeader)) {
+        if (header.flags != kOverflowPage || !take(page, count) || size > count * pageSize_ - sizeof(PageHeader)) {
             return fail(page, "damaged overflow page");
         }
         data.assign(size, '\0');

@@ -5,7 +5,7 @@
 
 namespace zpo {
 
-// LMDB trusts its file: a short one or one with foreign bytes ends in a bus error or an abort. These checks read the
+// LMDB trusts its file: a short or damaged one ends in a bus error or an abort. These checks read the
 // file without mapping it and accept only what LMDB can walk safely.
 
 /// Checks the file's size and both of its head pages, before LMDB opens it. An empty file is a new store. Returns the

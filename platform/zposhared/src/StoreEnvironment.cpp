@@ -12,8 +12,10 @@
 namespace zpo {
 namespace {
 
-constexpr unsigned maxReaders = 1024; // threads of all processes that read at once
-constexpr int headAttempts = 20;
+constexpr unsigned kMaxReaders = 1024; // threads of all processes that read at once
+// At least what LMDB needs for that: 64 bytes a reader, 128 of its own. A file that is larger has more places.
+constexpr off_t kLockFileBytes = off_t{kMaxReaders} * 64 + 4096;
+constexpr int kHeadAttempts = 20;
 
 // The file is checked before LMDB maps it. A file that does not exist yet is fine.
 std::uint32_t checkFile(const std::string& path, std::string& problem) {
@@ -25,8 +27,18 @@ std::uint32_t checkFile(const std::string& path, std::string& problem) {
     return problem.empty() ? ZPO_OK : ZPO_REG_STORE_CORRUPT;
 }
 
+// LMDB extends its lock file without allocating it, and a full disk would end in a bus error when it is first touched.
+std::uint32_t allocateLockFile(const std::string& path) {
+    const UniqueFd fd = openFile(path + "-lock", O_RDWR | O_CREAT | O_NONBLOCK, 0660);
+    struct stat status {};
+    if (!fd || fstat(fd.get(), &status) != 0 || status.st_size >= kLockFileBytes) {
+        return ZPO_OK; // when it cannot be opened, LMDB says why
+    }
+    return statusOfError(posix_fallocate(fd.get(), 0, kLockFileBytes));
+}
+
 std::uint32_t ensureParent(const std::string& path) {
-    const int error = ensureDirectory(path.substr(0, path.rfind('/')));
+    const int error = ensureDirectory(directoryOf(path));
     return error == EACCES || error == EPERM || error == EROFS ? ZPO_REG_STORE_MISSING : statusOfError(error);
 }
 
@@ -80,6 +92,9 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
     if (status == ZPO_OK) {
         status = checkFile(path, problem);
     }
+    if (status == ZPO_OK) {
+        status = allocateLockFile(path);
+    }
     if (status != ZPO_OK) {
         return status;
     }
@@ -107,14 +122,14 @@ StoreEnvironment::~StoreEnvironment() {
 }
 
 std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
-    mdb_env_close(env_); // of a first attempt; null is allowed
+    mdb_env_close(env_); // of the first attempt, or null
     env_ = nullptr;
     int error = mdb_env_create(&env_);
     if (error == 0) {
         error = mdb_env_set_mapsize(env_, mapBytes);
     }
     if (error == 0) {
-        error = mdb_env_set_maxreaders(env_, maxReaders);
+        error = mdb_env_set_maxreaders(env_, kMaxReaders);
     }
     if (error == 0) {
         error = mdb_env_open(env_, path_.c_str(), flags, 0660);
@@ -130,7 +145,7 @@ std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
     mdb_filehandle_t fd = -1;
     mdb_env_get_fd(env_, &fd);
     bool headGone = true;
-    for (int attempt = 0; headGone && attempt < headAttempts; ++attempt) {
+    for (int attempt = 0; headGone && attempt < kHeadAttempts; ++attempt) {
         MDB_txn* transaction = nullptr;
         int error = mdb_txn_begin(env_, nullptr, MDB_RDONLY, &transaction);
         if (error != 0) {
@@ -159,7 +174,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     inode_ = status.st_ino;
     size_ = status.st_size;
     // A new file must be found again after a power cut, not only its content.
-    syncDirectory(path_.substr(0, path_.rfind('/')));
+    syncDirectory(directoryOf(path_));
     return ZPO_OK;
 }
 

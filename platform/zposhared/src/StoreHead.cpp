@@ -9,8 +9,8 @@
 namespace zpo {
 namespace {
 
-constexpr std::string_view headKey = "\1store";
-constexpr std::uint64_t formatNumber = 1;
+constexpr std::string_view kHeadKey = "\1store";
+constexpr std::uint64_t kFormatNumber = 1;
 
 static_assert(sizeof(HeadRecord) == 32, "the record is stored as it lies in memory");
 
@@ -30,11 +30,11 @@ std::string_view viewOf(const MDB_val& value) {
 }
 
 bool isHeadKey(std::string_view key) {
-    return !key.empty() && key.front() == headKey.front();
+    return !key.empty() && key.front() == kHeadKey.front();
 }
 
 std::uint32_t getHead(MDB_txn* transaction, MDB_dbi entries, HeadRecord& head) {
-    MDB_val key = valueOf(headKey);
+    MDB_val key = valueOf(kHeadKey);
     MDB_val value{};
     const int error = mdb_get(transaction, entries, &key, &value);
     if (error == MDB_NOTFOUND) {
@@ -48,11 +48,11 @@ std::uint32_t getHead(MDB_txn* transaction, MDB_dbi entries, HeadRecord& head) {
         return ZPO_REG_STORE_CORRUPT;
     }
     std::memcpy(&head, value.mv_data, sizeof head);
-    return head.format > formatNumber ? ZPO_REG_STORE_VERSION : ZPO_OK;
+    return head.format > kFormatNumber ? ZPO_REG_STORE_VERSION : ZPO_OK;
 }
 
 std::uint32_t putHead(MDB_txn* transaction, MDB_dbi entries, const HeadRecord& head) {
-    MDB_val key = valueOf(headKey);
+    MDB_val key = valueOf(kHeadKey);
     MDB_val value = valueOf({reinterpret_cast<const char*>(&head), sizeof head});
     return statusOfError(mdb_put(transaction, entries, &key, &value, 0));
 }
@@ -62,7 +62,7 @@ std::uint32_t ensureHead(MDB_txn* transaction, MDB_dbi entries, HeadRecord& head
     if (status != ZPO_OK || head.format != 0) {
         return status;
     }
-    head.format = formatNumber;
+    head.format = kFormatNumber;
     head.counters.identity = newIdentity();
     return putHead(transaction, entries, head);
 }

@@ -19,11 +19,11 @@ struct HeadRecord {
     StoreCounters counters;
 };
 
-/// LMDB's view of bytes that it only reads, and back.
+/// Bytes as LMDB takes them, which only reads them; and back.
 MDB_val valueOf(std::string_view bytes);
 std::string_view viewOf(const MDB_val& value);
 
-/// Whether a stored key is not an entry's name but the store's own.
+/// Whether a stored key is the store's own, not an entry's name.
 bool isHeadKey(std::string_view key);
 
 /// Reads the record; a new store's is all zero. ZPO_REG_STORE_VERSION when a later version of the library wrote it.

@@ -52,7 +52,7 @@ uint32_t ZpoGetRegEntryBinary(const char* component, const char* section, const 
 uint32_t ZpoSetRegEntryBinary(const char* component, const char* section, const char* key, const void* buffer,
                               uint32_t length) {
     return onEntry(component, section, key, buffer, [&](RegistryStore& registry, const EntryName& name) {
-        return registry.write(name, EntryKind::binary, {static_cast<const char*>(buffer), length});
+        return registry.write(name, EntryKind::Binary, {static_cast<const char*>(buffer), length});
     });
 }
 
@@ -65,7 +65,7 @@ uint32_t ZpoGetRegEntryString(const char* component, const char* section, const 
 
 uint32_t ZpoSetRegEntryString(const char* component, const char* section, const char* key, const char* text) {
     return onEntry(component, section, key, text, [&](RegistryStore& registry, const EntryName& name) {
-        return registry.write(name, EntryKind::text, {text, strnlen(text, ZPO_REG_MAX_TEXT + 1)});
+        return registry.write(name, EntryKind::Text, {text, strnlen(text, ZPO_REG_MAX_TEXT + 1)});
     });
 }
 
@@ -76,7 +76,7 @@ uint32_t ZpoGetRegEntryInt(const char* component, const char* section, const cha
 
 uint32_t ZpoSetRegEntryInt(const char* component, const char* section, const char* key, uint32_t value) {
     return onEntry(component, section, key, &value, [&](RegistryStore& registry, const EntryName& name) {
-        return registry.write(name, EntryKind::integer, encodeInteger(value));
+        return registry.write(name, EntryKind::Integer, encodeInteger(value));
     });
 }
 

@@ -1,0 +1,86 @@
+#include "CommandLine.hpp"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <cstdio>
+#include <exception>
+
+namespace zpo {
+namespace {
+
+constexpr int kFailureCode = 1;
+constexpr int kUsageCode = 2;
+
+} // namespace
+
+using Command = CommandLine::Command;
+
+Command& Command::argument(const char* name, std::string& value, const char* help) {
+    app_.add_option(name, value, help)->required();
+    return *this;
+}
+
+Command& Command::option(const char* name, std::string& value, const char* help) {
+    app_.add_option(name, value, help);
+    return *this;
+}
+
+Command& Command::option(const char* name, int& value, const char* help) {
+    app_.add_option(name, value, help);
+    return *this;
+}
+
+Command& Command::option(const char* name, unsigned& value, const char* help) {
+    app_.add_option(name, value, help);
+    return *this;
+}
+
+Command& Command::flag(const char* name, bool& value, const char* help) {
+    app_.add_flag(name, value, help);
+    return *this;
+}
+
+Command& Command::oneOf(std::initializer_list<Choice> choices) {
+    CLI::Option_group* group = app_.add_option_group("value");
+    for (const Choice& choice : choices) {
+        group->add_option(choice.name, choice.value, choice.help);
+    }
+    group->require_option(1);
+    return *this;
+}
+
+CommandLine::CommandLine(const char* tool, const char* help)
+    : tool_(tool), app_(std::make_unique<CLI::App>(help, tool)) {
+    app_->require_subcommand(1);
+}
+
+CommandLine::~CommandLine() = default;
+
+Command CommandLine::add(const char* name, const char* help, std::function<void()> work) {
+    CLI::App* command = app_->add_subcommand(name, help);
+    command->callback(std::move(work));
+    return Command(*command);
+}
+
+int CommandLine::run(int argc, char** argv) {
+    try {
+        app_->parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) {
+            return app_->exit(error); // help was asked for
+        }
+        std::fprintf(stderr, "%s: %s (%s --help tells the usage)\n", tool_.c_str(), error.what(), tool_.c_str());
+        return kUsageCode;
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s: %s\n", tool_.c_str(), error.what());
+        return kFailureCode;
+    }
+    if (std::fflush(stdout) != 0) {
+        std::perror((tool_ + ": standard output").c_str());
+        return kFailureCode;
+    }
+    return 0;
+}
+
+} // namespace zpo
