@@ -3,6 +3,7 @@
 #pragma once
 
 #include "OW_ArrayFwd.hpp"
+#include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_COWIntrusiveReference.hpp"
 #include "OW_COWReference.hpp"
 #include "OW_Exception.hpp"
@@ -112,7 +113,7 @@ class Array {
     V& writable();
     void check(size_type index, size_type limit) const;
 
-    COWIntrusiveReference<Elements> m_impl; // null: empty, nothing allocated yet
+    COWIntrusiveReference<Elements> impl_; // null: empty, nothing allocated yet
 };
 
 template <class T>

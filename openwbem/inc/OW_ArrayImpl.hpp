@@ -10,14 +10,14 @@ namespace OpenWBEM {
 template <class T>
 inline const typename Array<T>::V& Array<T>::readable() const {
     static const V none;
-    return m_impl ? m_impl->v : none;
+    return impl_ ? impl_->v : none;
 }
 template <class T>
 inline typename Array<T>::V& Array<T>::writable() {
-    if (!m_impl) {
-        m_impl = new Elements;
+    if (!impl_) {
+        impl_ = new Elements;
     }
-    return m_impl->v;
+    return impl_->v;
 }
 template <class T>
 inline void Array<T>::check(size_type index, size_type limit) const {
@@ -190,7 +190,7 @@ inline typename Array<T>::iterator Array<T>::erase(iterator first, iterator last
 }
 template <class T>
 inline void Array<T>::clear() {
-    m_impl = COWIntrusiveReference<Elements>();
+    impl_ = COWIntrusiveReference<Elements>();
 }
 template <class T>
 inline void Array<T>::resize(size_type newSize) {
@@ -202,7 +202,7 @@ inline void Array<T>::resize(size_type newSize, const T& x) {
 }
 template <class T>
 inline void Array<T>::swap(Array<T>& x) {
-    m_impl.swap(x.m_impl);
+    impl_.swap(x.impl_);
 }
 
 template <class T>

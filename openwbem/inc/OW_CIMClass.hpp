@@ -100,8 +100,8 @@ class OW_COMMON_API CIMClass : public CIMElement {
                               const StringArray& propertyList, bool noProps, const CIMClass& requestedClass) const;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMClass>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMClass>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// As toMOF().
     String toString() const override;
@@ -113,7 +113,7 @@ class OW_COMMON_API CIMClass : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Compare everything an object holds. Null equals null and sorts first.

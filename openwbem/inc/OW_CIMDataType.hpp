@@ -113,7 +113,7 @@ class OW_COMMON_API CIMDataType : public CIMBase {
   private:
     bool namesType() const;
 
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Compare type, size and reference class. Null equals null and sorts first.

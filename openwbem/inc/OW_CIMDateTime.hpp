@@ -89,7 +89,7 @@ class OW_COMMON_API CIMDateTime {
   private:
     bool isSet() const;
 
-    COWIntrusiveReference<Data> m_dptr;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// equal(), except that null equals null and no other.

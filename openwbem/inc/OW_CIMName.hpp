@@ -42,11 +42,12 @@ class OW_COMMON_API CIMName : public SerializableIFC {
     friend OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
 
   private:
-    String m_name;
-    UInt32 m_hash; // of the name in lower-case letters; 0 for a name that is not ASCII
+    String name_;
+    UInt32 hash_; // of the name in lower-case letters; 0 for a name that is not ASCII
 };
 
-/// Comparisons ignore the case of letters, those outside ASCII included.
+/// Comparisons ignore the case of letters, those outside ASCII included. Different names sort as they are spelled, see
+/// UTF8Utils::compareToIgnoreCase().
 OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
 OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
 inline bool operator!=(const CIMName& x, const CIMName& y) {

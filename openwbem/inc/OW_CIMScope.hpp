@@ -38,8 +38,8 @@ class OW_COMMON_API CIMScope : public CIMBase {
 
     /// Null is BAD.
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMScope>::of(m_scope != BAD); }
-    bool operator!() const { return m_scope == BAD; }
+    operator safe_bool() const { return SafeBool<CIMScope>::of(scope_ != BAD); }
+    bool operator!() const { return scope_ == BAD; }
 
     /// The name of the scope in lower-case letters, as toMOF().
     String toString() const override;
@@ -48,7 +48,7 @@ class OW_COMMON_API CIMScope : public CIMBase {
     void writeObject(std::ostream& ostrm) const override;
 
   private:
-    Scope m_scope;
+    Scope scope_;
 };
 
 inline bool operator==(const CIMScope& x, const CIMScope& y) {

@@ -159,8 +159,8 @@ class OW_COMMON_API CIMValue : public CIMBase {
     static CIMValue createSimpleValue(const String& cimtype, const String& value);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMValue>::of(!!m_impl); }
-    bool operator!() const { return !m_impl; }
+    operator safe_bool() const { return SafeBool<CIMValue>::of(!!impl_); }
+    bool operator!() const { return !impl_; }
 
     /// The value as text, unquoted; the elements of an array joined with ','; "(null)" for a null value.
     String toString() const override;
@@ -182,7 +182,7 @@ class OW_COMMON_API CIMValue : public CIMBase {
     explicit CIMValue(const volatile void*);
     explicit CIMValue(volatile void*);
 
-    COWIntrusiveReference<CIMValueImpl> m_impl;
+    COWIntrusiveReference<CIMValueImpl> impl_;
 };
 
 /// equal(), and the order of values of one type; values of different types are not ordered. Null sorts first.

@@ -10,6 +10,13 @@
 
 namespace OpenWBEM {
 
+OW_DECLARE_APIEXCEPTION(NULLCOWReference, OW_COMMON_API)
+
+namespace COWReferenceDetail {
+/// Throws NULLCOWReferenceException with the message "NULL COWReference dereferenced".
+[[noreturn]] OW_VISIBILITY_DEFAULT void throwNull();
+} // namespace COWReferenceDetail
+
 /// Makes the copy for a writer that shares obj; overloads serve the standard containers. The caller owns the result.
 template <class T>
 inline T* COWReferenceClone(T* obj) {
@@ -29,31 +36,31 @@ inline std::map<K, V, C, A>* COWReferenceClone(std::map<K, V, C, A>* obj) {
 }
 
 /// Shares a T. Reading goes through the const operators; the non-const ones first give this reference an object of its
-/// own if others share it. Dereferencing a null reference throws NULLReferenceException.
+/// own if others share it. Dereferencing a null reference throws NULLCOWReferenceException.
 template <class T>
 class COWReference {
   private:
-    T* m_pObj;
-    RefCount* m_pCount; // null exactly when m_pObj is
+    T* object_;
+    RefCount* count_; // null exactly when object_ is
 
   public:
     typedef T element_type;
     typedef T* COWReference::*safe_bool;
 
     /// A null reference.
-    COWReference() : m_pObj(nullptr), m_pCount(nullptr) {}
+    COWReference() : object_(nullptr), count_(nullptr) {}
     /// Takes ownership of ptr, which may be null.
-    explicit COWReference(T* ptr) : m_pObj(ptr), m_pCount(ReferenceDetail::newCount(ptr)) {}
-    COWReference(const COWReference& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) { addRef(); }
-    COWReference(COWReference&& arg) noexcept : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        arg.m_pObj = nullptr;
-        arg.m_pCount = nullptr;
+    explicit COWReference(T* ptr) : object_(ptr), count_(ReferenceDetail::newCount(ptr)) {}
+    COWReference(const COWReference& arg) : object_(arg.object_), count_(arg.count_) { addRef(); }
+    COWReference(COWReference&& arg) noexcept : object_(arg.object_), count_(arg.count_) {
+        arg.object_ = nullptr;
+        arg.count_ = nullptr;
     }
     template <class U>
-    COWReference(const COWReference<U>& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
+    COWReference(const COWReference<U>& arg) : object_(arg.object_), count_(arg.count_) {
         addRef();
     }
-    ~COWReference() { ReferenceDetail::release(m_pObj, m_pCount); }
+    ~COWReference() { ReferenceDetail::release(object_, count_); }
     COWReference& operator=(const COWReference& arg) {
         COWReference copy(arg);
         swap(copy);
@@ -74,30 +81,30 @@ class COWReference {
     /// For reading: the object, possibly shared.
     const T* operator->() const { return checked(); }
     const T& operator*() const { return *checked(); }
-    /// The object without un-sharing, null for a null reference. Do not write through it.
-    T* getPtr() const { return m_pObj; }
+    /// The object without un-sharing, null for a null reference.
+    const T* getPtr() const { return object_; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &COWReference::m_pObj : nullptr; }
-    bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
+    operator safe_bool() const { return object_ ? &COWReference::object_ : nullptr; }
+    bool operator!() const { return !object_; }
+    bool isNull() const OW_DEPRECATED { return object_ == nullptr; }
 
     void swap(COWReference& arg) {
-        T* obj = m_pObj;
-        RefCount* count = m_pCount;
-        m_pObj = arg.m_pObj;
-        m_pCount = arg.m_pCount;
-        arg.m_pObj = obj;
-        arg.m_pCount = count;
+        T* obj = object_;
+        RefCount* count = count_;
+        object_ = arg.object_;
+        count_ = arg.count_;
+        arg.object_ = obj;
+        arg.count_ = count;
     }
 
     /// A reference to the same object as a U; null when it is none.
     template <class U>
     COWReference<U> cast_to() const {
         COWReference<U> result;
-        result.m_pObj = dynamic_cast<U*>(m_pObj);
-        if (result.m_pObj) {
-            result.m_pCount = m_pCount;
+        result.object_ = dynamic_cast<U*>(object_);
+        if (result.object_) {
+            result.count_ = count_;
             result.addRef();
         }
         return result;
@@ -105,22 +112,22 @@ class COWReference {
 
   private:
     void addRef() {
-        if (m_pCount) {
-            m_pCount->inc();
+        if (count_) {
+            count_->inc();
         }
     }
     T* checked() const {
-        if (!m_pObj) {
-            ReferenceDetail::throwNull();
+        if (!object_) {
+            COWReferenceDetail::throwNull();
         }
-        return m_pObj;
+        return object_;
     }
     T* writable() {
         checked();
-        if (m_pCount->get() > 1) {
-            COWReference(COWReferenceClone(m_pObj)).swap(*this);
+        if (count_->get() > 1) {
+            COWReference(COWReferenceClone(object_)).swap(*this);
         }
-        return m_pObj;
+        return object_;
     }
 
     template <class U>

@@ -56,8 +56,8 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtua
   private:
     CppProviderBaseIFC& operator=(const CppProviderBaseIFC&);
 
-    std::atomic<time_t> m_lastAccess;
-    std::atomic<bool> m_persist;
+    std::atomic<time_t> lastAccess_;
+    std::atomic<bool> persist_;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppProviderBaseIFC>> CppProviderBaseIFCRef;
