@@ -111,6 +111,11 @@ class OW_COMMON_API CIMClass : public CIMElement {
     void writeObject(std::ostream& ostrm) const override;
 
     friend OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
+    friend bool operator>(const CIMClass& x, const CIMClass& y) { return y < x; }
+    friend bool operator<=(const CIMClass& x, const CIMClass& y) { return !(y < x); }
+    friend bool operator>=(const CIMClass& x, const CIMClass& y) { return !(x < y); }
+    friend bool operator==(const CIMClass& x, const CIMClass& y) { return !(x < y) && !(y < x); }
+    friend bool operator!=(const CIMClass& x, const CIMClass& y) { return !(x == y); }
 
   private:
     COWIntrusiveReference<Data> data_;
@@ -118,20 +123,5 @@ class OW_COMMON_API CIMClass : public CIMElement {
 
 /// Compare everything an object holds. Null equals null and sorts first.
 OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
-inline bool operator>(const CIMClass& x, const CIMClass& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMClass& x, const CIMClass& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMClass& x, const CIMClass& y) {
-    return !(x < y);
-}
-inline bool operator==(const CIMClass& x, const CIMClass& y) {
-    return !(x < y) && !(y < x);
-}
-inline bool operator!=(const CIMClass& x, const CIMClass& y) {
-    return !(x == y);
-}
 
 } // namespace OpenWBEM

@@ -109,6 +109,18 @@ class OW_COMMON_API CIMDataType : public CIMBase {
 
     friend OW_COMMON_API bool operator==(const CIMDataType& x, const CIMDataType& y);
     friend OW_COMMON_API bool operator<(const CIMDataType& x, const CIMDataType& y);
+    friend bool operator!=(const CIMDataType& x, const CIMDataType& y) {
+        return !(x == y);
+    }
+    friend bool operator>(const CIMDataType& x, const CIMDataType& y) {
+        return y < x;
+    }
+    friend bool operator<=(const CIMDataType& x, const CIMDataType& y) {
+        return !(y < x);
+    }
+    friend bool operator>=(const CIMDataType& x, const CIMDataType& y) {
+        return !(x < y);
+    }
 
   private:
     bool namesType() const;
@@ -119,17 +131,5 @@ class OW_COMMON_API CIMDataType : public CIMBase {
 /// Compare type, size and reference class. Null equals null and sorts first.
 OW_COMMON_API bool operator==(const CIMDataType& x, const CIMDataType& y);
 OW_COMMON_API bool operator<(const CIMDataType& x, const CIMDataType& y);
-inline bool operator!=(const CIMDataType& x, const CIMDataType& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMDataType& x, const CIMDataType& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMDataType& x, const CIMDataType& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMDataType& x, const CIMDataType& y) {
-    return !(x < y);
-}
 
 } // namespace OpenWBEM

@@ -85,6 +85,10 @@ class OW_COMMON_API CIMDateTime {
 
     friend OW_COMMON_API bool operator==(const CIMDateTime& x, const CIMDateTime& y);
     friend OW_COMMON_API bool operator<(const CIMDateTime& x, const CIMDateTime& y);
+    friend bool operator!=(const CIMDateTime& x, const CIMDateTime& y) { return !(x == y); }
+    friend bool operator>(const CIMDateTime& x, const CIMDateTime& y) { return y < x; }
+    friend bool operator<=(const CIMDateTime& x, const CIMDateTime& y) { return !(y < x); }
+    friend bool operator>=(const CIMDateTime& x, const CIMDateTime& y) { return !(x < y); }
 
   private:
     bool isSet() const;
@@ -96,18 +100,6 @@ class OW_COMMON_API CIMDateTime {
 OW_COMMON_API bool operator==(const CIMDateTime& x, const CIMDateTime& y);
 /// By instant, offsets taken into account; null sorts first.
 OW_COMMON_API bool operator<(const CIMDateTime& x, const CIMDateTime& y);
-inline bool operator!=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMDateTime& x, const CIMDateTime& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(x < y);
-}
 
 /// Prints toString().
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMDateTime& dateTime);

@@ -40,6 +40,10 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 
     friend OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
     friend OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
+    friend bool operator!=(const CIMName& x, const CIMName& y) { return !(x == y); }
+    friend bool operator>(const CIMName& x, const CIMName& y) { return y < x; }
+    friend bool operator<=(const CIMName& x, const CIMName& y) { return !(y < x); }
+    friend bool operator>=(const CIMName& x, const CIMName& y) { return !(x < y); }
 
   private:
     String name_;
@@ -50,18 +54,6 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 /// UTF8Utils::compareToIgnoreCase().
 OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
 OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
-inline bool operator!=(const CIMName& x, const CIMName& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMName& x, const CIMName& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMName& x, const CIMName& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMName& x, const CIMName& y) {
-    return !(x < y);
-}
 
 /// Prints the spelling.
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMName& name);

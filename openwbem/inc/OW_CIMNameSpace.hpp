@@ -50,6 +50,8 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
+    friend OW_COMMON_API bool operator==(const CIMNameSpace& x, const CIMNameSpace& y);
+    friend bool operator!=(const CIMNameSpace& x, const CIMNameSpace& y) { return !(x == y); }
 
   private:
     COWIntrusiveReference<Data> data_;
@@ -57,8 +59,5 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
 
 /// Same namespace, in any case of letters, and same object manager. Null equals null only.
 OW_COMMON_API bool operator==(const CIMNameSpace& x, const CIMNameSpace& y);
-inline bool operator!=(const CIMNameSpace& x, const CIMNameSpace& y) {
-    return !(x == y);
-}
 
 } // namespace OpenWBEM

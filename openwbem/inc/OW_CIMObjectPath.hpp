@@ -103,6 +103,8 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     void writeObject(std::ostream& ostrm) const override;
 
     friend OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
+    friend bool operator==(const CIMObjectPath& x, const CIMObjectPath& y) { return x.equals(y); }
+    friend bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) { return !x.equals(y); }
 
   private:
     void setFullNameSpace(const CIMNameSpace& ns);
@@ -110,12 +112,6 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     COWIntrusiveReference<Data> data_;
 };
 
-inline bool operator==(const CIMObjectPath& x, const CIMObjectPath& y) {
-    return x.equals(y);
-}
-inline bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) {
-    return !x.equals(y);
-}
 /// Orders by namespace, class and keys in their order; null sorts first.
 OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
 

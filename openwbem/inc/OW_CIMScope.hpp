@@ -46,19 +46,12 @@ class OW_COMMON_API CIMScope : public CIMBase {
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
+    friend bool operator==(const CIMScope& x, const CIMScope& y) { return x.equals(y); }
+    friend bool operator!=(const CIMScope& x, const CIMScope& y) { return !x.equals(y); }
+    friend bool operator<(const CIMScope& x, const CIMScope& y) { return x.getScope() < y.getScope(); }
 
   private:
     Scope scope_;
 };
-
-inline bool operator==(const CIMScope& x, const CIMScope& y) {
-    return x.equals(y);
-}
-inline bool operator!=(const CIMScope& x, const CIMScope& y) {
-    return !x.equals(y);
-}
-inline bool operator<(const CIMScope& x, const CIMScope& y) {
-    return x.getScope() < y.getScope();
-}
 
 } // namespace OpenWBEM

@@ -174,6 +174,11 @@ class OW_COMMON_API CIMValue : public CIMBase {
 
     friend class CIMValueAccess;
     friend OW_COMMON_API bool operator<(const CIMValue& x, const CIMValue& y);
+    friend bool operator==(const CIMValue& x, const CIMValue& y) { return x.equal(y); }
+    friend bool operator!=(const CIMValue& x, const CIMValue& y) { return !x.equal(y); }
+    friend bool operator>(const CIMValue& x, const CIMValue& y) { return y < x; }
+    friend bool operator<=(const CIMValue& x, const CIMValue& y) { return x < y || x.equal(y); }
+    friend bool operator>=(const CIMValue& x, const CIMValue& y) { return y <= x; }
 
   private:
     // A pointer of another type is not a boolean.
@@ -186,21 +191,6 @@ class OW_COMMON_API CIMValue : public CIMBase {
 };
 
 /// equal(), and the order of values of one type; values of different types are not ordered. Null sorts first.
-inline bool operator==(const CIMValue& x, const CIMValue& y) {
-    return x.equal(y);
-}
 OW_COMMON_API bool operator<(const CIMValue& x, const CIMValue& y);
-inline bool operator!=(const CIMValue& x, const CIMValue& y) {
-    return !x.equal(y);
-}
-inline bool operator>(const CIMValue& x, const CIMValue& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMValue& x, const CIMValue& y) {
-    return x < y || x.equal(y);
-}
-inline bool operator>=(const CIMValue& x, const CIMValue& y) {
-    return y <= x;
-}
 
 } // namespace OpenWBEM

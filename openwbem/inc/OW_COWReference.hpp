@@ -40,38 +40,20 @@ inline std::map<K, V, C, A>* COWReferenceClone(std::map<K, V, C, A>* obj) {
 template <class T>
 class COWReference {
   private:
-    T* object_;
-    RefCount* count_; // null exactly when object_ is
+    Reference<T> object_;
 
   public:
     typedef T element_type;
-    typedef T* COWReference::*safe_bool;
+    typedef Reference<T> COWReference::*safe_bool;
 
     /// A null reference.
-    COWReference() : object_(nullptr), count_(nullptr) {}
+    COWReference() {}
     /// Takes ownership of ptr, which may be null.
-    explicit COWReference(T* ptr) : object_(ptr), count_(ReferenceDetail::newCount(ptr)) {}
-    COWReference(const COWReference& arg) : object_(arg.object_), count_(arg.count_) { addRef(); }
-    COWReference(COWReference&& arg) noexcept : object_(arg.object_), count_(arg.count_) {
-        arg.object_ = nullptr;
-        arg.count_ = nullptr;
-    }
+    explicit COWReference(T* ptr) : object_(ptr) {}
     template <class U>
-    COWReference(const COWReference<U>& arg) : object_(arg.object_), count_(arg.count_) {
-        addRef();
-    }
-    ~COWReference() { ReferenceDetail::release(object_, count_); }
-    COWReference& operator=(const COWReference& arg) {
-        COWReference copy(arg);
-        swap(copy);
-        return *this;
-    }
-    COWReference& operator=(COWReference&& arg) noexcept {
-        COWReference(static_cast<COWReference&&>(arg)).swap(*this);
-        return *this;
-    }
+    COWReference(const COWReference<U>& arg) : object_(arg.object_) {}
     COWReference& operator=(T* newObj) {
-        COWReference(newObj).swap(*this);
+        object_ = newObj;
         return *this;
     }
 
@@ -82,52 +64,36 @@ class COWReference {
     const T* operator->() const { return checked(); }
     const T& operator*() const { return *checked(); }
     /// The object without un-sharing, null for a null reference.
-    const T* getPtr() const { return object_; }
+    const T* getPtr() const { return object_.getPtr(); }
 
     /// True when not null.
     operator safe_bool() const { return object_ ? &COWReference::object_ : nullptr; }
     bool operator!() const { return !object_; }
-    bool isNull() const OW_DEPRECATED { return object_ == nullptr; }
+    bool isNull() const OW_DEPRECATED { return !object_; }
 
-    void swap(COWReference& arg) {
-        T* obj = object_;
-        RefCount* count = count_;
-        object_ = arg.object_;
-        count_ = arg.count_;
-        arg.object_ = obj;
-        arg.count_ = count;
-    }
+    void swap(COWReference& arg) { object_.swap(arg.object_); }
 
     /// A reference to the same object as a U; null when it is none.
     template <class U>
     COWReference<U> cast_to() const {
         COWReference<U> result;
-        result.object_ = dynamic_cast<U*>(object_);
-        if (result.object_) {
-            result.count_ = count_;
-            result.addRef();
-        }
+        result.object_ = object_.template cast_to<U>();
         return result;
     }
 
   private:
-    void addRef() {
-        if (count_) {
-            count_->inc();
-        }
-    }
     T* checked() const {
         if (!object_) {
             COWReferenceDetail::throwNull();
         }
-        return object_;
+        return object_.getPtr();
     }
     T* writable() {
-        checked();
-        if (count_->get() > 1) {
-            COWReference(COWReferenceClone(object_)).swap(*this);
+        T* const object = checked();
+        if (object_.isShared()) {
+            object_ = COWReferenceClone(object);
         }
-        return object_;
+        return object_.getPtr();
     }
 
     template <class U>

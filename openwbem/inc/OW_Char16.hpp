@@ -61,6 +61,21 @@ class OW_COMMON_API Char16 {
     /// Two bytes, the upper one first. readObject() throws an Exception at the end of the stream.
     void writeObject(std::ostream& ostrm) const;
     void readObject(std::istream& istrm);
+    friend Char16 operator+(const Char16& x, const Char16& y) { return Char16(x) += y; }
+    friend Char16 operator-(const Char16& x, const Char16& y) { return Char16(x) -= y; }
+    friend Char16 operator*(const Char16& x, const Char16& y) { return Char16(x) *= y; }
+    /// y is not 0.
+    friend Char16 operator/(const Char16& x, const Char16& y) { return Char16(x) /= y; }
+    friend bool operator==(const Char16& x, int y) { return x.getValue() == y; }
+    friend bool operator!=(const Char16& x, int y) { return x.getValue() != y; }
+    friend bool operator==(int x, const Char16& y) { return x == y.getValue(); }
+    friend bool operator!=(int x, const Char16& y) { return x != y.getValue(); }
+    friend bool operator==(char x, const Char16& y) { return Char16(x) == y; }
+    friend bool operator!=(char x, const Char16& y) { return Char16(x) != y; }
+    friend bool operator<(char x, const Char16& y) { return Char16(x) < y; }
+    friend bool operator<=(char x, const Char16& y) { return Char16(x) <= y; }
+    friend bool operator>(char x, const Char16& y) { return Char16(x) > y; }
+    friend bool operator>=(char x, const Char16& y) { return Char16(x) >= y; }
 
   private:
     // The conversion of a real that does not fit into the type is undefined, so such a one becomes 0.
@@ -68,51 +83,6 @@ class OW_COMMON_API Char16 {
 
     UInt16 value_;
 };
-
-inline Char16 operator+(const Char16& x, const Char16& y) {
-    return Char16(x) += y;
-}
-inline Char16 operator-(const Char16& x, const Char16& y) {
-    return Char16(x) -= y;
-}
-inline Char16 operator*(const Char16& x, const Char16& y) {
-    return Char16(x) *= y;
-}
-/// y is not 0.
-inline Char16 operator/(const Char16& x, const Char16& y) {
-    return Char16(x) /= y;
-}
-
-inline bool operator==(const Char16& x, int y) {
-    return x.getValue() == y;
-}
-inline bool operator!=(const Char16& x, int y) {
-    return x.getValue() != y;
-}
-inline bool operator==(int x, const Char16& y) {
-    return x == y.getValue();
-}
-inline bool operator!=(int x, const Char16& y) {
-    return x != y.getValue();
-}
-inline bool operator==(char x, const Char16& y) {
-    return Char16(x) == y;
-}
-inline bool operator!=(char x, const Char16& y) {
-    return Char16(x) != y;
-}
-inline bool operator<(char x, const Char16& y) {
-    return Char16(x) < y;
-}
-inline bool operator<=(char x, const Char16& y) {
-    return Char16(x) <= y;
-}
-inline bool operator>(char x, const Char16& y) {
-    return Char16(x) > y;
-}
-inline bool operator>=(char x, const Char16& y) {
-    return Char16(x) >= y;
-}
 
 /// Prints an ASCII character as it is, all else, and 0, in the form \x00E9.
 std::ostream& operator<<(std::ostream& ostrm, const Char16& arg);

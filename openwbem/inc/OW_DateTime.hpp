@@ -36,29 +36,29 @@ class OW_COMMON_API DateTime {
     /// Throws DateTimeException for anything else and for fields out of range.
     explicit DateTime(const String& str);
 
-    int getYear(ETimeOffset timeOffset = E_LOCAL_TIME) const;
+    int getYear(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_year + 1900; }
     /// 1 to 12.
-    int getMonth(ETimeOffset timeOffset = E_LOCAL_TIME) const;
+    int getMonth(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_mon + 1; }
     /// 1 to 31.
-    int getDay(ETimeOffset timeOffset = E_LOCAL_TIME) const;
-    int getHour(ETimeOffset timeOffset = E_LOCAL_TIME) const;
-    int getMinute(ETimeOffset timeOffset = E_LOCAL_TIME) const;
-    int getSecond(ETimeOffset timeOffset = E_LOCAL_TIME) const;
-    UInt32 getMicrosecond() const;
+    int getDay(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_mday; }
+    int getHour(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_hour; }
+    int getMinute(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_min; }
+    int getSecond(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_sec; }
+    UInt32 getMicrosecond() const { return microseconds_; }
     /// Day of the week, 0 for Sunday.
-    int getDow(ETimeOffset timeOffset = E_LOCAL_TIME) const;
+    int getDow(ETimeOffset timeOffset = E_LOCAL_TIME) const { return toFields(timeOffset).tm_wday; }
     /// Seconds since the start of 1970 in UTC.
-    time_t get() const;
+    time_t get() const { return time_; }
 
     /// Each sets one field of the time in its zone. In local time the daylight saving of the former date is kept:
     /// 12:00 in January becomes 13:00 summer time in July.
     void setYear(int year, ETimeOffset timeOffset = E_LOCAL_TIME);
     /// Month 0 throws DateTimeException.
     void setMonth(int month, ETimeOffset timeOffset = E_LOCAL_TIME);
-    void setDay(int day, ETimeOffset timeOffset = E_LOCAL_TIME);
-    void setHour(int hour, ETimeOffset timeOffset = E_LOCAL_TIME);
-    void setMinute(int minute, ETimeOffset timeOffset = E_LOCAL_TIME);
-    void setSecond(int second, ETimeOffset timeOffset = E_LOCAL_TIME);
+    void setDay(int day, ETimeOffset timeOffset = E_LOCAL_TIME) { setField(&tm::tm_mday, day, timeOffset); }
+    void setHour(int hour, ETimeOffset timeOffset = E_LOCAL_TIME) { setField(&tm::tm_hour, hour, timeOffset); }
+    void setMinute(int minute, ETimeOffset timeOffset = E_LOCAL_TIME) { setField(&tm::tm_min, minute, timeOffset); }
+    void setSecond(int second, ETimeOffset timeOffset = E_LOCAL_TIME) { setField(&tm::tm_sec, second, timeOffset); }
     void setTime(int hour, int minute, int second, ETimeOffset timeOffset = E_LOCAL_TIME);
     /// 0 to 999999; throws DateTimeException beyond.
     void setMicrosecond(UInt32 microseconds);
@@ -69,10 +69,10 @@ class OW_COMMON_API DateTime {
     void setToCurrent();
 
     /// Move by calendar fields of UTC: 31 January and one month are 2 or 3 March.
-    void addDays(int days);
+    void addDays(int days) { addToField(&tm::tm_mday, days); }
     void addWeeks(int weeks);
-    void addMonths(int months);
-    void addYears(int years);
+    void addMonths(int months) { addToField(&tm::tm_mon, months); }
+    void addYears(int years) { addToField(&tm::tm_year, years); }
     /// Move by a length of time, also to before 1970.
     void addSeconds(long seconds);
     void addMinutes(long minutes);
@@ -80,7 +80,9 @@ class OW_COMMON_API DateTime {
     DateTime& operator+=(long seconds);
     DateTime& operator-=(long seconds);
 
-    bool operator<(const DateTime& other) const;
+    bool operator<(const DateTime& other) const {
+        return time_ != other.time_ ? time_ < other.time_ : microseconds_ < other.microseconds_;
+    }
     bool operator>(const DateTime& other) const { return other < *this; }
     bool operator==(const DateTime& other) const {
         return time_ == other.time_ && microseconds_ == other.microseconds_;

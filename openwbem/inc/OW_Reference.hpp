@@ -35,6 +35,9 @@ inline void release(T* obj, RefCount* count) {
 }
 } // namespace ReferenceDetail
 
+template <class T>
+class COWReference;
+
 /// Shares ownership of a T. Different references to one object may be used by different threads at once; one reference
 /// may not. Dereferencing a null reference throws NULLReferenceException.
 template <class T>
@@ -124,6 +127,7 @@ class Reference {
     }
 
   private:
+    bool isShared() const { return count_ && count_->get() > 1; }
     void addRef() {
         if (count_) {
             count_->inc();
@@ -138,6 +142,8 @@ class Reference {
 
     template <class U>
     friend class Reference;
+    template <class U>
+    friend class COWReference;
 };
 
 template <class T, class U>

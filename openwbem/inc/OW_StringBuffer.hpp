@@ -35,32 +35,32 @@ class OW_COMMON_API StringBuffer {
     /// These append the text of the argument, reals with six places; a null pointer adds nothing, a character '\0' is
     /// added like any other.
     StringBuffer& append(char c);
-    StringBuffer& append(const char* str);
+    StringBuffer& append(const char* str) { return append(str, str ? std::strlen(str) : 0); }
     StringBuffer& append(const char* str, const size_t len);
-    StringBuffer& append(const String& arg);
+    StringBuffer& append(const String& arg) { return append(arg.c_str(), arg.length()); }
     StringBuffer& append(const StringBuffer& arg);
     StringBuffer& operator+=(char c) { return append(c); }
     StringBuffer& operator+=(const char* str) { return append(str); }
     StringBuffer& operator+=(const String& arg) { return append(arg); }
     StringBuffer& operator+=(const StringBuffer& arg) { return append(arg); }
-    StringBuffer& operator+=(Char16 arg);
-    StringBuffer& operator+=(Bool arg);
-    StringBuffer& operator+=(UInt8 v);
-    StringBuffer& operator+=(Int8 v);
-    StringBuffer& operator+=(UInt16 v);
-    StringBuffer& operator+=(Int16 v);
-    StringBuffer& operator+=(UInt32 v);
-    StringBuffer& operator+=(Int32 v);
-    StringBuffer& operator+=(UInt64 v);
-    StringBuffer& operator+=(Int64 v);
-    StringBuffer& operator+=(Real32 v);
-    StringBuffer& operator+=(Real64 v);
+    StringBuffer& operator+=(Char16 arg) { return append(arg.toString()); }
+    StringBuffer& operator+=(Bool arg) { return append(arg.toString()); }
+    StringBuffer& operator+=(UInt8 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int8 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt16 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int16 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt64 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int64 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Real32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Real64 v) { return append(std::to_string(v).c_str()); }
     StringBuffer& operator+=(const CIMDateTime& arg) OW_DEPRECATED;
     StringBuffer& operator+=(const CIMObjectPath& arg) OW_DEPRECATED;
 
     /// The character at ndx; '\0' from the end on.
-    char operator[](size_t ndx) const;
-    String toString() const;
+    char operator[](size_t ndx) const { return ndx < text_.length() ? text_[ndx] : '\0'; }
+    String toString() const { return String(text_.data(), text_.length()); }
     /// The text, handed over: afterwards this is only assigned to or destroyed. length() still tells the old one.
     String releaseString();
     /// Empties.
@@ -71,14 +71,14 @@ class OW_COMMON_API StringBuffer {
     void chop();
     /// Removes the blanks at both ends.
     void trim();
-    size_t length() const;
+    size_t length() const { return length_; }
     /// The bytes that there is room for.
-    size_t allocated() const;
+    size_t allocated() const { return allocated_; }
     /// The terminated text, valid until the next change.
-    const char* c_str() const;
-    bool equals(const char* arg) const;
-    bool startsWith(char ch) const;
-    bool endsWith(char ch) const;
+    const char* c_str() const { return text_.c_str(); }
+    bool equals(const char* arg) const { return text_ == (arg ? arg : ""); }
+    bool startsWith(char ch) const { return !text_.empty() && text_.front() == ch; }
+    bool endsWith(char ch) const { return !text_.empty() && text_.back() == ch; }
     /// Replaces the text by the next line of the stream, or appends that, and returns c_str(). The line ends before
     /// its newline or first '\r'. At the end of the stream eofbit is set, and failbit if nothing was read.
     const char* getLine(std::istream& is, bool resetBuffer = true);

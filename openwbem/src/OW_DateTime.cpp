@@ -78,42 +78,6 @@ void DateTime::addToField(int tm::*field, int value) {
     setFields(fields, E_UTC_TIME);
 }
 
-int DateTime::getYear(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_year + 1900;
-}
-
-int DateTime::getMonth(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_mon + 1;
-}
-
-int DateTime::getDay(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_mday;
-}
-
-int DateTime::getHour(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_hour;
-}
-
-int DateTime::getMinute(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_min;
-}
-
-int DateTime::getSecond(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_sec;
-}
-
-UInt32 DateTime::getMicrosecond() const {
-    return microseconds_;
-}
-
-int DateTime::getDow(ETimeOffset timeOffset) const {
-    return toFields(timeOffset).tm_wday;
-}
-
-time_t DateTime::get() const {
-    return time_;
-}
-
 void DateTime::setYear(int year, ETimeOffset timeOffset) {
     setField(&tm::tm_year, yearField(year), timeOffset);
 }
@@ -123,22 +87,6 @@ void DateTime::setMonth(int month, ETimeOffset timeOffset) {
         OW_THROW(DateTimeException, "invalid month: 0");
     }
     setField(&tm::tm_mon, added(month, -1), timeOffset);
-}
-
-void DateTime::setDay(int day, ETimeOffset timeOffset) {
-    setField(&tm::tm_mday, day, timeOffset);
-}
-
-void DateTime::setHour(int hour, ETimeOffset timeOffset) {
-    setField(&tm::tm_hour, hour, timeOffset);
-}
-
-void DateTime::setMinute(int minute, ETimeOffset timeOffset) {
-    setField(&tm::tm_min, minute, timeOffset);
-}
-
-void DateTime::setSecond(int second, ETimeOffset timeOffset) {
-    setField(&tm::tm_sec, second, timeOffset);
 }
 
 void DateTime::setTime(int hour, int minute, int second, ETimeOffset timeOffset) {
@@ -186,24 +134,12 @@ void DateTime::setToCurrent() {
     microseconds_ = static_cast<UInt32>(duration_cast<std::chrono::microseconds>(now - seconds).count());
 }
 
-void DateTime::addDays(int days) {
-    addToField(&tm::tm_mday, days);
-}
-
 void DateTime::addWeeks(int weeks) {
     int days = 0;
     if (__builtin_mul_overflow(weeks, 7, &days)) {
         OW_THROW(DateTimeException, "A date or time is out of range");
     }
     addDays(days);
-}
-
-void DateTime::addMonths(int months) {
-    addToField(&tm::tm_mon, months);
-}
-
-void DateTime::addYears(int years) {
-    addToField(&tm::tm_year, years);
 }
 
 void DateTime::addSeconds(long seconds) {
@@ -226,10 +162,6 @@ DateTime& DateTime::operator+=(long seconds) {
 DateTime& DateTime::operator-=(long seconds) {
     time_ = shifted(time_, seconds, -1);
     return *this;
-}
-
-bool DateTime::operator<(const DateTime& other) const {
-    return time_ != other.time_ ? time_ < other.time_ : microseconds_ < other.microseconds_;
 }
 
 String DateTime::toString(ETimeOffset timeOffset) const {

@@ -26,38 +26,6 @@ CppProviderBaseIFC::~CppProviderBaseIFC() = default;
 
 void CppProviderBaseIFC::initialize(const ProviderEnvironmentIFCRef&) {}
 
-CppInstanceProviderIFC* CppProviderBaseIFC::getInstanceProvider() {
-    return nullptr;
-}
-
-CppSecondaryInstanceProviderIFC* CppProviderBaseIFC::getSecondaryInstanceProvider() {
-    return nullptr;
-}
-
-CppMethodProviderIFC* CppProviderBaseIFC::getMethodProvider() {
-    return nullptr;
-}
-
-CppAssociatorProviderIFC* CppProviderBaseIFC::getAssociatorProvider() {
-    return nullptr;
-}
-
-CppIndicationExportProviderIFC* CppProviderBaseIFC::getIndicationExportProvider() {
-    return nullptr;
-}
-
-CppPolledProviderIFC* CppProviderBaseIFC::getPolledProvider() {
-    return nullptr;
-}
-
-CppIndicationProviderIFC* CppProviderBaseIFC::getIndicationProvider() {
-    return nullptr;
-}
-
-bool CppProviderBaseIFC::canUnload() {
-    return true;
-}
-
 DateTime CppProviderBaseIFC::getLastAccessTime() const {
     return DateTime(lastAccess_.load());
 }
@@ -66,14 +34,6 @@ void CppProviderBaseIFC::updateAccessTime() {
     DateTime now;
     now.setToCurrent();
     lastAccess_ = now.get();
-}
-
-bool CppProviderBaseIFC::getPersist() const {
-    return persist_;
-}
-
-void CppProviderBaseIFC::setPersist(bool persist) {
-    persist_ = persist;
 }
 
 CppMethodProviderIFC::~CppMethodProviderIFC() = default;

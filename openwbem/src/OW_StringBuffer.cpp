@@ -51,10 +51,6 @@ StringBuffer& StringBuffer::append(char c) {
     return *this;
 }
 
-StringBuffer& StringBuffer::append(const char* str) {
-    return append(str, str ? std::strlen(str) : 0);
-}
-
 StringBuffer& StringBuffer::append(const char* str, const size_t len) {
     if (len != 0) {
         text_.append(str, len);
@@ -63,62 +59,10 @@ StringBuffer& StringBuffer::append(const char* str, const size_t len) {
     return *this;
 }
 
-StringBuffer& StringBuffer::append(const String& arg) {
-    return append(arg.c_str(), arg.length());
-}
-
 StringBuffer& StringBuffer::append(const StringBuffer& arg) {
     text_.append(arg.text_);
     grow();
     return *this;
-}
-
-StringBuffer& StringBuffer::operator+=(Char16 arg) {
-    return append(arg.toString());
-}
-
-StringBuffer& StringBuffer::operator+=(Bool arg) {
-    return append(arg.toString());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt8 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int8 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt16 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int16 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt32 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int32 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt64 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int64 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Real32 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Real64 v) {
-    return append(std::to_string(v).c_str());
 }
 
 StringBuffer& StringBuffer::operator+=(const CIMDateTime& arg) {
@@ -127,14 +71,6 @@ StringBuffer& StringBuffer::operator+=(const CIMDateTime& arg) {
 
 StringBuffer& StringBuffer::operator+=(const CIMObjectPath& arg) {
     return append(arg.toString());
-}
-
-char StringBuffer::operator[](size_t ndx) const {
-    return ndx < text_.length() ? text_[ndx] : '\0';
-}
-
-String StringBuffer::toString() const {
-    return String(text_.data(), text_.length());
 }
 
 String StringBuffer::releaseString() {
@@ -163,30 +99,6 @@ void StringBuffer::chop() {
 
 void StringBuffer::trim() {
     *this = toString().trim();
-}
-
-size_t StringBuffer::length() const {
-    return length_;
-}
-
-size_t StringBuffer::allocated() const {
-    return allocated_;
-}
-
-const char* StringBuffer::c_str() const {
-    return text_.c_str();
-}
-
-bool StringBuffer::equals(const char* arg) const {
-    return text_ == (arg ? arg : "");
-}
-
-bool StringBuffer::startsWith(char ch) const {
-    return !text_.empty() && text_.front() == ch;
-}
-
-bool StringBuffer::endsWith(char ch) const {
-    return !text_.empty() && text_.back() == ch;
 }
 
 const char* StringBuffer::getLine(std::istream& is, bool resetBuffer) {
