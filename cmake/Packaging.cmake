@@ -27,9 +27,9 @@ cdr_package(module cdr-provider net "CIM provider module of the Call Detail Reco
   "cdr-platform ${same}, libopenwbem3 ${same}")
 cdr_package(server cimserverd net "CIM-XML server for providers of the OpenWBEM interface" "libopenwbem3 ${same}, passwd")
 cdr_package(platform cdr-platform libs "Registry, log, scheduler and message queues of the device" "")
-cdr_package(platform-dev cdr-platform-dev libdevel "Headers of the device's platform libraries" "cdr-platform ${same}")
+cdr_package(platform-dev cdr-platform-dev libdevel "Headers, CMake and pkg-config files of the device's platform libraries" "cdr-platform ${same}")
 cdr_package(openwbem libopenwbem3 libs "Provider library, source-compatible with OpenWBEM 3.0.3" "")
-cdr_package(openwbem-dev libopenwbem-dev libdevel "Headers of the OpenWBEM provider library" "libopenwbem3 ${same}")
+cdr_package(openwbem-dev libopenwbem-dev libdevel "Headers, CMake and pkg-config files of the OpenWBEM provider library" "libopenwbem3 ${same}")
 set(CPACK_DEBIAN_PLATFORM_PACKAGE_RECOMMENDS cron)
 set(CPACK_DEBIAN_MODULE_PACKAGE_RECOMMENDS cimserverd)
 

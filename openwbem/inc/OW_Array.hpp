@@ -3,6 +3,7 @@
 #pragma once
 
 #include "OW_ArrayFwd.hpp"
+#include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_COWIntrusiveReference.hpp"
 #include "OW_COWReference.hpp"
 #include "OW_Exception.hpp"
@@ -42,49 +43,49 @@ class Array {
     typedef typename V::reverse_iterator reverse_iterator;
     typedef typename V::const_reverse_iterator const_reverse_iterator;
 
-    Array();
+    Array() {}
     /// Takes ownership of toWrap, which is not null.
     explicit Array(V* toWrap);
     /// n elements, default constructed or copies of value.
-    explicit Array(size_type n);
-    Array(size_type n, const T& value);
-    Array(int n, const T& value);
-    Array(long n, const T& value);
+    explicit Array(size_type n) { writable().resize(n); }
+    Array(size_type n, const T& value) { writable().assign(n, value); }
+    Array(int n, const T& value) { writable().assign(static_cast<size_type>(n), value); }
+    Array(long n, const T& value) { writable().assign(static_cast<size_type>(n), value); }
     /// The elements of the range.
     template <class InputIterator, class = typename std::enable_if<!std::is_arithmetic<InputIterator>::value>::type>
     Array(InputIterator first, InputIterator last);
 
-    iterator begin();
-    const_iterator begin() const;
-    iterator end();
-    const_iterator end() const;
-    reverse_iterator rbegin();
-    const_reverse_iterator rbegin() const;
-    reverse_iterator rend();
-    const_reverse_iterator rend() const;
-    size_type size() const;
-    size_type max_size() const;
-    size_type capacity() const;
-    bool empty() const;
-    void reserve(size_type n);
+    iterator begin() { return writable().begin(); }
+    const_iterator begin() const { return readable().begin(); }
+    iterator end() { return writable().end(); }
+    const_iterator end() const { return readable().end(); }
+    reverse_iterator rbegin() { return writable().rbegin(); }
+    const_reverse_iterator rbegin() const { return readable().rbegin(); }
+    reverse_iterator rend() { return writable().rend(); }
+    const_reverse_iterator rend() const { return readable().rend(); }
+    size_type size() const { return readable().size(); }
+    size_type max_size() const { return readable().max_size(); }
+    size_type capacity() const { return readable().capacity(); }
+    bool empty() const { return readable().empty(); }
+    void reserve(size_type n) { writable().reserve(n); }
 
     /// Element n; throws OutOfBoundsException if there is none.
     reference operator[](size_type n);
     const_reference operator[](size_type n) const;
     /// First and last element; undefined for an empty array.
-    reference front();
-    const_reference front() const;
-    reference back();
-    const_reference back() const;
+    reference front() { return writable().front(); }
+    const_reference front() const { return readable().front(); }
+    reference back() { return writable().back(); }
+    const_reference back() const { return readable().back(); }
 
-    void push_back(const T& x);
-    void append(const T& x);
+    void push_back(const T& x) { writable().push_back(x); }
+    void append(const T& x) { writable().push_back(x); }
     Array<T>& operator+=(const T& x);
     void appendArray(const Array<T>& x);
-    void pop_back();
+    void pop_back() { writable().pop_back(); }
 
     /// Puts elements before the position, which the returned iterator then points to.
-    iterator insert(iterator position, const T& x);
+    iterator insert(iterator position, const T& x) { return writable().insert(position, x); }
     template <class InputIterator>
     void insert(iterator position, InputIterator first, InputIterator last);
     /// Puts x before element position (size() appends); throws OutOfBoundsException beyond.
@@ -92,12 +93,20 @@ class Array {
     /// Removes the element at index, or those from begin up to end (exclusive). Throws OutOfBoundsException.
     void remove(size_type index);
     void remove(size_type begin, size_type end);
-    iterator erase(iterator position);
-    iterator erase(iterator first, iterator last);
-    void clear();
-    void resize(size_type newSize);
-    void resize(size_type newSize, const T& x);
-    void swap(Array<T>& x);
+    iterator erase(iterator position) { return writable().erase(position); }
+    iterator erase(iterator first, iterator last) { return writable().erase(first, last); }
+    void clear() { impl_ = COWIntrusiveReference<Elements>(); }
+    void resize(size_type newSize) { writable().resize(newSize); }
+    void resize(size_type newSize, const T& x) { writable().resize(newSize, x); }
+    void swap(Array<T>& x) { impl_.swap(x.impl_); }
+
+    friend bool operator==(const Array& x, const Array& y) { return x.readable() == y.readable(); }
+    friend bool operator!=(const Array& x, const Array& y) { return !(x == y); }
+    /// The order of the first elements that differ; a beginning comes before the whole.
+    friend bool operator<(const Array& x, const Array& y) { return x.readable() < y.readable(); }
+    friend bool operator<=(const Array& x, const Array& y) { return !(y < x); }
+    friend bool operator>(const Array& x, const Array& y) { return y < x; }
+    friend bool operator>=(const Array& x, const Array& y) { return !(x < y); }
 
   private:
     struct Elements : public COWIntrusiveCountableBase {
@@ -112,24 +121,13 @@ class Array {
     V& writable();
     void check(size_type index, size_type limit) const;
 
-    COWIntrusiveReference<Elements> m_impl; // null: empty, nothing allocated yet
+    COWIntrusiveReference<Elements> impl_; // null: empty, nothing allocated yet
 };
 
 template <class T>
-inline bool operator==(const Array<T>& x, const Array<T>& y);
-template <class T>
-inline bool operator!=(const Array<T>& x, const Array<T>& y);
-/// The order of the first elements that differ; a beginning comes before the whole.
-template <class T>
-inline bool operator<(const Array<T>& x, const Array<T>& y);
-template <class T>
-inline bool operator<=(const Array<T>& x, const Array<T>& y);
-template <class T>
-inline bool operator>(const Array<T>& x, const Array<T>& y);
-template <class T>
-inline bool operator>=(const Array<T>& x, const Array<T>& y);
-template <class T>
-inline void swap(Array<T>& x, Array<T>& y);
+inline void swap(Array<T>& x, Array<T>& y) {
+    x.swap(y);
+}
 
 typedef Array<UInt8> UInt8Array;
 typedef Array<Int8> Int8Array;

@@ -10,14 +10,14 @@ namespace OpenWBEM {
 template <class T>
 inline const typename Array<T>::V& Array<T>::readable() const {
     static const V none;
-    return m_impl ? m_impl->v : none;
+    return impl_ ? impl_->v : none;
 }
 template <class T>
 inline typename Array<T>::V& Array<T>::writable() {
-    if (!m_impl) {
-        m_impl = new Elements;
+    if (!impl_) {
+        impl_ = new Elements;
     }
-    return m_impl->v;
+    return impl_->v;
 }
 template <class T>
 inline void Array<T>::check(size_type index, size_type limit) const {
@@ -27,84 +27,14 @@ inline void Array<T>::check(size_type index, size_type limit) const {
 }
 
 template <class T>
-inline Array<T>::Array() {}
-template <class T>
 inline Array<T>::Array(V* toWrap) {
     const AutoPtr<V> owner(toWrap);
     writable().swap(*owner);
 }
 template <class T>
-inline Array<T>::Array(size_type n) {
-    writable().resize(n);
-}
-template <class T>
-inline Array<T>::Array(size_type n, const T& value) {
-    writable().assign(n, value);
-}
-template <class T>
-inline Array<T>::Array(int n, const T& value) {
-    writable().assign(static_cast<size_type>(n), value);
-}
-template <class T>
-inline Array<T>::Array(long n, const T& value) {
-    writable().assign(static_cast<size_type>(n), value);
-}
-template <class T>
 template <class InputIterator, class>
 inline Array<T>::Array(InputIterator first, InputIterator last) {
     writable().assign(first, last);
-}
-template <class T>
-inline typename Array<T>::iterator Array<T>::begin() {
-    return writable().begin();
-}
-template <class T>
-inline typename Array<T>::const_iterator Array<T>::begin() const {
-    return readable().begin();
-}
-template <class T>
-inline typename Array<T>::iterator Array<T>::end() {
-    return writable().end();
-}
-template <class T>
-inline typename Array<T>::const_iterator Array<T>::end() const {
-    return readable().end();
-}
-template <class T>
-inline typename Array<T>::reverse_iterator Array<T>::rbegin() {
-    return writable().rbegin();
-}
-template <class T>
-inline typename Array<T>::const_reverse_iterator Array<T>::rbegin() const {
-    return readable().rbegin();
-}
-template <class T>
-inline typename Array<T>::reverse_iterator Array<T>::rend() {
-    return writable().rend();
-}
-template <class T>
-inline typename Array<T>::const_reverse_iterator Array<T>::rend() const {
-    return readable().rend();
-}
-template <class T>
-inline typename Array<T>::size_type Array<T>::size() const {
-    return readable().size();
-}
-template <class T>
-inline typename Array<T>::size_type Array<T>::max_size() const {
-    return readable().max_size();
-}
-template <class T>
-inline typename Array<T>::size_type Array<T>::capacity() const {
-    return readable().capacity();
-}
-template <class T>
-inline bool Array<T>::empty() const {
-    return readable().empty();
-}
-template <class T>
-inline void Array<T>::reserve(size_type n) {
-    writable().reserve(n);
 }
 template <class T>
 inline typename Array<T>::reference Array<T>::operator[](size_type n) {
@@ -117,30 +47,6 @@ inline typename Array<T>::const_reference Array<T>::operator[](size_type n) cons
     return readable()[n];
 }
 template <class T>
-inline typename Array<T>::reference Array<T>::front() {
-    return writable().front();
-}
-template <class T>
-inline typename Array<T>::const_reference Array<T>::front() const {
-    return readable().front();
-}
-template <class T>
-inline typename Array<T>::reference Array<T>::back() {
-    return writable().back();
-}
-template <class T>
-inline typename Array<T>::const_reference Array<T>::back() const {
-    return readable().back();
-}
-template <class T>
-inline void Array<T>::push_back(const T& x) {
-    writable().push_back(x);
-}
-template <class T>
-inline void Array<T>::append(const T& x) {
-    writable().push_back(x);
-}
-template <class T>
 inline Array<T>& Array<T>::operator+=(const T& x) {
     push_back(x);
     return *this;
@@ -149,14 +55,6 @@ template <class T>
 inline void Array<T>::appendArray(const Array<T>& x) {
     const Array<T> source(x); // x may be this array
     writable().insert(end(), source.begin(), source.end());
-}
-template <class T>
-inline void Array<T>::pop_back() {
-    writable().pop_back();
-}
-template <class T>
-inline typename Array<T>::iterator Array<T>::insert(iterator position, const T& x) {
-    return writable().insert(position, x);
 }
 template <class T>
 template <class InputIterator>
@@ -179,77 +77,6 @@ inline void Array<T>::remove(size_type begin, size_type end) {
     check(begin, end + 1);
     V& v = writable();
     v.erase(v.begin() + static_cast<difference_type>(begin), v.begin() + static_cast<difference_type>(end));
-}
-template <class T>
-inline typename Array<T>::iterator Array<T>::erase(iterator position) {
-    return writable().erase(position);
-}
-template <class T>
-inline typename Array<T>::iterator Array<T>::erase(iterator first, iterator last) {
-    return writable().erase(first, last);
-}
-template <class T>
-inline void Array<T>::clear() {
-    m_impl = COWIntrusiveReference<Elements>();
-}
-template <class T>
-inline void Array<T>::resize(size_type newSize) {
-    writable().resize(newSize);
-}
-template <class T>
-inline void Array<T>::resize(size_type newSize, const T& x) {
-    writable().resize(newSize, x);
-}
-template <class T>
-inline void Array<T>::swap(Array<T>& x) {
-    m_impl.swap(x.m_impl);
-}
-
-template <class T>
-inline bool operator==(const Array<T>& x, const Array<T>& y) {
-    if (x.size() != y.size()) {
-        return false;
-    }
-    typename Array<T>::const_iterator j = y.begin();
-    for (typename Array<T>::const_iterator i = x.begin(); i != x.end(); ++i, ++j) {
-        if (!(*i == *j)) {
-            return false;
-        }
-    }
-    return true;
-}
-template <class T>
-inline bool operator!=(const Array<T>& x, const Array<T>& y) {
-    return !(x == y);
-}
-template <class T>
-inline bool operator<(const Array<T>& x, const Array<T>& y) {
-    typename Array<T>::const_iterator j = y.begin();
-    for (typename Array<T>::const_iterator i = x.begin(); i != x.end(); ++i, ++j) {
-        if (j == y.end() || *j < *i) {
-            return false;
-        }
-        if (*i < *j) {
-            return true;
-        }
-    }
-    return j != y.end();
-}
-template <class T>
-inline bool operator<=(const Array<T>& x, const Array<T>& y) {
-    return !(y < x);
-}
-template <class T>
-inline bool operator>(const Array<T>& x, const Array<T>& y) {
-    return y < x;
-}
-template <class T>
-inline bool operator>=(const Array<T>& x, const Array<T>& y) {
-    return !(x < y);
-}
-template <class T>
-inline void swap(Array<T>& x, Array<T>& y) {
-    x.swap(y);
 }
 
 } // namespace OpenWBEM

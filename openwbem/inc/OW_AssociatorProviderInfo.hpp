@@ -9,4 +9,6 @@ namespace OpenWBEM {
 
 class OW_PROVIFC_API AssociatorProviderInfo : public ProviderInfoBase<InstClassInfo> {};
 
+typedef Array<AssociatorProviderInfo> AssociatorProviderInfoArray;
+
 } // namespace OpenWBEM

@@ -12,28 +12,28 @@ class AutoPtr {
   public:
     typedef X element_type;
 
-    explicit AutoPtr(X* p = nullptr) : m_ptr(p) {}
-    ~AutoPtr() { delete m_ptr; }
+    explicit AutoPtr(X* p = nullptr) : ptr_(p) {}
+    ~AutoPtr() { delete ptr_; }
     /// Deletes the present object and owns p instead.
     AutoPtr& operator=(X* p) {
         reset(p);
         return *this;
     }
-    X& operator*() const { return *m_ptr; }
-    X* operator->() const { return m_ptr; }
+    X& operator*() const { return *ptr_; }
+    X* operator->() const { return ptr_; }
     /// The object, still owned.
-    X* get() const { return m_ptr; }
+    X* get() const { return ptr_; }
     /// Hands the object over to the caller.
     X* release() {
-        X* p = m_ptr;
-        m_ptr = nullptr;
+        X* p = ptr_;
+        ptr_ = nullptr;
         return p;
     }
     /// Deletes the present object, unless it is p, and owns p instead.
     void reset(X* p = nullptr) {
-        if (p != m_ptr) {
-            delete m_ptr;
-            m_ptr = p;
+        if (p != ptr_) {
+            delete ptr_;
+            ptr_ = p;
         }
     }
 
@@ -41,7 +41,7 @@ class AutoPtr {
     AutoPtr(const AutoPtr&);
     AutoPtr& operator=(const AutoPtr&);
 
-    X* m_ptr;
+    X* ptr_;
 };
 
 /// Deletes its array (made with new[]) when it goes. Cannot be copied.
@@ -50,31 +50,31 @@ class AutoPtrVec {
   public:
     typedef X element_type;
 
-    explicit AutoPtrVec(X* p = nullptr) : m_ptr(p) {}
-    ~AutoPtrVec() { delete[] m_ptr; }
+    explicit AutoPtrVec(X* p = nullptr) : ptr_(p) {}
+    ~AutoPtrVec() { delete[] ptr_; }
     /// Deletes the present array and owns p instead.
     AutoPtrVec& operator=(X* p) {
         reset(p);
         return *this;
     }
-    X& operator*() const { return *m_ptr; }
-    X* operator->() const { return m_ptr; }
+    X& operator*() const { return *ptr_; }
+    X* operator->() const { return ptr_; }
     /// Element i, unchecked.
-    X& operator[](unsigned i) { return m_ptr[i]; }
-    const X& operator[](unsigned i) const { return m_ptr[i]; }
+    X& operator[](unsigned i) { return ptr_[i]; }
+    const X& operator[](unsigned i) const { return ptr_[i]; }
     /// The array, still owned.
-    X* get() const { return m_ptr; }
+    X* get() const { return ptr_; }
     /// Hands the array over to the caller.
     X* release() {
-        X* p = m_ptr;
-        m_ptr = nullptr;
+        X* p = ptr_;
+        ptr_ = nullptr;
         return p;
     }
     /// Deletes the present array, unless it is p, and owns p instead.
     void reset(X* p = nullptr) {
-        if (p != m_ptr) {
-            delete[] m_ptr;
-            m_ptr = p;
+        if (p != ptr_) {
+            delete[] ptr_;
+            ptr_ = p;
         }
     }
 
@@ -82,7 +82,7 @@ class AutoPtrVec {
     AutoPtrVec(const AutoPtrVec&);
     AutoPtrVec& operator=(const AutoPtrVec&);
 
-    X* m_ptr;
+    X* ptr_;
 };
 
 } // namespace OpenWBEM

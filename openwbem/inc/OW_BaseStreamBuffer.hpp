@@ -31,8 +31,8 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API BaseStreamBuffer : public std::streamb
     BaseStreamBuffer(const BaseStreamBuffer&);
     BaseStreamBuffer& operator=(const BaseStreamBuffer&);
 
-    std::vector<char> m_input;
-    std::vector<char> m_output;
+    std::vector<char> input_;
+    std::vector<char> output_;
 };
 
 } // namespace OpenWBEM

@@ -12,23 +12,27 @@ namespace OpenWBEM {
 class OW_COMMON_API Bool {
   public:
     /// False.
-    Bool() : m_value(false) {}
-    Bool(bool value) : m_value(value) {}
+    Bool() : value_(false) {}
+    Bool(bool value) : value_(value) {}
     /// A pointer is no truth value.
     template <typename T>
     Bool(const T*) = delete;
 
-    operator bool() const { return m_value; }
-    bool operator!() const { return !m_value; }
-    bool operator==(bool arg) const { return m_value == arg; }
-    bool operator!=(bool arg) const { return m_value != arg; }
-    bool operator==(const Bool& arg) const { return m_value == arg.m_value; }
-    bool operator!=(const Bool& arg) const { return m_value != arg.m_value; }
+    operator bool() const { return value_; }
+    bool operator!() const { return !value_; }
+    bool operator==(bool arg) const { return value_ == arg; }
+    bool operator!=(bool arg) const { return value_ != arg; }
+    bool operator==(const Bool& arg) const { return value_ == arg.value_; }
+    bool operator!=(const Bool& arg) const { return value_ != arg.value_; }
     /// "true" or "false".
     String toString() const;
 
+    /// One byte, 0 or 1. readObject() throws an Exception at the end of the stream.
+    void writeObject(std::ostream& ostrm) const;
+    void readObject(std::istream& istrm);
+
   private:
-    bool m_value;
+    bool value_;
 };
 
 /// False comes before true.

@@ -100,8 +100,8 @@ class OW_COMMON_API CIMClass : public CIMElement {
                               const StringArray& propertyList, bool noProps, const CIMClass& requestedClass) const;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMClass>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMClass>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// As toMOF().
     String toString() const override;
@@ -111,27 +111,17 @@ class OW_COMMON_API CIMClass : public CIMElement {
     void writeObject(std::ostream& ostrm) const override;
 
     friend OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
+    friend bool operator>(const CIMClass& x, const CIMClass& y) { return y < x; }
+    friend bool operator<=(const CIMClass& x, const CIMClass& y) { return !(y < x); }
+    friend bool operator>=(const CIMClass& x, const CIMClass& y) { return !(x < y); }
+    friend bool operator==(const CIMClass& x, const CIMClass& y) { return !(x < y) && !(y < x); }
+    friend bool operator!=(const CIMClass& x, const CIMClass& y) { return !(x == y); }
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Compare everything an object holds. Null equals null and sorts first.
 OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
-inline bool operator>(const CIMClass& x, const CIMClass& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMClass& x, const CIMClass& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMClass& x, const CIMClass& y) {
-    return !(x < y);
-}
-inline bool operator==(const CIMClass& x, const CIMClass& y) {
-    return !(x < y) && !(y < x);
-}
-inline bool operator!=(const CIMClass& x, const CIMClass& y) {
-    return !(x == y);
-}
 
 } // namespace OpenWBEM

@@ -109,27 +109,27 @@ class OW_COMMON_API CIMDataType : public CIMBase {
 
     friend OW_COMMON_API bool operator==(const CIMDataType& x, const CIMDataType& y);
     friend OW_COMMON_API bool operator<(const CIMDataType& x, const CIMDataType& y);
+    friend bool operator!=(const CIMDataType& x, const CIMDataType& y) {
+        return !(x == y);
+    }
+    friend bool operator>(const CIMDataType& x, const CIMDataType& y) {
+        return y < x;
+    }
+    friend bool operator<=(const CIMDataType& x, const CIMDataType& y) {
+        return !(y < x);
+    }
+    friend bool operator>=(const CIMDataType& x, const CIMDataType& y) {
+        return !(x < y);
+    }
 
   private:
     bool namesType() const;
 
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Compare type, size and reference class. Null equals null and sorts first.
 OW_COMMON_API bool operator==(const CIMDataType& x, const CIMDataType& y);
 OW_COMMON_API bool operator<(const CIMDataType& x, const CIMDataType& y);
-inline bool operator!=(const CIMDataType& x, const CIMDataType& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMDataType& x, const CIMDataType& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMDataType& x, const CIMDataType& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMDataType& x, const CIMDataType& y) {
-    return !(x < y);
-}
 
 } // namespace OpenWBEM

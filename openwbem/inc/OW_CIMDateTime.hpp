@@ -85,29 +85,21 @@ class OW_COMMON_API CIMDateTime {
 
     friend OW_COMMON_API bool operator==(const CIMDateTime& x, const CIMDateTime& y);
     friend OW_COMMON_API bool operator<(const CIMDateTime& x, const CIMDateTime& y);
+    friend bool operator!=(const CIMDateTime& x, const CIMDateTime& y) { return !(x == y); }
+    friend bool operator>(const CIMDateTime& x, const CIMDateTime& y) { return y < x; }
+    friend bool operator<=(const CIMDateTime& x, const CIMDateTime& y) { return !(y < x); }
+    friend bool operator>=(const CIMDateTime& x, const CIMDateTime& y) { return !(x < y); }
 
   private:
     bool isSet() const;
 
-    COWIntrusiveReference<Data> m_dptr;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// equal(), except that null equals null and no other.
 OW_COMMON_API bool operator==(const CIMDateTime& x, const CIMDateTime& y);
 /// By instant, offsets taken into account; null sorts first.
 OW_COMMON_API bool operator<(const CIMDateTime& x, const CIMDateTime& y);
-inline bool operator!=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMDateTime& x, const CIMDateTime& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMDateTime& x, const CIMDateTime& y) {
-    return !(x < y);
-}
 
 /// Prints toString().
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMDateTime& dateTime);

@@ -52,7 +52,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
 
   private:
     struct LongText;
-    mutable IntrusiveReference<const LongText> m_longText; // shared with the copies; null until getMessage()
+    mutable IntrusiveReference<const LongText> longText_; // shared with the copies; null until getMessage()
 };
 
 } // namespace OpenWBEM

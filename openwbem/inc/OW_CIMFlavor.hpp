@@ -43,8 +43,8 @@ class OW_COMMON_API CIMFlavor : public CIMBase {
 
     /// Null is INVALID.
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMFlavor>::of(validFlavor(m_flavor)); }
-    bool operator!() const { return !validFlavor(m_flavor); }
+    operator safe_bool() const { return SafeBool<CIMFlavor>::of(validFlavor(flavor_)); }
+    bool operator!() const { return !validFlavor(flavor_); }
 
     /// FLAVOR(...) with the text of toMOF().
     String toString() const override;
@@ -54,7 +54,7 @@ class OW_COMMON_API CIMFlavor : public CIMBase {
     void writeObject(std::ostream& ostrm) const override;
 
   private:
-    Int32 m_flavor;
+    Int32 flavor_;
 };
 
 OW_COMMON_API bool operator<(const CIMFlavor& x, const CIMFlavor& y);

@@ -17,8 +17,8 @@ namespace OpenWBEM {
 ///
 /// The key list, from which an object path is made, is kept beside the properties. It is made anew from the properties
 /// that are keys by setProperties(), by setProperty() and updatePropertyValue() of a property that is a key, and by
-/// syncWithClass(); setKeys() sets it outright. Appending a property by name and value does not touch it, neither do
-/// removing, cloning and filtering: the path of an instance survives the loss of its key properties.
+/// syncWithClass() and removing one; setKeys() sets it outright. Appending a property by name and value does not touch
+/// it, neither do cloning and filtering: the path of an instance survives the loss of its key properties.
 class OW_COMMON_API CIMInstance : public CIMElement {
     struct Data;
     typedef SafeBool<CIMInstance>::type safe_bool;
@@ -119,11 +119,12 @@ class OW_COMMON_API CIMInstance : public CIMElement {
     void setName(const CIMName& className) override;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMInstance>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMInstance>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// "instance of Class {", a line "Name = value;" for each property without Invisible(true), "}".
     String toString() const override;
+    /// The same properties as MOF, with their qualifiers where they have values.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
@@ -131,7 +132,7 @@ class OW_COMMON_API CIMInstance : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMInstance& x, const CIMInstance& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

@@ -63,12 +63,12 @@ class OW_COMMON_API CIMMethod : public CIMElement {
                     WBEMFlags::EIncludeClassOriginFlag includeClassOrigin = WBEMFlags::E_INCLUDE_CLASS_ORIGIN) const;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMMethod>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMMethod>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
-    /// As toMOF().
+    /// CIMMethod NAME = and the name
     String toString() const override;
-    /// The declaration: qualifiers, return type, name and parameters.
+    /// The declaration in one line: qualifiers, return type, name and parameters.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
@@ -77,7 +77,7 @@ class OW_COMMON_API CIMMethod : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMMethod& x, const CIMMethod& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

@@ -40,27 +40,20 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 
     friend OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
     friend OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
+    friend bool operator!=(const CIMName& x, const CIMName& y) { return !(x == y); }
+    friend bool operator>(const CIMName& x, const CIMName& y) { return y < x; }
+    friend bool operator<=(const CIMName& x, const CIMName& y) { return !(y < x); }
+    friend bool operator>=(const CIMName& x, const CIMName& y) { return !(x < y); }
 
   private:
-    String m_name;
-    UInt32 m_hash; // of the name in lower-case letters; 0 for a name that is not ASCII
+    String name_;
+    UInt32 hash_; // of the name in lower-case letters; 0 for a name that is not ASCII
 };
 
-/// Comparisons ignore the case of letters, those outside ASCII included.
+/// Comparisons ignore the case of letters, those outside ASCII included. Different names sort as they are spelled, see
+/// UTF8Utils::compareToIgnoreCase().
 OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
 OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
-inline bool operator!=(const CIMName& x, const CIMName& y) {
-    return !(x == y);
-}
-inline bool operator>(const CIMName& x, const CIMName& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMName& x, const CIMName& y) {
-    return !(y < x);
-}
-inline bool operator>=(const CIMName& x, const CIMName& y) {
-    return !(x < y);
-}
 
 /// Prints the spelling.
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMName& name);

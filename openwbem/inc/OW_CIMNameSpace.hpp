@@ -10,7 +10,7 @@
 
 namespace OpenWBEM {
 
-/// A namespace and the object manager it is in. A new one is empty and local.
+/// A namespace and the object manager it is in. A new one is empty, in the local manager.
 class OW_COMMON_API CIMNameSpace : public CIMBase {
     struct Data;
     typedef SafeBool<CIMNameSpace>::type safe_bool;
@@ -30,7 +30,6 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
     String getHost() const;
     String getProtocol() const;
     String getFileName() const;
-    /// The port, 0 if none was given.
     Int32 getPortNumber() const;
     CIMUrl getHostUrl() const;
     bool isLocal() const;
@@ -42,23 +41,23 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
     CIMNameSpace& setHostUrl(const CIMUrl& url);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMNameSpace>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMNameSpace>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// The namespace alone.
     String toString() const override;
+    /// A constant: MOF has no namespaces with a place.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
+    friend OW_COMMON_API bool operator==(const CIMNameSpace& x, const CIMNameSpace& y);
+    friend bool operator!=(const CIMNameSpace& x, const CIMNameSpace& y) { return !(x == y); }
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Same namespace, in any case of letters, and same object manager. Null equals null only.
 OW_COMMON_API bool operator==(const CIMNameSpace& x, const CIMNameSpace& y);
-inline bool operator!=(const CIMNameSpace& x, const CIMNameSpace& y) {
-    return !(x == y);
-}
 
 } // namespace OpenWBEM

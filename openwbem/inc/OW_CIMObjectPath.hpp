@@ -44,7 +44,8 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     /// Sets the value of the key, cast to the type it has, or appends a key of the value's type. Null clears a key that
     /// is there and throws as any null object for a new one.
     CIMObjectPath& setKeyValue(const CIMName& name, const CIMValue& value);
-    /// Appends a key, even a second one of that name; a null value is ignored. Use setKeyValue().
+    /// Appends a key, even a second one of that name, without its qualifiers; a null value is ignored. Use
+    /// setKeyValue().
     OW_DEPRECATED CIMObjectPath& addKey(const CIMName& name, const CIMValue& value);
     OW_DEPRECATED CIMObjectPath& addKey(const CIMProperty& key);
 
@@ -73,15 +74,16 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     /// Class.Key1="value",Key2="value": all values quoted and escaped, a null one as "null".
     String modelPath() const;
 
-    /// Takes [protocol://host[:port]/][namespace:]Class.Key=value,... apart; values may be quoted and are always of
-    /// type string, a missing namespace is "root", an empty text a null path. Throws CIMException: INVALID_PARAMETER
-    /// without
-    /// '.' or keys behind it, or for bad quoting; NOT_FOUND for a key without '='.
+    /// Takes [protocol://host[:port]/][namespace:]Class.Key=value,... apart. Values may be quoted and are always of
+    /// type string; a missing namespace is "root", an empty text a null path. The first ':' ends the namespace, even
+    /// within quotes. A key whose value's quote is never closed is dropped, and so is a single character behind the
+    /// last comma. Throws CIMException: INVALID_PARAMETER without '.' or keys behind it, without '/' behind the host
+    /// and for a port that is no number; NOT_FOUND for a key without '='.
     static CIMObjectPath parse(const String& text);
 
     /// Puts a backslash before '\' and '"' and writes a newline as \n.
     static String escape(const String& text);
-    /// Undoes escape().
+    /// Drops each backslash and keeps the character behind it: a newline escaped as \n becomes the letter n.
     static String unEscape(const String& text);
 
     /// Fits an instance path to the class, and leaves a class path alone. Keys that are no property of the class go;
@@ -90,10 +92,10 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     CIMObjectPath& syncWithClass(const CIMClass& cimClass);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMObjectPath>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMObjectPath>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
-    /// /namespace:modelPath, and for another host http://host[:port]/namespace:modelPath
+    /// /namespace:modelPath, and for another host http://host[:port]/namespace:modelPath, without port 5988
     String toString() const override;
     /// toString() escaped.
     String toMOF() const override;
@@ -101,19 +103,15 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     void writeObject(std::ostream& ostrm) const override;
 
     friend OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
+    friend bool operator==(const CIMObjectPath& x, const CIMObjectPath& y) { return x.equals(y); }
+    friend bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) { return !x.equals(y); }
 
   private:
     void setFullNameSpace(const CIMNameSpace& ns);
 
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
-inline bool operator==(const CIMObjectPath& x, const CIMObjectPath& y) {
-    return x.equals(y);
-}
-inline bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) {
-    return !x.equals(y);
-}
 /// Orders by namespace, class and keys in their order; null sorts first.
 OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
 

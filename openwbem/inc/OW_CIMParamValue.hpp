@@ -32,8 +32,8 @@ class OW_COMMON_API CIMParamValue : public CIMBase {
     CIMParamValue& setValue(const CIMValue& value);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMParamValue>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMParamValue>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// CIMParamValue(name): value
     String toString() const override;
@@ -45,7 +45,7 @@ class OW_COMMON_API CIMParamValue : public CIMBase {
     friend OW_COMMON_API bool operator<(const CIMParamValue& x, const CIMParamValue& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by name, then value; null sorts first.

@@ -39,10 +39,10 @@ class OW_COMMON_API CIMParameter : public CIMElement {
     void setName(const CIMName& name) override;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMParameter>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMParameter>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
-    /// As toMOF().
+    /// CIMParameter(name)
     String toString() const override;
     /// The declaration: qualifiers, type and name.
     String toMOF() const override;
@@ -52,7 +52,7 @@ class OW_COMMON_API CIMParameter : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMParameter& x, const CIMParameter& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

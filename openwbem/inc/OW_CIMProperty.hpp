@@ -94,8 +94,8 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     void setName(const CIMName& name) override;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMProperty>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMProperty>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// type:Name=value, or =null
     String toString() const override;
@@ -108,7 +108,7 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMProperty& x, const CIMProperty& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

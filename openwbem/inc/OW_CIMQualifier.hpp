@@ -125,12 +125,12 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
     void setName(const CIMName& name) override;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMQualifier>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMQualifier>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
-    /// CIMQualifier(Name)
+    /// CIMQualifier(Name), with a language CIMQualifier(Name_language)
     String toString() const override;
-    /// Name(value), Name{value, value}, or the name alone if there is no value.
+    /// Name(value), Name({value,value}), or the name alone if there is no value; the name as in toString().
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
@@ -139,7 +139,9 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMQualifier& x, const CIMQualifier& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    String nameWithLanguage() const;
+
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

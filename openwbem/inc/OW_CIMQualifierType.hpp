@@ -42,7 +42,7 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
 
     /// Adds a scope that is not there yet. ANY replaces all others.
     CIMQualifierType& addScope(const CIMScope& scope);
-    /// The scopes. The reference lives as long as this object is not changed.
+    /// The scopes by their numbers. The reference lives as long as this object is not changed.
     const CIMScopeArray& getScope() const;
     /// True if the scope was added, or ANY was.
     bool hasScope(const CIMScope& scope) const;
@@ -57,8 +57,8 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
     void setName(const CIMName& name) override;
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMQualifierType>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMQualifierType>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
     /// As toMOF().
     String toString() const override;
@@ -70,7 +70,7 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
     friend OW_COMMON_API bool operator<(const CIMQualifierType& x, const CIMQualifierType& y);
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
 /// Orders by everything an object holds; null sorts first.

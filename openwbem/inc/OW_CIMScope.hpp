@@ -38,27 +38,20 @@ class OW_COMMON_API CIMScope : public CIMBase {
 
     /// Null is BAD.
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMScope>::of(m_scope != BAD); }
-    bool operator!() const { return m_scope == BAD; }
+    operator safe_bool() const { return SafeBool<CIMScope>::of(scope_ != BAD); }
+    bool operator!() const { return scope_ == BAD; }
 
     /// The name of the scope in lower-case letters, as toMOF().
     String toString() const override;
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
+    friend bool operator==(const CIMScope& x, const CIMScope& y) { return x.equals(y); }
+    friend bool operator!=(const CIMScope& x, const CIMScope& y) { return !x.equals(y); }
+    friend bool operator<(const CIMScope& x, const CIMScope& y) { return x.getScope() < y.getScope(); }
 
   private:
-    Scope m_scope;
+    Scope scope_;
 };
-
-inline bool operator==(const CIMScope& x, const CIMScope& y) {
-    return x.equals(y);
-}
-inline bool operator!=(const CIMScope& x, const CIMScope& y) {
-    return !x.equals(y);
-}
-inline bool operator<(const CIMScope& x, const CIMScope& y) {
-    return x.getScope() < y.getScope();
-}
 
 } // namespace OpenWBEM

@@ -2,14 +2,14 @@
 #include "OW_config.h"
 
 #include "OW_CIMBase.hpp"
-#include "OW_CIMFwd.hpp"
 #include "OW_CIMNULL.hpp"
 #include "OW_COWIntrusiveReference.hpp"
-#include "OW_String.hpp"
+#include "OW_CommonFwd.hpp"
+#include "OW_Types.hpp"
 
 namespace OpenWBEM {
 
-/// Where a CIM object manager is: protocol, host, port and file. A new one is the local host, 127.0.0.1.
+/// Where a CIM object manager is: protocol, host, port and file. A new one is http://127.0.0.1:5988/cimom.
 class OW_COMMON_API CIMUrl : public CIMBase {
     struct Data;
     typedef SafeBool<CIMUrl>::type safe_bool;
@@ -17,48 +17,55 @@ class OW_COMMON_API CIMUrl : public CIMBase {
   public:
     CIMUrl();
     explicit CIMUrl(CIMNULL_t);
-    /// Takes [protocol://]host[:port][/file] apart; an IPv6 address is written in brackets. Throws CIMException
-    /// INVALID_PARAMETER if the port is not a number from 1 to 65535.
-    explicit CIMUrl(const String& url);
-    explicit CIMUrl(const char* url);
+    /// Takes [protocol://][user:password@]host[:port][/file[#reference]] apart; user and password are dropped. What is
+    /// missing is as in a new one, and so is the port for what is no number above 0. An empty text has no parts at all.
+    explicit CIMUrl(const String& spec);
+    /// The file is taken as it is and has no reference.
+    CIMUrl(const String& protocol, const String& host, const String& file, Int32 port = 0);
+    /// As CIMUrl(spec), with host, port and file of the context if that has the same protocol.
+    CIMUrl(const CIMUrl& context, const String& spec);
     CIMUrl(const CIMUrl& other);
     ~CIMUrl() override;
     CIMUrl& operator=(const CIMUrl& other);
 
     String getProtocol() const;
     String getHost() const;
-    /// The port, 0 if none was given.
-    Int32 getPortNumber() const;
-    String getFileName() const;
-    /// True if the host is this computer: no name, localhost, 127.0.0.1 or ::1.
+    Int32 getPort() const;
+    String getFile() const;
+    /// What follows '#' in the file.
+    String getRef() const;
+    /// As toString().
+    String getSpec() const;
+    /// True if the host is this computer: 127.0.0.1 or none. "localhost" is stored as 127.0.0.1.
     bool isLocal() const;
 
     CIMUrl& setProtocol(const String& protocol);
     CIMUrl& setHost(const String& host);
-    /// 0 means none.
-    CIMUrl& setPortNumber(Int32 port);
-    CIMUrl& setFileName(const String& file);
 
+    /// True if both have the same protocol, host, port and file.
+    bool sameFile(const CIMUrl& other) const;
+    /// The same and the same reference. Null equals null only.
     bool equals(const CIMUrl& other) const;
+    bool operator==(const CIMUrl& other) const { return equals(other); }
+    bool operator!=(const CIMUrl& other) const { return !equals(other); }
+    friend OW_COMMON_API bool operator<(const CIMUrl& x, const CIMUrl& y);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMUrl>::of(!!m_pdata); }
-    bool operator!() const { return !m_pdata; }
+    operator safe_bool() const { return SafeBool<CIMUrl>::of(!!data_); }
+    bool operator!() const { return !data_; }
 
-    /// protocol://host[:port][/file]
+    /// protocol://host:port/file[#reference]
     String toString() const override;
+    /// A constant: MOF has no URLs.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
   private:
-    COWIntrusiveReference<Data> m_pdata;
+    COWIntrusiveReference<Data> data_;
 };
 
-/// Hosts and protocols compare in any case of letters. Null equals null only.
-OW_COMMON_API bool operator==(const CIMUrl& x, const CIMUrl& y);
-inline bool operator!=(const CIMUrl& x, const CIMUrl& y) {
-    return !(x == y);
-}
+/// By text; null sorts first.
+OW_COMMON_API bool operator<(const CIMUrl& x, const CIMUrl& y);
 
 } // namespace OpenWBEM

@@ -159,8 +159,8 @@ class OW_COMMON_API CIMValue : public CIMBase {
     static CIMValue createSimpleValue(const String& cimtype, const String& value);
 
     void setNull() override;
-    operator safe_bool() const { return SafeBool<CIMValue>::of(!!m_impl); }
-    bool operator!() const { return !m_impl; }
+    operator safe_bool() const { return SafeBool<CIMValue>::of(!!impl_); }
+    bool operator!() const { return !impl_; }
 
     /// The value as text, unquoted; the elements of an array joined with ','; "(null)" for a null value.
     String toString() const override;
@@ -174,6 +174,11 @@ class OW_COMMON_API CIMValue : public CIMBase {
 
     friend class CIMValueAccess;
     friend OW_COMMON_API bool operator<(const CIMValue& x, const CIMValue& y);
+    friend bool operator==(const CIMValue& x, const CIMValue& y) { return x.equal(y); }
+    friend bool operator!=(const CIMValue& x, const CIMValue& y) { return !x.equal(y); }
+    friend bool operator>(const CIMValue& x, const CIMValue& y) { return y < x; }
+    friend bool operator<=(const CIMValue& x, const CIMValue& y) { return x < y || x.equal(y); }
+    friend bool operator>=(const CIMValue& x, const CIMValue& y) { return y <= x; }
 
   private:
     // A pointer of another type is not a boolean.
@@ -182,25 +187,10 @@ class OW_COMMON_API CIMValue : public CIMBase {
     explicit CIMValue(const volatile void*);
     explicit CIMValue(volatile void*);
 
-    COWIntrusiveReference<CIMValueImpl> m_impl;
+    COWIntrusiveReference<CIMValueImpl> impl_;
 };
 
 /// equal(), and the order of values of one type; values of different types are not ordered. Null sorts first.
-inline bool operator==(const CIMValue& x, const CIMValue& y) {
-    return x.equal(y);
-}
 OW_COMMON_API bool operator<(const CIMValue& x, const CIMValue& y);
-inline bool operator!=(const CIMValue& x, const CIMValue& y) {
-    return !x.equal(y);
-}
-inline bool operator>(const CIMValue& x, const CIMValue& y) {
-    return y < x;
-}
-inline bool operator<=(const CIMValue& x, const CIMValue& y) {
-    return x < y || x.equal(y);
-}
-inline bool operator>=(const CIMValue& x, const CIMValue& y) {
-    return y <= x;
-}
 
 } // namespace OpenWBEM

@@ -8,36 +8,45 @@
 namespace OpenWBEM {
 
 /// Carries the number of references. A new object, also one made by copying, has none; assignment leaves the number
-/// alone. A class derived from it offers `D* clone() const` to COWIntrusiveReference.
+/// alone. A class D derived from it offers `D* clone()`, const or not, to COWIntrusiveReference.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API COWIntrusiveCountableBase {
   protected:
-    COWIntrusiveCountableBase() {}
-    COWIntrusiveCountableBase(const COWIntrusiveCountableBase&) {}
+    COWIntrusiveCountableBase() : count_(0) {}
+    COWIntrusiveCountableBase(const COWIntrusiveCountableBase&) : count_(0) {}
     COWIntrusiveCountableBase& operator=(const COWIntrusiveCountableBase&) { return *this; }
     virtual ~COWIntrusiveCountableBase();
 
+    /// A copy of the counter.
+    RefCount getRefCount() const { return count_; }
+
   private:
-    mutable RefCount m_usecount;
-    friend void COWIntrusiveReferenceAddRef(const COWIntrusiveCountableBase* p);
-    friend void COWIntrusiveReferenceRelease(const COWIntrusiveCountableBase* p);
-    friend bool COWIntrusiveReferenceUnique(const COWIntrusiveCountableBase* p);
+    RefCount count_;
+    friend void COWIntrusiveReferenceAddRef(COWIntrusiveCountableBase* p);
+    friend void COWIntrusiveReferenceRelease(COWIntrusiveCountableBase* p);
+    friend bool COWIntrusiveReferenceUnique(COWIntrusiveCountableBase* p);
 };
 
 /// Adds a reference to the object; p is not null.
-inline void COWIntrusiveReferenceAddRef(const COWIntrusiveCountableBase* p) {
-    p->m_usecount.inc();
+inline void COWIntrusiveReferenceAddRef(COWIntrusiveCountableBase* p) {
+    p->count_.inc();
 }
 
 /// Takes a reference away from the object and deletes it with the last one; p is not null.
-inline void COWIntrusiveReferenceRelease(const COWIntrusiveCountableBase* p) {
-    if (p->m_usecount.decAndTest()) {
+inline void COWIntrusiveReferenceRelease(COWIntrusiveCountableBase* p) {
+    if (p->count_.decAndTest()) {
         delete p;
     }
 }
 
 /// True when the caller's reference is the only one; p is not null.
-inline bool COWIntrusiveReferenceUnique(const COWIntrusiveCountableBase* p) {
-    return p->m_usecount.get() == 1;
+inline bool COWIntrusiveReferenceUnique(COWIntrusiveCountableBase* p) {
+    return p->count_.get() == 1;
+}
+
+/// Makes the copy for a writer that shares obj; overload it for a class without clone(). The caller owns the result.
+template <class T>
+inline T* COWIntrusiveReferenceClone(T* obj) {
+    return obj->clone();
 }
 
 } // namespace OpenWBEM

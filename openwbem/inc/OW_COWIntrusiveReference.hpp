@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_config.h"
 
 namespace OpenWBEM {
@@ -13,48 +12,44 @@ namespace COWIntrusiveReferenceDetail {
 [[noreturn]] OW_VISIBILITY_DEFAULT void throwNull();
 } // namespace COWIntrusiveReferenceDetail
 
-/// Makes the copy for a writer that shares obj; overload it for a class without clone(). The caller owns the result.
-template <class T>
-inline T* COWIntrusiveReferenceClone(const T* obj) {
-    return obj->clone();
-}
-
-/// Shares a T that derives from COWIntrusiveCountableBase. Reading goes through the const operators; the non-const
+/// Shares a T. Works with every T for which COWIntrusiveReferenceAddRef(T*), ...Release(T*), ...Unique(T*) and
+/// ...Clone(T*) are found by argument-dependent lookup, first of all with what derives from COWIntrusiveCountableBase.
+/// Reading goes through the const operators; the non-const
 /// ones first give this reference an object of its own if others share it. Dereferencing a null reference throws.
 /// Different references to one object may be used by different threads at once; one reference may not.
 template <class T>
 class COWIntrusiveReference {
   private:
-    T* m_pObj;
+    T* object_;
 
   public:
     typedef T element_type;
-    typedef T* COWIntrusiveReference::*safe_bool;
+    typedef T* COWIntrusiveReference::*unspecified_bool_type;
 
     /// A null reference.
-    COWIntrusiveReference() : m_pObj(nullptr) {}
+    COWIntrusiveReference() : object_(nullptr) {}
     /// Refers to p, which may be null. With addRef false it takes over a count that p already carries.
-    explicit COWIntrusiveReference(T* p, bool addRef = true) : m_pObj(p) {
-        if (m_pObj && addRef) {
-            COWIntrusiveReferenceAddRef(m_pObj);
+    COWIntrusiveReference(T* p, bool addRef = true) : object_(p) {
+        if (object_ && addRef) {
+            COWIntrusiveReferenceAddRef(object_);
         }
     }
-    COWIntrusiveReference(const COWIntrusiveReference& arg) : m_pObj(arg.m_pObj) {
-        if (m_pObj) {
-            COWIntrusiveReferenceAddRef(m_pObj);
+    COWIntrusiveReference(const COWIntrusiveReference& arg) : object_(arg.object_) {
+        if (object_) {
+            COWIntrusiveReferenceAddRef(object_);
         }
     }
     /// Takes the reference over; arg is null afterwards.
-    COWIntrusiveReference(COWIntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = nullptr; }
+    COWIntrusiveReference(COWIntrusiveReference&& arg) noexcept : object_(arg.object_) { arg.object_ = nullptr; }
     template <class U>
-    COWIntrusiveReference(const COWIntrusiveReference<U>& arg) : m_pObj(arg.m_pObj) {
-        if (m_pObj) {
-            COWIntrusiveReferenceAddRef(m_pObj);
+    COWIntrusiveReference(const COWIntrusiveReference<U>& arg) : object_(arg.object_) {
+        if (object_) {
+            COWIntrusiveReferenceAddRef(object_);
         }
     }
     ~COWIntrusiveReference() {
-        if (m_pObj) {
-            COWIntrusiveReferenceRelease(m_pObj);
+        if (object_) {
+            COWIntrusiveReferenceRelease(object_);
         }
     }
     /// Copies or takes over what it is given.
@@ -73,40 +68,33 @@ class COWIntrusiveReference {
     /// For reading: the object, possibly shared.
     const T* operator->() const { return checked(); }
     const T& operator*() const { return *checked(); }
-    /// The object without un-sharing, null for a null reference. Do not write through it.
-    T* getPtr() const { return m_pObj; }
+    /// The object without un-sharing, null for a null reference.
+    const T* getPtr() const { return object_; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &COWIntrusiveReference::m_pObj : nullptr; }
-    bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
+    operator unspecified_bool_type() const { return object_ ? &COWIntrusiveReference::object_ : nullptr; }
+    bool operator!() const { return !object_; }
 
     void swap(COWIntrusiveReference& arg) {
-        T* p = m_pObj;
-        m_pObj = arg.m_pObj;
-        arg.m_pObj = p;
-    }
-
-    /// A reference to the same object as a U; null when it is none.
-    template <class U>
-    COWIntrusiveReference<U> cast_to() const {
-        return COWIntrusiveReference<U>(dynamic_cast<U*>(m_pObj));
+        T* p = object_;
+        object_ = arg.object_;
+        arg.object_ = p;
     }
 
   private:
     T* checked() const {
-        if (!m_pObj) {
+        if (!object_) {
             COWIntrusiveReferenceDetail::throwNull();
         }
-        return m_pObj;
+        return object_;
     }
     T* writable() {
         T* shared = checked();
         if (!COWIntrusiveReferenceUnique(shared)) {
             // The old object is let go only after the copy exists: an exception from the copying changes nothing.
-            COWIntrusiveReference(COWIntrusiveReferenceClone(static_cast<const T*>(shared))).swap(*this);
+            COWIntrusiveReference(COWIntrusiveReferenceClone(shared)).swap(*this);
         }
-        return m_pObj;
+        return object_;
     }
 
     template <class U>
@@ -121,6 +109,22 @@ inline bool operator==(const COWIntrusiveReference<T>& a, const COWIntrusiveRefe
 template <class T, class U>
 inline bool operator!=(const COWIntrusiveReference<T>& a, const COWIntrusiveReference<U>& b) {
     return a.getPtr() != b.getPtr();
+}
+template <class T>
+inline bool operator==(const COWIntrusiveReference<T>& a, const T* b) {
+    return a.getPtr() == b;
+}
+template <class T>
+inline bool operator!=(const COWIntrusiveReference<T>& a, const T* b) {
+    return a.getPtr() != b;
+}
+template <class T>
+inline bool operator==(const T* a, const COWIntrusiveReference<T>& b) {
+    return a == b.getPtr();
+}
+template <class T>
+inline bool operator!=(const T* a, const COWIntrusiveReference<T>& b) {
+    return a != b.getPtr();
 }
 /// Orders by address, for use as a key.
 template <class T, class U>

@@ -10,6 +10,13 @@
 
 namespace OpenWBEM {
 
+OW_DECLARE_APIEXCEPTION(NULLCOWReference, OW_COMMON_API)
+
+namespace COWReferenceDetail {
+/// Throws NULLCOWReferenceException with the message "NULL COWReference dereferenced".
+[[noreturn]] OW_VISIBILITY_DEFAULT void throwNull();
+} // namespace COWReferenceDetail
+
 /// Makes the copy for a writer that shares obj; overloads serve the standard containers. The caller owns the result.
 template <class T>
 inline T* COWReferenceClone(T* obj) {
@@ -29,42 +36,24 @@ inline std::map<K, V, C, A>* COWReferenceClone(std::map<K, V, C, A>* obj) {
 }
 
 /// Shares a T. Reading goes through the const operators; the non-const ones first give this reference an object of its
-/// own if others share it. Dereferencing a null reference throws NULLReferenceException.
+/// own if others share it. Dereferencing a null reference throws NULLCOWReferenceException.
 template <class T>
 class COWReference {
   private:
-    T* m_pObj;
-    RefCount* m_pCount; // null exactly when m_pObj is
+    Reference<T> object_;
 
   public:
     typedef T element_type;
-    typedef T* COWReference::*safe_bool;
+    typedef Reference<T> COWReference::*safe_bool;
 
     /// A null reference.
-    COWReference() : m_pObj(nullptr), m_pCount(nullptr) {}
+    COWReference() {}
     /// Takes ownership of ptr, which may be null.
-    explicit COWReference(T* ptr) : m_pObj(ptr), m_pCount(ReferenceDetail::newCount(ptr)) {}
-    COWReference(const COWReference& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) { addRef(); }
-    COWReference(COWReference&& arg) noexcept : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        arg.m_pObj = nullptr;
-        arg.m_pCount = nullptr;
-    }
+    explicit COWReference(T* ptr) : object_(ptr) {}
     template <class U>
-    COWReference(const COWReference<U>& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        addRef();
-    }
-    ~COWReference() { ReferenceDetail::release(m_pObj, m_pCount); }
-    COWReference& operator=(const COWReference& arg) {
-        COWReference copy(arg);
-        swap(copy);
-        return *this;
-    }
-    COWReference& operator=(COWReference&& arg) noexcept {
-        COWReference(static_cast<COWReference&&>(arg)).swap(*this);
-        return *this;
-    }
+    COWReference(const COWReference<U>& arg) : object_(arg.object_) {}
     COWReference& operator=(T* newObj) {
-        COWReference(newObj).swap(*this);
+        object_ = newObj;
         return *this;
     }
 
@@ -74,53 +63,37 @@ class COWReference {
     /// For reading: the object, possibly shared.
     const T* operator->() const { return checked(); }
     const T& operator*() const { return *checked(); }
-    /// The object without un-sharing, null for a null reference. Do not write through it.
-    T* getPtr() const { return m_pObj; }
+    /// The object without un-sharing, null for a null reference.
+    const T* getPtr() const { return object_.getPtr(); }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &COWReference::m_pObj : nullptr; }
-    bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
+    operator safe_bool() const { return object_ ? &COWReference::object_ : nullptr; }
+    bool operator!() const { return !object_; }
+    bool isNull() const OW_DEPRECATED { return !object_; }
 
-    void swap(COWReference& arg) {
-        T* obj = m_pObj;
-        RefCount* count = m_pCount;
-        m_pObj = arg.m_pObj;
-        m_pCount = arg.m_pCount;
-        arg.m_pObj = obj;
-        arg.m_pCount = count;
-    }
+    void swap(COWReference& arg) { object_.swap(arg.object_); }
 
     /// A reference to the same object as a U; null when it is none.
     template <class U>
     COWReference<U> cast_to() const {
         COWReference<U> result;
-        result.m_pObj = dynamic_cast<U*>(m_pObj);
-        if (result.m_pObj) {
-            result.m_pCount = m_pCount;
-            result.addRef();
-        }
+        result.object_ = object_.template cast_to<U>();
         return result;
     }
 
   private:
-    void addRef() {
-        if (m_pCount) {
-            m_pCount->inc();
-        }
-    }
     T* checked() const {
-        if (!m_pObj) {
-            ReferenceDetail::throwNull();
+        if (!object_) {
+            COWReferenceDetail::throwNull();
         }
-        return m_pObj;
+        return object_.getPtr();
     }
     T* writable() {
-        checked();
-        if (m_pCount->get() > 1) {
-            COWReference(COWReferenceClone(m_pObj)).swap(*this);
+        T* const object = checked();
+        if (object_.isShared()) {
+            object_ = COWReferenceClone(object);
         }
-        return m_pObj;
+        return object_.getPtr();
     }
 
     template <class U>

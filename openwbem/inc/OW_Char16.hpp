@@ -2,60 +2,89 @@
 
 #pragma once
 
+#include "OW_ArrayFwd.hpp"
+#include "OW_Bool.hpp"
 #include "OW_CommonFwd.hpp"
+#include "OW_SafeBool.hpp"
 #include "OW_Types.hpp"
 #include "OW_config.h"
 #include <iosfwd>
 
 namespace OpenWBEM {
 
-/// Converts to UInt16 and is therefore compared, calculated with and tested like one. Wider numbers lose their upper
-/// bits.
+/// Converts to UInt16, and is true in a condition unless it is 0. Wider numbers lose their upper bits.
 class OW_COMMON_API Char16 {
+    typedef SafeBool<Char16>::type safe_bool;
+
   public:
-    Char16() : m_value(0) {}
-    Char16(UInt16 x) : m_value(x) {}
-    explicit Char16(char x) : m_value(static_cast<unsigned char>(x)) {}
-    explicit Char16(UInt8 x) : m_value(x) {}
-    explicit Char16(Int8 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(Int16 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(UInt32 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(Int32 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(UInt64 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(Int64 x) : m_value(static_cast<UInt16>(x)) {}
-    explicit Char16(Real32 x) : m_value(fromReal(static_cast<Real64>(x))) {}
-    explicit Char16(Real64 x) : m_value(fromReal(x)) {}
-    explicit Char16(const Bool& x);
+    Char16() : value_(0) {}
+    Char16(UInt16 x) : value_(x) {}
+    /// A byte from 0x80 on is taken as negative: '\xE9' becomes 0xFFE9.
+    explicit Char16(char x) : value_(static_cast<UInt16>(static_cast<signed char>(x))) {}
+    explicit Char16(UInt8 x) : value_(x) {}
+    explicit Char16(Int8 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(Int16 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(UInt32 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(Int32 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(UInt64 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(Int64 x) : value_(static_cast<UInt16>(x)) {}
+    explicit Char16(Real32 x) : value_(fromReal(static_cast<Real64>(x))) {}
+    explicit Char16(Real64 x) : value_(fromReal(x)) {}
+    explicit Char16(const Bool& x) : value_(x ? 1 : 0) {}
     /// The first code point of UTF-8 text; 0 for empty text, 0xFFFF for one that does not fit or is malformed.
     explicit Char16(const String& x);
 
-    UInt16 getValue() const { return m_value; }
-    operator UInt16() const { return m_value; }
+    UInt16 getValue() const { return value_; }
+    operator UInt16() const { return value_; }
+    operator safe_bool() const { return SafeBool<Char16>::of(value_ != 0); }
+    bool operator!() const { return value_ == 0; }
 
-    Char16& operator+=(UInt16 x) { return *this = static_cast<UInt16>(m_value + x); }
-    Char16& operator-=(UInt16 x) { return *this = static_cast<UInt16>(m_value - x); }
-    Char16& operator*=(UInt16 x) { return *this = static_cast<UInt16>(static_cast<UInt32>(m_value) * x); }
+    bool operator==(const Char16& x) const { return value_ == x.value_; }
+    bool operator!=(const Char16& x) const { return value_ != x.value_; }
+    bool operator<(const Char16& x) const { return value_ < x.value_; }
+    bool operator<=(const Char16& x) const { return value_ <= x.value_; }
+    bool operator>(const Char16& x) const { return value_ > x.value_; }
+    bool operator>=(const Char16& x) const { return value_ >= x.value_; }
+
+    Char16& operator+=(const Char16& x) { return *this = static_cast<UInt16>(value_ + x.value_); }
+    Char16& operator-=(const Char16& x) { return *this = static_cast<UInt16>(value_ - x.value_); }
+    Char16& operator*=(const Char16& x) {
+        return *this = static_cast<UInt16>(static_cast<UInt32>(value_) * static_cast<UInt32>(x.value_));
+    }
     /// x is not 0.
-    Char16& operator/=(UInt16 x) { return *this = static_cast<UInt16>(m_value / x); }
-    Char16& operator%=(UInt16 x) { return *this = static_cast<UInt16>(m_value % x); }
-    Char16& operator&=(UInt16 x) { return *this = static_cast<UInt16>(m_value & x); }
-    Char16& operator|=(UInt16 x) { return *this = static_cast<UInt16>(m_value | x); }
-    Char16& operator^=(UInt16 x) { return *this = static_cast<UInt16>(m_value ^ x); }
-    Char16& operator++() { return *this += 1; }
-    Char16& operator--() { return *this -= 1; }
+    Char16& operator/=(const Char16& x) { return *this = static_cast<UInt16>(value_ / x.value_); }
 
     /// The code unit in UTF-8.
     String toString() const;
     String toUTF8() const OW_DEPRECATED;
 
+    /// Two bytes, the upper one first. readObject() throws an Exception at the end of the stream.
+    void writeObject(std::ostream& ostrm) const;
+    void readObject(std::istream& istrm);
+    friend Char16 operator+(const Char16& x, const Char16& y) { return Char16(x) += y; }
+    friend Char16 operator-(const Char16& x, const Char16& y) { return Char16(x) -= y; }
+    friend Char16 operator*(const Char16& x, const Char16& y) { return Char16(x) *= y; }
+    /// y is not 0.
+    friend Char16 operator/(const Char16& x, const Char16& y) { return Char16(x) /= y; }
+    friend bool operator==(const Char16& x, int y) { return x.getValue() == y; }
+    friend bool operator!=(const Char16& x, int y) { return x.getValue() != y; }
+    friend bool operator==(int x, const Char16& y) { return x == y.getValue(); }
+    friend bool operator!=(int x, const Char16& y) { return x != y.getValue(); }
+    friend bool operator==(char x, const Char16& y) { return Char16(x) == y; }
+    friend bool operator!=(char x, const Char16& y) { return Char16(x) != y; }
+    friend bool operator<(char x, const Char16& y) { return Char16(x) < y; }
+    friend bool operator<=(char x, const Char16& y) { return Char16(x) <= y; }
+    friend bool operator>(char x, const Char16& y) { return Char16(x) > y; }
+    friend bool operator>=(char x, const Char16& y) { return Char16(x) >= y; }
+
   private:
     // The conversion of a real that does not fit into the type is undefined, so such a one becomes 0.
     static UInt16 fromReal(Real64 x) { return x > -1.0 && x < 65536.0 ? static_cast<UInt16>(x) : UInt16(0); }
 
-    UInt16 m_value;
+    UInt16 value_;
 };
 
-/// Prints an ASCII character as it is, all else in the form \x00E9.
+/// Prints an ASCII character as it is, all else, and 0, in the form \x00E9.
 std::ostream& operator<<(std::ostream& ostrm, const Char16& arg);
 
 } // namespace OpenWBEM

@@ -18,7 +18,11 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationExportProviderIFC : p
     virtual StringArray getHandlerClassNames() = 0;
     /// Delivers the indication to the handler.
     virtual void exportIndication(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                  const CIMInstance& indicationHandler, const CIMInstance& indication) = 0;
+                                  const CIMInstance& indHandlerInst, const CIMInstance& indicationInst) = 0;
+    /// Called at shutdown while a delivery is under way: the first asks it to end, the second is the last call before
+    /// its thread is ended by force. By default they do nothing.
+    virtual void doCooperativeCancel();
+    virtual void doDefinitiveCancel();
     /// This object.
     CppIndicationExportProviderIFC* getIndicationExportProvider() override;
 };

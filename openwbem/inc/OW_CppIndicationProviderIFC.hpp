@@ -9,25 +9,31 @@
 
 namespace OpenWBEM {
 
-/// Is told which indications are subscribed to. filter is the text of the query, eventType the indication class.
+class WQLSelectStatement;
+
+/// Is told which indications are subscribed to. filter is the parsed query, eventType the indication class, classes
+/// those that the query is about. By default the functions do nothing.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppIndicationProviderIFC() override;
     /// Reports the indication classes.
     virtual void getIndicationProviderInfo(IndicationProviderInfo& info);
     /// Called for each new subscription; firstActivation tells whether it is the first that matches the provider.
-    virtual void activateFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
-                                const String& nameSpace, const StringArray& classes, bool firstActivation) = 0;
+    virtual void activateFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
+                                const String& eventType, const String& nameSpace, const StringArray& classes,
+                                bool firstActivation);
+    /// Throws ACCESS_DENIED if owner may not subscribe.
+    virtual void authorizeFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
+                                 const String& eventType, const String& nameSpace, const StringArray& classes,
+                                 const String& owner);
     /// Called for each subscription that ends; lastActivation tells whether it was the last one.
-    virtual void deActivateFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
-                                  const String& nameSpace, const StringArray& classes, bool lastActivation) = 0;
-    /// Throws ACCESS_DENIED if owner may not subscribe. By default everyone may.
-    virtual void authorizeFilter(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
-                                 const String& nameSpace, const StringArray& classes, const String& owner);
+    virtual void deActivateFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
+                                  const String& eventType, const String& nameSpace, const StringArray& classes,
+                                  bool lastActivation);
     /// Seconds between the object manager's own looks for changes of instances; 0, the default, if the provider sends
     /// all.
-    virtual int mustPoll(const ProviderEnvironmentIFCRef& env, const String& filter, const String& eventType,
-                         const String& nameSpace, const StringArray& classes);
+    virtual int mustPoll(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
+                         const String& eventType, const String& nameSpace, const StringArray& classes);
     /// This object.
     CppIndicationProviderIFC* getIndicationProvider() override;
 };

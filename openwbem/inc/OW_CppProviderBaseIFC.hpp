@@ -35,29 +35,29 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtua
     /// request makes a new one. Does nothing by default.
     virtual void initialize(const ProviderEnvironmentIFCRef& env);
     /// This object as the given interface, null if it is none. The interfaces override their own.
-    virtual CppInstanceProviderIFC* getInstanceProvider();
-    virtual CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider();
-    virtual CppMethodProviderIFC* getMethodProvider();
-    virtual CppAssociatorProviderIFC* getAssociatorProvider();
-    virtual CppIndicationExportProviderIFC* getIndicationExportProvider();
-    virtual CppPolledProviderIFC* getPolledProvider();
-    virtual CppIndicationProviderIFC* getIndicationProvider();
+    virtual CppInstanceProviderIFC* getInstanceProvider() { return nullptr; }
+    virtual CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() { return nullptr; }
+    virtual CppMethodProviderIFC* getMethodProvider() { return nullptr; }
+    virtual CppAssociatorProviderIFC* getAssociatorProvider() { return nullptr; }
+    virtual CppIndicationExportProviderIFC* getIndicationExportProvider() { return nullptr; }
+    virtual CppPolledProviderIFC* getPolledProvider() { return nullptr; }
+    virtual CppIndicationProviderIFC* getIndicationProvider() { return nullptr; }
     /// Whether the object manager may destroy the object when it was not used for a while. True by default.
-    virtual bool canUnload();
+    virtual bool canUnload() { return true; }
 
     /// When the object was last used.
     DateTime getLastAccessTime() const;
     /// Called by the object manager before each call; calls from several threads at once are allowed.
     void updateAccessTime();
     /// Whether the object manager keeps the object as long as it runs; it sets that itself.
-    bool getPersist() const;
-    void setPersist(bool persist = true);
+    bool getPersist() const { return persist_; }
+    void setPersist(bool persist = true) { persist_ = persist; }
 
   private:
     CppProviderBaseIFC& operator=(const CppProviderBaseIFC&);
 
-    std::atomic<time_t> m_lastAccess;
-    std::atomic<bool> m_persist;
+    std::atomic<time_t> lastAccess_;
+    std::atomic<bool> persist_;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppProviderBaseIFC>> CppProviderBaseIFCRef;

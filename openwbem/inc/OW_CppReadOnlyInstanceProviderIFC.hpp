@@ -7,11 +7,10 @@
 
 namespace OpenWBEM {
 
-/// Refuses to create, modify and delete instances with CIMException::NOT_SUPPORTED.
+/// Refuses to create, modify and delete instances with CIMException::FAILED.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppReadOnlyInstanceProviderIFC : public virtual CppInstanceProviderIFC {
-  public:
-    ~CppReadOnlyInstanceProviderIFC() override;
 #ifndef OW_DISABLE_INSTANCE_MANIPULATION
+  private:
     CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
                                  const CIMInstance& cimInstance) override;
     void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modifiedInstance,
@@ -20,7 +19,5 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppReadOnlyInstanceProviderIFC : p
     void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop) override;
 #endif
 };
-
-typedef SharedLibraryReference<IntrusiveReference<CppReadOnlyInstanceProviderIFC>> CppReadOnlyInstanceProviderIFCRef;
 
 } // namespace OpenWBEM

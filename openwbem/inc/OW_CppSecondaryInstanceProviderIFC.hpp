@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "OW_Array.hpp"
 #include "OW_CppProviderBaseIFC.hpp"
 #include "OW_SecondaryInstanceProviderInfo.hpp"
 #include "OW_SharedLibraryReference.hpp"
@@ -15,7 +16,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : 
   public:
     ~CppSecondaryInstanceProviderIFC() override;
     /// Reports the classes.
-    virtual void getSecondaryInstanceProviderInfo(SecondaryInstanceProviderInfo& info);
+    virtual void getSecondaryInstanceProviderInfo(SecondaryInstanceProviderInfo& info) = 0;
     /// Completes the instances in place before they go to the client. By default nothing changes.
     virtual void filterInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
                                  CIMInstanceArray& instances, WBEMFlags::ELocalOnlyFlag localOnly,
@@ -23,19 +24,21 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : 
                                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
                                  const CIMClass& requestedClass, const CIMClass& cimClass);
 #ifndef OW_DISABLE_INSTANCE_MANIPULATION
-    /// Called after an instance was created, modified or deleted. By default nothing happens.
-    virtual void instanceCreated(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                 const CIMInstance& cimInstance);
-    virtual void instanceModified(const ProviderEnvironmentIFCRef& env, const String& ns,
-                                  const CIMInstance& modifiedInstance, const CIMInstance& previousInstance,
-                                  WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* propertyList,
-                                  const CIMClass& theClass);
-    virtual void instanceDeleted(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop);
+    /// Called after an instance was created, modified or deleted. An exception becomes the client's error, although
+    /// nothing is undone. By default nothing happens.
+    virtual void createInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& cimInstance);
+    virtual void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
+                                const CIMInstance& modifiedInstance, const CIMInstance& previousInstance,
+                                WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* propertyList,
+                                const CIMClass& theClass);
+    virtual void deleteInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& cop);
 #endif
     /// This object.
     CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() override;
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppSecondaryInstanceProviderIFC>> CppSecondaryInstanceProviderIFCRef;
+// So spelled in the interface.
+typedef Array<CppSecondaryInstanceProviderIFCRef> CppSeconaryInstanceProviderIFCRefArray;
 
 } // namespace OpenWBEM

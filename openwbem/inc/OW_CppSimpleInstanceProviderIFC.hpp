@@ -2,18 +2,22 @@
 
 #pragma once
 
-#include "OW_CppReadOnlyInstanceProviderIFC.hpp"
+#include "OW_CppInstanceProviderIFC.hpp"
 #include "OW_config.h"
 
 namespace OpenWBEM {
 
-/// Names, instances and single instances all come out of doSimpleEnumInstances(). Changes are refused unless
-/// overridden.
-class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC
-    : public virtual CppReadOnlyInstanceProviderIFC {
+/// Names, instances and single instances all come out of doSimpleEnumInstances(). Derive from
+/// CppReadOnlyInstanceProviderIFC too if nothing can be changed.
+class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC : public virtual CppInstanceProviderIFC {
   public:
-    ~CppSimpleInstanceProviderIFC() override;
     enum EPropertiesFlag { E_ALL_PROPERTIES, E_KEY_PROPERTIES_ONLY };
+
+    /// Hands all instances of cimClass to result, keys included. Others than the key properties are needed with
+    /// E_ALL_PROPERTIES only. The caller cuts the results down to what the client wants. When one instance is sought,
+    /// result.handle() throws once it is found: let that pass.
+    virtual void doSimpleEnumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMClass& cimClass,
+                                       CIMInstanceResultHandlerIFC& result, EPropertiesFlag propertiesFlag) = 0;
 
     void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
                            CIMObjectPathResultHandlerIFC& result, const CIMClass& cimClass) override;
@@ -26,14 +30,6 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC
                             WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                             WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
                             const CIMClass& cimClass) override;
-
-  protected:
-    /// Hands all instances of cimClass to result, keys included. Others than the key properties are needed with
-    /// E_ALL_PROPERTIES only. The results are cut down to what the client wants by the caller.
-    virtual void doSimpleEnumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMClass& cimClass,
-                                       CIMInstanceResultHandlerIFC& result, EPropertiesFlag propertiesFlag) = 0;
 };
-
-typedef SharedLibraryReference<IntrusiveReference<CppSimpleInstanceProviderIFC>> CppSimpleInstanceProviderIFCRef;
 
 } // namespace OpenWBEM

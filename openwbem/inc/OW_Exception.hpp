@@ -5,7 +5,6 @@
 #include "OW_AutoPtr.hpp"
 #include "OW_CommonFwd.hpp"
 #include "OW_config.h"
-#include <cerrno>
 #include <exception>
 #include <iosfwd>
 #include <new>
@@ -31,7 +30,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
     const Exception* getSubException() const;
     /// Code within the class; UNKNOWN_ERROR_CODE if the thrower gave none.
     int getErrorCode() const;
-    /// Number that identifies the class; UNKNOWN_SUBCLASS_ID for most.
+    /// Number that identifies the class, one of ExceptionIds; UNKNOWN_SUBCLASS_ID for a class without one.
     int getSubClassId() const;
     /// A copy that the caller owns; null if there is no memory.
     virtual Exception* clone() const;
@@ -42,6 +41,10 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
     /// file and msg are copied and may be null; other is cloned and may be null.
     Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other = nullptr,
               int subClassId = UNKNOWN_SUBCLASS_ID);
+    /// What older sources derive from: code and id unknown, resp. the id in front.
+    OW_DEPRECATED Exception(const char* file, int line, const char* msg);
+    OW_DEPRECATED Exception(int subClassId, const char* file, int line, const char* msg, int errorCode,
+                            const Exception* other = nullptr);
     Exception(const Exception& e) noexcept;
     ~Exception() noexcept override;
     Exception& operator=(const Exception& rhs) noexcept;
@@ -52,27 +55,34 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
   private:
     struct Texts;
 
-    IntrusiveReference<const Texts> m_texts; // shared with the copies; null if there was no memory
-    int m_line;
-    int m_errorCode;
-    int m_subClassId;
+    IntrusiveReference<const Texts> texts_; // shared with the copies; null if there was no memory
+    int line_;
+    int errorCode_;
+    int subClassId_;
 };
 
 /// Prints "FILE: LINE TYPE: MESSAGE", with "[no file]", "[no line]" and "[no message]" for what is missing.
 std::ostream& operator<<(std::ostream& os, const Exception& e);
 
 namespace ExceptionDetail {
-/// "msg: text of errnum", or the text alone for a null msg. Sets size bytes at buffer at most, always terminated.
+/// The system's text of errnum, behind "msg: errnum(" and before ")" unless msg is null. Sets size bytes at buffer at
+/// most, always terminated.
 OW_VISIBILITY_DEFAULT void formatErrno(char* buffer, size_t size, const char* msg, int errnum);
 
-/// A subclass id that no class of this process has yet.
-OW_VISIBILITY_DEFAULT int allocateSubClassId();
+inline const char* textOf(const char* text) {
+    return text;
+}
+template <class Text>
+inline auto textOf(const Text& text) -> decltype(text.c_str()) {
+    return text.c_str();
+}
 
+/// An exception of class Ex for an error of the operating system.
 template <class Ex>
-inline Ex makeErrno(const char* file, int line, const char* msg, int errnum) {
+inline Ex makeErrno(const char* file, int line, const char* msg, int errnum, int errorCode) {
     char buffer[512];
     formatErrno(buffer, sizeof(buffer), msg, errnum);
-    return Ex(file, line, buffer, errnum);
+    return Ex(file, line, buffer, errorCode);
 }
 
 /// Clones without throwing; null if there is no memory.
@@ -119,28 +129,27 @@ inline Ex* clone(const Ex& e) noexcept {
 #define OW_DEFINE_EXCEPTION2(NAME, BASE)                                                                               \
     OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, ::OpenWBEM::Exception::UNKNOWN_SUBCLASS_ID)
 #define OW_DEFINE_EXCEPTION(NAME) OW_DEFINE_EXCEPTION2(NAME, ::OpenWBEM::Exception)
+/// The id is ::OpenWBEM::ExceptionIds::NAMEExceptionId, to which a provider adds its own constants.
 #define OW_DEFINE_EXCEPTION_WITH_BASE_AND_ID(NAME, BASE)                                                               \
-    static int NAME##ExceptionSubClassId() {                                                                           \
-        static const int id = ::OpenWBEM::ExceptionDetail::allocateSubClassId();                                       \
-        return id;                                                                                                     \
-    }                                                                                                                  \
-    OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, NAME##ExceptionSubClassId())
+    OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, ::OpenWBEM::ExceptionIds::NAME##ExceptionId)
 #define OW_DEFINE_EXCEPTION_WITH_ID(NAME) OW_DEFINE_EXCEPTION_WITH_BASE_AND_ID(NAME, ::OpenWBEM::Exception)
 
-/// Throws exType with the place of the macro. msg is a const char*, which is copied; subex is a pointer, which is
-/// cloned.
+/// Throw exType with the place of the macro. msg is a const char*, which is copied; subex is the cause itself, not a
+/// pointer to it, and is cloned.
 #define OW_THROW(exType, msg) throw exType(__FILE__, __LINE__, (msg))
 #define OW_THROWL(exType, line, msg) throw exType(__FILE__, (line), (msg))
 #define OW_THROW_ERR(exType, msg, err) throw exType(__FILE__, __LINE__, (msg), (err))
 #define OW_THROW_SUBEX(exType, msg, subex)                                                                             \
-    throw exType(__FILE__, __LINE__, (msg), ::OpenWBEM::Exception::UNKNOWN_ERROR_CODE, (subex))
-#define OW_THROW_ERR_SUBEX(exType, msg, err, subex) throw exType(__FILE__, __LINE__, (msg), (err), (subex))
-/// The same with the number and the text of an error of the operating system.
+    throw exType(__FILE__, __LINE__, (msg), ::OpenWBEM::Exception::UNKNOWN_ERROR_CODE, &(subex))
+#define OW_THROW_ERR_SUBEX(exType, msg, err, subex) throw exType(__FILE__, __LINE__, (msg), (err), &(subex))
+/// For an error of the operating system: its text and its number as the code. The first form reads errno.
 #define OW_THROW_ERRNO(exType) OW_THROW_ERRNO1(exType, errno)
 #define OW_THROW_ERRNO1(exType, errnum)                                                                                \
-    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, nullptr, (errnum))
+    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, nullptr, (errnum), (errnum))
+/// The same with the message "msg: errnum(text)"; msg is a const char* or has c_str(). The code stays unknown.
 #define OW_THROW_ERRNO_MSG(exType, msg) OW_THROW_ERRNO_MSG1(exType, msg, errno)
 #define OW_THROW_ERRNO_MSG1(exType, msg, errnum)                                                                       \
-    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, (msg), (errnum))
+    throw ::OpenWBEM::ExceptionDetail::makeErrno<exType>(__FILE__, __LINE__, ::OpenWBEM::ExceptionDetail::textOf(msg), \
+                                                         (errnum), ::OpenWBEM::Exception::UNKNOWN_ERROR_CODE)
 
 // NOLINTEND(bugprone-macro-parentheses)

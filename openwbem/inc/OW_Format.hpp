@@ -9,7 +9,7 @@
 namespace OpenWBEM {
 
 /// Inserts the arguments, 1 to 9 of them, for %1 to %9 as operator<< prints them (so a UInt8 as a character, a bool as
-/// a digit), in any order and repeatedly; %% is a percent sign. Faults of the format show up in the text itself.
+/// a digit), in any order and repeatedly; %% is a percent sign. A fault of the format is told in the text and ends it.
 class OW_COMMON_API Format {
   public:
     template <typename A, typename... B>
@@ -22,10 +22,10 @@ class OW_COMMON_API Format {
     Format(const char* fmt, const String& a, const String& b);
     Format(const char* fmt, const String& a, const String& b, const String& c);
 
-    operator String() const { return m_text; }
-    String toString() const { return m_text; }
+    operator String() const { return text_; }
+    String toString() const { return text_; }
     /// Valid as long as this object lives.
-    const char* c_str() const { return m_text.c_str(); }
+    const char* c_str() const { return text_.c_str(); }
 
   private:
     template <typename T>
@@ -40,7 +40,7 @@ class OW_COMMON_API Format {
 
     void insert(const char* fmt, const String* arguments, size_t count);
 
-    String m_text;
+    String text_;
 };
 
 std::ostream& operator<<(std::ostream& ostr, const Format& f);

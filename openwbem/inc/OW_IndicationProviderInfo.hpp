@@ -9,16 +9,18 @@ namespace OpenWBEM {
 
 /// An indication class, in the given namespaces (all without any) and about the given classes (all without any).
 struct OW_PROVIFC_API IndicationProviderInfoEntry {
-    explicit IndicationProviderInfoEntry(const String& className_) : className(className_) {}
-    IndicationProviderInfoEntry(const String& className_, const StringArray& namespaces_,
-                                const StringArray& classes_ = StringArray())
-        : className(className_), namespaces(namespaces_), classes(classes_) {}
+    explicit IndicationProviderInfoEntry(const String& name) : indicationName(name) {}
+    IndicationProviderInfoEntry(const String& name, const StringArray& inNamespaces,
+                                const StringArray& aboutClasses = StringArray())
+        : indicationName(name), namespaces(inNamespaces), classes(aboutClasses) {}
 
-    String className;
+    String indicationName;
     StringArray namespaces;
     StringArray classes;
 };
 
 class OW_PROVIFC_API IndicationProviderInfo : public ProviderInfoBase<IndicationProviderInfoEntry> {};
+
+typedef Array<IndicationProviderInfo> IndicationProviderInfoArray;
 
 } // namespace OpenWBEM

@@ -9,4 +9,6 @@ namespace OpenWBEM {
 
 class OW_PROVIFC_API InstanceProviderInfo : public ProviderInfoBase<InstClassInfo> {};
 
+typedef Array<InstanceProviderInfo> InstanceProviderInfoArray;
+
 } // namespace OpenWBEM

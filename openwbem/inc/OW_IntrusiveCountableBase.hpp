@@ -11,25 +11,25 @@ namespace OpenWBEM {
 /// alone. The object must have been made with new: releasing the last reference deletes it.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API IntrusiveCountableBase {
   protected:
-    IntrusiveCountableBase() {}
-    IntrusiveCountableBase(const IntrusiveCountableBase&) {}
+    IntrusiveCountableBase() : count_(0) {}
+    IntrusiveCountableBase(const IntrusiveCountableBase&) : count_(0) {}
     IntrusiveCountableBase& operator=(const IntrusiveCountableBase&) { return *this; }
     virtual ~IntrusiveCountableBase();
 
   private:
-    mutable RefCount m_usecount;
+    mutable RefCount count_;
     friend void IntrusiveReferenceAddRef(const IntrusiveCountableBase* p);
     friend void IntrusiveReferenceRelease(const IntrusiveCountableBase* p);
 };
 
 /// Adds a reference to the object; p is not null.
 inline void IntrusiveReferenceAddRef(const IntrusiveCountableBase* p) {
-    p->m_usecount.inc();
+    p->count_.inc();
 }
 
 /// Takes a reference away from the object and deletes it with the last one; p is not null.
 inline void IntrusiveReferenceRelease(const IntrusiveCountableBase* p) {
-    if (p->m_usecount.decAndTest()) {
+    if (p->count_.decAndTest()) {
         delete p;
     }
 }

@@ -13,36 +13,36 @@ namespace OpenWBEM {
 template <class T>
 class IntrusiveReference {
   private:
-    T* m_pObj;
+    T* object_;
 
   public:
     typedef T element_type;
     typedef T* IntrusiveReference::*safe_bool;
 
     /// A null reference.
-    IntrusiveReference() : m_pObj(nullptr) {}
+    IntrusiveReference() : object_(nullptr) {}
     /// Refers to p, which may be null. With addRef false it takes over a count that p already carries.
-    IntrusiveReference(T* p, bool addRef = true) : m_pObj(p) {
-        if (m_pObj && addRef) {
-            IntrusiveReferenceAddRef(m_pObj);
+    IntrusiveReference(T* p, bool addRef = true) : object_(p) {
+        if (object_ && addRef) {
+            IntrusiveReferenceAddRef(object_);
         }
     }
-    IntrusiveReference(const IntrusiveReference& arg) : m_pObj(arg.m_pObj) {
-        if (m_pObj) {
-            IntrusiveReferenceAddRef(m_pObj);
+    IntrusiveReference(const IntrusiveReference& arg) : object_(arg.object_) {
+        if (object_) {
+            IntrusiveReferenceAddRef(object_);
         }
     }
     template <class U>
-    IntrusiveReference(const IntrusiveReference<U>& arg) : m_pObj(arg.getPtr()) {
-        if (m_pObj) {
-            IntrusiveReferenceAddRef(m_pObj);
+    IntrusiveReference(const IntrusiveReference<U>& arg) : object_(arg.getPtr()) {
+        if (object_) {
+            IntrusiveReferenceAddRef(object_);
         }
     }
     /// Takes the reference over; arg is null afterwards.
-    IntrusiveReference(IntrusiveReference&& arg) noexcept : m_pObj(arg.m_pObj) { arg.m_pObj = nullptr; }
+    IntrusiveReference(IntrusiveReference&& arg) noexcept : object_(arg.object_) { arg.object_ = nullptr; }
     ~IntrusiveReference() {
-        if (m_pObj) {
-            IntrusiveReferenceRelease(m_pObj);
+        if (object_) {
+            IntrusiveReferenceRelease(object_);
         }
     }
     /// Copies or takes over what it is given.
@@ -62,25 +62,25 @@ class IntrusiveReference {
     }
 
     /// The object, still owned by the references; null for a null reference.
-    T* getPtr() const { return m_pObj; }
-    T& operator*() const { return *m_pObj; }
-    T* operator->() const { return m_pObj; }
+    T* getPtr() const { return object_; }
+    T& operator*() const { return *object_; }
+    T* operator->() const { return object_; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &IntrusiveReference::m_pObj : nullptr; }
-    bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
+    operator safe_bool() const { return object_ ? &IntrusiveReference::object_ : nullptr; }
+    bool operator!() const { return !object_; }
+    bool isNull() const OW_DEPRECATED { return object_ == nullptr; }
 
     void swap(IntrusiveReference& arg) {
-        T* p = m_pObj;
-        m_pObj = arg.m_pObj;
-        arg.m_pObj = p;
+        T* p = object_;
+        object_ = arg.object_;
+        arg.object_ = p;
     }
 
     /// A reference to the same object as a U; null when it is none.
     template <class U>
     IntrusiveReference<U> cast_to() const {
-        return IntrusiveReference<U>(dynamic_cast<U*>(m_pObj));
+        return IntrusiveReference<U>(dynamic_cast<U*>(object_));
     }
 };
 
@@ -92,20 +92,20 @@ template <class T, class U>
 inline bool operator!=(const IntrusiveReference<T>& a, const IntrusiveReference<U>& b) {
     return a.getPtr() != b.getPtr();
 }
-template <class T, class U>
-inline bool operator==(const IntrusiveReference<T>& a, const U* b) {
+template <class T>
+inline bool operator==(const IntrusiveReference<T>& a, T* b) {
     return a.getPtr() == b;
 }
-template <class T, class U>
-inline bool operator!=(const IntrusiveReference<T>& a, const U* b) {
+template <class T>
+inline bool operator!=(const IntrusiveReference<T>& a, T* b) {
     return a.getPtr() != b;
 }
-template <class T, class U>
-inline bool operator==(const T* a, const IntrusiveReference<U>& b) {
+template <class T>
+inline bool operator==(T* a, const IntrusiveReference<T>& b) {
     return a == b.getPtr();
 }
-template <class T, class U>
-inline bool operator!=(const T* a, const IntrusiveReference<U>& b) {
+template <class T>
+inline bool operator!=(T* a, const IntrusiveReference<T>& b) {
     return a != b.getPtr();
 }
 /// Orders by address, for use as a key.

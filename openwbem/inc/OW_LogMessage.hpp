@@ -9,10 +9,10 @@ namespace OpenWBEM {
 
 struct OW_COMMON_API LogMessage {
     /// The file and method names are kept as pointers: they must outlive the message. They may be null, the line -1.
-    LogMessage(const String& component_, const String& category_, const String& message_, const char* filename_,
-               int fileline_, const char* methodname_)
-        : component(component_), category(category_), message(message_), filename(filename_), fileline(fileline_),
-          methodname(methodname_) {}
+    LogMessage(const String& ofComponent, const String& ofCategory, const String& text, const char* file, int line,
+               const char* method)
+        : component(ofComponent), category(ofCategory), message(text), filename(file), fileline(line),
+          methodname(method) {}
 
     String component;
     String category;

@@ -19,6 +19,9 @@ OW_DECLARE_APIEXCEPTION(Logger, OW_COMMON_API)
 /// level and default component are set before the Logger is shared.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase {
   public:
+    /// Error codes of the LoggerException that createLogger() throws.
+    enum ELoggerErrorCodes { E_UNKNOWN_LOG_APPENDER_TYPE, E_INVALID_MAX_FILE_SIZE, E_INVALID_MAX_BACKUP_INDEX };
+
     /// The categories of the four methods below, the names of the remaining levels, and the component of messages
     /// without one.
     static const String STR_NONE_CATEGORY;
@@ -61,9 +64,15 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
     bool componentAndCategoryAreEnabled(const String& component, const String& category) const;
     /// A Logger to the same log with its own level and default component.
     LoggerRef clone() const;
+    /// A Logger to the system's log ("syslog"), to nowhere ("null") or to standard error ("cerr"), at level error or,
+    /// with debug, at all levels. Throws LoggerException for another type.
+    OW_DEPRECATED static LoggerRef createLogger(const String& type, bool debug);
 
   protected:
     Logger(const String& defaultComponent, ELogLevel logLevel);
+    /// For component STR_DEFAULT_COMPONENT, the first at level error.
+    OW_DEPRECATED Logger();
+    OW_DEPRECATED explicit Logger(ELogLevel logLevel);
     Logger(const Logger&);
     Logger& operator=(const Logger&);
     void swap(Logger& x);
@@ -71,17 +80,16 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
     /// Writes the message to the log.
     virtual void doProcessLogMessage(const LogMessage& message) const = 0;
     virtual LoggerRef doClone() const = 0;
-    /// By default the level decides; a category that is not one of the four is enabled at every level but E_NONE_LEVEL.
+    /// By default everything is enabled, whatever the level.
     virtual bool doCategoryIsEnabled(const String& category) const;
-    /// By default the category alone decides.
     virtual bool doComponentAndCategoryAreEnabled(const String& component, const String& category) const;
 
   private:
     void logAtLevel(ELogLevel level, const String& category, const String& message, const char* filename, int fileline,
                     const char* methodname) const;
 
-    String m_defaultComponent;
-    ELogLevel m_logLevel;
+    String defaultComponent_;
+    ELogLevel logLevel_;
 };
 
 } // namespace OpenWBEM

@@ -11,9 +11,9 @@ class OW_PROVIFC_API MethodProviderInfo {
   public:
     /// The given methods of a class, or all without any, in the given namespaces, or in all without any.
     struct ClassInfo {
-        explicit ClassInfo(const String& className_) : className(className_) {}
-        ClassInfo(const String& className_, const StringArray& namespaces_, const StringArray& methods_)
-            : className(className_), namespaces(namespaces_), methods(methods_) {}
+        explicit ClassInfo(const String& name) : className(name) {}
+        ClassInfo(const String& name, const StringArray& inNamespaces, const StringArray& onlyMethods)
+            : className(name), namespaces(inNamespaces), methods(onlyMethods) {}
 
         String className;
         StringArray namespaces;
@@ -22,15 +22,17 @@ class OW_PROVIFC_API MethodProviderInfo {
     typedef Array<ClassInfo> ClassInfoArray;
 
     /// Adds all methods of the class in all namespaces.
-    void addInstrumentedClass(const String& className) { m_info.addInstrumentedClass(className); }
-    void addInstrumentedClass(const ClassInfo& classInfo) { m_info.addInstrumentedClass(classInfo); }
-    const ClassInfoArray& getClassInfo() const { return m_info.getClassInfo(); }
+    void addInstrumentedClass(const String& className) { info_.addInstrumentedClass(className); }
+    void addInstrumentedClass(const ClassInfo& classInfo) { info_.addInstrumentedClass(classInfo); }
+    const ClassInfoArray& getClassInfo() const { return info_.getClassInfo(); }
     /// The provider's id.
-    void setProviderName(const String& name) { m_info.setProviderName(name); }
-    String getProviderName() const { return m_info.getProviderName(); }
+    void setProviderName(const String& name) { info_.setProviderName(name); }
+    String getProviderName() const { return info_.getProviderName(); }
 
   private:
-    ProviderInfoBase<ClassInfo> m_info;
+    ProviderInfoBase<ClassInfo> info_;
 };
+
+typedef Array<MethodProviderInfo> MethodProviderInfoArray;
 
 } // namespace OpenWBEM

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include "OW_CommonFwd.hpp"
 #include "OW_Exception.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
 #include "OW_IntrusiveReference.hpp"
@@ -10,6 +11,8 @@
 #include <map>
 
 namespace OpenWBEM {
+
+class UserInfo;
 
 /// Data was demanded under a key that has none, or that is no text; the message is the key.
 OW_DECLARE_APIEXCEPTION(ContextDataNotFound, OW_COMMON_API)
@@ -24,6 +27,13 @@ class OW_COMMON_API OperationContext {
     };
     typedef IntrusiveReference<Data> DataRef;
 
+    /// Keys that the object manager uses.
+    static const char* const USER_NAME;
+    static const char* const USER_PASSWD;
+    static const char* const HTTP_PATH;
+    static const char* const CURUSER_UIDKEY;
+    static const char* const BYPASS_LOCKERKEY;
+
     OperationContext();
     ~OperationContext();
 
@@ -36,13 +46,15 @@ class OW_COMMON_API OperationContext {
     /// The same for texts. getStringData() throws ContextDataNotFoundException when there is none.
     void setStringData(const String& key, const String& str);
     String getStringData(const String& key) const;
-    String getStringDataWithDefault(const String& key, const String& def = "") const;
+    String getStringDataWithDefault(const String& key, const String& def = String()) const;
+    /// The user named under USER_NAME; without one the object manager itself.
+    UserInfo getUserInfo() const;
 
   private:
     OperationContext(const OperationContext&);
     OperationContext& operator=(const OperationContext&);
 
-    std::map<String, DataRef> m_data;
+    std::map<String, DataRef> data_;
 };
 
 } // namespace OpenWBEM

@@ -10,9 +10,8 @@ namespace OpenWBEM {
 
 /// A class, in the given namespaces or, without any, in all.
 struct OW_PROVIFC_API InstClassInfo {
-    explicit InstClassInfo(const String& className_) : className(className_) {}
-    InstClassInfo(const String& className_, const StringArray& namespaces_)
-        : className(className_), namespaces(namespaces_) {}
+    explicit InstClassInfo(const String& name) : className(name) {}
+    InstClassInfo(const String& name, const StringArray& inNamespaces) : className(name), namespaces(inNamespaces) {}
 
     String className;
     StringArray namespaces;
@@ -25,17 +24,22 @@ class ProviderInfoBase {
     typedef ClassInfoType ClassInfo;
     typedef Array<ClassInfo> ClassInfoArray;
 
+    ProviderInfoBase() = default;
+    ProviderInfoBase(const ProviderInfoBase&) = default;
+    ProviderInfoBase& operator=(const ProviderInfoBase&) = default;
+    virtual ~ProviderInfoBase() {}
+
     /// Adds the class in all namespaces.
-    void addInstrumentedClass(const String& className) { m_classInfo.push_back(ClassInfo(className)); }
-    void addInstrumentedClass(const ClassInfo& classInfo) { m_classInfo.push_back(classInfo); }
-    const ClassInfoArray& getClassInfo() const { return m_classInfo; }
+    void addInstrumentedClass(const String& className) { classInfo_.push_back(ClassInfo(className)); }
+    void addInstrumentedClass(const ClassInfo& classInfo) { classInfo_.push_back(classInfo); }
+    const ClassInfoArray& getClassInfo() const { return classInfo_; }
     /// The provider's id.
-    void setProviderName(const String& name) { m_name = name; }
-    String getProviderName() const { return m_name; }
+    void setProviderName(const String& name) { name_ = name; }
+    String getProviderName() const { return name_; }
 
   private:
-    ClassInfoArray m_classInfo;
-    String m_name;
+    ClassInfoArray classInfo_;
+    String name_;
 };
 
 } // namespace OpenWBEM

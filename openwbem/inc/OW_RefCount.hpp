@@ -9,19 +9,21 @@ namespace OpenWBEM {
 
 class OW_COMMON_API RefCount {
   public:
-    explicit RefCount(int count = 0) : m_count(count) {}
+    /// One owner.
+    RefCount() : count_(1) {}
+    RefCount(Atomic_t count) : count_(count) {}
+    /// The copy starts with the present number of owners.
+    RefCount(const RefCount& other) : count_(other.get()) {}
+    RefCount& operator=(const RefCount&) = delete;
     /// Adds one owner.
-    void inc() { AtomicInc(m_count); }
+    void inc() { AtomicInc(count_); }
     /// Removes one owner; true when it was the last.
-    bool decAndTest() { return AtomicDecAndTest(m_count); }
+    bool decAndTest() { return AtomicDecAndTest(count_); }
     /// Number of owners at this moment.
-    int get() const { return AtomicGet(m_count); }
+    int get() const { return AtomicGet(count_); }
 
   private:
-    RefCount(const RefCount&);
-    RefCount& operator=(const RefCount&);
-
-    Atomic_t m_count;
+    Atomic_t count_;
 };
 
 } // namespace OpenWBEM

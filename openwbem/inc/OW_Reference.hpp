@@ -35,32 +35,35 @@ inline void release(T* obj, RefCount* count) {
 }
 } // namespace ReferenceDetail
 
+template <class T>
+class COWReference;
+
 /// Shares ownership of a T. Different references to one object may be used by different threads at once; one reference
 /// may not. Dereferencing a null reference throws NULLReferenceException.
 template <class T>
 class Reference {
   private:
-    T* m_pObj;
-    RefCount* m_pCount; // null exactly when m_pObj is
+    T* object_;
+    RefCount* count_; // null exactly when object_ is
 
   public:
     typedef T element_type;
     typedef T* Reference::*safe_bool;
 
     /// A null reference.
-    Reference() : m_pObj(nullptr), m_pCount(nullptr) {}
+    Reference() : object_(nullptr), count_(nullptr) {}
     /// Takes ownership of ptr, which may be null.
-    explicit Reference(T* ptr) : m_pObj(ptr), m_pCount(ReferenceDetail::newCount(ptr)) {}
-    Reference(const Reference& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) { addRef(); }
-    Reference(Reference&& arg) noexcept : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
-        arg.m_pObj = nullptr;
-        arg.m_pCount = nullptr;
+    explicit Reference(T* ptr) : object_(ptr), count_(ReferenceDetail::newCount(ptr)) {}
+    Reference(const Reference& arg) : object_(arg.object_), count_(arg.count_) { addRef(); }
+    Reference(Reference&& arg) noexcept : object_(arg.object_), count_(arg.count_) {
+        arg.object_ = nullptr;
+        arg.count_ = nullptr;
     }
     template <class U>
-    Reference(const Reference<U>& arg) : m_pObj(arg.m_pObj), m_pCount(arg.m_pCount) {
+    Reference(const Reference<U>& arg) : object_(arg.object_), count_(arg.count_) {
         addRef();
     }
-    ~Reference() { ReferenceDetail::release(m_pObj, m_pCount); }
+    ~Reference() { ReferenceDetail::release(object_, count_); }
     Reference& operator=(const Reference& arg) {
         Reference copy(arg);
         swap(copy);
@@ -81,52 +84,66 @@ class Reference {
         return *this;
     }
 
+    /// Shares the count of arg, which must own the same object, instead of its own one.
+    template <class U>
+    void useRefCountOf(const Reference<U>& arg) {
+        RefCount* const former = count_;
+        count_ = arg.count_;
+        addRef();
+        if (former && former->decAndTest()) {
+            delete former;
+        }
+    }
+
     T* operator->() const { return checked(); }
     T& operator*() const { return *checked(); }
     /// The object, still owned by the references; null for a null reference.
-    T* getPtr() const { return m_pObj; }
+    T* getPtr() const { return object_; }
 
     /// True when not null.
-    operator safe_bool() const { return m_pObj ? &Reference::m_pObj : nullptr; }
-    bool operator!() const { return !m_pObj; }
-    bool isNull() const OW_DEPRECATED { return m_pObj == nullptr; }
+    operator safe_bool() const { return object_ ? &Reference::object_ : nullptr; }
+    bool operator!() const { return !object_; }
+    bool isNull() const OW_DEPRECATED { return object_ == nullptr; }
 
     void swap(Reference& arg) {
-        T* obj = m_pObj;
-        RefCount* count = m_pCount;
-        m_pObj = arg.m_pObj;
-        m_pCount = arg.m_pCount;
-        arg.m_pObj = obj;
-        arg.m_pCount = count;
+        T* obj = object_;
+        RefCount* count = count_;
+        object_ = arg.object_;
+        count_ = arg.count_;
+        arg.object_ = obj;
+        arg.count_ = count;
     }
 
     /// A reference to the same object as a U; null when it is none.
     template <class U>
     Reference<U> cast_to() const {
         Reference<U> result;
-        result.m_pObj = dynamic_cast<U*>(m_pObj);
-        if (result.m_pObj) {
-            result.m_pCount = m_pCount;
+        result.object_ = dynamic_cast<U*>(object_);
+        if (result.object_) {
+            result.count_ = count_;
             result.addRef();
         }
         return result;
     }
 
   private:
+    bool isShared() const { return count_ && count_->get() > 1; }
     void addRef() {
-        if (m_pCount) {
-            m_pCount->inc();
+        if (count_) {
+            count_->inc();
         }
     }
     T* checked() const {
-        if (!m_pObj) {
+        if (!object_) {
             ReferenceDetail::throwNull();
         }
-        return m_pObj;
+        return object_;
     }
 
     template <class U>
     friend class Reference;
+    template <class U>
+    friend class COWReference;
 };
 
 template <class T, class U>

@@ -14,26 +14,26 @@ namespace OpenWBEM {
 template <typename T>
 class OW_VISIBILITY_DEFAULT ResultArrayBuilder : public ResultHandlerIFC<T> {
   public:
-    explicit ResultArrayBuilder(Array<T>& array) : m_array(array) {}
+    explicit ResultArrayBuilder(Array<T>& array) : array_(array) {}
 
   protected:
-    void doHandle(const T& t) override { m_array.push_back(t); }
+    void doHandle(const T& t) override { array_.push_back(t); }
 
   private:
-    Array<T>& m_array;
+    Array<T>& array_;
 };
 
 /// Adds each result to an Enumeration, which must outlive the handler.
 template <typename T>
 class OW_VISIBILITY_DEFAULT ResultEnumBuilder : public ResultHandlerIFC<T> {
   public:
-    explicit ResultEnumBuilder(Enumeration<T>& enumeration) : m_enumeration(enumeration) {}
+    explicit ResultEnumBuilder(Enumeration<T>& enumeration) : enumeration_(enumeration) {}
 
   protected:
-    void doHandle(const T& t) override { m_enumeration.addElement(t); }
+    void doHandle(const T& t) override { enumeration_.addElement(t); }
 
   private:
-    Enumeration<T>& m_enumeration;
+    Enumeration<T>& enumeration_;
 };
 
 typedef ResultArrayBuilder<CIMClass> CIMClassArrayBuilder;

@@ -9,4 +9,6 @@ namespace OpenWBEM {
 
 class OW_PROVIFC_API SecondaryInstanceProviderInfo : public ProviderInfoBase<InstClassInfo> {};
 
+typedef Array<SecondaryInstanceProviderInfo> SecondaryInstanceProviderInfoArray;
+
 } // namespace OpenWBEM

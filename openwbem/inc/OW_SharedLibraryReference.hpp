@@ -12,8 +12,8 @@ namespace OpenWBEM {
 template <class T>
 class SharedLibraryReference {
   private:
-    SharedLibraryRef m_sharedLib; // before m_obj, so that it is released after it
-    T m_obj;
+    SharedLibraryRef library_; // before obj_, so that it is released after it
+    T obj_;
 
   public:
     typedef typename T::element_type element_type;
@@ -22,36 +22,36 @@ class SharedLibraryReference {
     /// Null: no object and no library.
     SharedLibraryReference() {}
     /// libRef may be null for an object that needs no library.
-    SharedLibraryReference(const SharedLibraryRef& libRef, const T& obj) : m_sharedLib(libRef), m_obj(obj) {}
-    SharedLibraryReference(const SharedLibraryRef& libRef, element_type* obj) : m_sharedLib(libRef), m_obj(obj) {}
-    SharedLibraryReference(const SharedLibraryReference& arg) : m_sharedLib(arg.m_sharedLib), m_obj(arg.m_obj) {}
+    SharedLibraryReference(const SharedLibraryRef& libRef, const T& obj) : library_(libRef), obj_(obj) {}
+    SharedLibraryReference(const SharedLibraryRef& libRef, element_type* obj) : library_(libRef), obj_(obj) {}
+    SharedLibraryReference(const SharedLibraryReference& arg) : library_(arg.library_), obj_(arg.obj_) {}
     template <class U>
-    SharedLibraryReference(const SharedLibraryReference<U>& arg) : m_sharedLib(arg.getLibRef()), m_obj(arg.get()) {}
+    SharedLibraryReference(const SharedLibraryReference<U>& arg) : library_(arg.getLibRef()), obj_(arg.get()) {}
     SharedLibraryReference& operator=(const SharedLibraryReference& arg) {
         // The former object goes first, its library last.
-        const SharedLibraryRef formerLib(m_sharedLib);
-        m_sharedLib = arg.m_sharedLib;
-        m_obj = arg.m_obj;
+        const SharedLibraryRef formerLib(library_);
+        library_ = arg.library_;
+        obj_ = arg.obj_;
         return *this;
     }
 
-    element_type* operator->() const { return m_obj.operator->(); }
-    element_type& operator*() const { return *m_obj; }
-    T get() const { return m_obj; }
-    SharedLibraryRef getLibRef() const { return m_sharedLib; }
+    element_type* operator->() const { return obj_.operator->(); }
+    element_type& operator*() const { return *obj_; }
+    T get() const { return obj_; }
+    SharedLibraryRef getLibRef() const { return library_; }
 
     /// True when there is an object.
-    operator safe_bool() const { return m_obj ? &SharedLibraryReference::m_obj : nullptr; }
-    bool operator!() const { return !m_obj; }
-    bool isNull() const OW_DEPRECATED { return !m_obj; }
+    operator safe_bool() const { return obj_ ? &SharedLibraryReference::obj_ : nullptr; }
+    bool operator!() const { return !obj_; }
+    bool isNull() const OW_DEPRECATED { return !obj_; }
     /// Releases the object, then the library.
     void setNull() { *this = SharedLibraryReference(); }
 
     /// A reference to the same object as a U, itself a counted reference; null when it is none.
     template <class U>
     SharedLibraryReference<U> cast_to() const {
-        const U obj(m_obj.template cast_to<typename U::element_type>());
-        return obj ? SharedLibraryReference<U>(m_sharedLib, obj) : SharedLibraryReference<U>();
+        const U obj(obj_.template cast_to<typename U::element_type>());
+        return obj ? SharedLibraryReference<U>(library_, obj) : SharedLibraryReference<U>();
     }
 };
 

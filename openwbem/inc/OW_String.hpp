@@ -83,7 +83,7 @@ class OW_COMMON_API String {
     /// Negative, 0 or positive as strcmp() tells for the bytes.
     int compareTo(const String& arg) const;
     int compareTo(const char* arg) const;
-    /// The same for the code points with their case folded.
+    /// As UTF8Utils::compareToIgnoreCase().
     int compareToIgnoreCase(const String& arg) const;
     int compareToIgnoreCase(const char* arg) const;
     bool equals(const String& arg) const;
@@ -180,7 +180,7 @@ class OW_COMMON_API String {
 
     ByteBuf& writable();
 
-    buf_t m_buf; // null: no buffer
+    buf_t buf_; // null: no buffer
 };
 
 String operator+(const String& s1, const String& s2);

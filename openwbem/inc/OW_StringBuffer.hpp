@@ -2,72 +2,95 @@
 
 #pragma once
 
-#include "OW_CommonFwd.hpp"
+#include "OW_Bool.hpp"
+#include "OW_CIMFwd.hpp"
+#include "OW_Char16.hpp"
 #include "OW_String.hpp"
 #include "OW_Types.hpp"
 #include "OW_config.h"
+#include <cstring>
 #include <iosfwd>
 #include <string>
 
 namespace OpenWBEM {
 
+static const size_t OW_DEFAULT_ALLOCATION_UNIT = 128;
+
 /// Text that grows at its end in constant time per character.
 class OW_COMMON_API StringBuffer {
   public:
-    /// Empty, with room for that many bytes.
-    explicit StringBuffer(size_t initialSize = 128);
-    explicit StringBuffer(const char* arg);
-    explicit StringBuffer(const String& arg);
+    /// The same as a member.
+    static const size_t OW_DEFAULT_ALLOCATION_UNIT = OpenWBEM::OW_DEFAULT_ALLOCATION_UNIT;
 
-    /// These append the text of the argument; a null pointer adds nothing, a character '\0' is added like any other.
+    /// Empty, with room for that many bytes; 0 means OW_DEFAULT_ALLOCATION_UNIT.
+    StringBuffer(size_t allocSize = OW_DEFAULT_ALLOCATION_UNIT);
+    StringBuffer(const char* arg);
+    StringBuffer(const String& arg);
+    StringBuffer(const StringBuffer& arg);
+    StringBuffer& operator=(const StringBuffer& arg);
+    StringBuffer& operator=(const String& arg);
+    StringBuffer& operator=(const char* arg);
+    void swap(StringBuffer& arg);
+
+    /// These append the text of the argument, reals with six places; a null pointer adds nothing, a character '\0' is
+    /// added like any other.
     StringBuffer& append(char c);
-    StringBuffer& append(const char* str);
-    StringBuffer& append(const char* str, size_t len);
+    StringBuffer& append(const char* str) { return append(str, str ? std::strlen(str) : 0); }
+    StringBuffer& append(const char* str, const size_t len);
+    StringBuffer& append(const String& arg) { return append(arg.c_str(), arg.length()); }
+    StringBuffer& append(const StringBuffer& arg);
     StringBuffer& operator+=(char c) { return append(c); }
     StringBuffer& operator+=(const char* str) { return append(str); }
-    StringBuffer& operator+=(const String& arg);
-    StringBuffer& operator+=(const StringBuffer& arg);
-    StringBuffer& operator+=(const Bool& arg);
-    StringBuffer& operator+=(const Char16& arg);
-    StringBuffer& operator+=(UInt8 v);
-    StringBuffer& operator+=(Int8 v);
-    StringBuffer& operator+=(UInt16 v);
-    StringBuffer& operator+=(Int16 v);
-    StringBuffer& operator+=(UInt32 v);
-    StringBuffer& operator+=(Int32 v);
-    StringBuffer& operator+=(UInt64 v);
-    StringBuffer& operator+=(Int64 v);
-    StringBuffer& operator+=(Real32 v);
-    StringBuffer& operator+=(Real64 v);
+    StringBuffer& operator+=(const String& arg) { return append(arg); }
+    StringBuffer& operator+=(const StringBuffer& arg) { return append(arg); }
+    StringBuffer& operator+=(Char16 arg) { return append(arg.toString()); }
+    StringBuffer& operator+=(Bool arg) { return append(arg.toString()); }
+    StringBuffer& operator+=(UInt8 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int8 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt16 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int16 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(UInt64 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Int64 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Real32 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(Real64 v) { return append(std::to_string(v).c_str()); }
+    StringBuffer& operator+=(const CIMDateTime& arg) OW_DEPRECATED;
+    StringBuffer& operator+=(const CIMObjectPath& arg) OW_DEPRECATED;
 
     /// The character at ndx; '\0' from the end on.
-    char operator[](size_t ndx) const;
-    String toString() const;
-    /// The text; this is empty afterwards.
+    char operator[](size_t ndx) const { return ndx < text_.length() ? text_[ndx] : '\0'; }
+    String toString() const { return String(text_.data(), text_.length()); }
+    /// The text, handed over: afterwards this is only assigned to or destroyed. length() still tells the old one.
     String releaseString();
     /// Empties.
     void reset();
     /// Cuts the text at index, if it is longer.
     void truncate(size_t index);
-    size_t length() const;
+    /// Removes the last character.
+    void chop();
+    /// Removes the blanks at both ends.
+    void trim();
+    size_t length() const { return length_; }
+    /// The bytes that there is room for.
+    size_t allocated() const { return allocated_; }
     /// The terminated text, valid until the next change.
-    const char* c_str() const;
-    bool equals(const char* arg) const;
-    bool equals(const StringBuffer& arg) const;
-    bool endsWith(char ch) const;
-    /// Replaces the text by the next line of the stream without its end; false at the end of the stream.
-    bool getLine(std::istream& is);
+    const char* c_str() const { return text_.c_str(); }
+    bool equals(const char* arg) const { return text_ == (arg ? arg : ""); }
+    bool startsWith(char ch) const { return !text_.empty() && text_.front() == ch; }
+    bool endsWith(char ch) const { return !text_.empty() && text_.back() == ch; }
+    /// Replaces the text by the next line of the stream, or appends that, and returns c_str(). The line ends before
+    /// its newline or first '\r'. At the end of the stream eofbit is set, and failbit if nothing was read.
+    const char* getLine(std::istream& is, bool resetBuffer = true);
 
   private:
-    std::string m_text;
+    void grow();
+
+    std::string text_;
+    size_t length_;
+    size_t allocated_;
 };
 
 std::ostream& operator<<(std::ostream& ostr, const StringBuffer& arg);
-inline bool operator==(const StringBuffer& x, const StringBuffer& y) {
-    return x.equals(y);
-}
-inline bool operator!=(const StringBuffer& x, const StringBuffer& y) {
-    return !x.equals(y);
-}
 
 } // namespace OpenWBEM

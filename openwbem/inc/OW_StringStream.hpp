@@ -30,17 +30,17 @@ class OW_VISIBILITY_DEFAULT InputBuffer : public std::streambuf {
     explicit InputBuffer(const String& text);
 
   private:
-    String m_text;
+    String text_;
 };
 
 // Bases, so that a stream's buffer is there before and after the stream.
 struct OutputHolder {
-    explicit OutputHolder(size_t size) : m_buffer(size) {}
-    OutputBuffer m_buffer;
+    explicit OutputHolder(size_t size) : buffer_(size) {}
+    OutputBuffer buffer_;
 };
 struct InputHolder {
-    explicit InputHolder(const String& text) : m_buffer(text) {}
-    InputBuffer m_buffer;
+    explicit InputHolder(const String& text) : buffer_(text) {}
+    InputBuffer buffer_;
 };
 } // namespace StringStreamDetail
 
@@ -52,13 +52,17 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API OStringStream : private StringStreamDe
     explicit OStringStream(size_t size = 256);
     ~OStringStream() override;
     /// What was written so far.
-    String toString() const { return m_buffer.text.toString(); }
+    String toString() const { return buffer_.text.toString(); }
     /// The same, and empties the stream.
-    String releaseString() { return m_buffer.text.releaseString(); }
+    String releaseString() {
+        const String text(buffer_.text.releaseString());
+        reset();
+        return text;
+    }
     /// Valid until the next output.
-    const char* c_str() const { return m_buffer.text.c_str(); }
-    size_t length() const { return m_buffer.text.length(); }
-    void reset() { m_buffer.text.reset(); }
+    const char* c_str() const { return buffer_.text.c_str(); }
+    size_t length() const { return buffer_.text.length(); }
+    void reset() { buffer_.text.reset(); }
 };
 
 /// Input stream from a String.

@@ -28,7 +28,9 @@ OW_COMMON_API String UCS2toUTF8(UInt16 ucs2char);
 OW_COMMON_API String UCS4toUTF8(UInt32 ucs4char);
 /// Appends the same to sb.
 OW_COMMON_API void UCS4toUTF8(UInt32 ucs4char, StringBuffer& sb);
-/// Compares the code points with their case folded one to one, independent of any locale: negative, 0 or positive.
+/// 0 if the texts are equal with their case folded by Unicode's rules ("ss" equals a sharp s), independent of any
+/// locale; else the difference of the first bytes that differ where the folded texts do, the end counting as 0. The
+/// sign thus follows the spelling: "A" sorts before "_", "a" behind it.
 OW_COMMON_API int compareToIgnoreCase(const char* str1, const char* str2);
 /// The text in 16-bit units. Throws InvalidUTF8Exception if it is malformed or has a code point above 0xFFFF.
 OW_COMMON_API Array<UInt16> StringToUCS2(const String& input);

@@ -34,10 +34,10 @@ struct CIMClass::Data : public ModelData<CIMClass::Data> {
     }
 };
 
-CIMClass::CIMClass() : m_pdata(sharedDefault<Data>()) {}
+CIMClass::CIMClass() : data_(sharedDefault<Data>()) {}
 CIMClass::CIMClass(CIMNULL_t) {}
 CIMClass::CIMClass(const CIMName& name) : CIMClass() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMClass::CIMClass(const char* name) : CIMClass(CIMName(name)) {}
 CIMClass::CIMClass(const CIMClass& other) = default;
@@ -45,23 +45,23 @@ CIMClass::~CIMClass() = default;
 CIMClass& CIMClass::operator=(const CIMClass& other) = default;
 
 void CIMClass::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMClass::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMClass::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 String CIMClass::getSuperClass() const {
-    return m_pdata->superClass.toString();
+    return data_->superClass.toString();
 }
 
 CIMClass& CIMClass::setSuperClass(const CIMName& superClass) {
-    m_pdata->superClass = superClass;
+    data_->superClass = superClass;
     return *this;
 }
 
@@ -71,12 +71,12 @@ String CIMClass::getKeyClass() const {
 }
 
 CIMPropertyArray CIMClass::getAllProperties() const {
-    return m_pdata->properties;
+    return data_->properties;
 }
 
 CIMPropertyArray CIMClass::getProperties() const {
     CIMPropertyArray own;
-    for (const CIMProperty& property : m_pdata->properties) {
+    for (const CIMProperty& property : data_->properties) {
         if (property.getOverridingProperty().empty()) {
             own.push_back(property);
         }
@@ -86,7 +86,7 @@ CIMPropertyArray CIMClass::getProperties() const {
 
 CIMPropertyArray CIMClass::getKeys() const {
     CIMPropertyArray keys;
-    for (const CIMProperty& property : m_pdata->properties) {
+    for (const CIMProperty& property : data_->properties) {
         if (property.isKey()) {
             keys.push_back(property);
         }
@@ -95,28 +95,28 @@ CIMPropertyArray CIMClass::getKeys() const {
 }
 
 CIMProperty CIMClass::getProperty(const CIMName& name) const {
-    return elementNamed(m_pdata->properties, name);
+    return elementNamed(data_->properties, name);
 }
 
 CIMProperty CIMClass::getProperty(const CIMName& name, const CIMName& originClass) const {
-    return elementNamed(m_pdata->properties, name, originClass);
+    return elementNamed(data_->properties, name, originClass);
 }
 
 CIMMethod CIMClass::getMethod(const CIMName& name) const {
-    return elementNamed(m_pdata->methods, name);
+    return elementNamed(data_->methods, name);
 }
 
 CIMMethod CIMClass::getMethod(const CIMName& name, const CIMName& originClass) const {
-    return elementNamed(m_pdata->methods, name, originClass);
+    return elementNamed(data_->methods, name, originClass);
 }
 
 CIMMethodArray CIMClass::getAllMethods() const {
-    return m_pdata->methods;
+    return data_->methods;
 }
 
 CIMMethodArray CIMClass::getMethods() const {
     CIMMethodArray own;
-    for (const CIMMethod& method : m_pdata->methods) {
+    for (const CIMMethod& method : data_->methods) {
         if (method.getOverridingMethod().empty()) {
             own.push_back(method);
         }
@@ -125,81 +125,81 @@ CIMMethodArray CIMClass::getMethods() const {
 }
 
 CIMQualifierArray CIMClass::getQualifiers() const {
-    return m_pdata->qualifiers;
+    return data_->qualifiers;
 }
 
 CIMQualifier CIMClass::getQualifier(const CIMName& name) const {
-    return elementNamed(m_pdata->qualifiers, name);
+    return elementNamed(data_->qualifiers, name);
 }
 
 bool CIMClass::isKeyed() const {
-    return m_pdata->keyed;
+    return data_->keyed;
 }
 
 CIMClass& CIMClass::setIsKeyed(bool keyed) {
-    m_pdata->keyed = keyed;
+    data_->keyed = keyed;
     return *this;
 }
 
 bool CIMClass::isAssociation() const {
-    return m_pdata->association;
+    return data_->association;
 }
 
 CIMClass& CIMClass::setIsAssociation(bool association) {
-    m_pdata->association = association;
+    data_->association = association;
     return *this;
 }
 
 UInt32 CIMClass::numberOfProperties() const {
-    return static_cast<UInt32>(m_pdata->properties.size());
+    return static_cast<UInt32>(data_->properties.size());
 }
 
 UInt32 CIMClass::numberOfQualifiers() const {
-    return static_cast<UInt32>(m_pdata->qualifiers.size());
+    return static_cast<UInt32>(data_->qualifiers.size());
 }
 
 CIMClass& CIMClass::addProperty(const CIMProperty& property) {
-    addElement(m_pdata->properties, property, "Property");
-    m_pdata->note(property);
+    addElement(data_->properties, property, "Property");
+    data_->note(property);
     return *this;
 }
 
 CIMClass& CIMClass::setProperties(const CIMPropertyArray& properties) {
-    m_pdata->properties = properties;
+    data_->properties = properties;
     for (const CIMProperty& property : properties) {
-        m_pdata->note(property);
+        data_->note(property);
     }
     return *this;
 }
 
 CIMClass& CIMClass::setProperty(const CIMProperty& property) {
-    setElement(m_pdata->properties, property);
+    setElement(data_->properties, property);
     if (property) {
-        m_pdata->note(property);
+        data_->note(property);
     }
     return *this;
 }
 
 bool CIMClass::removeProperty(const CIMName& name) {
-    return removeElement(m_pdata->properties, name);
+    return removeElement(data_->properties, name);
 }
 
 CIMClass& CIMClass::addQualifier(const CIMQualifier& qualifier) {
-    addElement(m_pdata->qualifiers, qualifier, "Qualifier");
-    m_pdata->note(qualifier);
+    addElement(data_->qualifiers, qualifier, "Qualifier");
+    data_->note(qualifier);
     return *this;
 }
 
 CIMClass& CIMClass::setQualifier(const CIMQualifier& qualifier) {
-    setElement(m_pdata->qualifiers, qualifier);
-    m_pdata->note(qualifier);
+    setElement(data_->qualifiers, qualifier);
+    data_->note(qualifier);
     return *this;
 }
 
 CIMClass& CIMClass::setQualifiers(const CIMQualifierArray& qualifiers) {
-    m_pdata->qualifiers = qualifiers;
+    data_->qualifiers = qualifiers;
     for (const CIMQualifier& qualifier : qualifiers) {
-        m_pdata->note(qualifier);
+        data_->note(qualifier);
     }
     return *this;
 }
@@ -213,38 +213,38 @@ bool CIMClass::removeQualifier(const CIMQualifier& qualifier) {
 }
 
 bool CIMClass::removeQualifier(const CIMName& name) {
-    return removeElement(m_pdata->qualifiers, name);
+    return removeElement(data_->qualifiers, name);
 }
 
 CIMClass& CIMClass::addMethod(const CIMMethod& method) {
-    addElement(m_pdata->methods, method, "Method");
+    addElement(data_->methods, method, "Method");
     return *this;
 }
 
 CIMClass& CIMClass::setMethods(const CIMMethodArray& methods) {
-    m_pdata->methods = methods;
+    data_->methods = methods;
     return *this;
 }
 
 CIMClass& CIMClass::setMethod(const CIMMethod& method) {
-    setElement(m_pdata->methods, method);
+    setElement(data_->methods, method);
     return *this;
 }
 
 CIMInstance CIMClass::newInstance() const {
-    return CIMInstance(m_pdata->name).setProperties(m_pdata->properties);
+    return CIMInstance(data_->name).setProperties(data_->properties);
 }
 
 void CIMClass::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "C").release();
+    data_ = CIMStream::readData<Data>(istrm, "C").release();
 }
 
 void CIMClass::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "C", *m_pdata);
+    CIMStream::writeData(ostrm, "C", *data_);
 }
 
 bool operator<(const CIMClass& x, const CIMClass& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

@@ -6,7 +6,7 @@
 #include "OW_CIMProperty.hpp"
 #include "OW_CIMQualifier.hpp"
 
-#include <string>
+#include <algorithm>
 
 namespace OpenWBEM {
 
@@ -105,22 +105,46 @@ String CIMClass::toString() const {
     return toMOF();
 }
 
+namespace {
+
+bool isIndication(const CIMQualifier& qualifier) {
+    return CIMNameAccess::of(qualifier) == CIMQualifier::CIM_QUAL_INDICATION;
+}
+
+/// The qualifiers as MOF has them: Association in front of the others, Indication in the place of the first.
+CIMQualifierArray inOrderOfMOF(CIMQualifierArray qualifiers) {
+    const auto first = qualifiers.begin();
+    const auto last = qualifiers.end();
+    const auto association =
+        std::find_if(first, last, [](const CIMQualifier& q) { return q.isAssociationQualifier(); });
+    if (association != last) {
+        std::rotate(first, association, association + 1);
+    }
+    const auto indication = std::find_if(first, last, isIndication);
+    if (indication != last) {
+        std::iter_swap(first, indication);
+    }
+    return qualifiers;
+}
+
+template <class T>
+String allToMOF(const Array<T>& elements) {
+    StringArray texts;
+    for (const T& element : elements) {
+        texts.push_back(element.toMOF());
+    }
+    return joined(texts, "");
+}
+
+} // namespace
+
 String CIMClass::toMOF() const {
-    std::string text = qualifiersToMOF(getQualifiers(), "");
-    text += ("class " + getName()).c_str();
+    String text = qualifiersToMOF(inOrderOfMOF(getQualifiers()), ",\n ");
+    text += (text.empty() ? "class " : "\nclass ") + getName();
     if (!getSuperClass().empty()) {
-        text += (" : " + getSuperClass()).c_str();
+        text += ":" + getSuperClass();
     }
-    text += "\n{\n";
-    const CIMPropertyArray properties = getAllProperties();
-    for (const CIMProperty& property : properties) {
-        text += property.toMOF().c_str();
-    }
-    const CIMMethodArray methods = getAllMethods();
-    for (const CIMMethod& method : methods) {
-        text += method.toMOF().c_str();
-    }
-    return (text + "};\n").c_str();
+    return text + "\n{\n" + allToMOF(getAllProperties()) + allToMOF(getAllMethods()) + "};\n";
 }
 
 } // namespace OpenWBEM

@@ -44,42 +44,42 @@ COWIntrusiveReference<CIMDataType::Data> CIMDataType::Data::scalar(Type type) {
     return index < table.size() ? table[index] : make(type);
 }
 
-CIMDataType::CIMDataType() : m_pdata(Data::scalar(CIMNULL)) {}
+CIMDataType::CIMDataType() : data_(Data::scalar(CIMNULL)) {}
 CIMDataType::CIMDataType(CIMNULL_t) {}
-CIMDataType::CIMDataType(Type type) : m_pdata(Data::scalar(type)) {}
-CIMDataType::CIMDataType(Type type, Int32 size) : m_pdata(Data::scalar(type)) {
-    m_pdata->setSize(size);
+CIMDataType::CIMDataType(Type type) : data_(Data::scalar(type)) {}
+CIMDataType::CIMDataType(Type type, Int32 size) : data_(Data::scalar(type)) {
+    data_->setSize(size);
 }
-CIMDataType::CIMDataType(const CIMName& refClassName) : m_pdata(Data::scalar(REFERENCE)) {
-    m_pdata->refClassName = refClassName;
+CIMDataType::CIMDataType(const CIMName& refClassName) : data_(Data::scalar(REFERENCE)) {
+    data_->refClassName = refClassName;
 }
 CIMDataType::CIMDataType(const CIMDataType& other) = default;
 CIMDataType::~CIMDataType() = default;
 CIMDataType& CIMDataType::operator=(const CIMDataType& other) = default;
 
 void CIMDataType::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 bool CIMDataType::namesType() const {
-    const Data* data = m_pdata.getPtr();
+    const Data* data = data_.getPtr();
     return data && data->type != CIMNULL && data->type != INVALID;
 }
 
 CIMDataType::Type CIMDataType::getType() const {
-    return static_cast<Type>(m_pdata->type);
+    return static_cast<Type>(data_->type);
 }
 
 Int32 CIMDataType::getSize() const {
-    return m_pdata->size;
+    return data_->size;
 }
 
 String CIMDataType::getRefClassName() const {
-    return m_pdata->refClassName.toString();
+    return data_->refClassName.toString();
 }
 
 bool CIMDataType::isArrayType() const {
-    return m_pdata->array;
+    return data_->array;
 }
 
 bool CIMDataType::isNumericType() const {
@@ -91,14 +91,14 @@ bool CIMDataType::isNumericType(Type type) {
 }
 
 bool CIMDataType::isReferenceType() const {
-    return m_pdata->type == REFERENCE;
+    return data_->type == REFERENCE;
 }
 
 bool CIMDataType::setToArrayType(Int32 size) {
     if (!namesType() || isArrayType()) {
         return false;
     }
-    m_pdata->setSize(size);
+    data_->setSize(size);
     return true;
 }
 
@@ -120,7 +120,7 @@ struct TypeName {
     CIMDataType::Type type;
 };
 
-const TypeName typeNames[] = {
+const TypeName kTypeNames[] = {
     {"uint8", CIMDataType::UINT8},          {"sint8", CIMDataType::SINT8},
     {"uint16", CIMDataType::UINT16},        {"sint16", CIMDataType::SINT16},
     {"uint32", CIMDataType::UINT32},        {"sint32", CIMDataType::SINT32},
@@ -135,7 +135,7 @@ const TypeName typeNames[] = {
 } // namespace
 
 CIMDataType::Type CIMDataType::strToSimpleType(const String& name) {
-    for (const TypeName& known : typeNames) {
+    for (const TypeName& known : kTypeNames) {
         if (name.equalsIgnoreCase(known.name)) {
             return known.type;
         }
@@ -152,12 +152,12 @@ CIMDataType CIMDataType::getDataType(const String& name) {
 }
 
 bool CIMDataType::equals(const CIMDataType& other) const {
-    return m_pdata->type == other.m_pdata->type && m_pdata->array == other.m_pdata->array;
+    return data_->type == other.data_->type && data_->array == other.data_->array;
 }
 
 String CIMDataType::toString() const {
-    for (const TypeName& known : typeNames) {
-        if (known.type == m_pdata->type) {
+    for (const TypeName& known : kTypeNames) {
+        if (known.type == data_->type) {
             return known.name;
         }
     }
@@ -181,11 +181,11 @@ void CIMDataType::readObject(std::istream& istrm) {
         const String message = "The binary form of a data type holds the unknown type " + String(data->type);
         OW_THROW(CIMStreamException, message.c_str());
     }
-    m_pdata = data.release();
+    data_ = data.release();
 }
 
 void CIMDataType::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "T", *m_pdata);
+    CIMStream::writeData(ostrm, "T", *data_);
 }
 
 bool operator==(const CIMDataType& x, const CIMDataType& y) {
@@ -193,7 +193,7 @@ bool operator==(const CIMDataType& x, const CIMDataType& y) {
 }
 
 bool operator<(const CIMDataType& x, const CIMDataType& y) {
-    return x.m_pdata.getPtr() != y.m_pdata.getPtr() && sortsBefore(x.m_pdata, y.m_pdata);
+    return x.data_.getPtr() != y.data_.getPtr() && sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

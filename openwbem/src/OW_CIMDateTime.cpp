@@ -3,25 +3,26 @@
 #include "OW_CIMModel.hpp"
 #include "OW_CIMStream.hpp"
 #include "OW_DateTime.hpp"
+#include "OW_ExceptionIds.hpp"
 
 #include <algorithm>
 #include <cstdio>
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(CIMDateTime)
+OW_DEFINE_EXCEPTION_WITH_ID(CIMDateTime)
 
 namespace {
 
 // The columns of the text:  ddddddddhhmmss.mmmmmm:000   an interval
 //                           yyyymmddhhmmss.mmmmmmsutc   a point in time
-constexpr size_t timeColumn = 8;
-constexpr size_t microSecondsColumn = 15;
-constexpr size_t signColumn = 21;
+constexpr size_t kTimeColumn = 8;
+constexpr size_t kMicroSecondsColumn = 15;
+constexpr size_t kSignColumn = 21;
 
-constexpr UInt64 microSecondsPerSecond = 1000000;
-constexpr UInt64 secondsPerDay = 86400;
-constexpr UInt64 longestInterval = (99999999 + UInt64(1)) * secondsPerDay * microSecondsPerSecond - 1;
+constexpr UInt64 kMicroSecondsPerSecond = 1000000;
+constexpr UInt64 kSecondsPerDay = 86400;
+constexpr UInt64 kLongestInterval = (99999999 + UInt64(1)) * kSecondsPerDay * kMicroSecondsPerSecond - 1;
 
 /// The number in the width columns from column on: leading blanks, then digits up to the first character that is none.
 /// At most 8 columns, so that it cannot overflow.
@@ -45,10 +46,10 @@ UInt8 readTwoColumns(const String& text, size_t column) {
 /// in March here, so that the leap day is the last one, and are counted in cycles of 400.
 Int64 daysSinceEpoch(Int64 year, Int64 month, Int64 day) {
     const Int64 monthsFromMarch = year * 12 + month - 3;
-    constexpr Int64 cycleMonths = 4800;
-    const Int64 cycle = (monthsFromMarch + cycleMonths) / cycleMonths - 1;
-    const Int64 yearInCycle = (monthsFromMarch - cycle * cycleMonths) / 12;
-    const Int64 monthInYear = (monthsFromMarch - cycle * cycleMonths) % 12;
+    constexpr Int64 kCycleMonths = 4800;
+    const Int64 cycle = (monthsFromMarch + kCycleMonths) / kCycleMonths - 1;
+    const Int64 yearInCycle = (monthsFromMarch - cycle * kCycleMonths) / 12;
+    const Int64 monthInYear = (monthsFromMarch - cycle * kCycleMonths) % 12;
     const Int64 dayInYear = (153 * monthInYear + 2) / 5 + day - 1;
     const Int64 dayInCycle = yearInCycle * 365 + yearInCycle / 4 - yearInCycle / 100 + dayInYear;
     return cycle * 146097 + dayInCycle - 719468;
@@ -78,13 +79,13 @@ struct CIMDateTime::Data : public ModelData<CIMDateTime::Data> {
     /// Seconds, from the epoch for a point in time. The microseconds come on top: they can be more than a second.
     Int64 inSeconds() const {
         const Int64 day = interval ? Int64(days) : daysSinceEpoch(year, month, days);
-        return ((day * 24 + hours) * 60 + minutes - utc) * 60 + seconds + Int64(microSeconds / microSecondsPerSecond);
+        return ((day * 24 + hours) * 60 + minutes - utc) * 60 + seconds + Int64(microSeconds / kMicroSecondsPerSecond);
     }
-    UInt32 microSecondsOfSecond() const { return static_cast<UInt32>(microSeconds % microSecondsPerSecond); }
+    UInt32 microSecondsOfSecond() const { return static_cast<UInt32>(microSeconds % kMicroSecondsPerSecond); }
 };
 
 void CIMDateTime::Data::parse(const String& text) {
-    const char sign = text.length() > signColumn ? text.charAt(signColumn) : '\0';
+    const char sign = text.length() > kSignColumn ? text.charAt(kSignColumn) : '\0';
     if (sign != ':' && sign != '+' && sign != '-') {
         OW_THROW_ERR(CIMDateTimeException, "Invalid format for date time", E_INVALID_DATE_TIME_FORMAT);
     }
@@ -95,98 +96,99 @@ void CIMDateTime::Data::parse(const String& text) {
         year = static_cast<UInt16>(readColumns(text, 0, 4));
         month = readTwoColumns(text, 4);
         days = readTwoColumns(text, 6);
-        const Int32 offset = static_cast<Int32>(readColumns(text, signColumn + 1, 3));
+        const Int32 offset = static_cast<Int32>(readColumns(text, kSignColumn + 1, 3));
         utc = static_cast<Int16>(sign == '-' ? -offset : offset);
     }
-    hours = readTwoColumns(text, timeColumn);
-    minutes = readTwoColumns(text, timeColumn + 2);
-    seconds = readTwoColumns(text, timeColumn + 4);
-    microSeconds = readColumns(text, microSecondsColumn, 6);
+    hours = readTwoColumns(text, kTimeColumn);
+    minutes = readTwoColumns(text, kTimeColumn + 2);
+    seconds = readTwoColumns(text, kTimeColumn + 4);
+    microSeconds = readColumns(text, kMicroSecondsColumn, 6);
 }
 
 void CIMDateTime::Data::setInstant(const DateTime& dateTime) {
+    struct tm local = {};
+    utc = dateTime.toLocal(local);
     interval = false;
-    year = static_cast<UInt16>(dateTime.getYear());
-    month = static_cast<UInt8>(dateTime.getMonth());
-    days = static_cast<UInt32>(dateTime.getDay());
-    hours = static_cast<UInt8>(dateTime.getHour());
-    minutes = static_cast<UInt8>(dateTime.getMinute());
-    seconds = static_cast<UInt8>(dateTime.getSecond());
+    year = static_cast<UInt16>(local.tm_year + 1900);
+    month = static_cast<UInt8>(local.tm_mon + 1);
+    days = static_cast<UInt32>(local.tm_mday);
+    hours = static_cast<UInt8>(local.tm_hour);
+    minutes = static_cast<UInt8>(local.tm_min);
+    seconds = static_cast<UInt8>(local.tm_sec);
     microSeconds = dateTime.getMicrosecond();
-    utc = dateTime.getUtcOffsetMinutes();
 }
 
-CIMDateTime::CIMDateTime() : m_dptr(sharedDefault<Data>()) {}
+CIMDateTime::CIMDateTime() : data_(sharedDefault<Data>()) {}
 CIMDateTime::CIMDateTime(CIMNULL_t) {}
 CIMDateTime::CIMDateTime(const String& text) : CIMDateTime() {
     if (!text.empty()) {
-        m_dptr->parse(text);
+        data_->parse(text);
     }
 }
 CIMDateTime::CIMDateTime(const DateTime& dateTime) : CIMDateTime() {
-    m_dptr->setInstant(dateTime);
+    data_->setInstant(dateTime);
 }
 CIMDateTime::CIMDateTime(UInt64 microSeconds) : CIMDateTime() {
-    const UInt64 length = std::min(microSeconds, longestInterval);
-    const UInt64 wholeSeconds = length / microSecondsPerSecond;
-    m_dptr->days = static_cast<UInt32>(wholeSeconds / secondsPerDay);
-    m_dptr->hours = static_cast<UInt8>(wholeSeconds / 3600 % 24);
-    m_dptr->minutes = static_cast<UInt8>(wholeSeconds / 60 % 60);
-    m_dptr->seconds = static_cast<UInt8>(wholeSeconds % 60);
-    m_dptr->microSeconds = static_cast<UInt32>(length % microSecondsPerSecond);
+    const UInt64 length = std::min(microSeconds, kLongestInterval);
+    const UInt64 wholeSeconds = length / kMicroSecondsPerSecond;
+    data_->days = static_cast<UInt32>(wholeSeconds / kSecondsPerDay);
+    data_->hours = static_cast<UInt8>(wholeSeconds / 3600 % 24);
+    data_->minutes = static_cast<UInt8>(wholeSeconds / 60 % 60);
+    data_->seconds = static_cast<UInt8>(wholeSeconds % 60);
+    data_->microSeconds = static_cast<UInt32>(length % kMicroSecondsPerSecond);
 }
 CIMDateTime::CIMDateTime(const CIMDateTime& other) = default;
 CIMDateTime::~CIMDateTime() = default;
 CIMDateTime& CIMDateTime::operator=(const CIMDateTime& other) = default;
 
 UInt16 CIMDateTime::getYear() const {
-    return m_dptr->year;
+    return data_->year;
 }
 
 UInt8 CIMDateTime::getMonth() const {
-    return m_dptr->month;
+    return data_->month;
 }
 
 UInt32 CIMDateTime::getDays() const {
-    return m_dptr->days;
+    return data_->days;
 }
 
 UInt32 CIMDateTime::getDay() const {
-    return m_dptr->days;
+    return data_->days;
 }
 
 UInt8 CIMDateTime::getHours() const {
-    return m_dptr->hours;
+    return data_->hours;
 }
 
 UInt8 CIMDateTime::getMinutes() const {
-    return m_dptr->minutes;
+    return data_->minutes;
 }
 
 UInt8 CIMDateTime::getSeconds() const {
-    return m_dptr->seconds;
+    return data_->seconds;
 }
 
 UInt32 CIMDateTime::getMicroSeconds() const {
-    return m_dptr->microSeconds;
+    return data_->microSeconds;
 }
 
 Int16 CIMDateTime::getUtc() const {
-    return m_dptr->utc;
+    return data_->utc;
 }
 
 CIMDateTime& CIMDateTime::setYear(UInt16 year) {
-    m_dptr->year = year;
+    data_->year = year;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setMonth(UInt8 month) {
-    m_dptr->month = month;
+    data_->month = month;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setDays(UInt32 days) {
-    m_dptr->days = days;
+    data_->days = days;
     return *this;
 }
 
@@ -195,49 +197,49 @@ CIMDateTime& CIMDateTime::setDay(UInt32 day) {
 }
 
 CIMDateTime& CIMDateTime::setHours(UInt8 hours) {
-    m_dptr->hours = hours;
+    data_->hours = hours;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setMinutes(UInt8 minutes) {
-    m_dptr->minutes = minutes;
+    data_->minutes = minutes;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setSeconds(UInt8 seconds) {
-    m_dptr->seconds = seconds;
+    data_->seconds = seconds;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setMicroSeconds(UInt32 microSeconds) {
-    m_dptr->microSeconds = microSeconds;
+    data_->microSeconds = microSeconds;
     return *this;
 }
 
 CIMDateTime& CIMDateTime::setUtc(Int16 minutesEastOfUtc) {
-    m_dptr->utc = minutesEastOfUtc;
+    data_->utc = minutesEastOfUtc;
     return *this;
 }
 
 void CIMDateTime::setInterval(bool interval) {
-    m_dptr->interval = interval;
+    data_->interval = interval;
 }
 
 bool CIMDateTime::isInterval() const {
-    return m_dptr->interval;
+    return data_->interval;
 }
 
 bool CIMDateTime::equal(const CIMDateTime& other) const {
-    return Data::fields(*m_dptr) == Data::fields(*other.m_dptr);
+    return Data::fields(*data_) == Data::fields(*other.data_);
 }
 
 bool CIMDateTime::isSet() const {
-    const Data* d = m_dptr.getPtr();
+    const Data* d = data_.getPtr();
     return d && (d->year || d->month || d->days || d->hours || d->minutes || d->seconds || d->microSeconds);
 }
 
 String CIMDateTime::toString() const {
-    const Data& d = *m_dptr;
+    const Data& d = *data_;
     char text[64];
     if (d.interval) {
         std::snprintf(text, sizeof(text), "%08u%02u%02u%02u.%06u:000", d.days, unsigned(d.hours), unsigned(d.minutes),
@@ -250,31 +252,31 @@ String CIMDateTime::toString() const {
 }
 
 DateTime CIMDateTime::toDateTime() const {
-    return DateTime(static_cast<time_t>(m_dptr->inSeconds()), m_dptr->microSecondsOfSecond());
+    return DateTime(static_cast<time_t>(data_->inSeconds()), data_->microSecondsOfSecond());
 }
 
 void CIMDateTime::readObject(std::istream& istrm) {
-    m_dptr = CIMStream::readData<Data>(istrm, "D").release();
+    data_ = CIMStream::readData<Data>(istrm, "D").release();
 }
 
 void CIMDateTime::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "D", *m_dptr);
+    CIMStream::writeData(ostrm, "D", *data_);
 }
 
 bool operator==(const CIMDateTime& x, const CIMDateTime& y) {
-    if (!x.m_dptr || !y.m_dptr) {
-        return !x.m_dptr && !y.m_dptr;
+    if (!x.data_ || !y.data_) {
+        return !x.data_ && !y.data_;
     }
     return x.equal(y);
 }
 
 bool operator<(const CIMDateTime& x, const CIMDateTime& y) {
-    if (!x.m_dptr || !y.m_dptr) {
-        return !x.m_dptr && !!y.m_dptr;
+    if (!x.data_ || !y.data_) {
+        return !x.data_ && !!y.data_;
     }
-    const Int64 a = x.m_dptr->inSeconds();
-    const Int64 b = y.m_dptr->inSeconds();
-    return a < b || (a == b && x.m_dptr->microSecondsOfSecond() < y.m_dptr->microSecondsOfSecond());
+    const Int64 a = x.data_->inSeconds();
+    const Int64 b = y.data_->inSeconds();
+    return a < b || (a == b && x.data_->microSecondsOfSecond() < y.data_->microSecondsOfSecond());
 }
 
 std::ostream& operator<<(std::ostream& ostrm, const CIMDateTime& dateTime) {

@@ -1,5 +1,6 @@
 #include "OW_CIMException.hpp"
 
+#include "OW_ExceptionIds.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
 #include <array>
 #include <cstring>
@@ -9,9 +10,7 @@
 namespace OpenWBEM {
 
 namespace {
-constexpr int CIM_EXCEPTION_SUBCLASS_ID = 1;
-
-constexpr std::array<const char*, 18> TEXTS = {{
+constexpr std::array<const char*, 18> kTexts = {{
     "no error",
     "general error",
     "Access to CIM resource unavailable to client",
@@ -33,7 +32,7 @@ constexpr std::array<const char*, 18> TEXTS = {{
 }};
 
 const char* textOf(int code) {
-    return code >= 0 && static_cast<size_t>(code) < TEXTS.size() ? TEXTS[static_cast<size_t>(code)] : "unknown error";
+    return code >= 0 && static_cast<size_t>(code) < kTexts.size() ? kTexts[static_cast<size_t>(code)] : "unknown error";
 }
 
 std::string longText(const char* text, const char* message) {
@@ -53,7 +52,7 @@ struct CIMException::LongText : public IntrusiveCountableBase {
 };
 
 CIMException::CIMException(const char* file, int line, ErrNoType errval, const char* msg, const Exception* other)
-    : Exception(file, line, msg, errval, other, CIM_EXCEPTION_SUBCLASS_ID) {}
+    : Exception(file, line, msg, errval, other, ExceptionIds::CIMExceptionId) {}
 
 CIMException::CIMException(const CIMException& e) noexcept = default;
 CIMException& CIMException::operator=(const CIMException& rhs) noexcept = default;
@@ -61,7 +60,7 @@ CIMException::~CIMException() noexcept = default;
 
 void CIMException::swap(CIMException& x) noexcept {
     Exception::swap(x);
-    m_longText.swap(x.m_longText);
+    longText_.swap(x.longText_);
 }
 
 const char* CIMException::type() const {
@@ -81,15 +80,15 @@ void CIMException::setErrNo(ErrNoType e) {
 }
 
 const char* CIMException::getMessage() const {
-    if (!m_longText) {
+    if (!longText_) {
         const char* text = textOf(getErrorCode());
         try {
-            m_longText = new LongText(longText(text, Exception::getMessage()));
+            longText_ = new LongText(longText(text, Exception::getMessage()));
         } catch (const std::bad_alloc&) {
             return text;
         }
     }
-    return m_longText->text.c_str();
+    return longText_->text.c_str();
 }
 
 } // namespace OpenWBEM

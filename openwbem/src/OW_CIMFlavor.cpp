@@ -6,19 +6,19 @@
 
 namespace OpenWBEM {
 
-CIMFlavor::CIMFlavor() : m_flavor(INVALID) {}
-CIMFlavor::CIMFlavor(CIMNULL_t) : m_flavor(INVALID) {}
-CIMFlavor::CIMFlavor(Flavor flavor) : m_flavor(validFlavor(flavor) ? Int32(flavor) : Int32(INVALID)) {}
+CIMFlavor::CIMFlavor() : flavor_(INVALID) {}
+CIMFlavor::CIMFlavor(CIMNULL_t) : flavor_(INVALID) {}
+CIMFlavor::CIMFlavor(Flavor flavor) : flavor_(validFlavor(flavor) ? Int32(flavor) : Int32(INVALID)) {}
 CIMFlavor::CIMFlavor(const CIMFlavor& other) = default;
 CIMFlavor::~CIMFlavor() = default;
 CIMFlavor& CIMFlavor::operator=(const CIMFlavor& other) = default;
 
 Int32 CIMFlavor::getFlavor() const {
-    return m_flavor;
+    return flavor_;
 }
 
 bool CIMFlavor::isValid() {
-    return validFlavor(m_flavor);
+    return validFlavor(flavor_);
 }
 
 bool CIMFlavor::validFlavor(Int32 flavor) {
@@ -26,7 +26,7 @@ bool CIMFlavor::validFlavor(Int32 flavor) {
 }
 
 bool CIMFlavor::equals(const CIMFlavor& other) {
-    return m_flavor == other.m_flavor;
+    return flavor_ == other.flavor_;
 }
 
 bool CIMFlavor::operator==(const CIMFlavor& other) {
@@ -38,11 +38,11 @@ bool CIMFlavor::operator!=(const CIMFlavor& other) {
 }
 
 bool operator<(const CIMFlavor& x, const CIMFlavor& y) {
-    return x.m_flavor < y.m_flavor;
+    return x.flavor_ < y.flavor_;
 }
 
 void CIMFlavor::setNull() {
-    m_flavor = INVALID;
+    flavor_ = INVALID;
 }
 
 String CIMFlavor::toString() const {
@@ -50,7 +50,7 @@ String CIMFlavor::toString() const {
 }
 
 String CIMFlavor::toMOF() const {
-    switch (m_flavor) {
+    switch (flavor_) {
     case ENABLEOVERRIDE:
         return "EnableOverride";
     case DISABLEOVERRIDE:
@@ -70,30 +70,30 @@ void CIMFlavor::readObject(std::istream& istrm) {
     CIMBase::readSig(istrm, "F");
     Int32 flavor = INVALID;
     CIMStream::take(istrm, flavor);
-    m_flavor = validFlavor(flavor) ? flavor : Int32(INVALID);
+    flavor_ = validFlavor(flavor) ? flavor : Int32(INVALID);
 }
 
 void CIMFlavor::writeObject(std::ostream& ostrm) const {
     CIMBase::writeSig(ostrm, "F");
-    CIMStream::put(ostrm, m_flavor);
+    CIMStream::put(ostrm, flavor_);
 }
 
-CIMScope::CIMScope(CIMNULL_t) : m_scope(BAD) {}
-CIMScope::CIMScope(Scope scope) : m_scope(scope) {}
+CIMScope::CIMScope(CIMNULL_t) : scope_(BAD) {}
+CIMScope::CIMScope(Scope scope) : scope_(scope) {}
 CIMScope::CIMScope(const CIMScope& other) = default;
 CIMScope::~CIMScope() = default;
 CIMScope& CIMScope::operator=(const CIMScope& other) = default;
 
 CIMScope::Scope CIMScope::getScope() const {
-    return m_scope;
+    return scope_;
 }
 
 bool CIMScope::equals(const CIMScope& other) const {
-    return m_scope == other.m_scope;
+    return scope_ == other.scope_;
 }
 
 void CIMScope::setNull() {
-    m_scope = BAD;
+    scope_ = BAD;
 }
 
 String CIMScope::toString() const {
@@ -104,19 +104,19 @@ String CIMScope::toMOF() const {
     static const char* const names[MAXSCOPE] = {"bad",        "schema",    "class",     "association",
                                                 "indication", "property",  "reference", "method",
                                                 "parameter",  "qualifier", "bad",       "any"};
-    return names[m_scope < MAXSCOPE ? m_scope : BAD];
+    return names[scope_ < MAXSCOPE ? scope_ : BAD];
 }
 
 void CIMScope::readObject(std::istream& istrm) {
     CIMBase::readSig(istrm, "S");
     UInt32 scope = BAD;
     CIMStream::take(istrm, scope);
-    m_scope = scope < MAXSCOPE ? static_cast<Scope>(scope) : BAD;
+    scope_ = scope < MAXSCOPE ? static_cast<Scope>(scope) : BAD;
 }
 
 void CIMScope::writeObject(std::ostream& ostrm) const {
     CIMBase::writeSig(ostrm, "S");
-    CIMStream::put(ostrm, static_cast<UInt32>(m_scope));
+    CIMStream::put(ostrm, static_cast<UInt32>(scope_));
 }
 
 } // namespace OpenWBEM

@@ -34,10 +34,10 @@ void CIMInstance::Data::rebuildKeys() {
     keys = rebuilt;
 }
 
-CIMInstance::CIMInstance() : m_pdata(sharedDefault<Data>()) {}
+CIMInstance::CIMInstance() : data_(sharedDefault<Data>()) {}
 CIMInstance::CIMInstance(CIMNULL_t) {}
 CIMInstance::CIMInstance(const CIMName& className) : CIMInstance() {
-    m_pdata->className = className;
+    data_->className = className;
 }
 CIMInstance::CIMInstance(const char* className) : CIMInstance(CIMName(className)) {}
 CIMInstance::CIMInstance(const CIMInstance& other) = default;
@@ -45,15 +45,15 @@ CIMInstance::~CIMInstance() = default;
 CIMInstance& CIMInstance::operator=(const CIMInstance& other) = default;
 
 void CIMInstance::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMInstance::getClassName() const {
-    return m_pdata->className.toString();
+    return data_->className.toString();
 }
 
 CIMInstance& CIMInstance::setClassName(const CIMName& className) {
-    m_pdata->className = className;
+    data_->className = className;
     return *this;
 }
 
@@ -67,10 +67,10 @@ void CIMInstance::setName(const CIMName& className) {
 
 CIMPropertyArray CIMInstance::getProperties(Int32 valueDataType) const {
     if (valueDataType == CIMDataType::INVALID) {
-        return m_pdata->properties;
+        return data_->properties;
     }
     CIMPropertyArray ofType;
-    for (const CIMProperty& property : m_pdata->properties) {
+    for (const CIMProperty& property : data_->properties) {
         if (property.getDataType() && property.getDataType().getType() == valueDataType) {
             ofType.push_back(property);
         }
@@ -79,17 +79,17 @@ CIMPropertyArray CIMInstance::getProperties(Int32 valueDataType) const {
 }
 
 CIMInstance& CIMInstance::setProperties(const CIMPropertyArray& properties) {
-    m_pdata->properties = properties;
-    m_pdata->rebuildKeys();
+    data_->properties = properties;
+    data_->rebuildKeys();
     return *this;
 }
 
 CIMProperty CIMInstance::getProperty(const CIMName& name) const {
-    return elementNamed(m_pdata->properties, name);
+    return elementNamed(data_->properties, name);
 }
 
 CIMProperty CIMInstance::getProperty(const CIMName& name, const CIMName& originClass) const {
-    return elementNamed(m_pdata->properties, name, originClass);
+    return elementNamed(data_->properties, name, originClass);
 }
 
 CIMProperty CIMInstance::getPropertyT(const CIMName& name) const {
@@ -114,7 +114,7 @@ CIMInstance& CIMInstance::setProperty(const CIMName& name, const CIMValue& value
     if (property) {
         return setProperty(property.setValue(value));
     }
-    m_pdata->properties.push_back(value ? CIMProperty(name, value) : CIMProperty(name));
+    data_->properties.push_back(value ? CIMProperty(name, value) : CIMProperty(name));
     return *this;
 }
 
@@ -122,7 +122,7 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
     if (!property) {
         return *this;
     }
-    CIMPropertyArray& properties = m_pdata->properties;
+    CIMPropertyArray& properties = data_->properties;
     const size_t i = indexOfName(properties, CIMNameAccess::of(property));
     bool concernsKeys = property.isKey();
     if (i < properties.size()) {
@@ -132,7 +132,7 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
         properties.push_back(property);
     }
     if (concernsKeys) {
-        m_pdata->rebuildKeys();
+        data_->rebuildKeys();
     }
     return *this;
 }
@@ -154,54 +154,58 @@ CIMInstance& CIMInstance::updatePropertyValues(const CIMPropertyArray& propertie
 }
 
 CIMInstance& CIMInstance::removeProperty(const CIMName& name) {
-    removeElement(m_pdata->properties, name);
+    const CIMProperty removed = getProperty(name);
+    removeElement(data_->properties, name);
+    if (removed && removed.isKey()) {
+        data_->rebuildKeys();
+    }
     return *this;
 }
 
 CIMPropertyArray CIMInstance::getKeyValuePairs() const {
-    return m_pdata->keys;
+    return data_->keys;
 }
 
 CIMInstance& CIMInstance::setKeys(const CIMPropertyArray& keys) {
-    m_pdata->keys = keys;
+    data_->keys = keys;
     return *this;
 }
 
 CIMQualifierArray CIMInstance::getQualifiers() const {
-    return m_pdata->qualifiers;
+    return data_->qualifiers;
 }
 
 CIMQualifier CIMInstance::getQualifier(const CIMName& name) const {
-    return elementNamed(m_pdata->qualifiers, name);
+    return elementNamed(data_->qualifiers, name);
 }
 
 CIMInstance& CIMInstance::removeQualifier(const CIMName& name) {
-    removeElement(m_pdata->qualifiers, name);
+    removeElement(data_->qualifiers, name);
     return *this;
 }
 
 CIMInstance& CIMInstance::setQualifiers(const CIMQualifierArray& qualifiers) {
-    m_pdata->qualifiers = qualifiers;
+    data_->qualifiers = qualifiers;
     return *this;
 }
 
 CIMInstance& CIMInstance::setQualifier(const CIMQualifier& qualifier) {
-    setElement(m_pdata->qualifiers, qualifier);
+    setElement(data_->qualifiers, qualifier);
     return *this;
 }
 
 String CIMInstance::getLanguage() const {
-    return m_pdata->language;
+    return data_->language;
 }
 
 CIMInstance& CIMInstance::setLanguage(const String& language) {
-    m_pdata->language = language;
+    data_->language = language;
     return *this;
 }
 
 bool CIMInstance::propertiesAreEqualTo(const CIMInstance& other) const {
-    const CIMPropertyArray& mine = m_pdata->properties;
-    const CIMPropertyArray& others = other.m_pdata->properties;
+    const CIMPropertyArray& mine = data_->properties;
+    const CIMPropertyArray& others = other.data_->properties;
     if (mine.size() != others.size()) {
         return false;
     }
@@ -215,39 +219,62 @@ bool CIMInstance::propertiesAreEqualTo(const CIMInstance& other) const {
     return true;
 }
 
-String CIMInstance::toString() const {
+namespace {
+
+bool isInvisible(const CIMProperty& property) {
     static const CIMName& invisible = *new CIMName(CIMQualifier::CIM_QUAL_INVISIBLE);
-    std::string text = ("instance of " + getClassName() + " {\n").c_str();
-    for (const CIMProperty& property : m_pdata->properties) {
-        if (property.hasTrueQualifier(invisible)) {
-            continue;
-        }
-        const CIMValue value = property.getValue();
-        text += (property.getName() + " = " + (value ? value.toString() : String("null")) + ";\n").c_str();
+    return property.hasTrueQualifier(invisible);
+}
+
+/// A property's line of MOF, with its qualifiers on one of their own if it has a value.
+String propertyToMOF(const CIMProperty& property) {
+    const CIMValue value = property.getValue();
+    const String name = "  " + property.getName();
+    if (!value) {
+        return name + "=NULL;\n";
     }
-    return (text + "}\n").c_str();
+    const CIMQualifierArray qualifiers = property.getQualifiers();
+    const String qualifierLine = qualifiers.empty() ? String() : "  " + qualifiersToMOF(qualifiers) + "\n";
+    return qualifierLine + name + "=" + value.toMOF() + ";\n";
+}
+
+} // namespace
+
+String CIMInstance::toString() const {
+    StringArray texts(1, "instance of " + getClassName() + " {\n");
+    for (const CIMProperty& property : data_->properties) {
+        if (!isInvisible(property)) {
+            const CIMValue value = property.getValue();
+            texts.push_back(property.getName() + " = " + (value ? value.toString() : String("null")) + ";\n");
+        }
+    }
+    return joined(texts, "") + "}\n";
 }
 
 String CIMInstance::toMOF() const {
-    std::string text = qualifiersToMOF(m_pdata->qualifiers, "");
-    text += ("INSTANCE OF " + getClassName() + "\n{\n").c_str();
-    for (const CIMProperty& property : m_pdata->properties) {
-        const CIMValue value = property.getValue();
-        text += ("  " + property.getName() + "=" + (value ? value.toMOF() : String("NULL")) + ";\n").c_str();
+    StringArray texts;
+    if (!data_->qualifiers.empty()) {
+        texts.push_back("[\n" + qualifiersToMOF(data_->qualifiers).substring(1) + "\n");
     }
-    return (text + "};\n").c_str();
+    texts.push_back("INSTANCE OF " + getClassName() + "\n{\n");
+    for (const CIMProperty& property : data_->properties) {
+        if (!isInvisible(property)) {
+            texts.push_back(propertyToMOF(property));
+        }
+    }
+    return joined(texts, "") + "};\n";
 }
 
 void CIMInstance::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "I").release();
+    data_ = CIMStream::readData<Data>(istrm, "I").release();
 }
 
 void CIMInstance::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "I", *m_pdata);
+    CIMStream::writeData(ostrm, "I", *data_);
 }
 
 bool operator<(const CIMInstance& x, const CIMInstance& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

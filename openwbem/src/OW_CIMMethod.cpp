@@ -26,13 +26,13 @@ struct CIMMethod::Data : public ModelData<CIMMethod::Data> {
 };
 
 const CIMName& CIMNameAccess::of(const CIMMethod& method) {
-    return method.m_pdata->name;
+    return method.data_->name;
 }
 
-CIMMethod::CIMMethod() : m_pdata(sharedDefault<Data>()) {}
+CIMMethod::CIMMethod() : data_(sharedDefault<Data>()) {}
 CIMMethod::CIMMethod(CIMNULL_t) {}
 CIMMethod::CIMMethod(const CIMName& name) : CIMMethod() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMMethod::CIMMethod(const char* name) : CIMMethod(CIMName(name)) {}
 CIMMethod::CIMMethod(const CIMMethod& other) = default;
@@ -40,62 +40,62 @@ CIMMethod::~CIMMethod() = default;
 CIMMethod& CIMMethod::operator=(const CIMMethod& other) = default;
 
 void CIMMethod::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMMethod::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMMethod::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 CIMQualifierArray CIMMethod::getQualifiers() const {
-    return m_pdata->qualifiers;
+    return data_->qualifiers;
 }
 
 CIMQualifier CIMMethod::getQualifier(const CIMName& name) const {
-    return elementNamed(m_pdata->qualifiers, name);
+    return elementNamed(data_->qualifiers, name);
 }
 
 CIMMethod& CIMMethod::addQualifier(const CIMQualifier& qualifier) {
-    addElement(m_pdata->qualifiers, qualifier, "Qualifier");
+    addElement(data_->qualifiers, qualifier, "Qualifier");
     return *this;
 }
 
 CIMMethod& CIMMethod::setQualifiers(const CIMQualifierArray& qualifiers) {
-    m_pdata->qualifiers = qualifiers;
+    data_->qualifiers = qualifiers;
     return *this;
 }
 
 String CIMMethod::getOriginClass() const {
-    return m_pdata->originClass.toString();
+    return data_->originClass.toString();
 }
 
 CIMMethod& CIMMethod::setOriginClass(const CIMName& originClass) {
-    m_pdata->originClass = originClass;
+    data_->originClass = originClass;
     return *this;
 }
 
 CIMMethod& CIMMethod::addParameter(const CIMParameter& parameter) {
-    m_pdata->parameters.push_back(parameter);
+    data_->parameters.push_back(parameter);
     return *this;
 }
 
 CIMMethod& CIMMethod::setParameters(const CIMParameterArray& parameters) {
-    m_pdata->parameters = parameters;
+    data_->parameters = parameters;
     return *this;
 }
 
 CIMParameterArray CIMMethod::getParameters() const {
-    return m_pdata->parameters;
+    return data_->parameters;
 }
 
 CIMParameterArray CIMMethod::getINParameters() const {
     static const CIMName& in = *new CIMName(CIMQualifier::CIM_QUAL_IN);
     CIMParameterArray found;
-    for (const CIMParameter& parameter : m_pdata->parameters) {
+    for (const CIMParameter& parameter : data_->parameters) {
         if (!parameter.getQualifier(in) || parameter.hasTrueQualifier(in)) {
             found.push_back(parameter);
         }
@@ -106,7 +106,7 @@ CIMParameterArray CIMMethod::getINParameters() const {
 CIMParameterArray CIMMethod::getOUTParameters() const {
     static const CIMName& out = *new CIMName(CIMQualifier::CIM_QUAL_OUT);
     CIMParameterArray found;
-    for (const CIMParameter& parameter : m_pdata->parameters) {
+    for (const CIMParameter& parameter : data_->parameters) {
         if (parameter.hasTrueQualifier(out)) {
             found.push_back(parameter);
         }
@@ -115,34 +115,34 @@ CIMParameterArray CIMMethod::getOUTParameters() const {
 }
 
 CIMMethod& CIMMethod::setReturnType(const CIMDataType& returnType) {
-    m_pdata->returnType = returnType;
+    data_->returnType = returnType;
     return *this;
 }
 
 CIMDataType CIMMethod::getReturnType() const {
-    return m_pdata->returnType;
+    return data_->returnType;
 }
 
 Int32 CIMMethod::getReturnDataSize() const {
-    return m_pdata->returnType.getSize();
+    return data_->returnType.getSize();
 }
 
 CIMMethod& CIMMethod::setOverridingMethod(const CIMName& method) {
-    m_pdata->overridingMethod = method;
+    data_->overridingMethod = method;
     return *this;
 }
 
 String CIMMethod::getOverridingMethod() const {
-    return m_pdata->overridingMethod.toString();
+    return data_->overridingMethod.toString();
 }
 
 CIMMethod& CIMMethod::setPropagated(bool propagated) {
-    m_pdata->propagated = propagated;
+    data_->propagated = propagated;
     return *this;
 }
 
 bool CIMMethod::getPropagated() const {
-    return m_pdata->propagated;
+    return data_->propagated;
 }
 
 CIMMethod CIMMethod::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
@@ -163,32 +163,29 @@ CIMMethod CIMMethod::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncl
 }
 
 String CIMMethod::toString() const {
-    return toMOF();
+    return "CIMMethod NAME = " + getName();
 }
 
 String CIMMethod::toMOF() const {
-    const Data& data = *m_pdata;
-    std::string text = qualifiersToMOF(data.qualifiers, "  ");
-    text += ("  " + data.returnType.toMOF() + " " + data.name.toString() + "(").c_str();
-    const char* separator = "\n";
+    const Data& data = *data_;
+    StringArray parameters;
     for (const CIMParameter& parameter : data.parameters) {
-        text += separator;
-        text += parameter.toMOF().c_str();
-        separator = ",\n";
+        parameters.push_back(parameter.toMOF());
     }
-    return (text + ");\n").c_str();
+    return qualifiersToMOF(data.qualifiers) + data.returnType.toMOF() + " " + data.name.toString() + "(" +
+           joined(parameters, ",") + ");\n";
 }
 
 void CIMMethod::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "M").release();
+    data_ = CIMStream::readData<Data>(istrm, "M").release();
 }
 
 void CIMMethod::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "M", *m_pdata);
+    CIMStream::writeData(ostrm, "M", *data_);
 }
 
 bool operator<(const CIMMethod& x, const CIMMethod& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

@@ -1,11 +1,12 @@
 #include "OW_CIMModel.hpp"
 
 #include "OW_CIMFlavor.hpp"
+#include "OW_CIMObjectPath.hpp"
 #include "OW_CIMQualifier.hpp"
 #include "OW_CIMValue.hpp"
 #include "OW_String.hpp"
 
-#include <cstdio>
+#include <string>
 
 namespace OpenWBEM {
 
@@ -44,34 +45,6 @@ Int32 oppositeOf(Int32 flavor) {
     }
 }
 
-void appendEscaped(std::string& text, char character) {
-    switch (character) {
-    case '\\':
-    case '"':
-        text += '\\';
-        text += character;
-        return;
-    case '\n':
-        text += "\\n";
-        return;
-    case '\t':
-        text += "\\t";
-        return;
-    case '\r':
-        text += "\\r";
-        return;
-    default:
-        break;
-    }
-    if (static_cast<unsigned char>(character) < 0x20) {
-        char code[8];
-        std::snprintf(code, sizeof(code), "\\x%04X", static_cast<unsigned>(character));
-        text += code;
-    } else {
-        text += character;
-    }
-}
-
 } // namespace
 
 void addFlavorTo(CIMFlavorArray& flavors, const CIMFlavor& flavor) {
@@ -100,26 +73,26 @@ bool containsFlavor(const CIMFlavorArray& flavors, const CIMFlavor& flavor) {
 }
 
 String quoteForMOF(const String& text) {
-    std::string quoted = "\"";
-    for (size_t i = 0; i < text.length(); ++i) {
-        appendEscaped(quoted, text.c_str()[i]);
-    }
-    quoted += '"';
-    return String(quoted.data(), quoted.size());
+    return "\"" + CIMObjectPath::escape(text) + "\"";
 }
 
-std::string qualifiersToMOF(const CIMQualifierArray& qualifiers, const char* indent) {
-    if (qualifiers.empty()) {
-        return std::string();
+String joined(const StringArray& texts, const char* separator) {
+    std::string all;
+    for (const String& text : texts) {
+        if (&text != &*texts.begin()) {
+            all += separator;
+        }
+        all.append(text.c_str(), text.length());
     }
-    std::string text = indent;
-    const char* separator = "[";
+    return String(all.data(), all.size());
+}
+
+String qualifiersToMOF(const CIMQualifierArray& qualifiers, const char* separator) {
+    StringArray texts;
     for (const CIMQualifier& qualifier : qualifiers) {
-        text += separator;
-        text += qualifier.toMOF().c_str();
-        separator = ", ";
+        texts.push_back(qualifier.toMOF());
     }
-    return text + "]\n";
+    return texts.empty() ? String() : "[" + joined(texts, separator) + "]";
 }
 
 } // namespace OpenWBEM

@@ -9,8 +9,8 @@
 #include "OW_CIMName.hpp"
 #include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_COWIntrusiveReference.hpp"
+#include "OW_String.hpp"
 
-#include <string>
 #include <tuple>
 
 namespace OpenWBEM {
@@ -127,7 +127,9 @@ bool containsFlavor(const CIMFlavorArray& flavors, const CIMFlavor& flavor);
 /// The text in double quotes, escaped as MOF writes strings.
 String quoteForMOF(const String& text);
 
-/// "[A, B(true)]" and a newline behind the indent, or nothing without qualifiers.
-std::string qualifiersToMOF(const CIMQualifierArray& qualifiers, const char* indent);
+String joined(const StringArray& texts, const char* separator);
+
+/// "[A,B(true)]", or nothing without qualifiers.
+String qualifiersToMOF(const CIMQualifierArray& qualifiers, const char* separator = ",");
 
 } // namespace OpenWBEM

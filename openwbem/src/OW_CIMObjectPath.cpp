@@ -24,10 +24,10 @@ struct CIMObjectPath::Data : public ModelData<CIMObjectPath::Data> {
     }
 };
 
-CIMObjectPath::CIMObjectPath() : m_pdata(sharedDefault<Data>()) {}
+CIMObjectPath::CIMObjectPath() : data_(sharedDefault<Data>()) {}
 CIMObjectPath::CIMObjectPath(CIMNULL_t) {}
 CIMObjectPath::CIMObjectPath(const CIMName& className) : CIMObjectPath() {
-    m_pdata->className = className;
+    data_->className = className;
 }
 CIMObjectPath::CIMObjectPath(const char* className) : CIMObjectPath(CIMName(className)) {}
 CIMObjectPath::CIMObjectPath(const CIMName& className, const String& ns) : CIMObjectPath(className) {
@@ -45,15 +45,15 @@ CIMObjectPath::~CIMObjectPath() = default;
 CIMObjectPath& CIMObjectPath::operator=(const CIMObjectPath& other) = default;
 
 void CIMObjectPath::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 CIMPropertyArray CIMObjectPath::getKeys() const {
-    return m_pdata->keys;
+    return data_->keys;
 }
 
 CIMProperty CIMObjectPath::getKey(const CIMName& name) const {
-    return elementNamed(m_pdata->keys, name);
+    return elementNamed(data_->keys, name);
 }
 
 CIMProperty CIMObjectPath::getKeyT(const CIMName& name) const {
@@ -80,7 +80,7 @@ CIMObjectPath& CIMObjectPath::setKeys(const CIMPropertyArray& keys) {
             plain[i].clearQualifiers();
         }
     }
-    m_pdata->keys = plain;
+    data_->keys = plain;
     return *this;
 }
 
@@ -95,28 +95,29 @@ CIMObjectPath& CIMObjectPath::setKeyValue(const CIMName& name, const CIMValue& v
     } else {
         key = CIMProperty(name, value);
     }
-    setElement(m_pdata->keys, key);
+    setElement(data_->keys, key);
     return *this;
 }
 
 CIMObjectPath& CIMObjectPath::addKey(const CIMName& name, const CIMValue& value) {
     if (value) {
-        m_pdata->keys.push_back(CIMProperty(name, value));
+        data_->keys.push_back(CIMProperty(name, value));
     }
     return *this;
 }
 
 CIMObjectPath& CIMObjectPath::addKey(const CIMProperty& key) {
-    m_pdata->keys.push_back(key);
+    CIMProperty plain(key);
+    data_->keys.push_back(plain.clearQualifiers());
     return *this;
 }
 
 String CIMObjectPath::getClassName() const {
-    return m_pdata->className.toString();
+    return data_->className.toString();
 }
 
 CIMObjectPath& CIMObjectPath::setClassName(const CIMName& className) {
-    m_pdata->className = className;
+    data_->className = className;
     return *this;
 }
 
@@ -129,37 +130,37 @@ CIMObjectPath& CIMObjectPath::setObjectName(const CIMName& className) {
 }
 
 String CIMObjectPath::getNameSpace() const {
-    return m_pdata->nameSpace.getNameSpace();
+    return data_->nameSpace.getNameSpace();
 }
 
 CIMObjectPath& CIMObjectPath::setNameSpace(const String& ns) {
-    m_pdata->nameSpace.setNameSpace(ns);
+    data_->nameSpace.setNameSpace(ns);
     return *this;
 }
 
 CIMNameSpace CIMObjectPath::getFullNameSpace() const {
-    return m_pdata->nameSpace;
+    return data_->nameSpace;
 }
 
 void CIMObjectPath::setFullNameSpace(const CIMNameSpace& ns) {
-    m_pdata->nameSpace = ns;
+    data_->nameSpace = ns;
 }
 
 String CIMObjectPath::getHost() const {
-    return m_pdata->nameSpace.getHost();
+    return data_->nameSpace.getHost();
 }
 
 CIMObjectPath& CIMObjectPath::setHost(const String& host) {
-    m_pdata->nameSpace.setHost(host);
+    data_->nameSpace.setHost(host);
     return *this;
 }
 
 CIMUrl CIMObjectPath::getNameSpaceUrl() const {
-    return m_pdata->nameSpace.getHostUrl();
+    return data_->nameSpace.getHostUrl();
 }
 
 bool CIMObjectPath::isClassPath() const {
-    return m_pdata->keys.empty();
+    return data_->keys.empty();
 }
 
 bool CIMObjectPath::isInstancePath() const {
@@ -195,8 +196,8 @@ bool CIMObjectPath::equals(const CIMObjectPath& other) const {
     if (!*this || !other) {
         return !*this && !other;
     }
-    return m_pdata->className == other.m_pdata->className && getNameSpace().equalsIgnoreCase(other.getNameSpace()) &&
-           sameKeys(m_pdata->keys, other.m_pdata->keys);
+    return data_->className == other.data_->className && getNameSpace().equalsIgnoreCase(other.getNameSpace()) &&
+           sameKeys(data_->keys, other.data_->keys);
 }
 
 CIMObjectPath& CIMObjectPath::syncWithClass(const CIMClass& cimClass) {
@@ -227,11 +228,11 @@ CIMObjectPath& CIMObjectPath::syncWithClass(const CIMClass& cimClass) {
 }
 
 void CIMObjectPath::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "O").release();
+    data_ = CIMStream::readData<Data>(istrm, "O").release();
 }
 
 void CIMObjectPath::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "O", *m_pdata);
+    CIMStream::writeData(ostrm, "O", *data_);
 }
 
 bool operator<(const CIMObjectPath& x, const CIMObjectPath& y) {
@@ -242,7 +243,7 @@ bool operator<(const CIMObjectPath& x, const CIMObjectPath& y) {
     if (order != 0) {
         return order < 0;
     }
-    return std::tie(x.m_pdata->className, x.m_pdata->keys) < std::tie(y.m_pdata->className, y.m_pdata->keys);
+    return std::tie(x.data_->className, x.data_->keys) < std::tie(y.data_->className, y.data_->keys);
 }
 
 } // namespace OpenWBEM

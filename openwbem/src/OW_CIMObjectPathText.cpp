@@ -8,10 +8,13 @@
 #include "OW_CIMUrl.hpp"
 #include "OW_CIMValue.hpp"
 
-#include <algorithm>
 #include <string>
 
 namespace OpenWBEM {
+
+namespace {
+constexpr Int32 kDefaultPort = 5988;
+}
 
 String CIMObjectPath::escape(const String& text) {
     std::string escaped;
@@ -30,8 +33,7 @@ String CIMObjectPath::unEscape(const String& text) {
     for (size_t i = 0; i < text.length(); ++i) {
         char c = text.c_str()[i];
         if (c == '\\' && i + 1 < text.length()) {
-            c = text.c_str()[++i];
-            c = c == 'n' ? '\n' : c;
+            c = text.c_str()[++i]; // also for \n: deliberate
         }
         plain += c;
     }
@@ -59,8 +61,8 @@ String CIMObjectPath::toString() const {
     String text;
     if (!url.isLocal()) {
         text = url.getProtocol() + "://" + url.getHost();
-        if (url.getPortNumber() > 0) {
-            text += ":" + String(url.getPortNumber());
+        if (url.getPort() > 0 && url.getPort() != kDefaultPort) {
+            text += ":" + String(url.getPort());
         }
     }
     return text + "/" + getNameSpace() + ":" + modelPath();
@@ -75,14 +77,12 @@ namespace {
 /// Takes [protocol://host[:port]/][namespace:]Class.Key=value,... apart, from its front to its end.
 class PathReader {
   public:
-    explicit PathReader(const String& text) : m_text(text) {}
+    explicit PathReader(const String& text) : given_(text), rest_(String(text).trim()) {}
 
     void read() {
         readUrl();
         readNameSpaceAndClass();
-        do {
-            readKey();
-        } while (takeComma());
+        readKeys();
     }
 
     CIMUrl url;
@@ -91,93 +91,105 @@ class PathReader {
     CIMPropertyArray keys;
 
   private:
-    [[noreturn]] void fail(CIMException::ErrNoType code, const char* what) const {
-        const String message = String(what) + ": " + m_text;
+    [[noreturn]] static void fail(CIMException::ErrNoType code, const String& message) {
         OW_THROWCIMMSG(code, message.c_str());
     }
-    bool atEnd() const { return m_position >= m_text.length(); }
-    /// The text from here up to the position, or to the end.
+    [[noreturn]] void failWithText(const char* what) const {
+        fail(CIMException::INVALID_PARAMETER, String(what) + ": " + given_);
+    }
+    /// The rest up to the position, which the rest then begins behind.
     String takeUpTo(size_t position) {
-        const size_t end = std::min(position, m_text.length());
-        String taken = m_text.substring(m_position, end - m_position);
-        m_position = end;
+        const String taken = rest_.substring(0, position);
+        rest_ = rest_.substring(position + 1);
         return taken;
     }
 
     void readUrl();
     void readNameSpaceAndClass();
-    void readKey();
-    String readQuoted();
-    bool takeComma();
+    void readKeys();
+    void readKey(const String& text);
 
-    const String m_text;
-    size_t m_position = 0;
+    const String given_;
+    String rest_;
 };
 
 void PathReader::readUrl() {
-    const size_t protocolEnd = m_text.indexOf("://");
-    if (protocolEnd == String::npos || m_text.indexOf('=') < protocolEnd) {
+    const size_t protocolEnd = rest_.indexOf("://");
+    if (protocolEnd == String::npos || protocolEnd != rest_.indexOf(':')) {
         return;
     }
-    const size_t hostEnd = m_text.indexOf('/', protocolEnd + 3);
+    const String protocol = takeUpTo(protocolEnd);
+    rest_ = rest_.substring(2);
+    const size_t hostEnd = rest_.indexOf('/');
     if (hostEnd == String::npos) {
-        fail(CIMException::INVALID_PARAMETER, "Nothing follows the host of the object path");
+        failWithText("Invalid instance name");
     }
-    url = CIMUrl(takeUpTo(hostEnd));
-    ++m_position;
+    const String authority = takeUpTo(hostEnd);
+    const size_t colon = authority.indexOf(':', authority.startsWith('[') ? authority.indexOf(']') : 0);
+    if (colon == String::npos) {
+        url = CIMUrl(protocol, authority, url.getFile(), url.getPort());
+        return;
+    }
+    try {
+        url = CIMUrl(protocol, authority.substring(0, colon), url.getFile(), authority.substring(colon + 1).toInt32());
+    } catch (const StringConversionException&) {
+        fail(CIMException::INVALID_PARAMETER, "Invalid port in Object Path");
+    }
 }
 
 void PathReader::readNameSpaceAndClass() {
-    const size_t assignment = m_text.indexOf('=', m_position);
-    const size_t colon = m_text.indexOf(':', m_position);
-    if (colon != String::npos && colon < assignment) {
+    const size_t colon = rest_.indexOf(':');
+    if (colon != String::npos) {
         nameSpace = takeUpTo(colon);
-        ++m_position;
     }
-    const size_t dot = m_text.indexOf('.', m_position);
-    if (dot == String::npos || dot + 1 == m_text.length()) {
-        fail(CIMException::INVALID_PARAMETER, "There are no keys in the object path");
+    const size_t dot = rest_.indexOf('.');
+    if (dot == String::npos) {
+        failWithText("class name not found in instance name");
     }
     className = takeUpTo(dot);
-    ++m_position;
+    if (rest_.empty()) {
+        failWithText("No key values found in instance name");
+    }
 }
 
-void PathReader::readKey() {
-    const size_t assignment = m_text.indexOf('=', m_position);
-    if (assignment == String::npos || m_text.indexOf(',', m_position) < assignment) {
-        fail(CIMException::NOT_FOUND, "There is no = behind a key of the object path");
+/// Where the key at the front of the text ends: its comma or the end, npos within an open quote.
+size_t keyEnd(const String& text) {
+    bool quoted = false;
+    for (size_t i = 0; i < text.length(); ++i) {
+        const char c = text.charAt(i);
+        if (c == '"') {
+            quoted = !quoted;
+        } else if (quoted && c == '\\') {
+            ++i;
+        } else if (!quoted && c == ',') {
+            return i;
+        }
     }
-    const CIMName name(takeUpTo(assignment));
-    ++m_position;
-    const bool quoted = m_text.charAt(m_position) == '"' && !atEnd();
-    const String value = quoted ? readQuoted() : takeUpTo(m_text.indexOf(',', m_position));
-    keys.push_back(CIMProperty(name, CIMValue(value)));
+    return quoted ? String::npos : text.length();
 }
 
-/// The quoted value from here on, unescaped.
-String PathReader::readQuoted() {
-    size_t end = ++m_position;
-    while (end < m_text.length() && m_text.c_str()[end] != '"') {
-        end += size_t(m_text.c_str()[end] == '\\' ? 2 : 1);
+void PathReader::readKeys() {
+    const String all = rest_;
+    for (bool first = true; !rest_.empty() && (first || rest_.length() > 1); first = false) {
+        const size_t end = keyEnd(rest_);
+        if (end == String::npos) {
+            return;
+        }
+        const String key = takeUpTo(end);
+        if (key.indexOf('=') == String::npos) {
+            fail(CIMException::NOT_FOUND, "Bad key in string (" + all + ")");
+        }
+        readKey(key);
     }
-    if (end >= m_text.length()) {
-        fail(CIMException::INVALID_PARAMETER, "A quoted value of the object path has no end");
-    }
-    const String escaped = takeUpTo(end);
-    ++m_position;
-    return CIMObjectPath::unEscape(escaped);
 }
 
-/// False at the end.
-bool PathReader::takeComma() {
-    if (atEnd()) {
-        return false;
+void PathReader::readKey(const String& text) {
+    const size_t assignment = text.indexOf('=');
+    String value = text.substring(assignment + 1);
+    if (value.startsWith('"')) {
+        value = CIMObjectPath::unEscape(value.substring(1, value.length() - (value.endsWith('"') ? 2 : 1)));
     }
-    if (m_text.c_str()[m_position] != ',') {
-        fail(CIMException::INVALID_PARAMETER, "A value of the object path goes on behind its quotes");
-    }
-    ++m_position;
-    return true;
+    keys.push_back(CIMProperty(text.substring(0, assignment), CIMValue(value.empty() ? String("") : value)));
 }
 
 } // namespace

@@ -16,42 +16,42 @@ struct CIMParamValue::Data : public ModelData<CIMParamValue::Data> {
     }
 };
 
-CIMParamValue::CIMParamValue() : m_pdata(sharedDefault<Data>()) {}
+CIMParamValue::CIMParamValue() : data_(sharedDefault<Data>()) {}
 CIMParamValue::CIMParamValue(CIMNULL_t) {}
 CIMParamValue::CIMParamValue(const CIMName& name, const CIMValue& value) : CIMParamValue(name) {
-    m_pdata->value = value;
+    data_->value = value;
 }
 CIMParamValue::CIMParamValue(const CIMName& name) : CIMParamValue() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMParamValue::CIMParamValue(const CIMParamValue& other) = default;
 CIMParamValue::~CIMParamValue() = default;
 CIMParamValue& CIMParamValue::operator=(const CIMParamValue& other) = default;
 
 void CIMParamValue::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMParamValue::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 CIMParamValue& CIMParamValue::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
     return *this;
 }
 
 CIMValue CIMParamValue::getValue() const {
-    return m_pdata->value;
+    return data_->value;
 }
 
 CIMParamValue& CIMParamValue::setValue(const CIMValue& value) {
-    m_pdata->value = value;
+    data_->value = value;
     return *this;
 }
 
 String CIMParamValue::toString() const {
-    return "CIMParamValue(" + getName() + "): " + m_pdata->value.toString();
+    return "CIMParamValue(" + getName() + "): " + data_->value.toString();
 }
 
 String CIMParamValue::toMOF() const {
@@ -59,15 +59,15 @@ String CIMParamValue::toMOF() const {
 }
 
 void CIMParamValue::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "v").release();
+    data_ = CIMStream::readData<Data>(istrm, "v").release();
 }
 
 void CIMParamValue::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "v", *m_pdata);
+    CIMStream::writeData(ostrm, "v", *data_);
 }
 
 bool operator<(const CIMParamValue& x, const CIMParamValue& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

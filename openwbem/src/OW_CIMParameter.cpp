@@ -18,10 +18,10 @@ struct CIMParameter::Data : public ModelData<CIMParameter::Data> {
     }
 };
 
-CIMParameter::CIMParameter() : m_pdata(sharedDefault<Data>()) {}
+CIMParameter::CIMParameter() : data_(sharedDefault<Data>()) {}
 CIMParameter::CIMParameter(CIMNULL_t) {}
 CIMParameter::CIMParameter(const CIMName& name) : CIMParameter() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMParameter::CIMParameter(const char* name) : CIMParameter(CIMName(name)) {}
 CIMParameter::CIMParameter(const CIMParameter& other) = default;
@@ -29,67 +29,67 @@ CIMParameter::~CIMParameter() = default;
 CIMParameter& CIMParameter::operator=(const CIMParameter& other) = default;
 
 void CIMParameter::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMParameter::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMParameter::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 CIMQualifierArray CIMParameter::getQualifiers() const {
-    return m_pdata->qualifiers;
+    return data_->qualifiers;
 }
 
 CIMParameter& CIMParameter::setQualifiers(const CIMQualifierArray& qualifiers) {
-    m_pdata->qualifiers = qualifiers;
+    data_->qualifiers = qualifiers;
     return *this;
 }
 
 CIMQualifier CIMParameter::getQualifier(const CIMName& name) const {
-    return elementNamed(m_pdata->qualifiers, name);
+    return elementNamed(data_->qualifiers, name);
 }
 
 bool CIMParameter::hasTrueQualifier(const CIMName& name) const {
-    return hasTrueElement(m_pdata->qualifiers, name);
+    return hasTrueElement(data_->qualifiers, name);
 }
 
 CIMParameter& CIMParameter::setDataType(const CIMDataType& dataType) {
-    m_pdata->dataType = dataType;
+    data_->dataType = dataType;
     return *this;
 }
 
 CIMDataType CIMParameter::getType() const {
-    return m_pdata->dataType;
+    return data_->dataType;
 }
 
 Int32 CIMParameter::getDataSize() const {
-    return m_pdata->dataType.getSize();
+    return data_->dataType.getSize();
 }
 
 String CIMParameter::toString() const {
-    return toMOF();
+    return "CIMParameter(" + getName() + ")";
 }
 
 String CIMParameter::toMOF() const {
-    const Data& data = *m_pdata;
-    const String qualifiers = qualifiersToMOF(data.qualifiers, "    ").c_str();
-    return qualifiers + "    " + data.dataType.toMOF() + " " + data.name.toString() + data.dataType.getArrayMOF();
+    const Data& data = *data_;
+    return qualifiersToMOF(data.qualifiers) + data.dataType.toMOF() + " " + data.name.toString() +
+           data.dataType.getArrayMOF();
 }
 
 void CIMParameter::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "p").release();
+    data_ = CIMStream::readData<Data>(istrm, "p").release();
 }
 
 void CIMParameter::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "p", *m_pdata);
+    CIMStream::writeData(ostrm, "p", *data_);
 }
 
 bool operator<(const CIMParameter& x, const CIMParameter& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

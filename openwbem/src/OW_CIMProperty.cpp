@@ -30,35 +30,35 @@ struct CIMProperty::Data : public ModelData<CIMProperty::Data> {
 };
 
 const CIMName& CIMNameAccess::of(const CIMProperty& property) {
-    return property.m_pdata->name;
+    return property.data_->name;
 }
 
-CIMProperty::CIMProperty() : m_pdata(sharedDefault<Data>()) {}
+CIMProperty::CIMProperty() : data_(sharedDefault<Data>()) {}
 CIMProperty::CIMProperty(CIMNULL_t) {}
 CIMProperty::CIMProperty(const CIMName& name) : CIMProperty() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMProperty::CIMProperty(const char* name) : CIMProperty(CIMName(name)) {}
 CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value) : CIMProperty(name, value.getCIMDataType()) {
-    m_pdata->value = value;
+    data_->value = value;
 }
 CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType) : CIMProperty(name) {
-    m_pdata->dataType = dataType;
+    data_->dataType = dataType;
 }
 CIMProperty::CIMProperty(const CIMProperty& other) = default;
 CIMProperty::~CIMProperty() = default;
 CIMProperty& CIMProperty::operator=(const CIMProperty& other) = default;
 
 void CIMProperty::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMProperty::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMProperty::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 namespace {
@@ -76,12 +76,12 @@ CIMValue valueFor(const CIMValue& value, const CIMDataType& dataType) {
 
 CIMProperty& CIMProperty::setValue(const CIMValue& value) {
     const CIMDataType dataType = getDataType();
-    m_pdata->value = dataType ? valueFor(value, dataType) : value;
+    data_->value = dataType ? valueFor(value, dataType) : value;
     return *this;
 }
 
 CIMValue CIMProperty::getValue() const {
-    return m_pdata->value;
+    return data_->value;
 }
 
 CIMValue CIMProperty::getValueT() const {
@@ -94,8 +94,8 @@ CIMValue CIMProperty::getValueT() const {
 
 CIMProperty& CIMProperty::setDataType(const CIMDataType& dataType) {
     const CIMValue value = valueFor(getValue(), dataType);
-    m_pdata->dataType = dataType;
-    m_pdata->value = value;
+    data_->dataType = dataType;
+    data_->value = value;
     return *this;
 }
 
@@ -104,30 +104,30 @@ CIMProperty& CIMProperty::setDataType(const CIMDataType::Type& dataType) {
 }
 
 CIMDataType CIMProperty::getDataType() const {
-    return m_pdata->dataType;
+    return data_->dataType;
 }
 
 Int32 CIMProperty::getSize() const {
-    return m_pdata->size;
+    return data_->size;
 }
 
 CIMProperty& CIMProperty::setDataSize(Int32 size) {
-    m_pdata->size = size;
+    data_->size = size;
     return *this;
 }
 
 CIMQualifierArray CIMProperty::getQualifiers() const {
-    return m_pdata->qualifiers;
+    return data_->qualifiers;
 }
 
 CIMProperty& CIMProperty::setQualifiers(const CIMQualifierArray& qualifiers) {
-    m_pdata->qualifiers = qualifiers;
+    data_->qualifiers = qualifiers;
     return *this;
 }
 
 CIMProperty& CIMProperty::clearQualifiers() {
     if (!getQualifiers().empty()) {
-        m_pdata->qualifiers.clear();
+        data_->qualifiers.clear();
     }
     return *this;
 }
@@ -144,7 +144,7 @@ CIMProperty& CIMProperty::clearNonKeyQualifiers() {
 }
 
 CIMQualifier CIMProperty::getQualifier(const CIMName& name) const {
-    return elementNamed(m_pdata->qualifiers, name);
+    return elementNamed(data_->qualifiers, name);
 }
 
 CIMQualifier CIMProperty::getQualifierT(const CIMName& name) const {
@@ -156,21 +156,21 @@ CIMQualifier CIMProperty::getQualifierT(const CIMName& name) const {
 }
 
 CIMProperty& CIMProperty::setQualifier(const CIMQualifier& qualifier) {
-    setElement(m_pdata->qualifiers, qualifier);
+    setElement(data_->qualifiers, qualifier);
     return *this;
 }
 
 CIMProperty& CIMProperty::addQualifier(const CIMQualifier& qualifier) {
-    addElement(m_pdata->qualifiers, qualifier, "Qualifier");
+    addElement(data_->qualifiers, qualifier, "Qualifier");
     return *this;
 }
 
 bool CIMProperty::removeQualifier(const CIMName& name) {
-    return removeElement(m_pdata->qualifiers, name);
+    return removeElement(data_->qualifiers, name);
 }
 
 bool CIMProperty::hasTrueQualifier(const CIMName& name) const {
-    return hasTrueElement(m_pdata->qualifiers, name);
+    return hasTrueElement(data_->qualifiers, name);
 }
 
 bool CIMProperty::isKey() const {
@@ -179,33 +179,33 @@ bool CIMProperty::isKey() const {
 }
 
 bool CIMProperty::isReference() const {
-    return m_pdata->dataType && m_pdata->dataType.isReferenceType();
+    return data_->dataType && data_->dataType.isReferenceType();
 }
 
 String CIMProperty::getOriginClass() const {
-    return m_pdata->originClass.toString();
+    return data_->originClass.toString();
 }
 
 CIMProperty& CIMProperty::setOriginClass(const CIMName& originClass) {
-    m_pdata->originClass = originClass;
+    data_->originClass = originClass;
     return *this;
 }
 
 String CIMProperty::getOverridingProperty() const {
-    return m_pdata->overridingProperty.toString();
+    return data_->overridingProperty.toString();
 }
 
 CIMProperty& CIMProperty::setOverridingProperty(const CIMName& property) {
-    m_pdata->overridingProperty = property;
+    data_->overridingProperty = property;
     return *this;
 }
 
 bool CIMProperty::getPropagated() const {
-    return m_pdata->propagated;
+    return data_->propagated;
 }
 
 CIMProperty& CIMProperty::setPropagated(bool propagated) {
-    m_pdata->propagated = propagated;
+    data_->propagated = propagated;
     return *this;
 }
 
@@ -234,28 +234,31 @@ CIMProperty CIMProperty::filter(WBEMFlags::ELocalOnlyFlag localOnly,
 }
 
 String CIMProperty::toString() const {
-    const Data& data = *m_pdata;
+    const Data& data = *data_;
     return data.dataType.toString() + ":" + data.name.toString() + "=" +
            (data.value ? data.value.toString() : String("null"));
 }
 
 String CIMProperty::toMOF() const {
-    const Data& data = *m_pdata;
-    String text = qualifiersToMOF(data.qualifiers, "  ").c_str();
+    const Data& data = *data_;
+    String text;
+    if (!data.qualifiers.empty()) {
+        text = "  " + qualifiersToMOF(data.qualifiers) + "\n";
+    }
     text += "  " + data.dataType.toMOF() + " " + data.name.toString() + data.dataType.getArrayMOF();
-    return data.value ? text + " = " + data.value.toMOF() + ";\n" : text + ";\n";
+    return data.value ? text + "=" + data.value.toMOF() + ";\n" : text + ";\n";
 }
 
 void CIMProperty::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "P").release();
+    data_ = CIMStream::readData<Data>(istrm, "P").release();
 }
 
 void CIMProperty::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "P", *m_pdata);
+    CIMStream::writeData(ostrm, "P", *data_);
 }
 
 bool operator<(const CIMProperty& x, const CIMProperty& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

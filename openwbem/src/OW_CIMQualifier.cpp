@@ -87,139 +87,140 @@ struct CIMQualifier::Data : public ModelData<CIMQualifier::Data> {
 };
 
 const CIMName& CIMNameAccess::of(const CIMQualifier& qualifier) {
-    return qualifier.m_pdata->name;
+    return qualifier.data_->name;
 }
 
-CIMQualifier::CIMQualifier() : m_pdata(sharedDefault<Data>()) {}
+CIMQualifier::CIMQualifier() : data_(sharedDefault<Data>()) {}
 CIMQualifier::CIMQualifier(CIMNULL_t) {}
 CIMQualifier::CIMQualifier(const CIMName& name) : CIMQualifier() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMQualifier::CIMQualifier(const char* name) : CIMQualifier(CIMName(name)) {}
 CIMQualifier::CIMQualifier(const CIMQualifierType& declaration) : CIMQualifier(CIMName(declaration.getName())) {
-    m_pdata->value = declaration.getDefaultValue();
-    m_pdata->flavors = declaration.getFlavors();
-    m_pdata->defaults = declaration;
+    data_->value = declaration.getDefaultValue();
+    data_->flavors = declaration.getFlavors();
+    data_->defaults = declaration;
 }
 CIMQualifier::CIMQualifier(const CIMQualifier& other) = default;
 CIMQualifier::~CIMQualifier() = default;
 CIMQualifier& CIMQualifier::operator=(const CIMQualifier& other) = default;
 
 void CIMQualifier::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMQualifier::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMQualifier::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 CIMValue CIMQualifier::getValue() const {
-    return m_pdata->value;
+    return data_->value;
 }
 
 CIMValue CIMQualifier::getValueT() const {
-    if (!m_pdata->value) {
+    if (!data_->value) {
         OW_THROW(NULLValueException, getName().c_str());
     }
-    return m_pdata->value;
+    return data_->value;
 }
 
 CIMQualifier& CIMQualifier::setValue(const CIMValue& value) {
-    m_pdata->value = value;
+    data_->value = value;
     return *this;
 }
 
 bool CIMQualifier::hasValue() const {
-    return !!m_pdata->value;
+    return !!data_->value;
 }
 
 bool CIMQualifier::equals(const CIMQualifier& other) const {
-    return m_pdata->name == other.m_pdata->name;
+    return data_->name == other.data_->name;
 }
 
 bool CIMQualifier::isKeyQualifier() const {
-    return m_pdata->name == CIM_QUAL_KEY;
+    return data_->name == CIM_QUAL_KEY;
 }
 
 bool CIMQualifier::isAssociationQualifier() const {
-    return m_pdata->name == CIM_QUAL_ASSOCIATION;
+    return data_->name == CIM_QUAL_ASSOCIATION;
 }
 
 CIMQualifier& CIMQualifier::setDefaults(const CIMQualifierType& declaration) {
-    m_pdata->defaults = declaration;
+    data_->defaults = declaration;
     return *this;
 }
 
 CIMQualifierType CIMQualifier::getDefaults() const {
-    return m_pdata->defaults;
+    return data_->defaults;
 }
 
 bool CIMQualifier::hasFlavor(const CIMFlavor& flavor) const {
-    return containsFlavor(m_pdata->flavors, flavor);
+    return containsFlavor(data_->flavors, flavor);
 }
 
 CIMQualifier& CIMQualifier::addFlavor(const CIMFlavor& flavor) {
-    addFlavorTo(m_pdata->flavors, flavor);
+    addFlavorTo(data_->flavors, flavor);
     return *this;
 }
 
 CIMQualifier& CIMQualifier::removeFlavor(Int32 flavor) {
-    removeFlavorFrom(m_pdata->flavors, flavor);
+    removeFlavorFrom(data_->flavors, flavor);
     return *this;
 }
 
 CIMFlavorArray CIMQualifier::getFlavor() const {
-    return m_pdata->flavors;
+    return data_->flavors;
 }
 
 CIMQualifier& CIMQualifier::setPropagated(bool propagated) {
-    m_pdata->propagated = propagated;
+    data_->propagated = propagated;
     return *this;
 }
 
 bool CIMQualifier::getPropagated() const {
-    return m_pdata->propagated;
+    return data_->propagated;
 }
 
 CIMQualifier& CIMQualifier::setLanguage(const String& language) {
-    m_pdata->language = language;
+    data_->language = language;
     return *this;
 }
 
 String CIMQualifier::getLanguage() const {
-    return m_pdata->language;
+    return data_->language;
 }
 
 CIMQualifier CIMQualifier::createKeyQualifier() {
     return CIMQualifier(CIM_QUAL_KEY).setValue(CIMValue(true));
 }
 
+String CIMQualifier::nameWithLanguage() const {
+    return getLanguage().empty() ? getName() : getName() + "_" + getLanguage();
+}
+
 String CIMQualifier::toString() const {
-    return "CIMQualifier(" + getName() + ")";
+    return "CIMQualifier(" + nameWithLanguage() + ")";
 }
 
 String CIMQualifier::toMOF() const {
-    const CIMValue& value = m_pdata->value;
-    if (!value) {
-        return getName();
-    }
-    return value.isArray() ? getName() + value.toMOF() : getName() + "(" + value.toMOF() + ")";
+    const CIMValue& value = data_->value;
+    return value ? nameWithLanguage() + "(" + value.toMOF() + ")" : nameWithLanguage();
 }
 
 void CIMQualifier::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "Q").release();
+    data_ = CIMStream::readData<Data>(istrm, "Q").release();
 }
 
 void CIMQualifier::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "Q", *m_pdata);
+    CIMStream::writeData(ostrm, "Q", *data_);
 }
 
 bool operator<(const CIMQualifier& x, const CIMQualifier& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

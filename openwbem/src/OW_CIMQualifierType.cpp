@@ -7,6 +7,8 @@
 #include "OW_CIMValue.hpp"
 #include "OW_CIMValueCast.hpp"
 
+#include <algorithm>
+
 namespace OpenWBEM {
 
 struct CIMQualifierType::Data : public ModelData<CIMQualifierType::Data> {
@@ -26,10 +28,10 @@ struct CIMQualifierType::Data : public ModelData<CIMQualifierType::Data> {
     }
 };
 
-CIMQualifierType::CIMQualifierType() : m_pdata(sharedDefault<Data>()) {}
+CIMQualifierType::CIMQualifierType() : data_(sharedDefault<Data>()) {}
 CIMQualifierType::CIMQualifierType(CIMNULL_t) {}
 CIMQualifierType::CIMQualifierType(const CIMName& name) : CIMQualifierType() {
-    m_pdata->name = name;
+    data_->name = name;
 }
 CIMQualifierType::CIMQualifierType(const char* name) : CIMQualifierType(CIMName(name)) {}
 CIMQualifierType::CIMQualifierType(const CIMQualifierType& other) = default;
@@ -37,21 +39,21 @@ CIMQualifierType::~CIMQualifierType() = default;
 CIMQualifierType& CIMQualifierType::operator=(const CIMQualifierType& other) = default;
 
 void CIMQualifierType::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMQualifierType::getName() const {
-    return m_pdata->name.toString();
+    return data_->name.toString();
 }
 
 void CIMQualifierType::setName(const CIMName& name) {
-    m_pdata->name = name;
+    data_->name = name;
 }
 
 CIMQualifierType& CIMQualifierType::setDataType(const CIMDataType& dataType) {
     const CIMValue value = CIMValueCast::castValueToDataType(getDefaultValue(), dataType);
-    m_pdata->dataType = dataType;
-    m_pdata->defaultValue = value;
+    data_->dataType = dataType;
+    data_->defaultValue = value;
     return *this;
 }
 
@@ -60,28 +62,28 @@ CIMQualifierType& CIMQualifierType::setDataType(const CIMDataType::Type& dataTyp
 }
 
 CIMDataType CIMQualifierType::getDataType() const {
-    return m_pdata->dataType;
+    return data_->dataType;
 }
 
 Int32 CIMQualifierType::getDataSize() const {
-    return m_pdata->dataType.getSize();
+    return data_->dataType.getSize();
 }
 
 CIMQualifierType& CIMQualifierType::setDefaultValue(const CIMValue& value) {
-    m_pdata->defaultValue = CIMValueCast::castValueToDataType(value, getDataType());
+    data_->defaultValue = CIMValueCast::castValueToDataType(value, getDataType());
     return *this;
 }
 
 CIMValue CIMQualifierType::getDefaultValue() const {
-    return m_pdata->defaultValue;
+    return data_->defaultValue;
 }
 
 bool CIMQualifierType::hasDefaultValue() const {
-    return !!m_pdata->defaultValue;
+    return !!data_->defaultValue;
 }
 
 bool CIMQualifierType::isDefaultValueArray() const {
-    return m_pdata->dataType.isArrayType();
+    return data_->dataType.isArrayType();
 }
 
 CIMQualifierType& CIMQualifierType::addScope(const CIMScope& scope) {
@@ -89,18 +91,20 @@ CIMQualifierType& CIMQualifierType::addScope(const CIMScope& scope) {
         return *this;
     }
     if (scope == CIMScope::ANY) {
-        m_pdata->scopes.clear();
+        data_->scopes.clear();
     }
-    m_pdata->scopes.push_back(scope);
+    CIMScopeArray& scopes = data_->scopes;
+    scopes.push_back(scope);
+    std::sort(scopes.begin(), scopes.end());
     return *this;
 }
 
 const CIMScopeArray& CIMQualifierType::getScope() const {
-    return m_pdata->scopes;
+    return data_->scopes;
 }
 
 bool CIMQualifierType::hasScope(const CIMScope& scope) const {
-    for (const CIMScope& present : m_pdata->scopes) {
+    for (const CIMScope& present : data_->scopes) {
         if (present == scope || present == CIMScope::ANY) {
             return true;
         }
@@ -109,21 +113,21 @@ bool CIMQualifierType::hasScope(const CIMScope& scope) const {
 }
 
 CIMQualifierType& CIMQualifierType::addFlavor(const CIMFlavor& flavor) {
-    addFlavorTo(m_pdata->flavors, flavor);
+    addFlavorTo(data_->flavors, flavor);
     return *this;
 }
 
 CIMQualifierType& CIMQualifierType::removeFlavor(const Int32 flavor) {
-    removeFlavorFrom(m_pdata->flavors, flavor);
+    removeFlavorFrom(data_->flavors, flavor);
     return *this;
 }
 
 bool CIMQualifierType::hasFlavor(const CIMFlavor& flavor) const {
-    return containsFlavor(m_pdata->flavors, flavor);
+    return containsFlavor(data_->flavors, flavor);
 }
 
 CIMFlavorArray CIMQualifierType::getFlavors() const {
-    return m_pdata->flavors;
+    return data_->flavors;
 }
 
 String CIMQualifierType::toString() const {
@@ -132,14 +136,9 @@ String CIMQualifierType::toString() const {
 
 namespace {
 
-/// ", what(first, second)", or nothing if there is none.
+/// ", what(first,second)", or nothing if there is none.
 String listToMOF(const char* what, const StringArray& entries) {
-    String text;
-    for (const String& entry : entries) {
-        text += text.empty() ? ", " + String(what) + "(" : String(", ");
-        text += entry;
-    }
-    return text.empty() ? text : text + ")";
+    return entries.empty() ? String() : ", " + String(what) + "(" + joined(entries, ",") + ")";
 }
 
 bool goesWithoutSaying(const CIMFlavor& flavor) {
@@ -149,7 +148,7 @@ bool goesWithoutSaying(const CIMFlavor& flavor) {
 } // namespace
 
 String CIMQualifierType::toMOF() const {
-    const Data& data = *m_pdata;
+    const Data& data = *data_;
     String text = "Qualifier " + data.name.toString() + " : " + data.dataType.toMOF() + data.dataType.getArrayMOF();
     if (data.defaultValue) {
         text += " = " + data.defaultValue.toMOF();
@@ -168,15 +167,15 @@ String CIMQualifierType::toMOF() const {
 }
 
 void CIMQualifierType::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "R").release();
+    data_ = CIMStream::readData<Data>(istrm, "R").release();
 }
 
 void CIMQualifierType::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "R", *m_pdata);
+    CIMStream::writeData(ostrm, "R", *data_);
 }
 
 bool operator<(const CIMQualifierType& x, const CIMQualifierType& y) {
-    return sortsBefore(x.m_pdata, y.m_pdata);
+    return sortsBefore(x.data_, y.data_);
 }
 
 } // namespace OpenWBEM

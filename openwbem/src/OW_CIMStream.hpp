@@ -42,16 +42,16 @@ inline void take(std::istream& istrm, bool& truth) {
     truth = takeNumber(istrm, 1) != 0;
 }
 inline void put(std::ostream& ostrm, const Bool& truth) {
-    putNumber(ostrm, truth ? 1 : 0, 1);
+    truth.writeObject(ostrm);
 }
 inline void take(std::istream& istrm, Bool& truth) {
-    truth = Bool(takeNumber(istrm, 1) != 0);
+    truth.readObject(istrm);
 }
 inline void put(std::ostream& ostrm, const Char16& character) {
-    putNumber(ostrm, character.getValue(), 2);
+    character.writeObject(ostrm);
 }
 inline void take(std::istream& istrm, Char16& character) {
-    character = Char16(static_cast<UInt16>(takeNumber(istrm, 2)));
+    character.readObject(istrm);
 }
 
 template <class Real, class Bits>

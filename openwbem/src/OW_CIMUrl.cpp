@@ -5,140 +5,185 @@
 
 namespace OpenWBEM {
 
+namespace {
+const char* const kThisHost = "127.0.0.1";
+constexpr Int32 kDefaultPort = 5988;
+
+bool namesThisHost(const String& host) {
+    return host.empty() || host == kThisHost || host.equalsIgnoreCase("localhost");
+}
+
+Int32 portFrom(const String& text) {
+    try {
+        const Int32 port = text.toInt32();
+        return port > 0 ? port : kDefaultPort;
+    } catch (const StringConversionException&) {
+        return kDefaultPort;
+    }
+}
+} // namespace
+
 struct CIMUrl::Data : public ModelData<CIMUrl::Data> {
     String protocol = "http";
-    String host = "127.0.0.1";
-    Int32 port = 0;
-    String file;
+    String host = kThisHost;
+    Int32 port = kDefaultPort;
+    String file = "cimom";
+    String ref;
+    String spec;
 
+    Data() { buildSpec(); }
     template <class Self>
     static auto fields(Self& self) {
-        return std::tie(self.protocol, self.host, self.port, self.file);
+        return std::tie(self.protocol, self.host, self.port, self.file, self.ref, self.spec);
     }
-    void parse(const String& url);
+    void parse(const String& text);
     void parseHostAndPort(const String& authority);
+    void setHost(const String& name) { host = namesThisHost(name) ? String(kThisHost) : name; }
+    void buildSpec() {
+        spec = protocol + "://" + host + ":" + String(port) + "/" + file;
+        if (!ref.empty()) {
+            spec += "#" + ref;
+        }
+    }
 };
 
-void CIMUrl::Data::parse(const String& url) {
-    String rest = url;
+void CIMUrl::Data::parse(const String& text) {
+    if (text.empty()) {
+        protocol = host = file = spec = String();
+        port = 0;
+        return;
+    }
+    String rest = text;
     const size_t protocolEnd = rest.indexOf("://");
     if (protocolEnd != String::npos) {
         protocol = rest.substring(0, protocolEnd);
         rest = rest.substring(protocolEnd + 3);
     }
     const size_t hostEnd = rest.indexOf('/');
-    if (hostEnd != String::npos) {
-        file = rest.substring(hostEnd + 1);
-        rest = rest.substring(0, hostEnd);
+    if (hostEnd != String::npos && hostEnd + 1 < rest.length()) {
+        const size_t fileEnd = rest.indexOf('#', hostEnd);
+        file = rest.substring(hostEnd + 1, fileEnd == String::npos ? fileEnd : fileEnd - hostEnd - 1);
+        ref = fileEnd == String::npos ? String() : rest.substring(fileEnd + 1);
     }
-    parseHostAndPort(rest);
+    parseHostAndPort(rest.substring(0, hostEnd));
+    buildSpec();
 }
 
 void CIMUrl::Data::parseHostAndPort(const String& authority) {
-    const size_t addressEnd = authority.startsWith('[') ? authority.indexOf(']') : 0;
-    const size_t colon = addressEnd == String::npos ? String::npos : authority.indexOf(':', addressEnd);
-    host = authority.substring(0, colon);
-    if (colon == String::npos) {
-        return;
-    }
-    const String digits = authority.substring(colon + 1);
-    bool good = !digits.empty() && digits.length() <= 5;
-    for (size_t i = 0; i < digits.length(); ++i) {
-        good = good && digits.charAt(i) >= '0' && digits.charAt(i) <= '9';
-    }
-    port = good ? digits.toInt32() : 0;
-    if (port < 1 || port > 65535) {
-        const String message = "\"" + digits + "\" is no port number";
-        OW_THROWCIMMSG(CIMException::INVALID_PARAMETER, message.c_str());
+    const size_t at = authority.lastIndexOf('@');
+    const String address = at == String::npos ? authority : authority.substring(at + 1);
+    // The colons of an IPv6 address are in brackets.
+    const size_t addressEnd = address.startsWith('[') ? address.indexOf(']') : 0;
+    const size_t colon = addressEnd == String::npos ? String::npos : address.indexOf(':', addressEnd);
+    setHost(address.substring(0, colon));
+    if (colon != String::npos) {
+        port = portFrom(address.substring(colon + 1));
     }
 }
 
-CIMUrl::CIMUrl() : m_pdata(sharedDefault<Data>()) {}
+CIMUrl::CIMUrl() : data_(sharedDefault<Data>()) {}
 CIMUrl::CIMUrl(CIMNULL_t) {}
-CIMUrl::CIMUrl(const String& url) : CIMUrl() {
-    m_pdata->parse(url);
+CIMUrl::CIMUrl(const String& spec) : CIMUrl() {
+    data_->parse(spec);
 }
-CIMUrl::CIMUrl(const char* url) : CIMUrl(String(url)) {}
+CIMUrl::CIMUrl(const String& protocol, const String& host, const String& file, Int32 port) : CIMUrl() {
+    data_->protocol = protocol;
+    data_->setHost(host);
+    data_->file = file;
+    data_->port = port;
+    data_->buildSpec();
+}
+CIMUrl::CIMUrl(const CIMUrl& context, const String& spec) : CIMUrl(spec) {
+    const Data& other = *context.data_;
+    if (other.protocol == getProtocol()) {
+        data_->host = other.host;
+        data_->port = other.port;
+        data_->file = other.file;
+        data_->buildSpec();
+    }
+}
 CIMUrl::CIMUrl(const CIMUrl& other) = default;
 CIMUrl::~CIMUrl() = default;
 CIMUrl& CIMUrl::operator=(const CIMUrl& other) = default;
 
 void CIMUrl::setNull() {
-    m_pdata = nullptr;
+    data_ = nullptr;
 }
 
 String CIMUrl::getProtocol() const {
-    return m_pdata->protocol;
+    return data_->protocol;
 }
 
 String CIMUrl::getHost() const {
-    return m_pdata->host;
+    return data_->host;
 }
 
-Int32 CIMUrl::getPortNumber() const {
-    return m_pdata->port;
+Int32 CIMUrl::getPort() const {
+    return data_->port;
 }
 
-String CIMUrl::getFileName() const {
-    return m_pdata->file;
+String CIMUrl::getFile() const {
+    return data_->file;
+}
+
+String CIMUrl::getRef() const {
+    return data_->ref;
+}
+
+String CIMUrl::getSpec() const {
+    return data_->spec;
 }
 
 bool CIMUrl::isLocal() const {
-    const String& host = m_pdata->host;
-    return host.empty() || host == "127.0.0.1" || host == "::1" || host == "[::1]" ||
-           host.equalsIgnoreCase("localhost");
+    return namesThisHost(data_->host);
 }
 
 CIMUrl& CIMUrl::setProtocol(const String& protocol) {
-    m_pdata->protocol = protocol;
+    data_->protocol = protocol;
+    data_->buildSpec();
     return *this;
 }
 
 CIMUrl& CIMUrl::setHost(const String& host) {
-    m_pdata->host = host;
+    data_->setHost(host);
+    data_->buildSpec();
     return *this;
 }
 
-CIMUrl& CIMUrl::setPortNumber(Int32 port) {
-    m_pdata->port = port;
-    return *this;
-}
-
-CIMUrl& CIMUrl::setFileName(const String& file) {
-    m_pdata->file = file;
-    return *this;
+bool CIMUrl::sameFile(const CIMUrl& other) const {
+    const Data& x = *data_;
+    const Data& y = *other.data_;
+    return x.protocol == y.protocol && x.host == y.host && x.port == y.port && x.file == y.file;
 }
 
 bool CIMUrl::equals(const CIMUrl& other) const {
-    const Data& x = *m_pdata;
-    const Data& y = *other.m_pdata;
-    return x.protocol.equalsIgnoreCase(y.protocol) && x.host.equalsIgnoreCase(y.host) && x.port == y.port &&
-           x.file == y.file;
+    if (!data_ || !other.data_) {
+        return !data_ && !other.data_;
+    }
+    return sameFile(other) && data_->ref == other.data_->ref;
 }
 
-bool operator==(const CIMUrl& x, const CIMUrl& y) {
-    return !x || !y ? !x && !y : x.equals(y);
+bool operator<(const CIMUrl& x, const CIMUrl& y) {
+    if (!x || !y) {
+        return !x && !!y;
+    }
+    return x.data_->spec < y.data_->spec;
 }
 
 String CIMUrl::toString() const {
-    const Data& data = *m_pdata;
-    String text = data.protocol + "://" + data.host;
-    if (data.port > 0) {
-        text += ":" + String(data.port);
-    }
-    return data.file.empty() ? text : text + "/" + data.file;
+    return getSpec();
 }
 
 String CIMUrl::toMOF() const {
-    return toString();
+    return "UNIMPLEMENTED";
 }
 
 void CIMUrl::readObject(std::istream& istrm) {
-    m_pdata = CIMStream::readData<Data>(istrm, "u").release();
+    data_ = CIMStream::readData<Data>(istrm, "u").release();
 }
 
 void CIMUrl::writeObject(std::ostream& ostrm) const {
-    CIMStream::writeData(ostrm, "u", *m_pdata);
+    CIMStream::writeData(ostrm, "u", *data_);
 }
 
 } // namespace OpenWBEM

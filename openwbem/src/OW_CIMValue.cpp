@@ -8,7 +8,7 @@
 
 namespace OpenWBEM {
 
-const CIMValueKind cimValueKinds[scalarKinds] = {
+const CIMValueKind kValueKinds[kScalarKinds] = {
     {CIMDataType::BOOLEAN, "BOOLEAN", "BOOLEAN"},
     {CIMDataType::CHAR16, "CHAR16", "CHAR16"},
     {CIMDataType::UINT8, "UINT8", "UINT8"},
@@ -30,18 +30,18 @@ const CIMValueKind cimValueKinds[scalarKinds] = {
 
 void CIMValue::CIMValueImpl::throwNotA(size_t index) {
     String message = "CIMValue::CIMValueImpl::get - Value is not a ";
-    if (index < scalarKinds) {
-        message += cimValueKinds[index].name;
+    if (index < kScalarKinds) {
+        message += kValueKinds[index].name;
     } else {
-        message += String(cimValueKinds[index % scalarKinds].arrayName) + " ARRAY";
+        message += String(kValueKinds[index % kScalarKinds].arrayName) + " ARRAY";
     }
     OW_THROW(ValueCastException, message.c_str());
 }
 
 size_t kindOf(CIMDataType::Type type) {
-    const CIMValueKind* kind = std::find_if(cimValueKinds, cimValueKinds + scalarKinds,
-                                            [type](const CIMValueKind& k) { return k.type == type; });
-    return static_cast<size_t>(kind - cimValueKinds);
+    const CIMValueKind* kind =
+        std::find_if(kValueKinds, kValueKinds + kScalarKinds, [type](const CIMValueKind& k) { return k.type == type; });
+    return static_cast<size_t>(kind - kValueKinds);
 }
 
 namespace {
@@ -70,12 +70,12 @@ CIMValue::CIMValue(const char* x) : CIMValue(x ? String(x) : String("")) {}
 // Constructor, get() and to...() of one type, named after it. ARGUMENT is how the constructor takes it.
 // NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
 #define CIM_VALUE_TYPE(T, ARGUMENT)                                                                                    \
-    CIMValue::CIMValue(ARGUMENT x) : m_impl(new CIMValueImpl(x)) {}                                                    \
+    CIMValue::CIMValue(ARGUMENT x) : impl_(new CIMValueImpl(x)) {}                                                     \
     void CIMValue::get(T& x) const {                                                                                   \
-        x = m_impl->get<T>();                                                                                          \
+        x = impl_->get<T>();                                                                                           \
     }                                                                                                                  \
     T CIMValue::to##T() const {                                                                                        \
-        return m_impl->get<T>();                                                                                       \
+        return impl_->get<T>();                                                                                        \
     }
 #define CIM_VALUE_NUMBER(T)                                                                                            \
     CIM_VALUE_TYPE(T, T)                                                                                               \
@@ -108,13 +108,13 @@ CIM_VALUE_TYPE(StringArray, const StringArray&)
 #undef CIM_VALUE_TYPE
 
 // Strings have toString() for the text of any value.
-CIMValue::CIMValue(const String& x) : m_impl(new CIMValueImpl(x)) {}
+CIMValue::CIMValue(const String& x) : impl_(new CIMValueImpl(x)) {}
 void CIMValue::get(String& x) const {
-    x = m_impl->get<String>();
+    x = impl_->get<String>();
 }
 
 void CIMValue::setNull() {
-    m_impl = nullptr;
+    impl_ = nullptr;
 }
 
 CIMValue& CIMValue::set(const CIMValue& other) {
@@ -122,15 +122,15 @@ CIMValue& CIMValue::set(const CIMValue& other) {
 }
 
 CIMDataType::Type CIMValue::getType() const {
-    return m_impl->type();
+    return impl_->type();
 }
 
 CIMDataType CIMValue::getCIMDataType() const {
-    return m_impl->isArray() ? CIMDataType(m_impl->type(), -1) : CIMDataType(m_impl->type());
+    return impl_->isArray() ? CIMDataType(impl_->type(), -1) : CIMDataType(impl_->type());
 }
 
 bool CIMValue::isArray() const {
-    return m_impl->isArray();
+    return impl_->isArray();
 }
 
 namespace {
@@ -149,15 +149,15 @@ struct CountElements {
 } // namespace
 
 UInt32 CIMValue::getArraySize() const {
-    return static_cast<UInt32>(std::visit(CountElements(), m_impl->storage));
+    return static_cast<UInt32>(std::visit(CountElements(), impl_->storage));
 }
 
 bool CIMValue::isNumericType() const {
-    return CIMDataType::isNumericType(m_impl->type());
+    return CIMDataType::isNumericType(impl_->type());
 }
 
 bool CIMValue::sameType(const CIMValue& other) const {
-    return m_impl->storage.index() == other.m_impl->storage.index();
+    return impl_->storage.index() == other.impl_->storage.index();
 }
 
 namespace {
@@ -205,7 +205,7 @@ namespace {
 class NestingGuard {
   public:
     NestingGuard() {
-        if (depth >= maxDepth) {
+        if (depth >= kMaxDepth) {
             OW_THROW(CIMStreamException, "The binary form of a CIM value is nested too deeply");
         }
         ++depth;
@@ -215,7 +215,7 @@ class NestingGuard {
     ~NestingGuard() { --depth; }
 
   private:
-    static constexpr int maxDepth = 64;
+    static constexpr int kMaxDepth = 64;
     static thread_local int depth;
 };
 
@@ -238,8 +238,8 @@ void CIMValue::readObject(std::istream& istrm) {
 
 void CIMValue::writeObject(std::ostream& ostrm) const {
     CIMBase::writeSig(ostrm, "V");
-    CIMStream::put(ostrm, static_cast<UInt8>(m_impl->storage.index()));
-    std::visit([&ostrm](const auto& value) { CIMStream::put(ostrm, value); }, m_impl->storage);
+    CIMStream::put(ostrm, static_cast<UInt8>(impl_->storage.index()));
+    std::visit([&ostrm](const auto& value) { CIMStream::put(ostrm, value); }, impl_->storage);
 }
 
 } // namespace OpenWBEM

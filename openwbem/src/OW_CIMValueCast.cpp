@@ -2,10 +2,11 @@
 
 #include "OW_CIMException.hpp"
 #include "OW_CIMValueImpl.hpp"
+#include "OW_ExceptionIds.hpp"
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(ValueCast)
+OW_DEFINE_EXCEPTION_WITH_ID(ValueCast)
 
 namespace CIMValueCast {
 
@@ -96,14 +97,14 @@ CIMValue castValueToDataType(const CIMValue& value, const CIMDataType& dataType)
         return shaped;
     }
     const size_t kind = kindOf(dataType.getType());
-    if (kind == scalarKinds || !canConvert(shaped.getType(), dataType.getType())) {
+    if (kind == kScalarKinds || !canConvert(shaped.getType(), dataType.getType())) {
         throwCannot(shaped, dataType);
     }
     const StringArray texts = textsOf(CIMValueAccess::storage(shaped));
     if (dataType.isReferenceType() && !dataType.isArrayType() && texts.front().empty()) {
         return CIMValue(CIMNULL);
     }
-    return convertTexts(texts, dataType.isArrayType() ? kind + scalarKinds : kind);
+    return convertTexts(texts, dataType.isArrayType() ? kind + kScalarKinds : kind);
 }
 
 } // namespace CIMValueCast

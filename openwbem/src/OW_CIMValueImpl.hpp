@@ -28,7 +28,7 @@ typedef std::variant<Bool, Char16, UInt8, Int8, UInt16, Int16, UInt32, Int32, UI
                      Real64Array, StringArray, CIMDateTimeArray, CIMObjectPathArray, CIMClassArray, CIMInstanceArray>
     CIMValueStorage;
 
-constexpr size_t scalarKinds = 17;
+constexpr size_t kScalarKinds = 17;
 
 /// A scalar alternative: its type and what messages call it.
 struct CIMValueKind {
@@ -37,7 +37,7 @@ struct CIMValueKind {
     const char* arrayName;
 };
 
-extern const CIMValueKind cimValueKinds[scalarKinds];
+extern const CIMValueKind kValueKinds[kScalarKinds];
 
 class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
   public:
@@ -47,8 +47,8 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
 
     CIMValueImpl* clone() const { return new CIMValueImpl(*this); }
 
-    bool isArray() const { return storage.index() >= scalarKinds; }
-    CIMDataType::Type type() const { return cimValueKinds[storage.index() % scalarKinds].type; }
+    bool isArray() const { return storage.index() >= kScalarKinds; }
+    CIMDataType::Type type() const { return kValueKinds[storage.index() % kScalarKinds].type; }
 
     /// The value as exactly a T, or for a scalar sint64 as any number; throws ValueCastException otherwise.
     template <class T>
@@ -77,10 +77,10 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
 /// Reaches into a CIMValue that is not null, and makes one.
 class CIMValueAccess {
   public:
-    static const CIMValueStorage& storage(const CIMValue& value) { return value.m_impl->storage; }
+    static const CIMValueStorage& storage(const CIMValue& value) { return value.impl_->storage; }
     static CIMValue make(CIMValueStorage&& storage) {
         CIMValue value(CIMNULL);
-        value.m_impl = new CIMValue::CIMValueImpl(std::move(storage));
+        value.impl_ = new CIMValue::CIMValueImpl(std::move(storage));
         return value;
     }
 };
@@ -88,7 +88,7 @@ class CIMValueAccess {
 /// The alternative of that index, with the value that a default constructor gives.
 CIMValueStorage makeAlternative(size_t index);
 
-/// The index of the scalar alternative of that type; scalarKinds if there is none.
+/// The index of the scalar alternative of that type; kScalarKinds if there is none.
 size_t kindOf(CIMDataType::Type type);
 
 /// The text of each element of an array, or the one of a scalar.

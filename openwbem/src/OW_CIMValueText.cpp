@@ -2,8 +2,6 @@
 
 #include "OW_CIMValueImpl.hpp"
 
-#include <string>
-
 namespace OpenWBEM {
 
 namespace {
@@ -44,18 +42,6 @@ struct CollectTexts {
     }
 };
 
-String join(const StringArray& texts, const char* separator) {
-    std::string joined;
-    for (const String& text : texts) {
-        if (&text != &texts.front()) {
-            joined += separator;
-        }
-        joined.append(text.c_str(), text.length());
-    }
-    return String(joined.data(), joined.size());
-}
-
-/// The text of one element, quoted if MOF wants quotes.
 struct ToText {
     template <class T>
     String operator()(const T& value) const {
@@ -63,24 +49,15 @@ struct ToText {
     }
     template <class T>
     String operator()(const Array<T>& array) const {
-        return join(CollectTexts()(array), ",");
+        return joined(CollectTexts()(array), ",");
     }
 };
 
 template <class T>
 String mofOf(const T& value) {
-    if constexpr (std::is_arithmetic<T>::value || std::is_same<T, Bool>::value) {
-        return textOf(value);
-    } else if constexpr (std::is_same<T, Char16>::value) {
-        return "'" + value.toString() + "'";
-    } else if constexpr (std::is_same<T, CIMClass>::value || std::is_same<T, CIMInstance>::value) {
-        return quoteForMOF(value.toMOF());
-    } else {
-        return quoteForMOF(value.toString());
-    }
-}
-String mofOf(const String& text) {
-    return quoteForMOF(text);
+    constexpr bool isBare =
+        std::is_arithmetic<T>::value || std::is_same<T, Bool>::value || std::is_same<T, Char16>::value;
+    return isBare ? textOf(value) : quoteForMOF(textOf(value));
 }
 
 struct ToMOF {
@@ -88,6 +65,7 @@ struct ToMOF {
     String operator()(const T& value) const {
         return mofOf(value);
     }
+    String operator()(const CIMObjectPath& path) const { return path.toMOF(); }
     template <class T>
     String operator()(const Array<T>& array) const {
         StringArray texts;
@@ -95,8 +73,10 @@ struct ToMOF {
         for (const T& element : array) {
             texts.push_back(mofOf(element));
         }
-        return "{" + join(texts, ", ") + "}";
+        return "{" + joined(texts, ",") + "}";
     }
+    // Deliberately neither quoted nor escaped.
+    String operator()(const CIMObjectPathArray& paths) const { return "{" + ToText()(paths) + "}"; }
 };
 
 void parse(const String& text, Bool& x) {
@@ -183,7 +163,7 @@ void parseTexts(const StringArray& texts, CIMValueStorage& storage) {
 }
 
 String CIMValue::toString() const {
-    return m_impl ? std::visit(ToText(), CIMValueAccess::storage(*this)) : String("(null)");
+    return impl_ ? std::visit(ToText(), CIMValueAccess::storage(*this)) : String("(null)");
 }
 
 String CIMValue::toMOF() const {
@@ -193,7 +173,7 @@ String CIMValue::toMOF() const {
 CIMValue CIMValue::createSimpleValue(const String& cimtype, const String& value) {
     const CIMDataType::Type type = CIMDataType::strToSimpleType(cimtype);
     const size_t kind = kindOf(type);
-    if (kind == scalarKinds || (type == CIMDataType::REFERENCE && value.empty())) {
+    if (kind == kScalarKinds || (type == CIMDataType::REFERENCE && value.empty())) {
         return CIMValue(CIMNULL);
     }
     CIMValueStorage storage = makeAlternative(kind);

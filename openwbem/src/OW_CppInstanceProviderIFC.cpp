@@ -24,72 +24,77 @@ class InstanceGetter : public CIMObjectPathResultHandlerIFC {
   public:
     InstanceGetter(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const String& ns,
                    const Wanted& wanted, const CIMClass& cimClass, CIMInstanceResultHandlerIFC& result)
-        : m_provider(provider), m_env(env), m_ns(ns), m_wanted(wanted), m_class(cimClass), m_result(result) {}
+        : provider_(provider), env_(env), ns_(ns), wanted_(wanted), class_(cimClass), result_(result) {}
 
   protected:
     void doHandle(const CIMObjectPath& name) override {
-        m_result.handle(m_provider.getInstance(m_env, m_ns, name, m_wanted.localOnly, m_wanted.includeQualifiers,
-                                               m_wanted.includeClassOrigin, m_wanted.propertyList, m_class));
+        result_.handle(provider_.getInstance(env_, ns_, name, wanted_.localOnly, wanted_.includeQualifiers,
+                                             wanted_.includeClassOrigin, wanted_.propertyList, class_));
     }
 
   private:
-    CppInstanceProviderIFC& m_provider;
-    const ProviderEnvironmentIFCRef& m_env;
-    const String& m_ns;
-    const Wanted& m_wanted;
-    const CIMClass& m_class;
-    CIMInstanceResultHandlerIFC& m_result;
+    CppInstanceProviderIFC& provider_;
+    const ProviderEnvironmentIFCRef& env_;
+    const String& ns_;
+    const Wanted& wanted_;
+    const CIMClass& class_;
+    CIMInstanceResultHandlerIFC& result_;
 };
 
 // Hands the name of each instance on.
 class NameMaker : public CIMInstanceResultHandlerIFC {
   public:
-    NameMaker(const String& ns, CIMObjectPathResultHandlerIFC& result) : m_ns(ns), m_result(result) {}
+    NameMaker(const String& ns, CIMObjectPathResultHandlerIFC& result) : ns_(ns), result_(result) {}
 
   protected:
-    void doHandle(const CIMInstance& instance) override { m_result.handle(CIMObjectPath(m_ns, instance)); }
+    void doHandle(const CIMInstance& instance) override { result_.handle(CIMObjectPath(ns_, instance)); }
 
   private:
-    const String& m_ns;
-    CIMObjectPathResultHandlerIFC& m_result;
+    const String& ns_;
+    CIMObjectPathResultHandlerIFC& result_;
 };
-
-CIMInstance cutDown(const CIMInstance& instance, const Wanted& wanted) {
-    return instance.clone(wanted.localOnly, wanted.includeQualifiers, wanted.includeClassOrigin, wanted.propertyList);
-}
 
 // Hands on of each instance what is wanted.
 class InstanceCutter : public CIMInstanceResultHandlerIFC {
   public:
-    InstanceCutter(const Wanted& wanted, CIMInstanceResultHandlerIFC& result) : m_wanted(wanted), m_result(result) {}
-
-  protected:
-    void doHandle(const CIMInstance& instance) override { m_result.handle(cutDown(instance, m_wanted)); }
-
-  private:
-    const Wanted& m_wanted;
-    CIMInstanceResultHandlerIFC& m_result;
-};
-
-// Keeps the instance of one name.
-class InstanceFinder : public CIMInstanceResultHandlerIFC {
-  public:
-    InstanceFinder(const String& ns, const CIMObjectPath& name) : m_ns(ns), m_name(name), m_found(CIMNULL) {
-        m_name.setNameSpace(ns);
-    }
-    const CIMInstance& found() const { return m_found; }
+    InstanceCutter(const Wanted& wanted, EDeepFlag deep, const CIMClass& requestedClass, const CIMClass& cimClass,
+                   CIMInstanceResultHandlerIFC& result)
+        : wanted_(wanted), deep_(deep), requestedClass_(requestedClass), class_(cimClass), result_(result) {}
 
   protected:
     void doHandle(const CIMInstance& instance) override {
-        if (!m_found && CIMObjectPath(m_ns, instance) == m_name) {
-            m_found = instance;
+        result_.handle(instance.clone(wanted_.localOnly, deep_, wanted_.includeQualifiers, wanted_.includeClassOrigin,
+                                      wanted_.propertyList, requestedClass_, class_));
+    }
+
+  private:
+    const Wanted& wanted_;
+    EDeepFlag deep_;
+    const CIMClass& requestedClass_;
+    const CIMClass& class_;
+    CIMInstanceResultHandlerIFC& result_;
+};
+
+// Thrown through the provider to end its enumeration; no Exception, so that it is not taken for a failure.
+struct Found {};
+
+// Keeps the instance of one name, and throws Found.
+class InstanceFinder : public CIMInstanceResultHandlerIFC {
+  public:
+    explicit InstanceFinder(const CIMObjectPath& name) : name_(name), found_(CIMNULL) {}
+    const CIMInstance& found() const { return found_; }
+
+  protected:
+    void doHandle(const CIMInstance& instance) override {
+        if (CIMObjectPath(name_.getNameSpace(), instance) == name_) {
+            found_ = instance;
+            throw Found();
         }
     }
 
   private:
-    const String& m_ns;
-    CIMObjectPath m_name;
-    CIMInstance m_found;
+    const CIMObjectPath& name_;
+    CIMInstance found_;
 };
 } // namespace
 
@@ -112,25 +117,24 @@ CppInstanceProviderIFC* CppInstanceProviderIFC::getInstanceProvider() {
     return this;
 }
 
-CppReadOnlyInstanceProviderIFC::~CppReadOnlyInstanceProviderIFC() = default;
+// One text for all three, as clients know it.
+static const char* const kNotSupported = "DeleteInstance not supported by provider";
 
 CIMObjectPath CppReadOnlyInstanceProviderIFC::createInstance(const ProviderEnvironmentIFCRef&, const String&,
                                                              const CIMInstance&) {
-    OW_THROWCIM(CIMException::NOT_SUPPORTED);
+    OW_THROWCIMMSG(CIMException::FAILED, kNotSupported);
 }
 
 void CppReadOnlyInstanceProviderIFC::modifyInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMInstance&,
                                                     const CIMInstance&, EIncludeQualifiersFlag, const StringArray*,
                                                     const CIMClass&) {
-    OW_THROWCIM(CIMException::NOT_SUPPORTED);
+    OW_THROWCIMMSG(CIMException::FAILED, kNotSupported);
 }
 
 void CppReadOnlyInstanceProviderIFC::deleteInstance(const ProviderEnvironmentIFCRef&, const String&,
                                                     const CIMObjectPath&) {
-    OW_THROWCIM(CIMException::NOT_SUPPORTED);
+    OW_THROWCIMMSG(CIMException::FAILED, kNotSupported);
 }
-
-CppSimpleInstanceProviderIFC::~CppSimpleInstanceProviderIFC() = default;
 
 void CppSimpleInstanceProviderIFC::enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns,
                                                      const String&, CIMObjectPathResultHandlerIFC& result,
@@ -141,12 +145,12 @@ void CppSimpleInstanceProviderIFC::enumInstanceNames(const ProviderEnvironmentIF
 
 void CppSimpleInstanceProviderIFC::enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String&,
                                                  CIMInstanceResultHandlerIFC& result, ELocalOnlyFlag localOnly,
-                                                 EDeepFlag, EIncludeQualifiersFlag includeQualifiers,
+                                                 EDeepFlag deep, EIncludeQualifiersFlag includeQualifiers,
                                                  EIncludeClassOriginFlag includeClassOrigin,
-                                                 const StringArray* propertyList, const CIMClass&,
+                                                 const StringArray* propertyList, const CIMClass& requestedClass,
                                                  const CIMClass& cimClass) {
     const Wanted wanted = {localOnly, includeQualifiers, includeClassOrigin, propertyList};
-    InstanceCutter cutter(wanted, result);
+    InstanceCutter cutter(wanted, deep, requestedClass, cimClass, result);
     doSimpleEnumInstances(env, ns, cimClass, cutter, E_ALL_PROPERTIES);
 }
 
@@ -155,13 +159,13 @@ CIMInstance CppSimpleInstanceProviderIFC::getInstance(const ProviderEnvironmentI
                                                       EIncludeQualifiersFlag includeQualifiers,
                                                       EIncludeClassOriginFlag includeClassOrigin,
                                                       const StringArray* propertyList, const CIMClass& cimClass) {
-    InstanceFinder finder(ns, instanceName);
-    doSimpleEnumInstances(env, ns, cimClass, finder, E_ALL_PROPERTIES);
-    if (!finder.found()) {
-        OW_THROWCIMMSG(CIMException::NOT_FOUND, instanceName.toString().c_str());
+    InstanceFinder finder(instanceName);
+    try {
+        doSimpleEnumInstances(env, ns, cimClass, finder, E_ALL_PROPERTIES);
+    } catch (const Found&) {
+        return finder.found().clone(localOnly, includeQualifiers, includeClassOrigin, propertyList);
     }
-    const Wanted wanted = {localOnly, includeQualifiers, includeClassOrigin, propertyList};
-    return cutDown(finder.found(), wanted);
+    OW_THROWCIMMSG(CIMException::NOT_FOUND, instanceName.toString().c_str());
 }
 
 } // namespace OpenWBEM

@@ -1,17 +1,20 @@
 #include "OW_DateTime.hpp"
 
+#include "OW_ExceptionIds.hpp"
 #include "OW_Format.hpp"
 #include "OW_String.hpp"
 #include <chrono>
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(DateTime)
+OW_DEFINE_EXCEPTION_WITH_ID(DateTime)
+
+const char DateTime::DEFAULT_FORMAT[] = "%c";
 
 namespace {
-constexpr UInt32 MICROSECONDS = 1000000;
+constexpr UInt32 kLastMicrosecond = 999999;
 
-// a + b without overflow; calendar fields near the limits of int name no representable time anyway.
+/// a + b; fields near the limits of int name no representable time anyway.
 int added(int a, int b) {
     int sum = 0;
     if (__builtin_add_overflow(a, b, &sum)) {
@@ -19,175 +22,177 @@ int added(int a, int b) {
     }
     return sum;
 }
+
+/// Lengths of time wrap around as the machine's numbers do.
+time_t shifted(time_t time, long count, long secondsEach) {
+    typedef unsigned long Wide;
+    return static_cast<time_t>(static_cast<Wide>(time) + static_cast<Wide>(count) * static_cast<Wide>(secondsEach));
+}
+
+int yearField(int year) {
+    return year < 1900 ? year : year - 1900;
+}
+
+String asctimeOf(const struct tm& fields) {
+    char text[64] = "";
+    return ::asctime_r(&fields, text) ? String(text) : String("");
+}
 } // namespace
 
-DateTime::DateTime() : m_time(0), m_microseconds(0) {}
+DateTime::DateTime() : time_(0), microseconds_(0) {}
 
-DateTime::DateTime(time_t t, UInt32 microseconds) : m_time(0), m_microseconds(0) {
-    set(t, microseconds);
-}
+DateTime::DateTime(time_t t, UInt32 microseconds) : time_(t), microseconds_(microseconds) {}
 
 DateTime::DateTime(int year, int month, int day, int hour, int minute, int second, UInt32 microsecond,
                    ETimeOffset timeOffset)
-    : m_time(0), m_microseconds(0) {
-    ::tm fields = {};
-    fields.tm_year = added(year, -1900);
+    : time_(0), microseconds_(0) {
+    set(year, month, day, hour, minute, second, microsecond, timeOffset);
+}
+
+struct tm DateTime::toFields(ETimeOffset timeOffset) const {
+    struct tm fields = {};
+    const bool done =
+        timeOffset == E_LOCAL_TIME ? ::localtime_r(&time_, &fields) != nullptr : ::gmtime_r(&time_, &fields) != nullptr;
+    if (!done) {
+        OW_THROW(DateTimeException, Format("Invalid time_t: %1", time_).c_str());
+    }
+    return fields;
+}
+
+void DateTime::setFields(struct tm fields, ETimeOffset timeOffset) {
+    time_ = timeOffset == E_LOCAL_TIME ? ::mktime(&fields) : ::timegm(&fields);
+    if (time_ < 0) {
+        OW_THROW(DateTimeException, Format("Unable to represent time \"%1\" as a time_t", asctimeOf(fields)).c_str());
+    }
+}
+
+void DateTime::setField(int tm::*field, int value, ETimeOffset timeOffset) {
+    struct tm fields = toFields(timeOffset);
+    fields.*field = value;
+    setFields(fields, timeOffset);
+}
+
+void DateTime::addToField(int tm::*field, int value) {
+    struct tm fields = toFields(E_UTC_TIME);
+    fields.*field = added(fields.*field, value);
+    setFields(fields, E_UTC_TIME);
+}
+
+void DateTime::setYear(int year, ETimeOffset timeOffset) {
+    setField(&tm::tm_year, yearField(year), timeOffset);
+}
+
+void DateTime::setMonth(int month, ETimeOffset timeOffset) {
+    if (month == 0) {
+        OW_THROW(DateTimeException, "invalid month: 0");
+    }
+    setField(&tm::tm_mon, added(month, -1), timeOffset);
+}
+
+void DateTime::setTime(int hour, int minute, int second, ETimeOffset timeOffset) {
+    struct tm fields = toFields(timeOffset);
+    fields.tm_hour = hour;
+    fields.tm_min = minute;
+    fields.tm_sec = second;
+    setFields(fields, timeOffset);
+}
+
+void DateTime::setMicrosecond(UInt32 microseconds) {
+    if (microseconds > kLastMicrosecond) {
+        OW_THROW(DateTimeException, Format("invalid microseconds: %1", microseconds).c_str());
+    }
+    microseconds_ = microseconds;
+}
+
+void DateTime::set(time_t t, UInt32 microseconds) {
+    if (t == -1 || microseconds > kLastMicrosecond) {
+        OW_THROW(DateTimeException, "Either t == -1 or microseconds > 999999");
+    }
+    time_ = t;
+    microseconds_ = microseconds;
+}
+
+void DateTime::set(int year, int month, int day, int hour, int minute, int second, UInt32 microseconds,
+                   ETimeOffset timeOffset) {
+    struct tm fields = {};
+    fields.tm_year = yearField(year);
     fields.tm_mon = added(month, -1);
     fields.tm_mday = day;
     fields.tm_hour = hour;
     fields.tm_min = minute;
     fields.tm_sec = second;
-    setFields(fields, timeOffset);
-    set(m_time, microsecond);
-}
-
-::tm DateTime::fields(ETimeOffset timeOffset) const {
-    ::tm result = {};
-    const bool done = timeOffset == E_LOCAL_TIME ? ::localtime_r(&m_time, &result) != nullptr
-                                                 : ::gmtime_r(&m_time, &result) != nullptr;
-    if (!done) {
-        OW_THROW(DateTimeException, Format("No calendar date for %1 seconds", m_time).c_str());
-    }
-    return result;
-}
-
-void DateTime::setFields(::tm fields, ETimeOffset timeOffset) {
     fields.tm_isdst = -1;
-    fields.tm_wday = -1; // stays when the conversion fails, whereas -1 is also a time
-    const time_t t = timeOffset == E_LOCAL_TIME ? ::mktime(&fields) : ::timegm(&fields);
-    if (fields.tm_wday == -1) {
-        OW_THROW(DateTimeException, "A date or time is out of range");
-    }
-    m_time = t;
-}
-
-int DateTime::getYear(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_year + 1900;
-}
-
-int DateTime::getMonth(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_mon + 1;
-}
-
-int DateTime::getDay(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_mday;
-}
-
-int DateTime::getHour(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_hour;
-}
-
-int DateTime::getMinute(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_min;
-}
-
-int DateTime::getSecond(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_sec;
-}
-
-int DateTime::getDow(ETimeOffset timeOffset) const {
-    return fields(timeOffset).tm_wday;
-}
-
-UInt32 DateTime::getMicrosecond() const {
-    return m_microseconds;
-}
-
-Int16 DateTime::getUtcOffsetMinutes() const {
-    return static_cast<Int16>(fields(E_LOCAL_TIME).tm_gmtoff / 60);
-}
-
-time_t DateTime::get() const {
-    return m_time;
-}
-
-void DateTime::set(time_t t, UInt32 microseconds) {
-    m_time = t;
-    m_microseconds = microseconds % MICROSECONDS;
-    *this += static_cast<long>(microseconds / MICROSECONDS);
+    microseconds_ = microseconds;
+    setFields(fields, timeOffset);
 }
 
 void DateTime::setToCurrent() {
     using std::chrono::duration_cast;
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const auto seconds = duration_cast<std::chrono::seconds>(now);
-    set(seconds.count(), static_cast<UInt32>(duration_cast<std::chrono::microseconds>(now - seconds).count()));
+    time_ = seconds.count();
+    microseconds_ = static_cast<UInt32>(duration_cast<std::chrono::microseconds>(now - seconds).count());
 }
 
-DateTime DateTime::getCurrent() {
-    DateTime now;
-    now.setToCurrent();
-    return now;
+void DateTime::addWeeks(int weeks) {
+    int days = 0;
+    if (__builtin_mul_overflow(weeks, 7, &days)) {
+        OW_THROW(DateTimeException, "A date or time is out of range");
+    }
+    addDays(days);
 }
 
-void DateTime::addDays(int days) {
-    ::tm f = fields(E_LOCAL_TIME);
-    f.tm_mday = added(f.tm_mday, days);
-    setFields(f, E_LOCAL_TIME);
+void DateTime::addSeconds(long seconds) {
+    time_ = shifted(time_, seconds, 1);
 }
 
-void DateTime::addMonths(int months) {
-    ::tm f = fields(E_LOCAL_TIME);
-    f.tm_mon = added(f.tm_mon, months);
-    setFields(f, E_LOCAL_TIME);
+void DateTime::addMinutes(long minutes) {
+    time_ = shifted(time_, minutes, 60);
 }
 
-void DateTime::addYears(int years) {
-    ::tm f = fields(E_LOCAL_TIME);
-    f.tm_year = added(f.tm_year, years);
-    setFields(f, E_LOCAL_TIME);
+void DateTime::addHours(long hours) {
+    time_ = shifted(time_, hours, 3600);
 }
 
 DateTime& DateTime::operator+=(long seconds) {
-    if (__builtin_add_overflow(m_time, seconds, &m_time)) {
-        OW_THROW(DateTimeException, "A date or time is out of range");
-    }
+    addSeconds(seconds);
     return *this;
 }
 
 DateTime& DateTime::operator-=(long seconds) {
-    if (__builtin_sub_overflow(m_time, seconds, &m_time)) {
-        OW_THROW(DateTimeException, "A date or time is out of range");
-    }
+    time_ = shifted(time_, seconds, -1);
     return *this;
 }
 
 String DateTime::toString(ETimeOffset timeOffset) const {
-    const ::tm f = fields(timeOffset);
-    char text[64];
-    return String(text, std::strftime(text, sizeof(text), "%a %b %e %H:%M:%S %Y", &f));
+    return asctimeOf(toFields(timeOffset));
 }
 
-bool operator==(const DateTime& x, const DateTime& y) {
-    return x.get() == y.get() && x.getMicrosecond() == y.getMicrosecond();
+String DateTime::toString(const char* format, ETimeOffset timeOffset) const {
+    const struct tm fields = toFields(timeOffset);
+    char text[1024];
+// The format is the caller's business.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+    const size_t length = std::strftime(text, sizeof(text), format, &fields);
+#pragma GCC diagnostic pop
+    return String(text, length);
 }
 
-bool operator!=(const DateTime& x, const DateTime& y) {
-    return !(x == y);
+String DateTime::toStringGMT() const {
+    return toString(E_UTC_TIME);
 }
 
-bool operator<(const DateTime& x, const DateTime& y) {
-    return x.get() != y.get() ? x.get() < y.get() : x.getMicrosecond() < y.getMicrosecond();
+Int16 DateTime::toLocal(struct tm& fields) const {
+    fields = toFields(E_LOCAL_TIME);
+    return static_cast<Int16>(fields.tm_gmtoff / 60);
 }
 
-bool operator<=(const DateTime& x, const DateTime& y) {
-    return !(y < x);
-}
-
-bool operator>(const DateTime& x, const DateTime& y) {
-    return y < x;
-}
-
-bool operator>=(const DateTime& x, const DateTime& y) {
-    return !(x < y);
-}
-
-DateTime operator+(DateTime x, long seconds) {
-    return x += seconds;
-}
-
-DateTime operator-(DateTime x, long seconds) {
-    return x -= seconds;
+Int16 DateTime::getGMTOffsetMinutesNow() {
+    DateTime now;
+    now.setToCurrent();
+    struct tm fields;
+    return now.toLocal(fields);
 }
 
 } // namespace OpenWBEM

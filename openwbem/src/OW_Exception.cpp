@@ -2,13 +2,14 @@
 
 #include "OW_Array.hpp"
 #include "OW_Assertion.hpp"
-#include "OW_Enumeration.hpp"
+#include "OW_CIMErrorException.hpp"
+#include "OW_EnumerationException.hpp"
+#include "OW_ExceptionIds.hpp"
 #include "OW_Format.hpp"
 #include "OW_IntrusiveCountableBase.hpp"
 #include "OW_NULLValueException.hpp"
 #include "OW_NoSuchPropertyException.hpp"
 #include "OW_NoSuchQualifierException.hpp"
-#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <ostream>
@@ -22,31 +23,36 @@ struct Exception::Texts : public IntrusiveCountableBase {
     const std::string message;
     const Exception* const cause; // owned; only here is its destructor accessible
 
-    Texts(const char* file_, const char* message_, const Exception* cause_)
-        : file(file_ ? file_ : ""), message(message_ ? message_ : ""), cause(cause_ ? cause_->clone() : nullptr) {}
+    Texts(const char* thrower, const char* msg, const Exception* other)
+        : file(thrower ? thrower : ""), message(msg ? msg : ""), cause(other ? other->clone() : nullptr) {}
     Texts(const Texts&) = delete;
     Texts& operator=(const Texts&) = delete;
     ~Texts() override { delete cause; }
 };
 
 Exception::Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other, int subClassId)
-    : m_line(line), m_errorCode(errorCode), m_subClassId(subClassId) {
+    : line_(line), errorCode_(errorCode), subClassId_(subClassId) {
     try {
-        m_texts = new Texts(file, msg, other);
+        texts_ = new Texts(file, msg, other);
     } catch (const std::bad_alloc&) {
-        m_texts = nullptr; // the exception under way is worth more than its text
+        texts_ = nullptr; // the exception under way is worth more than its text
     }
 }
+
+Exception::Exception(const char* file, int line, const char* msg) : Exception(file, line, msg, UNKNOWN_ERROR_CODE) {}
+
+Exception::Exception(int subClassId, const char* file, int line, const char* msg, int errorCode, const Exception* other)
+    : Exception(file, line, msg, errorCode, other, subClassId) {}
 
 Exception::Exception(const Exception& e) noexcept = default;
 Exception::~Exception() noexcept = default;
 Exception& Exception::operator=(const Exception& rhs) noexcept = default;
 
 void Exception::swap(Exception& x) noexcept {
-    m_texts.swap(x.m_texts);
-    std::swap(m_line, x.m_line);
-    std::swap(m_errorCode, x.m_errorCode);
-    std::swap(m_subClassId, x.m_subClassId);
+    texts_.swap(x.texts_);
+    std::swap(line_, x.line_);
+    std::swap(errorCode_, x.errorCode_);
+    std::swap(subClassId_, x.subClassId_);
 }
 
 const char* Exception::type() const {
@@ -54,27 +60,27 @@ const char* Exception::type() const {
 }
 
 const char* Exception::getMessage() const {
-    return m_texts ? m_texts->message.c_str() : "";
+    return texts_ ? texts_->message.c_str() : "";
 }
 
 const char* Exception::getFile() const {
-    return m_texts ? m_texts->file.c_str() : "";
+    return texts_ ? texts_->file.c_str() : "";
 }
 
 int Exception::getLine() const {
-    return m_line;
+    return line_;
 }
 
 const Exception* Exception::getSubException() const {
-    return m_texts ? m_texts->cause : nullptr;
+    return texts_ ? texts_->cause : nullptr;
 }
 
 int Exception::getErrorCode() const {
-    return m_errorCode;
+    return errorCode_;
 }
 
 int Exception::getSubClassId() const {
-    return m_subClassId;
+    return subClassId_;
 }
 
 Exception* Exception::clone() const {
@@ -86,11 +92,11 @@ const char* Exception::what() const noexcept {
 }
 
 void Exception::setSubClassId(int subClassId) {
-    m_subClassId = subClassId;
+    subClassId_ = subClassId;
 }
 
 void Exception::setErrorCode(int errorCode) {
-    m_errorCode = errorCode;
+    errorCode_ = errorCode;
 }
 
 std::ostream& operator<<(std::ostream& os, const Exception& e) {
@@ -108,20 +114,43 @@ std::ostream& operator<<(std::ostream& os, const Exception& e) {
 }
 
 void ExceptionDetail::formatErrno(char* buffer, size_t size, const char* msg, int errnum) {
-    std::snprintf(buffer, size, "%s%s%s", msg ? msg : "", msg ? ": " : "", std::strerror(errnum));
+    char text[256];
+    const char* const description = ::strerror_r(errnum, text, sizeof(text));
+    if (msg) {
+        std::snprintf(buffer, size, "%s: %d(%s)", msg, errnum, description);
+    } else {
+        std::snprintf(buffer, size, "%s", description);
+    }
 }
 
-int ExceptionDetail::allocateSubClassId() {
-    static std::atomic<int> last{1000}; // below: ids that the library gives itself
-    return ++last;
+OW_DEFINE_EXCEPTION_WITH_ID(Assertion)
+OW_DEFINE_EXCEPTION_WITH_ID(Enumeration)
+OW_DEFINE_EXCEPTION_WITH_ID(NULLValue)
+OW_DEFINE_EXCEPTION_WITH_ID(NoSuchProperty)
+OW_DEFINE_EXCEPTION_WITH_ID(NoSuchQualifier)
+OW_DEFINE_EXCEPTION_WITH_ID(OutOfBounds)
+
+const char* const CIMErrorException::unsupported_protocol_version = "unsupported-protocol-version";
+const char* const CIMErrorException::multiple_requests_unsupported = "multiple-requests-unsupported";
+const char* const CIMErrorException::unsupported_cim_version = "unsupported-cim-version";
+const char* const CIMErrorException::unsupported_dtd_version = "unsupported-dtd-version";
+const char* const CIMErrorException::request_not_valid = "request-not-valid";
+const char* const CIMErrorException::request_not_well_formed = "request-not-well-formed";
+const char* const CIMErrorException::request_not_loosely_valid = "request-not-loosely-valid";
+const char* const CIMErrorException::header_mismatch = "header-mismatch";
+const char* const CIMErrorException::unsupported_operation = "unsupported-operation";
+
+CIMErrorException::CIMErrorException(const char* file, int line, const char* msg)
+    : Exception(file, line, msg, UNKNOWN_ERROR_CODE, nullptr, ExceptionIds::CIMErrorExceptionId) {}
+CIMErrorException::~CIMErrorException() noexcept = default;
+
+CIMErrorException* CIMErrorException::clone() const noexcept {
+    return ExceptionDetail::clone(*this);
 }
 
-OW_DEFINE_EXCEPTION(Assertion)
-OW_DEFINE_EXCEPTION(Enumeration)
-OW_DEFINE_EXCEPTION(NULLValue)
-OW_DEFINE_EXCEPTION(NoSuchProperty)
-OW_DEFINE_EXCEPTION(NoSuchQualifier)
-OW_DEFINE_EXCEPTION(OutOfBounds)
+const char* CIMErrorException::type() const {
+    return "CIMErrorException";
+}
 
 void ArrayDetail::throwArrayOutOfBounds(size_t size, size_t index) {
     OW_THROW(OutOfBoundsException, Format("Array Index out of bounds. size = %1, index = %2", size, index).c_str());

@@ -21,7 +21,8 @@ Format::Format(const char* fmt, const String& a, const String& b, const String& 
 
 void Format::insert(const char* fmt, const String* arguments, size_t count) {
     StringBuffer text;
-    for (const char* p = fmt; *p != '\0'; ++p) {
+    const char* fault = nullptr; // the rest of the format that the text says is wrong
+    for (const char* p = fmt; *p != '\0' && !fault; ++p) {
         if (*p != '%') {
             text += *p;
             continue;
@@ -30,17 +31,23 @@ void Format::insert(const char* fmt, const String* arguments, size_t count) {
         if (specifier == '%') {
             text += '%';
         } else if (specifier < '1' || specifier > '9') {
-            text += "\n*** Error in format string at \"";
-            text += p - 1;
-            text += "\".\n";
-            break;
+            fault = specifier == '\0' ? "%" : p;
         } else if (static_cast<size_t>(specifier - '0') > count) {
             text += "\n*** Parameter specifier too large.";
+            fault = p;
         } else {
             text += arguments[specifier - '1'];
         }
+        if (specifier == '\0') {
+            break;
+        }
     }
-    m_text = text.releaseString();
+    if (fault) {
+        text += "\n*** Error in format string at \"";
+        text += fault;
+        text += "\".\n";
+    }
+    text_ = text.releaseString();
 }
 
 std::ostream& operator<<(std::ostream& ostr, const Format& f) {

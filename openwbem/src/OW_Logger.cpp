@@ -1,10 +1,12 @@
 #include "OW_Logger.hpp"
 
+#include "OW_ExceptionIds.hpp"
+
 #include <utility>
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(Logger)
+OW_DEFINE_EXCEPTION_WITH_ID(Logger)
 
 const String Logger::STR_NONE_CATEGORY("NONE");
 const String Logger::STR_FATAL_CATEGORY("FATAL");
@@ -20,28 +22,30 @@ struct NamedLevel {
     ELogLevel level;
 };
 
-const NamedLevel LEVELS[] = {
+const NamedLevel kLevels[] = {
     {"NONE", E_NONE_LEVEL}, {"FATAL", E_FATAL_ERROR_LEVEL}, {"ERROR", E_ERROR_LEVEL},
     {"INFO", E_INFO_LEVEL}, {"DEBUG", E_DEBUG_LEVEL},       {"ALL", E_ALL_LEVEL},
 };
 } // namespace
 
 Logger::Logger(const String& defaultComponent, ELogLevel logLevel)
-    : m_defaultComponent(defaultComponent), m_logLevel(logLevel) {}
+    : defaultComponent_(defaultComponent), logLevel_(logLevel) {}
 
+Logger::Logger() : Logger(STR_DEFAULT_COMPONENT, E_ERROR_LEVEL) {}
+Logger::Logger(ELogLevel logLevel) : Logger(STR_DEFAULT_COMPONENT, logLevel) {}
 Logger::Logger(const Logger&) = default;
 Logger& Logger::operator=(const Logger&) = default;
 Logger::~Logger() = default;
 
 void Logger::swap(Logger& x) {
-    m_defaultComponent.swap(x.m_defaultComponent);
-    std::swap(m_logLevel, x.m_logLevel);
+    defaultComponent_.swap(x.defaultComponent_);
+    std::swap(logLevel_, x.logLevel_);
 }
 
 void Logger::logAtLevel(ELogLevel level, const String& category, const String& message, const char* filename,
                         int fileline, const char* methodname) const {
-    if (m_logLevel >= level) {
-        doProcessLogMessage(LogMessage(m_defaultComponent, category, message, filename, fileline, methodname));
+    if (logLevel_ >= level) {
+        doProcessLogMessage(LogMessage(defaultComponent_, category, message, filename, fileline, methodname));
     }
 }
 
@@ -71,12 +75,12 @@ void Logger::logMessage(const String& component, const String& category, const S
 }
 
 void Logger::logMessage(const String& category, const String& message) const {
-    doProcessLogMessage(LogMessage(m_defaultComponent, category, message, nullptr, -1, nullptr));
+    doProcessLogMessage(LogMessage(defaultComponent_, category, message, nullptr, -1, nullptr));
 }
 
 void Logger::logMessage(const String& category, const String& message, const char* filename, int fileline,
                         const char* methodname) const {
-    doProcessLogMessage(LogMessage(m_defaultComponent, category, message, filename, fileline, methodname));
+    doProcessLogMessage(LogMessage(defaultComponent_, category, message, filename, fileline, methodname));
 }
 
 void Logger::logMessage(const LogMessage& message) const {
@@ -84,28 +88,28 @@ void Logger::logMessage(const LogMessage& message) const {
 }
 
 ELogLevel Logger::getLogLevel() const {
-    return m_logLevel;
+    return logLevel_;
 }
 
 void Logger::setLogLevel(ELogLevel logLevel) {
-    m_logLevel = logLevel;
+    logLevel_ = logLevel;
 }
 
 void Logger::setLogLevel(const String& logLevel) {
-    m_logLevel = E_FATAL_ERROR_LEVEL;
-    for (const NamedLevel& candidate : LEVELS) {
+    logLevel_ = E_FATAL_ERROR_LEVEL;
+    for (const NamedLevel& candidate : kLevels) {
         if (logLevel.equalsIgnoreCase(candidate.name)) {
-            m_logLevel = candidate.level;
+            logLevel_ = candidate.level;
         }
     }
 }
 
 void Logger::setDefaultComponent(const String& component) {
-    m_defaultComponent = component;
+    defaultComponent_ = component;
 }
 
 String Logger::getDefaultComponent() const {
-    return m_defaultComponent;
+    return defaultComponent_;
 }
 
 bool Logger::categoryIsEnabled(const String& category) const {
@@ -120,17 +124,12 @@ LoggerRef Logger::clone() const {
     return doClone();
 }
 
-bool Logger::doCategoryIsEnabled(const String& category) const {
-    for (const NamedLevel& candidate : LEVELS) {
-        if (category.equalsIgnoreCase(candidate.name)) {
-            return candidate.level != E_NONE_LEVEL && m_logLevel >= candidate.level;
-        }
-    }
-    return m_logLevel != E_NONE_LEVEL;
+bool Logger::doCategoryIsEnabled(const String&) const {
+    return true;
 }
 
-bool Logger::doComponentAndCategoryAreEnabled(const String&, const String& category) const {
-    return doCategoryIsEnabled(category);
+bool Logger::doComponentAndCategoryAreEnabled(const String&, const String&) const {
+    return true;
 }
 
 } // namespace OpenWBEM

@@ -17,61 +17,23 @@ SharedLibrary::~SharedLibrary() = default;
 RepositoryIFC::~RepositoryIFC() = default;
 ProviderEnvironmentIFC::~ProviderEnvironmentIFC() = default;
 
-CppProviderBaseIFC::CppProviderBaseIFC() : m_lastAccess(0), m_persist(false) {}
+CppProviderBaseIFC::CppProviderBaseIFC() : lastAccess_(0), persist_(false) {}
 
 CppProviderBaseIFC::CppProviderBaseIFC(const CppProviderBaseIFC& arg)
-    : IntrusiveCountableBase(arg), m_lastAccess(arg.m_lastAccess.load()), m_persist(arg.m_persist.load()) {}
+    : IntrusiveCountableBase(arg), lastAccess_(arg.lastAccess_.load()), persist_(arg.persist_.load()) {}
 
 CppProviderBaseIFC::~CppProviderBaseIFC() = default;
 
 void CppProviderBaseIFC::initialize(const ProviderEnvironmentIFCRef&) {}
 
-CppInstanceProviderIFC* CppProviderBaseIFC::getInstanceProvider() {
-    return nullptr;
-}
-
-CppSecondaryInstanceProviderIFC* CppProviderBaseIFC::getSecondaryInstanceProvider() {
-    return nullptr;
-}
-
-CppMethodProviderIFC* CppProviderBaseIFC::getMethodProvider() {
-    return nullptr;
-}
-
-CppAssociatorProviderIFC* CppProviderBaseIFC::getAssociatorProvider() {
-    return nullptr;
-}
-
-CppIndicationExportProviderIFC* CppProviderBaseIFC::getIndicationExportProvider() {
-    return nullptr;
-}
-
-CppPolledProviderIFC* CppProviderBaseIFC::getPolledProvider() {
-    return nullptr;
-}
-
-CppIndicationProviderIFC* CppProviderBaseIFC::getIndicationProvider() {
-    return nullptr;
-}
-
-bool CppProviderBaseIFC::canUnload() {
-    return true;
-}
-
 DateTime CppProviderBaseIFC::getLastAccessTime() const {
-    return DateTime(m_lastAccess.load());
+    return DateTime(lastAccess_.load());
 }
 
 void CppProviderBaseIFC::updateAccessTime() {
-    m_lastAccess = DateTime::getCurrent().get();
-}
-
-bool CppProviderBaseIFC::getPersist() const {
-    return m_persist;
-}
-
-void CppProviderBaseIFC::setPersist(bool persist) {
-    m_persist = persist;
+    DateTime now;
+    now.setToCurrent();
+    lastAccess_ = now.get();
 }
 
 CppMethodProviderIFC::~CppMethodProviderIFC() = default;
@@ -92,30 +54,32 @@ CppAssociatorProviderIFC* CppAssociatorProviderIFC::getAssociatorProvider() {
 
 CppSecondaryInstanceProviderIFC::~CppSecondaryInstanceProviderIFC() = default;
 
-void CppSecondaryInstanceProviderIFC::getSecondaryInstanceProviderInfo(SecondaryInstanceProviderInfo&) {}
-
 void CppSecondaryInstanceProviderIFC::filterInstances(const ProviderEnvironmentIFCRef&, const String&, const String&,
                                                       CIMInstanceArray&, WBEMFlags::ELocalOnlyFlag,
                                                       WBEMFlags::EDeepFlag, WBEMFlags::EIncludeQualifiersFlag,
                                                       WBEMFlags::EIncludeClassOriginFlag, const StringArray*,
                                                       const CIMClass&, const CIMClass&) {}
 
-void CppSecondaryInstanceProviderIFC::instanceCreated(const ProviderEnvironmentIFCRef&, const String&,
-                                                      const CIMInstance&) {}
+void CppSecondaryInstanceProviderIFC::createInstance(const ProviderEnvironmentIFCRef&, const String&,
+                                                     const CIMInstance&) {}
 
-void CppSecondaryInstanceProviderIFC::instanceModified(const ProviderEnvironmentIFCRef&, const String&,
-                                                       const CIMInstance&, const CIMInstance&,
-                                                       WBEMFlags::EIncludeQualifiersFlag, const StringArray*,
-                                                       const CIMClass&) {}
+void CppSecondaryInstanceProviderIFC::modifyInstance(const ProviderEnvironmentIFCRef&, const String&,
+                                                     const CIMInstance&, const CIMInstance&,
+                                                     WBEMFlags::EIncludeQualifiersFlag, const StringArray*,
+                                                     const CIMClass&) {}
 
-void CppSecondaryInstanceProviderIFC::instanceDeleted(const ProviderEnvironmentIFCRef&, const String&,
-                                                      const CIMObjectPath&) {}
+void CppSecondaryInstanceProviderIFC::deleteInstance(const ProviderEnvironmentIFCRef&, const String&,
+                                                     const CIMObjectPath&) {}
 
 CppSecondaryInstanceProviderIFC* CppSecondaryInstanceProviderIFC::getSecondaryInstanceProvider() {
     return this;
 }
 
 CppPolledProviderIFC::~CppPolledProviderIFC() = default;
+
+void CppPolledProviderIFC::doCooperativeCancel() {}
+
+void CppPolledProviderIFC::doDefinitiveCancel() {}
 
 CppPolledProviderIFC* CppPolledProviderIFC::getPolledProvider() {
     return this;
@@ -125,11 +89,17 @@ CppIndicationProviderIFC::~CppIndicationProviderIFC() = default;
 
 void CppIndicationProviderIFC::getIndicationProviderInfo(IndicationProviderInfo&) {}
 
-void CppIndicationProviderIFC::authorizeFilter(const ProviderEnvironmentIFCRef&, const String&, const String&,
-                                               const String&, const StringArray&, const String&) {}
+void CppIndicationProviderIFC::activateFilter(const ProviderEnvironmentIFCRef&, const WQLSelectStatement&,
+                                              const String&, const String&, const StringArray&, bool) {}
 
-int CppIndicationProviderIFC::mustPoll(const ProviderEnvironmentIFCRef&, const String&, const String&, const String&,
-                                       const StringArray&) {
+void CppIndicationProviderIFC::authorizeFilter(const ProviderEnvironmentIFCRef&, const WQLSelectStatement&,
+                                               const String&, const String&, const StringArray&, const String&) {}
+
+void CppIndicationProviderIFC::deActivateFilter(const ProviderEnvironmentIFCRef&, const WQLSelectStatement&,
+                                                const String&, const String&, const StringArray&, bool) {}
+
+int CppIndicationProviderIFC::mustPoll(const ProviderEnvironmentIFCRef&, const WQLSelectStatement&, const String&,
+                                       const String&, const StringArray&) {
     return 0;
 }
 
@@ -138,6 +108,10 @@ CppIndicationProviderIFC* CppIndicationProviderIFC::getIndicationProvider() {
 }
 
 CppIndicationExportProviderIFC::~CppIndicationExportProviderIFC() = default;
+
+void CppIndicationExportProviderIFC::doCooperativeCancel() {}
+
+void CppIndicationExportProviderIFC::doDefinitiveCancel() {}
 
 CppIndicationExportProviderIFC* CppIndicationExportProviderIFC::getIndicationExportProvider() {
     return this;

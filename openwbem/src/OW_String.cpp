@@ -1,6 +1,7 @@
 #include "OW_String.hpp"
 
 #include "OW_Array.hpp"
+#include "OW_ExceptionIds.hpp"
 #include "OW_StringByteBuf.hpp"
 #include "OW_UTF8Utils.hpp"
 #include <cstdarg>
@@ -15,7 +16,7 @@
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(StringConversion)
+OW_DEFINE_EXCEPTION_WITH_ID(StringConversion)
 
 const size_t String::npos;
 
@@ -26,17 +27,17 @@ String::~String() = default;
 String& String::operator=(const String& arg) = default;
 String& String::operator=(String&& arg) noexcept = default;
 
-String::String(const char* str) : m_buf(str ? new ByteBuf(str) : nullptr) {}
-String::String(Int32 val) : m_buf(new ByteBuf(std::to_string(val))) {}
-String::String(UInt32 val) : m_buf(new ByteBuf(std::to_string(val))) {}
-String::String(Int64 val) : m_buf(new ByteBuf(std::to_string(val))) {}
-String::String(UInt64 val) : m_buf(new ByteBuf(std::to_string(val))) {}
+String::String(const char* str) : buf_(str ? new ByteBuf(str) : nullptr) {}
+String::String(Int32 val) : buf_(new ByteBuf(std::to_string(val))) {}
+String::String(UInt32 val) : buf_(new ByteBuf(std::to_string(val))) {}
+String::String(Int64 val) : buf_(new ByteBuf(std::to_string(val))) {}
+String::String(UInt64 val) : buf_(new ByteBuf(std::to_string(val))) {}
 #if defined(OW_INT64_IS_LONG_LONG)
-String::String(long val) : m_buf(new ByteBuf(std::to_string(val))) {}
-String::String(unsigned long val) : m_buf(new ByteBuf(std::to_string(val))) {}
+String::String(long val) : buf_(new ByteBuf(std::to_string(val))) {}
+String::String(unsigned long val) : buf_(new ByteBuf(std::to_string(val))) {}
 #endif
-String::String(char c) : m_buf(c != '\0' ? new ByteBuf(std::string(1, c)) : nullptr) {}
-String::String(const char* str, size_t len) : m_buf(str ? new ByteBuf(std::string(str, len)) : nullptr) {}
+String::String(char c) : buf_(c != '\0' ? new ByteBuf(std::string(1, c)) : nullptr) {}
+String::String(const char* str, size_t len) : buf_(str ? new ByteBuf(std::string(str, len)) : nullptr) {}
 
 String::String(Real64 val) {
     format("%g", val);
@@ -48,18 +49,18 @@ String::String(ETakeOwnershipFlag, char* allocated, size_t len) {
 }
 
 String::ByteBuf& String::writable() {
-    if (!m_buf) {
-        m_buf = new ByteBuf;
+    if (!buf_) {
+        buf_ = new ByteBuf;
     }
-    return *m_buf;
+    return *buf_;
 }
 
 void String::swap(String& x) {
-    m_buf.swap(x.m_buf);
+    buf_.swap(x.buf_);
 }
 
 size_t String::length() const {
-    return m_buf ? m_buf->text.length() : 0;
+    return buf_ ? buf_->text.length() : 0;
 }
 
 bool String::empty() const {
@@ -71,7 +72,7 @@ size_t String::UTF8Length() const {
 }
 
 const char* String::c_str() const {
-    return m_buf ? m_buf.getPtr()->text.c_str() : "";
+    return buf_ ? buf_.getPtr()->text.c_str() : "";
 }
 
 const char* String::getBytes() const {
@@ -93,14 +94,14 @@ char String::charAt(size_t ndx) const {
 
 const char& String::operator[](size_t ndx) const {
     static const char none = '\0';
-    const buf_t& buf = m_buf;
+    const buf_t& buf = buf_;
     return ndx <= buf->text.length() ? buf->text[ndx] : none;
 }
 
 char& String::operator[](size_t ndx) {
     thread_local char none;
     none = '\0';
-    ByteBuf& buf = *m_buf;
+    ByteBuf& buf = *buf_;
     return ndx <= buf.text.length() ? buf.text[ndx] : none;
 }
 
@@ -125,7 +126,7 @@ String& String::concat(const char* arg) {
 
 String& String::concat(const String& arg) {
     const String source(arg); // arg may be this String
-    if (source.m_buf) {
+    if (source.buf_) {
         writable().text.append(source.c_str(), source.length());
     }
     return *this;
@@ -137,7 +138,7 @@ String& String::concat(char arg) {
 }
 
 String& String::erase() {
-    m_buf = nullptr;
+    buf_ = nullptr;
     return *this;
 }
 
@@ -159,7 +160,7 @@ int String::format(const char* fmt, ...) {
         std::vsnprintf(&text[0], text.size(), fmt, args);
         va_end(args);
         text.pop_back();
-        m_buf = new ByteBuf(std::move(text));
+        buf_ = new ByteBuf(std::move(text));
     }
     return len;
 }
@@ -194,7 +195,7 @@ void String::readObject(std::istream& istrm) {
     if (!istrm) {
         OW_THROW(StringConversionException, "A text in a stream is shorter than it says");
     }
-    m_buf = new ByteBuf(std::move(text));
+    buf_ = new ByteBuf(std::move(text));
 }
 
 unsigned long long int String::strtoull(const char* nptr, char** endptr, int base) {

@@ -1,149 +1,118 @@
 #include "OW_StringBuffer.hpp"
 
-#include "OW_Bool.hpp"
-#include "OW_Char16.hpp"
+#include "OW_CIMDateTime.hpp"
+#include "OW_CIMObjectPath.hpp"
+#include <algorithm>
 #include <istream>
 #include <ostream>
+#include <utility>
 
 namespace OpenWBEM {
 
-StringBuffer::StringBuffer(size_t initialSize) {
-    m_text.reserve(initialSize);
+const size_t StringBuffer::OW_DEFAULT_ALLOCATION_UNIT;
+
+StringBuffer::StringBuffer(size_t allocSize)
+    : length_(0), allocated_(allocSize == 0 ? OW_DEFAULT_ALLOCATION_UNIT : allocSize) {}
+
+StringBuffer::StringBuffer(const char* arg)
+    : text_(arg ? arg : ""), length_(text_.length()), allocated_(length_ + OW_DEFAULT_ALLOCATION_UNIT) {}
+
+StringBuffer::StringBuffer(const String& arg)
+    : text_(arg.c_str(), arg.length()), length_(text_.length()), allocated_(length_ + OW_DEFAULT_ALLOCATION_UNIT) {}
+
+StringBuffer::StringBuffer(const StringBuffer& arg) = default;
+StringBuffer& StringBuffer::operator=(const StringBuffer& arg) = default;
+
+StringBuffer& StringBuffer::operator=(const String& arg) {
+    return *this = StringBuffer(arg);
 }
 
-StringBuffer::StringBuffer(const char* arg) : m_text(arg ? arg : "") {}
+StringBuffer& StringBuffer::operator=(const char* arg) {
+    return *this = StringBuffer(arg);
+}
 
-StringBuffer::StringBuffer(const String& arg) : m_text(arg.c_str(), arg.length()) {}
+void StringBuffer::swap(StringBuffer& arg) {
+    text_.swap(arg.text_);
+    std::swap(length_, arg.length_);
+    std::swap(allocated_, arg.allocated_);
+}
+
+/// After a change of the text.
+void StringBuffer::grow() {
+    length_ = text_.length();
+    if (length_ >= allocated_) {
+        allocated_ = length_ + std::max(allocated_, OW_DEFAULT_ALLOCATION_UNIT);
+    }
+}
 
 StringBuffer& StringBuffer::append(char c) {
-    m_text.push_back(c);
+    text_.push_back(c);
+    grow();
     return *this;
 }
 
-StringBuffer& StringBuffer::append(const char* str) {
-    m_text.append(str ? str : "");
+StringBuffer& StringBuffer::append(const char* str, const size_t len) {
+    if (len != 0) {
+        text_.append(str, len);
+        grow();
+    }
     return *this;
 }
 
-StringBuffer& StringBuffer::append(const char* str, size_t len) {
-    m_text.append(str, len);
+StringBuffer& StringBuffer::append(const StringBuffer& arg) {
+    text_.append(arg.text_);
+    grow();
     return *this;
 }
 
-StringBuffer& StringBuffer::operator+=(const String& arg) {
-    return append(arg.c_str(), arg.length());
+StringBuffer& StringBuffer::operator+=(const CIMDateTime& arg) {
+    return append(arg.toString());
 }
 
-StringBuffer& StringBuffer::operator+=(const StringBuffer& arg) {
-    m_text.append(arg.m_text);
-    return *this;
-}
-
-StringBuffer& StringBuffer::operator+=(const Bool& arg) {
-    return *this += arg.toString();
-}
-
-StringBuffer& StringBuffer::operator+=(const Char16& arg) {
-    return *this += arg.toString();
-}
-
-StringBuffer& StringBuffer::operator+=(UInt8 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int8 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt16 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int16 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt32 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int32 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(UInt64 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Int64 v) {
-    return append(std::to_string(v).c_str());
-}
-
-StringBuffer& StringBuffer::operator+=(Real32 v) {
-    return *this += static_cast<Real64>(v);
-}
-
-StringBuffer& StringBuffer::operator+=(Real64 v) {
-    return *this += String(v);
-}
-
-char StringBuffer::operator[](size_t ndx) const {
-    return ndx < m_text.length() ? m_text[ndx] : '\0';
-}
-
-String StringBuffer::toString() const {
-    return String(m_text.data(), m_text.length());
+StringBuffer& StringBuffer::operator+=(const CIMObjectPath& arg) {
+    return append(arg.toString());
 }
 
 String StringBuffer::releaseString() {
     String result(toString());
-    m_text.clear();
+    std::string().swap(text_);
     return result;
 }
 
 void StringBuffer::reset() {
-    m_text.clear();
+    text_.clear();
+    length_ = 0;
 }
 
 void StringBuffer::truncate(size_t index) {
-    if (index < m_text.length()) {
-        m_text.resize(index);
+    if (index < text_.length()) {
+        text_.resize(index);
+        length_ = index;
     }
 }
 
-size_t StringBuffer::length() const {
-    return m_text.length();
-}
-
-const char* StringBuffer::c_str() const {
-    return m_text.c_str();
-}
-
-bool StringBuffer::equals(const char* arg) const {
-    return m_text == (arg ? arg : "");
-}
-
-bool StringBuffer::equals(const StringBuffer& arg) const {
-    return m_text == arg.m_text;
-}
-
-bool StringBuffer::endsWith(char ch) const {
-    return !m_text.empty() && m_text.back() == ch;
-}
-
-bool StringBuffer::getLine(std::istream& is) {
-    m_text.clear();
-    if (!std::getline(is, m_text)) {
-        return false;
+void StringBuffer::chop() {
+    if (!text_.empty()) {
+        truncate(text_.length() - 1);
     }
-    if (endsWith('\r')) {
-        m_text.pop_back();
+}
+
+void StringBuffer::trim() {
+    *this = toString().trim();
+}
+
+const char* StringBuffer::getLine(std::istream& is, bool resetBuffer) {
+    if (resetBuffer) {
+        reset();
     }
-    return true;
+    std::string line;
+    std::getline(is, line);
+    append(line.data(), std::min(line.find('\r'), line.length()));
+    return c_str();
 }
 
 std::ostream& operator<<(std::ostream& ostr, const StringBuffer& arg) {
-    return ostr.write(arg.c_str(), static_cast<std::streamsize>(arg.length()));
+    return ostr << arg.toString();
 }
 
 } // namespace OpenWBEM

@@ -26,7 +26,7 @@ bool sameBytes(const char* a, const char* b, size_t len, String::EIgnoreCaseFlag
 } // namespace
 
 int String::compareTo(const String& arg) const {
-    return m_buf == arg.m_buf ? 0 : std::strcmp(c_str(), arg.c_str());
+    return buf_ == arg.buf_ ? 0 : std::strcmp(c_str(), arg.c_str());
 }
 
 int String::compareTo(const char* arg) const {
@@ -34,7 +34,7 @@ int String::compareTo(const char* arg) const {
 }
 
 int String::compareToIgnoreCase(const String& arg) const {
-    return m_buf == arg.m_buf ? 0 : UTF8Utils::compareToIgnoreCase(c_str(), arg.c_str());
+    return buf_ == arg.buf_ ? 0 : UTF8Utils::compareToIgnoreCase(c_str(), arg.c_str());
 }
 
 int String::compareToIgnoreCase(const char* arg) const {
@@ -86,11 +86,11 @@ bool String::endsWith(char arg) const {
 }
 
 size_t String::indexOf(char ch, size_t fromIndex) const {
-    return fromIndex < length() ? m_buf.getPtr()->text.find(ch, fromIndex) : npos;
+    return fromIndex < length() ? buf_.getPtr()->text.find(ch, fromIndex) : npos;
 }
 
 size_t String::indexOf(const char* arg, size_t fromIndex) const {
-    return fromIndex < length() ? m_buf.getPtr()->text.find(orEmpty(arg), fromIndex) : npos;
+    return fromIndex < length() ? buf_.getPtr()->text.find(orEmpty(arg), fromIndex) : npos;
 }
 
 size_t String::indexOf(const String& arg, size_t fromIndex) const {
@@ -98,11 +98,11 @@ size_t String::indexOf(const String& arg, size_t fromIndex) const {
 }
 
 size_t String::lastIndexOf(char ch, size_t fromIndex) const {
-    return m_buf ? m_buf.getPtr()->text.rfind(ch, fromIndex) : npos;
+    return buf_ ? buf_.getPtr()->text.rfind(ch, fromIndex) : npos;
 }
 
 size_t String::lastIndexOf(const char* arg, size_t fromIndex) const {
-    return m_buf ? m_buf.getPtr()->text.rfind(orEmpty(arg), fromIndex) : npos;
+    return buf_ ? buf_.getPtr()->text.rfind(orEmpty(arg), fromIndex) : npos;
 }
 
 size_t String::lastIndexOf(const String& arg, size_t fromIndex) const {
@@ -148,8 +148,8 @@ StringArray String::tokenize(const char* delims, EReturnDelimitersFlag returnDel
 }
 
 String& String::toLowerCase() {
-    if (m_buf) {
-        std::string& text = m_buf->text;
+    if (buf_) {
+        std::string& text = buf_->text;
         std::transform(text.begin(), text.end(), text.begin(),
                        [](unsigned char c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); });
     }
@@ -157,8 +157,8 @@ String& String::toLowerCase() {
 }
 
 String& String::toUpperCase() {
-    if (m_buf) {
-        std::string& text = m_buf->text;
+    if (buf_) {
+        std::string& text = buf_->text;
         std::transform(text.begin(), text.end(), text.begin(),
                        [](unsigned char c) { return static_cast<char>(c >= 'a' && c <= 'z' ? c - 'a' + 'A' : c); });
     }

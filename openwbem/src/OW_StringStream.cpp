@@ -20,30 +20,30 @@ std::streamsize OutputBuffer::xsputn(const char* s, std::streamsize n) {
     return n;
 }
 
-InputBuffer::InputBuffer(const String& text) : m_text(text) {
+InputBuffer::InputBuffer(const String& text) : text_(text) {
     // The base class reads through pointers to non-const but never writes without a put area.
-    char* begin = const_cast<char*>(m_text.c_str());
-    setg(begin, begin, begin + m_text.length());
+    char* begin = const_cast<char*>(text_.c_str());
+    setg(begin, begin, begin + text_.length());
 }
 } // namespace StringStreamDetail
 
-OStringStream::OStringStream(size_t size) : OutputHolder(size), std::ostream(&m_buffer) {}
+OStringStream::OStringStream(size_t size) : OutputHolder(size), std::ostream(&buffer_) {}
 OStringStream::~OStringStream() = default;
 
-IStringStream::IStringStream(const String& s) : InputHolder(s), std::istream(&m_buffer) {}
+IStringStream::IStringStream(const String& s) : InputHolder(s), std::istream(&buffer_) {}
 IStringStream::~IStringStream() = default;
 
 BaseStreamBuffer::BaseStreamBuffer(size_t bufferSize)
-    : m_input(std::max<size_t>(bufferSize, 1)), m_output(std::max<size_t>(bufferSize, 1)) {
-    setg(m_input.data(), m_input.data(), m_input.data());
-    setp(m_output.data(), m_output.data() + m_output.size());
+    : input_(std::max<size_t>(bufferSize, 1)), output_(std::max<size_t>(bufferSize, 1)) {
+    setg(input_.data(), input_.data(), input_.data());
+    setp(output_.data(), output_.data() + output_.size());
 }
 
 BaseStreamBuffer::~BaseStreamBuffer() = default;
 
 int BaseStreamBuffer::sync() {
     const bool written = writeDevice(pbase(), static_cast<size_t>(pptr() - pbase()));
-    setp(m_output.data(), m_output.data() + m_output.size());
+    setp(output_.data(), output_.data() + output_.size());
     return written ? 0 : -1;
 }
 
@@ -56,8 +56,8 @@ std::streambuf::int_type BaseStreamBuffer::overflow(int_type c) {
 }
 
 std::streambuf::int_type BaseStreamBuffer::underflow() {
-    const size_t size = readDevice(m_input.data(), m_input.size());
-    setg(m_input.data(), m_input.data(), m_input.data() + size);
+    const size_t size = readDevice(input_.data(), input_.size());
+    setg(input_.data(), input_.data(), input_.data() + size);
     return size == 0 ? traits_type::eof() : traits_type::to_int_type(*gptr());
 }
 

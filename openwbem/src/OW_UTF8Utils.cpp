@@ -3,19 +3,21 @@
 #include "OW_Array.hpp"
 #include "OW_CaseFolding.hpp"
 #include "OW_Char16.hpp"
+#include "OW_ExceptionIds.hpp"
 #include "OW_Format.hpp"
 #include "OW_String.hpp"
 #include "OW_StringBuffer.hpp"
+#include <array>
 #include <cstring>
 
 namespace OpenWBEM {
 
-OW_DEFINE_EXCEPTION(InvalidUTF8)
+OW_DEFINE_EXCEPTION_WITH_ID(InvalidUTF8)
 
 namespace UTF8Utils {
 
 namespace {
-constexpr UInt32 MALFORMED = 0xFFFFFFFF;
+constexpr UInt32 kMalformed = 0xFFFFFFFF;
 
 bool isContinuation(unsigned char c) {
     return (c & 0xC0) == 0x80;
@@ -32,7 +34,7 @@ size_t sequenceLength(unsigned char first) {
     return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-// Reads one code point and moves p behind it. From malformed text it takes one byte and returns MALFORMED.
+// Reads one code point and moves p behind it. From malformed text it takes one byte and returns kMalformed.
 UInt32 decode(const char*& p) {
     static const UInt32 smallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const unsigned char first = static_cast<unsigned char>(*p);
@@ -43,14 +45,14 @@ UInt32 decode(const char*& p) {
         if (!isContinuation(next)) // also the terminator
         {
             ++p;
-            return MALFORMED;
+            return kMalformed;
         }
         code = (code << 6) | (next & 0x3FU);
     }
     const bool surrogate = code >= 0xD800 && code <= 0xDFFF;
     if (len == 0 || code < smallest[len] || code > 0x10FFFF || surrogate) {
         ++p;
-        return MALFORMED;
+        return kMalformed;
     }
     p += len;
     return code;
@@ -71,11 +73,53 @@ size_t encode(UInt32 code, char (&buffer)[4]) {
     return len;
 }
 
-// The folded code point at p, which moves on. Malformed bytes keep their value, beyond all code points.
-UInt32 nextFolded(const char*& p) {
-    const UInt32 byte = static_cast<unsigned char>(*p);
-    const UInt32 code = decode(p);
-    return code == MALFORMED ? 0x110000 + byte : foldCase(code);
+// Walks through a text code point by code point of its folded form.
+class FoldedText {
+  public:
+    explicit FoldedText(const char* text) : next_(text), character_(text) {}
+
+    // 0 at the end. Malformed bytes keep their value, beyond all code points.
+    UInt32 next() {
+        if (index_ == folded_.size() || folded_[index_] == 0) {
+            character_ = next_;
+            if (*next_ == '\0') {
+                return 0;
+            }
+            fold();
+        }
+        return folded_[index_++];
+    }
+    // Where the character begins that the last code point came from.
+    const char* character() const { return character_; }
+
+  private:
+    void fold() {
+        const UInt32 byte = static_cast<unsigned char>(*next_);
+        const UInt32 code = decode(next_);
+        index_ = 0;
+        if (code == kMalformed) {
+            folded_ = {{0x110000 + byte, 0, 0}};
+        } else {
+            folded_ = foldCase(code);
+        }
+    }
+
+    const char* next_;
+    const char* character_;
+    std::array<UInt32, 3> folded_ = {{0, 0, 0}};
+    size_t index_ = 0;
+};
+
+// The difference of the first bytes that differ, or of the folded code points there if none do.
+int unfoldedDifference(const FoldedText& x, UInt32 codeOfX, const FoldedText& y, UInt32 codeOfY) {
+    const char* a = x.character();
+    const char* b = y.character();
+    while (*a == *b && *a != '\0') {
+        ++a;
+        ++b;
+    }
+    const int difference = static_cast<unsigned char>(*a) - static_cast<unsigned char>(*b);
+    return difference != 0 ? difference : codeOfX < codeOfY ? -1 : 1;
 }
 } // namespace
 
@@ -113,14 +157,18 @@ void UCS4toUTF8(UInt32 ucs4char, StringBuffer& sb) {
 }
 
 int compareToIgnoreCase(const char* str1, const char* str2) {
-    while (*str1 != '\0' && *str2 != '\0') {
-        const UInt32 c1 = nextFolded(str1);
-        const UInt32 c2 = nextFolded(str2);
-        if (c1 != c2) {
-            return c1 < c2 ? -1 : 1;
+    FoldedText x(str1);
+    FoldedText y(str2);
+    for (;;) {
+        const UInt32 codeOfX = x.next();
+        const UInt32 codeOfY = y.next();
+        if (codeOfX != codeOfY) {
+            return unfoldedDifference(x, codeOfX, y, codeOfY);
+        }
+        if (codeOfX == 0) {
+            return 0;
         }
     }
-    return (*str1 != '\0' ? 1 : 0) - (*str2 != '\0' ? 1 : 0);
 }
 
 Array<UInt16> StringToUCS2(const String& input) {

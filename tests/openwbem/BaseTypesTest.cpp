@@ -25,11 +25,24 @@ std::string printed(const T& value) {
     return stream.str();
 }
 
+// The binary form of a value, read back from it.
+template <class T>
+std::string writtenAndReadBack(const T& value) {
+    std::stringstream stream;
+    value.writeObject(stream);
+    T back;
+    back.readObject(stream);
+    EXPECT_TRUE(back == value);
+    EXPECT_NE(thrownBy([&] { back.readObject(stream); }), "nothing") << "the stream is at its end";
+    return stream.str();
+}
+
 TEST(Bool, behavesLikeATruthValue) {
     EXPECT_FALSE(Bool());
     EXPECT_TRUE(Bool(true) == true && Bool(false) != true && Bool(false) < Bool(true));
     EXPECT_EQ(printed(Bool(true)), "true");
     EXPECT_EQ(Bool(false).toString(), "false");
+    EXPECT_EQ(writtenAndReadBack(Bool(true)) + writtenAndReadBack(Bool()), std::string("\1\0", 2));
 }
 
 TEST(Char16, countsComparesAndPrints) {
@@ -39,26 +52,27 @@ TEST(Char16, countsComparesAndPrints) {
         const char* printedAs;
         const char* utf8;
     } cases[] = {
-        {Char16(), 0, nullptr, ""},
+        {Char16(), 0, "\\x0000", ""},
         {Char16('A'), 65, "A", "A"},
-        {Char16('\xE9'), 0xE9, "\\x00E9", "\xC3\xA9"},
+        {Char16('\xE9'), 0xFFE9, "\\xFFE9", "\xEF\xBF\xA9"},
+        {Char16(UInt8(0xE9)), 0xE9, "\\x00E9", "\xC3\xA9"},
         {Char16(String("\xE2\x82\xAC tail")), 0x20AC, "\\x20AC", "\xE2\x82\xAC"},
         {Char16(String("\xF0\x9F\x98\x80")), 0xFFFF, "\\xFFFF", "\xEF\xBF\xBF"},
         {Char16(Int32(0x10041)), 65, "A", "A"},
         {Char16(Real64(65.9)), 65, "A", "A"},
-        {Char16(Real64(1e10)), 0, nullptr, ""},
+        {Char16(Real64(1e10)), 0, "\\x0000", ""},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(c.made.getValue(), c.value);
         EXPECT_EQ(c.made.toString(), c.utf8);
-        if (c.printedAs) {
-            EXPECT_EQ(printed(c.made), c.printedAs);
-        }
+        EXPECT_EQ(printed(c.made), c.printedAs);
     }
     Char16 c('a');
     c += 2;
-    EXPECT_TRUE(c == 'c' && c == Char16('c') && c > Char16('b') && c && !Char16());
-    EXPECT_EQ(c - 'a', 2);
+    EXPECT_TRUE(c == 'c' && 'c' == c && 99 == c && c == Char16('c') && c > Char16('b') && 'b' < c && c && !Char16());
+    EXPECT_EQ((c - Char16('a')).getValue(), 2);
+    EXPECT_EQ((c * Char16('a') / Char16('a') + Char16(UInt16(1))).getValue(), 'd');
+    EXPECT_EQ(writtenAndReadBack(Char16(UInt16(0x20AC))), "\x20\xAC");
 }
 
 TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
@@ -94,26 +108,36 @@ TEST(UTF8Utils, comparesWithoutCase) {
     const struct {
         const char* x;
         const char* y;
-        int sign;
+        int difference;
     } cases[] = {
         {"abc", "ABC", 0},
-        {"abc", "abd", -1},
-        {"ab", "ABC", -1},
+        {"abc", "ABD", 'c' - 'D'}, // of the unfolded bytes
+        {"ab", "abc", -'c'},
+        {"_", "a", '_' - 'a'},
+        {"A", "_", 'A' - '_'},
+        {"STRASSE",
+         "stra\xC3\x9F"
+         "e",
+         0},                        // sharp s
+        {"\xEF\xAC\x83", "FFI", 0}, // a ligature of three
+        {"k", "\xE2\x84\xAA", 0},   // the Kelvin sign
+        {"\xC3\xA9", "e", 0xC3 - 'e'},
+        {"\xC3\xA9", "\xC3\xA8", 1},
         {"", "", 0},
         {"\xC3\xA9", "\xC3\x89", 0},                 // e acute
         {"\xD0\xB6", "\xD0\x96", 0},                 // Cyrillic zhe
         {"\xCF\x82", "\xCE\xA3", 0},                 // final sigma
-        {"\xC3\x97", "\xC3\xB7", -1},                // multiplication and division signs lie among letters
+        {"\xC3\x97", "\xC3\xB7", 0x97 - 0xB7},       // multiplication and division signs lie among letters
         {"\xC4\x80", "\xC4\x81", 0},                 // paired letters
         {"\xC4\x81", "\xC4\x82", -1},                // neighbours of two pairs
         {"\xF0\x90\x90\x80", "\xF0\x90\x90\xA8", 0}, // Deseret
         {"a\xFF", "A\xFF", 0},
         {"a\xFF", "a\xFE", 1},
-        {"\xE2\x82", "\xE2\x82\xAC", 1}, // cut short
+        {"\xE2\x82", "\xE2\x82\xAC", -0xAC}, // cut short
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.x, c.y), c.sign) << c.x << " " << c.y;
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.y, c.x), -c.sign) << c.x << " " << c.y;
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.x, c.y), c.difference) << c.x << " " << c.y;
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.y, c.x), -c.difference) << c.x << " " << c.y;
     }
 }
 
@@ -170,8 +194,10 @@ TEST(Format, insertsItsArguments) {
         {Format("%1%2%3%4%5%6%7%8%9", 1, 2, 3, 4, 5, 6, 7, 8, "9"), "123456789"},
         {Format("%10", "ten"), "ten0"},
         {Format("%1", String("%1")), "%1"},
-        {Format("a %2 b", 1), "a \n*** Parameter specifier too large. b"},
-        {Format("a %x b", 1), "a \n*** Error in format string at \"%x b\".\n"},
+        {Format("%1 %2 %3|", 1, "b"),
+         "1 b \n*** Parameter specifier too large.\n*** Error in format string at \"3|\".\n"},
+        {Format("a %zb%1", 1), "a \n*** Error in format string at \"zb%1\".\n"},
+        {Format("%0", 1), "\n*** Error in format string at \"0\".\n"},
         {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"},
     };
     for (const auto& c : cases) {

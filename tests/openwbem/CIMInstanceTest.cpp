@@ -64,6 +64,10 @@ TEST(CIMInstance, updatesOnlyWhatIsThere) {
     CIMProperty hidden("h", CIMValue("secret"));
     instance.setProperty(hidden.addQualifier(CIMQualifier("Invisible").setValue(CIMValue(true))));
     EXPECT_EQ(instance.toString(), "instance of C {\na = null;\nb = 9;\n}\n");
+    const CIMQualifier q = CIMQualifier("Q").setValue(CIMValue("q"));
+    instance.setProperty(CIMProperty("b", CIMValue(9)).addQualifier("A").addQualifier(q)).setQualifier("R");
+    instance.setProperty(CIMProperty("a").addQualifier(q)).setQualifier(q);
+    EXPECT_EQ(instance.toMOF(), "[\nR,Q(\"q\")]\nINSTANCE OF C\n{\n  a=NULL;\n  [A,Q(\"q\")]\n  b=9;\n};\n");
 }
 
 TEST(CIMInstance, keepsItsKeyList) {
@@ -83,8 +87,14 @@ TEST(CIMInstance, keepsItsKeyList) {
     EXPECT_EQ(keys(instance), "other");
     instance.setProperty("a", CIMValue("y")).setProperty(CIMProperty("c", CIMValue(1)));
     EXPECT_EQ(keys(instance), "other");
+    instance.removeProperty("a");
+    EXPECT_EQ(keys(instance), "other") << "what was removed is no key";
+    instance.removeProperty("r");
+    EXPECT_EQ(keys(instance), "") << "made anew";
     instance.setProperties(CIMPropertyArray(1, keyProperty("p", CIMValue(1))));
     EXPECT_EQ(keys(instance), "p");
+    instance.updatePropertyValue("P", CIMValue(2));
+    EXPECT_EQ(instance.getKeyValuePairs()[0].getValue().toInt32(), 2);
 }
 
 TEST(CIMInstance, clonesWhatIsAskedFor) {
@@ -211,10 +221,19 @@ TEST(CIMClass, isFilteredAndCompared) {
     EXPECT_TRUE(thing != CIMClass(thing).setIsAssociation(true));
     EXPECT_EQ(thrownBy([&] { CIMClass(thing).addProperty(CIMProperty("SIZE")); }),
               "CIMException: object already exists (Property SIZE already exists)");
-    CIMClass association("A");
-    EXPECT_TRUE(association.addQualifier(CIMQualifier("association").setValue(CIMValue(true))).isAssociation());
-    EXPECT_TRUE(association.hasQualifier("Association"));
-    EXPECT_TRUE(association.removeQualifier(CIMName("ASSOCIATION")));
+    struct {
+        CIMQualifier qualifier;
+        bool association;
+    } const cases[] = {{CIMQualifier("association").setValue(CIMValue(true)), true},
+                       {CIMQualifier("Association"), true},
+                       {CIMQualifier("Association").setValue(CIMValue(false)), false},
+                       {CIMQualifier("Abstract").setValue(CIMValue(true)), false}};
+    for (const auto& c : cases) {
+        CIMClass made("A");
+        EXPECT_EQ(made.addQualifier(c.qualifier).isAssociation(), c.association) << c.qualifier.toMOF();
+        EXPECT_TRUE(made.hasQualifier(c.qualifier) && made.removeQualifier(c.qualifier.getName()));
+        EXPECT_FALSE(made.removeQualifier(c.qualifier));
+    }
 }
 
 TEST(CIMMethod, sortsItsParametersByDirection) {
@@ -241,9 +260,18 @@ TEST(CIMMethod, sortsItsParametersByDirection) {
     CIMClass thing = thingClass();
     thing.addQualifier(CIMQualifier("Version").setValue(CIMValue("1"))).setSuperClass("ACME_Base");
     thing.setMethod(method.clone(WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_EXCLUDE_QUALIFIERS));
-    EXPECT_EQ(thing.toMOF(), "[Version(\"1\")]\nclass ACME_Thing : ACME_Base\n{\n  [Key(true)]\n  string Name;\n"
-                             "  [Write]\n  uint8 Size = 7;\n  string Color;\n  uint32 Reset(\n    string plain[],\n"
-                             "    uint8 in,\n    uint8 none,\n    uint8 both);\n};\n");
+    EXPECT_EQ(thing.toMOF(), "[Version(\"1\")]\nclass ACME_Thing:ACME_Base\n{\n  [Key(true)]\n  string Name;\n"
+                             "  [Write]\n  uint8 Size=7;\n  string Color;\n"
+                             "uint32 Reset(string plain[],uint8 in,uint8 none,uint8 both);\n};\n");
+    EXPECT_EQ(CIMMethod("M").addQualifier("Static").addParameter(parameter("P", "In", true)).toMOF().substring(0, 8),
+              "[Static]");
+    EXPECT_EQ(parameter("P", "In", true).toMOF() + CIMParameter("P").toString(), "[In(true)]uint8 PCIMParameter(P)");
+    EXPECT_EQ(method.toString(), "CIMMethod NAME = Reset");
+    CIMClass ordered("C");
+    for (const char* name : {"A", "Indication", "Association", "B"}) {
+        ordered.addQualifier(name);
+    }
+    EXPECT_EQ(ordered.toMOF(), "[Indication,\n A,\n Association,\n B]\nclass C\n{\n};\n");
     EXPECT_TRUE(thing.getMethod("RESET"));
     EXPECT_EQ(CIMParamValue("p", CIMValue(5)).toString(), "CIMParamValue(p): 5");
     EXPECT_EQ(CIMParamValue("p").toString(), "CIMParamValue(p): (null)");

@@ -17,10 +17,11 @@ TEST(CIMQualifierType, isDeclared) {
     EXPECT_EQ(applicable().toMOF(), "Qualifier Applicable : boolean = true;\n");
     EXPECT_EQ(applicable().toString(), applicable().toMOF());
     CIMQualifierType map("ValueMap");
-    map.setDataType(CIMDataType(CIMDataType::STRING, -1)).addScope(CIMScope::PROPERTY).addScope(CIMScope::METHOD);
-    map.addFlavor(CIMFlavor::TRANSLATE).addFlavor(CIMFlavor::DISABLEOVERRIDE);
-    EXPECT_EQ(map.toMOF(),
-              "Qualifier ValueMap : string[], Scope(property, method), Flavor(Translatable, DisableOverride);\n");
+    map.setDataType(CIMDataType(CIMDataType::STRING, -1)).addScope(CIMScope::METHOD).addScope(CIMScope::PROPERTY);
+    map.setDefaultValue(CIMValue(StringArray(2, String("x"))));
+    map.addFlavor(CIMFlavor::DISABLEOVERRIDE).addFlavor(CIMFlavor::TRANSLATE);
+    EXPECT_EQ(map.toMOF(), "Qualifier ValueMap : string[] = {\"x\",\"x\"}, Scope(property,method), "
+                           "Flavor(DisableOverride,Translatable);\n");
     EXPECT_TRUE(map.isDefaultValueArray());
     EXPECT_EQ(map.addScope(CIMScope::ANY).getScope().size(), 1u);
     EXPECT_TRUE(map.hasScope(CIMScope::CLASS));
@@ -76,6 +77,8 @@ TEST(CIMQualifier, isMadeFromANameOrADeclaration) {
     EXPECT_EQ(declared.getDefaults().getDataType().getType(), CIMDataType::BOOLEAN);
     EXPECT_EQ(declared.toMOF(), "Applicable(true)");
     EXPECT_EQ(declared.toString(), "CIMQualifier(Applicable)");
+    EXPECT_EQ(CIMQualifier(declared).setLanguage("de").toMOF(), "Applicable_de(true)");
+    EXPECT_EQ(CIMQualifier(declared).setLanguage("de").toString(), "CIMQualifier(Applicable_de)");
     EXPECT_TRUE(declared.equals(named));
     EXPECT_EQ(thrownBy([&] { named.getValueT(); }), "NULLValueException: Applicable");
 }
@@ -84,7 +87,7 @@ TEST(CIMQualifier, storesAValueUncast) {
     CIMQualifier qualifier(applicable());
     EXPECT_EQ(qualifier.setValue(CIMValue("yes")).getValue().getType(), CIMDataType::STRING);
     EXPECT_EQ(CIMQualifier("ValueMap").setValue(CIMValue(StringArray(2, String("0")))).toMOF(),
-              "ValueMap{\"0\", \"0\"}");
+              "ValueMap({\"0\",\"0\"})");
     EXPECT_EQ(CIMQualifier::createKeyQualifier().toMOF(), "Key(true)");
     EXPECT_TRUE(CIMQualifier("KEY").isKeyQualifier());
     EXPECT_STREQ(CIMQualifier::CIM_QUAL_EMBEDDEDOBJECT, "EmbeddedObject");
@@ -121,7 +124,7 @@ TEST(CIMProperty, holdsQualifiers) {
     property.setQualifier(CIMQualifier("key").setValue(CIMValue(false))).setQualifier(CIMQualifier("Write"));
     EXPECT_FALSE(property.isKey());
     EXPECT_EQ(property.setQualifier(CIMQualifier(CIMNULL)).getQualifiers().size(), 2u);
-    EXPECT_EQ(property.toMOF(), "  [key(false), Write]\n  sint32 N = 5;\n");
+    EXPECT_EQ(property.toMOF(), "  [key(false),Write]\n  sint32 N=5;\n");
     EXPECT_FALSE(property.hasTrueQualifier("Write")) << "a qualifier without value is not true";
     EXPECT_EQ(property.clearNonKeyQualifiers().getQualifiers().size(), 1u);
     EXPECT_TRUE(property.removeQualifier("KEY"));

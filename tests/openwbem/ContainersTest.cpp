@@ -13,6 +13,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <cstdio>
+#include <fstream>
 #include <thread>
 #include <vector>
 
@@ -93,7 +95,58 @@ TEST(Enumeration, handsElementsOutInOrder) {
     names.nextElement(second);
     EXPECT_EQ(second, "b");
     EXPECT_FALSE(names.hasMoreElements());
-    EXPECT_EQ(thrownBy([&] { names.nextElement(); }), "EnumerationException: The enumeration has no more elements");
+    EXPECT_EQ(thrownBy([&] { names.nextElement(); }), "EnumerationException: Attempt to Extract from empty Enum");
+    Enumeration<String> copy(names);
+    copy.addElement("shared");
+    EXPECT_EQ(names.numberOfElements(), 1U);
+    *Enumeration_inserter(names)++ = "x";
+    std::string all;
+    const Enumeration_input_iterator<String> end;
+    for (Enumeration_input_iterator<String> i(names); i != end; ++i) {
+        all += std::string(i->c_str()) + ";";
+    }
+    EXPECT_EQ(all, "shared;x;");
+    EXPECT_FALSE(copy.hasMoreElements());
+}
+
+TEST(Enumeration, movesToAFileAndBack) {
+    Enumeration<String> many;
+    for (int i = 0; i < 20000; ++i) {
+        EXPECT_FALSE(i == 10 && many.usingTempFile());
+        many.addElement("0123456789");
+        if (i % 1000 == 999) {
+            EXPECT_EQ(many.nextElement(), "0123456789"); // taking and adding in turn
+        }
+    }
+    EXPECT_TRUE(many.usingTempFile());
+    EXPECT_EQ(many.numberOfElements(), 19980U);
+    many.clear();
+    EXPECT_FALSE(many.hasMoreElements() || many.usingTempFile());
+    for (const char* name : {"a", "b", "c"}) {
+        many.addElement(name);
+    }
+    EXPECT_EQ(many.nextElement(), "a");
+    const String file = many.releaseFile();
+    EXPECT_FALSE(many.hasMoreElements());
+    Enumeration<String> opened(file);
+    EXPECT_TRUE(opened.usingTempFile());
+    EXPECT_EQ(opened.numberOfElements(), 2U);
+    EXPECT_EQ(opened.nextElement(), "a") << "the file begins with the first element ever added";
+    opened.addElement("d");
+    EXPECT_EQ(opened.nextElement(), "b");
+    EXPECT_EQ(thrownBy([&] { Enumeration<String> again(file); }), "EnumerationException: Failed to open file");
+}
+
+TEST(Enumeration, refusesADamagedFile) {
+    Enumeration<String> names;
+    names.addElement("a");
+    const String file = names.releaseFile();
+    std::fstream stream(file.c_str(), std::ios::in | std::ios::out);
+    stream.seekp(6); // into the number of elements
+    stream.put('\x7F');
+    stream.close();
+    EXPECT_EQ(thrownBy([&] { Enumeration<String> opened(file); }), "EnumerationException: Failed to read file");
+    EXPECT_EQ(std::remove(file.c_str()), 0) << "a file that is none of ours stays";
 }
 
 // Counts the living objects, so that a leak or a double deletion shows.
@@ -134,7 +187,16 @@ TEST(References, shareOwnership) {
     expectSharedOwnership<COWReference<Counted>, COWReference<Special>>();
     EXPECT_EQ(thrownBy([] { Reference<Counted>()->value = 1; }), "NULLReferenceException: NULL Reference dereferenced");
     EXPECT_EQ(thrownBy([] { COWReference<Counted>()->value = 1; }),
-              "NULLReferenceException: NULL Reference dereferenced");
+              "NULLCOWReferenceException: NULL COWReference dereferenced");
+    EXPECT_EQ(NULLCOWReferenceException("f", 1, "m").getSubClassId(), 16);
+    {
+        Counted* object = new Counted;
+        const Reference<Counted> first(object);
+        Reference<Counted> second(object);
+        second.useRefCountOf(first);
+        EXPECT_EQ(Counted::living, 1);
+    }
+    EXPECT_EQ(Counted::living, 0);
 }
 
 TEST(References, takeOverACountAndCompareWithPointers) {
@@ -146,6 +208,28 @@ TEST(References, takeOverACountAndCompareWithPointers) {
         EXPECT_EQ(Counted::living, 1);
     }
     EXPECT_EQ(Counted::living, 0);
+}
+
+// As a provider's own class: clone() need not be const.
+struct Shared : public COWIntrusiveCountableBase {
+    Shared* clone() { return new Shared(*this); }
+    int owners() const { return getRefCount().get(); }
+    int value = 0;
+};
+
+TEST(COWIntrusiveReference, copiesBeforeAWrite) {
+    const RefCount fresh;
+    EXPECT_EQ(fresh.get(), 1);
+    COWIntrusiveReference<Shared> first = new Shared;
+    const COWIntrusiveReference<Shared> second(first);
+    EXPECT_TRUE(first == second && first.getPtr() == second && second == second.getPtr());
+    EXPECT_EQ(second->owners(), 2);
+    first->value = 1;
+    EXPECT_TRUE(first != second && first != second.getPtr());
+    EXPECT_EQ(second->value, 0);
+    EXPECT_EQ(second->owners(), 1);
+    first = 0;
+    EXPECT_TRUE(!first);
 }
 
 TEST(COWReference, copiesBeforeAWrite) {

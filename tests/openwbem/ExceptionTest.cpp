@@ -1,13 +1,23 @@
 #include "OW_Assertion.hpp"
+#include "OW_CIMErrorException.hpp"
 #include "OW_CIMException.hpp"
+#include "OW_ExceptionIds.hpp"
 #include "OW_NoSuchPropertyException.hpp"
+#include "OW_String.hpp"
 #include "Thrown.hpp"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <sstream>
 
 using namespace OpenWBEM;
+
+namespace OpenWBEM {
+namespace ExceptionIds {
+const int NumberedExceptionId = 2001;
+} // namespace ExceptionIds
+} // namespace OpenWBEM
 
 namespace {
 
@@ -17,8 +27,6 @@ OW_DECLARE_EXCEPTION2(Disk, DeviceException)
 OW_DEFINE_EXCEPTION2(Disk, DeviceException)
 OW_DECLARE_EXCEPTION(Numbered)
 OW_DEFINE_EXCEPTION_WITH_ID(Numbered)
-OW_DECLARE_EXCEPTION(OtherNumbered)
-OW_DEFINE_EXCEPTION_WITH_ID(OtherNumbered)
 
 static_assert(!std::is_copy_constructible<Exception>::value, "caught by reference only");
 static_assert(std::is_nothrow_copy_constructible<DeviceException>::value, "copied while it is thrown");
@@ -36,7 +44,14 @@ TEST(Exception, carriesWhatTheMacrosGiveIt) {
         {[] { OW_THROW(DiskException, nullptr); }, "DiskException", "", -1},
         {[] { OW_THROW_ERRNO1(DeviceException, ENOENT); }, "DeviceException", "No such file or directory", ENOENT},
         {[] { OW_THROW_ERRNO_MSG1(DeviceException, "disk", ENOENT); }, "DeviceException",
-         "disk: No such file or directory", ENOENT},
+         "disk: 2(No such file or directory)", -1},
+        {[] { OW_THROW_ERRNO_MSG1(DeviceException, String("disk"), ENOENT); }, "DeviceException",
+         "disk: 2(No such file or directory)", -1},
+        {[] {
+             errno = ENOENT;
+             OW_THROW_ERRNO(DeviceException);
+         },
+         "DeviceException", "No such file or directory", ENOENT},
     };
     for (const auto& c : cases) {
         try {
@@ -76,7 +91,7 @@ TEST(Exception, keepsItsCauseThroughCopies) {
         try {
             OW_THROWCIMMSG(CIMException::NOT_FOUND, "bin 7");
         } catch (const CIMException& e) {
-            OW_THROW_ERR_SUBEX(DiskException, "outer", 3, &e);
+            OW_THROW_ERR_SUBEX(DiskException, "outer", 3, e);
         }
     } catch (const DiskException& e) {
         const std::unique_ptr<DiskException> copy(e.clone());
@@ -89,11 +104,25 @@ TEST(Exception, keepsItsCauseThroughCopies) {
 }
 
 TEST(Exception, idsTellClassesApart) {
-    const NumberedException first("f", 1, "m");
-    EXPECT_EQ(first.getSubClassId(), NumberedException("f", 1, "m").getSubClassId());
-    EXPECT_NE(first.getSubClassId(), OtherNumberedException("f", 1, "m").getSubClassId());
+    EXPECT_EQ(NumberedException("f", 1, "m").getSubClassId(), 2001);
     EXPECT_EQ(NumberedException("f", 1, "m", 0, nullptr, 77).getSubClassId(), 77);
     EXPECT_EQ(CIMException("f", 1, CIMException::FAILED).getSubClassId(), 1);
+    EXPECT_EQ(CIMErrorException("f", 1, CIMErrorException::header_mismatch).getSubClassId(), 2);
+    EXPECT_EQ(NoSuchPropertyException("f", 1, "m").getSubClassId(), 26);
+}
+
+// What old sources derive from: the constructors without a code, and with the id in front.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+struct OldException : public Exception {
+    OldException() : Exception("f", 1, "m") {}
+    explicit OldException(int id) : Exception(id, "f", 1, "m", 5) {}
+};
+#pragma GCC diagnostic pop
+
+TEST(Exception, takesTheOldConstructors) {
+    EXPECT_TRUE(OldException().getErrorCode() == -1 && OldException().getSubClassId() == -1);
+    EXPECT_TRUE(OldException(7).getErrorCode() == 5 && OldException(7).getSubClassId() == 7);
 }
 
 TEST(CIMException, composesTheTextForTheClient) {
