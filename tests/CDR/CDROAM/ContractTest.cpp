@@ -1,6 +1,6 @@
 // What each of the six classes does alike.
 #include "ModuleTest.hpp"
-#include "PropertyCases.hpp"
+#include "QTX_CDRServiceImpl.hpp"
 #include "QTX_CDRServicePrefixBinProvider.hpp"
 
 using namespace OpenWBEM;
@@ -15,60 +15,31 @@ struct ClassCase {
     std::vector<std::string> methods;
 };
 
-std::ostream& operator<<(std::ostream& out, const ClassCase& c) {
-    return out << c.name;
-}
-
-std::vector<std::string> bins(const std::string& name, int count) {
+std::vector<std::string> binPaths(const std::string& name, int count) {
     std::vector<std::string> paths;
-    for (int i = 0; i < count; ++i) {
-        paths.push_back("QTX_" + name + ".InstanceID=\"" + name + "_" + std::to_string(i) + "\"");
+    for (int row = 0; row < count; ++row) {
+        paths.push_back(binPath(name, row));
     }
     return paths;
 }
 
-const std::vector<ClassCase>& classCases() {
-    static const std::vector<ClassCase> cases = {
-        {"QTX_CDRPushSetting", {kPushSetting}, {"PushFileNow"}},
-        {"QTX_CDRPushStatistics", {kPushStatistics}, {"Refresh"}},
-        {"QTX_CDRPullStatistics", {kPullStatistics}, {"Refresh"}},
-        {"QTX_CDRService", {kService}, {"Refresh", "ClipFile"}},
-        {"QTX_CDRServicePrefixBin", bins("CDRServicePrefixBin", 8), {}},
-        {"QTX_CDRServiceAccessBin", bins("CDRServiceAccessBin", 5), {}},
-    };
-    return cases;
-}
+const ClassCase kClasses[] = {
+    {"QTX_CDRPushSetting", {kPushSetting}, {"PushFileNow"}},
+    {"QTX_CDRPushStatistics", {kPushStatistics}, {"Refresh"}},
+    {"QTX_CDRPullStatistics", {kPullStatistics}, {"Refresh"}},
+    {"QTX_CDRService", {kService}, {"Refresh", "ClipFile"}},
+    {"QTX_CDRServicePrefixBin", binPaths("CDRServicePrefixBin", 8), {}},
+    {"QTX_CDRServiceAccessBin", binPaths("CDRServiceAccessBin", 5), {}},
+};
 
 class ContractTest : public ModuleTest, public testing::WithParamInterface<ClassCase> {
   protected:
-    // Makes every property readable.
-    ContractTest() {
-        for (const PropertyCase& each : propertyCases()) {
-            platform.put(each.entry(), each.stored);
-            if (each.className() == c.name) {
-                properties.push_back(each.property);
-            }
-        }
-        platform.forget();
-    }
-
     // The code of the request's failure, which comes from the class's provider and has no message.
     int code(const std::function<void()>& request) const {
         const Failure ended = failure(request);
         EXPECT_EQ(ended.file, "CDR/CDROAM/src/" + c.name + "Provider");
         EXPECT_EQ(ended.message, "");
         return ended.code;
-    }
-
-    void expectInstance(const CIMInstance& instance, const std::string& name) const {
-        EXPECT_EQ(CIMObjectPath("", instance).modelPath(), name.c_str());
-        std::vector<std::string> others;
-        for (const CIMProperty& property : instance.getProperties()) {
-            if (!first.getKey(property.getName())) {
-                others.emplace_back(property.getName().c_str());
-            }
-        }
-        EXPECT_THAT(others, ElementsAreArray(properties));
     }
 
     // The first path with one of its keys changed, without a value, or left out.
@@ -93,18 +64,17 @@ class ContractTest : public ModuleTest, public testing::WithParamInterface<Class
     }
 
     const ClassCase& c = GetParam();
-    std::vector<std::string> properties; ///< but the keys, in order
     const CIMObjectPath first = path(c.paths.front());
 };
 
-TEST_P(ContractTest, EnumeratesAndGetsInstancesInOrder) {
+TEST_P(ContractTest, NamesItsInstancesInOrder) {
     EXPECT_THAT(names(c.name), ElementsAreArray(c.paths));
-    const std::vector<CIMInstance> found = instances(c.name);
-    ASSERT_EQ(found.size(), c.paths.size());
-    for (std::size_t i = 0; i < found.size(); ++i) {
-        expectInstance(found[i], c.paths[i]);
-        expectInstance(get(c.paths[i]), c.paths[i]);
+    std::vector<std::string> found;
+    for (const CIMInstance& instance : instances(c.name)) {
+        found.emplace_back(CIMObjectPath("", instance).modelPath().c_str());
+        EXPECT_EQ(CIMObjectPath("", get(found.back())).modelPath(), found.back().c_str());
     }
+    EXPECT_EQ(found, c.paths);
 }
 
 TEST_P(ContractTest, DoesNotFindStrangers) {
@@ -125,12 +95,12 @@ TEST_P(ContractTest, CreatesAndDeletesNothing) {
     EXPECT_THAT(names(c.name), ElementsAreArray(c.paths));
 }
 
+// Names are compared letter by letter.
 TEST_P(ContractTest, PassesOverUnknownNamesKeysAndNullValues) {
     CIMPropertyArray sent = first.getKeys();
-    for (const std::string& name : properties) {
-        sent.push_back(CIMProperty(name.c_str()));
-        // Names are compared letter by letter.
-        sent.push_back(CIMProperty(CIMName(String(name.c_str()).toLowerCase()), CIMValue("1")));
+    for (const PropertyCase& each : propertyCases()) {
+        sent.push_back(CIMProperty(each.property.c_str()));
+        sent.push_back(CIMProperty(CIMName(String(each.property.c_str()).toLowerCase()), CIMValue("1")));
     }
     EXPECT_EQ(failure([&] { modify(named(first).setProperties(sent)); }).text(), "");
     EXPECT_THAT(platform.calls("ZpoSet"), IsEmpty());
@@ -144,30 +114,26 @@ TEST_P(ContractTest, KnowsMethodsByTheirExactNames) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Classes, ContractTest, testing::ValuesIn(classCases()),
+INSTANTIATE_TEST_SUITE_P(Classes, ContractTest, testing::ValuesIn(kClasses),
                          [](const auto& tested) { return tested.param.name; });
 
 // The one instance that is filled for all keeps what could not be read anew.
 TEST_F(ModuleTest, EnumeratingCarriesAnUnreadablePropertyOver) {
     platform.put("CDR/CDRService/PREFIX BIN", binEntry(8, "010c0c0c0c0c0c0c", 1, "020c0c0c0c0c0c0c"));
     platform.fail("ZpoGetRegEntryBinary", ZPO_REG_DEVICE_ERROR, "PREFIX BIN", 3);
-    std::vector<std::string> found;
+    std::string found;
     for (const CIMInstance& instance : instances("QTX_CDRServicePrefixBin")) {
-        found.push_back(shown(instance, "PrefixBin"));
+        found += shown(instance, "PrefixBin");
     }
-    EXPECT_THAT(found, testing::ElementsAre("1", "2", "2", "1", "1", "1", "1", "1"));
+    EXPECT_EQ(found, "12211111");
 }
 
 // What comes before a refused value stays, what comes after is not reached.
 TEST_F(ModuleTest, ModifyingStopsAtTheFirstFailure) {
-    platform.queues["CDRService"] = 7;
-    const CIMInstance wanted = changed(
-        kService,
-        {{"Format", value("uint8", "2")}, {"DigitsLimit", value("uint16", "30")}, {"Language", value("uint8", "1")}});
-    EXPECT_EQ(failure([&] { modify(wanted); }).code, 4);
-    EXPECT_EQ(platform.entry("CDR/CDRService/FORMAT"), "bytes 02");
-    EXPECT_EQ(platform.entry("CDR/CDRService/LANG"), "");
-    EXPECT_THAT(platform.calls("osQueueSend"), testing::ElementsAre("osQueueSend 7 0"));
+    const NewValues wanted = {
+        {"Format", value("uint8", "2")}, {"DigitsLimit", value("uint16", "30")}, {"Language", value("uint8", "1")}};
+    EXPECT_EQ(failure([&] { modify(changed(kService, wanted)); }).code, 4);
+    EXPECT_EQ(platform.entries, (std::map<std::string, std::string>{{"CDR/CDRService/FORMAT", "bytes 02"}}));
 }
 
 struct StubbornBin : QTX_CDRServicePrefixBin {
@@ -191,6 +157,44 @@ TEST(Modifying, BracketsTheChangesAndStopsAtABadStatus) {
     expect({-5, 0, 0}, 0, "1 271 QTX_CDRServicePrefixBinProvider -5");
     expect({0, 6, 0}, 1, "1 304 QTX_CDRServicePrefixBinProvider 6");
     expect({0, 0, 7}, 2, "1 311 QTX_CDRServicePrefixBinProvider 7");
+}
+
+// A creation request with a manager that can create: what the module's own never do.
+class CreationTest : public ModuleTest {
+  protected:
+    using Text = const std::string&;
+    struct CreatingServices : QTX_CDRServiceInstanceManager {
+        QTX_CDRService* createQTX_CDRService(Text a, Text b, Text c, Text d) override {
+            return new QTX_CDRServiceImpl(a, b, c, d);
+        }
+        void destroyQTX_CDRService(QTX_CDRService* object) override { delete object; }
+        void init() override { initialised = true; }
+        bool initialised = false;
+    } services;
+
+    CreationTest() { QTX_CDRService::SetInstanceManager(&services); }
+    ~CreationTest() override { QTX_CDRService::ClearInstanceManager(); }
+    // SystemName and CreationClassName are not given.
+    std::string create(const NewValues& values) {
+        return ModuleTest::create(changed("QTX_CDRService.SystemCreationClassName=\"a\",Name=\"d\"", values))
+            .modelPath()
+            .c_str();
+    }
+};
+
+TEST_F(CreationTest, CreatesWithTheGivenKeysAndValues) {
+    EXPECT_TRUE(services.initialised);
+    const std::string made = create({{"CreationClassName", CIMValue(CIMNULL)}, {"Format", value("uint8", "3")}});
+    EXPECT_EQ(made, "QTX_CDRService.SystemCreationClassName=\"a\",SystemName=\"\",CreationClassName=\"\",Name=\"d\"");
+    EXPECT_EQ(platform.entries, (std::map<std::string, std::string>{{"CDR/CDRService/FORMAT", "bytes 03"}}));
+    EXPECT_THAT(names("QTX_CDRService"), ElementsAreArray({made}));
+    remove(path(made));
+    EXPECT_THAT(names("QTX_CDRService"), IsEmpty());
+}
+
+TEST_F(CreationTest, TakesBackWhatCouldNotBeModified) {
+    EXPECT_EQ(failure([&] { create({{"DigitsLimit", value("uint16", "30")}}); }).code, 4);
+    EXPECT_THAT(names("QTX_CDRService"), IsEmpty());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 // The digit bins: how texts lie in the tables' rows.
 #include "ModuleTest.hpp"
-#include "PropertyCases.hpp"
 #include "QTX_CDRServiceAccessBinImpl.hpp"
 #include "QTX_CDRServicePrefixBinImpl.hpp"
 

@@ -10,12 +10,6 @@
 
 using namespace OpenWBEM;
 
-const char* const kService = "QTX_CDRService.SystemCreationClassName=\"QTX_System\",SystemName=\"QTX\","
-                             "CreationClassName=\"QTX_CDRService\",Name=\"CDRService\"";
-const char* const kPushSetting = "QTX_CDRPushSetting.InstanceID=\"CDRPushSetting\"";
-const char* const kPushStatistics = "QTX_CDRPushStatistics.Name=\"CDRPushStatistic\"";
-const char* const kPullStatistics = "QTX_CDRPullStatistics.Name=\"CDRPullStatistic\"";
-
 // The module keeps these for as long as the process lives.
 extern "C" const char* __lsan_default_suppressions() {
     return "leak:CDROAMWrap::CDROAMWrap\nleak:Provider::initialize\n";

@@ -3,6 +3,7 @@
 
 #include "CDRProvider.hpp"
 #include "FakePlatform.hpp"
+#include "PropertyCases.hpp"
 
 #include "OW_CIM.hpp"
 #include "OW_Logger.hpp"
@@ -57,12 +58,6 @@ class TestLogger : public OpenWBEM::Logger {
     void doProcessLogMessage(const OpenWBEM::LogMessage& message) const override;
     OpenWBEM::LoggerRef doClone() const override;
 };
-
-/// Paths of the single instances.
-extern const char* const kService;
-extern const char* const kPushSetting;
-extern const char* const kPushStatistics;
-extern const char* const kPullStatistics;
 
 class ModuleTest : public testing::Test {
   protected:

@@ -1,6 +1,5 @@
 // What is particular to the service settings and the statistics.
 #include "ModuleTest.hpp"
-#include "PropertyCases.hpp"
 #include "QTX_CDRPushStatistics.hpp"
 
 using testing::ElementsAre;
