@@ -15,7 +15,7 @@ class ConcurrencyTest : public ModuleTest {
     void useAll() {
         for (const PropertyCase& c : propertyCases()) {
             EXPECT_FALSE(names(c.className()).empty());
-            EXPECT_EQ(set(c.path, c.property, value(c.type, c.shown)).text(), "") << c;
+            EXPECT_EQ(set(c.path, c.property, value(c.type, c.shown)), "") << c;
             const std::string read = shown(get(c.path), c.property);
             EXPECT_TRUE(!c.writable || !c.appliesIn('2') || read == c.shown) << c << " reads " << read;
         }

@@ -17,7 +17,7 @@ class PropertyTest : public ModuleTest, public testing::WithParamInterface<Prope
     std::string set(const std::string& text) {
         platform.forget();
         platform.created.clear();
-        return ModuleTest::set(c.path, c.property, value(c.type, text)).text();
+        return ModuleTest::set(c.path, c.property, value(c.type, text));
     }
     // The failure of a set with this message.
     std::string refusal(const std::string& message) const {
@@ -71,7 +71,7 @@ TEST_P(PropertyTest, StoresWhatIsTakenAndNothingElse) {
 TEST_P(PropertyTest, LogsFailedAccesses) {
     failAccess("Get");
     std::string read = "-";
-    EXPECT_EQ(failure([&] { read = this->read(); }).text(), c.isPushSetting() ? "1 342 CDRProvider " : "");
+    EXPECT_EQ(failure([&] { read = this->read(); }), c.isPushSetting() ? "1 342 CDRProvider " : "");
     EXPECT_EQ(read, "-");
     EXPECT_THAT(platform.log, Contains(failureEntry("get")));
     failAccess("Set");
