@@ -54,17 +54,18 @@ void FakePlatform::forget() {
 
 } // namespace fakes
 
+using fakes::Call;
 using fakes::FakePlatform;
 
 // ---- Diagnostics
 
 uint32_t ZpoDiagRegisterModule(const char* moduleFile, const char* component, const char* moduleName,
                                const char* logFile, uint32_t* handle) {
-    FakePlatform& platform = FakePlatform::get();
+    const Call platform;
     const std::uint32_t status =
-        platform.called(__func__, std::string(moduleFile) + " " + component + " " + moduleName + " " + logFile);
+        platform->called(__func__, std::string(moduleFile) + " " + component + " " + moduleName + " " + logFile);
     if (status == 0) {
-        *handle = 40 + ++platform.modules;
+        *handle = 40 + ++platform->modules;
     }
     return status;
 }
@@ -72,63 +73,66 @@ uint32_t ZpoDiagRegisterModule(const char* moduleFile, const char* component, co
 uint32_t ZpoDiagAddLogEntry(uint32_t handle, int32_t category, int32_t level, int32_t identifier, const char* text) {
     const std::string entry =
         std::to_string(category) + " " + std::to_string(level) + " " + std::to_string(identifier) + " " + text;
-    FakePlatform::get().log.push_back(entry);
-    return FakePlatform::get().called(__func__, fakes::number(handle) + " " + entry);
+    const Call platform;
+    platform->log.push_back(entry);
+    return platform->called(__func__, fakes::number(handle) + " " + entry);
 }
 
 uint32_t ZpoDiagDeregisterModule(uint32_t handle) {
-    return FakePlatform::get().called(__func__, fakes::number(handle));
+    return Call()->called(__func__, fakes::number(handle));
 }
 
 // ---- Scheduler
 
 uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c) {
-    FakePlatform& platform = FakePlatform::get();
-    platform.created.push_back(task);
-    const std::uint32_t status = platform.called(__func__, fakes::reserved(a, b, c));
+    const Call platform;
+    platform->created.push_back(task);
+    const std::uint32_t status = platform->called(__func__, fakes::reserved(a, b, c));
     if (status == 0) {
-        platform.tasks.emplace_back();
-        std::memcpy(platform.tasks.back().path, task.path, sizeof task.path);
+        platform->tasks.emplace_back();
+        std::memcpy(platform->tasks.back().path, task.path, sizeof task.path);
+        platform->mostTasks = std::max(platform->mostTasks, platform->tasks.size());
     }
     return status;
 }
 
 uint32_t ZpoGetScheduledTaskList(const char* path, ZpoScheduledTaskEntry** head, uint32_t a) {
-    FakePlatform& platform = FakePlatform::get();
+    const Call platform;
     const std::string emptied = *head == nullptr ? "" : " head not set to none";
-    const std::uint32_t status = platform.called(__func__, path + (" " + fakes::number(a)) + emptied);
+    const std::uint32_t status = platform->called(__func__, path + (" " + fakes::number(a)) + emptied);
     if (status != 0) {
         return status;
     }
     *head = nullptr;
-    for (auto task = platform.tasks.rbegin(); task != platform.tasks.rend(); ++task) {
+    for (auto task = platform->tasks.rbegin(); task != platform->tasks.rend(); ++task) {
         if (std::strcmp(task->path, path) == 0) {
             *head = new ZpoScheduledTaskEntry{*task, *head};
         }
     }
-    platform.openLists += *head == nullptr ? 0 : 1;
+    platform->openLists += *head == nullptr ? 0 : 1;
     return 0;
 }
 
 uint32_t ZpoDeleteScheduledTaskEx(ZpoScheduledTaskRecord record, uint32_t a, uint32_t b, uint32_t c) {
-    FakePlatform& platform = FakePlatform::get();
-    platform.deleted.push_back(record);
-    const std::uint32_t status = platform.called(__func__, fakes::reserved(a, b, c));
+    const Call platform;
+    platform->deleted.push_back(record);
+    const std::uint32_t status = platform->called(__func__, fakes::reserved(a, b, c));
     if (status != 0) {
         return status;
     }
-    const auto found = std::find_if(platform.tasks.begin(), platform.tasks.end(),
+    const auto found = std::find_if(platform->tasks.begin(), platform->tasks.end(),
                                     [&](const auto& task) { return std::memcmp(&task, &record, sizeof record) == 0; });
-    if (found == platform.tasks.end()) {
+    if (found == platform->tasks.end()) {
         return ZPO_SCHED_TASK_NOT_FOUND;
     }
-    platform.tasks.erase(found);
+    platform->tasks.erase(found);
     return 0;
 }
 
 void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
-    (void)FakePlatform::get().called(__func__, "");
-    --FakePlatform::get().openLists;
+    const Call platform;
+    (void)platform->called(__func__, "");
+    --platform->openLists;
     while (head != nullptr) {
         ZpoScheduledTaskEntry* next = head->next;
         delete head;
@@ -139,9 +143,10 @@ void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
 // ---- Notification
 
 uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind) {
-    const std::uint32_t status = FakePlatform::get().called(__func__, name + (" " + fakes::number(kind)));
+    const Call platform;
+    const std::uint32_t status = platform->called(__func__, name + (" " + fakes::number(kind)));
     if (status == 0) {
-        FakePlatform::get().callbacks[name] = callback;
+        platform->callbacks[name] = callback;
     }
     return status;
 }
@@ -149,22 +154,26 @@ uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCa
 // ---- Queues
 
 uint32_t osQueueGetId(const char* name, uint32_t* id) {
-    FakePlatform& platform = FakePlatform::get();
-    const std::uint32_t status = platform.called(__func__, name);
-    if (status != 0 || platform.queues.count(name) == 0) {
+    const Call platform;
+    const std::uint32_t status = platform->called(__func__, name);
+    if (status != 0 || platform->queues.count(name) == 0) {
         return status != 0 ? status : OSA_QUEUE_NOT_FOUND;
     }
-    *id = platform.queues[name];
+    *id = platform->queues[name];
     return 0;
 }
 
 uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
     const std::string text(static_cast<const char*>(message), length);
-    return FakePlatform::get().called(__func__, fakes::number(id) + " " + text);
+    return Call()->called(__func__, fakes::number(id) + " " + text);
 }
 
 // ---- C library
 
 extern "C" int system(const char* command) {
-    return static_cast<int>(FakePlatform::get().called(__func__, command));
+    const std::uint32_t status = Call()->called(__func__, command);
+    if (FakePlatform::get().transfer) {
+        FakePlatform::get().transfer();
+    }
+    return static_cast<int>(status);
 }

@@ -1,5 +1,5 @@
 // The platform's C functions (Zpo*, os*, system) in memory: every call is recorded, any of them can be made to fail.
-// The registry may be called from several threads, all else from one.
+// The C functions may be called from several threads; what a test looks at it looks at while none is.
 //
 // Texts stand for what goes in and out, so that expectations can be lists of texts:
 //   an entry's name   "CDR/CDRService/FORMAT"
@@ -10,8 +10,11 @@
 
 #include "ZpoShared.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -51,9 +54,11 @@ class FakePlatform {
     std::vector<ZpoScheduledTaskRecord> tasks;   ///< the table; one that was created has only its path there
     std::vector<ZpoScheduledTask> created;       ///< as they were handed over
     std::vector<ZpoScheduledTaskRecord> deleted; ///< as they were handed over, also when it failed
+    std::size_t mostTasks = 0;                   ///< the most that the table has held after a creation
     int openLists = 0;                           ///< lists handed out and not yet freed
     std::map<std::string, ZpoRegBackupAndRestoreCallback> callbacks; ///< by the name they were registered under
     std::map<std::string, std::uint32_t> queues;                     ///< ids of those that exist, by name
+    std::function<void()> transfer; ///< what system() runs; other calls go on meanwhile
 
     // ---- For the C functions
 
@@ -72,6 +77,16 @@ class FakePlatform {
     };
     std::vector<std::string> calls_;
     std::vector<Switch> switches_;
+};
+
+/// The platform during one call of a C function; other threads' calls wait.
+class Call {
+  public:
+    FakePlatform* operator->() const { return &FakePlatform::get(); }
+
+  private:
+    inline static std::mutex mutex_;
+    const std::lock_guard<std::mutex> lock_{mutex_};
 };
 
 } // namespace fakes

@@ -3,8 +3,8 @@
 
 #include <cstdio>
 #include <cstring>
-#include <mutex>
 
+using fakes::Call;
 using fakes::FakePlatform;
 
 namespace {
@@ -12,8 +12,6 @@ namespace {
 constexpr const char* kBytes = "bytes ";
 constexpr const char* kText = "text ";
 constexpr const char* kInteger = "int ";
-
-std::mutex mutex;
 
 struct Name {
     const char* component;
@@ -25,23 +23,24 @@ struct Name {
     bool isEmpty() const { return *component == '\0' || *section == '\0' || *key == '\0'; }
 };
 
-std::uint32_t accessed(const char* function, const Name& name, bool argumentsGood, const std::string& detail) {
+std::uint32_t accessed(const Call& platform, const char* function, const Name& name, bool argumentsGood,
+                       const std::string& detail) {
     if (!name.isGiven() || !argumentsGood) {
         return ZPO_REG_BAD_ARGUMENT;
     }
-    const std::uint32_t status = FakePlatform::get().called(function, name.text() + detail);
+    const std::uint32_t status = platform->called(function, name.text() + detail);
     return status == 0 && name.isEmpty() ? ZPO_REG_BAD_NAME : status;
 }
 
 // Reads an entry of the kind; `content` is the value without it.
 std::uint32_t read(const char* function, const Name& name, bool argumentsGood, const char* kind,
                    const std::string& detail, std::string& content) {
-    const std::lock_guard<std::mutex> lock(mutex);
-    const std::uint32_t status = accessed(function, name, argumentsGood, detail);
+    const Call platform;
+    const std::uint32_t status = accessed(platform, function, name, argumentsGood, detail);
     if (status != 0) {
         return status;
     }
-    const std::string value = FakePlatform::get().entry(name.text());
+    const std::string value = platform->entry(name.text());
     if (value.compare(0, std::strlen(kind), kind) != 0) {
         return value.empty() ? ZPO_REG_ENTRY_NOT_FOUND : ZPO_REG_WRONG_KIND;
     }
@@ -50,10 +49,10 @@ std::uint32_t read(const char* function, const Name& name, bool argumentsGood, c
 }
 
 std::uint32_t write(const char* function, const Name& name, bool argumentsGood, const std::string& value) {
-    const std::lock_guard<std::mutex> lock(mutex);
-    const std::uint32_t status = accessed(function, name, argumentsGood, " " + value);
+    const Call platform;
+    const std::uint32_t status = accessed(platform, function, name, argumentsGood, " " + value);
     if (status == 0) {
-        FakePlatform::get().put(name.text(), value);
+        platform->put(name.text(), value);
     }
     return status;
 }

@@ -3,6 +3,7 @@
 #include "OW_CppProviderIncludes.hpp"
 #include "OW_NoSuchPropertyException.hpp"
 #include "OW_ResultHandlers.hpp"
+#include "../Slot.hpp"
 #include "Thrown.hpp"
 
 #include <dlfcn.h>
@@ -166,15 +167,7 @@ TEST(CppSimpleInstanceProvider, answersAllReadsFromOneFunction) {
               refusal);
 }
 
-// The order of the virtual functions is what modules and object managers are compiled against. A pointer to a virtual
-// member holds one more than its distance from the start of the table of its class, in bytes.
-template <class Member>
-size_t slot(Member member) {
-    size_t words[sizeof(member) / sizeof(size_t)];
-    std::memcpy(words, &member, sizeof(member));
-    return (words[0] - 1) / sizeof(void*);
-}
-
+// The order of the virtual functions is what modules and object managers are compiled against.
 TEST(ProviderInterfaces, keepTheOrderOfTheirVirtualFunctions) {
     typedef CppProviderBaseIFC B;
     typedef CppInstanceProviderIFC I;

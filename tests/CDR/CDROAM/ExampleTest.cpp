@@ -3,41 +3,50 @@
 #include "QTX_ExampleImpl.hpp"
 #include "QTX_ExampleProvider.hpp"
 
-using namespace OpenWBEM;
-
 namespace {
 
 class ExampleTest : public ModuleTest {
   protected:
     ~ExampleTest() override { QTX_Example::ClearInstanceManager(); }
 
-    CIMInstance shownInstance() {
-        CIMInstance instance("QTX_Example");
+    std::string read(const std::string& property) {
+        OpenWBEM::CIMInstance instance("QTX_Example");
         example.QTX_ExampleToCIMInstance("root/cimv2", object, instance);
-        return instance;
+        return shown(instance, property);
     }
-    Failure setLimit(const char* limit) {
-        const CIMInstance wanted = changed("QTX_Example.InstanceID=\"one\"", {{"Limit", value("uint16", limit)}});
+    std::string write(const std::string& property, const OpenWBEM::CIMValue& to) {
+        const OpenWBEM::CIMInstance wanted = changed("QTX_Example.InstanceID=\"one\"", {{property, to}});
         return failure([&] { example.modifyInstance(*example.getQTX_ExampleWithCIMInstance(wanted), wanted); });
     }
 
     // Installs its manager before the object is made.
     struct Initialised : QTX_ExampleProvider {
-        explicit Initialised(const ProviderEnvironmentIFCRef& environment) { initialize(environment); }
+        explicit Initialised(const OpenWBEM::ProviderEnvironmentIFCRef& environment) { initialize(environment); }
     } example{environment};
     QTX_ExampleImpl object{"one"};
 };
 
 TEST_F(ExampleTest, ReadsWritesAndResets) {
-    platform.put("CDR/Example/COUNT", "bytes 01000000");
-    EXPECT_EQ(setLimit("5").text(), "");
+    EXPECT_EQ(write("Limit", value("uint16", "5")), "");
     EXPECT_EQ(platform.entry("CDR/Example/LIMIT"), "bytes 0005");
-    EXPECT_EQ(setLimit("2").text(), "4 304 QTX_ExampleProvider Limit must be >= 3");
-    EXPECT_EQ(shown(shownInstance(), "Limit") + shown(shownInstance(), "Count"), "51");
+    EXPECT_EQ(write("Limit", value("uint16", "2")), "4 304 QTX_ExampleProvider Limit must be >= 3");
+    platform.put("CDR/Example/COUNT", "bytes 01000000");
+    EXPECT_EQ(read("Limit") + read("Count"), "51");
     EXPECT_EQ(object.Reset(), 1U);
-    EXPECT_EQ(shown(shownInstance(), "Count"), "0");
-    platform.fail("ZpoSetRegEntryBinary", 6, "Example/LIMIT");
-    EXPECT_EQ(setLimit("5").message, "101");
+    EXPECT_EQ(read("Count"), "0");
+}
+
+TEST_F(ExampleTest, KeepsATextOf40Bytes) {
+    const std::string longest(40, 'x');
+    EXPECT_EQ(write("Owner", value("string", longest)), "");
+    EXPECT_EQ(read("Owner"), longest);
+    EXPECT_EQ(write("Owner", value("string", longest + "x")),
+              "4 304 QTX_ExampleProvider Owner length must be must be <= 40");
+    EXPECT_EQ(platform.entry("CDR/Example/OWNER"), "text " + longest);
+    platform.put("CDR/Example/OWNER", "text a\tb");
+    platform.forget();
+    EXPECT_EQ(read("Owner"), "");
+    EXPECT_THAT(platform.log, testing::Contains("2 2 -1 ControlCharacters Found in PDR:OWNER"));
 }
 
 } // namespace

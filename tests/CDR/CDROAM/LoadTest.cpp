@@ -90,7 +90,7 @@ TEST_F(ModuleTest, LivesWithPlatformServicesThatFail) {
     EXPECT_NE(myInstance, first) << "a second initialisation makes a second set";
     EXPECT_EQ(names("QTX_CDRServicePrefixBin").size(), 8U);
     EXPECT_EQ(shown(get(kService), "Format"), "-");
-    EXPECT_EQ(set(kService, "Format", value("uint8", "1")).text(), "");
+    EXPECT_EQ(set(kService, "Format", value("uint8", "1")), "");
     delete first;
 }
 

@@ -2,6 +2,7 @@
 
 #include "CDROAMWrap.hpp"
 
+#include "OW_Logger.hpp"
 #include "OW_OperationContext.hpp"
 #include "OW_RepositoryIFC.hpp"
 #include "OW_ResultHandlers.hpp"
@@ -9,12 +10,6 @@
 #include <iostream>
 
 using namespace OpenWBEM;
-
-const char* const kService = "QTX_CDRService.SystemCreationClassName=\"QTX_System\",SystemName=\"QTX\","
-                             "CreationClassName=\"QTX_CDRService\",Name=\"CDRService\"";
-const char* const kPushSetting = "QTX_CDRPushSetting.InstanceID=\"CDRPushSetting\"";
-const char* const kPushStatistics = "QTX_CDRPushStatistics.Name=\"CDRPushStatistic\"";
-const char* const kPullStatistics = "QTX_CDRPullStatistics.Name=\"CDRPullStatistic\"";
 
 // The module keeps these for as long as the process lives.
 extern "C" const char* __lsan_default_suppressions() {
@@ -25,9 +20,23 @@ namespace {
 
 constexpr const char* kNamespace = "root/cimv2";
 
+class TestLogger : public Logger {
+  public:
+    explicit TestLogger(std::vector<std::string>& entries) : Logger("test", E_ALL_LEVEL), entries_(entries) {}
+
+  protected:
+    void doProcessLogMessage(const LogMessage& message) const override {
+        entries_.emplace_back((message.category + ": " + message.message).c_str());
+    }
+    LoggerRef doClone() const override { return LoggerRef(new TestLogger(*this)); }
+
+  private:
+    std::vector<std::string>& entries_;
+};
+
 class TestEnvironment : public ProviderEnvironmentIFC {
   public:
-    explicit TestEnvironment(const LoggerRef& logger) : logger_(logger) {}
+    explicit TestEnvironment(std::vector<std::string>& logged) : logger_(new TestLogger(logged)) {}
     CIMOMHandleIFCRef getCIMOMHandle() const override { return CIMOMHandleIFCRef(); }
     CIMOMHandleIFCRef getRepositoryCIMOMHandle() const override { return CIMOMHandleIFCRef(); }
     RepositoryIFCRef getRepository() const override { return RepositoryIFCRef(); }
@@ -42,26 +51,19 @@ class TestEnvironment : public ProviderEnvironmentIFC {
     OperationContext context_;
 };
 
-std::string text(const String& from) {
-    return from.c_str();
-}
-
 } // namespace
 
-std::string Failure::text() const {
-    if (code == 0) {
-        return "";
-    }
-    return std::to_string(code) + " " + std::to_string(line) + " " + file.substr(file.rfind('/') + 1) + " " + message;
-}
-
-Failure failure(const std::function<void()>& call) {
+std::string failure(const std::function<void()>& call) {
+    const std::string sources = "CDR/CDROAM/src/";
     try {
         call();
     } catch (const CIMException& e) {
-        return {e.getErrNo(), e.getLine(), e.getFile(), e.Exception::getMessage()};
+        std::string file = e.getFile();
+        file.erase(0, file.compare(0, sources.size(), sources) == 0 ? sources.size() : 0);
+        return std::to_string(e.getErrNo()) + " " + std::to_string(e.getLine()) + " " + file + " " +
+               e.Exception::getMessage();
     }
-    return {};
+    return "";
 }
 
 CIMValue value(const std::string& type, const std::string& text) {
@@ -76,40 +78,26 @@ CIMObjectPath path(const std::string& text) {
 
 CIMInstance changed(const std::string& text, const NewValues& values) {
     const CIMObjectPath name = path(text);
-    CIMInstance instance{CIMName(name.getClassName())};
-    for (const CIMProperty& key : name.getKeys()) {
-        instance.setProperty(key);
-    }
+    CIMPropertyArray properties = name.getKeys();
     for (const auto& [property, newValue] : values) {
-        instance.setProperty(newValue ? CIMProperty(property.c_str(), newValue) : CIMProperty(property.c_str()));
+        properties.push_back(newValue ? CIMProperty(property.c_str(), newValue) : CIMProperty(property.c_str()));
     }
-    return instance;
+    return CIMInstance(CIMName(name.getClassName())).setProperties(properties);
 }
 
 std::string shown(const CIMInstance& instance, const std::string& property) {
     const CIMProperty found = instance.getProperty(property.c_str());
-    return found ? text(found.getValue().toString()) : "-";
+    return found ? found.getValue().toString().c_str() : "-";
 }
 
 std::string qualifier(const CIMInstance& instance, const std::string& property, const std::string& name) {
     const CIMQualifier found = instance.getProperty(property.c_str()).getQualifier(name.c_str());
-    return found ? text(found.getValue().toString()) : "-";
+    return found ? found.getValue().toString().c_str() : "-";
 }
 
-TestLogger::TestLogger() : Logger("test", E_ALL_LEVEL) {}
-
-void TestLogger::doProcessLogMessage(const LogMessage& message) const {
-    entries.push_back(text(message.category) + ": " + text(message.message));
-}
-
-LoggerRef TestLogger::doClone() const {
-    return LoggerRef(new TestLogger(*this));
-}
-
-ModuleTest::ModuleTest() : logger(new TestLogger) {
+ModuleTest::ModuleTest() : environment(new TestEnvironment(logged)) {
     testing::internal::CaptureStdout();
     platform.reset();
-    environment = new TestEnvironment(logger);
     provider.reset(dynamic_cast<CDRProvider*>(createProviderCDRProvider()));
     provider->initialize(environment);
 }
@@ -129,8 +117,8 @@ std::vector<std::string> ModuleTest::names(const std::string& className) {
     provider->enumInstanceNames(environment, kNamespace, className.c_str(), builder, CIMClass(CIMNULL));
     std::vector<std::string> texts;
     for (const CIMObjectPath& name : found) {
-        EXPECT_EQ(text(name.getNameSpace()), kNamespace);
-        texts.push_back(text(name.modelPath()));
+        EXPECT_EQ(name.getNameSpace(), kNamespace);
+        texts.emplace_back(name.modelPath().c_str());
     }
     return texts;
 }
@@ -156,16 +144,12 @@ void ModuleTest::modify(const CIMInstance& instance) {
                              nullptr, CIMClass(CIMNULL));
 }
 
-Failure ModuleTest::set(const std::string& name, const std::string& property, const CIMValue& newValue) {
+std::string ModuleTest::set(const std::string& name, const std::string& property, const CIMValue& newValue) {
     return failure([&] { modify(changed(name, {{property, newValue}})); });
 }
 
-Failure ModuleTest::set(const std::string& name, const std::string& property, const std::string& newText) {
-    return set(name, property, CIMValue(String(newText.c_str())));
-}
-
-CIMObjectPath ModuleTest::create(const CIMInstance& instance) {
-    return provider->createInstance(environment, kNamespace, instance);
+std::string ModuleTest::create(const CIMInstance& instance) {
+    return provider->createInstance(environment, kNamespace, instance).modelPath().c_str();
 }
 
 void ModuleTest::remove(const CIMObjectPath& name) {
@@ -174,10 +158,7 @@ void ModuleTest::remove(const CIMObjectPath& name) {
 
 unsigned int ModuleTest::invoke(const CIMObjectPath& name, const std::string& method) {
     CIMParamValueArray out;
-    const CIMValue result =
-        provider->invokeMethod(environment, kNamespace, name, method.c_str(), CIMParamValueArray(), out);
-    EXPECT_TRUE(out.empty());
-    return result.toUInt32();
+    return provider->invokeMethod(environment, kNamespace, name, method.c_str(), CIMParamValueArray(), out).toUInt32();
 }
 
 std::string ModuleTest::output() {

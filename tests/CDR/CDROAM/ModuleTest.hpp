@@ -3,9 +3,9 @@
 
 #include "CDRProvider.hpp"
 #include "FakePlatform.hpp"
+#include "PropertyCases.hpp"
 
 #include "OW_CIM.hpp"
-#include "OW_Logger.hpp"
 #include "OW_ProviderEnvironmentIFC.hpp"
 
 #include <gmock/gmock.h>
@@ -16,19 +16,9 @@
 #include <utility>
 #include <vector>
 
-/// What a request ended with. All zero and empty when it succeeded.
-struct Failure {
-    int code = 0;
-    int line = 0;
-    std::string file;
-    std::string message;
-
-    /// "CODE LINE FILE MESSAGE", the file as its last name; "" for success.
-    std::string text() const;
-};
-
-/// The CIM error that the call throws. Other exceptions pass through.
-Failure failure(const std::function<void()>& call);
+/// The CIM error that the call throws: "CODE LINE FILE MESSAGE", the file without the folder of the module's sources;
+/// "" when it succeeds. Other exceptions pass through.
+std::string failure(const std::function<void()>& call);
 
 /// A value of a CIM type from its text.
 OpenWBEM::CIMValue value(const std::string& type, const std::string& text);
@@ -47,23 +37,6 @@ std::string shown(const OpenWBEM::CIMInstance& instance, const std::string& prop
 /// The value of the property's qualifier as text; "-" when it has none of that name.
 std::string qualifier(const OpenWBEM::CIMInstance& instance, const std::string& property, const std::string& name);
 
-/// What the module's provider logs through the object manager.
-class TestLogger : public OpenWBEM::Logger {
-  public:
-    TestLogger();
-    mutable std::vector<std::string> entries; ///< "category: text"
-
-  protected:
-    void doProcessLogMessage(const OpenWBEM::LogMessage& message) const override;
-    OpenWBEM::LoggerRef doClone() const override;
-};
-
-/// Paths of the single instances.
-extern const char* const kService;
-extern const char* const kPushSetting;
-extern const char* const kPushStatistics;
-extern const char* const kPullStatistics;
-
 class ModuleTest : public testing::Test {
   protected:
     /// The module initialised over an empty platform; what the initialisation called and printed is still recorded.
@@ -76,10 +49,12 @@ class ModuleTest : public testing::Test {
     OpenWBEM::CIMInstance get(const OpenWBEM::CIMObjectPath& path);
     OpenWBEM::CIMInstance get(const std::string& text) { return get(path(text)); }
     void modify(const OpenWBEM::CIMInstance& instance);
-    /// Changes one property and tells how it ended.
-    Failure set(const std::string& path, const std::string& property, const OpenWBEM::CIMValue& value);
-    Failure set(const std::string& path, const std::string& property, const std::string& text);
-    OpenWBEM::CIMObjectPath create(const OpenWBEM::CIMInstance& instance);
+    /// Changes one property and tells how it failed.
+    std::string set(const std::string& path, const std::string& property, const OpenWBEM::CIMValue& value);
+    std::string set(const std::string& path, const std::string& property, const std::string& text) {
+        return set(path, property, value("string", text));
+    }
+    std::string create(const OpenWBEM::CIMInstance& instance);
     void remove(const OpenWBEM::CIMObjectPath& path);
     unsigned int invoke(const OpenWBEM::CIMObjectPath& path, const std::string& method);
 
@@ -87,7 +62,7 @@ class ModuleTest : public testing::Test {
     static std::string output();
 
     fakes::FakePlatform& platform = fakes::FakePlatform::get();
-    OpenWBEM::IntrusiveReference<TestLogger> logger;
+    std::vector<std::string> logged; ///< what the module logs through the object manager
     OpenWBEM::ProviderEnvironmentIFCRef environment;
     std::unique_ptr<CDRProvider> provider;
 };

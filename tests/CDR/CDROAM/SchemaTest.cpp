@@ -1,4 +1,5 @@
-// The schema and the classes' tables say the same.
+// The schema, the providers' tables and the tests' cases say the same of each property.
+#include "PropertyCases.hpp"
 #include "QTX_CDRPullStatisticsProvider.hpp"
 #include "QTX_CDRPushSettingProvider.hpp"
 #include "QTX_CDRPushStatisticsProvider.hpp"
@@ -10,57 +11,124 @@
 
 #include <gmock/gmock.h>
 
+#include <set>
+
 namespace {
 
-using Lines = std::vector<std::string>;
+using Lines = std::vector<std::string>; ///< "CLASS.PROPERTY TYPE Key Write LIMITS"
 
-std::string line(const std::string& type, const std::string& name, bool key, bool write) {
-    return type + " " + name + (key ? " key" : "") + (write ? " write" : "");
+// A property that is missing or different is named; then the order counts.
+void expectSame(const Lines& found, const Lines& wanted) {
+    EXPECT_THAT(found, testing::UnorderedElementsAreArray(wanted));
+    EXPECT_EQ(found, wanted);
+}
+
+std::string limit(const char* name, std::size_t value) {
+    return std::string(" ") + name + "=" + std::to_string(value);
+}
+
+// The limits that the case shows: the values next to those that are taken are refused.
+std::string limits(const PropertyCase& c) {
+    const bool isText = c.type == "string";
+    const auto measure = [&](const std::string& value) { return isText ? value.size() : std::stoul(value); };
+    std::set<std::size_t> taken;
+    std::set<std::size_t> refused;
+    for (const auto& each : c.taken) {
+        taken.insert(c.refused.empty() ? 0 : measure(each.first));
+    }
+    for (const auto& each : c.refused) {
+        refused.insert(measure(each.first));
+        taken.insert(measure(c.shown));
+    }
+    if (refused.empty()) {
+        return "";
+    }
+    EXPECT_EQ(*refused.rbegin(), *taken.rbegin() + 1) << c;
+    EXPECT_TRUE(isText || *refused.begin() == *taken.begin() - 1) << c;
+    return isText ? limit("MaxLen", *taken.rbegin())
+                  : limit("MinValue", *taken.begin()) + limit("MaxValue", *taken.rbegin());
+}
+
+Lines tested(const std::string& className) {
+    Lines lines;
+    for (const PropertyCase& c : propertyCases()) {
+        if (c.className() == className) {
+            lines.push_back(className + "." + c.property + " " + c.type + (c.writable ? " Write" : "") + limits(c));
+        }
+    }
+    return lines;
 }
 
 Lines declared(const OpenWBEM::CIMClass& cimClass) {
+    const OpenWBEM::String className = cimClass.getName() + ".";
     Lines lines;
     for (const OpenWBEM::CIMProperty& property : cimClass.getAllProperties()) {
-        lines.push_back(line(property.getDataType().toString().c_str(), property.getName().c_str(), property.isKey(),
-                             property.hasTrueQualifier("Write")));
+        OpenWBEM::String line = className + property.getName() + " " + property.getDataType().toString();
+        for (const char* name : {"Key", "Write", "MinValue", "MaxValue", "MaxLen"}) {
+            if (const OpenWBEM::CIMQualifier found = property.getQualifier(name)) {
+                const bool isFlag = found.getValue().getType() == OpenWBEM::CIMDataType::BOOLEAN;
+                line += OpenWBEM::String(" ") + name + (isFlag ? "" : "=" + found.getValue().toString());
+            }
+        }
+        lines.emplace_back(line.c_str());
     }
     for (const OpenWBEM::CIMMethod& method : cimClass.getAllMethods()) {
-        lines.push_back(line(method.getReturnType().toString().c_str(), method.getName().c_str(), false, false) + "()");
+        lines.emplace_back((className + method.getName() + "() " + method.getReturnType().toString()).c_str());
+    }
+    return lines;
+}
+
+// The limits are those that the provider checks; of a property that it does not check, those of the case.
+template <class Provider>
+Lines served(const Lines& cases) {
+    Lines lines;
+    for (const auto& row : Provider::definition().properties) {
+        std::string line = std::string(Provider::definition().className) + "." + row.name + " " +
+                           OpenWBEM::CIMDataType(row.type).toString().c_str();
+        line += row.isKey() ? " Key" : row.write != nullptr ? " Write" : "";
+        for (const std::string& each : cases) {
+            if (row.check.kind == cdroam::Check::Any && each.compare(0, line.size() + 1, line + " ") == 0) {
+                line = each;
+            }
+        }
+        line += row.check.kind == cdroam::Check::Range ? limit("MinValue", row.check.lowest) : "";
+        line += row.check.kind == cdroam::Check::Any     ? ""
+                : row.check.kind == cdroam::Check::Range ? limit("MaxValue", row.check.highest)
+                                                         : limit("MaxLen", row.check.highest);
+        lines.push_back(line);
+    }
+    for (const auto& row : Provider::definition().methods) {
+        lines.push_back(std::string(Provider::definition().className) + "." + row.name + "() uint32");
     }
     return lines;
 }
 
 template <class Provider>
-Lines served() {
-    Lines lines;
-    for (const auto& row : Provider::definition().properties) {
-        const std::string type = OpenWBEM::CIMDataType(row.type).toString().c_str();
-        lines.push_back(line(type, row.name, row.isKey(), row.write != nullptr));
-    }
-    for (const auto& row : Provider::definition().methods) {
-        lines.push_back(line("uint32", row.name, false, false) + "()");
-    }
-    return lines;
+void expectClass(const cimserver::schema::Repository& repository) {
+    const char* const name = Provider::definition().className;
+    const OpenWBEM::CIMClass* const cimClass = repository.findClass("root/cimv2", name);
+    ASSERT_NE(cimClass, nullptr) << name;
+    EXPECT_EQ(cimClass->getQualifier("Provider").getValue().toString(), "c++::CDRProvider") << name;
+    const Lines cases = tested(name);
+    Lines provided = served<Provider>(cases);
+    expectSame(declared(*cimClass), provided);
+    const auto isOther = [](const std::string& line) {
+        return line.find(" Key") != std::string::npos || line.find("()") != std::string::npos;
+    };
+    provided.erase(std::remove_if(provided.begin(), provided.end(), isOther), provided.end());
+    expectSame(cases, provided);
 }
 
-TEST(Schema, DeclaresWhatTheProvidersServe) {
+TEST(Schema, DeclaresWhatTheProvidersServeAndTheCasesTest) {
     cimserver::schema::Repository repository;
     repository.compileFile(CDR_MOF, "root/cimv2");
-    const std::pair<const char*, Lines> classes[] = {
-        {"QTX_CDRService", served<QTX_CDRServiceProvider>()},
-        {"QTX_CDRServicePrefixBin", served<QTX_CDRServicePrefixBinProvider>()},
-        {"QTX_CDRServiceAccessBin", served<QTX_CDRServiceAccessBinProvider>()},
-        {"QTX_CDRPushSetting", served<QTX_CDRPushSettingProvider>()},
-        {"QTX_CDRPushStatistics", served<QTX_CDRPushStatisticsProvider>()},
-        {"QTX_CDRPullStatistics", served<QTX_CDRPullStatisticsProvider>()},
-    };
-    EXPECT_EQ(repository.subclasses("root/cimv2", "", true).size(), std::size(classes));
-    for (const auto& [name, lines] : classes) {
-        const OpenWBEM::CIMClass* cimClass = repository.findClass("root/cimv2", name);
-        ASSERT_NE(cimClass, nullptr) << name;
-        EXPECT_EQ(declared(*cimClass), lines) << name;
-        EXPECT_EQ(cimClass->getQualifier("Provider").getValue().toString(), "c++::CDRProvider") << name;
-    }
+    expectClass<QTX_CDRServiceProvider>(repository);
+    expectClass<QTX_CDRServicePrefixBinProvider>(repository);
+    expectClass<QTX_CDRServiceAccessBinProvider>(repository);
+    expectClass<QTX_CDRPushSettingProvider>(repository);
+    expectClass<QTX_CDRPushStatisticsProvider>(repository);
+    expectClass<QTX_CDRPullStatisticsProvider>(repository);
+    EXPECT_EQ(repository.subclasses("root/cimv2", "", true).size(), 6U);
 }
 
 } // namespace

@@ -1,0 +1,18 @@
+// The order of virtual functions, which callers that were compiled against the headers rely on.
+#pragma once
+
+#include <cstddef>
+#include <cstring>
+#include <gtest/gtest.h>
+
+/// The slot of a virtual function in its class's primary table, which begins with two for the destructor: its member
+/// pointer holds 1 + the slot's offset in bytes (Itanium C++ ABI).
+template <class Member>
+std::size_t slot(Member member) {
+    std::size_t pointer[2];
+    static_assert(sizeof member == sizeof pointer);
+    std::memcpy(pointer, &member, sizeof pointer);
+    EXPECT_EQ(pointer[0] & 1U, 1U) << "not virtual";
+    EXPECT_EQ(pointer[1], 0U) << "not in the primary table";
+    return pointer[0] / sizeof(void*);
+}
