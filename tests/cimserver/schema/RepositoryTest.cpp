@@ -242,7 +242,7 @@ TEST(Instances, ReferToOneAnotherEightDeepAtMost) {
     const std::string classes = "class A { [Key] string K; }; [Association] class L : A { [Key] A REF R; };";
     std::string chain = "instance of A as $a0 { K = \"" + std::string(100, 'x') + "\"; };";
     for (int i = 1; i <= 8; ++i) {
-        EXPECT_EQ(errorOf(classes + chain), "");
+        EXPECT_EQ(errorOf(classes + chain + "instance of A { K = \"y\"; };"), "");
         const std::string link = "{ K = \"x\"; R = $a" + std::to_string(i - 1) + "; };";
         chain = "instance of L as $a" + std::to_string(i) + link + chain;
     }
