@@ -5,18 +5,9 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
-
-namespace {
-
-[[noreturn]] void notOffered(const char* what) {
+void CimomHandle::notOffered(const char* what) {
     throw CimError(Status::NotSupported, what);
 }
-
-constexpr const char* kFixedSchema = "The schema of this server cannot be changed";
-constexpr const char* kClassAssociations = "The association operations are served for instances, not for classes";
-
-} // namespace
 
 Cimom& CimomHandle::cimom() const {
     const std::shared_ptr<Cimom*> alive = cimom_.lock();
@@ -131,41 +122,6 @@ void CimomHandle::references(const String& ns, const CIMObjectPath& path, CIMIns
 void CimomHandle::referenceNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
                                  const String& resultClass, const String& role) {
     cimom().referenceNames(context_, ns, path, {"", resultClass, role, ""}, result);
-}
-
-void CimomHandle::associatorsClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
-                                     const String&, const String&, const String&, Qualifiers, Origin,
-                                     const StringArray*) {
-    notOffered(kClassAssociations);
-}
-
-void CimomHandle::referencesClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
-                                    const String&, Qualifiers, Origin, const StringArray*) {
-    notOffered(kClassAssociations);
-}
-
-void CimomHandle::execQuery(const String&, CIMInstanceResultHandlerIFC&, const String&, const String&) {
-    notOffered("Queries are not offered");
-}
-
-void CimomHandle::createClass(const String&, const CIMClass&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::modifyClass(const String&, const CIMClass&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::deleteClass(const String&, const String&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::setQualifierType(const String&, const CIMQualifierType&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::deleteQualifierType(const String&, const String&) {
-    notOffered(kFixedSchema);
 }
 
 } // namespace cimserver::cimom

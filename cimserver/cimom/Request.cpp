@@ -5,8 +5,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
-
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
     : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
 
