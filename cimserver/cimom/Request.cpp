@@ -17,9 +17,7 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
     provider::CallOrigin origin;
     origin.user = shared.user;
     origin.operation = shared.operation;
-    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] {
-        return CIMOMHandleIFCRef(new CimomHandle(self, shared));
-    };
+    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] { return makeCimomHandle(self, shared); };
     return origin;
 }
 
