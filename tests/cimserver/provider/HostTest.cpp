@@ -200,6 +200,7 @@ TEST(Exceptions, AllBecomeCimExceptions) {
         {[] { throw std::runtime_error("out of paper"); }, 1, "out of paper"},
         {[] { throw std::runtime_error(""); }, 1, "general error"},
         {[] { throw 5; }, 1, "Unknown Exception"},
+        {[] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }, 1, "no error (odd)"},
     };
     for (const auto& c : cases) {
         const Outcome thrown = outcomeOf([&] { cimserver::guarded([&] { c.thrower(); }); });
