@@ -50,7 +50,12 @@ class Declaration {
 
     template <class Target>
     CLI::Option* add(const char* name, Target& target, const char* value, const char* help) {
-        return app_.add_option(name, target, help)->type_name(value)->group(group_);
+        auto* option = app_.add_option(name, target, help)->type_name(value)->group(group_);
+        return CLI::detail::to_string(target).empty() ? option : option->capture_default_str();
+    }
+    template <class Number>
+    void number(const char* name, Number& target, int least, int most, const char* help) {
+        add(name, target, "N", help)->check(CLI::Range(least, most));
     }
     CLI::Option* flag(const char* name, bool& target, const char* help) {
         return app_.add_flag(name, target, help)->group(group_);
@@ -91,7 +96,7 @@ struct Texts {
 void declareCim(Declaration& declare, Options& options, Texts& texts) {
     declare.group("Schema and providers");
     declare.add("--mof", options.mofFiles, "FILE", "compile this schema; repeatable, in order")->required();
-    declare.add("--namespace", options.ns, "NS", "the namespace the schema goes into")->capture_default_str();
+    declare.add("--namespace", options.ns, "NS", "the namespace the schema goes into");
     declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
     declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
                 "an item of configuration that providers may ask for; repeatable");
@@ -103,10 +108,8 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                 "let all requests into this provider at once, for it serialises them itself; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,
                      "how long a request waits for a provider that is busy");
-    declare
-        .add("--provider-stdout", options.providerStdout, "WHERE",
-             "what providers print: to a FILE, to 'null', or 'inherit' standard output")
-        ->capture_default_str();
+    declare.add("--provider-stdout", options.providerStdout, "WHERE",
+                "what providers print: to a FILE, to 'null', or 'inherit' standard output");
     declare.flag("--forward-unchanged", options.forwardUnchanged, "ModifyInstance hands unchanged properties on, too");
 }
 
@@ -119,20 +122,17 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         ->default_str("127.0.0.1:5988");
     declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
     declare.add("--user-file", http.login.userFile, "FILE", "ask for a user of this file (see cimserver-passwd)");
-    declare.add("--realm", http.login.realm, "TEXT", "the name clients show when they ask for a password")
-        ->capture_default_str();
+    declare.add("--realm", http.login.realm, "TEXT", "the name clients show when they ask for a password");
     declare.add("--tls-certificate", http.tls.certificateFile, "FILE", "PEM: the server's certificate and chain");
     declare.add("--tls-key", http.tls.keyFile, "FILE", "PEM: its key");
     declare.add("--tls-client-ca", http.tls.clientCaFile, "FILE", "PEM: who may sign client certificates");
     declare.add("--tls-client-certificates", texts.clientCertificates, "WHICH", "none, optional or required")
-        ->check(CLI::IsMember({"none", "optional", "required"}))
-        ->capture_default_str();
+        ->check(CLI::IsMember({"none", "optional", "required"}));
     declare.flag("--allow-insecure", options.allowInsecure,
                  "listen beyond this host without TLS or users all the same");
     declare.duration("--login-cache", http.login.cache, "how long a right password is remembered");
-    declare
-        .add("--login-free-failures", http.login.freeFailures, "N", "failed logins of one address that cost no delay")
-        ->capture_default_str();
+    declare.add("--login-free-failures", http.login.freeFailures, "N",
+                "failed logins of one address that cost no delay");
     declare.duration("--login-delay", http.login.delay, "the delay after those; doubles with each further failure");
     declare.duration("--login-max-delay", http.login.maxDelay, "the longest such delay");
 }
@@ -142,18 +142,11 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.group("Limits");
     declare.size("--max-head", limits.headBytes, "bytes of a request's head");
     declare.size("--max-body", limits.bodyBytes, "bytes of a request's body");
-    declare.add("--max-connections", limits.connections, "N", "connections at a time")
-        ->check(CLI::Range(1, 100'000))
-        ->capture_default_str();
-    declare.add("--max-depth", options.xmlDepth, "N", "XML elements inside one another")
-        ->check(CLI::Range(8, 1000))
-        ->capture_default_str();
-    declare.add("--max-elements", options.xmlElements, "N", "XML elements of a request")
-        ->check(CLI::Range(8, 10'000'000))
-        ->capture_default_str();
-    declare.add("--max-enumerations", options.enumerations, "N", "enumerations open at a time (pull operations)")
-        ->check(CLI::Range(1, 10'000))
-        ->capture_default_str();
+    declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
+    declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
+    declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
+    declare.number("--max-enumerations", options.enumerations, 1, 10'000,
+                   "enumerations open at a time (pull operations)");
     declare.duration("--first-byte-timeout", limits.firstByte,
                      "for the TLS handshake, and for the first request to begin");
     declare.duration("--head-timeout", limits.head, "for a request's head");
@@ -162,9 +155,7 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.duration("--write-timeout", limits.write, "for the client to take an answer");
     declare.duration("--linger-timeout", limits.linger, "after a closing answer");
     declare.duration("--stop-timeout", options.stopTimeout, "for requests under way when the server is stopped");
-    declare.add("--workers", options.http.workers, "N", "threads that serve requests")
-        ->check(CLI::Range(1, 64))
-        ->capture_default_str();
+    declare.number("--workers", options.http.workers, 1, 64, "threads that serve requests");
 }
 
 void declareAdministration(Declaration& declare, Options& options, Texts& texts) {
@@ -173,12 +164,9 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
     declare.add("--state-dir", options.stateDir, "DIR", "locked while running, so that no two servers share it");
     declare.add("--log-file", options.log.file, "FILE", "log here instead of to standard error");
     declare.add("--log-level", texts.logLevel, "LEVEL", "debug, info, warning, error or fatal")
-        ->check(CLI::IsMember({"debug", "info", "warning", "error", "fatal"}))
-        ->capture_default_str();
+        ->check(CLI::IsMember({"debug", "info", "warning", "error", "fatal"}));
     declare.size("--log-size", options.log.maxBytes, "the log file's size at which a new one is begun");
-    declare.add("--log-keep", options.log.keep, "N", "old log files that are kept")
-        ->check(CLI::Range(0, 1000))
-        ->capture_default_str();
+    declare.number("--log-keep", options.log.keep, 0, 1000, "old log files that are kept");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }

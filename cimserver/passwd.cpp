@@ -1,7 +1,7 @@
 // cimserver-passwd: adds users to a user file of cimserverd, changes and removes them.
 #include "cimserver/http/UserFile.hpp"
 
-#include <CLI/CLI.hpp>
+#include <getopt.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -101,22 +101,50 @@ void run(const Command& command) {
     users.save(command.file);
 }
 
+constexpr const char* kUsage = "Usage: cimserver-passwd FILE USER [OPTION...]\n"
+                               "Adds a user to a user file of cimserverd, or changes or removes one. A running server "
+                               "takes the change when it is\n"
+                               "reloaded (SIGHUP).\n\n"
+                               "  --role read|write    read is the role of a new user unless told otherwise\n"
+                               "  --delete             remove the user\n"
+                               "  --stdin              take the password from the first line of standard input\n"
+                               "  --certificate-only   no password: the user comes with a client certificate\n";
+
+constexpr option kOptions[] = {
+    {"role", required_argument, nullptr, 'r'}, {"delete", no_argument, nullptr, 'd'},
+    {"stdin", no_argument, nullptr, 's'},      {"certificate-only", no_argument, nullptr, 'c'},
+    {"help", no_argument, nullptr, 'h'},       {nullptr, 0, nullptr, 0}};
+
+/// False when the arguments are wrong, or only help was asked for.
+bool parse(int argc, char** argv, Command& command, bool& help) {
+    for (int given = 0; (given = ::getopt_long(argc, argv, "h", kOptions, nullptr)) != -1;) {
+        command.role = given == 'r' ? std::optional<std::string>(optarg) : command.role;
+        command.remove = command.remove || given == 'd';
+        command.fromStdin = command.fromStdin || given == 's';
+        command.certificateOnly = command.certificateOnly || given == 'c';
+        help = help || given == 'h';
+        if (given == '?' || help) {
+            return false;
+        }
+    }
+    const bool role = !command.role || *command.role == "read" || *command.role == "write";
+    if (argc - optind != 2 || !role) {
+        return false;
+    }
+    command.file = argv[optind];
+    command.user = argv[optind + 1];
+    return true;
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
     Command command;
-    CLI::App app(
-        "Adds a user to a user file of cimserverd, or changes or removes one. A running server takes the change "
-        "when it is reloaded (SIGHUP).",
-        "cimserver-passwd");
-    app.add_option("FILE", command.file, "the user file; made when there is none")->required();
-    app.add_option("USER", command.user, "the user's name")->required();
-    app.add_option("--role", command.role, "read (for a new user) or write")->check(CLI::IsMember({"read", "write"}));
-    app.add_flag("--delete", command.remove, "remove the user");
-    app.add_flag("--stdin", command.fromStdin, "take the password from the first line of standard input");
-    app.add_flag("--certificate-only", command.certificateOnly,
-                 "no password: the user comes with a client certificate");
-    CLI11_PARSE(app, argc, argv);
+    bool help = false;
+    if (!parse(argc, argv, command, help)) {
+        (help ? std::cout : std::cerr) << kUsage;
+        return help ? 0 : 2;
+    }
     try {
         run(command);
         return 0;

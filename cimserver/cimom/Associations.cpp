@@ -11,7 +11,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
 using provider::Access;
 
 namespace {
@@ -90,7 +89,7 @@ Sink<CIMInstance> objectSink(const schema::Repository& repository, const String&
 
 } // namespace
 
-/// Calls use(provider, env, namespace, association class, object) once for each association class with an associator
+/// Calls use(provider, env, namespace, object, association class) once for each association class with an associator
 /// provider.
 template <class Use>
 void Cimom::forAssociations(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -103,7 +102,7 @@ void Cimom::forAssociations(const RequestContext& context, const String& ns, con
     const CIMObjectPath object = request.synced(path, objectClass);
     for (const CIMClass* const association : associationsOf(repository_, request.ns(), objectClass, named, parameter)) {
         request.withAssociators(*association, [&](auto& provider, const auto& env) {
-            use(provider, env, request.ns(), association->getName(), object);
+            use(provider, env, request.ns(), object, association->getName());
         });
     }
 }
@@ -111,10 +110,9 @@ void Cimom::forAssociations(const RequestContext& context, const String& ns, con
 void Cimom::associators(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                         const AssociationFilter& filter, const InstanceSelection& selection,
                         CIMInstanceResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
-                         const CIMObjectPath& object) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = objectSink(repository_, space, selection.propertyList, result);
-        provider.associators(env, sink, space, object, association, filter.resultClass, filter.role, filter.resultRole,
+        provider.associators(env, sink, space, which..., filter.resultClass, filter.role, filter.resultRole,
                              selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList);
     };
     forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
@@ -122,11 +120,9 @@ void Cimom::associators(const RequestContext& context, const String& ns, const C
 
 void Cimom::associatorNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
-                         const CIMObjectPath& object) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = pathSink(space, result);
-        provider.associatorNames(env, sink, space, object, association, filter.resultClass, filter.role,
-                                 filter.resultRole);
+        provider.associatorNames(env, sink, space, which..., filter.resultClass, filter.role, filter.resultRole);
     };
     forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
 }
@@ -134,10 +130,9 @@ void Cimom::associatorNames(const RequestContext& context, const String& ns, con
 void Cimom::references(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                        const AssociationFilter& filter, const InstanceSelection& selection,
                        CIMInstanceResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
-                         const CIMObjectPath& object) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = objectSink(repository_, space, selection.propertyList, result);
-        provider.references(env, sink, space, object, association, filter.role, selection.includeQualifiers,
+        provider.references(env, sink, space, which..., filter.role, selection.includeQualifiers,
                             selection.includeClassOrigin, selection.propertyList);
     };
     forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
@@ -145,10 +140,9 @@ void Cimom::references(const RequestContext& context, const String& ns, const CI
 
 void Cimom::referenceNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                            const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
-    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto& association,
-                         const CIMObjectPath& object) {
+    const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = pathSink(space, result);
-        provider.referenceNames(env, sink, space, object, association, filter.role);
+        provider.referenceNames(env, sink, space, which..., filter.role);
     };
     forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
 }

@@ -4,7 +4,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
 using provider::Access;
 
 Cimom::Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings)

@@ -4,168 +4,150 @@
 #include "cimserver/schema/Repository.hpp"
 
 namespace cimserver::cimom {
-
-using namespace OpenWBEM;
-
 namespace {
 
-[[noreturn]] void notOffered(const char* what) {
-    throw CimError(Status::NotSupported, what);
-}
+class CimomHandle : public CIMOMHandleIFC {
+  public:
+    CimomHandle(std::weak_ptr<Cimom*> cimom, RequestContext context)
+        : cimom_(std::move(cimom)), context_(std::move(context)) {}
 
-constexpr const char* kFixedSchema = "The schema of this server cannot be changed";
-constexpr const char* kClassAssociations = "The association operations are served for instances, not for classes";
+    using Deep = WBEMFlags::EDeepFlag;
+    using LocalOnly = WBEMFlags::ELocalOnlyFlag;
+    using Qualifiers = WBEMFlags::EIncludeQualifiersFlag;
+    using Origin = WBEMFlags::EIncludeClassOriginFlag;
+
+    void close() override {}
+    void enumClassNames(const String& ns, const String& className, StringResultHandlerIFC& result, Deep deep) override {
+        for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
+            result.handle(found->getName());
+        }
+    }
+    void enumClass(const String& ns, const String& className, CIMClassResultHandlerIFC& result, Deep deep,
+                   LocalOnly localOnly, Qualifiers includeQualifiers, Origin includeClassOrigin) override {
+        for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
+            result.handle(found->clone(localOnly, includeQualifiers, includeClassOrigin));
+        }
+    }
+    void enumInstanceNames(const String& ns, const String& className, CIMObjectPathResultHandlerIFC& result) override {
+        cimom().enumInstanceNames(context_, ns, className, result);
+    }
+    void enumInstances(const String& ns, const String& className, CIMInstanceResultHandlerIFC& result, Deep deep,
+                       LocalOnly localOnly, Qualifiers includeQualifiers, Origin includeClassOrigin,
+                       const StringArray* propertyList) override {
+        cimom().enumInstances(context_, ns, className,
+                              {localOnly, deep, includeQualifiers, includeClassOrigin, propertyList}, result);
+    }
+    void enumQualifierTypes(const String& ns, CIMQualifierTypeResultHandlerIFC& result) override {
+        for (const CIMQualifierType* const type : cimom().repository().qualifierTypes(ns)) {
+            result.handle(*type);
+        }
+    }
+    void associatorNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
+                         const String& assocClass, const String& resultClass, const String& role,
+                         const String& resultRole) override {
+        cimom().associatorNames(context_, ns, path, {assocClass, resultClass, role, resultRole}, result);
+    }
+    void associators(const String& ns, const CIMObjectPath& path, CIMInstanceResultHandlerIFC& result,
+                     const String& assocClass, const String& resultClass, const String& role, const String& resultRole,
+                     Qualifiers includeQualifiers, Origin includeClassOrigin,
+                     const StringArray* propertyList) override {
+        cimom().associators(
+            context_, ns, path, {assocClass, resultClass, role, resultRole},
+            {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList},
+            result);
+    }
+    void associatorsClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
+                            const String&, const String&, const String&, Qualifiers, Origin,
+                            const StringArray*) override {
+        notOffered(kInstancesOnly);
+    }
+    void referenceNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
+                        const String& resultClass, const String& role) override {
+        cimom().referenceNames(context_, ns, path, {"", resultClass, role, ""}, result);
+    }
+    void references(const String& ns, const CIMObjectPath& path, CIMInstanceResultHandlerIFC& result,
+                    const String& resultClass, const String& role, Qualifiers includeQualifiers,
+                    Origin includeClassOrigin, const StringArray* propertyList) override {
+        cimom().references(
+            context_, ns, path, {"", resultClass, role, ""},
+            {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList},
+            result);
+    }
+    void referencesClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&, const String&,
+                           Qualifiers, Origin, const StringArray*) override {
+        notOffered(kInstancesOnly);
+    }
+    void execQuery(const String&, CIMInstanceResultHandlerIFC&, const String&, const String&) override {
+        notOffered("Queries are not offered");
+    }
+    CIMClass getClass(const String& ns, const String& className, LocalOnly localOnly, Qualifiers includeQualifiers,
+                      Origin includeClassOrigin, const StringArray* propertyList) override {
+        const bool none = propertyList != nullptr && propertyList->empty();
+        return cimom()
+            .classOf(ns, className)
+            .clone(localOnly, includeQualifiers, includeClassOrigin,
+                   propertyList != nullptr ? *propertyList : StringArray(), none);
+    }
+    void createClass(const String&, const CIMClass&) override { notOffered(kFixedSchema); }
+    void modifyClass(const String&, const CIMClass&) override { notOffered(kFixedSchema); }
+    void deleteClass(const String&, const String&) override { notOffered(kFixedSchema); }
+    CIMInstance getInstance(const String& ns, const CIMObjectPath& instanceName, LocalOnly localOnly,
+                            Qualifiers includeQualifiers, Origin includeClassOrigin,
+                            const StringArray* propertyList) override {
+        return cimom().getInstance(context_, ns, instanceName,
+                                   {localOnly, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList});
+    }
+    CIMObjectPath createInstance(const String& ns, const CIMInstance& instance) override {
+        return cimom().createInstance(context_, ns, instance);
+    }
+    /// The instance modified is the one whose keys the given instance holds.
+    void modifyInstance(const String& ns, const CIMInstance& modifiedInstance, Qualifiers includeQualifiers,
+                        const StringArray* propertyList) override {
+        const CIMObjectPath path(ns, modifiedInstance);
+        cimom().modifyInstance(context_, ns, path, modifiedInstance, includeQualifiers, propertyList);
+    }
+    void deleteInstance(const String& ns, const CIMObjectPath& path) override {
+        cimom().deleteInstance(context_, ns, path);
+    }
+    CIMValue getProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName) override {
+        return cimom().getProperty(context_, ns, instanceName, propertyName);
+    }
+    void setProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName,
+                     const CIMValue& newValue) override {
+        cimom().setProperty(context_, ns, instanceName, propertyName, newValue);
+    }
+    CIMValue invokeMethod(const String& ns, const CIMObjectPath& path, const String& methodName,
+                          const CIMParamValueArray& inParams, CIMParamValueArray& outParams) override {
+        return cimom().invokeMethod(context_, ns, path, methodName, inParams, outParams);
+    }
+    CIMQualifierType getQualifierType(const String& ns, const String& qualifierName) override {
+        return cimom().qualifierType(ns, qualifierName);
+    }
+    void setQualifierType(const String&, const CIMQualifierType&) override { notOffered(kFixedSchema); }
+    void deleteQualifierType(const String&, const String&) override { notOffered(kFixedSchema); }
+
+  private:
+    static constexpr const char* kFixedSchema = "The schema of this server cannot be changed";
+    static constexpr const char* kInstancesOnly =
+        "The association operations are served for instances, not for classes";
+
+    [[noreturn]] static void notOffered(const char* what) { throw CimError(Status::NotSupported, what); }
+    Cimom& cimom() const {
+        const std::shared_ptr<Cimom*> alive = cimom_.lock();
+        if (!alive) {
+            throw CimError(Status::Failed, "The server has ended");
+        }
+        return **alive;
+    }
+
+    std::weak_ptr<Cimom*> cimom_;
+    RequestContext context_;
+};
 
 } // namespace
 
-Cimom& CimomHandle::cimom() const {
-    const std::shared_ptr<Cimom*> alive = cimom_.lock();
-    if (!alive) {
-        throw CimError(Status::Failed, "The server has ended");
-    }
-    return **alive;
-}
-
-void CimomHandle::enumClassNames(const String& ns, const String& className, StringResultHandlerIFC& result, Deep deep) {
-    for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
-        result.handle(found->getName());
-    }
-}
-
-void CimomHandle::enumClass(const String& ns, const String& className, CIMClassResultHandlerIFC& result, Deep deep,
-                            LocalOnly localOnly, Qualifiers includeQualifiers, Origin includeClassOrigin) {
-    for (const CIMClass* const found : cimom().subclassesOf(ns, className, deep == WBEMFlags::E_DEEP)) {
-        result.handle(found->clone(localOnly, includeQualifiers, includeClassOrigin));
-    }
-}
-
-CIMClass CimomHandle::getClass(const String& ns, const String& className, LocalOnly localOnly,
-                               Qualifiers includeQualifiers, Origin includeClassOrigin,
-                               const StringArray* propertyList) {
-    const bool none = propertyList != nullptr && propertyList->empty();
-    return cimom()
-        .classOf(ns, className)
-        .clone(localOnly, includeQualifiers, includeClassOrigin,
-               propertyList != nullptr ? *propertyList : StringArray(), none);
-}
-
-void CimomHandle::enumQualifierTypes(const String& ns, CIMQualifierTypeResultHandlerIFC& result) {
-    for (const CIMQualifierType* const type : cimom().repository().qualifierTypes(ns)) {
-        result.handle(*type);
-    }
-}
-
-CIMQualifierType CimomHandle::getQualifierType(const String& ns, const String& qualifierName) {
-    return cimom().qualifierType(ns, qualifierName);
-}
-
-void CimomHandle::enumInstanceNames(const String& ns, const String& className, CIMObjectPathResultHandlerIFC& result) {
-    cimom().enumInstanceNames(context_, ns, className, result);
-}
-
-void CimomHandle::enumInstances(const String& ns, const String& className, CIMInstanceResultHandlerIFC& result,
-                                Deep deep, LocalOnly localOnly, Qualifiers includeQualifiers, Origin includeClassOrigin,
-                                const StringArray* propertyList) {
-    cimom().enumInstances(context_, ns, className,
-                          {localOnly, deep, includeQualifiers, includeClassOrigin, propertyList}, result);
-}
-
-CIMInstance CimomHandle::getInstance(const String& ns, const CIMObjectPath& instanceName, LocalOnly localOnly,
-                                     Qualifiers includeQualifiers, Origin includeClassOrigin,
-                                     const StringArray* propertyList) {
-    return cimom().getInstance(context_, ns, instanceName,
-                               {localOnly, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList});
-}
-
-CIMObjectPath CimomHandle::createInstance(const String& ns, const CIMInstance& instance) {
-    return cimom().createInstance(context_, ns, instance);
-}
-
-void CimomHandle::modifyInstance(const String& ns, const CIMInstance& modifiedInstance, Qualifiers includeQualifiers,
-                                 const StringArray* propertyList) {
-    const CIMObjectPath path(ns, modifiedInstance);
-    cimom().modifyInstance(context_, ns, path, modifiedInstance, includeQualifiers, propertyList);
-}
-
-void CimomHandle::deleteInstance(const String& ns, const CIMObjectPath& path) {
-    cimom().deleteInstance(context_, ns, path);
-}
-
-CIMValue CimomHandle::getProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName) {
-    return cimom().getProperty(context_, ns, instanceName, propertyName);
-}
-
-void CimomHandle::setProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName,
-                              const CIMValue& newValue) {
-    cimom().setProperty(context_, ns, instanceName, propertyName, newValue);
-}
-
-CIMValue CimomHandle::invokeMethod(const String& ns, const CIMObjectPath& path, const String& methodName,
-                                   const CIMParamValueArray& inParams, CIMParamValueArray& outParams) {
-    return cimom().invokeMethod(context_, ns, path, methodName, inParams, outParams);
-}
-
-void CimomHandle::associators(const String& ns, const CIMObjectPath& path, CIMInstanceResultHandlerIFC& result,
-                              const String& assocClass, const String& resultClass, const String& role,
-                              const String& resultRole, Qualifiers includeQualifiers, Origin includeClassOrigin,
-                              const StringArray* propertyList) {
-    cimom().associators(
-        context_, ns, path, {assocClass, resultClass, role, resultRole},
-        {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList}, result);
-}
-
-void CimomHandle::associatorNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
-                                  const String& assocClass, const String& resultClass, const String& role,
-                                  const String& resultRole) {
-    cimom().associatorNames(context_, ns, path, {assocClass, resultClass, role, resultRole}, result);
-}
-
-void CimomHandle::references(const String& ns, const CIMObjectPath& path, CIMInstanceResultHandlerIFC& result,
-                             const String& resultClass, const String& role, Qualifiers includeQualifiers,
-                             Origin includeClassOrigin, const StringArray* propertyList) {
-    cimom().references(
-        context_, ns, path, {"", resultClass, role, ""},
-        {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList}, result);
-}
-
-void CimomHandle::referenceNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
-                                 const String& resultClass, const String& role) {
-    cimom().referenceNames(context_, ns, path, {"", resultClass, role, ""}, result);
-}
-
-void CimomHandle::associatorsClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
-                                     const String&, const String&, const String&, Qualifiers, Origin,
-                                     const StringArray*) {
-    notOffered(kClassAssociations);
-}
-
-void CimomHandle::referencesClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
-                                    const String&, Qualifiers, Origin, const StringArray*) {
-    notOffered(kClassAssociations);
-}
-
-void CimomHandle::execQuery(const String&, CIMInstanceResultHandlerIFC&, const String&, const String&) {
-    notOffered("Queries are not offered");
-}
-
-void CimomHandle::createClass(const String&, const CIMClass&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::modifyClass(const String&, const CIMClass&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::deleteClass(const String&, const String&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::setQualifierType(const String&, const CIMQualifierType&) {
-    notOffered(kFixedSchema);
-}
-
-void CimomHandle::deleteQualifierType(const String&, const String&) {
-    notOffered(kFixedSchema);
+CIMOMHandleIFCRef makeCimomHandle(std::weak_ptr<Cimom*> cimom, RequestContext context) {
+    return CIMOMHandleIFCRef(new CimomHandle(std::move(cimom), std::move(context)));
 }
 
 } // namespace cimserver::cimom

@@ -8,8 +8,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
-
 namespace {
 
 bool isUntyped(const CIMProperty& property) {

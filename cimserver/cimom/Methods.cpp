@@ -7,7 +7,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
 using provider::Access;
 
 namespace {

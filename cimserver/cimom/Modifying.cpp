@@ -6,7 +6,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
 using provider::Access;
 
 namespace {

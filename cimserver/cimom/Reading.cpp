@@ -8,7 +8,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
 using provider::Access;
 
 namespace {

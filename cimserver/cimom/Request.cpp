@@ -5,8 +5,6 @@
 
 namespace cimserver::cimom {
 
-using namespace OpenWBEM;
-
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
     : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
 
@@ -19,9 +17,7 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
     provider::CallOrigin origin;
     origin.user = shared.user;
     origin.operation = shared.operation;
-    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] {
-        return CIMOMHandleIFCRef(new CimomHandle(self, shared));
-    };
+    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] { return makeCimomHandle(self, shared); };
     return origin;
 }
 

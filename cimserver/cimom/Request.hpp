@@ -12,40 +12,42 @@
 
 namespace cimserver::cimom {
 
+using namespace OpenWBEM; // its types are this folder's vocabulary
+
 class Cimom::Request {
   public:
     /// Throws what Cimom::admit throws. `access` is how the request's calls enter their providers.
-    Request(Cimom& cimom, const RequestContext& context, const OpenWBEM::String& ns, provider::Access access);
+    Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access);
 
     /// What a provider's environment tells of the request.
     static provider::CallOrigin originOf(const Cimom& cimom, const RequestContext& context);
 
     /// The namespace in its own spelling.
-    const OpenWBEM::String& ns() const { return ns_; }
+    const String& ns() const { return ns_; }
 
     /// As Cimom::classOf.
-    const OpenWBEM::CIMClass& classOf(const OpenWBEM::String& name, Status missing = Status::InvalidClass) const {
+    const CIMClass& classOf(const String& name, Status missing = Status::InvalidClass) const {
         return cimom_.classOf(ns_, name, missing);
     }
 
     /// The class and all below it.
-    std::vector<const OpenWBEM::CIMClass*> family(const OpenWBEM::CIMClass& top) const;
+    std::vector<const CIMClass*> family(const CIMClass& top) const;
 
     /// The path in the namespace, its keys spelled and typed as the class says.
-    OpenWBEM::CIMObjectPath synced(const OpenWBEM::CIMObjectPath& path, const OpenWBEM::CIMClass& cimClass) const;
+    CIMObjectPath synced(const CIMObjectPath& path, const CIMClass& cimClass) const;
 
     /// Calls use(CppInstanceProviderIFC&, env) inside the class's provider and translates what it throws. False when
     /// the class has no instance provider.
     template <class Use>
-    bool withInstances(const OpenWBEM::CIMClass& cimClass, Use&& use) {
+    bool withInstances(const CIMClass& cimClass, Use&& use) {
         return within(host().instanceProvider(ns_, cimClass), &provider::ProviderCall::instances, use);
     }
     template <class Use>
-    bool withAssociators(const OpenWBEM::CIMClass& cimClass, Use&& use) {
+    bool withAssociators(const CIMClass& cimClass, Use&& use) {
         return within(host().associatorProvider(ns_, cimClass), &provider::ProviderCall::associators, use);
     }
     template <class Use>
-    bool withMethods(const OpenWBEM::CIMClass& cimClass, const OpenWBEM::CIMMethod& method, Use&& use) {
+    bool withMethods(const CIMClass& cimClass, const CIMMethod& method, Use&& use) {
         return within(host().methodProvider(ns_, cimClass, method), &provider::ProviderCall::methods, use);
     }
 
@@ -69,7 +71,7 @@ class Cimom::Request {
 
     Cimom& cimom_;
     provider::Access access_;
-    OpenWBEM::String ns_;
+    String ns_;
     provider::CallOrigin origin_;
 };
 

@@ -1,19 +1,10 @@
 #include "cimserver/cimxml/Characters.hpp"
 
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+
 namespace cimserver::cimxml {
-namespace {
-
-int hexDigit(char c) {
-    if (c >= '0' && c <= '9') {
-        return c - '0';
-    }
-    if (c >= 'a' && c <= 'f') {
-        return c - 'a' + 10;
-    }
-    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
-}
-
-} // namespace
 
 bool isXmlCharacter(char32_t c) {
     if (c < 0x20) {
@@ -24,16 +15,13 @@ bool isXmlCharacter(char32_t c) {
 
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
-    decoded.reserve(text.size());
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const int high = text[i] == '%' && i + 2 < text.size() ? hexDigit(text[i + 1]) : -1;
-        const int low = high >= 0 ? hexDigit(text[i + 2]) : -1;
-        if (low < 0) {
-            decoded += text[i];
-            continue;
-        }
-        decoded += static_cast<char>(high * 16 + low);
-        i += 2;
+        unsigned char byte = 0;
+        const char* const end = text.data() + std::min(i + 3, text.size());
+        const bool encoded = text[i] == '%' && end - text.data() == static_cast<std::ptrdiff_t>(i + 3) &&
+                             std::from_chars(text.data() + i + 1, end, byte, 16).ptr == end;
+        decoded += encoded ? static_cast<char>(byte) : text[i];
+        i += encoded ? 2 : 0;
     }
     return decoded;
 }

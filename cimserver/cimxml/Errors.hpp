@@ -4,6 +4,7 @@
 #include <exception>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace cimserver::cimxml {
 
@@ -23,11 +24,19 @@ class HttpError : public std::exception {
     std::string text_;
 };
 
-HttpError notWellFormed(std::string text);
+inline HttpError notWellFormed(std::string text) {
+    return {400, "request-not-well-formed", std::move(text)};
+}
 /// The document holds an element that CIM-XML does not know.
-HttpError notValid(std::string text);
+inline HttpError notValid(std::string text) {
+    return {400, "request-not-valid", std::move(text)};
+}
 /// The document breaks the rules of CIM-XML although its elements are known: one is missing or misplaced.
-HttpError notLooselyValid(std::string text);
-HttpError headerMismatch(std::string text);
+inline HttpError notLooselyValid(std::string text) {
+    return {400, "request-not-loosely-valid", std::move(text)};
+}
+inline HttpError headerMismatch(std::string text) {
+    return {400, "header-mismatch", std::move(text)};
+}
 
 } // namespace cimserver::cimxml

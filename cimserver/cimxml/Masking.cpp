@@ -6,7 +6,7 @@
 #include <pugixml.hpp>
 
 #include <algorithm>
-#include <functional>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -67,11 +67,6 @@ bool mask(pugi::xml_node element, bool valuesToo) {
     return masked;
 }
 
-struct StringWriter : pugi::xml_writer {
-    void write(const void* data, std::size_t size) override { text.append(static_cast<const char*>(data), size); }
-    std::string text;
-};
-
 /// Comments, processing instructions and document types are not in the tree, and may hold anything.
 bool holdsMore(std::string_view xml) {
     return xml.find("<!") != std::string_view::npos || xml.find("<?", 1) != std::string_view::npos;
@@ -81,9 +76,9 @@ std::string shown(const std::string& xml, const XmlDocument& document, bool valu
     if (!mask(document.root(), valuesToo) && !holdsMore(xml)) {
         return xml;
     }
-    StringWriter writer;
-    document.root().print(writer, "", kFlags, pugi::encoding_utf8);
-    return std::move(writer.text);
+    std::ostringstream text;
+    document.root().print(text, "", kFlags, pugi::encoding_utf8);
+    return text.str();
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "cimserver/cimxml/ObjectWriter.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
@@ -196,11 +197,6 @@ void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, boo
     }
 }
 
-bool listed(const StringArray* list, const String& name) {
-    return list == nullptr ||
-           std::any_of(list->begin(), list->end(), [&](const String& one) { return one.equalsIgnoreCase(name); });
-}
-
 std::string_view parameterElement(const CIMDataType& type) {
     if (type.isReferenceType()) {
         return type.isArrayType() ? "PARAMETER.REFARRAY" : "PARAMETER.REFERENCE";
@@ -335,7 +331,7 @@ void writeClass(XmlWriter& writer, const CIMClass& cimClass, const ClassForm& fo
         writeQualifiers(writer, cimClass.getQualifiers(), !form.localOnly);
     }
     for (const CIMProperty& property : cimClass.getAllProperties()) {
-        if (!(form.localOnly && property.getPropagated()) && listed(form.propertyList, property.getName())) {
+        if (!(form.localOnly && property.getPropagated()) && cimom::isWanted(form.propertyList, property.getName())) {
             writeProperty(writer, property, name, form.object);
         }
     }

@@ -30,19 +30,9 @@ std::shared_ptr<spdlog::logger>& logger() {
 }
 
 spdlog::level::level_enum toSpdlog(Level level) {
-    switch (level) {
-    case Level::Debug:
-        return spdlog::level::debug;
-    case Level::Info:
-        return spdlog::level::info;
-    case Level::Warning:
-        return spdlog::level::warn;
-    case Level::Error:
-        return spdlog::level::err;
-    case Level::Fatal:
-        break;
-    }
-    return spdlog::level::critical;
+    constexpr spdlog::level::level_enum kLevels[] = {spdlog::level::debug, spdlog::level::info, spdlog::level::warn,
+                                                     spdlog::level::err, spdlog::level::critical};
+    return kLevels[static_cast<std::size_t>(level)];
 }
 
 std::string_view nameOf(Level level) {

@@ -3,6 +3,10 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <ctime>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 namespace cimserver {
 namespace {
@@ -60,6 +64,16 @@ std::string_view withoutSlashes(std::string_view nameSpace) {
 
 std::string quote(std::string_view text) {
     return '"' + std::string(text.substr(0, kLongestQuote)) + (text.size() > kLongestQuote ? "...\"" : "\"");
+}
+
+std::string utcNow(const char* format) {
+    const auto now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::put_time(&parts, format);
+    return text.str();
 }
 
 std::string hostName() {

@@ -27,6 +27,9 @@ std::string_view withoutSlashes(std::string_view nameSpace);
 /// The text in double quotes, cut to what fits an error description.
 std::string quote(std::string_view text);
 
+/// The present time in UTC, by a format of strftime.
+std::string utcNow(const char* format);
+
 /// This machine's name; "localhost" when it has none.
 std::string hostName();
 

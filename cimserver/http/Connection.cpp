@@ -1,6 +1,7 @@
 #include "cimserver/http/Connection.hpp"
 
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Policy.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -26,10 +27,7 @@ const std::string& httpDate() {
     static std::time_t made = 0;
     const auto now = std::time(nullptr);
     if (now != made) {
-        std::tm parts{};
-        gmtime_r(&now, &parts);
-        char buffer[40];
-        text.assign(buffer, std::strftime(buffer, sizeof buffer, "%a, %d %b %Y %H:%M:%S GMT", &parts));
+        text = utcNow("%a, %d %b %Y %H:%M:%S GMT");
         made = now;
     }
     return text;

@@ -8,18 +8,13 @@
 
 #include <cerrno>
 #include <cstring>
-#include <ctime>
 #include <stdexcept>
 
 namespace cimserver::http {
 namespace {
 
 std::string now() {
-    const auto seconds = std::time(nullptr);
-    std::tm parts{};
-    gmtime_r(&seconds, &parts);
-    char text[32];
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%dT%H:%M:%SZ", &parts)};
+    return utcNow("%Y-%m-%dT%H:%M:%SZ");
 }
 
 void appendFields(std::string& text, const Fields& fields) {

@@ -16,33 +16,21 @@ struct RequestReader::Parser {
 
 namespace {
 
-/// The status for what the parser found wrong.
-unsigned statusOf(const beast::error_code& error, bool knowsTarget) {
+/// What the parser found wrong.
+ReadError readErrorOf(const beast::error_code& error, bool knowsTarget) {
+    if (error == beast::http::error::header_limit && !knowsTarget) {
+        return {414, "the request line is too long"};
+    }
     if (error == beast::http::error::header_limit) {
-        return knowsTarget ? 431 : 414;
+        return {431, "the request head is too large"};
     }
     if (error == beast::http::error::body_limit) {
-        return 413;
+        return {413, "the request body is too large"};
     }
     if (error == beast::http::error::bad_version) {
-        return 505;
+        return {505, "the HTTP version is not supported"};
     }
-    return 400;
-}
-
-std::string textOf(unsigned status, const beast::error_code& error) {
-    switch (status) {
-    case 413:
-        return "the request body is too large";
-    case 414:
-        return "the request line is too long";
-    case 431:
-        return "the request head is too large";
-    case 505:
-        return "the HTTP version is not supported";
-    default:
-        return "not a well-formed HTTP request: " + error.message();
-    }
+    return {400, "not a well-formed HTTP request: " + error.message()};
 }
 
 } // namespace
@@ -74,8 +62,7 @@ RequestReader::Progress RequestReader::readHead() {
     beast::error_code error;
     const auto used = parser.put(boost::asio::buffer(buffer_), error);
     if (error && error != beast::http::error::need_more) {
-        const auto status = statusOf(error, !parser.get().target().empty());
-        return fail(status, textOf(status, error));
+        return fail(readErrorOf(error, !parser.get().target().empty()));
     }
     buffer_.erase(0, used);
     if (!parser.is_header_done()) {
@@ -115,18 +102,18 @@ void RequestReader::takeHead() {
 RequestReader::Progress RequestReader::checkFraming() {
     const auto& message = parser_->now->get();
     if (message.version() != 10 && message.version() != 11) {
-        return fail(505, "the HTTP version is not supported");
+        return fail({505, "the HTTP version is not supported"});
     }
     const auto lengths = message.count(beast::http::field::content_length);
     const auto encodings = message.count(beast::http::field::transfer_encoding);
     if (lengths + encodings > 1 || message[beast::http::field::content_length].find(',') != beast::string_view::npos) {
-        return fail(400, "more than one Content-Length or Transfer-Encoding");
+        return fail({400, "more than one Content-Length or Transfer-Encoding"});
     }
     if (encodings == 1 && !beast::iequals(message[beast::http::field::transfer_encoding], "chunked")) {
-        return fail(501, "the only Transfer-Encoding offered is chunked");
+        return fail({501, "the only Transfer-Encoding offered is chunked"});
     }
     if (framing_.chunked && message.version() == 10) {
-        return fail(400, "HTTP/1.0 has no Transfer-Encoding");
+        return fail({400, "HTTP/1.0 has no Transfer-Encoding"});
     }
     return Progress::Done;
 }
@@ -142,8 +129,7 @@ RequestReader::Progress RequestReader::readBody(bool discard) {
             break;
         }
         if (error) {
-            const auto status = statusOf(error, true);
-            return fail(status, textOf(status, error));
+            return fail(readErrorOf(error, true));
         }
     }
     if (discard) {
@@ -155,13 +141,13 @@ RequestReader::Progress RequestReader::readBody(bool discard) {
     }
     // What the parser leaves lying is a line of the chunk framing without an end.
     if (buffer_.size() > limits_.headBytes) {
-        return fail(400, "a line of the chunked body is too long");
+        return fail({400, "a line of the chunked body is too long"});
     }
     return Progress::NeedMore;
 }
 
-RequestReader::Progress RequestReader::fail(unsigned status, std::string text) {
-    error_ = {status, std::move(text)};
+RequestReader::Progress RequestReader::fail(ReadError error) {
+    error_ = std::move(error);
     return Progress::Failed;
 }
 

@@ -56,7 +56,7 @@ class RequestReader {
   private:
     struct Parser;
 
-    Progress fail(unsigned status, std::string text);
+    Progress fail(ReadError error);
     void takeHead();
     Progress checkFraming();
 

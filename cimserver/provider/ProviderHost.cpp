@@ -184,21 +184,18 @@ void ProviderHost::scan() {
 
 std::string ProviderHost::instanceProvider(const String& ns, const CIMClass& cimClass) const {
     std::string reported = impl_->registrations.instanceProvider(ns, cimClass.getName());
-    return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
+    return reported.empty() ? idOfQualifier(cimClass) : reported;
 }
 
 std::string ProviderHost::associatorProvider(const String& ns, const CIMClass& cimClass) const {
     std::string reported = impl_->registrations.associatorProvider(ns, cimClass.getName());
-    return reported.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : reported;
+    return reported.empty() ? idOfQualifier(cimClass) : reported;
 }
 
 std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimClass, const CIMMethod& method) const {
-    std::string reported = impl_->registrations.methodProvider(ns, cimClass.getName(), method.getName());
-    if (!reported.empty()) {
-        return reported;
-    }
-    std::string own = idOfQualifier(method.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER));
-    return own.empty() ? idOfQualifier(cimClass.getQualifier(CIMQualifier::CIM_QUAL_PROVIDER)) : own;
+    std::string found = impl_->registrations.methodProvider(ns, cimClass.getName(), method.getName());
+    found = found.empty() ? idOfQualifier(method) : found;
+    return found.empty() ? idOfQualifier(cimClass) : found;
 }
 
 bool ProviderHost::has(const std::string& id) const {

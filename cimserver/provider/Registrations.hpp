@@ -35,8 +35,13 @@ class Registrations {
     Table methods_;
 };
 
-/// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty for a null qualifier or value. Throws CimError
-/// Failed for another interface or a malformed text.
+/// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty without a qualifier or value. Throws CimError Failed
+/// for another interface or a malformed text.
 std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
+/// That of a class or method.
+template <class Element>
+std::string idOfQualifier(const Element& element) {
+    return idOfQualifier(element.getQualifier(OpenWBEM::CIMQualifier::CIM_QUAL_PROVIDER));
+}
 
 } // namespace cimserver::provider

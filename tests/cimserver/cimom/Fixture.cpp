@@ -1,5 +1,8 @@
 #include "tests/cimserver/cimom/Fixture.hpp"
 
+#include "OW_CppAssociatorProviderIFC.hpp"
+#include "OW_CppMethodProviderIFC.hpp"
+
 namespace cimserver::cimom {
 
 namespace {
@@ -55,75 +58,89 @@ std::string shown(const CIMPropertyArray& properties) {
     return result;
 }
 
-void Recorder::note(const ProviderEnvironmentIFCRef& env, const std::string& call) {
-    record_.calls.push_back(call);
-    record_.env = env;
-    if (const auto script = record_.beforeReply) { // a copy: it may replace itself
-        script();
-    }
-}
+namespace {
 
-void Recorder::enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                                 CIMObjectPathResultHandlerIFC& result, const CIMClass&) {
-    note(env, std::string("names ") + ns.c_str() + " " + className.c_str());
-    if (record_.present && className.equalsIgnoreCase(record_.present.getClassName())) {
+class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
+  public:
+    explicit Recorder(Record& record) : record_(record) {}
+
+    void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                           CIMObjectPathResultHandlerIFC& result, const CIMClass&) override {
+        note(env, std::string("names ") + ns.c_str() + " " + className.c_str());
+        if (record_.present && className.equalsIgnoreCase(record_.present.getClassName())) {
+            result.handle(CIMObjectPath("", record_.present));
+        }
+    }
+    void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
+                       CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag, WBEMFlags::EDeepFlag,
+                       WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag, const StringArray* list,
+                       const CIMClass& requestedClass, const CIMClass& cimClass) override {
+        note(env, std::string("enum ") + ns.c_str() + " " + className.c_str() + " for " +
+                      requestedClass.getName().c_str() + " " + shown(list));
+        if (cimClass.getName().equalsIgnoreCase(requestedClass.getName())) {
+            result.handle(record_.present);
+        }
+    }
+    CIMInstance getInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
+                            WBEMFlags::ELocalOnlyFlag, WBEMFlags::EIncludeQualifiersFlag,
+                            WBEMFlags::EIncludeClassOriginFlag, const StringArray* list, const CIMClass&) override {
+        note(env, std::string("get ") + ns.c_str() + " " + path.toString().c_str() + " " + shown(list));
+        return record_.present;
+    }
+    CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String&,
+                                 const CIMInstance& instance) override {
+        note(env, "create " + shown(instance.getProperties()));
+        return record_.created;
+    }
+    void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modified,
+                        const CIMInstance& previous, WBEMFlags::EIncludeQualifiersFlag, const StringArray* list,
+                        const CIMClass&) override {
+        note(env, "modify " + shown(modified.getProperties()) + " [" + shown(list) + "] of " +
+                      CIMObjectPath(ns, modified).toString().c_str() + (previous ? "" : " without previous"));
+        record_.handed = modified;
+    }
+    void deleteInstance(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path) override {
+        note(env, std::string("delete ") + path.toString().c_str());
+    }
+    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path,
+                          const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override {
+        note(env, std::string("invoke ") + method.c_str() + " " + path.toString().c_str());
+        record_.in = in;
+        for (std::size_t i = 0; i < out.size() && i < record_.out.size(); ++i) {
+            out[i].setValue(record_.out[i].getValue());
+        }
+        return CIMValue(UInt32(7));
+    }
+    void associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result, const String&,
+                         const CIMObjectPath& object, const String& assoc, const String& resultClass,
+                         const String& role, const String& resultRole) override {
+        note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
+                      resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
         result.handle(CIMObjectPath("", record_.present));
     }
-}
+    void associators(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&,
+                     const CIMObjectPath&, const String&, const String&, const String&, const String&,
+                     WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
+                     const StringArray*) override {}
+    void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&, const CIMObjectPath&,
+                    const String&, const String&, WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
+                    const StringArray*) override {}
+    void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC&, const String&,
+                        const CIMObjectPath&, const String&, const String&) override {}
 
-void Recorder::enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                             CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag, WBEMFlags::EDeepFlag,
-                             WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
-                             const StringArray* list, const CIMClass& requestedClass, const CIMClass& cimClass) {
-    note(env, std::string("enum ") + ns.c_str() + " " + className.c_str() + " for " + requestedClass.getName().c_str() +
-                  " " + shown(list));
-    if (cimClass.getName().equalsIgnoreCase(requestedClass.getName())) {
-        result.handle(record_.present);
+  private:
+    void note(const ProviderEnvironmentIFCRef& env, const std::string& call) {
+        record_.calls.push_back(call);
+        record_.env = env;
+        if (const auto script = record_.beforeReply) { // a copy: it may replace itself
+            script();
+        }
     }
-}
 
-CIMInstance Recorder::getInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
-                                  WBEMFlags::ELocalOnlyFlag, WBEMFlags::EIncludeQualifiersFlag,
-                                  WBEMFlags::EIncludeClassOriginFlag, const StringArray* list, const CIMClass&) {
-    note(env, std::string("get ") + ns.c_str() + " " + path.toString().c_str() + " " + shown(list));
-    return record_.present;
-}
+    Record& record_;
+};
 
-CIMObjectPath Recorder::createInstance(const ProviderEnvironmentIFCRef& env, const String&,
-                                       const CIMInstance& instance) {
-    note(env, "create " + shown(instance.getProperties()));
-    return record_.created;
-}
-
-void Recorder::modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modified,
-                              const CIMInstance& previous, WBEMFlags::EIncludeQualifiersFlag, const StringArray* list,
-                              const CIMClass&) {
-    note(env, "modify " + shown(modified.getProperties()) + " [" + shown(list) + "] of " +
-                  CIMObjectPath(ns, modified).toString().c_str() + (previous ? "" : " without previous"));
-    record_.handed = modified;
-}
-
-void Recorder::deleteInstance(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path) {
-    note(env, std::string("delete ") + path.toString().c_str());
-}
-
-CIMValue Recorder::invokeMethod(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path,
-                                const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) {
-    note(env, std::string("invoke ") + method.c_str() + " " + path.toString().c_str());
-    record_.in = in;
-    for (std::size_t i = 0; i < out.size() && i < record_.out.size(); ++i) {
-        out[i].setValue(record_.out[i].getValue());
-    }
-    return CIMValue(UInt32(7));
-}
-
-void Recorder::associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result,
-                               const String&, const CIMObjectPath& object, const String& assoc,
-                               const String& resultClass, const String& role, const String& resultRole) {
-    note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
-                  resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
-    result.handle(CIMObjectPath("", record_.present));
-}
+} // namespace
 
 CimomTest::CimomTest() : cimom(repository, host, {}) {
     addInterop(repository, host);

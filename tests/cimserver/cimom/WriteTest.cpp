@@ -36,6 +36,7 @@ TEST_F(Modify, HandsOnWhatDiffersInTheOrderOfTheRequest) {
     EXPECT_EQ(modify(all(6, "new")), "modify Name=one B=new A=6 [B,A] of /root/test:T_Thing.Name=\"one\"");
     EXPECT_TRUE(record.handed.getProperty(CIMName("B")).getOriginClass().equals("T_Thing")) << "the class's property";
     CIMPropertyArray cleared(1, CIMProperty(CIMName("B"), CIMDataType(CIMDataType::STRING)));
+    cleared.push_back(CIMProperty(CIMName("Name"), CIMDataType(CIMDataType::STRING))); // a NULL key says nothing
     EXPECT_EQ(modify(cleared), "modify Name=one B=(null) [B] of /root/test:T_Thing.Name=\"one\"")
         << "NULL, not the default";
 }

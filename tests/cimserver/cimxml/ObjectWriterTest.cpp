@@ -58,14 +58,14 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         PropertyCase{"ImpossibleDate", CIMProperty("D", CIMValue(CIMDateTime(String("20241399000000.000000+000")))),
                      "<PROPERTY NAME=\"D\" TYPE=\"datetime\"></PROPERTY>"},
-        PropertyCase{"LeapDays",
-                     CIMProperty("D", CIMValue(listOf({CIMDateTime(String("20000229000000.000000+000")),
-                                                       CIMDateTime(String("19000229000000.000000+000"))}))),
-                     "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>20000229000000.000000+000"
-                     "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},
-        PropertyCase{"ImpossibleDateInArray", CIMProperty("D", CIMValue(listOf({CIMDateTime(), CIMDateTime(CIMNULL)}))),
-                     "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>00000000000000.000000:000"
-                     "</VALUE><VALUE.NULL></VALUE.NULL></VALUE.ARRAY></PROPERTY.ARRAY>"},
+        PropertyCase{
+            "DatesInAnArray",
+            CIMProperty("D", CIMValue(listOf({CIMDateTime(String("20000229000000.000000+000")),
+                                              CIMDateTime(String("19000229000000.000000+000")), CIMDateTime(),
+                                              CIMDateTime(CIMNULL)}))),
+            "<PROPERTY.ARRAY NAME=\"D\" TYPE=\"datetime\"><VALUE.ARRAY><VALUE>20000229000000.000000+000"
+            "</VALUE><VALUE.NULL></VALUE.NULL><VALUE>00000000000000.000000:000</VALUE><VALUE.NULL></VALUE.NULL>"
+            "</VALUE.ARRAY></PROPERTY.ARRAY>"},
         PropertyCase{"QualifierTypeFollowsValue",
                      qualified(CIMProperty("P", CIMDataType(CIMDataType::UINT8)), {misdeclared()}),
                      "<PROPERTY NAME=\"P\" TYPE=\"uint8\"><QUALIFIER NAME=\"ValidValueMap\" TYPE=\"uint32\">"
@@ -89,8 +89,9 @@ INSTANTIATE_TEST_SUITE_P(
                      "</PROPERTY>"},
         PropertyCase{"LayoutCharacters", CIMProperty("T\n", CIMValue("a\tb\r\nc")),
                      "<PROPERTY NAME=\"T&#10;\" TYPE=\"string\"><VALUE>a\tb&#13;\nc</VALUE></PROPERTY>"},
-        PropertyCase{"BrokenUtf8", CIMProperty("T", CIMValue("\xE2\x82|\xF5|\xEF\xBF\xBE|\xC3\xA4")),
-                     "<PROPERTY NAME=\"T\" TYPE=\"string\"><VALUE>\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xC3\xA4"
+        PropertyCase{"BrokenUtf8", CIMProperty("T", CIMValue("\xE2\x82|\xF0\x9F\x98|\xC3|\xF5|\xEF\xBF\xBE|\xC3\xA4")),
+                     "<PROPERTY NAME=\"T\" "
+                     "TYPE=\"string\"><VALUE>\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xC3\xA4"
                      "</VALUE></PROPERTY>"},
         PropertyCase{"NotANumber", CIMProperty("R", CIMValue(Real64(0.0) / 0.0)),
                      "<PROPERTY NAME=\"R\" TYPE=\"real64\"><VALUE>NaN</VALUE></PROPERTY>"},

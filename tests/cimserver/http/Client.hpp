@@ -30,10 +30,6 @@ class Client {
     explicit Client(std::uint16_t port);
     /// Throws std::runtime_error when the handshake fails.
     Client(std::uint16_t port, const TlsChoice& tls);
-    ~Client();
-    Client(Client&& other) noexcept;
-    Client(const Client&) = delete;
-    Client& operator=(const Client&) = delete;
 
     void send(const std::string& bytes);
     /// The next answer, waiting for at most ten seconds.
@@ -49,10 +45,8 @@ class Client {
   private:
     bool fill();
 
-    int fd_ = -1;
+    std::unique_ptr<BIO, void (*)(BIO*)> bio_;
     std::string buffer_;
-    std::unique_ptr<SSL_CTX, void (*)(SSL_CTX*)> context_{nullptr, SSL_CTX_free};
-    std::unique_ptr<SSL, void (*)(SSL*)> tls_{nullptr, SSL_free};
 };
 
 /// A well-formed request with the body; `fields` are further lines, each with its "\r\n".

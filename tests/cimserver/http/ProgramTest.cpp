@@ -134,6 +134,9 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
          {"ann --delete", "a:b --stdin < bad.mof", "ann < /dev/null", "ann --stdin < /dev/null"}) {
         EXPECT_EQ(passwd(refused).exitCode, 1) << refused;
     }
+    for (const char* misused : {"", "ann --role admin", "ann --rle read", "ann bob"}) {
+        EXPECT_EQ(passwd(misused).exitCode, 2) << misused;
+    }
 }
 
 TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {

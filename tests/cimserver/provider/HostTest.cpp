@@ -15,25 +15,11 @@
 
 using namespace OpenWBEM;
 using namespace cimserver::provider;
+using cimserver::Outcome;
+using cimserver::outcomeOf;
 using testing::HasSubstr;
 
 namespace {
-
-/// The code and text that the call throws as a CIMException.
-struct Thrown {
-    int code = 0;
-    std::string text;
-};
-
-template <class Call>
-Thrown thrownBy(Call&& call) {
-    try {
-        call();
-    } catch (const CIMException& e) {
-        return {e.getErrNo(), e.getMessage()};
-    }
-    return {};
-}
 
 HostSettings inFolder(const std::string& folder) {
     HostSettings settings;
@@ -80,7 +66,7 @@ TEST(Registration, ComesFromTheProviderQualifier) {
     EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("F"))), "One");
     EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("G"))), "Two");
     for (const char* bad : {"Perl", "Bare", "Path", "None"}) {
-        EXPECT_THAT(thrownBy([&] { idOf(bad); }).text, HasSubstr("is not of the form \"c++::ID\"")) << bad;
+        EXPECT_THAT(outcomeOf([&] { idOf(bad); }).description, HasSubstr("is not of the form \"c++::ID\"")) << bad;
     }
 }
 
@@ -126,9 +112,9 @@ TEST(Loading, SaysWhatIsWrongWithAModule) {
     };
     for (const auto& c : cases) {
         ProviderHost host(inFolder(std::string(TEST_BAD_FOLDER) + "/" + c.folder));
-        const Thrown thrown = thrownBy([&] { host.enter(c.id, Access::Read, CallOrigin()); });
+        const Outcome thrown = outcomeOf([&] { host.enter(c.id, Access::Read, CallOrigin()); });
         EXPECT_EQ(thrown.code, CIMException::FAILED);
-        EXPECT_EQ(thrown.text, std::string("general error (Invalid provider: ") + c.id + " (" + c.reason + "))");
+        EXPECT_EQ(thrown.description, std::string("general error (Invalid provider: ") + c.id + " (" + c.reason + "))");
     }
 }
 
@@ -148,43 +134,34 @@ TEST(Loading, FindsEitherFileNameInAnyFolderAndSharesTheObject) {
 TEST(Initialization, IsTriedAgainAfterAFailureWithANewObject) {
     Scripted::alive = 0;
     int made = 0;
-    ProviderHost host{HostSettings()};
-    host.addBuiltIn("Second", [&] {
+    auto host = std::make_unique<ProviderHost>(HostSettings());
+    host->addBuiltIn("Second", [&] {
         return new Scripted([first = ++made == 1](const auto&) {
             if (first) {
                 OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "not yet");
             }
         });
     });
-    const Thrown thrown = thrownBy([&] { host.enter("Second", Access::Read, CallOrigin()); });
+    const Outcome thrown = outcomeOf([&] { host->enter("Second", Access::Read, CallOrigin()); });
     EXPECT_EQ(thrown.code, CIMException::ACCESS_DENIED);
     EXPECT_EQ(Scripted::alive, 0) << "the failed object is gone";
-    host.enter("Second", Access::Read, CallOrigin());
-    host.enter("Second", Access::Write, CallOrigin());
+    host->enter("Second", Access::Read, CallOrigin());
+    host->enter("Second", Access::Write, CallOrigin());
     EXPECT_EQ(made, 2) << "initialized once, then kept";
     EXPECT_EQ(Scripted::alive, 1);
+    host.reset();
+    EXPECT_EQ(Scripted::alive, 0);
 }
 
 TEST(Initialization, ThatCallsItselfEndsInAnError) {
     ProviderHost host{HostSettings()};
-    Thrown inner;
+    Outcome inner;
     host.addBuiltIn("Loop", [&] {
         return new Scripted(
-            [&](const auto&) { inner = thrownBy([&] { host.enter("Loop", Access::Read, CallOrigin()); }); });
+            [&](const auto&) { inner = outcomeOf([&] { host.enter("Loop", Access::Read, CallOrigin()); }); });
     });
     host.enter("Loop", Access::Read, CallOrigin());
-    EXPECT_THAT(inner.text, HasSubstr("Provider Loop is called while it is being initialized"));
-}
-
-TEST(Shutdown, DestroysTheProviders) {
-    Scripted::alive = 0;
-    {
-        ProviderHost host{HostSettings()};
-        host.addBuiltIn("A", [] { return new Scripted(nullptr); });
-        host.enter("A", Access::Read, CallOrigin());
-        EXPECT_EQ(Scripted::alive, 1);
-    }
-    EXPECT_EQ(Scripted::alive, 0);
+    EXPECT_THAT(inner.description, HasSubstr("Provider Loop is called while it is being initialized"));
 }
 
 TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
@@ -197,8 +174,9 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
         host.addBuiltIn(id, [] { return new Scripted(nullptr); });
     }
     const auto enterElsewhere = [&](const char* id, Access access) {
-        return std::async(std::launch::async,
-                          [&, id, access] { return thrownBy([&] { host.enter(id, access, CallOrigin()); }).text; })
+        return std::async(
+                   std::launch::async,
+                   [&, id, access] { return outcomeOf([&] { host.enter(id, access, CallOrigin()); }).description; })
             .get();
     };
     const ProviderCall slow = host.enter("Slow", Access::Read, CallOrigin());
@@ -222,11 +200,12 @@ TEST(Exceptions, AllBecomeCimExceptions) {
         {[] { throw std::runtime_error("out of paper"); }, 1, "out of paper"},
         {[] { throw std::runtime_error(""); }, 1, "general error"},
         {[] { throw 5; }, 1, "Unknown Exception"},
+        {[] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }, 1, "no error (odd)"},
     };
     for (const auto& c : cases) {
-        const Thrown thrown = thrownBy([&] { cimserver::guarded([&] { c.thrower(); }); });
+        const Outcome thrown = outcomeOf([&] { cimserver::guarded([&] { c.thrower(); }); });
         EXPECT_EQ(thrown.code, c.code);
-        EXPECT_EQ(thrown.text, c.text);
+        EXPECT_EQ(thrown.description, c.text);
     }
 }
 
@@ -244,8 +223,8 @@ TEST(Environment, AnswersTheProvider) {
     EXPECT_EQ(env->getConfigItem("acme.ink", "blue"), String("blue"));
     EXPECT_EQ(env->getLogger("acme.part")->getDefaultComponent(), String("acme.part"));
     EXPECT_EQ(&env->getOperationContext(), &env->getOperationContext());
-    EXPECT_EQ(thrownBy([&] { env->getRepository(); }).code, CIMException::NOT_SUPPORTED);
-    EXPECT_EQ(thrownBy([&] { env->getCIMOMHandle(); }).code, CIMException::NOT_SUPPORTED);
+    EXPECT_EQ(outcomeOf([&] { env->getRepository(); }).code, CIMException::NOT_SUPPORTED);
+    EXPECT_EQ(outcomeOf([&] { env->getCIMOMHandle(); }).code, CIMException::NOT_SUPPORTED);
 }
 
 } // namespace
