@@ -3,7 +3,6 @@
 #include "Home.hpp"
 #include "RegistryContract.hpp"
 
-
 const Home kHome;
 
 namespace {
