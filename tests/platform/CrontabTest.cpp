@@ -141,6 +141,9 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("x\n"));
     EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(dir.path()), {})) << "no temporary file may stay";
+    std::filesystem::remove(dir / userName());
+    mkfifo((dir / userName()).c_str(), 0600); // stops nobody
+    EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
 }
 
 // A crontab program that keeps its table beside itself and fails where a file tells it to.
