@@ -3,6 +3,8 @@
 #include "Home.hpp"
 #include "RegistryContract.hpp"
 
+#include <atomic>
+
 const Home kHome;
 
 namespace {
