@@ -27,9 +27,8 @@ TEST(Cron, RunsAnArmedTask) {
     chmod(task.path, 0755);
     // A daemon already running must take the change up, so it is started before the task is armed.
     const pid_t daemon = support::startChild([] {
-        const std::string tables = kHome.dir / "crontabs";
-        const std::string log = kHome.dir / "crond.log";
-        return execlp("busybox", "busybox", "crond", "-f", "-L", log.c_str(), "-c", tables.c_str(), nullptr);
+        return execlp("busybox", "busybox", "crond", "-f", "-L", (kHome.dir / "crond.log").c_str(), "-c",
+                      (kHome.dir / "crontabs").c_str(), nullptr);
     });
     EXPECT_EQ(ZPO_OK, ZpoSetScheduledTask(task, 1000, 1000, 1000));
     EXPECT_TRUE(

@@ -12,6 +12,7 @@ struct Home {
         setenv("ZPO_CRONTAB_DIR", (dir / "crontabs").c_str(), 1);
         setenv("ZPO_LOG_KB", "16", 1);
         setenv("ZPO_LOCK_TIMEOUT", "1", 1);
+        setenv("ZPO_CRONTAB_SUNDAY", "0", 1);
     }
 
     support::TempDir dir;

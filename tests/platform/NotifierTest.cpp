@@ -60,9 +60,10 @@ TEST(Notifier, FollowsAStateDirectoryOrFileThatIsReplaced) {
     std::filesystem::remove_all(kHome.dir / "state");
     ASSERT_EQ(0, run({ZPOREG, "restore", file}).exitCode);
     expectNoMore(0, 1);
-    ASSERT_EQ(0, run({"env", "ZPO_STATE_DIR=" + kHome.dir / "other", ZPOREG, "restore", file}).exitCode);
+    const std::vector<std::string> elsewhere{"env", "ZPO_STATE_DIR=" + kHome.dir / "other", ZPOREG, "restore", file};
+    ASSERT_EQ(0, run(elsewhere).exitCode + run(elsewhere).exitCode);
     std::filesystem::rename(kHome.dir / "other/registry.mdb", kHome.dir / "state/registry.mdb");
-    expectNoMore(0, 2);
+    expectNoMore(0, 3);
     std::filesystem::remove_all(kHome.dir / "state");
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     EXPECT_FALSE(std::filesystem::exists(kHome.dir / "state")) << "watching must not create it";

@@ -76,6 +76,11 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
     return true;
 }
 
+bool isOpen(pid_t process, const std::string& name, int times) {
+    const std::string count = "ls -l /proc/" + std::to_string(process) + "/fd | grep -c " + name + "$";
+    return waitUntil([&] { return run({"sh", "-c", count}).output == std::to_string(times) + "\n"; });
+}
+
 std::string contentOf(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};

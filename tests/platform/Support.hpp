@@ -40,6 +40,9 @@ int waitForChild(pid_t child);
 /// Looks every few milliseconds whether `condition` holds, for at most `patience`.
 bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds patience = std::chrono::seconds(5));
 
+/// Waits until the process has opened files whose paths end in `name` so many times.
+bool isOpen(pid_t process, const std::string& name, int times);
+
 std::string contentOf(const std::string& path);
 void writeFile(const std::string& path, const std::string& content);
 

@@ -45,7 +45,6 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
                   {{"delete", "T", "S", "int"}, 0, ""},
                   {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
                   {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
-                  {{"set", "T", "S", "int", "--int", "4294967296"}, 1, "zporeg: '4294967296' is not..."},
                   {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
                   {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
                   {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
@@ -62,7 +61,6 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     play(ZPOREG,
          {{{"load", good}, 0, "2 entries loaded\n"},
           {{"load", bad}, 1, "zporeg: " + bad + ": line 2: the value is not a 32-bit number; nothing was loaded\n"},
-          {{"load", kHome.dir / "none"}, 1, "zporeg: ..."},
           {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"},
           {{"backup", saved}, 0, "..."},
           {{"backup", kHome.dir / "no/such/dir"}, 1, "zporeg: ..."},
@@ -106,9 +104,7 @@ TEST(Osqueue, CarriesMessages) {
     EXPECT_EQ(0, support::waitForChild(listener));
     play(OSQUEUE, {{{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
                    {{"delete", "Tool"}, 0, ""},
-                   {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"},
-                   {{"create", "../x"}, 1, "osqueue: ../x: a name has..."},
-                   {{"send", "Tool"}, 2, "osqueue: ..."}});
+                   {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"}});
 }
 
 } // namespace
