@@ -10,26 +10,24 @@
 using namespace OpenWBEM;
 
 // Code written against the interface relies on what converts by itself and what does not.
-static_assert(std::is_convertible<const char*, CIMName>::value && std::is_convertible<String, CIMName>::value, "");
-static_assert(std::is_convertible<const char*, CIMQualifier>::value, "");
-static_assert(std::is_convertible<CIMQualifierType, CIMQualifier>::value, "");
-static_assert(std::is_convertible<CIMName, CIMQualifierType>::value, "");
-static_assert(std::is_convertible<CIMDataType::Type, CIMDataType>::value, "");
-static_assert(std::is_convertible<CIMFlavor::Flavor, CIMFlavor>::value, "");
-static_assert(std::is_convertible<DateTime, CIMDateTime>::value, "");
-static_assert(!std::is_convertible<const char*, CIMProperty>::value, "");
-static_assert(!std::is_convertible<const char*, CIMInstance>::value, "");
-static_assert(!std::is_convertible<const char*, CIMClass>::value, "");
-static_assert(!std::is_convertible<const char*, CIMObjectPath>::value, "");
-static_assert(!std::is_convertible<String, CIMDateTime>::value, "");
-static_assert(!std::is_convertible<String, CIMValue>::value && !std::is_convertible<bool, CIMValue>::value, "");
-static_assert(!std::is_default_constructible<CIMValue>::value, "");
-static_assert(!std::is_constructible<CIMValue, void*>::value, "a pointer is no boolean");
-static_assert(!std::is_constructible<CIMValue, const int*>::value, "a pointer is no boolean");
+template <class From, class... To>
+constexpr bool convertsToAll() {
+    return (std::is_convertible<From, To>::value && ...);
+}
+template <class From, class... To>
+constexpr bool convertsToNone() {
+    return !(std::is_convertible<From, To>::value || ...);
+}
+static_assert(convertsToAll<const char*, CIMName, CIMQualifier>() && convertsToAll<String, CIMName>(), "");
+static_assert(convertsToAll<CIMName, CIMQualifierType>() && convertsToAll<CIMQualifierType, CIMQualifier>(), "");
+static_assert(convertsToAll<CIMDataType::Type, CIMDataType>() && convertsToAll<CIMFlavor::Flavor, CIMFlavor>(), "");
+static_assert(convertsToAll<DateTime, CIMDateTime>() && convertsToNone<String, CIMDateTime, CIMValue, CIMUrl>(), "");
+static_assert(convertsToNone<const char*, CIMProperty, CIMInstance, CIMClass, CIMObjectPath>(), "");
+static_assert(convertsToNone<CIMInstance, int>() && convertsToNone<CIMValue, int>(), "a null test is no number");
+static_assert(!std::is_default_constructible<CIMValue>::value && convertsToNone<bool, CIMValue>(), "");
+static_assert(!std::is_constructible<CIMValue, void*>::value && !std::is_constructible<CIMValue, const int*>::value,
+              "a pointer is no boolean");
 static_assert(!std::is_constructible<CIMValue, long long>::value, "ambiguous where 64 bits are long");
-
-// A null test is no number.
-static_assert(!std::is_convertible<CIMInstance, int>::value && !std::is_convertible<CIMValue, int>::value, "");
 
 namespace {
 

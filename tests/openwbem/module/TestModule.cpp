@@ -40,7 +40,7 @@ class TestProvider : public CppInstanceProviderIFC, public CppMethodProviderIFC 
     CIMValue invokeMethod(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath&, const String&,
                           const CIMParamValueArray& in, CIMParamValueArray& out) override {
         out = in;
-        return CIMValue(static_cast<UInt32>(in.size()));
+        return CIMValue(CIMNULL);
     }
 };
 
