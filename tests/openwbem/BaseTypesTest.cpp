@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <sstream>
+#include <tuple>
 
 using namespace OpenWBEM;
 
@@ -46,12 +47,7 @@ TEST(Bool, behavesLikeATruthValue) {
 }
 
 TEST(Char16, countsComparesAndPrints) {
-    const struct {
-        Char16 made;
-        unsigned value;
-        const char* printedAs;
-        const char* utf8;
-    } cases[] = {
+    const std::tuple<Char16, unsigned, const char*, const char*> cases[] = {
         {Char16(), 0, "\\x0000", ""},
         {Char16('A'), 65, "A", "A"},
         {Char16('\xE9'), 0xFFE9, "\\xFFE9", "\xEF\xBF\xA9"},
@@ -62,10 +58,10 @@ TEST(Char16, countsComparesAndPrints) {
         {Char16(Real64(65.9)), 65, "A", "A"},
         {Char16(Real64(1e10)), 0, "\\x0000", ""},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.made.getValue(), c.value);
-        EXPECT_EQ(c.made.toString(), c.utf8);
-        EXPECT_EQ(printed(c.made), c.printedAs);
+    for (const auto& [made, value, printedAs, utf8] : cases) {
+        EXPECT_EQ(made.getValue(), value);
+        EXPECT_EQ(made.toString(), utf8);
+        EXPECT_EQ(printed(made), printedAs);
     }
     Char16 c('a');
     c += 2;
@@ -76,10 +72,7 @@ TEST(Char16, countsComparesAndPrints) {
 }
 
 TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
-    const struct {
-        const char* text;
-        UInt32 codePoint;
-    } cases[] = {
+    const std::pair<const char*, UInt32> cases[] = {
         {"A", 'A'},
         {"\xC3\xA9", 0xE9},
         {"\xE2\x82\xAC", 0x20AC},
@@ -93,10 +86,10 @@ TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
         {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
         {"\xFF", 0xFFFFFFFF},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(UTF8Utils::UTF8toUCS4(c.text), c.codePoint) << c.text;
-        if (c.codePoint != 0xFFFFFFFF) {
-            EXPECT_EQ(UTF8Utils::UCS4toUTF8(c.codePoint), c.text);
+    for (const auto& [text, codePoint] : cases) {
+        EXPECT_EQ(UTF8Utils::UTF8toUCS4(text), codePoint) << text;
+        if (codePoint != 0xFFFFFFFF) {
+            EXPECT_EQ(UTF8Utils::UCS4toUTF8(codePoint), text);
         }
     }
     EXPECT_EQ(UTF8Utils::UTF8toUCS2("\xF0\x9F\x98\x80"), 0xFFFF);
@@ -105,11 +98,7 @@ TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
 }
 
 TEST(UTF8Utils, comparesWithoutCase) {
-    const struct {
-        const char* x;
-        const char* y;
-        int difference;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int> cases[] = {
         {"abc", "ABC", 0},
         {"abc", "ABD", 'c' - 'D'}, // of the unfolded bytes
         {"ab", "abc", -'c'},
@@ -135,9 +124,9 @@ TEST(UTF8Utils, comparesWithoutCase) {
         {"a\xFF", "a\xFE", 1},
         {"\xE2\x82", "\xE2\x82\xAC", -0xAC}, // cut short
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.x, c.y), c.difference) << c.x << " " << c.y;
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.y, c.x), -c.difference) << c.x << " " << c.y;
+    for (const auto& [x, y, difference] : cases) {
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(x, y), difference) << x << " " << y;
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(y, x), -difference) << x << " " << y;
     }
 }
 
@@ -156,11 +145,7 @@ TEST(UTF8Utils, convertsWholeTexts) {
 }
 
 TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
-    const struct {
-        const char* source;
-        size_t capacity;
-        const char* result;
-    } cases[] = {
+    const std::tuple<const char*, size_t, const char*> cases[] = {
         {"Caf\xE9", 6, "Caf\xC3\xA9"},
         {"Caf\xE9", 5, "Caf"},
         {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
@@ -169,12 +154,12 @@ TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
         {"abc", 1, ""},
         {"", 1, ""},
     };
-    for (const auto& c : cases) {
+    for (const auto& [source, capacity, result] : cases) {
         char buffer[8];
         std::memset(buffer, '#', sizeof(buffer));
-        UTF8Utils::ISO8859ToUTF8(c.source, buffer, c.capacity);
-        EXPECT_STREQ(buffer, c.result) << c.source;
-        EXPECT_EQ(buffer[c.capacity], '#') << "wrote beyond " << c.capacity;
+        UTF8Utils::ISO8859ToUTF8(source, buffer, capacity);
+        EXPECT_STREQ(buffer, result) << source;
+        EXPECT_EQ(buffer[capacity], '#') << "wrote beyond " << capacity;
     }
     char untouched = '#';
     UTF8Utils::ISO8859ToUTF8("abc", &untouched, 0);
@@ -182,10 +167,7 @@ TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
 }
 
 TEST(Format, insertsItsArguments) {
-    const struct {
-        Format format;
-        const char* text;
-    } cases[] = {
+    const std::pair<Format, const char*> cases[] = {
         {Format("%2 and %1, %2 again", "one", 2), "2 and one, 2 again"},
         {Format("%1%% %1", String("x")), "x% x"},
         {Format("%1", true), "1"},
@@ -200,11 +182,11 @@ TEST(Format, insertsItsArguments) {
         {Format("%0", 1), "\n*** Error in format string at \"0\".\n"},
         {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"},
     };
-    for (const auto& c : cases) {
-        EXPECT_STREQ(c.format.c_str(), c.text);
+    for (const auto& [format, text] : cases) {
+        EXPECT_STREQ(format.c_str(), text);
     }
-    const String converted = cases[0].format;
-    EXPECT_EQ(printed(cases[0].format), converted.c_str());
+    const String converted = cases[0].first;
+    EXPECT_EQ(printed(cases[0].first), converted.c_str());
 }
 
 } // namespace

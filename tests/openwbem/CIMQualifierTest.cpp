@@ -46,18 +46,15 @@ TEST(CIMQualifierType, replacesAFlavorByItsOpposite) {
 }
 
 TEST(CIMFlavor, andScopeHaveTexts) {
-    struct {
-        CIMFlavor::Flavor flavor;
-        const char* mof;
-    } const flavors[] = {{CIMFlavor::ENABLEOVERRIDE, "EnableOverride"},
-                         {CIMFlavor::DISABLEOVERRIDE, "DisableOverride"},
-                         {CIMFlavor::RESTRICTED, "Restricted"},
-                         {CIMFlavor::TOSUBCLASS, "ToSubclass"},
-                         {CIMFlavor::TRANSLATE, "Translatable"}};
-    for (const auto& c : flavors) {
-        EXPECT_EQ(CIMFlavor(c.flavor).toMOF(), c.mof);
-        EXPECT_EQ(CIMFlavor(c.flavor).toString(), "FLAVOR(" + String(c.mof) + ")");
-        EXPECT_TRUE(CIMFlavor(c.flavor));
+    const std::pair<CIMFlavor::Flavor, const char*> flavors[] = {{CIMFlavor::ENABLEOVERRIDE, "EnableOverride"},
+                                                                 {CIMFlavor::DISABLEOVERRIDE, "DisableOverride"},
+                                                                 {CIMFlavor::RESTRICTED, "Restricted"},
+                                                                 {CIMFlavor::TOSUBCLASS, "ToSubclass"},
+                                                                 {CIMFlavor::TRANSLATE, "Translatable"}};
+    for (const auto& [flavor, mof] : flavors) {
+        EXPECT_EQ(CIMFlavor(flavor).toMOF(), mof);
+        EXPECT_EQ(CIMFlavor(flavor).toString(), "FLAVOR(" + String(mof) + ")");
+        EXPECT_TRUE(CIMFlavor(flavor));
     }
     EXPECT_FALSE(CIMFlavor() || CIMFlavor(static_cast<CIMFlavor::Flavor>(7)) || CIMFlavor::validFlavor(-1));
     EXPECT_EQ(CIMScope(CIMScope::ASSOCIATION).toMOF(), "association");

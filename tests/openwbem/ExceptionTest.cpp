@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <sstream>
+#include <tuple>
 
 using namespace OpenWBEM;
 
@@ -33,12 +34,7 @@ static_assert(std::is_nothrow_copy_constructible<DeviceException>::value, "copie
 
 TEST(Exception, carriesWhatTheMacrosGiveIt) {
     using Throw = void (*)();
-    const struct {
-        Throw thrower;
-        const char* type;
-        const char* message;
-        int code;
-    } cases[] = {
+    const std::tuple<Throw, const char*, const char*, int> cases[] = {
         {[] { OW_THROW(DeviceException, "gone"); }, "DeviceException", "gone", -1},
         {[] { OW_THROW_ERR(DeviceException, "gone", 5); }, "DeviceException", "gone", 5},
         {[] { OW_THROW(DiskException, nullptr); }, "DiskException", "", -1},
@@ -53,15 +49,15 @@ TEST(Exception, carriesWhatTheMacrosGiveIt) {
          },
          "DeviceException", "No such file or directory", ENOENT},
     };
-    for (const auto& c : cases) {
+    for (const auto& [thrower, type, message, code] : cases) {
         try {
-            c.thrower();
-            FAIL() << c.message;
+            thrower();
+            FAIL() << message;
         } catch (const DeviceException& e) {
-            EXPECT_STREQ(e.type(), c.type);
-            EXPECT_STREQ(e.getMessage(), c.message);
-            EXPECT_STREQ(static_cast<const std::exception&>(e).what(), c.message);
-            EXPECT_EQ(e.getErrorCode(), c.code);
+            EXPECT_STREQ(e.type(), type);
+            EXPECT_STREQ(e.getMessage(), message);
+            EXPECT_STREQ(static_cast<const std::exception&>(e).what(), message);
+            EXPECT_EQ(e.getErrorCode(), code);
             EXPECT_EQ(e.getSubClassId(), -1);
             EXPECT_STREQ(e.getFile(), __FILE__);
         }
@@ -69,20 +65,15 @@ TEST(Exception, carriesWhatTheMacrosGiveIt) {
 }
 
 TEST(Exception, printsWhatItHas) {
-    const struct {
-        const char* file;
-        int line;
-        const char* message;
-        const char* printed;
-    } cases[] = {
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
         {"disk.cpp", 12, "gone", "disk.cpp: 12 DeviceException: gone"},
         {nullptr, 12, "gone", "[no file]: 12 DeviceException: gone"},
         {"", 0, nullptr, "[no file]: [no line] DeviceException: [no message]"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [file, line, message, printed] : cases) {
         std::ostringstream stream;
-        stream << DeviceException(c.file, c.line, c.message);
-        EXPECT_EQ(stream.str(), c.printed);
+        stream << DeviceException(file, line, message);
+        EXPECT_EQ(stream.str(), printed);
     }
 }
 
@@ -126,11 +117,7 @@ TEST(Exception, takesTheOldConstructors) {
 }
 
 TEST(CIMException, composesTheTextForTheClient) {
-    const struct {
-        int code;
-        const char* message;
-        const char* text;
-    } cases[] = {
+    const std::tuple<int, const char*, const char*> cases[] = {
         {0, nullptr, "no error"},
         {1, "", "general error"},
         {1, "general error indeed", "general error indeed"},
@@ -154,12 +141,12 @@ TEST(CIMException, composesTheTextForTheClient) {
         {77, "odd", "unknown error (odd)"},
         {-1, nullptr, "unknown error"},
     };
-    for (const auto& c : cases) {
-        const CIMException e("file", 1, static_cast<CIMException::ErrNoType>(c.code), c.message);
-        EXPECT_STREQ(e.getMessage(), c.text);
-        EXPECT_STREQ(e.what(), c.text);
-        EXPECT_EQ(e.getErrNo(), c.code);
-        EXPECT_EQ(e.getErrorCode(), c.code);
+    for (const auto& [code, message, text] : cases) {
+        const CIMException e("file", 1, static_cast<CIMException::ErrNoType>(code), message);
+        EXPECT_STREQ(e.getMessage(), text);
+        EXPECT_STREQ(e.what(), text);
+        EXPECT_EQ(e.getErrNo(), code);
+        EXPECT_EQ(e.getErrorCode(), code);
     }
 }
 

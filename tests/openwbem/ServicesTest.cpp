@@ -37,10 +37,7 @@ class RecordingLogger : public Logger {
 std::string RecordingLogger::lines;
 
 TEST(Logger, dropsWhatTheLevelLeavesOut) {
-    const struct {
-        const char* level;
-        const char* lines;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"NONE", ""},
         {"nonsense", "module/FATAL/f/-1;"},
         {"Error", "module/FATAL/f/-1;module/ERROR/e/-1;"},
@@ -48,15 +45,15 @@ TEST(Logger, dropsWhatTheLevelLeavesOut) {
         {"debug", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;module/DEBUG/d/-1;"},
         {"all", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;module/DEBUG/d/-1;"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [level, lines] : cases) {
         const LoggerRef logger(new RecordingLogger(E_ALL_LEVEL));
-        logger->setLogLevel(String(c.level));
+        logger->setLogLevel(String(level));
         RecordingLogger::lines.clear();
         logger->logFatalError("f");
         logger->logError("e");
         logger->logInfo("i");
         logger->logDebug("d");
-        EXPECT_EQ(RecordingLogger::lines, c.lines) << c.level;
+        EXPECT_EQ(RecordingLogger::lines, lines) << level;
         EXPECT_TRUE(logger->categoryIsEnabled("DEBUG") && logger->componentAndCategoryAreEnabled("x", "ERROR"));
     }
     testing::internal::CaptureStderr();
@@ -101,10 +98,7 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
     const DateTime::ETimeOffset utc = DateTime::E_UTC_TIME;
     const DateTime start(2004, 1, 31, 12, 30, 15, 250000);
     using Change = void (*)(DateTime&);
-    const struct {
-        Change change;
-        const char* local;
-    } cases[] = {
+    const std::pair<Change, const char*> cases[] = {
         {[](DateTime&) {}, "Sat Jan 31 12:30:15 2004\n"},
         {[](DateTime& t) { t.addMonths(1); }, "Tue Mar  2 12:30:15 2004\n"},
         {[](DateTime& t) { t.addMonths(6); }, "Sat Jul 31 13:30:15 2004\n"}, // in UTC
@@ -125,10 +119,10 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
         {[](DateTime& t) { t.setYear(105); }, "Mon Jan 31 12:30:15 2005\n"}, // counts from 1900
         {[](DateTime& t) { t.set(2003, 14, 35, 25, 0, 0, 0); }, "Sun Mar  7 01:00:00 2004\n"},
     };
-    for (const auto& c : cases) {
+    for (const auto& [change, local] : cases) {
         DateTime changed(start);
-        c.change(changed);
-        EXPECT_EQ(changed.toString(), c.local);
+        change(changed);
+        EXPECT_EQ(changed.toString(), local);
     }
     EXPECT_EQ(start.toString(utc), "Sat Jan 31 17:30:15 2004\n");
     EXPECT_EQ(start.toString("%d.%m.%y %H"), "31.01.04 12");
@@ -178,10 +172,7 @@ TEST(DateTime, refusesWhatItCannotRepresent) {
     const std::string before1970 = "DateTimeException: Unable to represent time \"";
     DateTime time(5, 6);
     using Call = std::function<void()>;
-    const struct {
-        Call call;
-        std::string thrown;
-    } cases[] = {
+    const std::pair<Call, std::string> cases[] = {
         {[&] { time.setMonth(0); }, "DateTimeException: invalid month: 0"},
         {[&] { time.setMicrosecond(1000000); }, "DateTimeException: invalid microseconds: 1000000"},
         {[&] { time.set(-1); }, "DateTimeException: Either t == -1 or microseconds > 999999"},
@@ -193,8 +184,8 @@ TEST(DateTime, refusesWhatItCannotRepresent) {
         {[&] { time.addYears(INT_MAX); }, "DateTimeException: A date or time is out of range"},
         {[] { DateTime(2026, INT_MIN, 1); }, "DateTimeException: A date or time is out of range"},
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(thrownBy(c.call), c.thrown);
+    for (const auto& [call, thrown] : cases) {
+        EXPECT_EQ(thrownBy(call), thrown);
     }
     EXPECT_EQ(time, DateTime(5, 6)) << "changed";
     EXPECT_NE(thrownBy([&] { time.addDays(-1); }), "nothing");

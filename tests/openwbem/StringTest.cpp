@@ -32,26 +32,23 @@ std::string joined(const StringArray& tokens) {
 }
 
 TEST(String, isMadeOfTextsAndNumbers) {
-    const struct {
-        String made;
-        const char* text;
-    } cases[] = {{String(), ""},
-                 {String(static_cast<const char*>(nullptr)), ""},
-                 {String('\0'), ""},
-                 {String('x'), "x"},
-                 {String("abcdef", 3), "abc"},
-                 {String(Int32(-5)), "-5"},
-                 {String(UInt32(4294967295U)), "4294967295"},
-                 {String(Int64(-9223372036854775807L - 1)), "-9223372036854775808"},
-                 {String(UInt64(18446744073709551615UL)), "18446744073709551615"},
-                 {String(UInt8(65)), "65"},
-                 {String(Int8(65)), "65"},
-                 {String(UInt16(65535)), "65535"},
-                 {String(Real64(1234567.5)), "1.23457e+06"},
-                 {String(Real64(0.5)), "0.5"}};
-    for (const auto& c : cases) {
-        EXPECT_STREQ(c.made.c_str(), c.text);
-        EXPECT_EQ(c.made.length(), std::strlen(c.text));
+    const std::pair<String, const char*> cases[] = {{String(), ""},
+                                                    {String(static_cast<const char*>(nullptr)), ""},
+                                                    {String('\0'), ""},
+                                                    {String('x'), "x"},
+                                                    {String("abcdef", 3), "abc"},
+                                                    {String(Int32(-5)), "-5"},
+                                                    {String(UInt32(4294967295U)), "4294967295"},
+                                                    {String(Int64(-9223372036854775807L - 1)), "-9223372036854775808"},
+                                                    {String(UInt64(18446744073709551615UL)), "18446744073709551615"},
+                                                    {String(UInt8(65)), "65"},
+                                                    {String(Int8(65)), "65"},
+                                                    {String(UInt16(65535)), "65535"},
+                                                    {String(Real64(1234567.5)), "1.23457e+06"},
+                                                    {String(Real64(0.5)), "0.5"}};
+    for (const auto& [made, text] : cases) {
+        EXPECT_STREQ(made.c_str(), text);
+        EXPECT_EQ(made.length(), std::strlen(text));
     }
     char* allocated = new char[4];
     std::memcpy(allocated, "ab\0", 4);
