@@ -56,8 +56,7 @@ TEST(Char16, countsComparesAndPrints) {
         {Char16(String("\xF0\x9F\x98\x80")), 0xFFFF, "\\xFFFF", "\xEF\xBF\xBF"},
         {Char16(Int32(0x10041)), 65, "A", "A"},
         {Char16(Real64(65.9)), 65, "A", "A"},
-        {Char16(Real64(1e10)), 0, "\\x0000", ""},
-    };
+        {Char16(Real64(1e10)), 0, "\\x0000", ""}};
     for (const auto& [made, value, printedAs, utf8] : cases) {
         EXPECT_EQ(made.getValue(), value);
         EXPECT_EQ(made.toString(), utf8);
@@ -72,20 +71,18 @@ TEST(Char16, countsComparesAndPrints) {
 }
 
 TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
-    const std::pair<const char*, UInt32> cases[] = {
-        {"A", 'A'},
-        {"\xC3\xA9", 0xE9},
-        {"\xE2\x82\xAC", 0x20AC},
-        {"\xF0\x9F\x98\x80", 0x1F600},
-        {"\xF4\x8F\xBF\xBF", 0x10FFFF},
-        {"\xF4\x90\x80\x80", 0xFFFFFFFF}, // beyond the last code point
-        {"\xC0\x80", 0xFFFFFFFF},         // longer than needed
-        {"\xE0\x80\x80", 0xFFFFFFFF},
-        {"\xED\xA0\x80", 0xFFFFFFFF}, // half of a pair
-        {"\x80", 0xFFFFFFFF},         // begins nothing
-        {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
-        {"\xFF", 0xFFFFFFFF},
-    };
+    const std::pair<const char*, UInt32> cases[] = {{"A", 'A'},
+                                                    {"\xC3\xA9", 0xE9},
+                                                    {"\xE2\x82\xAC", 0x20AC},
+                                                    {"\xF0\x9F\x98\x80", 0x1F600},
+                                                    {"\xF4\x8F\xBF\xBF", 0x10FFFF},
+                                                    {"\xF4\x90\x80\x80", 0xFFFFFFFF}, // beyond the last code point
+                                                    {"\xC0\x80", 0xFFFFFFFF},         // longer than needed
+                                                    {"\xE0\x80\x80", 0xFFFFFFFF},
+                                                    {"\xED\xA0\x80", 0xFFFFFFFF}, // half of a pair
+                                                    {"\x80", 0xFFFFFFFF},         // begins nothing
+                                                    {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
+                                                    {"\xFF", 0xFFFFFFFF}};
     for (const auto& [text, codePoint] : cases) {
         EXPECT_EQ(UTF8Utils::UTF8toUCS4(text), codePoint) << text;
         if (codePoint != 0xFFFFFFFF) {
@@ -145,15 +142,13 @@ TEST(UTF8Utils, convertsWholeTexts) {
 }
 
 TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
-    const std::tuple<const char*, size_t, const char*> cases[] = {
-        {"Caf\xE9", 6, "Caf\xC3\xA9"},
-        {"Caf\xE9", 5, "Caf"},
-        {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
-        {"\x80\xFF", 4, "\xC2\x80"},
-        {"abc", 3, "ab"},
-        {"abc", 1, ""},
-        {"", 1, ""},
-    };
+    const std::tuple<const char*, size_t, const char*> cases[] = {{"Caf\xE9", 6, "Caf\xC3\xA9"},
+                                                                  {"Caf\xE9", 5, "Caf"},
+                                                                  {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
+                                                                  {"\x80\xFF", 4, "\xC2\x80"},
+                                                                  {"abc", 3, "ab"},
+                                                                  {"abc", 1, ""},
+                                                                  {"", 1, ""}};
     for (const auto& [source, capacity, result] : cases) {
         char buffer[8];
         std::memset(buffer, '#', sizeof(buffer));
@@ -180,8 +175,7 @@ TEST(Format, insertsItsArguments) {
          "1 b \n*** Parameter specifier too large.\n*** Error in format string at \"3|\".\n"},
         {Format("a %zb%1", 1), "a \n*** Error in format string at \"zb%1\".\n"},
         {Format("%0", 1), "\n*** Error in format string at \"0\".\n"},
-        {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"},
-    };
+        {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"}};
     for (const auto& [format, text] : cases) {
         EXPECT_STREQ(format.c_str(), text);
     }

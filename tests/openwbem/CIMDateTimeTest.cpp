@@ -27,8 +27,7 @@ TEST(CIMDateTime, readsAndPrintsText) {
         {"20040131142530.123456+-60", "20040131142530.123456+000", false, true},
         {"20040131142530.123456+060 and more", "20040131142530.123456+060", false, true},
         {"20040131142530.123456+", "20040131142530.123456+000", false, true},
-        {"00000001000000.000000:999", "00000001000000.000000:000", true, true},
-    };
+        {"00000001000000.000000:999", "00000001000000.000000:000", true, true}};
     for (const auto& [text, printed, interval, truth] : cases) {
         const CIMDateTime dateTime{String(text)};
         EXPECT_EQ(dateTime.toString(), printed) << text;
@@ -83,8 +82,7 @@ TEST(CIMDateTime, comparesFieldsForEqualityAndInstantsForOrder) {
         {"20040131120000.000000+060", "20040131120000.000000+000", false, true},
         {"20040131120000.000000+000", "20040131120000.000001+000", false, true},
         {"20031231235959.999999+000", "20040101000000.000000+000", false, true},
-        {"00000001000000.000000:000", "00000000240001.000000:000", false, true},
-    };
+        {"00000001000000.000000:000", "00000000240001.000000:000", false, true}};
     for (const auto& [first, second, equal, less] : cases) {
         const CIMDateTime x{String(first)};
         const CIMDateTime y{String(second)};

@@ -125,8 +125,7 @@ TEST(CIMUrl, isTakenApart) {
         {CIMUrl("p", "h", "f#r", 9), "p://h:9/f#r", "p", "h", 9, "f#r", "", false},
         {CIMUrl(context, "https://y/z"), "https://h:7/f", "https", "h", 7, "f", "", false},
         {CIMUrl(context, "y/z"), "http://y:5988/z", "http", "y", 5988, "z", "", false},
-        {CIMUrl(context).setProtocol("p").setHost("h2"), "p://h2:7/f", "p", "h2", 7, "f", "", false},
-    };
+        {CIMUrl(context).setProtocol("p").setHost("h2"), "p://h2:7/f", "p", "h2", 7, "f", "", false}};
     for (const auto& [url, text, protocol, host, port, file, ref, local] : cases) {
         EXPECT_EQ(url.toString(), text);
         EXPECT_EQ(url.getSpec(), text);

@@ -22,8 +22,7 @@ TEST(CIMObjectPath, isPrinted) {
         {CIMObjectPath::parse("https://box:5989/root:C.K=1"), "https://box:5989/root:C.K=\"1\""},
         {CIMObjectPath::parse("http://box:5988/root:C.K=1"), "http://box/root:C.K=\"1\""},
         {CIMObjectPath::parse("http://box:80/root:C.K=1"), "http://box:80/root:C.K=\"1\""},
-        {CIMObjectPath("C", "root").setHost("LocalHost"), "/root:C"},
-    };
+        {CIMObjectPath("C", "root").setHost("LocalHost"), "/root:C"}};
     for (const auto& [path, text] : cases) {
         EXPECT_EQ(path.toString(), text);
         EXPECT_EQ(path.toMOF(), CIMObjectPath::escape(text));
@@ -58,8 +57,7 @@ TEST(CIMObjectPath, isParsed) {
         {"C.K=1,xyz", "CIMException: requested object could not be found (Bad key in string (K=1,xyz))"},
         {"C.K,L=1", "CIMException: requested object could not be found (Bad key in string (K,L=1))"},
         {"http://box", "CIMException: invalid parameter passed to method (Invalid instance name: http://box)"},
-        {"http://box:x/root:C.K=1", "CIMException: invalid parameter passed to method (Invalid port in Object Path)"},
-    };
+        {"http://box:x/root:C.K=1", "CIMException: invalid parameter passed to method (Invalid port in Object Path)"}};
     for (const auto& c : cases) {
         std::string result;
         const std::string thrown = thrownBy([&] { result = CIMObjectPath::parse(c.text).toString().c_str(); });
@@ -106,8 +104,7 @@ TEST(CIMObjectPath, equalsByNamespaceClassAndKeys) {
         {CIMObjectPath("C", "root").setKeyValue("a", CIMValue(1)).setKeyValue("b", CIMValue("2")), false},
         {CIMObjectPath(path).setNameSpace("other"), false},
         {CIMObjectPath(path).setClassName("D"), false},
-        {CIMObjectPath(CIMNULL), false},
-    };
+        {CIMObjectPath(CIMNULL), false}};
     for (const auto& [other, equal] : cases) {
         EXPECT_EQ(path == other, equal);
         EXPECT_EQ(other == path, equal);

@@ -170,24 +170,22 @@ TEST(String, takesTextApart) {
     const struct {
         String piece;
         const char* wanted;
-    } pieces[] = {
-        {String("abc").substring(1), "bc"},
-        {String("abc").substring(1, 1), "b"},
-        {String("abc").substring(1, 99), "bc"},
-        {String("abc").substring(3), ""},
-        {String("abc").substring(99, 1), ""},
-        {String("\t a b \n").trim(), "a b"},
-        {String("   ").trim(), ""},
-        {String(" a ").ltrim(), "a "},
-        {String(" a ").rtrim(), " a"},
-        {String("a\xC3\x89Z").toLowerCase(), "a\xC3\x89z"},
-        {String("a\xC3\xA9z").toUpperCase(), "A\xC3\xA9Z"},
-        {String("abc").erase(1, 1), "ac"},
-        {String("abc").erase(5), "abc"},
-        {String("abc").erase(), ""},
-        {"a" + String("b") + 'c' + "d", "abcd"},
-        {'a' + String(), "a"},
-    };
+    } pieces[] = {{String("abc").substring(1), "bc"},
+                  {String("abc").substring(1, 1), "b"},
+                  {String("abc").substring(1, 99), "bc"},
+                  {String("abc").substring(3), ""},
+                  {String("abc").substring(99, 1), ""},
+                  {String("\t a b \n").trim(), "a b"},
+                  {String("   ").trim(), ""},
+                  {String(" a ").ltrim(), "a "},
+                  {String(" a ").rtrim(), " a"},
+                  {String("a\xC3\x89Z").toLowerCase(), "a\xC3\x89z"},
+                  {String("a\xC3\xA9z").toUpperCase(), "A\xC3\xA9Z"},
+                  {String("abc").erase(1, 1), "ac"},
+                  {String("abc").erase(5), "abc"},
+                  {String("abc").erase(), ""},
+                  {"a" + String("b") + 'c' + "d", "abcd"},
+                  {'a' + String(), "a"}};
     for (const auto& c : pieces) {
         EXPECT_STREQ(c.piece.c_str(), c.wanted);
     }
@@ -197,16 +195,14 @@ TEST(String, takesTextApart) {
         String::EReturnDelimitersFlag returned;
         String::EEmptyTokenReturnFlag empty;
         const char* tokens;
-    } cases[] = {
-        {" a b\tc ", " \t", String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][b][c]"},
-        {"a,,b", ",", String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][b]"},
-        {"a,,b", ",", String::E_DISCARD_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, "[a][][b]"},
-        {",a,", ",", String::E_DISCARD_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, "[a]"},
-        {"a,b", ",", String::E_RETURN_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][,][b]"},
-        {"a,,b", ",", String::E_RETURN_TOKENS, String::E_RETURN_EMPTY_TOKENS, "[a][,][][,][b]"},
-        {"", ",", String::E_RETURN_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, ""},
-        {"a,b", nullptr, String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a,b]"},
-    };
+    } cases[] = {{" a b\tc ", " \t", String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][b][c]"},
+                 {"a,,b", ",", String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][b]"},
+                 {"a,,b", ",", String::E_DISCARD_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, "[a][][b]"},
+                 {",a,", ",", String::E_DISCARD_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, "[a]"},
+                 {"a,b", ",", String::E_RETURN_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a][,][b]"},
+                 {"a,,b", ",", String::E_RETURN_TOKENS, String::E_RETURN_EMPTY_TOKENS, "[a][,][][,][b]"},
+                 {"", ",", String::E_RETURN_DELIMITERS, String::E_RETURN_EMPTY_TOKENS, ""},
+                 {"a,b", nullptr, String::E_DISCARD_DELIMITERS, String::E_SKIP_EMPTY_TOKENS, "[a,b]"}};
     for (const auto& c : cases) {
         EXPECT_EQ(joined(String(c.text).tokenize(c.delimiters, c.returned, c.empty)), c.tokens) << c.text;
     }
