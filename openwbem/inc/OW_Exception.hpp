@@ -114,7 +114,7 @@ inline Ex* clone(const Ex& e) noexcept {
 #define OW_DECLARE_EXCEPTION(NAME) OW_DECLARE_APIEXCEPTION2(NAME, ::OpenWBEM::Exception, )
 
 /// Defines what the matching declaration declared. ID is the subclass id of exceptions that are made without one.
-#define OW_DEFINE_EXCEPTION_MEMBERS(NAME, BASE, ID)                                                                   \
+#define OW_DEFINE_EXCEPTION_MEMBERS(NAME, BASE, ID)                                                                    \
     NAME##Exception::NAME##Exception(const char* file, int line, const char* msg, int errorCode,                       \
                                      const ::OpenWBEM::Exception* otherException, int subClassId)                      \
         : BASE(file, line, msg, errorCode, otherException,                                                             \

@@ -96,7 +96,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
 
 /// Log with the place of the macro. logger is anything with operator-> to a Logger; message is built only when it is
 /// logged.
-#define OW_LOG_AT_LEVEL(logger, level, logCategory, message)                                                          \
+#define OW_LOG_AT_LEVEL(logger, level, logCategory, message)                                                           \
     do {                                                                                                               \
         if ((logger)->getLogLevel() >= (level)) {                                                                      \
             (logger)->logMessage((logCategory), (message), __FILE__, __LINE__, __PRETTY_FUNCTION__);                   \

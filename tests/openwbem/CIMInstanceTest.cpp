@@ -179,6 +179,9 @@ TEST(CIMInstance, becomesAModifiedOne) {
     EXPECT_FALSE(modified.propertiesAreEqualTo(previous));
     previous.setProperty("Size", CIMValue(9));
     EXPECT_TRUE(modified.propertiesAreEqualTo(previous)) << "in any order";
+    const CIMInstance text = CIMInstance("C").setProperty(CIMProperty("n", CIMDataType(CIMDataType::STRING)));
+    const CIMInstance number = CIMInstance("C").setProperty(CIMProperty("n", CIMDataType(CIMDataType::UINT8)));
+    EXPECT_FALSE(text.propertiesAreEqualTo(number)) << "both null, but of different types";
 }
 
 TEST(CIMClass, makesAnInstance) {

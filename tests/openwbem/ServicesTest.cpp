@@ -123,6 +123,7 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
         EXPECT_EQ(changed.toString(), local);
     }
     EXPECT_EQ(start.toString(utc), "Sat Jan 31 17:30:15 2004\n");
+    EXPECT_EQ(DateTime(2004, 7, 1, 12).getHour(utc), 16);
     EXPECT_EQ(start.toString("%d.%m.%y %H"), "31.01.04 12");
     EXPECT_EQ(start.toString("") + start.toString(std::string(1024, 'x').c_str()), "");
     EXPECT_TRUE(start.getMonth() == 1 && start.getDow() == 6 && start.getHour(utc) == 17 && start.getYear() == 2004);

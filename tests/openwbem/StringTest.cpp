@@ -69,6 +69,7 @@ TEST(String, copiesAreIndependent) {
     EXPECT_EQ(third, "Text!");
     copy.concat(copy.c_str());
     EXPECT_EQ(copy, "text!text!");
+    EXPECT_EQ(copy.concat(String("\0x", 2)).length(), 12U) << "what is added may hold a NUL";
 }
 
 TEST(String, indexingStaysInside) {
