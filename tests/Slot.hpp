@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <numeric>
+#include <vector>
 
 /// The slot of a virtual function in its class's primary table, which begins with two for the destructor: its member
 /// pointer holds 1 + the slot's offset in bytes (Itanium C++ ABI).
@@ -15,4 +17,12 @@ std::size_t slot(Member member) {
     EXPECT_EQ(pointer[0] & 1U, 1U) << "not virtual";
     EXPECT_EQ(pointer[1], 0U) << "not in the primary table";
     return pointer[0] / sizeof(void*);
+}
+
+/// The members have successive slots.
+template <class... Members>
+void expectSlotsFrom(std::size_t first, Members... members) {
+    std::vector<std::size_t> expected(sizeof...(members));
+    std::iota(expected.begin(), expected.end(), first);
+    EXPECT_EQ((std::vector<std::size_t>{slot(members)...}), expected);
 }

@@ -19,11 +19,11 @@ class OW_COMMON_API CIMUrl : public CIMBase {
     explicit CIMUrl(CIMNULL_t);
     /// Takes [protocol://][user:password@]host[:port][/file[#reference]] apart; user and password are dropped. What is
     /// missing is as in a new one, and so is the port for what is no number above 0. An empty text has no parts at all.
-    explicit CIMUrl(const String& spec);
+    explicit CIMUrl(const String& url);
     /// The file is taken as it is and has no reference.
     CIMUrl(const String& protocol, const String& host, const String& file, Int32 port = 0);
-    /// As CIMUrl(spec), with host, port and file of the context if that has the same protocol.
-    CIMUrl(const CIMUrl& context, const String& spec);
+    /// As CIMUrl(url), with host, port and file of the context if that has the same protocol.
+    CIMUrl(const CIMUrl& context, const String& url);
     CIMUrl(const CIMUrl& other);
     ~CIMUrl() override;
     CIMUrl& operator=(const CIMUrl& other);

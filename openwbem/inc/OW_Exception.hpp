@@ -114,7 +114,7 @@ inline Ex* clone(const Ex& e) noexcept {
 #define OW_DECLARE_EXCEPTION(NAME) OW_DECLARE_APIEXCEPTION2(NAME, ::OpenWBEM::Exception, )
 
 /// Defines what the matching declaration declared. ID is the subclass id of exceptions that are made without one.
-#define OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, ID)                                                                   \
+#define OW_DEFINE_EXCEPTION_MEMBERS(NAME, BASE, ID)                                                                    \
     NAME##Exception::NAME##Exception(const char* file, int line, const char* msg, int errorCode,                       \
                                      const ::OpenWBEM::Exception* otherException, int subClassId)                      \
         : BASE(file, line, msg, errorCode, otherException,                                                             \
@@ -127,11 +127,11 @@ inline Ex* clone(const Ex& e) noexcept {
         return #NAME "Exception";                                                                                      \
     }
 #define OW_DEFINE_EXCEPTION2(NAME, BASE)                                                                               \
-    OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, ::OpenWBEM::Exception::UNKNOWN_SUBCLASS_ID)
+    OW_DEFINE_EXCEPTION_MEMBERS(NAME, BASE, ::OpenWBEM::Exception::UNKNOWN_SUBCLASS_ID)
 #define OW_DEFINE_EXCEPTION(NAME) OW_DEFINE_EXCEPTION2(NAME, ::OpenWBEM::Exception)
 /// The id is ::OpenWBEM::ExceptionIds::NAMEExceptionId, to which a provider adds its own constants.
 #define OW_DEFINE_EXCEPTION_WITH_BASE_AND_ID(NAME, BASE)                                                               \
-    OW_DEFINE_EXCEPTION_MEMBERS_(NAME, BASE, ::OpenWBEM::ExceptionIds::NAME##ExceptionId)
+    OW_DEFINE_EXCEPTION_MEMBERS(NAME, BASE, ::OpenWBEM::ExceptionIds::NAME##ExceptionId)
 #define OW_DEFINE_EXCEPTION_WITH_ID(NAME) OW_DEFINE_EXCEPTION_WITH_BASE_AND_ID(NAME, ::OpenWBEM::Exception)
 
 /// Throw exType with the place of the macro. msg is a const char*, which is copied; subex is the cause itself, not a

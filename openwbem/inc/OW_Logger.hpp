@@ -96,20 +96,20 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
 
 /// Log with the place of the macro. logger is anything with operator-> to a Logger; message is built only when it is
 /// logged.
-#define OW_LOG_AT_LEVEL_(logger, level, logCategory, message)                                                          \
+#define OW_LOG_AT_LEVEL(logger, level, logCategory, message)                                                           \
     do {                                                                                                               \
         if ((logger)->getLogLevel() >= (level)) {                                                                      \
             (logger)->logMessage((logCategory), (message), __FILE__, __LINE__, __PRETTY_FUNCTION__);                   \
         }                                                                                                              \
     } while (0)
 #define OW_LOG_DEBUG(logger, message)                                                                                  \
-    OW_LOG_AT_LEVEL_(logger, ::OpenWBEM::E_DEBUG_LEVEL, ::OpenWBEM::Logger::STR_DEBUG_CATEGORY, message)
+    OW_LOG_AT_LEVEL(logger, ::OpenWBEM::E_DEBUG_LEVEL, ::OpenWBEM::Logger::STR_DEBUG_CATEGORY, message)
 #define OW_LOG_INFO(logger, message)                                                                                   \
-    OW_LOG_AT_LEVEL_(logger, ::OpenWBEM::E_INFO_LEVEL, ::OpenWBEM::Logger::STR_INFO_CATEGORY, message)
+    OW_LOG_AT_LEVEL(logger, ::OpenWBEM::E_INFO_LEVEL, ::OpenWBEM::Logger::STR_INFO_CATEGORY, message)
 #define OW_LOG_ERROR(logger, message)                                                                                  \
-    OW_LOG_AT_LEVEL_(logger, ::OpenWBEM::E_ERROR_LEVEL, ::OpenWBEM::Logger::STR_ERROR_CATEGORY, message)
+    OW_LOG_AT_LEVEL(logger, ::OpenWBEM::E_ERROR_LEVEL, ::OpenWBEM::Logger::STR_ERROR_CATEGORY, message)
 #define OW_LOG_FATAL_ERROR(logger, message)                                                                            \
-    OW_LOG_AT_LEVEL_(logger, ::OpenWBEM::E_FATAL_ERROR_LEVEL, ::OpenWBEM::Logger::STR_FATAL_CATEGORY, message)
+    OW_LOG_AT_LEVEL(logger, ::OpenWBEM::E_FATAL_ERROR_LEVEL, ::OpenWBEM::Logger::STR_FATAL_CATEGORY, message)
 #define OW_LOG(logger, category, message)                                                                              \
     do {                                                                                                               \
         if ((logger)->categoryIsEnabled((category))) {                                                                 \

@@ -35,12 +35,12 @@ class OW_VISIBILITY_DEFAULT InputBuffer : public std::streambuf {
 
 // Bases, so that a stream's buffer is there before and after the stream.
 struct OutputHolder {
-    explicit OutputHolder(size_t size) : buffer_(size) {}
-    OutputBuffer buffer_;
+    explicit OutputHolder(size_t size) : buffer(size) {}
+    OutputBuffer buffer;
 };
 struct InputHolder {
-    explicit InputHolder(const String& text) : buffer_(text) {}
-    InputBuffer buffer_;
+    explicit InputHolder(const String& text) : buffer(text) {}
+    InputBuffer buffer;
 };
 } // namespace StringStreamDetail
 
@@ -52,17 +52,17 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API OStringStream : private StringStreamDe
     explicit OStringStream(size_t size = 256);
     ~OStringStream() override;
     /// What was written so far.
-    String toString() const { return buffer_.text.toString(); }
+    String toString() const { return buffer.text.toString(); }
     /// The same, and empties the stream.
     String releaseString() {
-        const String text(buffer_.text.releaseString());
+        String text(buffer.text.releaseString());
         reset();
         return text;
     }
     /// Valid until the next output.
-    const char* c_str() const { return buffer_.text.c_str(); }
-    size_t length() const { return buffer_.text.length(); }
-    void reset() { buffer_.text.reset(); }
+    const char* c_str() const { return buffer.text.c_str(); }
+    size_t length() const { return buffer.text.length(); }
+    void reset() { buffer.text.reset(); }
 };
 
 /// Input stream from a String.

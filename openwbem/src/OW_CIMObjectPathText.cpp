@@ -99,7 +99,7 @@ class PathReader {
     }
     /// The rest up to the position, which the rest then begins behind.
     String takeUpTo(size_t position) {
-        const String taken = rest_.substring(0, position);
+        String taken = rest_.substring(0, position);
         rest_ = rest_.substring(position + 1);
         return taken;
     }

@@ -29,31 +29,31 @@ struct CIMUrl::Data : public ModelData<CIMUrl::Data> {
     Int32 port = kDefaultPort;
     String file = "cimom";
     String ref;
-    String spec;
+    String text;
 
-    Data() { buildSpec(); }
+    Data() { buildText(); }
     template <class Self>
     static auto fields(Self& self) {
-        return std::tie(self.protocol, self.host, self.port, self.file, self.ref, self.spec);
+        return std::tie(self.protocol, self.host, self.port, self.file, self.ref, self.text);
     }
-    void parse(const String& text);
+    void parse(const String& url);
     void parseHostAndPort(const String& authority);
     void setHost(const String& name) { host = namesThisHost(name) ? String(kThisHost) : name; }
-    void buildSpec() {
-        spec = protocol + "://" + host + ":" + String(port) + "/" + file;
+    void buildText() {
+        text = protocol + "://" + host + ":" + String(port) + "/" + file;
         if (!ref.empty()) {
-            spec += "#" + ref;
+            text += "#" + ref;
         }
     }
 };
 
-void CIMUrl::Data::parse(const String& text) {
-    if (text.empty()) {
-        protocol = host = file = spec = String();
+void CIMUrl::Data::parse(const String& url) {
+    if (url.empty()) {
+        protocol = host = file = text = String();
         port = 0;
         return;
     }
-    String rest = text;
+    String rest = url;
     const size_t protocolEnd = rest.indexOf("://");
     if (protocolEnd != String::npos) {
         protocol = rest.substring(0, protocolEnd);
@@ -66,7 +66,7 @@ void CIMUrl::Data::parse(const String& text) {
         ref = fileEnd == String::npos ? String() : rest.substring(fileEnd + 1);
     }
     parseHostAndPort(rest.substring(0, hostEnd));
-    buildSpec();
+    buildText();
 }
 
 void CIMUrl::Data::parseHostAndPort(const String& authority) {
@@ -83,23 +83,23 @@ void CIMUrl::Data::parseHostAndPort(const String& authority) {
 
 CIMUrl::CIMUrl() : data_(sharedDefault<Data>()) {}
 CIMUrl::CIMUrl(CIMNULL_t) {}
-CIMUrl::CIMUrl(const String& spec) : CIMUrl() {
-    data_->parse(spec);
+CIMUrl::CIMUrl(const String& url) : CIMUrl() {
+    data_->parse(url);
 }
 CIMUrl::CIMUrl(const String& protocol, const String& host, const String& file, Int32 port) : CIMUrl() {
     data_->protocol = protocol;
     data_->setHost(host);
     data_->file = file;
     data_->port = port;
-    data_->buildSpec();
+    data_->buildText();
 }
-CIMUrl::CIMUrl(const CIMUrl& context, const String& spec) : CIMUrl(spec) {
+CIMUrl::CIMUrl(const CIMUrl& context, const String& url) : CIMUrl(url) {
     const Data& other = *context.data_;
     if (other.protocol == getProtocol()) {
         data_->host = other.host;
         data_->port = other.port;
         data_->file = other.file;
-        data_->buildSpec();
+        data_->buildText();
     }
 }
 CIMUrl::CIMUrl(const CIMUrl& other) = default;
@@ -131,7 +131,7 @@ String CIMUrl::getRef() const {
 }
 
 String CIMUrl::getSpec() const {
-    return data_->spec;
+    return data_->text;
 }
 
 bool CIMUrl::isLocal() const {
@@ -140,13 +140,13 @@ bool CIMUrl::isLocal() const {
 
 CIMUrl& CIMUrl::setProtocol(const String& protocol) {
     data_->protocol = protocol;
-    data_->buildSpec();
+    data_->buildText();
     return *this;
 }
 
 CIMUrl& CIMUrl::setHost(const String& host) {
     data_->setHost(host);
-    data_->buildSpec();
+    data_->buildText();
     return *this;
 }
 
@@ -167,7 +167,7 @@ bool operator<(const CIMUrl& x, const CIMUrl& y) {
     if (!x || !y) {
         return !x && !!y;
     }
-    return x.data_->spec < y.data_->spec;
+    return x.data_->text < y.data_->text;
 }
 
 String CIMUrl::toString() const {

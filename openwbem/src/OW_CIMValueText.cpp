@@ -55,9 +55,9 @@ struct ToText {
 
 template <class T>
 String mofOf(const T& value) {
-    constexpr bool isBare =
+    constexpr bool kIsBare =
         std::is_arithmetic<T>::value || std::is_same<T, Bool>::value || std::is_same<T, Char16>::value;
-    return isBare ? textOf(value) : quoteForMOF(textOf(value));
+    return kIsBare ? textOf(value) : quoteForMOF(textOf(value));
 }
 
 struct ToMOF {

@@ -27,10 +27,10 @@ InputBuffer::InputBuffer(const String& text) : text_(text) {
 }
 } // namespace StringStreamDetail
 
-OStringStream::OStringStream(size_t size) : OutputHolder(size), std::ostream(&buffer_) {}
+OStringStream::OStringStream(size_t size) : OutputHolder(size), std::ostream(&buffer) {}
 OStringStream::~OStringStream() = default;
 
-IStringStream::IStringStream(const String& s) : InputHolder(s), std::istream(&buffer_) {}
+IStringStream::IStringStream(const String& s) : InputHolder(s), std::istream(&buffer) {}
 IStringStream::~IStringStream() = default;
 
 BaseStreamBuffer::BaseStreamBuffer(size_t bufferSize)

@@ -9,6 +9,7 @@
 
 #include <cstring>
 #include <sstream>
+#include <tuple>
 
 using namespace OpenWBEM;
 
@@ -46,12 +47,7 @@ TEST(Bool, behavesLikeATruthValue) {
 }
 
 TEST(Char16, countsComparesAndPrints) {
-    const struct {
-        Char16 made;
-        unsigned value;
-        const char* printedAs;
-        const char* utf8;
-    } cases[] = {
+    const std::tuple<Char16, unsigned, const char*, const char*> cases[] = {
         {Char16(), 0, "\\x0000", ""},
         {Char16('A'), 65, "A", "A"},
         {Char16('\xE9'), 0xFFE9, "\\xFFE9", "\xEF\xBF\xA9"},
@@ -60,12 +56,11 @@ TEST(Char16, countsComparesAndPrints) {
         {Char16(String("\xF0\x9F\x98\x80")), 0xFFFF, "\\xFFFF", "\xEF\xBF\xBF"},
         {Char16(Int32(0x10041)), 65, "A", "A"},
         {Char16(Real64(65.9)), 65, "A", "A"},
-        {Char16(Real64(1e10)), 0, "\\x0000", ""},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.made.getValue(), c.value);
-        EXPECT_EQ(c.made.toString(), c.utf8);
-        EXPECT_EQ(printed(c.made), c.printedAs);
+        {Char16(Real64(1e10)), 0, "\\x0000", ""}};
+    for (const auto& [made, value, printedAs, utf8] : cases) {
+        EXPECT_EQ(made.getValue(), value);
+        EXPECT_EQ(made.toString(), utf8);
+        EXPECT_EQ(printed(made), printedAs);
     }
     Char16 c('a');
     c += 2;
@@ -76,27 +71,22 @@ TEST(Char16, countsComparesAndPrints) {
 }
 
 TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
-    const struct {
-        const char* text;
-        UInt32 codePoint;
-    } cases[] = {
-        {"A", 'A'},
-        {"\xC3\xA9", 0xE9},
-        {"\xE2\x82\xAC", 0x20AC},
-        {"\xF0\x9F\x98\x80", 0x1F600},
-        {"\xF4\x8F\xBF\xBF", 0x10FFFF},
-        {"\xF4\x90\x80\x80", 0xFFFFFFFF}, // beyond the last code point
-        {"\xC0\x80", 0xFFFFFFFF},         // longer than needed
-        {"\xE0\x80\x80", 0xFFFFFFFF},
-        {"\xED\xA0\x80", 0xFFFFFFFF}, // half of a pair
-        {"\x80", 0xFFFFFFFF},         // begins nothing
-        {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
-        {"\xFF", 0xFFFFFFFF},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(UTF8Utils::UTF8toUCS4(c.text), c.codePoint) << c.text;
-        if (c.codePoint != 0xFFFFFFFF) {
-            EXPECT_EQ(UTF8Utils::UCS4toUTF8(c.codePoint), c.text);
+    const std::pair<const char*, UInt32> cases[] = {{"A", 'A'},
+                                                    {"\xC3\xA9", 0xE9},
+                                                    {"\xE2\x82\xAC", 0x20AC},
+                                                    {"\xF0\x9F\x98\x80", 0x1F600},
+                                                    {"\xF4\x8F\xBF\xBF", 0x10FFFF},
+                                                    {"\xF4\x90\x80\x80", 0xFFFFFFFF}, // beyond the last code point
+                                                    {"\xC0\x80", 0xFFFFFFFF},         // longer than needed
+                                                    {"\xE0\x80\x80", 0xFFFFFFFF},
+                                                    {"\xED\xA0\x80", 0xFFFFFFFF}, // half of a pair
+                                                    {"\x80", 0xFFFFFFFF},         // begins nothing
+                                                    {"\xE2\x82", 0xFFFFFFFF},     // ends too soon
+                                                    {"\xFF", 0xFFFFFFFF}};
+    for (const auto& [text, codePoint] : cases) {
+        EXPECT_EQ(UTF8Utils::UTF8toUCS4(text), codePoint) << text;
+        if (codePoint != 0xFFFFFFFF) {
+            EXPECT_EQ(UTF8Utils::UCS4toUTF8(codePoint), text);
         }
     }
     EXPECT_EQ(UTF8Utils::UTF8toUCS2("\xF0\x9F\x98\x80"), 0xFFFF);
@@ -105,11 +95,7 @@ TEST(UTF8Utils, decodesWhatIsWellFormedOnly) {
 }
 
 TEST(UTF8Utils, comparesWithoutCase) {
-    const struct {
-        const char* x;
-        const char* y;
-        int difference;
-    } cases[] = {
+    const std::tuple<const char*, const char*, int> cases[] = {
         {"abc", "ABC", 0},
         {"abc", "ABD", 'c' - 'D'}, // of the unfolded bytes
         {"ab", "abc", -'c'},
@@ -135,9 +121,9 @@ TEST(UTF8Utils, comparesWithoutCase) {
         {"a\xFF", "a\xFE", 1},
         {"\xE2\x82", "\xE2\x82\xAC", -0xAC}, // cut short
     };
-    for (const auto& c : cases) {
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.x, c.y), c.difference) << c.x << " " << c.y;
-        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(c.y, c.x), -c.difference) << c.x << " " << c.y;
+    for (const auto& [x, y, difference] : cases) {
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(x, y), difference) << x << " " << y;
+        EXPECT_EQ(UTF8Utils::compareToIgnoreCase(y, x), -difference) << x << " " << y;
     }
 }
 
@@ -156,25 +142,19 @@ TEST(UTF8Utils, convertsWholeTexts) {
 }
 
 TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
-    const struct {
-        const char* source;
-        size_t capacity;
-        const char* result;
-    } cases[] = {
-        {"Caf\xE9", 6, "Caf\xC3\xA9"},
-        {"Caf\xE9", 5, "Caf"},
-        {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
-        {"\x80\xFF", 4, "\xC2\x80"},
-        {"abc", 3, "ab"},
-        {"abc", 1, ""},
-        {"", 1, ""},
-    };
-    for (const auto& c : cases) {
+    const std::tuple<const char*, size_t, const char*> cases[] = {{"Caf\xE9", 6, "Caf\xC3\xA9"},
+                                                                  {"Caf\xE9", 5, "Caf"},
+                                                                  {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
+                                                                  {"\x80\xFF", 4, "\xC2\x80"},
+                                                                  {"abc", 3, "ab"},
+                                                                  {"abc", 1, ""},
+                                                                  {"", 1, ""}};
+    for (const auto& [source, capacity, result] : cases) {
         char buffer[8];
         std::memset(buffer, '#', sizeof(buffer));
-        UTF8Utils::ISO8859ToUTF8(c.source, buffer, c.capacity);
-        EXPECT_STREQ(buffer, c.result) << c.source;
-        EXPECT_EQ(buffer[c.capacity], '#') << "wrote beyond " << c.capacity;
+        UTF8Utils::ISO8859ToUTF8(source, buffer, capacity);
+        EXPECT_STREQ(buffer, result) << source;
+        EXPECT_EQ(buffer[capacity], '#') << "wrote beyond " << capacity;
     }
     char untouched = '#';
     UTF8Utils::ISO8859ToUTF8("abc", &untouched, 0);
@@ -182,10 +162,7 @@ TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
 }
 
 TEST(Format, insertsItsArguments) {
-    const struct {
-        Format format;
-        const char* text;
-    } cases[] = {
+    const std::pair<Format, const char*> cases[] = {
         {Format("%2 and %1, %2 again", "one", 2), "2 and one, 2 again"},
         {Format("%1%% %1", String("x")), "x% x"},
         {Format("%1", true), "1"},
@@ -198,13 +175,12 @@ TEST(Format, insertsItsArguments) {
          "1 b \n*** Parameter specifier too large.\n*** Error in format string at \"3|\".\n"},
         {Format("a %zb%1", 1), "a \n*** Error in format string at \"zb%1\".\n"},
         {Format("%0", 1), "\n*** Error in format string at \"0\".\n"},
-        {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_STREQ(c.format.c_str(), c.text);
+        {Format("a %", 1), "a \n*** Error in format string at \"%\".\n"}};
+    for (const auto& [format, text] : cases) {
+        EXPECT_STREQ(format.c_str(), text);
     }
-    const String converted = cases[0].format;
-    EXPECT_EQ(printed(cases[0].format), converted.c_str());
+    const String converted = cases[0].first;
+    EXPECT_EQ(printed(cases[0].first), converted.c_str());
 }
 
 } // namespace

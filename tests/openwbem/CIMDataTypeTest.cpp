@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace OpenWBEM;
 
 namespace {
@@ -49,20 +51,16 @@ TEST(CIMDataType, withoutATypeIsFalse) {
 }
 
 TEST(CIMDataType, knowsItsArrays) {
-    struct {
-        CIMDataType type;
-        Int32 size;
-        bool array;
-        const char* mof;
-    } const cases[] = {{CIMDataType::UINT8, 1, false, ""},
-                       {CIMDataType(CIMDataType::UINT8, 0), -1, true, "[]"},
-                       {CIMDataType(CIMDataType::UINT8, -7), -1, true, "[]"},
-                       {CIMDataType(CIMDataType::UINT8, 1), 1, true, "[1]"},
-                       {CIMDataType(CIMDataType::UINT8, 4), 4, true, "[4]"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.type.getSize(), c.size);
-        EXPECT_EQ(c.type.isArrayType(), c.array);
-        EXPECT_EQ(c.type.getArrayMOF(), c.mof);
+    const std::tuple<CIMDataType, Int32, bool, const char*> cases[] = {
+        {CIMDataType::UINT8, 1, false, ""},
+        {CIMDataType(CIMDataType::UINT8, 0), -1, true, "[]"},
+        {CIMDataType(CIMDataType::UINT8, -7), -1, true, "[]"},
+        {CIMDataType(CIMDataType::UINT8, 1), 1, true, "[1]"},
+        {CIMDataType(CIMDataType::UINT8, 4), 4, true, "[4]"}};
+    for (const auto& [type, size, array, mof] : cases) {
+        EXPECT_EQ(type.getSize(), size);
+        EXPECT_EQ(type.isArrayType(), array);
+        EXPECT_EQ(type.getArrayMOF(), mof);
     }
     CIMDataType type(CIMDataType::STRING);
     EXPECT_TRUE(type.setToArrayType(3));

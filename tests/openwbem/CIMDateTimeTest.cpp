@@ -5,17 +5,14 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 using namespace OpenWBEM;
 
 namespace {
 
 TEST(CIMDateTime, readsAndPrintsText) {
-    struct {
-        const char* text;
-        const char* printed;
-        bool interval;
-        bool truth;
-    } const cases[] = {
+    const std::tuple<const char*, const char*, bool, bool> cases[] = {
         {"20040131142530.123456+060", "20040131142530.123456+060", false, true},
         {"20040131142530.000000-300", "20040131142530.000000-300", false, true},
         {"20040131142530.000000+000", "20040131142530.000000+000", false, true},
@@ -30,13 +27,12 @@ TEST(CIMDateTime, readsAndPrintsText) {
         {"20040131142530.123456+-60", "20040131142530.123456+000", false, true},
         {"20040131142530.123456+060 and more", "20040131142530.123456+060", false, true},
         {"20040131142530.123456+", "20040131142530.123456+000", false, true},
-        {"00000001000000.000000:999", "00000001000000.000000:000", true, true},
-    };
-    for (const auto& c : cases) {
-        const CIMDateTime dateTime{String(c.text)};
-        EXPECT_EQ(dateTime.toString(), c.printed) << c.text;
-        EXPECT_EQ(dateTime.isInterval(), c.interval) << c.text;
-        EXPECT_EQ(dateTime ? true : false, c.truth) << c.text;
+        {"00000001000000.000000:999", "00000001000000.000000:000", true, true}};
+    for (const auto& [text, printed, interval, truth] : cases) {
+        const CIMDateTime dateTime{String(text)};
+        EXPECT_EQ(dateTime.toString(), printed) << text;
+        EXPECT_EQ(dateTime.isInterval(), interval) << text;
+        EXPECT_EQ(dateTime ? true : false, truth) << text;
     }
 }
 
@@ -56,15 +52,12 @@ TEST(CIMDateTime, refusesTextWithoutItsSign) {
 }
 
 TEST(CIMDateTime, countsIntervalsFromMicroSeconds) {
-    struct {
-        UInt64 microSeconds;
-        const char* text;
-    } const cases[] = {{0, "00000000000000.000000:000"},
-                       {1, "00000000000000.000001:000"},
-                       {90061000002UL, "00000001010101.000002:000"},
-                       {~UInt64(0), "99999999235959.999999:000"}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(CIMDateTime(c.microSeconds).toString(), c.text);
+    const std::pair<UInt64, const char*> cases[] = {{0, "00000000000000.000000:000"},
+                                                    {1, "00000000000000.000001:000"},
+                                                    {90061000002UL, "00000001010101.000002:000"},
+                                                    {~UInt64(0), "99999999235959.999999:000"}};
+    for (const auto& [microSeconds, text] : cases) {
+        EXPECT_EQ(CIMDateTime(microSeconds).toString(), text);
     }
     EXPECT_TRUE(CIMDateTime().isInterval());
     EXPECT_FALSE(CIMDateTime(UInt64(0)));
@@ -83,38 +76,30 @@ TEST(CIMDateTime, keepsItsFieldsHoweverWide) {
 }
 
 TEST(CIMDateTime, comparesFieldsForEqualityAndInstantsForOrder) {
-    struct {
-        const char* x;
-        const char* y;
-        bool equal;
-        bool less;
-    } const cases[] = {
+    const std::tuple<const char*, const char*, bool, bool> cases[] = {
         {"20040131120000.000000+060", "20040131120000.000000+060", true, false},
         {"20040131120000.000000+060", "20040131110000.000000+000", false, false}, // the same instant
         {"20040131120000.000000+060", "20040131120000.000000+000", false, true},
         {"20040131120000.000000+000", "20040131120000.000001+000", false, true},
         {"20031231235959.999999+000", "20040101000000.000000+000", false, true},
-        {"00000001000000.000000:000", "00000000240001.000000:000", false, true},
-    };
-    for (const auto& c : cases) {
-        const CIMDateTime x{String(c.x)};
-        const CIMDateTime y{String(c.y)};
-        EXPECT_EQ(x == y, c.equal) << c.x << " " << c.y;
-        EXPECT_EQ(x < y, c.less) << c.x << " " << c.y;
-        EXPECT_FALSE(y < x) << c.x << " " << c.y;
+        {"00000001000000.000000:000", "00000000240001.000000:000", false, true}};
+    for (const auto& [first, second, equal, less] : cases) {
+        const CIMDateTime x{String(first)};
+        const CIMDateTime y{String(second)};
+        EXPECT_EQ(x == y, equal) << first << " " << second;
+        EXPECT_EQ(x < y, less) << first << " " << second;
+        EXPECT_FALSE(y < x) << first << " " << second;
     }
 }
 
 TEST(CIMDateTime, isAnInstant) {
-    struct {
-        const char* text;
-        time_t seconds;
-    } const cases[] = {{"19700101000000.000000+000", 0},          {"20040229120000.000000+000", 1078056000},
-                       {"20040229130000.000000+060", 1078056000}, {"20000301000000.000000+000", 951868800},
-                       {"19691231235959.000000+000", -1},         {"20991231235959.000000-720", 4102487999},
-                       {"00000002000001.000000:000", 172801}};
-    for (const auto& c : cases) {
-        EXPECT_EQ(CIMDateTime{String(c.text)}.toDateTime().get(), c.seconds) << c.text;
+    const std::pair<const char*, time_t> cases[] = {
+        {"19700101000000.000000+000", 0},          {"20040229120000.000000+000", 1078056000},
+        {"20040229130000.000000+060", 1078056000}, {"20000301000000.000000+000", 951868800},
+        {"19691231235959.000000+000", -1},         {"20991231235959.000000-720", 4102487999},
+        {"00000002000001.000000:000", 172801}};
+    for (const auto& [text, seconds] : cases) {
+        EXPECT_EQ(CIMDateTime{String(text)}.toDateTime().get(), seconds) << text;
     }
     const DateTime now(time_t(1078056000), 42);
     const CIMDateTime point = now;

@@ -5,59 +5,55 @@
 #include <gtest/gtest.h>
 
 #include <sstream>
+#include <tuple>
 #include <type_traits>
 
 using namespace OpenWBEM;
 
 // Code written against the interface relies on what converts by itself and what does not.
-static_assert(std::is_convertible<const char*, CIMName>::value && std::is_convertible<String, CIMName>::value, "");
-static_assert(std::is_convertible<const char*, CIMQualifier>::value, "");
-static_assert(std::is_convertible<CIMQualifierType, CIMQualifier>::value, "");
-static_assert(std::is_convertible<CIMName, CIMQualifierType>::value, "");
-static_assert(std::is_convertible<CIMDataType::Type, CIMDataType>::value, "");
-static_assert(std::is_convertible<CIMFlavor::Flavor, CIMFlavor>::value, "");
-static_assert(std::is_convertible<DateTime, CIMDateTime>::value, "");
-static_assert(!std::is_convertible<const char*, CIMProperty>::value, "");
-static_assert(!std::is_convertible<const char*, CIMInstance>::value, "");
-static_assert(!std::is_convertible<const char*, CIMClass>::value, "");
-static_assert(!std::is_convertible<const char*, CIMObjectPath>::value, "");
-static_assert(!std::is_convertible<String, CIMDateTime>::value, "");
-static_assert(!std::is_convertible<String, CIMValue>::value && !std::is_convertible<bool, CIMValue>::value, "");
-static_assert(!std::is_default_constructible<CIMValue>::value, "");
-static_assert(!std::is_constructible<CIMValue, void*>::value, "a pointer is no boolean");
-static_assert(!std::is_constructible<CIMValue, const int*>::value, "a pointer is no boolean");
+template <class From, class... To>
+constexpr bool convertsToAll() {
+    return (std::is_convertible<From, To>::value && ...);
+}
+template <class From, class... To>
+constexpr bool convertsToNone() {
+    return !(std::is_convertible<From, To>::value || ...);
+}
+static_assert(convertsToAll<const char*, CIMName, CIMQualifier>() && convertsToAll<String, CIMName>(), "");
+static_assert(convertsToAll<CIMName, CIMQualifierType>() && convertsToAll<CIMQualifierType, CIMQualifier>(), "");
+static_assert(convertsToAll<CIMDataType::Type, CIMDataType>() && convertsToAll<CIMFlavor::Flavor, CIMFlavor>(), "");
+static_assert(convertsToAll<DateTime, CIMDateTime>() && convertsToNone<String, CIMDateTime, CIMValue, CIMUrl>(), "");
+static_assert(convertsToNone<const char*, CIMProperty, CIMInstance, CIMClass, CIMObjectPath>(), "");
+static_assert(convertsToNone<CIMInstance, int>() && convertsToNone<CIMValue, int>(), "a null test is no number");
+static_assert(!std::is_default_constructible<CIMValue>::value && convertsToNone<bool, CIMValue>(), "");
+static_assert(!std::is_constructible<CIMValue, void*>::value && !std::is_constructible<CIMValue, const int*>::value,
+              "a pointer is no boolean");
 static_assert(!std::is_constructible<CIMValue, long long>::value, "ambiguous where 64 bits are long");
-
-// A null test is no number.
-static_assert(!std::is_convertible<CIMInstance, int>::value && !std::is_convertible<CIMValue, int>::value, "");
 
 namespace {
 
 TEST(CIMName, comparesInAnyCaseAndKeepsItsSpelling) {
-    struct {
-        const char* x;
-        const char* y;
-        int order; // of x against y
-    } const cases[] = {{"CDR_Push", "cdr_push", 0},
-                       {"a", "B", 1}, // as they are spelled
-                       {"b", "A", 1},
-                       {"Push", "PushTime", -1},
-                       {"", "", 0},
-                       {"", "a", -1},
-                       {"A", "_", -1},
-                       {"_", "a", -1},
-                       {"Caf\xC3\xA9", "CAF\xC3\x89", 0},
-                       {"Caf\xC3\xA9", "cafe", 1},
-                       {"\xE2\x84\xAA"
-                        "ey",
-                        "KEY", 0}};
-    for (const auto& c : cases) {
-        const CIMName x(c.x);
-        const CIMName y(c.y);
-        EXPECT_EQ(x == y, c.order == 0) << c.x << " " << c.y;
-        EXPECT_EQ(x < y, c.order < 0) << c.x << " " << c.y;
-        EXPECT_EQ(y<x, c.order> 0) << c.x << " " << c.y;
-        EXPECT_EQ(x.toString(), c.x);
+    // of x against y
+    const std::tuple<const char*, const char*, int> cases[] = {{"CDR_Push", "cdr_push", 0},
+                                                               {"a", "B", 1}, // as they are spelled
+                                                               {"b", "A", 1},
+                                                               {"Push", "PushTime", -1},
+                                                               {"", "", 0},
+                                                               {"", "a", -1},
+                                                               {"A", "_", -1},
+                                                               {"_", "a", -1},
+                                                               {"Caf\xC3\xA9", "CAF\xC3\x89", 0},
+                                                               {"Caf\xC3\xA9", "cafe", 1},
+                                                               {"\xE2\x84\xAA"
+                                                                "ey",
+                                                                "KEY", 0}};
+    for (const auto& [first, second, order] : cases) {
+        const CIMName x(first);
+        const CIMName y(second);
+        EXPECT_EQ(x == y, order == 0) << first << " " << second;
+        EXPECT_EQ(x < y, order < 0) << first << " " << second;
+        EXPECT_EQ(y<x, order> 0) << first << " " << second;
+        EXPECT_EQ(x.toString(), first);
     }
     EXPECT_TRUE(CIMName("Key") == "KEY");
     EXPECT_TRUE(CIMObjectPath("ACME_Thing").getClassName() == CIMName("acme_thing"));
@@ -117,16 +113,7 @@ TEST(CIMModel, copiesAreIndependent) {
 
 TEST(CIMUrl, isTakenApart) {
     const CIMUrl context(String("https://h:7/f"));
-    struct {
-        CIMUrl url;
-        const char* text;
-        const char* protocol;
-        const char* host;
-        Int32 port;
-        const char* file;
-        const char* ref;
-        bool local;
-    } const cases[] = {
+    const std::tuple<CIMUrl, const char*, const char*, const char*, Int32, const char*, const char*, bool> cases[] = {
         {CIMUrl(), "http://127.0.0.1:5988/cimom", "http", "127.0.0.1", 5988, "cimom", "", true},
         {CIMUrl(String("https://u:p@box:5989/a/b#c")), "https://box:5989/a/b#c", "https", "box", 5989, "a/b", "c",
          false},
@@ -138,18 +125,16 @@ TEST(CIMUrl, isTakenApart) {
         {CIMUrl("p", "h", "f#r", 9), "p://h:9/f#r", "p", "h", 9, "f#r", "", false},
         {CIMUrl(context, "https://y/z"), "https://h:7/f", "https", "h", 7, "f", "", false},
         {CIMUrl(context, "y/z"), "http://y:5988/z", "http", "y", 5988, "z", "", false},
-        {CIMUrl(context).setProtocol("p").setHost("h2"), "p://h2:7/f", "p", "h2", 7, "f", "", false},
-    };
-    for (const auto& c : cases) {
-        const CIMUrl& url = c.url;
-        EXPECT_EQ(url.toString(), c.text);
-        EXPECT_EQ(url.getSpec(), c.text);
-        EXPECT_EQ(url.getRef(), c.ref) << c.text;
-        EXPECT_EQ(url.getProtocol(), c.protocol) << c.text;
-        EXPECT_EQ(url.getHost(), c.host) << c.text;
-        EXPECT_EQ(url.getPort(), c.port) << c.text;
-        EXPECT_EQ(url.getFile(), c.file) << c.text;
-        EXPECT_EQ(url.isLocal(), c.local) << c.text;
+        {CIMUrl(context).setProtocol("p").setHost("h2"), "p://h2:7/f", "p", "h2", 7, "f", "", false}};
+    for (const auto& [url, text, protocol, host, port, file, ref, local] : cases) {
+        EXPECT_EQ(url.toString(), text);
+        EXPECT_EQ(url.getSpec(), text);
+        EXPECT_EQ(url.getRef(), ref) << text;
+        EXPECT_EQ(url.getProtocol(), protocol) << text;
+        EXPECT_EQ(url.getHost(), host) << text;
+        EXPECT_EQ(url.getPort(), port) << text;
+        EXPECT_EQ(url.getFile(), file) << text;
+        EXPECT_EQ(url.isLocal(), local) << text;
     }
     const CIMUrl withRef(String("https://h:7/f#r"));
     EXPECT_TRUE(context.sameFile(withRef) && context != withRef && context < withRef);

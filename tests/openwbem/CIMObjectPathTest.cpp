@@ -10,10 +10,7 @@ using namespace OpenWBEM;
 namespace {
 
 TEST(CIMObjectPath, isPrinted) {
-    struct {
-        CIMObjectPath path;
-        const char* text;
-    } const cases[] = {
+    const std::pair<CIMObjectPath, const char*> cases[] = {
         {CIMObjectPath(), "/:"},
         {CIMObjectPath("ACME_Thing", "root/cimv2"), "/root/cimv2:ACME_Thing"},
         {CIMObjectPath("ACME_Thing", " /root/cimv2 ").setKeyValue("Name", CIMValue("o\"ne\\")),
@@ -25,11 +22,10 @@ TEST(CIMObjectPath, isPrinted) {
         {CIMObjectPath::parse("https://box:5989/root:C.K=1"), "https://box:5989/root:C.K=\"1\""},
         {CIMObjectPath::parse("http://box:5988/root:C.K=1"), "http://box/root:C.K=\"1\""},
         {CIMObjectPath::parse("http://box:80/root:C.K=1"), "http://box:80/root:C.K=\"1\""},
-        {CIMObjectPath("C", "root").setHost("LocalHost"), "/root:C"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(c.path.toString(), c.text);
-        EXPECT_EQ(c.path.toMOF(), CIMObjectPath::escape(c.text));
+        {CIMObjectPath("C", "root").setHost("LocalHost"), "/root:C"}};
+    for (const auto& [path, text] : cases) {
+        EXPECT_EQ(path.toString(), text);
+        EXPECT_EQ(path.toMOF(), CIMObjectPath::escape(text));
     }
 }
 
@@ -61,8 +57,7 @@ TEST(CIMObjectPath, isParsed) {
         {"C.K=1,xyz", "CIMException: requested object could not be found (Bad key in string (K=1,xyz))"},
         {"C.K,L=1", "CIMException: requested object could not be found (Bad key in string (K,L=1))"},
         {"http://box", "CIMException: invalid parameter passed to method (Invalid instance name: http://box)"},
-        {"http://box:x/root:C.K=1", "CIMException: invalid parameter passed to method (Invalid port in Object Path)"},
-    };
+        {"http://box:x/root:C.K=1", "CIMException: invalid parameter passed to method (Invalid port in Object Path)"}};
     for (const auto& c : cases) {
         std::string result;
         const std::string thrown = thrownBy([&] { result = CIMObjectPath::parse(c.text).toString().c_str(); });
@@ -101,10 +96,7 @@ TEST(CIMObjectPath, holdsKeys) {
 TEST(CIMObjectPath, equalsByNamespaceClassAndKeys) {
     const CIMObjectPath path =
         CIMObjectPath("C", "root").setKeyValue("a", CIMValue("1")).setKeyValue("b", CIMValue("2"));
-    struct {
-        CIMObjectPath other;
-        bool equal;
-    } const cases[] = {
+    const std::pair<CIMObjectPath, bool> cases[] = {
         {CIMObjectPath("c", "/ROOT").setKeyValue("B", CIMValue("2")).setKeyValue("A", CIMValue("1")), true},
         {CIMObjectPath(path).setHost("elsewhere"), true},
         {CIMObjectPath(path).setKeyValue("a", CIMValue("2")), false},
@@ -112,11 +104,10 @@ TEST(CIMObjectPath, equalsByNamespaceClassAndKeys) {
         {CIMObjectPath("C", "root").setKeyValue("a", CIMValue(1)).setKeyValue("b", CIMValue("2")), false},
         {CIMObjectPath(path).setNameSpace("other"), false},
         {CIMObjectPath(path).setClassName("D"), false},
-        {CIMObjectPath(CIMNULL), false},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(path == c.other, c.equal);
-        EXPECT_EQ(c.other == path, c.equal);
+        {CIMObjectPath(CIMNULL), false}};
+    for (const auto& [other, equal] : cases) {
+        EXPECT_EQ(path == other, equal);
+        EXPECT_EQ(other == path, equal);
     }
     EXPECT_TRUE(CIMObjectPath(CIMNULL) == CIMObjectPath(CIMNULL));
 }

@@ -43,23 +43,16 @@ TEST(CIMStream, readsBackWhatItWrote) {
     EXPECT_EQ(parameter.toString(), "CIMParamValue(p): 5");
 }
 
-TEST(CIMStream, refusesEveryTruncation) {
-    const std::string whole = written(everything());
-    for (size_t length = 0; length < whole.size(); ++length) {
-        std::istringstream stream(whole.substr(0, length));
-        CIMClass object("before");
-        EXPECT_THROW(object.readObject(stream), CIMStreamException) << length;
-        EXPECT_EQ(object.getName(), "before") << length;
-    }
-}
-
-TEST(CIMStream, survivesEveryChangedByte) {
+TEST(CIMStream, refusesEveryTruncationAndSurvivesEveryChange) {
     const std::string whole = written(everything());
     for (size_t i = 0; i < whole.size(); ++i) {
+        std::istringstream truncated(whole.substr(0, i));
+        CIMClass object("before");
+        EXPECT_THROW(object.readObject(truncated), CIMStreamException) << i;
+        EXPECT_EQ(object.getName(), "before") << i;
         std::string changed = whole;
         changed[i] = static_cast<char>(~changed[i]);
         std::istringstream stream(changed);
-        CIMClass object;
         try {
             object.readObject(stream);
             object.toMOF();

@@ -72,8 +72,7 @@ std::vector<TypedValue> valuesOfAllTypes() {
         {CIMValue(two(CIMObjectPath("C"), CIMObjectPath("D"))), CIMDataType::REFERENCE, true, "/:C,/:D", "{/:C,/:D}"},
         {CIMValue(CIMClassArray()), CIMDataType::EMBEDDEDCLASS, true, "", "{}"},
         {CIMValue(CIMInstanceArray(size_t(1), CIMInstance("C"))), CIMDataType::EMBEDDEDINSTANCE, true,
-         "instance of C {\n}\n", "{\"instance of C {\\n}\\n\"}"},
-    };
+         "instance of C {\n}\n", "{\"instance of C {\\n}\\n\"}"}};
 }
 
 TEST(CIMValue, knowsItsTypeAndText) {
@@ -158,24 +157,22 @@ TEST(CIMValue, isMadeFromText) {
         const char* type;
         const char* text;
         const char* result; // toString(), or what is thrown
-    } const cases[] = {
-        {"uint8", "255", "255"},
-        {"UINT8", "256", "StringConversionException: Unable to convert \"256\" into UInt8"},
-        {"sint64", "-9223372036854775808", "-9223372036854775808"},
-        {"real64", "1e3", "1000"},
-        {"boolean", "TRUE", "true"},
-        {"boolean", "1", "StringConversionException: Unable to convert \"1\" into bool"},
-        {"char16", "abc", "a"},
-        {"string", "", ""},
-        {"datetime", "", "00000000000000.000000:000"},
-        {"datetime", "now", "CIMDateTimeException: Invalid format for date time"},
-        {"reference", "root:C.K=1", "/root:C.K=\"1\""},
-        {"ref", "", "(null)"},
-        {"reference", "C",
-         "CIMException: invalid parameter passed to method (class name not found in instance name: C)"},
-        {"uint128", "1", "(null)"},
-        {"", "1", "(null)"},
-    };
+    } const cases[] = {{"uint8", "255", "255"},
+                       {"UINT8", "256", "StringConversionException: Unable to convert \"256\" into UInt8"},
+                       {"sint64", "-9223372036854775808", "-9223372036854775808"},
+                       {"real64", "1e3", "1000"},
+                       {"boolean", "TRUE", "true"},
+                       {"boolean", "1", "StringConversionException: Unable to convert \"1\" into bool"},
+                       {"char16", "abc", "a"},
+                       {"string", "", ""},
+                       {"datetime", "", "00000000000000.000000:000"},
+                       {"datetime", "now", "CIMDateTimeException: Invalid format for date time"},
+                       {"reference", "root:C.K=1", "/root:C.K=\"1\""},
+                       {"ref", "", "(null)"},
+                       {"reference", "C",
+                        "CIMException: invalid parameter passed to method (class name not found in instance name: C)"},
+                       {"uint128", "1", "(null)"},
+                       {"", "1", "(null)"}};
     for (const auto& c : cases) {
         std::string result;
         const std::string thrown =
@@ -214,8 +211,7 @@ TEST(CIMValueCast, convertsThroughText) {
         {CIMValue("5"), bytes, "{5}"},
         {CIMValue(two(String("1"), String("2"))), bytes, "{1,2}"},
         {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::UINT8, "1"},
-        {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::STRING, "\"1\""},
-    };
+        {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::STRING, "\"1\""}};
     for (const auto& c : cases) {
         std::string result;
         const std::string thrown =

@@ -10,6 +10,7 @@
 
 #include <cerrno>
 #include <sstream>
+#include <tuple>
 
 using namespace OpenWBEM;
 
@@ -33,12 +34,7 @@ static_assert(std::is_nothrow_copy_constructible<DeviceException>::value, "copie
 
 TEST(Exception, carriesWhatTheMacrosGiveIt) {
     using Throw = void (*)();
-    const struct {
-        Throw thrower;
-        const char* type;
-        const char* message;
-        int code;
-    } cases[] = {
+    const std::tuple<Throw, const char*, const char*, int> cases[] = {
         {[] { OW_THROW(DeviceException, "gone"); }, "DeviceException", "gone", -1},
         {[] { OW_THROW_ERR(DeviceException, "gone", 5); }, "DeviceException", "gone", 5},
         {[] { OW_THROW(DiskException, nullptr); }, "DiskException", "", -1},
@@ -51,17 +47,16 @@ TEST(Exception, carriesWhatTheMacrosGiveIt) {
              errno = ENOENT;
              OW_THROW_ERRNO(DeviceException);
          },
-         "DeviceException", "No such file or directory", ENOENT},
-    };
-    for (const auto& c : cases) {
+         "DeviceException", "No such file or directory", ENOENT}};
+    for (const auto& [thrower, type, message, code] : cases) {
         try {
-            c.thrower();
-            FAIL() << c.message;
+            thrower();
+            FAIL() << message;
         } catch (const DeviceException& e) {
-            EXPECT_STREQ(e.type(), c.type);
-            EXPECT_STREQ(e.getMessage(), c.message);
-            EXPECT_STREQ(static_cast<const std::exception&>(e).what(), c.message);
-            EXPECT_EQ(e.getErrorCode(), c.code);
+            EXPECT_STREQ(e.type(), type);
+            EXPECT_STREQ(e.getMessage(), message);
+            EXPECT_STREQ(static_cast<const std::exception&>(e).what(), message);
+            EXPECT_EQ(e.getErrorCode(), code);
             EXPECT_EQ(e.getSubClassId(), -1);
             EXPECT_STREQ(e.getFile(), __FILE__);
         }
@@ -69,20 +64,14 @@ TEST(Exception, carriesWhatTheMacrosGiveIt) {
 }
 
 TEST(Exception, printsWhatItHas) {
-    const struct {
-        const char* file;
-        int line;
-        const char* message;
-        const char* printed;
-    } cases[] = {
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
         {"disk.cpp", 12, "gone", "disk.cpp: 12 DeviceException: gone"},
         {nullptr, 12, "gone", "[no file]: 12 DeviceException: gone"},
-        {"", 0, nullptr, "[no file]: [no line] DeviceException: [no message]"},
-    };
-    for (const auto& c : cases) {
+        {"", 0, nullptr, "[no file]: [no line] DeviceException: [no message]"}};
+    for (const auto& [file, line, message, printed] : cases) {
         std::ostringstream stream;
-        stream << DeviceException(c.file, c.line, c.message);
-        EXPECT_EQ(stream.str(), c.printed);
+        stream << DeviceException(file, line, message);
+        EXPECT_EQ(stream.str(), printed);
     }
 }
 
@@ -126,41 +115,38 @@ TEST(Exception, takesTheOldConstructors) {
 }
 
 TEST(CIMException, composesTheTextForTheClient) {
-    const struct {
-        int code;
-        const char* message;
-        const char* text;
-    } cases[] = {
-        {0, nullptr, "no error"},
-        {1, "", "general error"},
-        {1, "general error indeed", "general error indeed"},
-        {1, "General error", "general error (General error)"},
-        {2, nullptr, "Access to CIM resource unavailable to client"},
-        {3, "root/nope", "namespace does not exist (root/nope)"},
-        {4, nullptr, "invalid parameter passed to method"},
-        {5, nullptr, "class does not exist"},
-        {6, "no <such> \"thing\"", "requested object could not be found (no <such> \"thing\")"},
-        {7, nullptr, "requested operation is not supported"},
-        {8, nullptr, "operation cannot be done on class with subclasses"},
-        {9, nullptr, "operator cannot be done on class with instances"},
-        {10, nullptr, "specified superclass does not exist"},
-        {11, nullptr, "object already exists"},
-        {12, nullptr, "specified property does not exist"},
-        {13, nullptr, "value supplied is incompatible with type"},
-        {14, nullptr, "query language is not recognized or supported"},
-        {15, nullptr, "query is not valid for the specified query language"},
-        {16, nullptr, "extrinsic method could not be executed"},
-        {17, "Nope", "extrinsic method does not exist (Nope)"},
-        {77, "odd", "unknown error (odd)"},
-        {-1, nullptr, "unknown error"},
+    const char* const texts[] = {"no error",
+                                 "general error",
+                                 "Access to CIM resource unavailable to client",
+                                 "namespace does not exist",
+                                 "invalid parameter passed to method",
+                                 "class does not exist",
+                                 "requested object could not be found",
+                                 "requested operation is not supported",
+                                 "operation cannot be done on class with subclasses",
+                                 "operator cannot be done on class with instances",
+                                 "specified superclass does not exist",
+                                 "object already exists",
+                                 "specified property does not exist",
+                                 "value supplied is incompatible with type",
+                                 "query language is not recognized or supported",
+                                 "query is not valid for the specified query language",
+                                 "extrinsic method could not be executed",
+                                 "extrinsic method does not exist"};
+    const auto made = [](int code, const char* message) {
+        return CIMException("file", 1, static_cast<CIMException::ErrNoType>(code), message);
     };
-    for (const auto& c : cases) {
-        const CIMException e("file", 1, static_cast<CIMException::ErrNoType>(c.code), c.message);
-        EXPECT_STREQ(e.getMessage(), c.text);
-        EXPECT_STREQ(e.what(), c.text);
-        EXPECT_EQ(e.getErrNo(), c.code);
-        EXPECT_EQ(e.getErrorCode(), c.code);
+    for (int code = 0; code < 18; ++code) {
+        const std::string text = texts[code];
+        EXPECT_EQ(made(code, nullptr).getMessage(), text);
+        EXPECT_EQ(made(code, "").what(), text);
+        EXPECT_EQ(made(code, "<\"x\">").getMessage(), text + " (<\"x\">)");
+        EXPECT_EQ(made(code, (text + " indeed").c_str()).getMessage(), text + " indeed");
+        EXPECT_TRUE(made(code, "").getErrNo() == code && made(code, "").getErrorCode() == code);
     }
+    EXPECT_STREQ(made(1, "General error").getMessage(), "general error (General error)");
+    EXPECT_STREQ(made(77, "odd").getMessage(), "unknown error (odd)");
+    EXPECT_STREQ(made(-1, nullptr).getMessage(), "unknown error");
 }
 
 TEST(CIMException, keepsTheTextOfItsFirstUse) {

@@ -37,26 +37,22 @@ class RecordingLogger : public Logger {
 std::string RecordingLogger::lines;
 
 TEST(Logger, dropsWhatTheLevelLeavesOut) {
-    const struct {
-        const char* level;
-        const char* lines;
-    } cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {"NONE", ""},
         {"nonsense", "module/FATAL/f/-1;"},
         {"Error", "module/FATAL/f/-1;module/ERROR/e/-1;"},
         {"INFO", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;"},
         {"debug", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;module/DEBUG/d/-1;"},
-        {"all", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;module/DEBUG/d/-1;"},
-    };
-    for (const auto& c : cases) {
+        {"all", "module/FATAL/f/-1;module/ERROR/e/-1;module/INFO/i/-1;module/DEBUG/d/-1;"}};
+    for (const auto& [level, lines] : cases) {
         const LoggerRef logger(new RecordingLogger(E_ALL_LEVEL));
-        logger->setLogLevel(String(c.level));
+        logger->setLogLevel(String(level));
         RecordingLogger::lines.clear();
         logger->logFatalError("f");
         logger->logError("e");
         logger->logInfo("i");
         logger->logDebug("d");
-        EXPECT_EQ(RecordingLogger::lines, c.lines) << c.level;
+        EXPECT_EQ(RecordingLogger::lines, lines) << level;
         EXPECT_TRUE(logger->categoryIsEnabled("DEBUG") && logger->componentAndCategoryAreEnabled("x", "ERROR"));
     }
     testing::internal::CaptureStderr();
@@ -101,10 +97,7 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
     const DateTime::ETimeOffset utc = DateTime::E_UTC_TIME;
     const DateTime start(2004, 1, 31, 12, 30, 15, 250000);
     using Change = void (*)(DateTime&);
-    const struct {
-        Change change;
-        const char* local;
-    } cases[] = {
+    const std::pair<Change, const char*> cases[] = {
         {[](DateTime&) {}, "Sat Jan 31 12:30:15 2004\n"},
         {[](DateTime& t) { t.addMonths(1); }, "Tue Mar  2 12:30:15 2004\n"},
         {[](DateTime& t) { t.addMonths(6); }, "Sat Jul 31 13:30:15 2004\n"}, // in UTC
@@ -123,14 +116,14 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
         {[](DateTime& t) { t.setHour(5, DateTime::E_UTC_TIME); }, "Sat Jan 31 00:30:15 2004\n"},
         {[](DateTime& t) { t.setTime(1, 2, 3); }, "Sat Jan 31 01:02:03 2004\n"},
         {[](DateTime& t) { t.setYear(105); }, "Mon Jan 31 12:30:15 2005\n"}, // counts from 1900
-        {[](DateTime& t) { t.set(2003, 14, 35, 25, 0, 0, 0); }, "Sun Mar  7 01:00:00 2004\n"},
-    };
-    for (const auto& c : cases) {
+        {[](DateTime& t) { t.set(2003, 14, 35, 25, 0, 0, 0); }, "Sun Mar  7 01:00:00 2004\n"}};
+    for (const auto& [change, local] : cases) {
         DateTime changed(start);
-        c.change(changed);
-        EXPECT_EQ(changed.toString(), c.local);
+        change(changed);
+        EXPECT_EQ(changed.toString(), local);
     }
     EXPECT_EQ(start.toString(utc), "Sat Jan 31 17:30:15 2004\n");
+    EXPECT_EQ(DateTime(2004, 7, 1, 12).getHour(utc), 16);
     EXPECT_EQ(start.toString("%d.%m.%y %H"), "31.01.04 12");
     EXPECT_EQ(start.toString("") + start.toString(std::string(1024, 'x').c_str()), "");
     EXPECT_TRUE(start.getMonth() == 1 && start.getDow() == 6 && start.getHour(utc) == 17 && start.getYear() == 2004);
@@ -144,27 +137,25 @@ TEST_F(DateTimeInNewYork, isReadFromText) {
     const struct {
         const char* text;
         const char* utc; // null: refused
-    } cases[] = {
-        {"20040131142530.123456+060", "Sat Jan 31 13:25:30 2004\n"},
-        {"200401311425**.******-300", "Sat Jan 31 19:25:00 2004\n"},
-        {"20041331142530.123456+060", nullptr}, // month 13
-        {"20040131142530.123456:000", nullptr}, // an interval
-        {"Jan 31 14:25 2004", "Sat Jan 31 19:25:00 2004\n"},
-        {"2004", nullptr},
-        {"Monday January 31 14:25:30 2004 CET", "Sat Jan 31 13:25:30 2004\n"}, // no look at the weekday
-        {"CEST 14:25 31\t2004 Jul Sat", "Sat Jul 31 12:25:00 2004\n"},
-        {"14:25 31 Jan 2004 J", "Sat Jan 31 19:25:00 2004\n"},
-        {"14:25 31 Jan 2004 Y", "Sun Feb  1 02:25:00 2004\n"},
-        {"14:25 31 jan 2004", nullptr},
-        {"14:25 31 Jan 2004 XYZ", nullptr},
-        {"14:25 31 Jan 2004 Z Z", nullptr},
-        {"14:25 31 Jan 2004 5", nullptr},
-        {"24:00 31 Jan 2004", nullptr},
-        {"14:25: 31 Jan 2004", nullptr},
-        {"14:25 31 2004", nullptr},
-        {"Sat, 14:25 31 Jan 2004", nullptr},
-        {"", nullptr},
-    };
+    } cases[] = {{"20040131142530.123456+060", "Sat Jan 31 13:25:30 2004\n"},
+                 {"200401311425**.******-300", "Sat Jan 31 19:25:00 2004\n"},
+                 {"20041331142530.123456+060", nullptr}, // month 13
+                 {"20040131142530.123456:000", nullptr}, // an interval
+                 {"Jan 31 14:25 2004", "Sat Jan 31 19:25:00 2004\n"},
+                 {"2004", nullptr},
+                 {"Monday January 31 14:25:30 2004 CET", "Sat Jan 31 13:25:30 2004\n"}, // no look at the weekday
+                 {"CEST 14:25 31\t2004 Jul Sat", "Sat Jul 31 12:25:00 2004\n"},
+                 {"14:25 31 Jan 2004 J", "Sat Jan 31 19:25:00 2004\n"},
+                 {"14:25 31 Jan 2004 Y", "Sun Feb  1 02:25:00 2004\n"},
+                 {"14:25 31 jan 2004", nullptr},
+                 {"14:25 31 Jan 2004 XYZ", nullptr},
+                 {"14:25 31 Jan 2004 Z Z", nullptr},
+                 {"14:25 31 Jan 2004 5", nullptr},
+                 {"24:00 31 Jan 2004", nullptr},
+                 {"14:25: 31 Jan 2004", nullptr},
+                 {"14:25 31 2004", nullptr},
+                 {"Sat, 14:25 31 Jan 2004", nullptr},
+                 {"", nullptr}};
     for (const auto& c : cases) {
         DateTime read;
         const std::string thrown = thrownBy([&] { read = DateTime(String(c.text)); });
@@ -178,10 +169,7 @@ TEST(DateTime, refusesWhatItCannotRepresent) {
     const std::string before1970 = "DateTimeException: Unable to represent time \"";
     DateTime time(5, 6);
     using Call = std::function<void()>;
-    const struct {
-        Call call;
-        std::string thrown;
-    } cases[] = {
+    const std::pair<Call, std::string> cases[] = {
         {[&] { time.setMonth(0); }, "DateTimeException: invalid month: 0"},
         {[&] { time.setMicrosecond(1000000); }, "DateTimeException: invalid microseconds: 1000000"},
         {[&] { time.set(-1); }, "DateTimeException: Either t == -1 or microseconds > 999999"},
@@ -191,10 +179,9 @@ TEST(DateTime, refusesWhatItCannotRepresent) {
         {[] { DateTime(1969, 12, 31, 0, 0, 0, 0, DateTime::E_UTC_TIME); },
          before1970 + "Wed Dec 31 00:00:00 1969\n\" as a time_t"},
         {[&] { time.addYears(INT_MAX); }, "DateTimeException: A date or time is out of range"},
-        {[] { DateTime(2026, INT_MIN, 1); }, "DateTimeException: A date or time is out of range"},
-    };
-    for (const auto& c : cases) {
-        EXPECT_EQ(thrownBy(c.call), c.thrown);
+        {[] { DateTime(2026, INT_MIN, 1); }, "DateTimeException: A date or time is out of range"}};
+    for (const auto& [call, thrown] : cases) {
+        EXPECT_EQ(thrownBy(call), thrown);
     }
     EXPECT_EQ(time, DateTime(5, 6)) << "changed";
     EXPECT_NE(thrownBy([&] { time.addDays(-1); }), "nothing");
@@ -279,24 +266,16 @@ TEST(StringBuffer, readsLines) {
     EXPECT_TRUE(lines.fail());
 }
 
-// A device that returns what was written to it, a few bytes at a time, until it is full.
-class Loop : public BaseStreamBuffer {
-  public:
+// A device that returns what was written to it, a few bytes at a time, and is full at 20.
+struct Loop : public BaseStreamBuffer {
     Loop() : BaseStreamBuffer(4) {}
-
-  protected:
     size_t readDevice(char* buffer, size_t size) override {
-        const size_t got = content_.copy(buffer, std::min<size_t>(size, 3));
-        content_.erase(0, got);
+        const size_t got = content.copy(buffer, std::min<size_t>(size, 3));
+        content.erase(0, got);
         return got;
     }
-    bool writeDevice(const char* buffer, size_t size) override {
-        content_.append(buffer, size);
-        return content_.size() <= 20;
-    }
-
-  private:
-    std::string content_;
+    bool writeDevice(const char* buffer, size_t size) override { return content.append(buffer, size).size() <= 20; }
+    std::string content;
 };
 
 TEST(BaseStreamBuffer, movesAllBytesAndReportsAFullDevice) {
@@ -307,8 +286,7 @@ TEST(BaseStreamBuffer, movesAllBytesAndReportsAFullDevice) {
     std::getline(stream, line);
     EXPECT_EQ(line, "over the buffer");
     stream.clear();
-    stream << std::string(30, 'x') << std::flush;
-    EXPECT_FALSE(stream);
+    EXPECT_FALSE(stream << std::string(30, 'x') << std::flush);
 }
 
 } // namespace

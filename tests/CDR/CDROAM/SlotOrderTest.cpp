@@ -8,18 +8,7 @@
 #include "QTX_CDRServiceAccessBin.hpp"
 #include "QTX_CDRServicePrefixBin.hpp"
 
-#include <numeric>
-#include <vector>
-
 namespace {
-
-// The members have successive slots.
-template <class... Members>
-void expectSlotsFrom(std::size_t first, Members... members) {
-    std::vector<std::size_t> expected(sizeof...(members));
-    std::iota(expected.begin(), expected.end(), first);
-    EXPECT_EQ((std::vector<std::size_t>{slot(members)...}), expected);
-}
 
 // Properties stand in the order of the schema, then come the methods.
 // clang-format off
