@@ -33,60 +33,24 @@ bool PropertyCase::appliesIn(char transfer) const {
 
 namespace {
 
-using Text = const std::string&;
-
-PropertyCase setting(Text property, Text type, Text key, Text stored, Text shown, const TextPairs& taken = {},
-                     const TextPairs& refused = {}, const TextPairs& alsoShown = {}) {
-    return {kService, property, type, "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
-}
-
-// Row 2 of an entry whose other rows are empty.
-PropertyCase bin(Text name, Text property, Text key, int rows, Text empty, Text row, Text shown, TextPairs taken,
-                 const TextPairs& refused, TextPairs alsoShown) {
-    for (auto& [value, content] : taken) {
-        content = binEntry(rows, empty, 2, content);
-    }
-    for (auto& [content, value] : alsoShown) {
-        content = binEntry(rows, empty, 2, content);
-    }
-    return {binPath(name, 2),
-            property,
-            "string",
-            "CDRService/" + key,
-            binEntry(rows, empty, 2, row),
-            shown,
-            "-",
-            "",
-            true,
-            taken,
-            refused,
-            alsoShown};
-}
-
-PropertyCase push(Text property, Text type, Text key, Text stored, Text shown, Text absent, Text created,
-                  const TextPairs& taken = {}) {
-    return {kPushSetting, property, type, "CDRPush/" + key, stored, shown, absent, created, true, taken};
-}
-
-// A text is stored as it is given. An entry takes 511 bytes.
-PropertyCase pushText(Text property, Text key, Text shown, Text absent = "", const std::vector<std::string>& taken = {},
+// Settings of the push transfer are created with their defaults. A text is stored as it is given; an entry takes 511
+// bytes of it.
+PropertyCase pushText(const std::string& property, const std::string& key, const std::string& shown,
+                      const std::string& absent = "", const std::vector<std::string>& taken = {},
                       const std::vector<std::string>& refused = {}, const TextPairs& alsoShown = {}) {
-    PropertyCase made = push(property, "string", key, "text " + shown, shown, absent, "text " + absent);
+    PropertyCase made{kPushSetting,    property, "string", "CDRPush/" + key,
+                      "text " + shown, shown,    absent,   "text " + absent};
     const std::string longest = shown + ":" + std::string(510 - shown.size(), 'x');
+    made.taken = {{longest, "text " + longest}};
+    for (const std::string& value : taken) {
+        made.taken.emplace_back(value, "text " + value);
+    }
     for (const std::string& value : refused) {
         made.refused.emplace_back(value, "301");
     }
     made.refused.emplace_back(longest + "x", "");
-    for (const std::string& value : taken) {
-        made.taken.emplace_back(value, "text " + value);
-    }
-    made.taken.emplace_back(longest, "text " + longest);
     made.alsoShown = alsoShown;
     return made;
-}
-
-PropertyCase pulled(Text property, Text type, Text key, Text stored, Text shown, Text absent) {
-    return {kPullStatistics, property, type, "CDRPull/Pull-" + key, stored, shown, absent, "", false};
 }
 
 } // namespace
@@ -95,6 +59,23 @@ PropertyCase pulled(Text property, Text type, Text key, Text stored, Text shown,
 // little-endian host.
 // clang-format off
 const std::vector<PropertyCase>& propertyCases() {
+    using Text = const std::string&;
+    const auto setting = [](Text property, Text type, Text key, Text stored, Text shown, const TextPairs& taken = {},
+                            const TextPairs& refused = {}, const TextPairs& alsoShown = {}) {
+        return PropertyCase{kService, property, type, "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
+    };
+    const auto bin = [](Text name, Text property, Text key, Text stored, Text shown, const TextPairs& taken,
+                        const TextPairs& refused, const TextPairs& alsoShown) {
+        return PropertyCase{binPath(name, 2), property, "string", "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
+    };
+    const auto prefixRow = [](Text row) { return binEntry(8, kEmptyPrefix, 2, row); };
+    const auto accessRow = [](Text row) { return binEntry(5, kEmptyAccess, 2, row); };
+    const auto push = [](Text property, Text type, Text stored, Text shown, Text absent, Text created, const TextPairs& taken = {}) {
+        return PropertyCase{kPushSetting, property, type, "CDRPush/" + property, stored, shown, absent, created, true, taken};
+    };
+    const auto pulled = [](Text property, Text type, Text key, Text stored, Text shown, Text absent) {
+        return PropertyCase{kPullStatistics, property, type, "CDRPull/Pull-" + key, stored, shown, absent, "", false};
+    };
     static const std::vector<PropertyCase> kCases = {
         setting("Format", "uint8", "FORMAT", "bytes 01", "1"),
         setting("ReportType", "uint8", "TYPE", "bytes 02", "2"),
@@ -120,29 +101,26 @@ const std::vector<PropertyCase>& propertyCases() {
         setting("AnswerSupervision", "boolean", "SUPERVISE", "bytes 00", "false"),
         setting("CallFilterDuration", "uint32", "TIME", "bytes 0b", "11", {{"4294967295", "bytes ff"}}),
         setting("HospitalityRecords", "boolean", "HOSPITAL", "bytes 01", "true"),
-        bin("CDRServicePrefixBin", "PrefixBin", "PREFIX BIN", 8, kEmptyPrefix, "010203040506070c", "1234567",
-            {{"", kEmptyPrefix}, {"12345678", "0102030405060708"}, {"90", "09000c0c0c0c0c0c"}},
+        bin("CDRServicePrefixBin", "PrefixBin", "PREFIX BIN", prefixRow("010203040506070c"), "1234567",
+            {{"", prefixRow(kEmptyPrefix)}, {"12345678", prefixRow("0102030405060708")}, {"90", prefixRow("09000c0c0c0c0c0c")}},
             {{"123456789", "PrefixBin length must be must be <= 8"}, {"12a", "301"}, {"1234567\xc3", "301"}},
-            {{"0c01020304050607", ""}, {"01ff030405060708", "1"}, {"0a0b0c0101010101", ":;"}}),
-        bin("CDRServiceAccessBin", "AccessBin", "ACCESS BIN", 5, kEmptyAccess, "0102030c0c00", "123",
-            {{"", kEmptyAccess}, {"12345", "010203040500"}},
-            {{"123456", "AccessBin length must be must be <= 5"}, {"1234x", "301"}}, {{"09080706050f", "98765"}}),
-        bin("CDRServiceAccessBin", "SuppressBin", "ACCESS BIN", 5, kEmptyAccess, "0c0c0c0c0c10", "16",
-            {{"", kEmptyAccess}, {"2", "0c0c0c0c0c02"}},
-            {{"17", "301"}, {"-1", "301"}, {"100", "SuppressBin length must be must be <= 2"}}, {{"0908070605ff", "255"}}),
-        push("TransferType", "uint8", "TransferType", "bytes 02", "2", "4", "bytes 04"),
-        pushText("IPAddress", "IpAddr", "10.0.0.1", "", {}, {}, {{"text " + std::string(511, '\xe9'), [] {
-            std::string cut; // what grows beyond 511 bytes is cut between characters
-            while (cut.size() < 510) { cut += "\xc3\xa9"; }
-            return cut;
-        }()}}),
+            {{prefixRow("0c01020304050607"), ""}, {prefixRow("01ff030405060708"), "1"}, {prefixRow("0a0b0c0101010101"), ":;"}}),
+        bin("CDRServiceAccessBin", "AccessBin", "ACCESS BIN", accessRow("0102030c0c00"), "123",
+            {{"", accessRow(kEmptyAccess)}, {"12345", accessRow("010203040500")}},
+            {{"123456", "AccessBin length must be must be <= 5"}, {"1234x", "301"}}, {{accessRow("09080706050f"), "98765"}}),
+        bin("CDRServiceAccessBin", "SuppressBin", "ACCESS BIN", accessRow("0c0c0c0c0c10"), "16",
+            {{"", accessRow(kEmptyAccess)}, {"2", accessRow("0c0c0c0c0c02")}},
+            {{"17", "301"}, {"-1", "301"}, {"100", "SuppressBin length must be must be <= 2"}}, {{accessRow("0908070605ff"), "255"}}),
+        push("TransferType", "uint8", "bytes 02", "2", "4", "bytes 04"),
+        // What grows beyond 511 bytes in UTF-8 is cut between characters.
+        pushText("IPAddress", "IpAddr", "10.0.0.1", "", {}, {}, {{"text " + std::string(510, 'x') + "\xe9", std::string(510, 'x')}}),
         pushText("UserName", "UserName", "me", "", {"J\xc3\xb6"}, {}, {{"text J\xf6", "J\xc3\xb6"}, {"text J\xc3\xb6", "J\xc3\x83\xc2\xb6"}}),
         pushText("Password", "Password", "secret"),
         pushText("DestFolder", "DestFolder", "/cdr"),
-        push("NumRetry", "uint32", "NumRetry", "bytes ff", "255", "0", "bytes 00", {{"300", "bytes 2c"}}),
-        push("DeleteFlag", "boolean", "DeleteFlag", "bytes 01", "true", "false", "bytes 00"),
-        push("CompressFlag", "boolean", "CompressFlag", "bytes 01", "true", "false", "bytes 00"),
-        push("IncludeMetricsFlag", "boolean", "IncludeMetricsFlag", "bytes 01", "true", "false", "bytes 00"),
+        push("NumRetry", "uint32", "bytes ff", "255", "0", "bytes 00", {{"300", "bytes 2c"}}),
+        push("DeleteFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
+        push("CompressFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
+        push("IncludeMetricsFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
         pushText("TransferTime", "TranTime", "7:5", "00:00",
                  {"0:0", "00:00", "23:59", "", ":", "12", "7:5:99", "::7::5", " 7: 5", "9x:1y"},
                  {"24:00", "12:60", "ab:10", "10:ab", "000:10", "1:000", "-1:00", "1:-1", ":30", "99999999999:0", "7: "}),
