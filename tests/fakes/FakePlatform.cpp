@@ -9,12 +9,11 @@
 namespace fakes {
 namespace {
 
-std::string number(std::uint64_t value) {
-    return std::to_string(value);
-}
-
-std::string reserved(std::uint32_t a, std::uint32_t b, std::uint32_t c) {
-    return number(a) + " " + number(b) + " " + number(c);
+template <class... Numbers>
+std::string texts(Numbers... numbers) {
+    std::string text;
+    ((text += (text.empty() ? "" : " ") + std::to_string(numbers)), ...);
+    return text;
 }
 
 } // namespace
@@ -24,13 +23,15 @@ FakePlatform& FakePlatform::get() {
     return one;
 }
 
-void FakePlatform::fail(const std::string& function, std::uint32_t status, const std::string& argument, unsigned nth) {
-    switches_.push_back({function, status, argument, nth, 0});
-}
-
 std::uint32_t FakePlatform::called(const std::string& function, const std::string& arguments) {
     const std::string record = function + " " + arguments;
     calls_.push_back(record);
+    if (function == during_.first && during_.second) {
+        const std::function<void()> work = std::exchange(during_.second, nullptr);
+        mutex_.unlock();
+        work();
+        mutex_.lock();
+    }
     for (Switch& s : switches_) {
         const bool meets = s.function == function && record.find(s.argument) != std::string::npos;
         if (meets && (++s.met == s.nth || s.nth == 0)) {
@@ -47,15 +48,9 @@ std::vector<std::string> FakePlatform::calls(const std::string& prefix) const {
     return found;
 }
 
-void FakePlatform::forget() {
-    calls_.clear();
-    log.clear();
-}
-
 } // namespace fakes
 
-using fakes::Call;
-using fakes::FakePlatform;
+using namespace fakes;
 
 // ---- Diagnostics
 
@@ -71,15 +66,14 @@ uint32_t ZpoDiagRegisterModule(const char* moduleFile, const char* component, co
 }
 
 uint32_t ZpoDiagAddLogEntry(uint32_t handle, int32_t category, int32_t level, int32_t identifier, const char* text) {
-    const std::string entry =
-        std::to_string(category) + " " + std::to_string(level) + " " + std::to_string(identifier) + " " + text;
+    const std::string entry = texts(category, level, identifier) + " " + text;
     const Call platform;
     platform->log.push_back(entry);
-    return platform->called(__func__, fakes::number(handle) + " " + entry);
+    return platform->called(__func__, texts(handle) + " " + entry);
 }
 
 uint32_t ZpoDiagDeregisterModule(uint32_t handle) {
-    return Call()->called(__func__, fakes::number(handle));
+    return Call()->called(__func__, texts(handle));
 }
 
 // ---- Scheduler
@@ -87,11 +81,10 @@ uint32_t ZpoDiagDeregisterModule(uint32_t handle) {
 uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c) {
     const Call platform;
     platform->created.push_back(task);
-    const std::uint32_t status = platform->called(__func__, fakes::reserved(a, b, c));
+    const std::uint32_t status = platform->called(__func__, texts(a, b, c));
     if (status == 0) {
         platform->tasks.emplace_back();
         std::memcpy(platform->tasks.back().path, task.path, sizeof task.path);
-        platform->mostTasks = std::max(platform->mostTasks, platform->tasks.size());
     }
     return status;
 }
@@ -99,7 +92,7 @@ uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint
 uint32_t ZpoGetScheduledTaskList(const char* path, ZpoScheduledTaskEntry** head, uint32_t a) {
     const Call platform;
     const std::string emptied = *head == nullptr ? "" : " head not set to none";
-    const std::uint32_t status = platform->called(__func__, path + (" " + fakes::number(a)) + emptied);
+    const std::uint32_t status = platform->called(__func__, path + (" " + texts(a)) + emptied);
     if (status != 0) {
         return status;
     }
@@ -116,14 +109,11 @@ uint32_t ZpoGetScheduledTaskList(const char* path, ZpoScheduledTaskEntry** head,
 uint32_t ZpoDeleteScheduledTaskEx(ZpoScheduledTaskRecord record, uint32_t a, uint32_t b, uint32_t c) {
     const Call platform;
     platform->deleted.push_back(record);
-    const std::uint32_t status = platform->called(__func__, fakes::reserved(a, b, c));
-    if (status != 0) {
-        return status;
-    }
+    const std::uint32_t status = platform->called(__func__, texts(a, b, c));
     const auto found = std::find_if(platform->tasks.begin(), platform->tasks.end(),
                                     [&](const auto& task) { return std::memcmp(&task, &record, sizeof record) == 0; });
-    if (found == platform->tasks.end()) {
-        return ZPO_SCHED_TASK_NOT_FOUND;
+    if (status != 0 || found == platform->tasks.end()) {
+        return status != 0 ? status : ZPO_SCHED_TASK_NOT_FOUND;
     }
     platform->tasks.erase(found);
     return 0;
@@ -144,7 +134,7 @@ void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
 
 uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind) {
     const Call platform;
-    const std::uint32_t status = platform->called(__func__, name + (" " + fakes::number(kind)));
+    const std::uint32_t status = platform->called(__func__, name + (" " + texts(kind)));
     if (status == 0) {
         platform->callbacks[name] = callback;
     }
@@ -165,15 +155,11 @@ uint32_t osQueueGetId(const char* name, uint32_t* id) {
 
 uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
     const std::string text(static_cast<const char*>(message), length);
-    return Call()->called(__func__, fakes::number(id) + " " + text);
+    return Call()->called(__func__, texts(id) + " " + text);
 }
 
 // ---- C library
 
 extern "C" int system(const char* command) {
-    const std::uint32_t status = Call()->called(__func__, command);
-    if (FakePlatform::get().transfer) {
-        FakePlatform::get().transfer();
-    }
-    return static_cast<int>(status);
+    return static_cast<int>(Call()->called(__func__, command));
 }

@@ -10,12 +10,12 @@
 
 #include "ZpoShared.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fakes {
@@ -37,7 +37,11 @@ class FakePlatform {
 
     /// Calls of `function` whose record contains `argument` return `status` and do nothing else: all of them, or only
     /// the nth from now on.
-    void fail(const std::string& function, std::uint32_t status, const std::string& argument = "", unsigned nth = 0);
+    void fail(const std::string& function, std::uint32_t status, const std::string& argument = "", unsigned nth = 0) {
+        switches_.push_back({function, status, argument, nth, 0});
+    }
+    /// Runs `work` once, during the next call of `function`; other calls go on meanwhile.
+    void during(const std::string& function, std::function<void()> work) { during_ = {function, std::move(work)}; }
     /// Turns all switches off.
     void mend() { switches_.clear(); }
 
@@ -46,7 +50,7 @@ class FakePlatform {
     /// The calls in order, those whose record begins with `prefix`.
     std::vector<std::string> calls(const std::string& prefix = "") const;
     /// Forgets the calls and the log so far.
-    void forget();
+    void forget() { calls_ = log = {}; }
     std::vector<std::string> log;
 
     // ---- Scheduler, notifications, queues
@@ -54,11 +58,9 @@ class FakePlatform {
     std::vector<ZpoScheduledTaskRecord> tasks;   ///< the table; one that was created has only its path there
     std::vector<ZpoScheduledTask> created;       ///< as they were handed over
     std::vector<ZpoScheduledTaskRecord> deleted; ///< as they were handed over, also when it failed
-    std::size_t mostTasks = 0;                   ///< the most that the table has held after a creation
     int openLists = 0;                           ///< lists handed out and not yet freed
     std::map<std::string, ZpoRegBackupAndRestoreCallback> callbacks; ///< by the name they were registered under
     std::map<std::string, std::uint32_t> queues;                     ///< ids of those that exist, by name
-    std::function<void()> transfer; ///< what system() runs; other calls go on meanwhile
 
     // ---- For the C functions
 
@@ -77,16 +79,15 @@ class FakePlatform {
     };
     std::vector<std::string> calls_;
     std::vector<Switch> switches_;
+    std::pair<std::string, std::function<void()>> during_;
+    friend struct Call;
+    inline static std::mutex mutex_;
 };
 
 /// The platform during one call of a C function; other threads' calls wait.
-class Call {
-  public:
+struct Call {
+    const std::lock_guard<std::mutex> lock{FakePlatform::mutex_};
     FakePlatform* operator->() const { return &FakePlatform::get(); }
-
-  private:
-    inline static std::mutex mutex_;
-    const std::lock_guard<std::mutex> lock_{mutex_};
 };
 
 } // namespace fakes

@@ -4,8 +4,7 @@
 #include <cstdio>
 #include <cstring>
 
-using fakes::Call;
-using fakes::FakePlatform;
+using namespace fakes;
 
 namespace {
 
@@ -60,16 +59,14 @@ std::uint32_t write(const char* function, const Name& name, bool argumentsGood, 
 } // namespace
 
 void FakePlatform::put(const std::string& entry, const std::string& value) {
-    if (value.empty()) {
-        entries.erase(entry);
-    } else {
+    entries.erase(entry);
+    if (!value.empty()) {
         entries[entry] = value;
     }
 }
 
 std::string FakePlatform::entry(const std::string& entry) const {
-    const auto found = entries.find(entry);
-    return found == entries.end() ? "" : found->second;
+    return entries.count(entry) == 0 ? "" : entries.at(entry);
 }
 
 uint32_t ZpoGetRegEntryBinary(const char* component, const char* section, const char* key, void* buffer,

@@ -1,86 +1,45 @@
-// Every writable property, set with wbemcli and looked for wherever it may have an effect.
+// Every property of the table of cases through the server, set with wbemcli and looked for in the real registry.
 #include "Lab.hpp"
+#include "PropertyCases.hpp"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstring>
-#include <map>
 
 namespace {
 
 using namespace lab;
-using ::testing::Contains;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::StartsWith;
 
-struct Setting {
-    const char* object;
-    const char* property;
-    const char* value;
-    const char* entry; ///< the start of its registry entry afterwards
-};
-
-// Values that the factory settings do not have; the bins' rows are the first of their entries.
-const Setting kReport[] = {
-    {"$SERVICE", "Format", "1", "CDRService FORMAT binary 01"},
-    {"$SERVICE", "ReportType", "3", "CDRService TYPE binary 03"},
-    {"$SERVICE", "Language", "2", "CDRService LANG binary 02"},
-    {"$SERVICE", "ReportFilter", "255", "CDRService FILTER binary ff"},
-    {"$SERVICE", "FeatureCode", "71", "CDRService FEATURE CODE binary f9 71"},
-    {"$SERVICE", "DateFormat", "1", "CDRService DATE binary 01"},
-    {"$SERVICE", "HeaderFormat", "0", "CDRService HEADER binary 00"},
-    {"$SERVICE", "DNISInfo", "FALSE", "CDRService DNIS binary 00"},
-    {"$SERVICE", "ConnectChar", "42", "CDRService CONNECT binary 2a"},
-    {"$SERVICE", "DigitsSuppress", "4", "CDRService DIGITSSUPP binary 04"},
-    {"$SERVICE", "DigitsLimit", "12", "CDRService DIGITSLIMIT binary 00 0c"},
-    {"$SERVICE", "ClipFileSchedule", "3", "CDRService SCHEDULE binary 03"},
-    {"$SERVICE", "ClipFileSize_100K", "20", "CDRService FILESIZE binary 14"},
-    {"$SERVICE", "CDRDiskSpaceLimit_MB", "70000", "CDRService DISKLIMIT int 70000"},
-    {"$SERVICE", "CLIDWithName", "FALSE", "CDRService NAME binary 00"},
-    {"$SERVICE", "LongCLIDSupport", "TRUE", "CDRService LONGID binary 01"},
-    {"$SERVICE", "CLIDWithCallType", "TRUE", "CDRService CALLTYPE binary 01"},
-    {"$SERVICE", "SupportCallCharge", "TRUE", "CDRService CHARGE binary 01"},
-    {"$SERVICE", "AnswerSupervision", "FALSE", "CDRService SUPERVISE binary 00"},
-    {"$SERVICE", "CallFilterDuration", "9", "CDRService TIME binary 09"},
-    {"$SERVICE", "HospitalityRecords", "TRUE", "CDRService HOSPITAL binary 01"},
-    {"$PREFIX0", "PrefixBin", "12345678", "CDRService PREFIX BIN binary 01 02 03 04 05 06 07 08 0"},
-    {"$ACCESS0", "AccessBin", "123", "CDRService ACCESS BIN binary 01 02 03 0c 0c 0"},
-    {"$ACCESS0", "SuppressBin", "16", "CDRService ACCESS BIN binary 01 02 03 0c 0c 10 0"},
-};
-const Setting kPush[] = {
-    {"$PUSH", "IPAddress", "10.0.0.1", "CDRPush IpAddr text 10.0.0.1"},
-    {"$PUSH", "UserName", "cdr", "CDRPush UserName text cdr"},
-    {"$PUSH", "Password", "s3cret!", "CDRPush Password text s3cret!"},
-    {"$PUSH", "DestFolder", "/in/box", "CDRPush DestFolder text /in/box"},
-    {"$PUSH", "NumRetry", "7", "CDRPush NumRetry binary 07"},
-    {"$PUSH", "DeleteFlag", "TRUE", "CDRPush DeleteFlag binary 01"},
-    {"$PUSH", "CompressFlag", "TRUE", "CDRPush CompressFlag binary 01"},
-    {"$PUSH", "IncludeMetricsFlag", "TRUE", "CDRPush IncludeMetricsFlag binary 01"},
-    {"$PUSH", "TransferTime", "8:30", "CDRPush TranTime text 8:30"},
-    {"$PUSH", "TransferDayOfMonth", "31", "CDRPush TranDateOfMonth text 31"},
-    {"$PUSH", "TransferDayOfWeek", "5", "CDRPush TranDateOfWeek text 5"},
-};
-const Setting kPullMetrics = {"$PULLED", "IncludeMetricsFlag", "TRUE", "CDRPull Pull-IncludeMetricsFlag binary 01"};
-
-Setting transferType(const char* type) {
-    static const char* const entries[] = {"CDRPush TransferType binary 00", "CDRPush TransferType binary 01",
-                                          "CDRPush TransferType binary 02", "CDRPush TransferType binary 03",
-                                          "CDRPush TransferType binary 04"};
-    return {"$PUSH", "TransferType", type, entries[*type - '0']};
+// A property's value as wbemcli takes and shows it.
+std::string wireText(const PropertyCase& c, std::string value) {
+    if (c.type == "boolean") {
+        std::transform(value.begin(), value.end(), value.begin(), [](char letter) { return std::toupper(letter); });
+    }
+    return value;
 }
 
-bool isDay(const std::string& property) {
-    return property == "TransferDayOfWeek" || property == "TransferDayOfMonth";
+// The entry's line in "zporeg list", without quotes.
+std::string entryLine(const PropertyCase& c) {
+    std::string line = "CDR " + c.key + " " + c.stored;
+    line[line.find('/')] = ' ';
+    if (const std::size_t kind = line.find(" bytes "); kind != std::string::npos) {
+        line.replace(kind, 7, " binary ");
+        for (std::size_t byte = kind + 10; byte < line.size(); byte += 3) {
+            line.insert(byte, 1, ' ');
+        }
+    }
+    return line;
 }
 
-/// Whether the property applies to the type of transfer; only then is its value shown.
-bool applies(const std::string& property, char type) {
-    return type < '3' && (!isDay(property) || property == (type == '1'   ? "TransferDayOfWeek"
-                                                           : type == '2' ? "TransferDayOfMonth"
-                                                                         : ""));
+// The command that puts the entry there, or takes it away.
+std::string entryCommand(const PropertyCase& c, bool put) {
+    const std::size_t slash = c.key.find('/');
+    const std::size_t blank = c.stored.find(' ');
+    const std::string kind = c.stored[0] == 'b' ? "binary" : c.stored.substr(0, blank);
+    return std::string("zporeg ") + (put ? "set" : "delete") + " CDR " + c.key.substr(0, slash) + " '" +
+           c.key.substr(slash + 1) + "'" + (put ? " --" + kind + " '" + c.stored.substr(blank + 1) + "'" : "");
 }
 
 std::vector<std::string> news(const std::set<std::string>& before, const std::set<std::string>& after) {
@@ -89,87 +48,39 @@ std::vector<std::string> news(const std::set<std::string>& before, const std::se
     return result;
 }
 
-/// What a change did.
-struct Effects {
-    std::vector<std::string> shown;   ///< the lines of the instance that are new
-    std::vector<std::string> entries; ///< the lines of the registry that are new
-    std::size_t lost;                 ///< how many entries are gone or have another value
-};
-
-/// Changes settings and compares registry and instance with what they were at the change before.
-class Watch {
-  public:
-    Effects change(const Setting& setting) {
-        const std::string get = std::string("show ") + setting.object;
-        auto shown = shown_.find(get);
-        if (shown == shown_.end()) {
-            shown = shown_.emplace(get, Lab::lines(get)).first;
-        }
-        EXPECT_EQ(Lab::run(std::string("wbemcli mi ") + setting.object + " " + setting.property + "=" + setting.value),
-                  "");
-        auto entries = Lab::lines("zporeg list");
-        auto shownNow = Lab::lines(get);
-        Effects effects{news(shown->second, shownNow), news(entries_, entries), news(entries, entries_).size()};
-        shown->second.swap(shownNow);
-        entries_.swap(entries);
-        return effects;
-    }
-
-  private:
-    std::set<std::string> entries_ = Lab::lines("zporeg list");
-    std::map<std::string, std::set<std::string>> shown_; ///< by the command that shows the instance
-};
-
-std::string shownAs(const Setting& setting) {
-    return std::string("-") + setting.property + "=" + setting.value;
+std::string change(const PropertyCase& c, const std::string& value) {
+    return Lab::run("wbemcli mi \"${CIM}\"'" + c.path + "' '" + c.property + "=" + wireText(c, value) + "'");
 }
 
-class FromRegistry : public testing::TestWithParam<Registry> {};
-
-TEST_P(FromRegistry, EachPropertyCanBeSetByItself) {
-    Lab lab(GetParam());
+TEST(Settings, AreStoredShownAndRefusedEachByItself) {
+    Lab lab(Registry::Factory);
     lab.start();
-    Watch watch;
-    std::vector<Setting> settings(std::begin(kReport), std::end(kReport));
-    settings.push_back(transferType("0"));
-    settings.insert(settings.end(), std::begin(kPush), std::end(kPush));
-    settings.push_back(transferType("3"));
-    settings.push_back(kPullMetrics);
-    for (const Setting& setting : settings) {
-        SCOPED_TRACE(setting.property);
-        const Effects effects = watch.change(setting);
-        EXPECT_THAT(effects.entries, Contains(StartsWith(std::string("CDR ") + setting.entry)));
-        EXPECT_LE(effects.lost, 1U);
-        if (!isDay(setting.property)) {
-            EXPECT_THAT(effects.shown, Contains(shownAs(setting)));
+    for (const PropertyCase& c : propertyCases()) {
+        SCOPED_TRACE(c.className() + "." + c.property);
+        Lab::run(std::string("zporeg set CDR CDRPush TransferType --binary 0") + c.transferType() + ";" +
+                 entryCommand(c, !c.writable));
+        const std::set<std::string> before = Lab::lines("zporeg list");
+        EXPECT_EQ(change(c, c.shown), "");
+        const std::set<std::string> after = Lab::lines("zporeg list");
+        EXPECT_EQ(news(before, after), std::vector<std::string>(c.writable ? 1 : 0, entryLine(c)));
+        EXPECT_THAT(news(after, before), IsEmpty()) << "other entries stay";
+        EXPECT_EQ(Lab::run("show \"${CIM}\"'" + c.path + "' " + c.property),
+                  "-" + c.property + "=" + wireText(c, c.shown) + "\n");
+        if (!c.refused.empty()) {
+            const auto& [value, message] = c.refused.front();
+            EXPECT_THAT(change(c, value), HasSubstr(message.empty() ? "Cim: (1)" : "(" + message + ")"));
+            EXPECT_EQ(Lab::lines("zporeg list"), after);
         }
-        if (GetParam() == Registry::Factory) {
-            EXPECT_EQ(effects.entries.size(), 1U);
-        }
-        EXPECT_EQ(lab.heard(), std::strcmp(setting.object, "$SERVICE") == 0 ? "0\n" : "");
+        EXPECT_EQ(lab.heard(), c.isService() ? "0\n" : "");
+        EXPECT_EQ(lab.armed(), c.isScheduled() ? 1U : 0U);
     }
-    const auto entries = Lab::lines("zporeg list");
-    Lab::play({
-        {"wbemcli mi $PUSHED LastTransferTime=20260101000000.000000+000", ""},
-        {"wbemcli mi $PULLED NumberOfFailedTransfers=5,ReasonForFailure=none", ""},
-        {"show $PULLED NumberOfFailedTransfers", "-NumberOfFailedTransfers=0\n"},
-    });
-    EXPECT_EQ(Lab::lines("zporeg list"), entries) << "statistics are not written";
 }
 
-INSTANTIATE_TEST_SUITE_P(Start, FromRegistry, testing::Values(Registry::Empty, Registry::Factory),
-                         [](const auto& start) { return start.param == Registry::Empty ? "Empty" : "Factory"; });
-
-TEST(EmptyRegistry, IsShownAsNullAndReadingLeavesTheReportSettingsAbsent) {
+TEST(Settings, AbsentAreShownAsNullAndReadingLeavesTheReportSettingsAbsent) {
     Lab lab(Registry::Empty);
     lab.start();
-    std::string service = "-SystemCreationClassName=QTX_System\n-SystemName=QTX\n-CreationClassName=QTX_CDRService\n"
-                          "-Name=CDRService\n";
-    for (const Setting& setting : kReport) {
-        service += setting.object == std::string("$SERVICE") ? "-" + std::string(setting.property) + "=\n" : "";
-    }
     Lab::play({
-        {"wbemcli -nl ei ${CIM}QTX_CDRService | sed '1d;/^$/d'", service},
+        {"wbemcli -nl ei ${CIM}QTX_CDRService | grep -c '=$'", "21\n"},
         {"wbemcli -nl ei ${CIM}QTX_CDRServicePrefixBin | grep -c '^-PrefixBin=$'", "8\n"},
         {"wbemcli -nl ei ${CIM}QTX_CDRServiceAccessBin | grep -c '^-....*Bin=$'", "10\n"},
         {"zporeg list", ""},
@@ -181,62 +92,23 @@ TEST(EmptyRegistry, IsShownAsNullAndReadingLeavesTheReportSettingsAbsent) {
     EXPECT_THAT(lab.diagnostics(), HasSubstr("getDigitsLimit error = 2097165"));
 }
 
-/// The push task that the factory settings and later changes ask for.
-struct Schedule {
-    std::string time = "0 2"; ///< minute and hour
-    std::string dayOfMonth = "1";
-    std::string dayOfWeek = "7"; ///< Sunday, set as 0
-
-    /// Whether the property is part of the schedule.
-    bool take(const std::string& property, const std::string& value) {
-        if (property == "TransferTime") {
-            time = value.substr(value.find(':') + 1) + " " + value.substr(0, value.find(':'));
-        } else if (isDay(property)) {
-            (property == "TransferDayOfWeek" ? dayOfWeek : dayOfMonth) = value;
-        }
-        return property == "TransferTime" || isDay(property);
-    }
-    std::string line(char type) const {
-        return time + (type == '2' ? " " + dayOfMonth + " * *" : " * * " + (type == '1' ? dayOfWeek : "*")) +
-               " /qv/bin/CDRTransfer\n";
-    }
-};
-
-class TransferType : public testing::TestWithParam<const char*> {};
-
-TEST_P(TransferType, EachPushPropertyChangesAloneAndOnlyTheScheduleArms) {
-    const char type = *GetParam();
+TEST(Settings, OfThePushMoveTheTaskAndNoOtherLineOfTheCrontab) {
     Lab lab(Registry::Factory);
     const std::string foreign = "# by hand\n*/5 * * * * /bin/true\n";
     lab.setCrontab(foreign);
     lab.start();
-    Watch watch;
-    if (type != '4') {
-        EXPECT_EQ(watch.change(transferType(GetParam())).entries.size(), 1U);
+    for (const auto& [setting, when] : {std::pair("NumRetry=7", ""),
+                                        {"TransferTime=8:30", "30 8 * * *"}, // also when nothing is pushed
+                                        {"TransferType=1", "30 8 * * 7"},
+                                        {"TransferDayOfWeek=5", "30 8 * * 5"},
+                                        {"TransferType=2", "30 8 1 * *"},
+                                        {"TransferDayOfMonth=31", "30 8 31 * *"},
+                                        {"TransferType=3", ""},
+                                        {"TransferDayOfMonth=5", "30 8 * * *"},
+                                        {"TransferType=4", ""}}) {
+        EXPECT_EQ(Lab::run(std::string("wbemcli mi $PUSH ") + setting), "");
+        EXPECT_EQ(lab.crontab(), *when == '\0' ? foreign : foreign + when + " /qv/bin/CDRTransfer\n") << setting;
     }
-    EXPECT_EQ(lab.armed(), type < '3' ? 1U : 0U);
-    Schedule schedule;
-    bool armed = type < '3';
-    for (const Setting& setting : kPush) {
-        SCOPED_TRACE(setting.property);
-        const std::string property = setting.property;
-        const Effects effects = watch.change(setting);
-        EXPECT_THAT(effects.entries, ElementsAre(std::string("CDR ") + setting.entry));
-        EXPECT_EQ(effects.lost, 1U);
-        if (applies(property, type)) {
-            EXPECT_THAT(effects.shown, ElementsAre(shownAs(setting)));
-        } else {
-            EXPECT_THAT(effects.shown, IsEmpty());
-        }
-        const bool arms = schedule.take(property, setting.value);
-        armed = armed || arms;
-        EXPECT_EQ(lab.armed(), arms ? 1U : 0U);
-        EXPECT_EQ(lab.crontab(), foreign + (armed ? schedule.line(type) : ""));
-    }
-    EXPECT_EQ(lab.heard(), "");
 }
-
-INSTANTIATE_TEST_SUITE_P(Type, TransferType, testing::Values("0", "1", "2", "3", "4"),
-                         [](const auto& type) { return std::string(type.param); });
 
 } // namespace

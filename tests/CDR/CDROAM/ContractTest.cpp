@@ -44,12 +44,10 @@ class ContractTest : public ModuleTest, public testing::WithParamInterface<Class
         std::vector<CIMObjectPath> paths;
         for (std::size_t i = 0; i < first.getKeys().size(); ++i) {
             const CIMName key = first.getKeys()[i].getName();
-            for (const CIMProperty& replacement :
-                 {CIMProperty(key, CIMValue("other")), CIMProperty(key), CIMProperty(CIMName("NoKey"))}) {
-                CIMPropertyArray changedKeys = first.getKeys();
-                changedKeys[i] = replacement;
-                paths.push_back(first);
-                paths.back().setKeys(changedKeys);
+            for (const CIMProperty& other : {CIMProperty(key, CIMValue("x")), CIMProperty(key), CIMProperty("NoKey")}) {
+                CIMPropertyArray keys = first.getKeys();
+                keys[i] = other;
+                paths.push_back(CIMObjectPath(first).setKeys(keys));
             }
         }
         return paths;
@@ -88,7 +86,6 @@ TEST_P(ContractTest, DoesNotFindStrangers) {
 
 TEST_P(ContractTest, CreatesAndDeletesNothing) {
     expectFailure(7, [&] { create(named(first)); });
-    expectFailure(7, [&] { create(CIMInstance(c.name.c_str())); });
     expectFailure(7, [&] { remove(first); });
     EXPECT_EQ(names(c.name), c.paths);
 }
@@ -106,9 +103,7 @@ TEST_P(ContractTest, PassesOverUnknownNamesKeysAndNullValues) {
 
 TEST_P(ContractTest, KnowsMethodsByTheirExactNames) {
     for (const char* method : {"", "refresh", "clipfile", "pushfilenow"}) {
-        for (const CIMObjectPath& object : {first, strangers().front()}) {
-            EXPECT_EQ(failure([&] { invoke(object, method); }), "17 352 " + c.name + "Provider ") << method;
-        }
+        EXPECT_EQ(failure([&] { invoke(strangers().front(), method); }), "17 352 " + c.name + "Provider ") << method;
     }
 }
 
@@ -136,26 +131,25 @@ TEST_F(ModuleTest, ModifyingStopsAtTheFirstFailure) {
 }
 
 struct StubbornBin : QTX_CDRServicePrefixBin {
-    StubbornBin(int start, int set, int end) : QTX_CDRServicePrefixBin("x"), statuses{start, set, end} {}
-    int startChange() override { return step(0); }
-    int setPrefixBin(std::string /*value*/) override { return step(1); }
-    int endChange() override { return step(2); }
-    int step(std::size_t number) { return statuses[steps = number]; }
-    const int statuses[3];
-    std::size_t steps = 0; ///< the last that was taken
+    explicit StubbornBin(std::vector<int> results) : QTX_CDRServicePrefixBin("x"), statuses(std::move(results)) {}
+    int startChange() override { return statuses.at(steps++); }
+    int setPrefixBin(std::string /*value*/) override { return statuses.at(steps++); }
+    int endChange() override { return statuses.at(steps++); }
+    const std::vector<int> statuses;
+    std::size_t steps = 0; ///< so many were taken
 };
 
 TEST(Modifying, BracketsTheChangesAndStopsAtABadStatus) {
     const CIMInstance wanted = changed("QTX_CDRServicePrefixBin.InstanceID=\"x\"", {{"PrefixBin", CIMValue("1")}});
-    const auto expect = [&](StubbornBin&& bin, std::size_t steps, const std::string& ended) {
-        const QTX_CDRServicePrefixBinProvider provider;
-        EXPECT_EQ(failure([&] { provider.modifyInstance(bin, wanted); }), ended);
-        EXPECT_EQ(bin.steps, steps);
+    const auto expect = [&](const std::vector<int>& results, const std::string& ended) {
+        StubbornBin bin(results);
+        EXPECT_EQ(failure([&] { QTX_CDRServicePrefixBinProvider().modifyInstance(bin, wanted); }), ended);
+        EXPECT_EQ(bin.steps, results.size());
     };
-    expect({0, 0, 0}, 2, "");
-    expect({-5, 0, 0}, 0, "1 271 QTX_CDRServicePrefixBinProvider -5");
-    expect({0, 6, 0}, 1, "1 304 QTX_CDRServicePrefixBinProvider 6");
-    expect({0, 0, 7}, 2, "1 311 QTX_CDRServicePrefixBinProvider 7");
+    expect({0, 0, 0}, "");
+    expect({-5}, "1 271 QTX_CDRServicePrefixBinProvider -5");
+    expect({0, 6}, "1 304 QTX_CDRServicePrefixBinProvider 6");
+    expect({0, 0, 7}, "1 311 QTX_CDRServicePrefixBinProvider 7");
 }
 
 // What the module's own managers never do.

@@ -24,7 +24,6 @@ class TestLogger : public Logger {
   public:
     explicit TestLogger(std::vector<std::string>& entries) : Logger("test", E_ALL_LEVEL), entries_(entries) {}
 
-  protected:
     void doProcessLogMessage(const LogMessage& message) const override {
         entries_.emplace_back((message.category + ": " + message.message).c_str());
     }

@@ -35,133 +35,114 @@ namespace {
 
 using Text = const std::string&;
 
-PropertyCase setting(Text property, Text type, Text key, Text stored, Text shown, const TextPairs& taken = {},
-                     const TextPairs& refused = {}, const TextPairs& alsoShown = {}) {
-    return {kService, property, type, "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
-}
-
-// Row 2 of an entry whose other rows are empty.
-PropertyCase bin(Text name, Text property, Text key, int rows, Text empty, Text row, Text shown, TextPairs taken,
-                 const TextPairs& refused, TextPairs alsoShown) {
-    for (auto& [value, content] : taken) {
-        content = binEntry(rows, empty, 2, content);
-    }
-    for (auto& [content, value] : alsoShown) {
-        content = binEntry(rows, empty, 2, content);
-    }
-    return {binPath(name, 2),
-            property,
-            "string",
-            "CDRService/" + key,
-            binEntry(rows, empty, 2, row),
-            shown,
-            "-",
-            "",
-            true,
-            taken,
-            refused,
-            alsoShown};
-}
-
-PropertyCase push(Text property, Text type, Text key, Text stored, Text shown, Text absent, Text created,
-                  const TextPairs& taken = {}) {
-    return {kPushSetting, property, type, "CDRPush/" + key, stored, shown, absent, created, true, taken};
-}
-
-// A text is stored as it is given. An entry takes 511 bytes.
+// Settings of the push transfer are created with their defaults. A text is stored as it is given; an entry takes 511
+// bytes of it.
 PropertyCase pushText(Text property, Text key, Text shown, Text absent = "", const std::vector<std::string>& taken = {},
                       const std::vector<std::string>& refused = {}, const TextPairs& alsoShown = {}) {
-    PropertyCase made = push(property, "string", key, "text " + shown, shown, absent, "text " + absent);
+    PropertyCase made{kPushSetting,    property, "string", "CDRPush/" + key,
+                      "text " + shown, shown,    absent,   "text " + absent};
     const std::string longest = shown + ":" + std::string(510 - shown.size(), 'x');
+    made.taken = {{longest, "text " + longest}};
+    for (const std::string& value : taken) {
+        made.taken.emplace_back(value, "text " + value);
+    }
     for (const std::string& value : refused) {
         made.refused.emplace_back(value, "301");
     }
     made.refused.emplace_back(longest + "x", "");
-    for (const std::string& value : taken) {
-        made.taken.emplace_back(value, "text " + value);
-    }
-    made.taken.emplace_back(longest, "text " + longest);
     made.alsoShown = alsoShown;
     return made;
 }
 
+// clang-format off
+PropertyCase setting(Text property, Text type, Text key, Text stored, Text shown, const TextPairs& taken = {},
+                     const TextPairs& refused = {}, const TextPairs& alsoShown = {}) {
+    return {kService, property, type, "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
+}
+PropertyCase bin(Text name, Text property, Text key, Text stored, Text shown, const TextPairs& taken, const TextPairs& refused,
+                 const TextPairs& alsoShown) {
+    return {binPath(name, 2), property, "string", "CDRService/" + key, stored, shown, "-", "", true, taken, refused, alsoShown};
+}
+PropertyCase push(Text property, Text type, Text stored, Text shown, Text absent, Text created, const TextPairs& taken = {}) {
+    return {kPushSetting, property, type, "CDRPush/" + property, stored, shown, absent, created, true, taken};
+}
 PropertyCase pulled(Text property, Text type, Text key, Text stored, Text shown, Text absent) {
     return {kPullStatistics, property, type, "CDRPull/Pull-" + key, stored, shown, absent, "", false};
 }
-
-} // namespace
+std::string prefixRow(Text row) { return binEntry(8, kEmptyPrefix, 2, row); }
+std::string accessRow(Text row) { return binEntry(5, kEmptyAccess, 2, row); }
 
 // Values differ, so that no entry passes for another, and from the factory settings. Counters lie in the entry as on a
 // little-endian host.
-// clang-format off
+const std::vector<PropertyCase> kCases = {
+    setting("Format", "uint8", "FORMAT", "bytes 01", "1"),
+    setting("ReportType", "uint8", "TYPE", "bytes 02", "2"),
+    setting("Language", "uint8", "LANG", "bytes 03", "3"),
+    setting("ReportFilter", "uint8", "FILTER", "bytes ff", "255"),
+    setting("FeatureCode", "string", "FEATURE CODE", "bytes f942", "42",
+            {{"9a", "bytes f990"}, {"123", "bytes f912"}, {"7", "bytes f970"}, {"", "bytes f900"}},
+            {{"1234", "FeatureCode length must be must be <= 3"}}, {{"bytes 00af", ":?"}}),
+    setting("DateFormat", "uint8", "DATE", "bytes 05", "5"),
+    setting("HeaderFormat", "uint8", "HEADER", "bytes 06", "6"),
+    setting("DNISInfo", "boolean", "DNIS", "bytes 00", "false", {{"true", "bytes 01"}}, {}, {{"bytes 02", "true"}}),
+    setting("ConnectChar", "uint8", "CONNECT", "bytes 07", "7"),
+    setting("DigitsSuppress", "uint8", "DIGITSSUPP", "bytes 08", "8"),
+    setting("DigitsLimit", "uint16", "DIGITSLIMIT", "bytes 0018", "24", {{"3", "bytes 0003"}},
+            {{"25", "DigitsLimit must be <= 24"}, {"2", "DigitsLimit must be >= 3"}}, {{"bytes 1234", "4660"}}),
+    setting("ClipFileSchedule", "uint8", "SCHEDULE", "bytes 09", "9"),
+    setting("ClipFileSize_100K", "uint32", "FILESIZE", "bytes fe", "254", {{"300", "bytes 2c"}, {"256", "bytes 00"}}),
+    setting("CDRDiskSpaceLimit_MB", "uint32", "DISKLIMIT", "int 4000000000", "4000000000"),
+    setting("CLIDWithName", "boolean", "NAME", "bytes 00", "false"),
+    setting("LongCLIDSupport", "boolean", "LONGID", "bytes 01", "true"),
+    setting("CLIDWithCallType", "boolean", "CALLTYPE", "bytes 01", "true"),
+    setting("SupportCallCharge", "boolean", "CHARGE", "bytes 01", "true"),
+    setting("AnswerSupervision", "boolean", "SUPERVISE", "bytes 00", "false"),
+    setting("CallFilterDuration", "uint32", "TIME", "bytes 0b", "11", {{"4294967295", "bytes ff"}}),
+    setting("HospitalityRecords", "boolean", "HOSPITAL", "bytes 01", "true"),
+    bin("CDRServicePrefixBin", "PrefixBin", "PREFIX BIN", prefixRow("010203040506070c"), "1234567",
+        {{"", prefixRow(kEmptyPrefix)}, {"12345678", prefixRow("0102030405060708")}, {"90", prefixRow("09000c0c0c0c0c0c")}},
+        {{"123456789", "PrefixBin length must be must be <= 8"}, {"12a", "301"}, {"1234567\xc3", "301"}},
+        {{prefixRow("0c01020304050607"), ""}, {prefixRow("01ff030405060708"), "1"}, {prefixRow("0a0b0c0101010101"), ":;"}}),
+    bin("CDRServiceAccessBin", "AccessBin", "ACCESS BIN", accessRow("0102030c0c00"), "123",
+        {{"", accessRow(kEmptyAccess)}, {"12345", accessRow("010203040500")}},
+        {{"123456", "AccessBin length must be must be <= 5"}, {"1234x", "301"}}, {{accessRow("09080706050f"), "98765"}}),
+    bin("CDRServiceAccessBin", "SuppressBin", "ACCESS BIN", accessRow("0c0c0c0c0c10"), "16",
+        {{"", accessRow(kEmptyAccess)}, {"2", accessRow("0c0c0c0c0c02")}},
+        {{"17", "301"}, {"-1", "301"}, {"100", "SuppressBin length must be must be <= 2"}}, {{accessRow("0908070605ff"), "255"}}),
+    push("TransferType", "uint8", "bytes 02", "2", "4", "bytes 04"),
+    // What grows beyond 511 bytes in UTF-8 is cut between characters.
+    pushText("IPAddress", "IpAddr", "10.0.0.1", "", {}, {}, {{"text " + std::string(510, 'x') + "\xe9", std::string(510, 'x')}}),
+    pushText("UserName", "UserName", "me", "", {"J\xc3\xb6"}, {}, {{"text J\xf6", "J\xc3\xb6"}, {"text J\xc3\xb6", "J\xc3\x83\xc2\xb6"}}),
+    pushText("Password", "Password", "secret"),
+    pushText("DestFolder", "DestFolder", "/cdr"),
+    push("NumRetry", "uint32", "bytes ff", "255", "0", "bytes 00", {{"300", "bytes 2c"}}),
+    push("DeleteFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
+    push("CompressFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
+    push("IncludeMetricsFlag", "boolean", "bytes 01", "true", "false", "bytes 00"),
+    pushText("TransferTime", "TranTime", "7:5", "00:00",
+             {"0:0", "00:00", "23:59", "", ":", "12", "7:5:99", "::7::5", " 7: 5", "9x:1y"},
+             {"24:00", "12:60", "ab:10", "10:ab", "000:10", "1:000", "-1:00", "1:-1", ":30", "99999999999:0", "7: "}),
+    pushText("TransferDayOfMonth", "TranDateOfMonth", "31", "", {"1", "15th", " 2"},
+             {"32", "0", "", "x", "-1", "4294967297"}),
+    pushText("TransferDayOfWeek", "TranDateOfWeek", "6", "", {"0", "", "x", "3rd"}, {"7", "-1"}),
+    {kPushStatistics, "LastTransferTime", "datetime", "CDRPush/LastTransferTime",
+     "text 20240229123000.000000+060", "20240229123000.000000+060", "00000000000000.000000:000", "", false},
+    pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
+    {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag",
+     "bytes 01", "true", "false", "bytes 00"},
+    pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", "bytes 01000000", "1", "0"),
+    pulled("MostRecentFailedTransfer", "string", "MostRecentFailure", "text then", "then", ""),
+    pulled("ReasonForFailure", "string", "MostRecentFailureReason", "text full", "full", ""),
+    pulled("NumberOfFailedTransfers", "uint32", "NumFailures", "bytes 00010000", "256", "0"),
+    pulled("LargestFileTransferred", "uint32", "LargestFile", "bytes 00000080", "2147483648", "0"),
+    pulled("SmallestFileTransferred", "uint32", "SmallestFile", "bytes 03000000", "3", "0"),
+    pulled("TotalNumberOfBytesTransferred", "uint32", "NumberOfBytes", "bytes ffffffff", "4294967295", "0"),
+    pulled("TotalNumberOfFileTransferred", "uint32", "NumberOfFiles", "bytes 05000000", "5", "0"),
+};
+// clang-format on
+
+} // namespace
+
 const std::vector<PropertyCase>& propertyCases() {
-    static const std::vector<PropertyCase> kCases = {
-        setting("Format", "uint8", "FORMAT", "bytes 01", "1"),
-        setting("ReportType", "uint8", "TYPE", "bytes 02", "2"),
-        setting("Language", "uint8", "LANG", "bytes 03", "3"),
-        setting("ReportFilter", "uint8", "FILTER", "bytes ff", "255"),
-        setting("FeatureCode", "string", "FEATURE CODE", "bytes f942", "42",
-                {{"9a", "bytes f990"}, {"123", "bytes f912"}, {"7", "bytes f970"}, {"", "bytes f900"}},
-                {{"1234", "FeatureCode length must be must be <= 3"}}, {{"bytes 00af", ":?"}}),
-        setting("DateFormat", "uint8", "DATE", "bytes 05", "5"),
-        setting("HeaderFormat", "uint8", "HEADER", "bytes 06", "6"),
-        setting("DNISInfo", "boolean", "DNIS", "bytes 00", "false", {{"true", "bytes 01"}}, {}, {{"bytes 02", "true"}}),
-        setting("ConnectChar", "uint8", "CONNECT", "bytes 07", "7"),
-        setting("DigitsSuppress", "uint8", "DIGITSSUPP", "bytes 08", "8"),
-        setting("DigitsLimit", "uint16", "DIGITSLIMIT", "bytes 0018", "24", {{"3", "bytes 0003"}},
-                {{"25", "DigitsLimit must be <= 24"}, {"2", "DigitsLimit must be >= 3"}}, {{"bytes 1234", "4660"}}),
-        setting("ClipFileSchedule", "uint8", "SCHEDULE", "bytes 09", "9"),
-        setting("ClipFileSize_100K", "uint32", "FILESIZE", "bytes fe", "254", {{"300", "bytes 2c"}, {"256", "bytes 00"}}),
-        setting("CDRDiskSpaceLimit_MB", "uint32", "DISKLIMIT", "int 4000000000", "4000000000"),
-        setting("CLIDWithName", "boolean", "NAME", "bytes 00", "false"),
-        setting("LongCLIDSupport", "boolean", "LONGID", "bytes 01", "true"),
-        setting("CLIDWithCallType", "boolean", "CALLTYPE", "bytes 01", "true"),
-        setting("SupportCallCharge", "boolean", "CHARGE", "bytes 01", "true"),
-        setting("AnswerSupervision", "boolean", "SUPERVISE", "bytes 00", "false"),
-        setting("CallFilterDuration", "uint32", "TIME", "bytes 0b", "11", {{"4294967295", "bytes ff"}}),
-        setting("HospitalityRecords", "boolean", "HOSPITAL", "bytes 01", "true"),
-        bin("CDRServicePrefixBin", "PrefixBin", "PREFIX BIN", 8, kEmptyPrefix, "010203040506070c", "1234567",
-            {{"", kEmptyPrefix}, {"12345678", "0102030405060708"}, {"90", "09000c0c0c0c0c0c"}},
-            {{"123456789", "PrefixBin length must be must be <= 8"}, {"12a", "301"}, {"1234567\xc3", "301"}},
-            {{"0c01020304050607", ""}, {"01ff030405060708", "1"}, {"0a0b0c0101010101", ":;"}}),
-        bin("CDRServiceAccessBin", "AccessBin", "ACCESS BIN", 5, kEmptyAccess, "0102030c0c00", "123",
-            {{"", kEmptyAccess}, {"12345", "010203040500"}},
-            {{"123456", "AccessBin length must be must be <= 5"}, {"1234x", "301"}}, {{"09080706050f", "98765"}}),
-        bin("CDRServiceAccessBin", "SuppressBin", "ACCESS BIN", 5, kEmptyAccess, "0c0c0c0c0c10", "16",
-            {{"", kEmptyAccess}, {"2", "0c0c0c0c0c02"}},
-            {{"17", "301"}, {"-1", "301"}, {"100", "SuppressBin length must be must be <= 2"}}, {{"0908070605ff", "255"}}),
-        push("TransferType", "uint8", "TransferType", "bytes 02", "2", "4", "bytes 04"),
-        pushText("IPAddress", "IpAddr", "10.0.0.1", "", {}, {}, {{"text " + std::string(511, '\xe9'), [] {
-            std::string cut; // what grows beyond 511 bytes is cut between characters
-            while (cut.size() < 510) { cut += "\xc3\xa9"; }
-            return cut;
-        }()}}),
-        pushText("UserName", "UserName", "me", "", {"J\xc3\xb6"}, {}, {{"text J\xf6", "J\xc3\xb6"}, {"text J\xc3\xb6", "J\xc3\x83\xc2\xb6"}}),
-        pushText("Password", "Password", "secret"),
-        pushText("DestFolder", "DestFolder", "/cdr"),
-        push("NumRetry", "uint32", "NumRetry", "bytes ff", "255", "0", "bytes 00", {{"300", "bytes 2c"}}),
-        push("DeleteFlag", "boolean", "DeleteFlag", "bytes 01", "true", "false", "bytes 00"),
-        push("CompressFlag", "boolean", "CompressFlag", "bytes 01", "true", "false", "bytes 00"),
-        push("IncludeMetricsFlag", "boolean", "IncludeMetricsFlag", "bytes 01", "true", "false", "bytes 00"),
-        pushText("TransferTime", "TranTime", "7:5", "00:00",
-                 {"0:0", "00:00", "23:59", "", ":", "12", "7:5:99", "::7::5", " 7: 5", "9x:1y"},
-                 {"24:00", "12:60", "ab:10", "10:ab", "000:10", "1:000", "-1:00", "1:-1", ":30", "99999999999:0", "7: "}),
-        pushText("TransferDayOfMonth", "TranDateOfMonth", "31", "", {"1", "15th", " 2"},
-                 {"32", "0", "", "x", "-1", "4294967297"}),
-        pushText("TransferDayOfWeek", "TranDateOfWeek", "6", "", {"0", "", "x", "3rd"}, {"7", "-1"}),
-        {kPushStatistics, "LastTransferTime", "datetime", "CDRPush/LastTransferTime",
-         "text 20240229123000.000000+060", "20240229123000.000000+060", "00000000000000.000000:000", "", false},
-        pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
-        {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag",
-         "bytes 01", "true", "false", "bytes 00"},
-        pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", "bytes 01000000", "1", "0"),
-        pulled("MostRecentFailedTransfer", "string", "MostRecentFailure", "text then", "then", ""),
-        pulled("ReasonForFailure", "string", "MostRecentFailureReason", "text full", "full", ""),
-        pulled("NumberOfFailedTransfers", "uint32", "NumFailures", "bytes 00010000", "256", "0"),
-        pulled("LargestFileTransferred", "uint32", "LargestFile", "bytes 00000080", "2147483648", "0"),
-        pulled("SmallestFileTransferred", "uint32", "SmallestFile", "bytes 03000000", "3", "0"),
-        pulled("TotalNumberOfBytesTransferred", "uint32", "NumberOfBytes", "bytes ffffffff", "4294967295", "0"),
-        pulled("TotalNumberOfFileTransferred", "uint32", "NumberOfFiles", "bytes 05000000", "5", "0"),
-    };
     return kCases;
 }

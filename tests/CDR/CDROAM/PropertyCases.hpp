@@ -33,7 +33,6 @@ struct PropertyCase {
 
     std::string entry() const { return "CDR/" + key; }
     std::string className() const { return path.substr(0, path.find('.')); }
-    std::string provider() const { return className() + "Provider"; }
     bool isPushSetting() const { return path == kPushSetting; }
     bool isPullStatistic() const { return path == kPullStatistics; }
     bool isService() const { return path == kService; }

@@ -22,7 +22,7 @@ class PropertyTest : public ModuleTest, public testing::WithParamInterface<Prope
     // The failure of a set with this message.
     std::string refusal(const std::string& message) const {
         return message.empty() ? "1 607 CDRProvider "
-                               : (message == "301" ? "1 304 " : "4 304 ") + c.provider() + " " + message;
+                               : (message == "301" ? "1 304 " : "4 304 ") + c.className() + "Provider " + message;
     }
     void failAccess(const std::string& getOrSet) {
         for (const char* kind : {"Binary", "String", "Int"}) {
@@ -77,7 +77,7 @@ TEST_P(PropertyTest, LogsFailedAccesses) {
     failAccess("Set");
     EXPECT_EQ(set(c.shown), !c.writable         ? ""
                             : c.isPushSetting() ? "1 607 CDRProvider "
-                                                : "1 304 " + c.provider() + " 101");
+                                                : "1 304 " + c.className() + "Provider 101");
     EXPECT_EQ(platform.log, std::vector<std::string>(c.writable ? 1 : 0, failureEntry("set")));
     EXPECT_THAT(platform.created, IsEmpty());
     EXPECT_EQ(platform.entry(c.entry()), c.stored);

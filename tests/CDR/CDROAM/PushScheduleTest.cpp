@@ -84,14 +84,6 @@ TEST_F(PushScheduleTest, HandsTheTaskOverByteForByte) {
     }
 }
 
-TEST_F(PushScheduleTest, TreatsAnUnreadableTimeAsMidnight) {
-    putPush("TranTime", "text 7:30");
-    platform.fail("ZpoGetRegEntryString", ZPO_REG_DEVICE_ERROR, "TranTime");
-    EXPECT_EQ(setType("0"), "");
-    EXPECT_EQ(platform.created.at(0).hour, 0);
-    EXPECT_EQ(push("TranTime"), "text 7:30");
-}
-
 TEST_F(PushScheduleTest, RemovesEveryTaskOfTheProgram) {
     for (const char* type : {"3", "4"}) {
         platform.tasks = {listed(1), listed(2, "/bin/true"), listed(3)};
@@ -105,11 +97,13 @@ TEST_F(PushScheduleTest, RemovesEveryTaskOfTheProgram) {
     }
 }
 
-TEST_F(PushScheduleTest, CallsTheSchedulerInOrder) {
+TEST_F(PushScheduleTest, CallsThePlatformInOrder) {
     platform.tasks = {listed(1)};
+    platform.fail("system", 256); // whatever it returns
+    invoke(path(kPushSetting), "PushFileNow");
     EXPECT_EQ(set(kPushSetting, "TransferTime", "1:00"), "");
     EXPECT_THAT(platform.calls(),
-                ElementsAre("ZpoSetRegEntryString CDR/CDRPush/TranTime text 1:00",
+                ElementsAre("system /qv/bin/CDRTransfer", "ZpoSetRegEntryString CDR/CDRPush/TranTime text 1:00",
                             "ZpoGetScheduledTaskList /qv/bin/CDRTransfer 1000",
                             "ZpoDeleteScheduledTaskEx 1000 1000 1000", "ZpoDiagAddLogEntry 41 " + kDeleted,
                             "ZpoDeallocateScheduledTaskList ", "ZpoSetScheduledTask 1000 1000 1000",
@@ -143,7 +137,10 @@ TEST_F(PushScheduleTest, FailsWhenTheTaskCannotBeCreated) {
     EXPECT_THROW(object().RestoreCallBackHdlr(2), CFG_WriteError);
     platform.mend();
     platform.fail("ZpoGetScheduledTaskList", 99); // whose status does not count
+    platform.fail("ZpoGetRegEntryString", ZPO_REG_DEVICE_ERROR, "TranTime");
     EXPECT_EQ(setType("0"), "");
+    EXPECT_EQ(platform.created.back().hour, 0) << "a time that cannot be read is midnight";
+    EXPECT_EQ(push("TranTime"), "text 7:5");
 }
 
 // Each re-arms by what the ones before left; the minute must not be lost on the way.
@@ -169,22 +166,14 @@ TEST_F(PushScheduleTest, GivesFixedValuesBesideAFailedRead) {
     QualifierArray qualifiers;
     unsigned char type = 0;
     unsigned int retries = 0;
-    bool flag = true;
     std::string text = "kept";
     EXPECT_EQ(setType("0"), "");
     platform.fail("ZpoGetRegEntryBinary", 5);
     platform.fail("ZpoGetRegEntryString", 5);
     EXPECT_THROW(object().getTransferType(type, qualifiers), CFG_ReadError);
     EXPECT_THROW(object().getNumRetry(retries, qualifiers), CFG_ReadError);
-    EXPECT_THROW(object().getDeleteFlag(flag, qualifiers), CFG_ReadError);
     EXPECT_THROW(object().getTransferTime(text, qualifiers), CFG_ReadError);
-    EXPECT_EQ(std::make_tuple(type, retries, flag, text), std::make_tuple(4, 1U, false, ""));
-}
-
-TEST_F(PushScheduleTest, RunsTheTransferProgramWhateverItReturns) {
-    platform.fail("system", 256);
-    invoke(path(kPushSetting), "PushFileNow");
-    EXPECT_THAT(platform.calls(), ElementsAre("system /qv/bin/CDRTransfer"));
+    EXPECT_EQ(std::make_tuple(type, retries, text), std::make_tuple(4, 1U, ""));
 }
 
 } // namespace
