@@ -213,6 +213,8 @@ TEST(CIMValueCast, convertsThroughText) {
         {CIMValue(CIMDateTime()), CIMDataType::STRING, "\"00000000000000.000000:000\""},
         {CIMValue("x"), CIMDataType::DATETIME, "CIMDateTimeException: Invalid format for date time"},
         {CIMValue("x"), CIMDataType::EMBEDDEDINSTANCE, failed + "Failed to convert \"x\" to string)"},
+        {CIMValue("5"), CIMDataType::MAXDATATYPE,
+         failed + "Failed to convert \"5\" to ** INVALID DATA TYPE IN CIMDATATYPE - toString **)"},
         {CIMValue(UInt8(5)), bytes, "{5}"},
         {CIMValue("5"), bytes, "{5}"},
         {CIMValue(two(String("1"), String("2"))), bytes, "{1,2}"},
