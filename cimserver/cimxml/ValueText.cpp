@@ -23,7 +23,7 @@ namespace {
 /// Carries a C++ type as a value.
 template <typename T>
 struct TypeTag {
-    using type = T;
+    using Type = T;
 };
 
 /// Calls `use` with the TypeTag of the C++ type that holds values of a simple type; for anything else with that of
@@ -206,14 +206,14 @@ bool isDateTime(std::string_view text) {
 
 std::optional<CIMValue> parseScalar(CIMDataType::Type type, std::string_view text) {
     return withType(type, [&](auto tag) -> std::optional<CIMValue> {
-        typename decltype(tag)::type value{};
+        typename decltype(tag)::Type value{};
         return parse(text, value) ? std::optional<CIMValue>(CIMValue(value)) : std::nullopt;
     });
 }
 
 std::optional<CIMValue> parseArray(CIMDataType::Type type, const std::vector<std::string>& texts, std::string& bad) {
     return withType(type, [&](auto tag) -> std::optional<CIMValue> {
-        using T = typename decltype(tag)::type;
+        using T = typename decltype(tag)::Type;
         Array<T> values;
         for (const std::string& text : texts) {
             T value{};
@@ -229,7 +229,7 @@ std::optional<CIMValue> parseArray(CIMDataType::Type type, const std::vector<std
 
 std::vector<std::optional<std::string>> formatValue(const CIMValue& value) {
     return withType(value.getType(), [&](auto tag) {
-        using T = typename decltype(tag)::type;
+        using T = typename decltype(tag)::Type;
         std::vector<std::optional<std::string>> texts;
         if (!value.isArray()) {
             T one{};

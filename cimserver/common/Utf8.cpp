@@ -12,7 +12,7 @@ namespace {
 std::size_t brokenLength(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const auto lead = byte(0);
-    const std::size_t announced = lead < 0xC2 || lead > 0xF4 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+    const std::size_t announced = lead < 0xE0 || lead > 0xF4 ? 1 : lead < 0xF0 ? 3 : 4;
     std::size_t length = 1;
     while (length < std::min(announced, text.size()) && (byte(length) & 0xC0U) == 0x80U) {
         ++length;

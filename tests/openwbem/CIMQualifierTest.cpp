@@ -40,6 +40,7 @@ TEST(CIMQualifierType, replacesAFlavorByItsOpposite) {
     CIMQualifierType declaration("Q");
     EXPECT_TRUE(declaration.hasFlavor(CIMFlavor::ENABLEOVERRIDE) && declaration.hasFlavor(CIMFlavor::TOSUBCLASS));
     declaration.addFlavor(CIMFlavor::RESTRICTED).addFlavor(CIMFlavor::DISABLEOVERRIDE).addFlavor(CIMFlavor::INVALID);
+    declaration.addFlavor(CIMFlavor::RESTRICTED); // again
     EXPECT_FALSE(declaration.hasFlavor(CIMFlavor::ENABLEOVERRIDE) || declaration.hasFlavor(CIMFlavor::TOSUBCLASS));
     EXPECT_EQ(declaration.getFlavors().size(), 2u);
     EXPECT_EQ(declaration.removeFlavor(CIMFlavor::RESTRICTED).getFlavors().size(), 1u);

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 
 using namespace OpenWBEM;
@@ -113,27 +114,32 @@ TEST(CIMValue, nullIsTheOnlyFalseOne) {
     EXPECT_EQ(null.toString(), "(null)");
     EXPECT_TRUE(null == CIMValue(CIMNULL));
     EXPECT_TRUE(null != CIMValue(0));
-    EXPECT_EQ(thrownBy([&] { null.getType(); }), nullUse);
-    EXPECT_EQ(thrownBy([&] { null.getCIMDataType(); }), nullUse);
-    EXPECT_EQ(thrownBy([&] { null.isArray(); }), nullUse);
-    EXPECT_EQ(thrownBy([&] { null.toMOF(); }), nullUse);
-    EXPECT_EQ(thrownBy([&] { null.toUInt8(); }), nullUse);
+    const std::function<void()> uses[] = {[&] { null.getType(); }, [&] { null.getCIMDataType(); },
+                                          [&] { null.isArray(); }, [&] { null.toMOF(); }, [&] { null.toUInt8(); }};
+    for (const auto& use : uses) {
+        EXPECT_EQ(thrownBy(use), nullUse) << &use - uses;
+    }
 }
 
 TEST(CIMValue, isReadAsItsOwnTypeOnly) {
     const std::string start = "ValueCastException: CIMValue::CIMValueImpl::get - Value is not a ";
     const CIMValue text("5");
     const CIMValue byte(UInt8(5));
-    EXPECT_EQ(thrownBy([&] { text.toUInt32(); }), start + "UINT32");
-    EXPECT_EQ(thrownBy([&] { byte.toUInt32(); }), start + "UINT32");
-    EXPECT_EQ(thrownBy([&] { byte.toInt8(); }), start + "SINT8");
-    EXPECT_EQ(thrownBy([&] { byte.toBool(); }), start + "BOOLEAN");
-    EXPECT_EQ(thrownBy([&] { byte.toUInt32Array(); }), start + "UINT32 ARRAY");
-    EXPECT_EQ(thrownBy([&] { text.toCIMObjectPath(); }), start + "REFERENCE");
-    EXPECT_EQ(thrownBy([&] { text.toCIMObjectPathArray(); }), start + "OBJECTPATH ARRAY");
-    EXPECT_EQ(thrownBy([&] { text.toCIMDateTime(); }), start + "DATETIME");
-    EXPECT_EQ(thrownBy([&] { CIMValue(5L).toUInt64Array(); }), start + "UINT64 ARRAY");
-    EXPECT_EQ(thrownBy([&] { CIMValue(5L).toBool(); }), start + "BOOLEAN");
+    const CIMValue wide(5L);
+    const std::pair<std::function<void()>, const char*> cases[] = {
+        {[&] { text.toUInt32(); }, "UINT32"},
+        {[&] { byte.toUInt32(); }, "UINT32"},
+        {[&] { byte.toInt8(); }, "SINT8"},
+        {[&] { byte.toBool(); }, "BOOLEAN"},
+        {[&] { byte.toUInt32Array(); }, "UINT32 ARRAY"},
+        {[&] { text.toCIMObjectPath(); }, "REFERENCE"},
+        {[&] { text.toCIMObjectPathArray(); }, "OBJECTPATH ARRAY"},
+        {[&] { text.toCIMDateTime(); }, "DATETIME"},
+        {[&] { wide.toUInt64Array(); }, "UINT64 ARRAY"},
+        {[&] { wide.toBool(); }, "BOOLEAN"}};
+    for (const auto& [call, type] : cases) {
+        EXPECT_EQ(thrownBy(call), start + type);
+    }
     String taken("before");
     EXPECT_EQ(thrownBy([&] { byte.get(taken); }), start + "STRING");
     EXPECT_EQ(taken, "before");
@@ -207,6 +213,8 @@ TEST(CIMValueCast, convertsThroughText) {
         {CIMValue(CIMDateTime()), CIMDataType::STRING, "\"00000000000000.000000:000\""},
         {CIMValue("x"), CIMDataType::DATETIME, "CIMDateTimeException: Invalid format for date time"},
         {CIMValue("x"), CIMDataType::EMBEDDEDINSTANCE, failed + "Failed to convert \"x\" to string)"},
+        {CIMValue("5"), CIMDataType::MAXDATATYPE,
+         failed + "Failed to convert \"5\" to ** INVALID DATA TYPE IN CIMDATATYPE - toString **)"},
         {CIMValue(UInt8(5)), bytes, "{5}"},
         {CIMValue("5"), bytes, "{5}"},
         {CIMValue(two(String("1"), String("2"))), bytes, "{1,2}"},

@@ -51,7 +51,13 @@ class Server {
         dispatcher_.emplace(*cimom_, limits);
     }
 
-    http::Response handle(const http::Request& request) { return dispatcher_->handle(request); }
+    /// The server counts a CIM error for each reply that holds one.
+    http::Response handle(const http::Request& request) {
+        const auto before = dispatcher_->errors();
+        auto response = dispatcher_->handle(request);
+        EXPECT_EQ(dispatcher_->errors() - before, response.body.find("<ERROR ") == std::string::npos ? 0U : 1U);
+        return response;
+    }
 
   private:
     static provider::HostSettings settings() {

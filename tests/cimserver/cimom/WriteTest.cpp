@@ -59,6 +59,18 @@ TEST_F(Modify, HandsOnWhatTheListNames) {
     EXPECT_EQ(modify(all(6, "new"), &none), "");
 }
 
+TEST_F(Modify, TellsOnlyItsOwnChanges) {
+    std::string told;
+    context.onChange = [&](const CIMPropertyArray& changes) { told += "[" + shown(changes) + "]"; };
+    record.beforeReply = [&] {
+        record.beforeReply = nullptr;
+        CIMInstance other(record.present);
+        record.env->getCIMOMHandle()->modifyInstance("root/test", other.setProperty(text("B", "by the provider")));
+    };
+    modify(all(6, "old"));
+    EXPECT_EQ(told, "[A=6]");
+}
+
 TEST_F(Modify, ForwardsUnchangedPropertiesOnRequest) {
     Cimom forwarding(repository, host, {true});
     use = &forwarding;

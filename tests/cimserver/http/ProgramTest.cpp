@@ -106,7 +106,8 @@ TEST_F(ProgramTest, FollowsSignals) {
     }
     awaitText("log", "requests=2 client-errors=1");
     EXPECT_EQ(stop(SIGINT), 0);
-    EXPECT_THAT(support::contentOf(dir_ / "log"), HasSubstr("stopped"));
+    EXPECT_THAT(support::contentOf(dir_ / "log"),
+                ::testing::ContainsRegex("SIGINT\n[^\n]* cim-errors=0\n[^\n]*stopped"));
     EXPECT_EQ(support::contentOf(dir_ / "err"), "");
 }
 

@@ -131,6 +131,7 @@ TEST_F(RequestsTest, AnswersOptionsAndHead) {
     auto reply = client.ask("OPTIONS * HTTP/1.1\r\n\r\n");
     EXPECT_EQ(reply.fields["allow"], "POST, M-POST, OPTIONS");
     EXPECT_EQ(reply.fields["x-offers"], "all");
+    EXPECT_EQ(reply.fields.count("x-forged"), 0U);
     client.send("HEAD /health HTTP/1.1\r\n\r\n");
     EXPECT_EQ(client.readHead().fields["content-length"], "3");
     EXPECT_EQ(client.ask(post("a")).body, "POST||write|a");
