@@ -132,11 +132,8 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         m_things.erase(path.getKeyValue("Name").toString().c_str());
     }
 
-    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
+    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath&,
                           const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override {
-        if (method.equalsIgnoreCase("Spelled")) {
-            return CIMValue(path.getClassName() + "." + method);
-        }
         if (method.equalsIgnoreCase("Add")) {
             const UInt32 b = in[1].getValue() ? in[1].getValue().toUInt32() : 0;
             out[0].setValue(CIMValue(UInt64(in[0].getValue().toUInt32()) + b));
