@@ -1,5 +1,7 @@
 #include "cimserver/cimom/DeclaredProvider.hpp"
 
+#include "cimserver/common/Log.hpp"
+
 #include "OW_CIM.hpp"
 #include "OW_CppSimpleAssociatorProviderIFC.hpp"
 #include "OW_CppSimpleInstanceProviderIFC.hpp"
@@ -90,6 +92,22 @@ class DeclaredProvider : public CppSimpleInstanceProviderIFC, public CppSimpleAs
 
 IntrusiveReference<CppAssociatorProviderIFC> declaredProvider(const schema::Repository& repository, Status missing) {
     return IntrusiveReference<CppAssociatorProviderIFC>(new DeclaredProvider(repository, missing));
+}
+
+void warnOfHiddenInstances(const schema::Repository& repository, const provider::ProviderHost& host) {
+    for (const String& ns : repository.namespaces()) {
+        for (const CIMClass* const one : repository.subclasses(ns, "", true)) {
+            std::string id;
+            if (!repository.instances(ns, one->getName()).empty()) {
+                outcomeOf([&] { id = host.instanceProvider(ns, *one); }); // its failure is told to who asks for them
+            }
+            if (!id.empty()) {
+                log::write(log::Level::Warning, "schema",
+                           std::string("Provider ") + id + " serves " + one->getName().c_str() +
+                               ", so the instances that the schema declares of it are not seen");
+            }
+        }
+    }
 }
 
 } // namespace cimserver::cimom

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
 #include "OW_CppAssociatorProviderIFC.hpp"
@@ -13,5 +14,8 @@ namespace cimserver::cimom {
 /// instance that is not declared. The repository must outlive the provider.
 OpenWBEM::IntrusiveReference<OpenWBEM::CppAssociatorProviderIFC> declaredProvider(const schema::Repository& repository,
                                                                                   Status missing = Status::NotFound);
+
+/// Logs a warning for each class whose declared instances its provider keeps out of sight.
+void warnOfHiddenInstances(const schema::Repository& repository, const provider::ProviderHost& host);
 
 } // namespace cimserver::cimom
