@@ -24,7 +24,7 @@ namespace zpo {
 namespace {
 
 constexpr std::size_t kMaxNames = 64;
-constexpr std::size_t kMaxName = 64;
+constexpr std::size_t kMaxRegisteredName = 64;
 constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call for ever
 
 struct Registration {
@@ -177,8 +177,8 @@ void stopAtExit() {
 } // namespace
 
 std::uint32_t registerCallback(const char* name, ZpoRegBackupAndRestoreCallback callback, std::uint32_t kind) {
-    const std::size_t length = name == nullptr ? 0 : strnlen(name, kMaxName + 1);
-    if (length == 0 || length > kMaxName || callback == nullptr || kind == 0 ||
+    const std::size_t length = name == nullptr ? 0 : strnlen(name, kMaxRegisteredName + 1);
+    if (length == 0 || length > kMaxRegisteredName || callback == nullptr || kind == 0 ||
         (kind & ~(ZPO_EVENT_BACKUP | ZPO_EVENT_RESTORE)) != 0) {
         return ZPO_NOTIFY_BAD_ARGUMENT;
     }
