@@ -2,6 +2,7 @@
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
 #include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/cimom/Interop.hpp"
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
@@ -88,6 +89,7 @@ class CimSide {
             repository_.compileFile(file, options.ns);
         }
         host_.scan();
+        cimom::warnOfHiddenInstances(repository_, host_);
         requireProviders("--preload", options.preload);
         requireProviders("--concurrent-reads", options.concurrentReads);
         requireProviders("--concurrent-provider", options.concurrentProviders);

@@ -1,4 +1,6 @@
-// The association operations of Cimom: each is passed to the associator providers of the association classes concerned.
+// The association operations of Cimom: about an instance each is passed to the associator providers of the
+// association classes concerned, about a class the schema answers.
+#include "cimserver/schema/Associations.hpp"
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
@@ -7,58 +9,11 @@
 #include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
-#include <algorithm>
-
 namespace cimserver::cimom {
 
 using provider::Access;
 
 namespace {
-
-/// The object's class and all above it.
-std::vector<String> lineage(const schema::Repository& repository, const String& ns, const CIMClass& cimClass) {
-    std::vector<String> names;
-    for (const CIMClass* c = &cimClass; c != nullptr; c = repository.findClass(ns, c->getSuperClass())) {
-        names.push_back(c->getName());
-    }
-    return names;
-}
-
-bool refersTo(const CIMClass& association, const std::vector<String>& classes) {
-    for (const CIMProperty& property : association.getAllProperties()) {
-        const String target = property.isReference() ? property.getDataType().getRefClassName() : String();
-        if (std::any_of(classes.begin(), classes.end(), [&](const String& c) { return c.equalsIgnoreCase(target); })) {
-            return true;
-        }
-    }
-    return false;
-}
-
-/// The association classes to be asked: the one named with its subclasses, else all that refer to the object's class.
-std::vector<const CIMClass*> associationsOf(const schema::Repository& repository, const String& ns,
-                                            const CIMClass& objectClass, const String& named, const char* parameter) {
-    std::vector<const CIMClass*> result;
-    if (named.empty()) {
-        const std::vector<String> classes = lineage(repository, ns, objectClass);
-        for (const CIMClass* const candidate : repository.subclasses(ns, "", true)) {
-            if (candidate->isAssociation() && refersTo(*candidate, classes)) {
-                result.push_back(candidate);
-            }
-        }
-        return result;
-    }
-    const CIMClass* const top = repository.findClass(ns, named);
-    if (top == nullptr) {
-        throw CimError(Status::InvalidParameter,
-                       std::string(parameter) + ": class " + named.c_str() + " does not exist");
-    }
-    if (!top->isAssociation()) {
-        throw CimError(Status::InvalidParameter, std::string("class ") + named.c_str() + " is not an association");
-    }
-    result = repository.subclasses(ns, named, true);
-    result.insert(result.begin(), top);
-    return result;
-}
 
 /// Completes the names that providers give: where an object lies is part of an association's answer.
 Sink<CIMObjectPath> pathSink(const String& ns, CIMObjectPathResultHandlerIFC& next) {
@@ -72,6 +27,13 @@ Sink<CIMObjectPath> pathSink(const String& ns, CIMObjectPathResultHandlerIFC& ne
         }
         next.handle(path);
     });
+}
+
+void handClasses(const std::vector<const CIMClass*>& classes, const String& ns, CIMObjectPathResultHandlerIFC& next) {
+    auto sink = pathSink(ns, next);
+    for (const CIMClass* const one : classes) {
+        sink.handle(CIMObjectPath(CIMName(one->getName())));
+    }
 }
 
 /// Completes instances of any class of the namespace.
@@ -89,18 +51,40 @@ Sink<CIMInstance> objectSink(const schema::Repository& repository, const String&
 
 } // namespace
 
-/// Calls use(provider, env, namespace, object, association class) once for each association class with an associator
-/// provider.
+/// Throws for the name of a class that does not exist or is none of an association.
+void Cimom::requireAssociation(const String& ns, const String& named) const {
+    if (!named.empty() && !classOf(ns, named, Status::NotFound).isAssociation()) {
+        throw CimError(Status::InvalidParameter, std::string("class ") + named.c_str() + " is not an association");
+    }
+}
+
+std::vector<const CIMClass*> Cimom::classesFor(AssociationEnd wanted, const RequestContext& context, const String& ns,
+                                               const CIMObjectPath& path, const AssociationFilter& filter) const {
+    const String space = admit(context, ns, Access::Read);
+    const String name = classOf(space, path.getClassName(), Status::NotFound).getName();
+    requireAssociation(space, filter.assocClass);
+    const schema::AssociationQuery query{name, filter.assocClass, filter.resultClass, filter.role, filter.resultRole};
+    return wanted == AssociationEnd::Associator ? schema::associatorsOf(repository_, space, query)
+                                                : schema::referencesOf(repository_, space, query);
+}
+
+/// Calls use(provider, env, namespace, object, association class) once for each association class: its associator
+/// provider, or the one of declared instances.
 template <class Use>
 void Cimom::forAssociations(const RequestContext& context, const String& ns, const CIMObjectPath& path,
-                            const String& named, const char* parameter, Use&& use) {
+                            const String& named, Use&& use) {
     Request request(*this, context, ns, Access::Read);
-    const CIMClass& objectClass = request.classOf(path.getClassName());
+    const CIMClass& objectClass = request.classOf(path.getClassName(), Status::NotFound);
     if (!path.isInstancePath()) {
-        throw CimError(Status::NotSupported, "The association operations are served for instances, not for classes");
+        throw CimError(Status::InvalidParameter, std::string(path.getClassName().c_str()) + " names no instance");
     }
+    requireAssociation(ns, named);
     const CIMObjectPath object = request.synced(path, objectClass);
-    for (const CIMClass* const association : associationsOf(repository_, request.ns(), objectClass, named, parameter)) {
+    // Of the classes below the one named, too, each is asked; without a name all that refer to the object's class.
+    const auto associations =
+        named.empty() ? schema::referencesOf(repository_, request.ns(), {objectClass.getName(), "", "", "", ""})
+                      : request.family(request.classOf(named));
+    for (const CIMClass* const association : associations) {
         request.withAssociators(*association, [&](auto& provider, const auto& env) {
             use(provider, env, request.ns(), object, association->getName());
         });
@@ -115,16 +99,19 @@ void Cimom::associators(const RequestContext& context, const String& ns, const C
         provider.associators(env, sink, space, which..., filter.resultClass, filter.role, filter.resultRole,
                              selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList);
     };
-    forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
+    forAssociations(context, ns, path, filter.assocClass, ask);
 }
 
 void Cimom::associatorNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
+    if (path.isClassPath()) {
+        return handClasses(classesFor(AssociationEnd::Associator, context, ns, path, filter), namespaceOf(ns), result);
+    }
     const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = pathSink(space, result);
         provider.associatorNames(env, sink, space, which..., filter.resultClass, filter.role, filter.resultRole);
     };
-    forAssociations(context, ns, path, filter.assocClass, "AssocClass", ask);
+    forAssociations(context, ns, path, filter.assocClass, ask);
 }
 
 void Cimom::references(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -135,16 +122,19 @@ void Cimom::references(const RequestContext& context, const String& ns, const CI
         provider.references(env, sink, space, which..., filter.role, selection.includeQualifiers,
                             selection.includeClassOrigin, selection.propertyList);
     };
-    forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
+    forAssociations(context, ns, path, filter.assocClass, ask);
 }
 
 void Cimom::referenceNames(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                            const AssociationFilter& filter, CIMObjectPathResultHandlerIFC& result) {
+    if (path.isClassPath()) {
+        return handClasses(classesFor(AssociationEnd::Reference, context, ns, path, filter), namespaceOf(ns), result);
+    }
     const auto ask = [&](auto& provider, const auto& env, const String& space, const auto&... which) {
         auto sink = pathSink(space, result);
         provider.referenceNames(env, sink, space, which..., filter.role);
     };
-    forAssociations(context, ns, path, filter.resultClass, "ResultClass", ask);
+    forAssociations(context, ns, path, filter.assocClass, ask);
 }
 
 } // namespace cimserver::cimom

@@ -45,7 +45,8 @@ struct InstanceSelection {
     const StringArray* propertyList = nullptr;
 };
 
-/// The four association operations' filters; an empty text filters nothing.
+/// The four association operations' filters; an empty text filters nothing. The class that References and
+/// ReferenceNames filter by is assocClass; they look at role besides.
 struct AssociationFilter {
     String assocClass;
     String resultClass;
@@ -53,13 +54,15 @@ struct AssociationFilter {
     String resultRole;
 };
 
+enum class AssociationEnd { Associator, Reference };
+
 /// The class's property. Throws NoSuchProperty.
 CIMProperty propertyOf(const CIMClass& cimClass, const String& name);
 
 /// Every operation throws CIMException with the code and text meant for the client: AccessDenied and
-/// InvalidNamespace as admit, InvalidClass for an unknown class, otherwise what the provider threw; whatever else a
-/// provider throws is turned into Failed here. `ns` is a namespace name such as "root/cimv2", in any case, with or
-/// without a leading slash.
+/// InvalidNamespace as admit, InvalidClass for an unknown class (NotFound in methods and associations), otherwise what
+/// the provider threw; whatever else a provider throws is turned into Failed here. `ns` is a namespace name such as
+/// "root/cimv2", in any case, with or without a leading slash.
 class Cimom {
   public:
     struct Settings {
@@ -109,11 +112,19 @@ class Cimom {
     void setProperty(const RequestContext&, const String& ns, const CIMObjectPath& path, const String& name,
                      const CIMValue& value);
 
-    /// `in` as the client sent it, already of the method's types; missing ones are filled in here. On return `out`
-    /// holds the output parameters.
-    CIMValue invokeMethod(const RequestContext&, const String& ns, const CIMObjectPath& path, const String& methodName,
-                          const CIMParamValueArray& in, CIMParamValueArray& out);
+    /// Gives the input parameters as the client sent them, already of the method's types.
+    using InputReader = std::function<CIMParamValueArray(const CIMMethod&)>;
 
+    /// The instance that the path names is read first: without it the method is not called. Parameters missing in `in`,
+    /// which is asked last, are filled in here. On return `out` holds the output parameters.
+    CIMValue invokeMethod(const RequestContext&, const String& ns, const CIMObjectPath& path, const String& methodName,
+                          const InputReader& in, CIMParamValueArray& out);
+
+    /// What the association operations about a class find: classes.
+    std::vector<const CIMClass*> classesFor(AssociationEnd wanted, const RequestContext&, const String& ns,
+                                            const CIMObjectPath& path, const AssociationFilter& filter) const;
+
+    /// The names of classes are answered for a class; instances are not, which is InvalidParameter.
     void associators(const RequestContext&, const String& ns, const CIMObjectPath& path, const AssociationFilter&,
                      const InstanceSelection&, CIMInstanceResultHandlerIFC& result);
     void associatorNames(const RequestContext&, const String& ns, const CIMObjectPath& path, const AssociationFilter&,
@@ -127,7 +138,9 @@ class Cimom {
     class Request;
     template <class Use>
     void forAssociations(const RequestContext&, const String& ns, const CIMObjectPath& path, const String& named,
-                         const char* parameter, Use&& use);
+                         Use&& use);
+    void requireAssociation(const String& ns, const String& named) const;
+    static void requireTarget(Request& request, const CIMObjectPath& target, const CIMClass& cimClass);
 
     const schema::Repository& repository_;
     provider::ProviderHost& host_;

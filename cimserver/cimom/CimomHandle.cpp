@@ -56,37 +56,44 @@ class CimomHandle : public CIMOMHandleIFC {
             {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList},
             result);
     }
-    void associatorsClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&,
-                            const String&, const String&, const String&, Qualifiers, Origin,
-                            const StringArray*) override {
-        notOffered(kInstancesOnly);
+    void associatorsClasses(const String& ns, const CIMObjectPath& path, CIMClassResultHandlerIFC& result,
+                            const String& assocClass, const String& resultClass, const String& role,
+                            const String& resultRole, Qualifiers includeQualifiers, Origin includeClassOrigin,
+                            const StringArray* propertyList) override {
+        for (const CIMClass* const found : cimom().classesFor(AssociationEnd::Associator, context_, ns, path,
+                                                              {assocClass, resultClass, role, resultRole})) {
+            result.handle(
+                part(*found, WBEMFlags::E_NOT_LOCAL_ONLY, includeQualifiers, includeClassOrigin, propertyList));
+        }
     }
     void referenceNames(const String& ns, const CIMObjectPath& path, CIMObjectPathResultHandlerIFC& result,
                         const String& resultClass, const String& role) override {
-        cimom().referenceNames(context_, ns, path, {"", resultClass, role, ""}, result);
+        cimom().referenceNames(context_, ns, path, {resultClass, "", role, ""}, result);
     }
     void references(const String& ns, const CIMObjectPath& path, CIMInstanceResultHandlerIFC& result,
                     const String& resultClass, const String& role, Qualifiers includeQualifiers,
                     Origin includeClassOrigin, const StringArray* propertyList) override {
         cimom().references(
-            context_, ns, path, {"", resultClass, role, ""},
+            context_, ns, path, {resultClass, "", role, ""},
             {WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP, includeQualifiers, includeClassOrigin, propertyList},
             result);
     }
-    void referencesClasses(const String&, const CIMObjectPath&, CIMClassResultHandlerIFC&, const String&, const String&,
-                           Qualifiers, Origin, const StringArray*) override {
-        notOffered(kInstancesOnly);
+    void referencesClasses(const String& ns, const CIMObjectPath& path, CIMClassResultHandlerIFC& result,
+                           const String& resultClass, const String& role, Qualifiers includeQualifiers,
+                           Origin includeClassOrigin, const StringArray* propertyList) override {
+        for (const CIMClass* const found :
+             cimom().classesFor(AssociationEnd::Reference, context_, ns, path, {resultClass, "", role, ""})) {
+            result.handle(
+                part(*found, WBEMFlags::E_NOT_LOCAL_ONLY, includeQualifiers, includeClassOrigin, propertyList));
+        }
     }
     void execQuery(const String&, CIMInstanceResultHandlerIFC&, const String&, const String&) override {
         notOffered("Queries are not offered");
     }
     CIMClass getClass(const String& ns, const String& className, LocalOnly localOnly, Qualifiers includeQualifiers,
                       Origin includeClassOrigin, const StringArray* propertyList) override {
-        const bool none = propertyList != nullptr && propertyList->empty();
-        return cimom()
-            .classOf(ns, className)
-            .clone(localOnly, includeQualifiers, includeClassOrigin,
-                   propertyList != nullptr ? *propertyList : StringArray(), none);
+        return part(cimom().classOf(ns, className, Status::NotFound), localOnly, includeQualifiers, includeClassOrigin,
+                    propertyList);
     }
     void createClass(const String&, const CIMClass&) override { notOffered(kFixedSchema); }
     void modifyClass(const String&, const CIMClass&) override { notOffered(kFixedSchema); }
@@ -118,7 +125,8 @@ class CimomHandle : public CIMOMHandleIFC {
     }
     CIMValue invokeMethod(const String& ns, const CIMObjectPath& path, const String& methodName,
                           const CIMParamValueArray& inParams, CIMParamValueArray& outParams) override {
-        return cimom().invokeMethod(context_, ns, path, methodName, inParams, outParams);
+        return cimom().invokeMethod(
+            context_, ns, path, methodName, [&](const CIMMethod&) { return inParams; }, outParams);
     }
     CIMQualifierType getQualifierType(const String& ns, const String& qualifierName) override {
         return cimom().qualifierType(ns, qualifierName);
@@ -128,9 +136,13 @@ class CimomHandle : public CIMOMHandleIFC {
 
   private:
     static constexpr const char* kFixedSchema = "The schema of this server cannot be changed";
-    static constexpr const char* kInstancesOnly =
-        "The association operations are served for instances, not for classes";
 
+    static CIMClass part(const CIMClass& whole, LocalOnly localOnly, Qualifiers includeQualifiers,
+                         Origin includeClassOrigin, const StringArray* propertyList) {
+        const bool none = propertyList != nullptr && propertyList->empty();
+        return whole.clone(localOnly, includeQualifiers, includeClassOrigin,
+                           propertyList != nullptr ? *propertyList : StringArray(), none);
+    }
     [[noreturn]] static void notOffered(const char* what) { throw CimError(Status::NotSupported, what); }
     Cimom& cimom() const {
         const std::shared_ptr<Cimom*> alive = cimom_.lock();

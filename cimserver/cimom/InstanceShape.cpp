@@ -38,13 +38,16 @@ class Finder {
     std::size_t next_ = 0;
 };
 
-CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass) {
+CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass,
+                                    const StringArray* covered) {
     CIMPropertyArray all(delivered);
     Finder finder(delivered);
     for (const CIMProperty& declared : cimClass.getAllProperties()) {
         const std::size_t at = finder.find(declared.getName());
         if (at == delivered.size()) {
-            all.push_back(CIMProperty(CIMName(declared.getName()), declared.getDataType()));
+            if (isWanted(covered, declared.getName())) {
+                all.push_back(CIMProperty(CIMName(declared.getName()), declared.getDataType()));
+            }
         } else if (isUntyped(delivered[at])) {
             all[at].setDataType(declared.getDataType());
         }
@@ -141,18 +144,20 @@ bool isWanted(const StringArray* propertyList, const String& name) {
 }
 
 CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
-                   const CIMObjectPath& path) {
+                   const CIMObjectPath& path, const std::optional<StringArray>& covered) {
     CIMInstance result(delivered);
     if (result.getClassName().empty()) {
         result.setClassName(CIMName(cimClass.getName()));
     }
     const CIMPropertyArray keys = completeKeys(delivered, cimClass, path);
-    result.setProperties(selected(completeProperties(delivered.getProperties(), cimClass), propertyList));
+    result.setProperties(
+        selected(completeProperties(delivered.getProperties(), cimClass, covered ? &*covered : nullptr), propertyList));
     return result.setKeys(keys);
 }
 
-CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList) {
-    CIMInstance result = shaped(delivered, cimClass, propertyList, CIMObjectPath());
+CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
+                           const std::optional<StringArray>& covered) {
+    CIMInstance result = shaped(delivered, cimClass, propertyList, CIMObjectPath(), covered);
     requireKeys(result.getKeyValuePairs(), cimClass);
     return result;
 }
@@ -200,7 +205,7 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
             }
         }
     }
-    result.instance = CIMInstance(CIMName(cimClass.getName()));
+    result.instance = CIMInstance(CIMName(modified.getClassName()));
     result.instance.setProperties(properties);
     result.instance.setKeys(path.getKeys());
     return result;

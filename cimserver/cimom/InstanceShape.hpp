@@ -4,6 +4,8 @@
 #include "OW_CIM.hpp"
 #include "OW_WBEMFlags.hpp"
 
+#include <optional>
+
 namespace cimserver::cimom {
 
 using namespace OpenWBEM; // its types are this folder's vocabulary
@@ -12,17 +14,18 @@ using namespace OpenWBEM; // its types are this folder's vocabulary
 bool isWanted(const StringArray* propertyList, const String& name);
 
 /// The provider's instance with
-/// - the properties of the class that the provider left out, as NULL,
+/// - the properties of the class that the provider left out, as NULL; given `covered`, those of them that it names,
 /// - of all properties those that the list names (null: all),
 /// - a key list with a value for each key of the class: the provider's list, its properties or `path`, the first that
 ///   has it.
 /// Its values and qualifiers stay as they are. Throws CimError Failed for a property without any type. A key that
 /// cannot be found is left out.
 CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
-                   const CIMObjectPath& path);
+                   const CIMObjectPath& path, const std::optional<StringArray>& covered = std::nullopt);
 
 /// The same with all keys; throws as requireKeys.
-CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList);
+CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
+                           const std::optional<StringArray>& covered = std::nullopt);
 
 /// Returns the provider's instance; throws CimError Failed when it is none.
 const CIMInstance& requireInstance(const CIMInstance& delivered);

@@ -77,19 +77,34 @@ void castOutputs(const CIMMethod& method, CIMParamValueArray& out) {
 
 } // namespace
 
+/// Throws NotFound when the provider says so. Any other failure is ignored, so that the method's own code and text
+/// reach the client.
+void Cimom::requireTarget(Request& request, const CIMObjectPath& target, const CIMClass& cimClass) {
+    Outcome outcome;
+    request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        outcome = outcomeOf([&] { request.read(provider, env, target, cimClass); });
+    });
+    if (outcome.code == static_cast<int>(Status::NotFound)) {
+        throw CimError(Status::NotFound, std::string("Instance not found: ") + target.toString().c_str());
+    }
+}
+
 CIMValue Cimom::invokeMethod(const RequestContext& context, const String& ns, const CIMObjectPath& path,
-                             const String& methodName, const CIMParamValueArray& in, CIMParamValueArray& out) {
+                             const String& methodName, const InputReader& in, CIMParamValueArray& out) {
     Request request(*this, context, ns, Access::Write);
     const CIMClass& cimClass = request.classOf(path.getClassName(), Status::NotFound);
+    const CIMObjectPath target = request.synced(path, cimClass);
+    if (target.isInstancePath()) {
+        requireTarget(request, target, cimClass);
+    }
     const CIMMethod method = cimClass.getMethod(CIMName(methodName));
     if (!method) {
         throw CimError(Status::MethodNotFound, methodName.c_str());
     }
-    const CIMObjectPath target = request.synced(path, cimClass);
     CIMParamValueArray given;
     CIMValue result(CIMNULL);
     const bool served = request.withMethods(cimClass, method, [&](auto& provider, const auto& env) {
-        given = inputs(method, in);
+        given = inputs(method, in(method));
         out = outputs(method, given);
         result = provider.invokeMethod(env, request.ns(), target, methodName, given, out);
         castOutputs(method, out);

@@ -22,13 +22,6 @@ void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, co
     }
 }
 
-CIMInstance present(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const String& ns,
-                    const CIMObjectPath& path, const CIMClass& cimClass) {
-    return requireInstance(provider.getInstance(env, ns, path, WBEMFlags::E_NOT_LOCAL_ONLY,
-                                                WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
-                                                nullptr, cimClass));
-}
-
 } // namespace
 
 void Cimom::modifyInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -38,29 +31,31 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
     const CIMClass& cimClass = request.classOf(path.getClassName());
     requireProperties(cimClass, modified, propertyList);
     const CIMObjectPath target = request.synced(path, cimClass);
-    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
-        const CIMInstance previous = present(provider, env, request.ns(), target, cimClass);
+    request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        const CIMInstance previous = request.read(provider, env, target, cimClass);
         const Modification change =
             modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
         if (context.onChange) {
             context.onChange(change.changes);
         }
-        if (!change.empty()) {
-            // Always with a list: a provider must not take what is not handed on for set to NULL.
-            provider.modifyInstance(env, request.ns(), change.instance, previous, includeQualifiers, &change.names,
-                                    cimClass);
+        if (change.empty()) {
+            return;
         }
+        // Always with a list: a provider must not take what is not handed on for set to NULL.
+        const auto modify = [&](auto& one, const auto& itsEnv) {
+            one.modifyInstance(itsEnv, request.ns(), change.instance, previous, includeQualifiers, &change.names,
+                               cimClass);
+        };
+        modify(provider, env);
+        request.withSecondaries(cimClass, modify);
     });
-    if (!served) {
-        throw CimError(Status::NotFound, target.toString().c_str());
-    }
 }
 
 void Cimom::setProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path, const String& name,
                         const CIMValue& value) {
     admit(context, ns, Access::Write);
     const CIMClass& cimClass = classOf(ns, path.getClassName());
-    CIMInstance modified{CIMName(cimClass.getName())};
+    CIMInstance modified{CIMName(path.getClassName())};
     modified.setProperty(propertyOf(cimClass, name).setValue(value));
     const StringArray list(1, name);
     modifyInstance(context, ns, path, modified, WBEMFlags::E_EXCLUDE_QUALIFIERS, &list);
@@ -77,12 +72,12 @@ CIMObjectPath Cimom::createInstance(const RequestContext& context, const String&
     requireProperties(cimClass, instance, nullptr);
     const CIMInstance complete = CIMInstance(instance).syncWithClass(cimClass);
     CIMObjectPath created(CIMNULL);
-    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+    request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         created = provider.createInstance(env, request.ns(), complete);
+        request.withSecondaries(cimClass, [&](auto& secondary, const auto& itsEnv) {
+            secondary.createInstance(itsEnv, request.ns(), complete);
+        });
     });
-    if (!served) {
-        throw CimError(Status::NotSupported, std::string("No provider serves the class ") + cimClass.getName().c_str());
-    }
     if (!created) {
         created = CIMObjectPath(request.ns(), complete);
     }
@@ -93,13 +88,12 @@ void Cimom::deleteInstance(const RequestContext& context, const String& ns, cons
     Request request(*this, context, ns, Access::Write);
     const CIMClass& cimClass = request.classOf(path.getClassName());
     const CIMObjectPath target = request.synced(path, cimClass);
-    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
-        present(provider, env, request.ns(), target, cimClass); // throws when there is none
-        provider.deleteInstance(env, request.ns(), target);
+    request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        request.read(provider, env, target, cimClass); // throws when there is none
+        const auto remove = [&](auto& one, const auto& itsEnv) { one.deleteInstance(itsEnv, request.ns(), target); };
+        remove(provider, env);
+        request.withSecondaries(cimClass, remove);
     });
-    if (!served) {
-        throw CimError(Status::NotFound, target.toString().c_str());
-    }
 }
 
 } // namespace cimserver::cimom

@@ -6,6 +6,8 @@
 #include "cimserver/cimom/Request.hpp"
 #include "cimserver/schema/Repository.hpp"
 
+#include <optional>
+
 namespace cimserver::cimom {
 
 using provider::Access;
@@ -21,6 +23,15 @@ const CIMClass& ownClass(const CIMInstance& delivered, const schema::Repository&
     return found != nullptr ? *found : asked;
 }
 
+/// The properties of the class that such a read is about; nothing when that is all.
+std::optional<StringArray> coveredBy(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EDeepFlag deep,
+                                     const CIMClass& requested, const CIMClass& cimClass) {
+    if (localOnly == WBEMFlags::E_NOT_LOCAL_ONLY && deep == WBEMFlags::E_DEEP) {
+        return std::nullopt;
+    }
+    return cimClass.getCloneProps(localOnly, deep, nullptr, requested);
+}
+
 } // namespace
 
 CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -31,14 +42,11 @@ CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, 
     CIMInstance result(CIMNULL);
     // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
     const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
-    const bool served = request.withInstances(cimClass, [&](auto& provider, const auto& env) {
-        result = provider.getInstance(env, request.ns(), bare, selection.localOnly, selection.includeQualifiers,
-                                      selection.includeClassOrigin, selection.propertyList, cimClass);
+    request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        result = request.read(provider, env, bare, cimClass, selection);
     });
-    if (!served) {
-        throw CimError(Status::NotFound, wanted.toString().c_str());
-    }
-    return shaped(requireInstance(result), cimClass, selection.propertyList, wanted);
+    const auto covered = coveredBy(selection.localOnly, WBEMFlags::E_DEEP, cimClass, cimClass);
+    return shaped(result, cimClass, selection.propertyList, wanted, covered);
 }
 
 void Cimom::enumInstances(const RequestContext& context, const String& ns, const String& className,
@@ -47,8 +55,12 @@ void Cimom::enumInstances(const RequestContext& context, const String& ns, const
     const CIMClass& requested = request.classOf(className);
     for (const CIMClass* const cimClass : request.family(requested)) {
         Sink<CIMInstance> sink([&](const CIMInstance& delivered) {
-            const CIMClass& own = ownClass(requireInstance(delivered), repository_, request.ns(), *cimClass);
-            result.handle(shapedWithKeys(delivered, own, selection.propertyList));
+            for (const CIMInstance& one :
+                 request.completed(delivered, cimClass->getName(), selection, requested, *cimClass)) {
+                const CIMClass& own = ownClass(requireInstance(one), repository_, request.ns(), *cimClass);
+                const auto covered = coveredBy(selection.localOnly, selection.deep, requested, own);
+                result.handle(shapedWithKeys(one, own, selection.propertyList, covered));
+            }
         });
         request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
             provider.enumInstances(env, request.ns(), cimClass->getName(), sink, selection.localOnly, selection.deep,

@@ -1,9 +1,15 @@
 #include "cimserver/cimom/Request.hpp"
 
 #include "cimserver/cimom/CimomHandle.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 
 namespace cimserver::cimom {
+
+const InstanceSelection Cimom::Request::kWhole{WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP,
+                                               WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
+                                               nullptr};
 
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
     : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
@@ -29,6 +35,39 @@ std::vector<const CIMClass*> Cimom::Request::family(const CIMClass& top) const {
     std::vector<const CIMClass*> all = cimom_.repository_.subclasses(ns_, top.getName(), true);
     all.insert(all.begin(), &top);
     return all;
+}
+
+ProviderEnvironmentIFCRef Cimom::Request::environment() const {
+    return ProviderEnvironmentIFCRef(
+        new provider::Environment(origin_, "schema", std::make_shared<const provider::ConfigItems>()));
+}
+
+CIMInstanceArray Cimom::Request::completed(const CIMInstance& delivered, const String& className,
+                                           const InstanceSelection& selection, const CIMClass& requested,
+                                           const CIMClass& cimClass) {
+    CIMInstanceArray instances(1, requireInstance(delivered));
+    withSecondaries(cimClass, [&](auto& secondary, const auto& env) {
+        if (!instances.empty()) {
+            secondary.filterInstances(env, ns_, className, instances, selection.localOnly, selection.deep,
+                                      selection.includeQualifiers, selection.includeClassOrigin, selection.propertyList,
+                                      requested, cimClass);
+        }
+    });
+    return instances;
+}
+
+CIMInstance Cimom::Request::read(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env,
+                                 const CIMObjectPath& path, const CIMClass& cimClass,
+                                 const InstanceSelection& selection) {
+    const CIMInstance delivered = provider.getInstance(env, ns_, path, selection.localOnly, selection.includeQualifiers,
+                                                       selection.includeClassOrigin, selection.propertyList, cimClass);
+    InstanceSelection one(selection);
+    one.deep = WBEMFlags::E_DEEP;
+    const CIMInstanceArray left = completed(delivered, path.getClassName(), one, cimClass, cimClass);
+    if (left.empty()) {
+        throw CimError(Status::NotFound, path.toString().c_str());
+    }
+    return requireInstance(left[0]);
 }
 
 CIMObjectPath Cimom::Request::synced(const CIMObjectPath& path, const CIMClass& cimClass) const {

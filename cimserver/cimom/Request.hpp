@@ -3,6 +3,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -36,23 +37,52 @@ class Cimom::Request {
     /// The path in the namespace, its keys spelled and typed as the class says.
     CIMObjectPath synced(const CIMObjectPath& path, const CIMClass& cimClass) const;
 
-    /// Calls use(CppInstanceProviderIFC&, env) inside the class's provider and translates what it throws. False when
-    /// the class has no instance provider.
+    /// Calls use(CppInstanceProviderIFC&, env) inside the class's provider and translates what it throws. The instances
+    /// of a class without instance provider are those that the schema declares.
     template <class Use>
-    bool withInstances(const CIMClass& cimClass, Use&& use) {
-        return within(host().instanceProvider(ns_, cimClass), &provider::ProviderCall::instances, use);
+    void withInstances(const CIMClass& cimClass, Use&& use) {
+        const std::string id = host().instanceProvider(ns_, cimClass);
+        if (!within(id, &provider::ProviderCall::instances, use)) {
+            const Status missing = id.empty() ? Status::NotFound : Status::NotSupported;
+            use(*declaredProvider(cimom_.repository_, missing), environment());
+        }
     }
     template <class Use>
-    bool withAssociators(const CIMClass& cimClass, Use&& use) {
-        return within(host().associatorProvider(ns_, cimClass), &provider::ProviderCall::associators, use);
+    void withAssociators(const CIMClass& cimClass, Use&& use) {
+        if (!within(host().associatorProvider(ns_, cimClass), &provider::ProviderCall::associators, use)) {
+            use(*declaredProvider(cimom_.repository_), environment());
+        }
     }
+    /// Calls use(CppSecondaryInstanceProviderIFC&, env) inside each secondary provider of the class.
+    template <class Use>
+    void withSecondaries(const CIMClass& cimClass, Use&& use) {
+        for (const std::string& id : host().secondaryProviders(ns_, cimClass)) {
+            within(id, &provider::ProviderCall::secondaries, use);
+        }
+    }
+    /// False when the method has no provider.
     template <class Use>
     bool withMethods(const CIMClass& cimClass, const CIMMethod& method, Use&& use) {
         return within(host().methodProvider(ns_, cimClass, method), &provider::ProviderCall::methods, use);
     }
 
+    /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
+    /// Failed for a null instance.
+    CIMInstanceArray completed(const CIMInstance& delivered, const String& className, const InstanceSelection&,
+                               const CIMClass& requested, const CIMClass& cimClass);
+
+    /// The instance that the provider, which withInstances gave, and the secondary providers have for the path. Throws
+    /// what they throw, and NotFound when it was dropped.
+    CIMInstance read(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const CIMObjectPath& path,
+                     const CIMClass& cimClass, const InstanceSelection& selection = kWhole);
+
   private:
+    static const InstanceSelection kWhole;
+
     provider::ProviderHost& host() { return cimom_.host_; }
+
+    /// For the provider of declared instances.
+    ProviderEnvironmentIFCRef environment() const;
 
     template <class Interface, class Use>
     bool within(const std::string& id, Interface* (provider::ProviderCall::*side)() const, Use&& use) {

@@ -1,4 +1,5 @@
 // The operations that the schema answers.
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
@@ -27,7 +28,8 @@ std::vector<const CIMClass*> subclassesFor(const OperationCall& call) {
 } // namespace
 
 void getClass(OperationCall& call) {
-    const CIMClass& found = call.services.cimom.classOf(call.nameSpace, call.arguments.className("ClassName"));
+    const CIMClass& found =
+        call.services.cimom.classOf(call.nameSpace, call.arguments.className("ClassName"), Status::NotFound);
     const auto list = call.arguments.texts("PropertyList");
     ClassForm form = formOf(call);
     form.propertyList = list ? &*list : nullptr;

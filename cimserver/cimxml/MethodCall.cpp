@@ -51,21 +51,16 @@ CIMParamValueArray readParameters(const RequestMessage& message, const CIMMethod
 
 void callMethod(OperationCall& call) {
     const String name = toCim(call.message.name());
-    const pugi::xml_node target = call.message.target();
-    const bool onClass = std::string_view(target.name()) == "CLASSNAME";
     // A method is called on an object: without its class, it is the object that is not found.
-    const String className(target.attribute(onClass ? "NAME" : "CLASSNAME").value());
-    const auto& cimClass = call.services.cimom.classOf(call.nameSpace, className, Status::NotFound);
-    const auto path = onClass ? call.reader.className(target) : call.reader.instanceName(target);
+    const CIMObjectPath path = call.reader.objectName(call.message.target(), Status::NotFound);
     call.audit.target(path);
-    const CIMMethod method = cimClass.getMethod(name);
-    if (!method) {
-        throw CimError(Status::MethodNotFound, view(name));
-    }
-    const CIMParamValueArray in = readParameters(call.message, method, call.reader);
-    for (const CIMParamValue& one : in) {
-        call.audit.value(one.getName(), one.getValue());
-    }
+    const auto in = [&call](const CIMMethod& method) {
+        CIMParamValueArray sent = readParameters(call.message, method, call.reader);
+        for (const CIMParamValue& one : sent) {
+            call.audit.value(one.getName(), one.getValue());
+        }
+        return sent;
+    };
     CIMParamValueArray out;
     writeReturnValue(call.reply, call.services.cimom.invokeMethod(call.context, call.nameSpace, path, name, in, out));
     for (const CIMParamValue& one : out) {

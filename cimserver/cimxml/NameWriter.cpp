@@ -24,10 +24,14 @@ void writeNameSpacePath(XmlWriter& writer, std::string_view host, const String& 
     writeNameSpace(writer, nameSpace);
 }
 
+void writeClassName(XmlWriter& writer, const String& className) {
+    Element(writer, "CLASSNAME").attribute("NAME", view(className));
+}
+
 /// INSTANCENAME or CLASSNAME: a path without keys names a class.
 void writeLocalName(XmlWriter& writer, const CIMObjectPath& path) {
     if (path.isClassPath()) {
-        Element(writer, "CLASSNAME").attribute("NAME", view(path.getClassName()));
+        writeClassName(writer, path.getClassName());
     } else {
         writeInstanceName(writer, path);
     }
@@ -75,6 +79,12 @@ void writeInstancePath(XmlWriter& writer, const CIMObjectPath& path, std::string
     const Element full(writer, "INSTANCEPATH");
     writeNameSpacePath(writer, host, path.getNameSpace().empty() ? nameSpace : path.getNameSpace());
     writeInstanceName(writer, path);
+}
+
+void writeClassPath(XmlWriter& writer, const String& className, std::string_view host, const String& nameSpace) {
+    const Element full(writer, "CLASSPATH");
+    writeNameSpacePath(writer, host, nameSpace);
+    writeClassName(writer, className);
 }
 
 CIMObjectPath nameOfInstance(const CIMInstance& instance, const String& nameSpace) {

@@ -14,6 +14,9 @@ void writeInstanceName(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
 /// INSTANCEPATH with `host`, and with `nameSpace` when the path has none of its own.
 void writeInstancePath(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path, std::string_view host,
                        const OpenWBEM::String& nameSpace);
+/// CLASSPATH, with `nameSpace`.
+void writeClassPath(XmlWriter& writer, const OpenWBEM::String& className, std::string_view host,
+                    const OpenWBEM::String& nameSpace);
 /// VALUE.REFERENCE, with the path's namespace when it has one; a path without keys names a class.
 void writeReference(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
 /// The name that an instance's key list spells.

@@ -127,13 +127,16 @@ CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std
     subject.refuse(std::string(kind));
 }
 
-CIMObjectPath ObjectReader::instanceName(pugi::xml_node element) const {
-    return path(element, nameSpace_, &cimom_.classOf(nameSpace_, nameOf(element, "CLASSNAME")));
+CIMObjectPath ObjectReader::instanceName(pugi::xml_node element, Status missing) const {
+    return path(element, nameSpace_, &cimom_.classOf(nameSpace_, nameOf(element, "CLASSNAME"), missing));
 }
 
-CIMObjectPath ObjectReader::className(pugi::xml_node element) const {
+CIMObjectPath ObjectReader::objectName(pugi::xml_node element, Status missing) const {
+    if (std::string_view(element.name()) != "CLASSNAME") {
+        return instanceName(element, missing);
+    }
     const String name = nameOf(element);
-    static_cast<void>(cimom_.classOf(nameSpace_, name));
+    static_cast<void>(cimom_.classOf(nameSpace_, name, missing));
     return {name, nameSpace_};
 }
 

@@ -14,7 +14,7 @@
 namespace cimserver::cimxml {
 
 /// Reads elements that have passed checkGrammar. Everything throws CimError (InvalidParameter unless said) or
-/// what Cimom::classOf throws for a namespace or class that does not exist.
+/// what Cimom::classOf throws for a namespace or class that does not exist; `missing` is its code for the class.
 class ObjectReader {
   public:
     /// Both live as long as the reader.
@@ -22,9 +22,9 @@ class ObjectReader {
 
     /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
     /// does not have, or twice, is refused; a missing one is left out.
-    OpenWBEM::CIMObjectPath instanceName(pugi::xml_node element) const;
-    /// CLASSNAME, of a class that exists.
-    OpenWBEM::CIMObjectPath className(pugi::xml_node element) const;
+    OpenWBEM::CIMObjectPath instanceName(pugi::xml_node element, Status missing = Status::InvalidClass) const;
+    /// INSTANCENAME or CLASSNAME, in the request's spelling.
+    OpenWBEM::CIMObjectPath objectName(pugi::xml_node element, Status missing) const;
     /// INSTANCE: its properties in request order, each the class's own with the request's value. NoSuchProperty for one
     /// that the class does not have.
     OpenWBEM::CIMInstance instance(pugi::xml_node element) const;

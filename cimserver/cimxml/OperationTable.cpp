@@ -10,6 +10,7 @@ namespace {
 using Kind = ParameterKind;
 
 constexpr Parameter kLocalOnly{"LocalOnly", Kind::Flag, Presence::DefaultFalse};
+constexpr Parameter kClassLocalOnly{"LocalOnly", Kind::Flag, Presence::DefaultTrue};
 constexpr Parameter kDeep{"DeepInheritance", Kind::Flag, Presence::DefaultTrue};
 constexpr Parameter kShallow{"DeepInheritance", Kind::Flag, Presence::DefaultFalse};
 constexpr Parameter kWithQualifiers{"IncludeQualifiers", Kind::Flag, Presence::DefaultTrue};
@@ -33,14 +34,14 @@ constexpr Parameter kFirstObjects{"MaxObjectCount", Kind::Number, Presence::Opti
 constexpr Parameter kNextObjects{"MaxObjectCount", Kind::Number, Presence::Required};
 constexpr Parameter kEnumeration{"EnumerationContext", Kind::Text, Presence::Required};
 
-/// Absent flags have the protocol's defaults, but for LocalOnly: clients that leave it out mean FALSE.
+/// Absent flags have the protocol's defaults, but for LocalOnly of instances: clients that leave it out mean FALSE.
 const std::vector<Operation>& table() {
     static const std::vector<Operation> operations = {
-        {"GetClass", false, getClass, {kClassName, kLocalOnly, kWithQualifiers, kClassOrigin, kPropertyList}},
+        {"GetClass", false, getClass, {kClassName, kClassLocalOnly, kWithQualifiers, kClassOrigin, kPropertyList}},
         {"EnumerateClasses",
          false,
          enumerateClasses,
-         {kAnyClassName, kShallow, kLocalOnly, kWithQualifiers, kClassOrigin}},
+         {kAnyClassName, kShallow, kClassLocalOnly, kWithQualifiers, kClassOrigin}},
         {"EnumerateClassNames", false, enumerateClassNames, {kAnyClassName, kShallow}},
         {"GetQualifier", false, getQualifier, {{"QualifierName", Kind::Text, Presence::Required}}},
         {"EnumerateQualifiers", false, enumerateQualifiers, {}},

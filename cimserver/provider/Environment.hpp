@@ -21,7 +21,7 @@ class Environment : public OpenWBEM::ProviderEnvironmentIFC {
     Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config);
 
     OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
-    /// The server keeps no instances of its own, so there is nothing to reach beside the providers: as getCIMOMHandle.
+    /// As getCIMOMHandle: providers and declared instances are reached in the same way.
     OpenWBEM::CIMOMHandleIFCRef getRepositoryCIMOMHandle() const override;
     /// Throws CimError NotSupported.
     OpenWBEM::RepositoryIFCRef getRepository() const override;

@@ -7,6 +7,7 @@
 #include "OW_CppAssociatorProviderIFC.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
 #include "OW_CppMethodProviderIFC.hpp"
+#include "OW_CppSecondaryInstanceProviderIFC.hpp"
 #include "OW_OperationContext.hpp"
 #include "OW_ProviderEnvironmentIFC.hpp"
 
@@ -35,6 +36,7 @@ class ProviderCall {
     OpenWBEM::CppInstanceProviderIFC* instances() const { return provider_->getInstanceProvider(); }
     OpenWBEM::CppMethodProviderIFC* methods() const { return provider_->getMethodProvider(); }
     OpenWBEM::CppAssociatorProviderIFC* associators() const { return provider_->getAssociatorProvider(); }
+    OpenWBEM::CppSecondaryInstanceProviderIFC* secondaries() const { return provider_->getSecondaryInstanceProvider(); }
 
   private:
     std::optional<Gate::Pass> pass_; // last to be destroyed: the environment may hold what the provider made

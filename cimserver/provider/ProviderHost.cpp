@@ -198,6 +198,10 @@ std::string ProviderHost::methodProvider(const String& ns, const CIMClass& cimCl
     return found.empty() ? idOfQualifier(cimClass) : found;
 }
 
+std::vector<std::string> ProviderHost::secondaryProviders(const String& ns, const CIMClass& cimClass) const {
+    return impl_->registrations.secondaryProviders(ns, cimClass.getName());
+}
+
 bool ProviderHost::has(const std::string& id) const {
     return impl_->builtIns.count(id) != 0 || (isProviderId(id) && !findModule(impl_->settings.folders, id).empty());
 }

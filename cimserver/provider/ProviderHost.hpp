@@ -51,6 +51,8 @@ class ProviderHost {
     std::string associatorProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
     std::string methodProvider(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass,
                                const OpenWBEM::CIMMethod& method) const;
+    /// The ids of the secondary instance providers reported for exactly this class, in the order of the scan.
+    std::vector<std::string> secondaryProviders(const OpenWBEM::String& ns, const OpenWBEM::CIMClass& cimClass) const;
 
     /// True when there is a built-in provider of that id or a file for it, whether it can be loaded or not.
     bool has(const std::string& id) const;

@@ -8,6 +8,7 @@
 #include "OW_CppAssociatorProviderIFC.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
 #include "OW_CppMethodProviderIFC.hpp"
+#include "OW_CppSecondaryInstanceProviderIFC.hpp"
 
 namespace cimserver::provider {
 
@@ -38,11 +39,15 @@ void Registrations::put(Table& table, const std::string& key, const std::string&
     }
 }
 
-template <class Info>
-void Registrations::putClasses(Table& table, const Info& info, const std::string& id) {
+void Registrations::put(Lists& lists, const std::string& key, const std::string& id) {
+    lists[folded(key)].push_back(id);
+}
+
+template <class Entries, class Info>
+void Registrations::putClasses(Entries& entries, const Info& info, const std::string& id) {
     for (const auto& reported : info.getClassInfo()) {
         for (const std::string& key : keysOf(reported)) {
-            put(table, key, id);
+            put(entries, key, id);
         }
     }
 }
@@ -57,6 +62,11 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
         AssociatorProviderInfo info;
         associators->getAssociatorProviderInfo(info);
         putClasses(associators_, info, id);
+    }
+    if (auto* const secondaries = provider.getSecondaryInstanceProvider()) {
+        SecondaryInstanceProviderInfo info;
+        secondaries->getSecondaryInstanceProviderInfo(info);
+        putClasses(secondaries_, info, id);
     }
     if (auto* const methods = provider.getMethodProvider()) {
         MethodProviderInfo info;
@@ -74,12 +84,14 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
     }
 }
 
-std::string Registrations::get(const Table& table, const std::string& ns, const std::string& className) {
-    auto found = table.find(folded(className));
-    if (found == table.end()) {
-        found = table.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
+template <class Entries>
+typename Entries::mapped_type Registrations::get(const Entries& entries, const std::string& ns,
+                                                 const std::string& className) {
+    auto found = entries.find(folded(className));
+    if (found == entries.end()) {
+        found = entries.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
     }
-    return found == table.end() ? std::string() : found->second;
+    return found == entries.end() ? typename Entries::mapped_type() : found->second;
 }
 
 std::string Registrations::instanceProvider(const String& ns, const String& className) const {
@@ -93,6 +105,10 @@ std::string Registrations::associatorProvider(const String& ns, const String& cl
 std::string Registrations::methodProvider(const String& ns, const String& className, const String& method) const {
     const std::string one = get(methods_, ns.c_str(), std::string(className.c_str()) + "/" + method.c_str());
     return one.empty() ? get(methods_, ns.c_str(), className.c_str()) : one;
+}
+
+std::vector<std::string> Registrations::secondaryProviders(const String& ns, const String& className) const {
+    return secondaries_.empty() ? std::vector<std::string>() : get(secondaries_, ns.c_str(), className.c_str());
 }
 
 std::string idOfQualifier(const CIMQualifier& qualifier) {

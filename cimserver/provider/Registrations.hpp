@@ -6,6 +6,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 namespace cimserver::provider {
 
@@ -21,18 +22,26 @@ class Registrations {
     std::string associatorProvider(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
     std::string methodProvider(const OpenWBEM::String& ns, const OpenWBEM::String& className,
                                const OpenWBEM::String& method) const;
+    /// All ids reported, in the order of the reports. Those for this namespace count when there are none for all.
+    std::vector<std::string> secondaryProviders(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
 
   private:
     using Table = std::map<std::string, std::string>; ///< folded "class", "ns:class" or either with "/method" to id
+    using Lists = std::map<std::string, std::vector<std::string>>; ///< the same to several ids
 
     static void put(Table& table, const std::string& key, const std::string& id);
-    static std::string get(const Table& table, const std::string& ns, const std::string& className);
-    template <class Info>
-    static void putClasses(Table& table, const Info& info, const std::string& id);
+    static void put(Lists& lists, const std::string& key, const std::string& id);
+    /// The class's entry, default-constructed when there is none.
+    template <class Entries>
+    static typename Entries::mapped_type get(const Entries& entries, const std::string& ns,
+                                             const std::string& className);
+    template <class Entries, class Info>
+    static void putClasses(Entries& entries, const Info& info, const std::string& id);
 
     Table instances_;
     Table associators_;
     Table methods_;
+    Lists secondaries_;
 };
 
 /// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty without a qualifier or value. Throws CimError Failed

@@ -1,5 +1,6 @@
-// A provider as somebody else would write it for an OpenWBEM object manager: one header, instances in memory, a method
-// and an association. It writes on standard output and holds a text that is not UTF-8, as providers do.
+// A provider as somebody else would write it for an OpenWBEM object manager: one header, instances in memory, a method,
+// an association and a secondary provider. It writes on standard output and holds a text that is not UTF-8, as
+// providers do.
 #include "OW_CppProviderIncludes.hpp"
 
 #include <iostream>
@@ -21,6 +22,40 @@ Array<T> two(const T& a, const T& b) {
     result.push_back(b);
     return result;
 }
+
+/// Keeps a diary of the watched things and shows it in them; hides those named "hidden", objects to "objected".
+class Diary : public CppSecondaryInstanceProviderIFC {
+  public:
+    void getSecondaryInstanceProviderInfo(SecondaryInstanceProviderInfo& info) override {
+        info.addInstrumentedClass("acme_watched");
+        info.addInstrumentedClass("ACME_Shelf");
+    }
+    void filterInstances(const ProviderEnvironmentIFCRef&, const String&, const String& className,
+                         CIMInstanceArray& instances, ELocalOnlyFlag, EDeepFlag, EIncludeQualifiersFlag,
+                         EIncludeClassOriginFlag, const StringArray*, const CIMClass&, const CIMClass&) override {
+        instances[0].setProperty("Diary", CIMValue(m_pages + "seen as " + className));
+        if (instances[0].getPropertyValue("Name").toString().equals("hidden")) {
+            instances.clear();
+        }
+    }
+    void createInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMInstance& made) override {
+        if (made.getPropertyValue("Name").toString().equals("objected")) {
+            OW_THROWCIMMSG(CIMException::FAILED, "an objection");
+        }
+        m_pages += "created " + made.getClassName() + ", ";
+    }
+    void modifyInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMInstance& modified,
+                        const CIMInstance& previous, EIncludeQualifiersFlag, const StringArray*,
+                        const CIMClass&) override {
+        m_pages += "modified " + modified.getClassName() + " " + previous.getPropertyValue("Diary").toString() + ", ";
+    }
+    void deleteInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath& path) override {
+        m_pages += "deleted " + path.getClassName() + ", ";
+    }
+
+  private:
+    String m_pages;
+};
 
 class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
   public:
@@ -60,6 +95,9 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         }
         if (path.getClassName().equalsIgnoreCase("ACME_ThingInSlot")) {
             return link(ns);
+        }
+        if (path.getKeyValue("Name").toString().equals("stuck")) {
+            OW_THROWCIM(CIMException::FAILED);
         }
         return find(path).clone(localOnly, E_INCLUDE_QUALIFIERS, origin, propertyList);
     }
@@ -146,6 +184,8 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
             result.handle(CIMObjectPath(ns, link(ns)));
         }
     }
+
+    CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() override { return &m_diary; }
 
   private:
     static CIMProperty key(const String& name, const CIMValue& value) {
@@ -250,6 +290,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     Things m_things;
+    Diary m_diary;
 };
 
 } // namespace

@@ -40,6 +40,7 @@ std::vector<fs::path> allCases() {
 class Server {
   public:
     Server() : host_(settings()) {
+        host_.scan();
         cimom::addInterop(repository_, host_);
         repository_.compileFile(TEST_PROVIDER_MOF, "root/cimv2");
         cimom_.emplace(repository_, host_, cimom::Cimom::Settings());
