@@ -43,8 +43,14 @@ void Registrations::put(Lists& lists, const std::string& key, const std::string&
     lists[folded(key)].push_back(id);
 }
 
-template <class Entries, class Info>
-void Registrations::putClasses(Entries& entries, const Info& info, const std::string& id) {
+template <class Entries, class Provider, class Info>
+void Registrations::putClasses(Entries& entries, Provider* provider, void (Provider::*report)(Info&),
+                               const std::string& id) {
+    if (provider == nullptr) {
+        return;
+    }
+    Info info;
+    (provider->*report)(info);
     for (const auto& reported : info.getClassInfo()) {
         for (const std::string& key : keysOf(reported)) {
             put(entries, key, id);
@@ -53,21 +59,11 @@ void Registrations::putClasses(Entries& entries, const Info& info, const std::st
 }
 
 void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
-    if (auto* const instances = provider.getInstanceProvider()) {
-        InstanceProviderInfo info;
-        instances->getInstanceProviderInfo(info);
-        putClasses(instances_, info, id);
-    }
-    if (auto* const associators = provider.getAssociatorProvider()) {
-        AssociatorProviderInfo info;
-        associators->getAssociatorProviderInfo(info);
-        putClasses(associators_, info, id);
-    }
-    if (auto* const secondaries = provider.getSecondaryInstanceProvider()) {
-        SecondaryInstanceProviderInfo info;
-        secondaries->getSecondaryInstanceProviderInfo(info);
-        putClasses(secondaries_, info, id);
-    }
+    putClasses(instances_, provider.getInstanceProvider(), &CppInstanceProviderIFC::getInstanceProviderInfo, id);
+    putClasses(associators_, provider.getAssociatorProvider(), &CppAssociatorProviderIFC::getAssociatorProviderInfo,
+               id);
+    putClasses(secondaries_, provider.getSecondaryInstanceProvider(),
+               &CppSecondaryInstanceProviderIFC::getSecondaryInstanceProviderInfo, id);
     if (auto* const methods = provider.getMethodProvider()) {
         MethodProviderInfo info;
         methods->getMethodProviderInfo(info);

@@ -35,8 +35,10 @@ class Registrations {
     template <class Entries>
     static typename Entries::mapped_type get(const Entries& entries, const std::string& ns,
                                              const std::string& className);
-    template <class Entries, class Info>
-    static void putClasses(Entries& entries, const Info& info, const std::string& id);
+    /// Lists the classes that the provider reports; nothing for null.
+    template <class Entries, class Provider, class Info>
+    static void putClasses(Entries& entries, Provider* provider, void (Provider::*report)(Info&),
+                           const std::string& id);
 
     Table instances_;
     Table associators_;
