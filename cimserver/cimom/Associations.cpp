@@ -15,7 +15,7 @@ using provider::Access;
 
 namespace {
 
-/// The object's class and all above it.
+/// The object's class and its superclasses.
 std::vector<String> lineage(const schema::Repository& repository, const String& ns, const CIMClass& cimClass) {
     std::vector<String> names;
     for (const CIMClass* c = &cimClass; c != nullptr; c = repository.findClass(ns, c->getSuperClass())) {
@@ -34,7 +34,7 @@ bool refersTo(const CIMClass& association, const std::vector<String>& classes) {
     return false;
 }
 
-/// The association classes to be asked: the one named with its subclasses, else all that refer to the object's class.
+/// The association classes to ask: the one named with its subclasses, or all that refer to the object's class.
 std::vector<const CIMClass*> associationsOf(const schema::Repository& repository, const String& ns,
                                             const CIMClass& objectClass, const String& named, const char* parameter) {
     std::vector<const CIMClass*> result;
@@ -60,7 +60,7 @@ std::vector<const CIMClass*> associationsOf(const schema::Repository& repository
     return result;
 }
 
-/// Completes the names that providers give: where an object lies is part of an association's answer.
+/// Completes the paths that providers return: an association's answer has namespace and host.
 Sink<CIMObjectPath> pathSink(const String& ns, CIMObjectPathResultHandlerIFC& next) {
     return Sink<CIMObjectPath>([ns, &next](const CIMObjectPath& delivered) {
         CIMObjectPath path(delivered);

@@ -9,7 +9,7 @@
 
 namespace cimserver::cimom {
 
-/// Calls the operations of Cimom in the name of the request during which the provider got the handle. The schema is
+/// Calls the operations of Cimom on behalf of the request during which the provider got the handle. The schema is
 /// fixed: operations that would change it, queries and the class forms of the association operations throw CimError
 /// NotSupported. After the server's end every operation throws Failed.
 CIMOMHandleIFCRef makeCimomHandle(std::weak_ptr<Cimom*> cimom, RequestContext context);

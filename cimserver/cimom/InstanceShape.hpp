@@ -1,4 +1,4 @@
-// Makes what a provider delivers fit for clients, and finds what a modification changes.
+// Completes the instances that providers deliver, and finds what a modification changes.
 #pragma once
 
 #include "OW_CIM.hpp"
@@ -12,37 +12,38 @@ using namespace OpenWBEM; // its types are this folder's vocabulary
 bool isWanted(const StringArray* propertyList, const String& name);
 
 /// The provider's instance with
-/// - the properties of the class that the provider left out, as NULL,
-/// - of all properties those that the list names (null: all),
-/// - a key list with a value for each key of the class: the provider's list, its properties or `path`, the first that
-///   has it.
-/// Its values and qualifiers stay as they are. Throws CimError Failed for a property without any type. A key that
-/// cannot be found is left out.
+/// - the class's properties that the provider left out, as NULL,
+/// - only the properties that the list names (null: all),
+/// - a key list: each key of the class with its value from the provider's list, its properties or `path`, whichever has
+///   it first.
+/// Values and qualifiers stay unchanged. Throws CimError Failed for a property without a type. A key that cannot be
+/// found is left out.
 CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
                    const CIMObjectPath& path);
 
-/// The same with all keys; throws as requireKeys.
+/// Like shaped, without a path; throws like requireKeys when a key is missing.
 CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList);
 
-/// Returns the provider's instance; throws CimError Failed when it is none.
+/// Returns the provider's instance; throws CimError Failed when it is NULL.
 const CIMInstance& requireInstance(const CIMInstance& delivered);
 
-/// Throws CimError Failed when the instance's (or the path's) keys lack one of the class: nobody could address it.
+/// Throws CimError Failed when the keys of an instance or a path lack one of the class: nobody could address it.
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass);
 
-/// What a provider is handed by a modification.
+/// What a modification passes to the provider.
 struct Modification {
     CIMInstance instance;
     CIMPropertyArray changes; ///< the properties in it that are to change
-    StringArray names;        ///< of those
+    StringArray names;        ///< the names of the changes
 
     bool empty() const { return names.empty(); }
 };
 
-/// The instance holds the key properties, by which providers find their object, and then the changes: the properties of
-/// `modified`, in their order, whose value differs from `previous` (with `all` also the others), or, given a list,
-/// those it names and after them those it names that `modified` lacks, with their default. Each is the class's property
-/// with the new value. Throws CimError InvalidParameter when `modified` has another key than `path`.
+/// The instance holds the key properties, by which providers find their object, and then the changes. Without a list
+/// these are the properties of `modified`, in their order, whose value differs from `previous` (with `all` the others
+/// too). With a list they are those of `modified` that it names, and then those it names that `modified` lacks, with
+/// their default. Each is the class's property with the new value. Throws CimError InvalidParameter when `modified` has
+/// another key than `path`.
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all);
 

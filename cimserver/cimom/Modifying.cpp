@@ -10,7 +10,7 @@ using provider::Access;
 
 namespace {
 
-/// A mistyped name must not be believed to be set.
+/// Refuses unknown names, so that a mistyped property is not believed to be set.
 void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, const StringArray* propertyList) {
     for (const CIMProperty& property : instance.getProperties()) {
         propertyOf(cimClass, property.getName());
@@ -46,7 +46,7 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
             context.onChange(change.changes);
         }
         if (!change.empty()) {
-            // Always with a list: a provider must not take what is not handed on for set to NULL.
+            // Always with a list, so that the provider does not take the other properties as set to NULL.
             provider.modifyInstance(env, request.ns(), change.instance, previous, includeQualifiers, &change.names,
                                     cimClass);
         }

@@ -1,4 +1,4 @@
-// The operations that follow associations from an instance, handed on to the object manager.
+// The operations that follow associations from an instance, passed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"

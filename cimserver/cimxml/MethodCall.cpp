@@ -1,4 +1,4 @@
-// Calls of methods that classes declare: the parameters are converted by the method's declaration.
+// Calls of methods that classes declare: the parameters are converted to the types of the method's declaration.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
@@ -53,7 +53,7 @@ void callMethod(OperationCall& call) {
     const String name = toCim(call.message.name());
     const pugi::xml_node target = call.message.target();
     const bool onClass = std::string_view(target.name()) == "CLASSNAME";
-    // A method is called on an object: without its class, it is the object that is not found.
+    // A method is called on an object, so an unknown class means that the object is not found.
     const String className(target.attribute(onClass ? "NAME" : "CLASSNAME").value());
     const auto& cimClass = call.services.cimom.classOf(call.nameSpace, className, Status::NotFound);
     const auto path = onClass ? call.reader.className(target) : call.reader.instanceName(target);

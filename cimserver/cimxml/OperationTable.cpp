@@ -33,7 +33,7 @@ constexpr Parameter kFirstObjects{"MaxObjectCount", Kind::Number, Presence::Opti
 constexpr Parameter kNextObjects{"MaxObjectCount", Kind::Number, Presence::Required};
 constexpr Parameter kEnumeration{"EnumerationContext", Kind::Text, Presence::Required};
 
-/// Absent flags have the protocol's defaults, but for LocalOnly: clients that leave it out mean FALSE.
+/// Missing flags have the protocol's defaults, except for LocalOnly: clients that leave it out mean FALSE.
 const std::vector<Operation>& table() {
     static const std::vector<Operation> operations = {
         {"GetClass", false, getClass, {kClassName, kLocalOnly, kWithQualifiers, kClassOrigin, kPropertyList}},
