@@ -110,7 +110,8 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                      "how long a request waits for a provider that is busy");
     declare.add("--provider-stdout", options.providerStdout, "WHERE",
                 "what providers print: to a FILE, to 'null', or 'inherit' standard output");
-    declare.flag("--forward-unchanged", options.forwardUnchanged, "ModifyInstance hands unchanged properties on, too");
+    declare.flag("--forward-unchanged", options.forwardUnchanged,
+                 "ModifyInstance passes unchanged properties to the provider, too");
 }
 
 void declareAccess(Declaration& declare, Options& options, Texts& texts) {

@@ -13,8 +13,9 @@ enum class Level { Debug, Info, Warning, Error, Fatal };
 struct Settings {
     std::string file; ///< empty: standard error
     Level level = Level::Info;
-    std::size_t maxBytes = std::size_t{10} * 1024 * 1024; ///< a file of this size is renamed to FILE.1 and begun anew
-    std::size_t keep = 5;                                 ///< how many renamed files stay
+    std::size_t maxBytes =
+        std::size_t{10} * 1024 * 1024; ///< a file of this size is renamed (X.log to X.1.log) and begun anew
+    std::size_t keep = 5;              ///< how many renamed files stay
 };
 
 /// Applies the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.

@@ -13,15 +13,15 @@ namespace cimserver::provider {
 
 using ConfigItems = std::map<std::string, std::string>;
 
-/// The environment of one call. A provider may keep it: logger and configuration items go on working, and the way back
-/// into the server answers until the server ends.
+/// The environment of one call. A provider may keep it: logger and configuration items stay usable, and so does the
+/// CIMOM handle until the server ends.
 class Environment : public OpenWBEM::ProviderEnvironmentIFC {
   public:
     /// `component` names the provider in the log.
     Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config);
 
     OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
-    /// The server keeps no instances of its own, so there is nothing to reach beside the providers: as getCIMOMHandle.
+    /// Same as getCIMOMHandle: the server keeps no instances of its own.
     OpenWBEM::CIMOMHandleIFCRef getRepositoryCIMOMHandle() const override;
     /// Throws CimError NotSupported.
     OpenWBEM::RepositoryIFCRef getRepository() const override;

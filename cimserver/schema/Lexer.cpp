@@ -250,7 +250,7 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
         fail(place_, "unexpected " + shown(c) + " in a string");
     }
     const std::size_t length = utf8Length(text_.substr(at_));
-    if (length == 0) { // early schemas are in Latin-1, with some marks that have no place in it
+    if (length == 0) { // old schemas are in Latin-1, with some bytes that it has no characters for
         const auto byte = static_cast<unsigned char>(take());
         appendUtf8(out, byte < 0xa0 ? kReplacement : byte);
     }

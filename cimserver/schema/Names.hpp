@@ -20,7 +20,7 @@
 
 namespace cimserver::schema {
 
-/// The key under which a name is filed: its ASCII letters in lower case.
+/// The key that a name is stored under: its ASCII letters in lower case.
 std::string fold(std::string_view name);
 
 bool sameName(std::string_view a, std::string_view b);
@@ -28,8 +28,8 @@ bool sameName(std::string_view a, std::string_view b);
 /// A namespace name without leading slashes and without blanks around it.
 std::string trimmedNamespace(std::string_view name);
 
-/// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server, with slashes or backslashes; empty
-/// for one of another host.
+/// The local name "root/cimv2" from "//./root/cimv2" or "/root/cimv2", with slashes or backslashes; empty for a
+/// namespace on another host.
 std::string localNamespace(std::string written);
 
 } // namespace cimserver::schema

@@ -46,7 +46,7 @@ Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char
 
 struct Standard {
     const char* names;
-    const char* declaration; ///< what all of them are declared with
+    const char* declaration; ///< the same for all of them
 };
 
 // The standard's qualifiers in the widest scope that any edition gives them.
@@ -102,7 +102,7 @@ std::vector<CIMFlavor::Flavor> flavorsOf(const std::vector<Token>& words) {
     const auto has = [&](CIMFlavor::Flavor f) { return std::find(flavors.begin(), flavors.end(), f) != flavors.end(); };
     for (const Token& word : words) {
         if (sameName(word.text, "toinstance")) {
-            continue; // of early schemas; without effect since instances carry what their provider gives them
+            continue; // of old schemas; has no effect, because instances carry the qualifiers that providers give them
         }
         flavors.push_back(meaningOf(word, kFlavorWords, "flavor"));
         if ((has(CIMFlavor::ENABLEOVERRIDE) && has(CIMFlavor::DISABLEOVERRIDE)) ||
