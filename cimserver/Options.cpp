@@ -18,7 +18,7 @@ struct Unit {
     std::uint64_t factor;
 };
 
-/// A whole number with one of the units behind it, 1 to `most`; `what` says what was expected.
+/// A whole number followed by one of the units, from 1 of it to `most` in all; `what` says what was expected.
 std::uint64_t parseNumber(const std::string& text, std::initializer_list<Unit> units, std::uint64_t most,
                           const char* what) {
     std::uint64_t number = 0;
@@ -41,7 +41,7 @@ std::string sizeText(std::size_t size) {
     return size % 1024 == 0 ? std::to_string(size / 1024) + "K" : std::to_string(size);
 }
 
-/// What several declarations have in common: an option whose text is parsed by a function of ours.
+/// Declares options in the current help group; durations and sizes are parsed by this file's functions.
 class Declaration {
   public:
     explicit Declaration(CLI::App& app) : app_(app) {}
@@ -85,7 +85,7 @@ class Declaration {
     std::string group_;
 };
 
-/// Option texts, interpreted once all are known.
+/// Options that are interpreted once all are read.
 struct Texts {
     std::vector<std::string> listen;
     std::vector<std::string> providerConfig;
@@ -110,7 +110,8 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                      "how long a request waits for a provider that is busy");
     declare.add("--provider-stdout", options.providerStdout, "WHERE",
                 "what providers print: to a FILE, to 'null', or 'inherit' standard output");
-    declare.flag("--forward-unchanged", options.forwardUnchanged, "ModifyInstance hands unchanged properties on, too");
+    declare.flag("--forward-unchanged", options.forwardUnchanged,
+                 "ModifyInstance passes unchanged properties to the provider, too");
 }
 
 void declareAccess(Declaration& declare, Options& options, Texts& texts) {

@@ -37,18 +37,18 @@ struct Options {
     bool check = false;
 };
 
-/// An option that cannot be taken; the text names it.
+/// An unusable option; what() names it.
 class OptionsError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-/// Reads the command line and the configuration file it names. Nothing when only help or the version was asked for and
-/// has been printed. Throws OptionsError.
+/// Reads the command line and the configuration file it names. Returns nothing after printing the help or the version.
+/// Throws OptionsError.
 std::optional<Options> parseOptions(int argc, const char* const* argv);
 
-/// What is unsafe in the options, one text for each address that is open beyond this host without TLS and a user file.
-/// Throws OptionsError with the first of them unless `allowInsecure`, and when TLS is asked for without certificate.
+/// Returns a warning for each address that is open beyond this host without TLS and a user file. Throws OptionsError
+/// with the first of them unless `allowInsecure`, and when the TLS options do not fit together.
 std::vector<std::string> checkAccess(const Options& options);
 
 /// "250ms", "10s", "5m", "1h"; a plain number counts seconds. From 1 ms to 24 hours. Throws std::invalid_argument.

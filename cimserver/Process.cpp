@@ -13,7 +13,7 @@
 namespace cimserver {
 namespace {
 
-int signalPipe = -1; // the handler has no other way to reach it
+int signalPipe = -1; // global, because the signal handler needs it
 
 void onSignal(int number) {
     const int saved = errno;
@@ -81,7 +81,7 @@ Descriptor redirectStandardOutput(const std::string& where) {
     if (target.get() < 0 || ::dup2(target.get(), STDOUT_FILENO) < 0) {
         fail("cannot write the providers' output to " + file);
     }
-    // Each line is to be seen when it is printed. The buffer is a fresh one: with the old one glibc keeps the mode.
+    // Line-buffered, so that each line appears when it is printed. With the old buffer glibc would keep the old mode.
     static char buffer[BUFSIZ];
     std::setvbuf(stdout, buffer, _IOLBF, sizeof buffer);
     return own;

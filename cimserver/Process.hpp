@@ -7,7 +7,7 @@
 
 namespace cimserver {
 
-/// An open file descriptor that is closed at the end.
+/// Owns a file descriptor.
 class Descriptor {
   public:
     explicit Descriptor(int fd = -1) : fd_(fd) {}
@@ -20,8 +20,8 @@ class Descriptor {
     int fd_;
 };
 
-/// Delivers SIGTERM, SIGINT, SIGHUP and SIGUSR1 by next(), and ignores SIGPIPE. By handlers: programs that providers
-/// start would inherit a signal mask or SIG_IGN. One object at a time.
+/// Delivers SIGTERM, SIGINT, SIGHUP and SIGUSR1 by next(), and ignores SIGPIPE. Uses handlers, because programs that
+/// providers start would inherit a signal mask or SIG_IGN. One object at a time.
 class Signals {
   public:
     Signals();
@@ -42,11 +42,11 @@ class StateInUse : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Locks the directory for this process, as long as the result lives. Throws std::runtime_error when that fails, and
-/// StateInUse when another process holds it.
+/// Creates the directory if needed and locks it as long as the result lives. Throws StateInUse when another process
+/// holds it, and std::runtime_error when it cannot be used.
 Descriptor lockStateDirectory(const std::filesystem::path& directory);
 
-/// Replaces the file as a whole. Throws std::runtime_error naming it.
+/// Replaces the file; readers see the old or the new content. Throws std::runtime_error naming it.
 void writeFile(const std::filesystem::path& file, const std::string& text);
 
 } // namespace cimserver

@@ -44,7 +44,7 @@ class CimSide {
                     return cimxml::maskedBodies(request, response, limits);
                 }};
     }
-    /// A provider that cannot be used yet is tried again at each request for its classes.
+    /// A failure is only logged: the provider is tried again at each request for its classes.
     void preload(const std::vector<std::string>& ids) {
         for (const auto& id : ids) {
             try {
@@ -74,7 +74,7 @@ class CimSide {
         settings.enumerations.count = options.enumerations;
         return settings;
     }
-    /// Throws OptionsError naming an option and a provider that it names and nobody has.
+    /// Throws OptionsError when the option names a provider that does not exist.
     template <class Ids>
     void requireProviders(const char* option, const Ids& ids) const {
         for (const std::string& id : ids) {
@@ -105,7 +105,7 @@ class CimSide {
 /// One line on the original standard output, kept from providers.
 void announce(const Descriptor& output, const std::string& text) {
     const auto line = "cimserverd: " + text + "\n";
-    // A reader that is gone is no reason to stop.
+    // The server goes on when the reader is gone.
     [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
 }
 
@@ -141,7 +141,7 @@ void logCounters(const http::Server& server, const CimSide& cim) {
     log::write(log::Level::Info, kComponent, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
 }
 
-/// Returns when the server shall stop.
+/// Returns when the server is to stop.
 void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
     for (;;) {
         switch (const int number = signals.next()) {
@@ -178,13 +178,13 @@ int serve(const Options& options) {
     logCounters(server, cim);
     if (!finished) {
         log::write(log::Level::Error, kComponent, "stopped with requests still under way");
-        ::_exit(RequestsLeft); // providers are still at work: nothing may be torn down under them
+        ::_exit(RequestsLeft); // providers are still working: nothing they use may be destroyed
     }
     log::write(log::Level::Info, kComponent, "stopped");
     return Stopped;
 }
 
-/// One line for whoever started the server, and one in the log if that is elsewhere.
+/// Prints one line for whoever started the server, and logs it too if the log is elsewhere.
 int fail(Exit status, const char* text, bool logFile) {
     std::cerr << "cimserverd: " << text << "\n";
     if (logFile) {

@@ -23,7 +23,7 @@ struct Command {
     bool certificateOnly = false;
 };
 
-/// Turns echo off. Signals wait meanwhile, so that it is always turned on again.
+/// Turns echo off. Blocks signals meanwhile, so that echo is always turned on again.
 class SilentTerminal {
   public:
     SilentTerminal() {

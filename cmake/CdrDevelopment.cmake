@@ -1,4 +1,4 @@
-# What other projects find the installed libraries by: find_package(NAME), and pkg-config's module NAME.
+# Lets other projects find the installed libraries: find_package(NAME), and pkg-config's module NAME.
 
 include(CMakePackageConfigHelpers)
 
@@ -16,7 +16,7 @@ function(cdr_install_development name component namespace include description)
   install(FILES ${config} ${CMAKE_CURRENT_BINARY_DIR}/${name}ConfigVersion.cmake
     DESTINATION ${folder} COMPONENT ${component})
 
-  # Found from the file's own place, so that the packages can be unpacked anywhere.
+  # The prefix is relative to the .pc file, so that the packages can be unpacked anywhere.
   file(RELATIVE_PATH up /${CMAKE_INSTALL_LIBDIR}/pkgconfig /)
   string(REGEX REPLACE "/$" "" up ${up})
   configure_file(${PROJECT_SOURCE_DIR}/cmake/package.pc.in ${CMAKE_CURRENT_BINARY_DIR}/${name}.pc @ONLY)

@@ -20,7 +20,7 @@ function(cdr_target_sanitizers target)
   target_link_options(${target} PRIVATE ${flags})
 endfunction()
 
-# cdr_target(TARGET): both of the above and the hardening that costs nothing.
+# cdr_target(TARGET): both of the above and cheap hardening.
 function(cdr_target target)
   cdr_target_warnings(${target})
   cdr_target_sanitizers(${target})

@@ -1,13 +1,13 @@
 # Builds against an OpenWBEM installed below OPENWBEM_ROOT instead of the library in openwbem/.
 
-# use_installed_openwbem(TARGET): finds its headers, and supplies UTF8Utils::ISO8859ToUTF8 where it has none.
+# use_installed_openwbem(TARGET): finds its headers, and adds UTF8Utils::ISO8859ToUTF8 if it has none.
 function(use_installed_openwbem target)
   find_path(OPENWBEM_INCLUDE_DIR OW_CppProviderIncludes.hpp
     PATHS ${OPENWBEM_ROOT}/include/openwbem ${OPENWBEM_ROOT}/include NO_DEFAULT_PATH REQUIRED)
   target_include_directories(${target} SYSTEM PUBLIC ${OPENWBEM_INCLUDE_DIR})
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS ON)
 
-  # Only compiled: the object manager that loads the module brings the library.
+  # Compile only: the object manager that loads the module provides the library.
   set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
   set(CMAKE_REQUIRED_INCLUDES ${OPENWBEM_INCLUDE_DIR})
   include(CheckCXXSourceCompiles)

@@ -7,14 +7,14 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL module server platform platform-dev openwbem openwbem-dev)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_STRIP_FILES ON)
-# Each package has its own; a common one would stand before it.
+# Empty, because it would be put before each package's own.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
 set(same "(= ${PROJECT_VERSION})")
 
-# cdr_package(COMPONENT NAME SECTION DESCRIPTION [DEPENDS]): names the component's package and what of ours it needs.
+# cdr_package(COMPONENT NAME SECTION DESCRIPTION [DEPENDS]): describes the component's package and which of ours it needs.
 macro(cdr_package component name section description)
   string(TOUPPER ${component} upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${name})

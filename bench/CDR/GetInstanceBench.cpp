@@ -31,7 +31,7 @@ void forgetCalls() {
 #endif
 }
 
-// One row for each entry: its key and how many bytes it has, 0 for an integer.
+// Calls `use` with each entry's key and its length in bytes, 0 for an integer.
 template <class Use>
 void forEachEntry(Use use) {
     for (const char* key :
@@ -103,7 +103,7 @@ BENCHMARK(getInstance)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
-// The real library reads a registry of this program's own.
+// The real library works on a temporary registry.
 int main(int argc, char** argv) {
     std::string home = std::filesystem::temp_directory_path() / "module_bench.XXXXXX";
     if (mkdtemp(home.data()) == nullptr || setenv("ZPO_STATE_DIR", home.c_str(), 1) != 0 ||

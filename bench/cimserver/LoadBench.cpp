@@ -27,7 +27,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Microseconds = std::chrono::duration<double, std::micro>;
 
-/// A keep-alive connection that waits for each answer.
+/// A keep-alive connection. ask() waits for the answer.
 class Connection {
   public:
     explicit Connection(int port) : fd_(::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
@@ -117,7 +117,7 @@ std::string modify(int value) {
                                          "</VALUE></PROPERTY></INSTANCE></VALUE.NAMEDINSTANCE></IPARAMVALUE>");
 }
 
-/// Repeats requests on so many connections for the time; prints the rate. `make` gets a running number.
+/// Sends requests on `connections` connections for `time` and prints the rate. `make` builds a request from its number.
 void measureRate(int port, const char* name, unsigned connections, std::chrono::milliseconds time,
                  const std::function<std::string(int)>& make) {
     std::atomic<std::uint64_t> done{0};
@@ -138,7 +138,7 @@ void measureRate(int port, const char* name, unsigned connections, std::chrono::
                 static_cast<double>(done) / std::chrono::duration<double>(time).count());
 }
 
-/// How long single requests take; prints the distribution.
+/// Sends one request after the other and prints how long they took.
 void measureLatency(int port, const char* name, int requests) {
     Connection connection(port);
     const auto text = getInstance();
@@ -166,7 +166,7 @@ void measureBesideSilentClients(int port) {
     measureLatency(port, "GetInstance, beside 200 idle, 200 half-sent", 2000);
 }
 
-/// The server that belongs to a run.
+/// A server of this program's own, in a temporary folder.
 class Server {
   public:
     Server() {

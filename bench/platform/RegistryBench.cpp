@@ -1,4 +1,4 @@
-// How long the registry's calls take. A write waits for the disk, so its time is the disk's.
+// How long the registry's calls take. The time of a write is that of the disk, which it waits for.
 
 #include "ZpoShared.h"
 
@@ -9,7 +9,7 @@
 
 namespace {
 
-// A registry of its own with as many entries as the Call Detail Recording feature has.
+// Makes a temporary registry with about as many entries as the Call Detail Recording feature has.
 void prepare() {
     std::string directory = (std::filesystem::temp_directory_path() / "registry-bench-XXXXXX").string();
     if (mkdtemp(directory.data()) == nullptr) {

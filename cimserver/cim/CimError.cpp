@@ -9,7 +9,7 @@ using OpenWBEM::CIMException;
 
 namespace {
 
-/// Null for a code that OpenWBEM knows.
+/// The standard text of a code that OpenWBEM does not know; null for the others.
 const char* youngerText(Status code) {
     switch (code) {
     case Status::InvalidEnumerationContext:

@@ -10,7 +10,7 @@
 
 namespace cimserver {
 
-/// CIM status codes; those above 17 are younger than OpenWBEM's own list.
+/// CIM status codes; those above 17 are newer than OpenWBEM's own list.
 enum class Status {
     Failed = 1,
     AccessDenied = 2,
@@ -29,7 +29,7 @@ enum class Status {
     ServerLimitsExceeded = 27,
 };
 
-/// What the server itself throws; providers throw CIMException and whatever else they like.
+/// What the server itself throws; providers throw CIMException or anything else.
 class CimError : public OpenWBEM::CIMException {
   public:
     /// getMessage() is the code's standard text with `detail` in brackets, as OpenWBEM composes it.
@@ -43,14 +43,14 @@ class CimError : public OpenWBEM::CIMException {
   private:
     explicit CimError(const char* text);
 
-    OpenWBEM::String text_; ///< empty: what CIMException composes
+    OpenWBEM::String text_; ///< empty: CIMException composes the text
 };
 
-/// Rethrows the exception being handled as a CIMException: one of that kind as it is, any other as CimError::foreign
-/// with its text ("Unknown Exception" for what is no std::exception).
+/// Rethrows the exception being handled: a CIMException unchanged, any other as CimError::foreign with its text
+/// ("Unknown Exception" when it is not a std::exception).
 [[noreturn]] void rethrowAsCimException();
 
-/// Runs `call` and translates whatever it throws as rethrowAsCimException does.
+/// Runs `call` and translates exceptions like rethrowAsCimException.
 template <class Call>
 auto guarded(Call&& call) -> decltype(call()) {
     try {
@@ -66,7 +66,7 @@ struct Outcome {
     std::string description;
 };
 
-/// Runs `work`; whatever it throws becomes the outcome.
+/// Runs `work`; an exception becomes the outcome.
 template <class Work>
 Outcome outcomeOf(Work&& work) {
     try {

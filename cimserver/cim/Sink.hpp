@@ -1,4 +1,4 @@
-// A result handler that is a function.
+// A result handler from a function.
 #pragma once
 
 #include "OW_ResultHandlerIFC.hpp"
@@ -8,7 +8,7 @@
 
 namespace cimserver {
 
-/// Hands each result to `use`.
+/// Passes each result to `use`.
 template <class Object>
 class Sink : public OpenWBEM::ResultHandlerIFC<Object> {
   public:

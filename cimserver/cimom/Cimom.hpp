@@ -25,14 +25,14 @@ namespace cimserver::cimom {
 
 using namespace OpenWBEM; // its types are this folder's vocabulary
 
-/// Who sent the request and with which rights; lives as long as the request.
+/// Who sent the request and with which rights.
 struct RequestContext {
     std::string user; ///< empty without authentication
     std::string peer;
     bool mayWrite = true;
     std::shared_ptr<OperationContext> operation{}; ///< what providers share within one request; made on demand
-    /// When set, modifyInstance and setProperty call it with the properties that the provider is to change, before it
-    /// does: what the audit line names.
+    /// When set, modifyInstance and setProperty call it, before the provider, with the properties to be changed: the
+    /// audit line lists them.
     std::function<void(const CIMPropertyArray&)> onChange{};
 };
 
@@ -66,10 +66,10 @@ CIMProperty propertyOf(const CIMClass& cimClass, const String& name);
 class Cimom {
   public:
     struct Settings {
-        bool forwardUnchanged = false; ///< ModifyInstance hands unchanged properties on too
+        bool forwardUnchanged = false; ///< ModifyInstance passes unchanged properties on too
     };
 
-    /// Both must outlive the object. The schema is complete by now.
+    /// Both must outlive the object. The schema must be complete.
     Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings);
     Cimom(const Cimom&) = delete;
     Cimom& operator=(const Cimom&) = delete;
@@ -77,7 +77,7 @@ class Cimom {
     const schema::Repository& repository() const { return repository_; }
 
     /// Throws AccessDenied for a write by a user who may only read, and InvalidNamespace. Returns the namespace in its
-    /// own spelling. Every operation begins with it.
+    /// own spelling. Every operation on instances and methods checks with it.
     String admit(const RequestContext& context, const String& ns, provider::Access access) const;
     /// The namespace in its own spelling. Throws InvalidNamespace.
     String namespaceOf(const String& ns) const;
@@ -102,7 +102,8 @@ class Cimom {
                            CIMObjectPathResultHandlerIFC& result);
 
     /// `modified` holds the properties of the request in request order, each already of its class's type; `path` names
-    /// the instance. The provider gets those whose value differs from the present one or which `propertyList` names.
+    /// the instance. The provider gets those that `propertyList` names, or, without a list, those whose value differs
+    /// from the present one (all with Settings::forwardUnchanged).
     void modifyInstance(const RequestContext&, const String& ns, const CIMObjectPath& path, const CIMInstance& modified,
                         WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* propertyList);
     CIMObjectPath createInstance(const RequestContext&, const String& ns, const CIMInstance& instance);
@@ -145,7 +146,7 @@ class Cimom {
     const schema::Repository& repository_;
     provider::ProviderHost& host_;
     Settings settings_;
-    std::shared_ptr<Cimom*> self_; ///< for the handles given to providers: they must notice when this has ended
+    std::shared_ptr<Cimom*> self_; ///< lets the handles given to providers notice the end of this object
 };
 
 } // namespace cimserver::cimom

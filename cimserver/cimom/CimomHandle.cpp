@@ -107,7 +107,7 @@ class CimomHandle : public CIMOMHandleIFC {
     CIMObjectPath createInstance(const String& ns, const CIMInstance& instance) override {
         return cimom().createInstance(context_, ns, instance);
     }
-    /// The instance modified is the one whose keys the given instance holds.
+    /// The keys in the given instance name the one to modify.
     void modifyInstance(const String& ns, const CIMInstance& modifiedInstance, Qualifiers includeQualifiers,
                         const StringArray* propertyList) override {
         const CIMObjectPath path(ns, modifiedInstance);

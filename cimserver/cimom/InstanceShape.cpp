@@ -15,12 +15,12 @@ bool isUntyped(const CIMProperty& property) {
     return !type || type.getType() == CIMDataType::CIMNULL;
 }
 
-/// Finds properties by name; quick when they are asked for in about the order in which they stand.
+/// Finds properties by name; quick when they are asked for in about their order.
 class Finder {
   public:
     explicit Finder(const CIMPropertyArray& properties) : properties_(properties) {}
 
-    /// The position, or the number of properties when there is none of the name.
+    /// The position, or the number of properties when none has the name.
     std::size_t find(const String& name) {
         const std::size_t count = properties_.size();
         for (std::size_t i = 0; i < count; ++i) {
@@ -75,7 +75,7 @@ bool hasValue(const CIMPropertyArray& properties, const String& name) {
                        [&](const CIMProperty& p) { return p.getName().equalsIgnoreCase(name) && bool(p.getValue()); });
 }
 
-/// The key's value from the first place that has it; null when none has.
+/// The key with its value from the instance's key list, its properties or the path; null when none has it.
 CIMProperty keyOf(const CIMInstance& instance, const CIMProperty& declared, const CIMObjectPath& path) {
     const CIMName name(declared.getName());
     CIMValue value = CIMObjectPath(name, instance.getKeyValuePairs()).getKeyValue(name);
@@ -106,7 +106,7 @@ CIMPropertyArray completeKeys(const CIMInstance& delivered, const CIMClass& cimC
     return keys;
 }
 
-/// What the instance shows of the property today; the key list counts for a key that is no property of it.
+/// The property's present value; from the path when the instance does not have the property.
 CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, const CIMProperty& declared) {
     const CIMName name(declared.getName());
     const CIMProperty shown = previous.getProperty(name);
@@ -114,7 +114,7 @@ CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, co
     try {
         return CIMValueCast::castValueToDataType(value, declared.getDataType());
     } catch (const Exception&) {
-        return value; // of a type that cannot be compared, so it counts as different
+        return value; // the types cannot be compared, so the value counts as different
     }
 }
 
@@ -127,7 +127,7 @@ CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimCla
     return keys;
 }
 
-/// A key sent along may only say what the path says; NULL says nothing.
+/// Refuses a key that differs from the path's; NULL is ignored.
 void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
     const CIMValue value = sent.getValue();
     if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {

@@ -1,4 +1,4 @@
-// Makes what a provider delivers fit for clients, and finds what a modification changes.
+// Completes the instances that providers deliver, and finds what a modification changes.
 #pragma once
 
 #include "OW_CIM.hpp"
@@ -27,25 +27,26 @@ CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const
 CIMInstance shapedWithKeys(const CIMInstance& delivered, const CIMClass& cimClass, const StringArray* propertyList,
                            const std::optional<StringArray>& covered = std::nullopt);
 
-/// Returns the provider's instance; throws CimError Failed when it is none.
+/// Returns the provider's instance; throws CimError Failed when it is NULL.
 const CIMInstance& requireInstance(const CIMInstance& delivered);
 
-/// Throws CimError Failed when the instance's (or the path's) keys lack one of the class: nobody could address it.
+/// Throws CimError Failed when the keys of an instance or a path lack one of the class: nobody could address it.
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass);
 
-/// What a provider is handed by a modification.
+/// What a modification passes to the provider.
 struct Modification {
     CIMInstance instance;
     CIMPropertyArray changes; ///< the properties in it that are to change
-    StringArray names;        ///< of those
+    StringArray names;        ///< the names of the changes
 
     bool empty() const { return names.empty(); }
 };
 
-/// The instance holds the key properties, by which providers find their object, and then the changes: the properties of
-/// `modified`, in their order, whose value differs from `previous` (with `all` also the others), or, given a list,
-/// those it names and after them those it names that `modified` lacks, with their default. Each is the class's property
-/// with the new value. Throws CimError InvalidParameter when `modified` has another key than `path`.
+/// The instance holds the key properties, by which providers find their object, and then the changes. Without a list
+/// these are the properties of `modified`, in their order, whose value differs from `previous` (with `all` the others
+/// too). With a list they are those of `modified` that it names, and then those it names that `modified` lacks, with
+/// their default. Each is the class's property with the new value. Throws CimError InvalidParameter when `modified` has
+/// another key than `path`.
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all);
 

@@ -54,7 +54,7 @@ CIMParamValueArray inputs(const CIMMethod& method, const CIMParamValueArray& sen
     return result;
 }
 
-/// All output parameters in the order of the class, NULL or, when they are input too, with what came in.
+/// All output parameters in the order of the class: those that are input too with their input value, others as NULL.
 CIMParamValueArray outputs(const CIMMethod& method, const CIMParamValueArray& in) {
     CIMParamValueArray result;
     for (const CIMParameter& declared : method.getOUTParameters()) {

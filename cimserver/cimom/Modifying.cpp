@@ -10,7 +10,7 @@ using provider::Access;
 
 namespace {
 
-/// A mistyped name must not be believed to be set.
+/// Refuses unknown names, so that a mistyped property is not believed to be set.
 void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, const StringArray* propertyList) {
     for (const CIMProperty& property : instance.getProperties()) {
         propertyOf(cimClass, property.getName());

@@ -16,7 +16,7 @@ Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const Strin
 
 provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
     RequestContext shared = context;
-    shared.onChange = nullptr; // of this operation only, not of what a provider calls in turn
+    shared.onChange = nullptr; // for this operation only, not for those that a provider calls in turn
     if (!shared.operation) {
         shared.operation = std::make_shared<OperationContext>();
     }

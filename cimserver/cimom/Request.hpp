@@ -20,21 +20,21 @@ class Cimom::Request {
     /// Throws what Cimom::admit throws. `access` is how the request's calls enter their providers.
     Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access);
 
-    /// What a provider's environment tells of the request.
+    /// What a provider's environment knows about the request.
     static provider::CallOrigin originOf(const Cimom& cimom, const RequestContext& context);
 
     /// The namespace in its own spelling.
     const String& ns() const { return ns_; }
 
-    /// As Cimom::classOf.
+    /// Like Cimom::classOf.
     const CIMClass& classOf(const String& name, Status missing = Status::InvalidClass) const {
         return cimom_.classOf(ns_, name, missing);
     }
 
-    /// The class and all below it.
+    /// The class and all its subclasses.
     std::vector<const CIMClass*> family(const CIMClass& top) const;
 
-    /// The path in the namespace, its keys spelled and typed as the class says.
+    /// The path in the namespace, its keys with the class's spelling and types.
     CIMObjectPath synced(const CIMObjectPath& path, const CIMClass& cimClass) const;
 
     /// Calls use(CppInstanceProviderIFC&, env) inside the class's provider and translates what it throws. The instances

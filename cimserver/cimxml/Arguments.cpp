@@ -20,7 +20,7 @@ std::optional<std::uint32_t> parseNumber(pugi::xml_node element) {
     return value ? std::optional<std::uint32_t>(value->toUInt32()) : std::nullopt;
 }
 
-/// What is wrong with an element as a parameter of that kind; empty when nothing is.
+/// What is wrong with the element as a parameter of that kind, or an empty text.
 std::string fault(pugi::xml_node element, ParameterKind kind) {
     const std::string_view name = element.name();
     const auto unless = [](bool right, const char* expected) {

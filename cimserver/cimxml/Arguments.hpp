@@ -38,8 +38,8 @@ struct Parameter {
 /// The parameters that a request gave. The getters take names of the declared list.
 class Arguments {
   public:
-    /// Throws CimError InvalidParameter naming a parameter that is unknown, given twice, missing or of another
-    /// kind. `declared` lives as long as the object, as does the document.
+    /// Throws CimError InvalidParameter naming a parameter that is unknown, given twice, missing or of another kind.
+    /// `declared` and the document must outlive the object.
     Arguments(pugi::xml_node call, const std::vector<Parameter>& declared);
 
     /// True when it was given and is not NULL.

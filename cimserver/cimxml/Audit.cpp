@@ -33,7 +33,7 @@ void AuditRecord::value(const String& name, const CIMValue& value) {
     values_ += values_.empty() ? " " : ", ";
     values_ += shown(spelled) + "=";
     const std::string text = value ? toStd(value.toString()) : "NULL";
-    // The value, too: an embedded instance has properties of its own.
+    // The value too: an embedded instance has properties of its own.
     const bool secret = containsIgnoringCase(spelled, "password") || containsIgnoringCase(text, "password");
     values_ += secret ? "***" : shown(text);
 }

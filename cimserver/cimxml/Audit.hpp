@@ -11,15 +11,16 @@
 
 namespace cimserver::cimxml {
 
-/// Gathers the line while the request runs. Values of names that contain "password" never enter it; long ones are cut.
+/// Gathers the line while the request runs. A value is masked when it or its name contains "password"; long ones are
+/// cut.
 class AuditRecord {
   public:
     AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace);
 
-    /// The object worked on: "Class" or "Class.Key="value"".
+    /// The object worked on: "namespace:Class" or "namespace:Class.Key="value"".
     void target(const OpenWBEM::CIMObjectPath& path);
     void value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value);
-    /// Forgets the values, to name others.
+    /// Drops the values gathered so far.
     void clearValues() { values_.clear(); }
 
     /// Writes the line.

@@ -1,4 +1,5 @@
-// Texts at the edge: the characters of XML 1.0, percent-encoding, OpenWBEM's strings as the standard's.
+// Helpers for texts: the characters of XML 1.0, percent-encoding, OpenWBEM's strings to the standard library's and
+// back.
 #pragma once
 
 #include "OW_String.hpp"
@@ -11,7 +12,7 @@ namespace cimserver::cimxml {
 /// True for a character that an XML document may hold.
 bool isXmlCharacter(char32_t c);
 
-/// %XX replaced by the byte it stands for; a % without two hexadecimal digits stays as it is.
+/// Replaces %XX by the byte it stands for; a % without two hexadecimal digits stays.
 std::string percentDecoded(std::string_view text);
 
 inline std::string_view view(const OpenWBEM::String& text) {

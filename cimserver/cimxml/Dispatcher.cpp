@@ -34,7 +34,7 @@ http::Response refusal(const HttpError& error) {
     return response;
 }
 
-/// The reply document; the operation's name is in its own spelling, a method's as it was asked for.
+/// The reply document. An operation's name has its proper spelling, a method's that of the request.
 std::string envelope(const RequestMessage& message, const Operation* operation, const std::string& content) {
     const MessageFrame& frame = message.frame();
     XmlWriter writer;
@@ -135,7 +135,7 @@ void Dispatcher::run(const Operation* operation, const cimom::RequestContext& co
         throw CimError(Status::NotSupported, message.name());
     }
     const String nameSpace = toCim(message.nameSpace());
-    // Before the parameters are looked at: who may not write shall be told that first.
+    // Before the parameters are checked: a user who may not write is told that first.
     cimom_.admit(context, nameSpace, operation->modifies ? provider::Access::Write : provider::Access::Read);
     const Arguments arguments(message.call(), operation->parameters);
     const ObjectReader reader(cimom_, nameSpace);

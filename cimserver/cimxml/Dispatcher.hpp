@@ -1,5 +1,4 @@
-// The CIM-XML side of the server: takes a request as the transport hands it on, has the operation carried out, and
-// writes the answer.
+// The CIM-XML side of the server: takes a request from the transport, runs the operation and writes the answer.
 #pragma once
 
 #include "cimserver/cimom/Cimom.hpp"
@@ -30,11 +29,11 @@ struct DispatcherSettings {
 /// Answers POST and M-POST requests. May be called from several threads.
 class Dispatcher {
   public:
-    /// `cimom` outlives the dispatcher.
+    /// `cimom` must outlive the dispatcher.
     explicit Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings = {});
 
-    /// What is no CIM-XML request gets HTTP 400 or 501 with CIMError; everything else HTTP 200 with the result or an
-    /// ERROR. Never throws.
+    /// Other HTTP methods get 405; a request that is not valid CIM-XML gets 400 or 501, usually with a CIMError header;
+    /// an internal failure gets 500. Every other request gets 200 with the result or an ERROR. Never throws.
     http::Response handle(const http::Request& request) noexcept;
     const DispatcherSettings& settings() const { return settings_; }
     /// Operations that ended in a CIM error since the start.

@@ -11,7 +11,7 @@
 
 namespace cimserver::cimxml {
 
-/// Whose an enumeration is and what it yields; a pull must agree in all of it.
+/// Who opened an enumeration and what it yields; a pull must match all of it.
 struct EnumerationOwner {
     std::string user;
     std::string nameSpace;
@@ -21,7 +21,7 @@ struct EnumerationOwner {
     }
 };
 
-/// All members may be called from any thread. An enumeration that is not pulled from for its time is forgotten.
+/// All members may be called from any thread. An enumeration that is not pulled from within its lifetime is dropped.
 class Enumerations {
   public:
     using Clock = std::chrono::steady_clock;
@@ -30,7 +30,7 @@ class Enumerations {
         std::size_t bytes = std::size_t{64} * 1024 * 1024; ///< of all their elements
     };
 
-    /// `now` is given for tests of the expiry.
+    /// Tests replace `now`.
     explicit Enumerations(Limits limits, std::function<Clock::time_point()> now = Clock::now)
         : limits_(limits), now_(std::move(now)) {}
 
@@ -38,11 +38,11 @@ class Enumerations {
     /// ServerLimitsExceeded.
     std::string open(EnumerationOwner owner, std::vector<std::string> elements, std::chrono::seconds lifetime);
 
-    /// Moves up to `count` elements to `text`; true when these were the last ones, and the id is then unknown. Throws
-    /// CimError InvalidEnumerationContext for an id that is unknown, expired or another's.
+    /// Appends up to `count` elements to `text`. Returns true after the last one; the id is unknown then. Throws
+    /// CimError InvalidEnumerationContext for an id that is unknown, expired or another owner's.
     bool pull(const std::string& id, const EnumerationOwner& owner, std::size_t count, std::string& text);
 
-    /// Forgets the enumeration, whatever its elements are. Throws like pull.
+    /// Drops the enumeration, whatever its elements are. Throws like pull.
     void close(const std::string& id, const std::string& user, const std::string& nameSpace);
 
   private:

@@ -8,7 +8,7 @@
 
 namespace cimserver::cimxml {
 
-/// The message cannot be taken as one operation: HTTP 400 or 501.
+/// The request is not a CIM-XML operation that this server understands: HTTP 400, 405 or 501.
 class HttpError : public std::exception {
   public:
     /// `cimError` is the value of the CIMError header, empty for none; `text` names the offending item.

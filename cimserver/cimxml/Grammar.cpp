@@ -1,5 +1,5 @@
-// Content models are written close to a document type's own notation: "|" between alternatives, "," between the items
-// of one, "/" between names of which an item may be any, then ? * or + for how often. "#" is character data.
+// Content models are written almost like in a DTD: "|" separates alternatives, "," the items of a sequence, "/" the
+// names that an item may have; ? * or + after them says how often. "#" is character data.
 #include "cimserver/cimxml/Grammar.hpp"
 
 #include "cimserver/cimxml/XmlDocument.hpp"
@@ -17,7 +17,9 @@ namespace {
 struct Row {
     const char* name;
     const char* content;
-    const char* attributes; ///< names; "!" required, ":b" boolean, ":t" CIM type, ":p" parameter type, ":k", ":e"
+    /// Names; "!": required, ":b": boolean, ":t": CIM type, ":p": parameter type, ":k": key value type, ":e": kind of
+    /// embedded object.
+    const char* attributes;
 };
 
 #define OBJECT_PATHS "CLASSPATH/LOCALCLASSPATH/CLASSNAME/INSTANCEPATH/LOCALINSTANCEPATH/INSTANCENAME"
@@ -212,7 +214,7 @@ bool fits(char kind, std::string_view value, Strictness strictness) {
     }
 }
 
-/// Walks a document; every complaint goes through here so that it names the element.
+/// Walks a document; every error names the element.
 class Checker {
   public:
     explicit Checker(Strictness strictness) : strictness_(strictness) {}
@@ -266,7 +268,7 @@ class Checker {
         for (const pugi::xml_node child : element.children()) {
             const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
             if (text && std::string_view(child.value()).find_first_not_of(" \t\r\n") != std::string_view::npos) {
-                fail(element, "text is not allowed here"); // not which: it may be a secret without its VALUE
+                fail(element, "text is not allowed here"); // not quoted: it may be a secret outside its VALUE
             }
         }
     }
@@ -291,8 +293,8 @@ class Checker {
         return std::find(item.names.begin(), item.names.end(), node.name()) != item.names.end();
     }
 
-    /// Items of one sequence never share a name with the next one, so the first fit is the only one. SIMPLEREQ,
-    /// SIMPLEREQ+ is no exception: the first takes exactly one.
+    /// Matches greedily, which suffices: no item shares a name with the next one, but for "SIMPLEREQ, SIMPLEREQ+" and
+    /// its like, where the first takes exactly one. `child` becomes the first element that did not match.
     static bool matches(pugi::xml_node element, const Sequence& sequence, pugi::xml_node& child) {
         child = firstElement(element);
         for (const Item& item : sequence) {

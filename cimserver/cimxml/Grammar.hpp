@@ -24,11 +24,11 @@ class GrammarError : public std::runtime_error {
 };
 
 enum class Strictness {
-    Loose, ///< unknown attributes are passed over, booleans may have any case: how requests are read
+    Loose, ///< ignores unknown attributes, takes booleans in any case: how requests are read
     Strict ///< nothing beyond the table: how replies are written
 };
 
-/// Checks the element and all inside it. Throws GrammarError for the first fault.
+/// Checks the element and everything in it. Throws GrammarError for the first fault.
 void checkGrammar(pugi::xml_node element, Strictness strictness);
 
 } // namespace cimserver::cimxml

@@ -35,7 +35,7 @@ std::string declaredPrefix(std::string_view man) {
 
 using Keys = std::map<std::string, std::string>;
 
-/// A quoted or bare key value at the head of `text`, which moves past it and its comma.
+/// Takes a quoted or bare key value and its comma off the front of `text`.
 std::string takeKeyValue(std::string_view& text) {
     std::string value;
     bool inQuotes = false;
@@ -53,7 +53,7 @@ std::string takeKeyValue(std::string_view& text) {
     return value;
 }
 
-/// `K="v",N=3` by lower-case names.
+/// The keys of `K="v",N=3`, by lower-case names.
 Keys keysOfHeader(std::string_view text) {
     Keys keys;
     while (!text.empty()) {
@@ -69,13 +69,13 @@ Keys keysOfHeader(std::string_view text) {
     return keys;
 }
 
-/// The header was decoded as a whole, though some clients encode only what stands before the keys.
+/// The header was decoded as a whole, although some clients encode only the part before the keys.
 bool sameKeyText(std::string_view header, std::string_view message) {
     return equalsIgnoringCase(header, message) || equalsIgnoringCase(header, percentDecoded(message));
 }
 
-/// True when the keys of a header may mean those of the message. Only names and plain values are compared: references
-/// and unnamed keys are written in many ways.
+/// True unless the keys of the header differ from those of the message. Compares only names and plain values, because
+/// references and unnamed keys are written in many ways.
 bool keysAgree(const Keys& header, pugi::xml_node instanceName) {
     for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
         const auto found = header.find(folded(binding.attribute("NAME").value()));

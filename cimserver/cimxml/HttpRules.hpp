@@ -19,12 +19,13 @@ class CimHeaders {
 
     /// Refuses anything but a method call (400 unsupported-operation), and another protocol version (501).
     void requireMethodCall() const;
-    /// Refuses with header-mismatch when CIMMethod or CIMObject is missing or differs from the message.
+    /// Refuses with header-mismatch when CIMMethod or CIMObject is missing, or one of them or CIMProtocolVersion
+    /// differs from the message.
     void requireAgreement(const RequestMessage& message) const;
 
     /// Adds a CIM field to the answer, under the request's prefix.
     void add(http::Response& response, const std::string& name, std::string value) const;
-    /// Adds the fields by which an answer to an M-POST says that the extension was obeyed.
+    /// Adds the fields by which an answer to an M-POST says that the extension was applied.
     void addExtension(http::Response& response) const;
 
   private:

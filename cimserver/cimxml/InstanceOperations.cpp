@@ -1,4 +1,4 @@
-// The operations on instances, handed on to the object manager.
+// The operations on instances, passed on to the object manager.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
@@ -18,7 +18,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/// Keys stand in the target already.
+/// Replaces the values in the audit line. Leaves out keys: the target names them.
 void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
     audit.clearValues();
     for (const CIMProperty& property : properties) {
@@ -28,8 +28,7 @@ void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
     }
 }
 
-/// A context for a modification: the audit line has all that was sent until it is known what the provider is handed of
-/// it.
+/// A context for a modification: the audit line first has all values sent, and then only those that the provider gets.
 cimom::RequestContext auditedContext(OperationCall& call) {
     cimom::RequestContext context = call.context;
     context.onChange = [&call](const CIMPropertyArray& changes) { auditProperties(call.audit, changes); };

@@ -1,4 +1,4 @@
-// What of instances a request asks for.
+// Which parts of instances a read asks for.
 #pragma once
 
 #include "cimserver/cimom/Cimom.hpp"

@@ -25,7 +25,7 @@ bool isSecretObject(std::string_view text) {
     return text.find('<') != std::string_view::npos && (isSecret(text) || text.find("&#") != std::string_view::npos);
 }
 
-/// The element's name is compared in any case: what a mistaken client sends is refused, but dumped.
+/// The element's name is compared in any case: a request with a wrong one is refused, but dumped.
 bool isNamedSecret(pugi::xml_node element) {
     const std::string_view name = element.name();
     const bool named = equalsIgnoringCase(name.substr(0, 8), "PROPERTY") || equalsIgnoringCase(name, "KEYBINDING") ||
@@ -39,7 +39,7 @@ bool isParameter(pugi::xml_node element, std::string_view name) {
            equalsIgnoringCase(element.attribute("NAME").value(), name);
 }
 
-/// Where GetProperty and SetProperty have the value of a property that is named apart from it.
+/// Elements with the value of GetProperty and SetProperty, whose property is named elsewhere.
 bool isNamedElsewhere(pugi::xml_node element) {
     return std::string_view(element.name()) == "IRETURNVALUE" || isParameter(element, "NewValue");
 }
@@ -52,7 +52,7 @@ bool namesSecretProperty(pugi::xml_node root) {
     }));
 }
 
-/// Masks the secrets below and in the element; false when there was none.
+/// Masks the secrets in and below the element; false when there was none.
 bool mask(pugi::xml_node element, bool valuesToo) {
     const bool secret = isNamedSecret(element) || (valuesToo && isNamedElsewhere(element));
     if (secret || isSecretObject(textOf(element))) {

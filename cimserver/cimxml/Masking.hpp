@@ -6,10 +6,10 @@
 
 namespace cimserver::cimxml {
 
-/// The bodies with the contents of every property, parameter and key whose name contains "password" (in any case), of
-/// embedded objects that mention one, and of the value that a GetProperty or SetProperty of such a property moves
-/// replaced by "***". A body that holds none of these is shown as it is, but one with comments or processing
-/// instructions loses them. An XML body that is not well-formed or exceeds the limits is shown as "***" only.
+/// Returns the bodies with secrets replaced by "***": the contents of every property, parameter and key whose name
+/// contains "password" (in any case), embedded objects that mention one, and the value in a GetProperty or SetProperty
+/// of such a property. Otherwise a body is shown unchanged, without comments and processing instructions. A request
+/// that is not well-formed or exceeds the limits, and XML in a response that is not well-formed, is shown as "***".
 http::ShownBodies maskedBodies(const http::Request& request, const http::Response& response, const XmlLimits& limits);
 
 } // namespace cimserver::cimxml

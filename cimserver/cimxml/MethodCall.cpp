@@ -1,4 +1,4 @@
-// Calls of methods that classes declare: the parameters are converted by the method's declaration.
+// Calls of methods that classes declare: the parameters are converted to the types of the method's declaration.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"

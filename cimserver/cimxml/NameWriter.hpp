@@ -9,7 +9,7 @@
 
 namespace cimserver::cimxml {
 
-/// INSTANCENAME. Throws CimError Failed naming a key without value.
+/// INSTANCENAME. Throws CimError Failed naming a key without a usable value.
 void writeInstanceName(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
 /// INSTANCEPATH with `host`, and with `nameSpace` when the path has none of its own.
 void writeInstancePath(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path, std::string_view host,
@@ -19,7 +19,7 @@ void writeClassPath(XmlWriter& writer, const OpenWBEM::String& className, std::s
                     const OpenWBEM::String& nameSpace);
 /// VALUE.REFERENCE, with the path's namespace when it has one; a path without keys names a class.
 void writeReference(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
-/// The name that an instance's key list spells.
+/// The path with the instance's class and key list in the namespace.
 OpenWBEM::CIMObjectPath nameOfInstance(const OpenWBEM::CIMInstance& instance, const OpenWBEM::String& nameSpace);
 
 } // namespace cimserver::cimxml

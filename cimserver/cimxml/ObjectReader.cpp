@@ -20,7 +20,7 @@ String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
     return String(element.attribute(attribute).value());
 }
 
-/// The value inside PROPERTY and its like, behind the qualifiers.
+/// The value inside PROPERTY and its like, after the qualifiers.
 pugi::xml_node valueElement(pugi::xml_node holder) {
     const pugi::xml_node last = lastElement(holder);
     return std::string_view(last.name()) == "QUALIFIER" ? pugi::xml_node() : last;
@@ -30,7 +30,7 @@ std::string typeText(const CIMDataType& type) {
     return (type.isArrayType() ? "an array of " : "a ") + std::string(typeName(type.getType()));
 }
 
-/// One value to be read: for the wording of its refusal.
+/// The value being read, as error messages describe it.
 struct Subject {
     std::string_view name;
     const CIMDataType& type;
@@ -70,7 +70,7 @@ CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
     return *value;
 }
 
-/// The type of a key of a class that the schema does not know, as the request itself gives it.
+/// The type that the request gives to a key, for a class that the schema does not have.
 CIMDataType claimedType(pugi::xml_node keyValue) {
     const std::string_view valueType = keyValue.attribute("VALUETYPE").value();
     if (const pugi::xml_attribute type = keyValue.attribute("TYPE")) {

@@ -1,5 +1,5 @@
-// Reads paths, instances and values out of a request, by the types of the class they belong to: whatever type the
-// request claims, a value that does not fit the class is refused here and never reaches a provider.
+// Reads paths, instances and values from a request, with the types of the class they belong to: a value that does not
+// fit the class is refused here and never reaches a provider, whatever type the request claims.
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
@@ -17,7 +17,7 @@ namespace cimserver::cimxml {
 /// what Cimom::classOf throws for a namespace or class that does not exist; `missing` is its code for the class.
 class ObjectReader {
   public:
-    /// Both live as long as the reader.
+    /// Both must outlive the reader.
     ObjectReader(const cimom::Cimom& cimom, const OpenWBEM::String& nameSpace) : cimom_(cimom), nameSpace_(nameSpace) {}
 
     /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
@@ -28,8 +28,8 @@ class ObjectReader {
     /// INSTANCE: its properties in request order, each the class's own with the request's value. NoSuchProperty for one
     /// that the class does not have.
     OpenWBEM::CIMInstance instance(pugi::xml_node element) const;
-    /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. What does not fit
-    /// the type is refused with `mismatch`, naming `name`.
+    /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. A value that does
+    /// not fit the type is refused with `mismatch`, naming `name`.
     OpenWBEM::CIMValue value(pugi::xml_node holder, const OpenWBEM::CIMDataType& type, std::string_view name,
                              Status mismatch = Status::InvalidParameter) const;
 

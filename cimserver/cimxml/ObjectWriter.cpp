@@ -88,7 +88,7 @@ void writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
     }
 }
 
-/// False for NULL and for a date-time that is none, which is logged.
+/// False for NULL and for an invalid date-time, which is logged.
 bool hasText(const CIMValue& value, std::string_view name) {
     if (!value || value.getType() != CIMDataType::DATETIME || value.isArray() || formatValue(value).front()) {
         return static_cast<bool>(value);
@@ -97,7 +97,8 @@ bool hasText(const CIMValue& value, std::string_view name) {
     return false;
 }
 
-/// What decides a property's element and TYPE: the value when there is one, for a provider may deliver another type.
+/// What determines a property's element and TYPE: the value if there is one, because a provider may deliver another
+/// type than it declares.
 struct Shape {
     CIMDataType::Type type;
     bool array;

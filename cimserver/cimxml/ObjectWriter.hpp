@@ -1,5 +1,5 @@
-// Writes CIM objects as CIM-XML elements. What a provider delivered is taken as it is, but never leaves the server in a
-// form that a client's parser refuses: impossible dates go out as NULL, wrong characters are replaced; both are logged.
+// Writes CIM objects as CIM-XML elements. What providers deliver is sent unchanged, except where a client's parser
+// would refuse it: impossible dates are sent as NULL, characters that XML does not allow are replaced; both are logged.
 #pragma once
 
 #include "cimserver/cimxml/XmlWriter.hpp"
@@ -11,15 +11,15 @@
 
 namespace cimserver::cimxml {
 
-/// Which of an object's details are wanted.
+/// Which details of an object are wanted.
 struct ObjectForm {
     bool qualifiers = true;
     bool classOrigin = false;
 };
 
-/// What of a class is wanted.
+/// Which parts of a class are wanted.
 struct ClassForm {
-    bool localOnly = false; ///< without what is inherited unchanged
+    bool localOnly = false; ///< without inherited features that the class does not override
     ObjectForm object;
     const OpenWBEM::StringArray* propertyList = nullptr; ///< null: all properties
 };
@@ -39,7 +39,7 @@ void writeClass(XmlWriter& writer, const OpenWBEM::CIMClass& cimClass, const Cla
 /// QUALIFIER.DECLARATION
 void writeQualifierDeclaration(XmlWriter& writer, const OpenWBEM::CIMQualifierType& declaration);
 
-/// NAME and PARAMTYPE of a parameter with a value: PARAMVALUE; nothing for NULL.
+/// PARAMVALUE with its NAME and PARAMTYPE; nothing for NULL.
 void writeParamValue(XmlWriter& writer, std::string_view name, const OpenWBEM::CIMValue& value);
 /// RETURNVALUE of a method; nothing for NULL.
 void writeReturnValue(XmlWriter& writer, const OpenWBEM::CIMValue& value);

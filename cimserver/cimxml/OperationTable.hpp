@@ -1,4 +1,4 @@
-// The operations of the protocol: one table that says of each its name, its parameters and what carries it out.
+// The operations of the protocol: a table with the name, the parameters and the function of each.
 #pragma once
 
 #include "cimserver/cimom/Cimom.hpp"
@@ -15,7 +15,7 @@
 
 namespace cimserver::cimxml {
 
-/// What operations work with, for the lifetime of the server.
+/// What all operations use, for the lifetime of the server.
 struct Services {
     cimom::Cimom& cimom;
     Enumerations& enumerations;
@@ -42,8 +42,8 @@ struct Operation {
     std::vector<Parameter> parameters;
 };
 
-/// What the message asks for: one of the table by its name, in any case, or the call of a method. Null when it is not
-/// offered.
+/// The operation that the message asks for: one of the table, by its name in any case, or the call of a method. Null
+/// for an unknown operation.
 const Operation* findOperation(const RequestMessage& message);
 
 void getClass(OperationCall& call);

@@ -22,7 +22,7 @@ constexpr std::chrono::seconds kUsualLifetime{60};
 constexpr const char* kWithPath = "VALUE.INSTANCEWITHPATH";
 constexpr const char* kPathOnly = "INSTANCEPATH";
 
-/// The namespace in its own spelling, so that an alias means the same enumeration.
+/// With the namespace's own spelling, so that a pull may use an alias.
 EnumerationOwner ownerOf(const OperationCall& call, const char* element) {
     return {call.context.user, toStd(call.services.cimom.repository().canonicalNamespace(call.nameSpace)), element};
 }

@@ -10,7 +10,7 @@ namespace cimserver::cimxml {
 namespace {
 
 constexpr std::size_t kLongestId = 1024;
-/// The newest minor version of the document type whose elements replies use.
+/// The newest minor version of the DTD that replies conform to.
 constexpr char kNewestDtdMinor = '4';
 
 void requireVersion(pugi::xml_node element, const char* attribute, char major, const char* cimError) {
@@ -40,7 +40,7 @@ void requireValid(pugi::xml_node cim) {
     }
 }
 
-/// The request's own version when replies keep to it, else the newest one that they keep to.
+/// The request's own version if replies conform to it, else the newest that they conform to.
 std::string dtdVersionFor(std::string_view asked) {
     const bool known = asked.size() == 3 && asked.back() <= kNewestDtdMinor;
     return known ? std::string(asked) : std::string("2.") + kNewestDtdMinor;

@@ -45,10 +45,10 @@ class RequestMessage {
     std::string nameSpace_;
 };
 
-/// The name that a LOCALNAMESPACEPATH spells out.
+/// The namespace's name from a LOCALNAMESPACEPATH.
 std::string nameSpaceOf(pugi::xml_node localNameSpacePath);
 
-/// "1.0" is of major version 1; a text that is no version is of none.
+/// Whether a version such as "1.0" has this major version; false for a text that is not a version.
 bool hasMajorVersion(std::string_view version, char major);
 
 } // namespace cimserver::cimxml

@@ -26,8 +26,7 @@ struct TypeTag {
     using Type = T;
 };
 
-/// Calls `use` with the TypeTag of the C++ type that holds values of a simple type; for anything else with that of
-/// String.
+/// Calls `use` with the TypeTag of the C++ type for values of a simple type; with that of String for any other type.
 template <typename Use>
 auto withType(CIMDataType::Type type, Use&& use) {
     switch (type) {
@@ -75,7 +74,7 @@ std::string_view withoutPlus(std::string_view text) {
     return plus ? text.substr(1) : text;
 }
 
-// Decimal digits only: object managers take neither blanks around a number nor hexadecimal ones.
+// Decimal only: object managers accept neither blanks around a number nor hexadecimal.
 template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
 bool parse(std::string_view text, T& value) {
     text = withoutPlus(text);
@@ -134,7 +133,7 @@ std::optional<std::string> format(const Bool& value) {
     return value ? "TRUE" : "FALSE";
 }
 
-/// Half of a surrogate pair comes out as bytes that the writer replaces.
+/// Half of a surrogate pair becomes bytes that XmlWriter replaces.
 std::optional<std::string> format(const Char16& value) {
     std::string text;
     appendUtf8(text, value.getValue());
@@ -154,7 +153,7 @@ std::optional<std::string> format(const String& value) {
     return toStd(value);
 }
 
-/// The number in text[begin, begin + length); -1 when a character is no digit.
+/// The number in text[begin, begin + length); -1 when a character is not a digit.
 int number(std::string_view text, std::size_t begin, std::size_t length) {
     int value = 0;
     const std::string_view digits = text.substr(begin, length);

@@ -1,4 +1,4 @@
-// CIM values as text, by type: what a VALUE or KEYVALUE may hold and how one is written.
+// CIM values as text, by type: how VALUE and KEYVALUE are read and written.
 #pragma once
 
 #include "OW_CIMDataType.hpp"
@@ -11,19 +11,19 @@
 
 namespace cimserver::cimxml {
 
-/// A type's name as TYPE and PARAMTYPE have it: "uint8", "datetime", "reference"; embedded objects are "string".
+/// A type's name in TYPE and PARAMTYPE: "uint8", "datetime", "reference"; embedded objects are "string".
 std::string_view typeName(OpenWBEM::CIMDataType::Type type);
 
-/// A value of a simple type from its text; nothing when the text is no such value or out of the type's range. Blanks
-/// around booleans and date-times are passed over, around numbers they are not; integers are decimal.
+/// A value of a simple type from its text; nothing when the text is not a value of the type or out of its range. Blanks
+/// are ignored around booleans and date-times, and refused around numbers; numbers are decimal.
 std::optional<OpenWBEM::CIMValue> parseScalar(OpenWBEM::CIMDataType::Type type, std::string_view text);
 
 /// An array of a simple type. Otherwise like parseScalar; `bad` becomes the first text that does not fit.
 std::optional<OpenWBEM::CIMValue> parseArray(OpenWBEM::CIMDataType::Type type, const std::vector<std::string>& texts,
                                              std::string& bad);
 
-/// The texts of a value of a simple type, one for a scalar. An element without a text that clients could read (an
-/// impossible date) is empty.
+/// The texts of a value of a simple type, one for a scalar. An element that has no valid text (an impossible date) is
+/// nothing.
 std::vector<std::optional<std::string>> formatValue(const OpenWBEM::CIMValue& value);
 
 /// yyyymmddhhmmss.mmmmmmsutc or ddddddddhhmmss.mmmmmm:000 with each field in its range.

@@ -1,4 +1,4 @@
-// Expat judges the text strictly, pugixml builds the tree: what passes the first means the same to the second.
+// Expat checks the text strictly, pugixml builds the tree: text that passes the first means the same to the second.
 #include "cimserver/cimxml/XmlDocument.hpp"
 
 #include "cimserver/cimxml/Errors.hpp"
@@ -18,15 +18,14 @@ struct ParserDeleter {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
 };
 
-/// True for the reference at the head of a text that needs no declaration: &amp; and its like, or a character by
-/// number.
+/// True when the text begins with a reference that needs no declaration: &amp; and its like, or a character by number.
 bool isOwnReference(std::string_view text) {
     constexpr std::string_view kKnown[] = {"&amp;", "&lt;", "&gt;", "&quot;", "&apos;", "&#"};
     return std::any_of(std::begin(kKnown), std::end(kKnown),
                        [&](std::string_view one) { return text.substr(0, one.size()) == one; });
 }
 
-/// One walk over the text; the first thing to complain of ends it.
+/// Checks the text in one pass, up to the first fault.
 class WellFormedness {
   public:
     explicit WellFormedness(const XmlLimits& limits) : limits_(limits), parser_(XML_ParserCreate("UTF-8")) {
@@ -43,7 +42,7 @@ class WellFormedness {
         if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
             throw notWellFormed("the document is too long");
         }
-        // UTF-16 is known by its NULs, and would be read by the one parser and not by the other.
+        // UTF-16 has NUL bytes; one of the parsers would read it and the other not.
         if (text.find('\0') != std::string_view::npos) {
             throw notWellFormed("a NUL byte; only utf-8 is supported");
         }
@@ -63,7 +62,8 @@ class WellFormedness {
     }
     std::string reason() const { return XML_ErrorString(XML_GetErrorCode(parser_.get())); }
 
-    /// With a document type that it does not read, the parser lets any entity pass as possibly declared there.
+    /// With an external document type, which it does not read, the parser accepts any entity as possibly declared
+    /// there.
     static void requireOwnReferences(std::string_view text) {
         for (std::size_t at = text.find('&'); at != std::string_view::npos; at = text.find('&', at + 1)) {
             if (!isOwnReference(text.substr(at, 6))) {

@@ -9,7 +9,7 @@
 
 namespace cimserver::cimxml {
 
-/// What a document may hold at most; more is refused as not well-formed.
+/// Limits of a document; a larger one is refused as not well-formed.
 struct XmlLimits {
     std::size_t depth = 64;       ///< elements inside one another
     std::size_t elements = 50000; ///< elements in all
@@ -18,8 +18,8 @@ struct XmlLimits {
 
 constexpr XmlLimits kNoLimits{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
 
-/// The tree of a well-formed UTF-8 document without a document type's internal part: no entity but the five of XML
-/// itself can occur in it. Nodes point into the object and live as long as it.
+/// The tree of a well-formed UTF-8 document without an internal DTD, so that only XML's five predefined entities can
+/// occur. Nodes point into the object and live as long as it.
 class XmlDocument {
   public:
     /// Throws HttpError request-not-well-formed with line and column of the fault.
@@ -31,7 +31,7 @@ class XmlDocument {
     pugi::xml_document document_;
 };
 
-/// The node itself or the first element behind it; null when there is none.
+/// The node itself or the first element after it; null when there is none.
 pugi::xml_node elementFrom(pugi::xml_node node);
 /// The first element inside; null when there is none.
 inline pugi::xml_node firstElement(pugi::xml_node parent) {

@@ -6,12 +6,12 @@
 namespace cimserver::cimxml {
 namespace {
 
-/// True for the bytes that may be copied without a look: printable ASCII without the characters of markup.
+/// True for bytes that need no check: printable ASCII without the characters of markup.
 bool plain(char c) {
     return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"';
 }
 
-/// The reference that stands for a character; empty when it stands for itself.
+/// The reference for a character; empty when it needs none.
 std::string_view reference(char c, bool attribute) {
     switch (c) {
     case '&':

@@ -15,13 +15,14 @@ class XmlWriter {
 
     /// Opens an element; the caller closes it (or lets an Element do both).
     void open(std::string_view name);
-    /// Always writes an end tag: some clients do not know the short form of an empty element.
+    /// Always writes an end tag: some clients do not accept the short form of an empty element.
     void close(std::string_view name);
-    /// Only right after open. Newline and tab become references too, since a parser makes blanks of them.
+    /// Only right after open. CR, newline and tab become references, because a parser would turn them into blanks.
     void attribute(std::string_view name, std::string_view value);
-    /// Character data: & < > " and CR become references, what is no UTF-8 or not allowed in XML becomes U+FFFD.
+    /// Character data: & < > " and CR become references; invalid UTF-8 and characters that XML does not allow become
+    /// U+FFFD.
     void characters(std::string_view data);
-    /// Markup as it is.
+    /// Appends markup unchanged.
     void raw(std::string_view markup);
 
     /// Characters replaced since the writer was made.

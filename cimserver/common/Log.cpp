@@ -19,7 +19,7 @@ std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
     logger->set_pattern(kPattern);
     logger->set_level(spdlog::level::info);
     logger->flush_on(spdlog::level::trace);
-    // A full disk must not end the server, and has nowhere else to be told.
+    // A full disk must not end the server, and there is nowhere else to report it.
     logger->set_error_handler([](const std::string&) {});
     return logger;
 }
@@ -40,8 +40,8 @@ std::string_view nameOf(Level level) {
     return kNames[static_cast<std::size_t>(level)];
 }
 
-/// Control characters would let a text from outside forge entries or steer a terminal: they become \xNN, as does what
-/// is no UTF-8.
+/// Control characters would let a text from outside forge entries or control a terminal: they become \xNN, as do bytes
+/// that are not UTF-8.
 void appendEscaped(std::string& to, std::string_view text) {
     constexpr char kHex[] = "0123456789abcdef";
     while (!text.empty()) {

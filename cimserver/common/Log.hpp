@@ -1,4 +1,4 @@
-// The server's log: one line an entry with time, level, component and text; control characters are escaped.
+// The server's log: one line per entry with time, level, component and text; control characters are escaped.
 #pragma once
 
 #include <cstddef>
@@ -13,20 +13,21 @@ enum class Level { Debug, Info, Warning, Error, Fatal };
 struct Settings {
     std::string file; ///< empty: standard error
     Level level = Level::Info;
-    std::size_t maxBytes = std::size_t{10} * 1024 * 1024; ///< a file of this size is renamed to FILE.1 and begun anew
-    std::size_t keep = 5;                                 ///< how many renamed files stay
+    std::size_t maxBytes =
+        std::size_t{10} * 1024 * 1024; ///< a file of this size is renamed (X.log to X.1.log) and begun anew
+    std::size_t keep = 5;              ///< how many renamed files stay
 };
 
-/// Takes the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.
+/// Applies the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.
 void configure(const Settings& settings);
 
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;
 
-/// True when an entry of this level would be written, so that a costly text is only built when needed.
+/// True when an entry of this level would be written: lets callers build a costly text only when needed.
 bool enabled(Level level) noexcept;
 
-/// An audit line: always written whatever the level is. The caller keeps secrets out of the text.
+/// Writes an audit line, whatever the level. The caller keeps secrets out of the text.
 void audit(std::string_view text) noexcept;
 
 } // namespace cimserver::log

@@ -1,4 +1,4 @@
-// Texts of requests and names: ASCII letters count as the same in any case, independent of the locale.
+// Helpers for texts. Ignoring case means ASCII letters, independent of the locale.
 #pragma once
 
 #include <string>
@@ -9,7 +9,7 @@ namespace cimserver {
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
 
-/// True when `part` occurs in `text`; `part` is given in lower case.
+/// True when `part` occurs in `text`.
 bool containsIgnoringCase(std::string_view text, std::string_view part);
 
 /// The text with its ASCII letters in lower case.
@@ -24,7 +24,7 @@ std::vector<std::string_view> split(std::string_view text, char separator);
 /// A namespace's name without leading slashes.
 std::string_view withoutSlashes(std::string_view nameSpace);
 
-/// The text in double quotes, cut to what fits an error description.
+/// The text in double quotes, cut to a length that suits an error description.
 std::string quote(std::string_view text);
 
 /// The present time in UTC, by a format of strftime.

@@ -8,7 +8,7 @@
 namespace cimserver {
 namespace {
 
-/// The bytes that belong to a broken sequence: a byte that opens one and what could have gone on with it.
+/// The length of a broken sequence: its first byte and the continuation bytes after it that it announces.
 std::size_t brokenLength(std::string_view text) {
     const auto byte = [text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
     const auto lead = byte(0);

@@ -1,4 +1,4 @@
-// Characters in UTF-8, between them and arbitrary bytes.
+// Reads single characters from UTF-8, which may be broken, and writes them.
 #pragma once
 
 #include <cstddef>
@@ -14,10 +14,10 @@ struct Character {
     bool valid = false;     ///< well-formed, and no surrogate
 };
 
-/// Reads the character at the head of a text that is not empty. A broken sequence is one character.
+/// Reads the first character of a text, which must not be empty. A broken sequence is one character.
 Character decodeUtf8(std::string_view text);
 
-/// Appends any code as UTF-8 would have it; that of a surrogate is no valid character then.
+/// Appends the code in UTF-8. For a surrogate the result is not valid UTF-8.
 void appendUtf8(std::string& to, char32_t code);
 
 } // namespace cimserver

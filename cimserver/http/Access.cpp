@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMaxPeers = 1024;
 constexpr std::size_t kMaxCached = 256;
 constexpr unsigned kMaxDoublings = 16;
-constexpr int kMaxWaiting = 3; // in longest delays
+constexpr int kMaxWaiting = 3; // times the longest delay
 
 bool isBase64(std::string_view text) {
     constexpr const char* kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -185,7 +185,7 @@ void Access::conclude(const Decision& decision, const std::optional<Identity>& i
     if (!identity) {
         logRefusal(log::Level::Warning, peer, "unknown user or wrong password for '" + decision.check->user + "'");
     } else if (decision.generation == generation_) {
-        // What an older user file confirmed must not outlive it.
+        // A login that an older user file confirmed must not be remembered.
         cache_.add(*decision.check, *identity, now);
     }
 }

@@ -1,5 +1,5 @@
-// Who may come in: Basic authentication against the user file, with a short memory for passwords that were right and
-// delays for peers whose logins fail. No sockets, no threads of its own: the caller supplies both and the time.
+// Access control: Basic authentication against the user file, with a cache of recent logins and delays for peers whose
+// logins fail. Has no sockets and no threads: the caller supplies both and the time.
 #pragma once
 
 #include "cimserver/http/Message.hpp"
@@ -28,14 +28,14 @@ struct Credentials {
 /// without quoting the field.
 std::optional<Credentials> parseBasic(std::string_view field, std::string& why);
 
-/// Slows down guessing: after a few failures each further attempt of a peer waits, longer every time. Attempts that run
-/// at the same time wait one behind the other. The table is bounded; the peer that was quiet longest makes room.
+/// Slows down guessing: after a few failures each further attempt of a peer waits, longer every time. Concurrent
+/// attempts wait one after the other. The table is bounded; the peer that was quiet longest makes room.
 class LoginThrottle {
   public:
     explicit LoginThrottle(const LoginSettings& settings) : settings_(settings) {}
 
-    /// Announces an attempt; it may go ahead after the time returned. Nothing when too many of the peer's attempts are
-    /// waiting already: then it is refused, and end() must not follow.
+    /// Announces an attempt and returns how long it must wait. Nothing when too many of the peer's attempts are waiting
+    /// already: the attempt is refused, and end() must not follow.
     std::optional<Clock::duration> begin(const std::string& peer, Clock::time_point now);
     /// The attempt's outcome.
     void end(const std::string& peer, bool success, Clock::time_point now);
@@ -54,7 +54,7 @@ class LoginThrottle {
     std::unordered_map<std::string, Peer> peers_;
 };
 
-/// Remembers for a short time which credentials were right, under a hash keyed with a secret of this process.
+/// Remembers for a short time which credentials were right, by a hash keyed with a secret of this process.
 class LoginCache {
   public:
     explicit LoginCache(Clock::duration life);
@@ -101,7 +101,7 @@ class Access {
     /// Must follow each decision with a check; logs a failure.
     void conclude(const Decision& decision, const std::optional<Identity>& identity, const std::string& peer,
                   Clock::time_point now);
-    /// Loads the user file anew. Throws std::runtime_error and then keeps the old users.
+    /// Loads the user file again. When that throws std::runtime_error, the old users stay.
     void reload();
 
   private:

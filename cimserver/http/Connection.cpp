@@ -21,7 +21,7 @@ namespace {
 constexpr std::uint64_t kDrainBytes = 65536;
 constexpr std::size_t kKeptOutput = 16384;
 
-/// The Date field's value; made anew once a second. I/O thread only.
+/// The Date field's value, renewed every second. I/O thread only.
 const std::string& httpDate() {
     static std::string text;
     static std::time_t made = 0;
@@ -102,7 +102,7 @@ void Connection::await(Milliseconds limit) {
 
 void Connection::onInput() {
     if (!reader_.hasInput()) {
-        return read(&Connection::onInput); // empty lines before a request: the time goes on running
+        return read(&Connection::onInput); // empty lines before a request: the time limit keeps running
     }
     began_ = Clock::now();
     within(services_.settings.limits.head, [](Connection& self) { self.giveUp("head"); });
@@ -149,7 +149,7 @@ void Connection::login() {
     within(wait, [decision = std::move(decision)](Connection& self) { self.check(decision); });
 }
 
-/// Hashes on a thread of its own and comes back to the I/O thread with the result.
+/// Hashes on the hasher's thread and continues on the I/O thread.
 void Connection::check(Access::Decision decision) {
     auto work = [self = shared_from_this(), decision = std::move(decision)] {
         auto identity = self->services_.access.verify(*decision.check);
@@ -218,8 +218,8 @@ void Connection::handle() {
     asio::post(services_.workers, std::move(work));
 }
 
-/// Answers before the body is read. A body that is on its way is dropped, so that the next request is found; a long
-/// one, or one of which nobody knows whether it comes (Expect), is not waited for.
+/// Answers before the body is read. A short body is read and dropped, so that the next request can follow; after a long
+/// one, or one that may never come (Expect), the connection is closed.
 void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
@@ -271,7 +271,7 @@ std::string Connection::serialise(const Response& response, bool closeAfter) con
     text += obsolete_reason(boost::beast::http::int_to_status(response.status)).to_string();
     text.append("\r\nDate: ").append(httpDate()).append("\r\n");
     for (const auto& [name, value] : response.fields.all()) {
-        // A text from outside must not end the line it stands in.
+        // A text from outside must not end the header line that it is part of.
         text.append(name).append(": ").append(value, 0, value.find_first_of("\r\n")).append("\r\n");
     }
     if (closeAfter) {

@@ -1,4 +1,4 @@
-// One client's connection: reads a request, decides, answers, reads the next. All on the I/O thread.
+// One client's connection: reads a request, checks it, answers, reads the next. All on the I/O thread.
 //
 //   handshake -> await -> head -> (login) -> body -> handler -> answer -> await ...
 //                                     \-> refusal -> drain the body -> await, or close
@@ -48,9 +48,9 @@ class Connection : public std::enable_shared_from_this<Connection> {
                bool overCapacity);
 
     void start();
-    /// Ends now between requests, else after the answer under way.
+    /// Closes now between requests, else after the answer under way.
     void stop();
-    /// Ends now, whatever is under way.
+    /// Closes now, whatever is under way.
     void close();
 
   private:
@@ -75,11 +75,11 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void drain();
     void finish();
 
-    /// Reads once, then goes on with `next`; a connection that the client ended is closed.
+    /// Reads once, then calls `next`; closes when the client has closed.
     void read(void (Connection::*next)());
-    /// Writes output_, then goes on with `next`.
+    /// Writes output_, then calls `next`.
     void write(std::function<void(Connection&)> next);
-    /// Does `action` when `limit` passes before the next call of within() or cancelTimer().
+    /// Calls `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
     void cancelTimer();
     void giveUp(const char* what);
@@ -90,7 +90,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     std::unique_ptr<Stream> stream_;
     RequestReader reader_;
     boost::asio::steady_timer timer_;
-    unsigned timing_ = 0;  ///< which use of the timer is meant; an old one that fires late is ignored
+    unsigned timing_ = 0;  ///< number of the timer's present use; an earlier one that fires late is ignored
     unsigned reading_ = 0; ///< the same for reads
     std::string address_;
     std::string peer_;

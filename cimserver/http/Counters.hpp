@@ -15,7 +15,7 @@ class Counters {
     void refusedConnection() { ++refusedConnections_; }
     void loginFailed() { ++failedLogins_; }
     void timedOut() { ++timeouts_; }
-    /// A request was answered, `latency` after its head was complete.
+    /// A request was answered, `latency` after its head was complete (after its first byte when the head failed).
     void answered(unsigned status, std::chrono::nanoseconds latency);
 
     /// One line: totals, errors, and the latency's mean, median, 99th percentile (upper bounds of power-of-two classes)

@@ -1,4 +1,4 @@
-// The dump: what goes over the wire, with secrets removed, appended to a file for someone who looks for a fault.
+// The dump: what goes over the wire, with secrets removed, appended to a file for troubleshooting.
 #pragma once
 
 #include "cimserver/http/Message.hpp"

@@ -1,4 +1,4 @@
-// An HTTP request as the transport hands it on, and the answer it expects back.
+// An HTTP request as the transport passes it on, and the answer it expects back.
 #pragma once
 
 #include <functional>
@@ -55,11 +55,11 @@ using Mask = std::function<ShownBodies(const Request&, const Response&)>;
 
 /// What is served.
 struct Application {
-    /// Answers one request. Called on worker threads, several at a time; must not throw.
+    /// Answers one request. Called on worker threads, several at a time; an exception becomes HTTP 500.
     std::function<Response(const Request&)> handle;
     /// The answer to OPTIONS; the transport adds Allow.
     Response options{};
-    /// Takes secrets out for the dump. Called on the I/O thread; without it a dump shows no bodies.
+    /// Masks secrets for the dump. Called on the I/O thread; without it a dump shows no bodies.
     Mask mask{};
 };
 

@@ -72,7 +72,7 @@ bool qualityIsZero(std::string_view range) {
     return false;
 }
 
-/// The range that names the type most closely decides.
+/// The range that names the type most specifically decides.
 bool acceptsType(const std::vector<std::string_view>& ranges, std::string_view type) {
     int closest = 0;
     bool accepted = false;

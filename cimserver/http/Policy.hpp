@@ -1,4 +1,4 @@
-// Which requests are handed on: decided from the head alone, before a body is read.
+// Which requests are passed to the application: decided from the head alone, before the body is read.
 #pragma once
 
 #include "cimserver/http/Message.hpp"
@@ -15,7 +15,7 @@ Response textResponse(unsigned status, std::string_view text);
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
-/// The methods of what is served, for the Allow field.
+/// The methods of the served paths, for the Allow field.
 constexpr const char* kAllowed = "POST, M-POST, OPTIONS";
 
 /// True for the OPTIONS request, which the application's fixed response answers.

@@ -48,7 +48,7 @@ void RequestReader::reset() {
     parser_->headDone = false;
     auto& parser = parser_->now.emplace();
     parser.header_limit(static_cast<std::uint32_t>(limits_.headBytes));
-    // The announced length is judged by the caller, before the body is read.
+    // The caller checks the announced length, before the body is read.
     parser.body_limit(std::numeric_limits<std::uint64_t>::max());
 }
 
@@ -80,7 +80,7 @@ void RequestReader::takeHead() {
     request_.version = message.version();
     for (const auto& field : message) {
         if (field.name() == beast::http::field::authorization) {
-            // A proxy may have checked either, so two count as none.
+            // A proxy may have checked either of two, so both are replaced by a value that is refused as malformed.
             authorization_ = authorization_ ? "Basic" : std::string(field.value());
         } else {
             request_.fields.add(std::string(field.name_string()), std::string(field.value()));
@@ -98,7 +98,7 @@ void RequestReader::takeHead() {
     parser.eager(true);
 }
 
-/// Two readings of where a request ends are how requests are smuggled past a proxy: only one is accepted.
+/// Refuses ambiguous framing, with which a request could be smuggled past a proxy.
 RequestReader::Progress RequestReader::checkFraming() {
     const auto& message = parser_->now->get();
     if (message.version() != 10 && message.version() != 11) {
@@ -121,7 +121,7 @@ RequestReader::Progress RequestReader::checkFraming() {
 RequestReader::Progress RequestReader::readBody(bool discard) {
     auto& parser = *parser_->now;
     beast::error_code error;
-    // One call takes one element of the framing (a chunk's head, a piece of its data) when it is not eager enough.
+    // One call may consume only one element of the framing (a chunk's header, a piece of its data).
     while (!parser.is_done() && !buffer_.empty()) {
         const auto used = parser.put(boost::asio::buffer(buffer_), error);
         buffer_.erase(0, used);
@@ -139,7 +139,7 @@ RequestReader::Progress RequestReader::readBody(bool discard) {
         request_.body = std::move(parser.get().body());
         return Progress::Done;
     }
-    // What the parser leaves lying is a line of the chunk framing without an end.
+    // What the parser left over is an unfinished line of the chunk framing.
     if (buffer_.size() > limits_.headBytes) {
         return fail({400, "a line of the chunked body is too long"});
     }

@@ -1,4 +1,4 @@
-// Makes requests of the bytes of a connection. Knows nothing of sockets and time: it is fed and says what it has.
+// Makes requests from the bytes of a connection. Independent of sockets and time: the caller feeds it.
 #pragma once
 
 #include "cimserver/http/Message.hpp"
@@ -35,10 +35,10 @@ class RequestReader {
     RequestReader(const RequestReader&) = delete;
     RequestReader& operator=(const RequestReader&) = delete;
 
-    /// Forgets the present request; bytes that came behind it are kept and begin the next.
+    /// Drops the present request; bytes after it are kept and begin the next.
     void reset();
     void feed(std::string_view bytes) { buffer_.append(bytes); }
-    /// True when bytes of a next request are there; drops the empty lines some clients send before one.
+    /// True when bytes of a next request are there; drops the empty lines that some clients send before one.
     bool hasInput();
 
     Progress readHead();

@@ -21,11 +21,11 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::size_t kRefusalSlots = 64; ///< connections over the cap that are kept long enough to be told so
+constexpr std::size_t kRefusalSlots = 64; ///< connections over the limit that are answered with 503
 constexpr Milliseconds kAcceptPause{100};
 constexpr Milliseconds kStopPoll{5};
 
-/// A file descriptor for each connection, and some for the rest of the process.
+/// Makes sure of a file descriptor for each connection, and some for the rest of the process.
 void raiseDescriptorLimit(std::size_t connections) {
     rlimit limit{};
     const rlim_t wanted = connections + kRefusalSlots + 100;
@@ -110,7 +110,7 @@ void Server::Core::accept(Acceptor& acceptor) {
             take(acceptor, std::move(socket));
             return accept(acceptor);
         }
-        // Out of descriptors or memory: others will end; trying on at once would only burn time.
+        // Out of descriptors or memory: other connections will end; retrying at once would only burn processor time.
         log::write(log::Level::Error, "http", "cannot accept a connection: " + error.message());
         acceptor.pause.expires_after(kAcceptPause);
         acceptor.pause.async_wait([this, &acceptor](const error_code& cancelled) {
@@ -147,7 +147,7 @@ void Server::Core::beginStop() {
         acceptor->socket.close();
         acceptor->pause.cancel();
     }
-    const auto all = connections; // stop() takes connections out
+    const auto all = connections; // a copy, because stop() removes connections
     for (const auto& [key, connection] : all) {
         connection->stop();
     }

@@ -1,4 +1,4 @@
-// The HTTP server: listens, reads requests, checks who sends them, has the application answer, writes the answers.
+// The HTTP server: listens, reads requests, authenticates clients, calls the application, writes the answers.
 //
 // Threads: one does all input and output, so a slow client costs nothing but its socket; `workers` run the handler, so
 // a slow provider does not stop input and output; one hashes passwords, which is slow on purpose.
@@ -14,7 +14,7 @@
 
 namespace cimserver::http {
 
-/// An address that cannot be listened on; the text names it.
+/// Cannot listen on an address; the text names it.
 class ListenError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -29,12 +29,12 @@ class Server {
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// Binds all listeners and serves from then on. Returns them with the ports really bound. Throws ListenError.
+    /// Binds all listeners and starts serving. Returns them with the ports actually bound. Throws ListenError.
     std::vector<Listener> start();
     /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
     /// not: their handlers still run, and the process should end without tearing anything down.
     bool stop(Milliseconds grace);
-    /// Loads TLS files and user file anew. One that cannot be used is logged, and the old one stays.
+    /// Loads the TLS files and the user file again. An unusable file is logged, and the old one stays in use.
     void reload();
     /// Counters as one line of text.
     std::string statistics() const;

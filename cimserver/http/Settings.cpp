@@ -28,7 +28,7 @@ std::uint16_t parsePort(const std::string& whole, std::string_view text) {
     return port;
 }
 
-/// Takes "http://" or "https://" off the front; true when the rest shall speak TLS.
+/// Takes "http://" or "https://" off the front. Returns whether the listener uses TLS.
 bool takeScheme(std::string_view& text, bool tlsConfigured) {
     for (const std::string_view scheme : {"http://", "https://"}) {
         if (equalsIgnoringCase(text.substr(0, scheme.size()), scheme)) {

@@ -21,11 +21,11 @@ struct Listener {
     std::string url() const; ///< e.g. "http://127.0.0.1:5988", "https://[::1]:5989"
 };
 
-/// Reads "ADDRESS:PORT", "[IPV6]:PORT" or "localhost:PORT", optionally behind "http://" or "https://". Without a scheme
-/// the listener speaks TLS when `tlsConfigured`. Throws std::invalid_argument with a text naming the item.
+/// Reads "ADDRESS:PORT", "[IPV6]:PORT" or "localhost:PORT", optionally after "http://" or "https://". Without a scheme
+/// the listener uses TLS when `tlsConfigured`. Throws std::invalid_argument with a text naming the item.
 Listener parseListener(const std::string& text, bool tlsConfigured);
 
-/// Sizes in bytes. What exceeds one of them is refused with the status named.
+/// Sizes in bytes. A request that exceeds one of them is refused with the status named.
 struct Limits {
     std::size_t headBytes = std::size_t{16} * 1024;   ///< 431; 414 when the request line alone exceeds it
     std::size_t bodyBytes = std::size_t{1024} * 1024; ///< 413
@@ -50,11 +50,11 @@ struct TlsSettings {
 struct LoginSettings {
     std::string userFile; ///< empty: no authentication
     std::string realm = "cimserver";
-    Milliseconds cache{60'000};        ///< how long a password that was right is taken without hashing again
+    Milliseconds cache{60'000};        ///< how long a right password is accepted without hashing it again
     unsigned freeFailures = 5;         ///< failures of one peer that cost no delay
     Milliseconds delay{500};           ///< after those; doubles with each further failure
-    Milliseconds maxDelay{10'000};     ///< the most a peer waits
-    Milliseconds forgetAfter{300'000}; ///< a peer's failures are forgotten when it was quiet that long
+    Milliseconds maxDelay{10'000};     ///< the longest such delay
+    Milliseconds forgetAfter{300'000}; ///< a peer's failures are forgotten after being quiet for that long
 };
 
 struct Settings {

@@ -16,7 +16,7 @@ using boost::system::error_code;
 
 namespace {
 
-/// What both kinds share; `Next` is what bytes go through.
+/// What both kinds share; `Next` is the layer that bytes go through.
 template <class Next>
 class SocketStream : public Stream {
   public:
@@ -81,7 +81,7 @@ class TlsStream final : public SocketStream<asio::ssl::stream<tcp::socket>> {
                                 [done = std::move(done)](const error_code& error) { done(error, 0); });
     }
     void finish(Done done) override {
-        // Whether the peer answers the close_notify or goes on sending, ours is out by then.
+        // Our close_notify is sent by then, whether the peer answers it or keeps sending.
         stream_.async_shutdown(
             [this, done = std::move(done)](const error_code&) mutable { finishSocket(std::move(done)); });
     }
@@ -91,7 +91,7 @@ class TlsStream final : public SocketStream<asio::ssl::stream<tcp::socket>> {
     asio::ssl::stream<tcp::socket>& next() override { return stream_; }
     tcp::socket& socket() override { return stream_.next_layer(); }
 
-    std::shared_ptr<asio::ssl::context> context_; // a reload must not take it away
+    std::shared_ptr<asio::ssl::context> context_; // keeps it alive over a reload
     asio::ssl::stream<tcp::socket> stream_;
 };
 

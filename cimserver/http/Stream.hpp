@@ -19,14 +19,14 @@ class Stream {
     virtual ~Stream() = default;
     /// TLS handshake; a plain stream is done at once (from within the call).
     virtual void handshake(Done done) = 0;
-    /// Reads what there is, at most `size` bytes. `to` must stay valid until done.
+    /// Reads what is available, at most `size` bytes. `to` must stay valid until done.
     virtual void read(char* to, std::size_t size, Done done) = 0;
     /// Writes all of `text`, which must stay valid until done.
     virtual void write(const std::string& text, Done done) = 0;
     /// Tells the peer that no more comes, then reads and drops what it still sends until it closes too: closing with
-    /// unread bytes would reset the connection and could take the last answer from the client.
+    /// unread bytes would reset the connection, and the client could lose the last answer.
     virtual void finish(Done done) = 0;
-    /// Ends everything under way with an error.
+    /// Closes; every operation under way ends with an error.
     virtual void close() = 0;
     /// After the handshake; see verifiedCommonName(). Empty for a plain stream.
     virtual std::string certificateUser() = 0;

@@ -27,7 +27,7 @@ void check(const error_code& error, const char* what, const std::string& file) {
     }
 }
 
-/// OpenSSL has no words for a file it cannot open.
+/// OpenSSL's messages do not say why it cannot open a file.
 void checkReadable(const char* what, const std::string& file) {
     if (::access(file.c_str(), R_OK) != 0) {
         throw std::runtime_error(std::string(what) + " " + file + ": " + std::strerror(errno));
@@ -39,7 +39,7 @@ void setClientCertificates(ssl::context& context, const TlsSettings& settings) {
     checkReadable(kNoClientCa, settings.clientCaFile);
     context.load_verify_file(settings.clientCaFile, error);
     check(error, kNoClientCa, settings.clientCaFile);
-    // The names in the request help a client with several certificates to choose.
+    // The names of the authorities help a client with several certificates to choose.
     SSL_CTX_set_client_CA_list(context.native_handle(), SSL_load_client_CA_file(settings.clientCaFile.c_str()));
     const bool required = settings.clientCertificates == ClientCertificates::Required;
     context.set_verify_mode(ssl::verify_peer | (required ? ssl::verify_fail_if_no_peer_cert : 0), error);
@@ -58,7 +58,7 @@ std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
     SSL_CTX_set_session_cache_mode(native, SSL_SESS_CACHE_OFF);
     SSL_CTX_set_num_tickets(native, 0);
     SSL_CTX_set_options(native, SSL_OP_NO_TICKET);
-    // An encrypted key fails instead of asking at a terminal nobody sees.
+    // An encrypted key fails instead of asking for a password on a terminal that nobody sees.
     context->set_password_callback([](std::size_t, ssl::context::password_purpose) { return std::string(); });
     error_code error;
     checkReadable(kNoCertificate, settings.certificateFile);

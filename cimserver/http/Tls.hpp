@@ -1,4 +1,4 @@
-// The TLS side of the listeners: a context made of the configured files, made anew on reload.
+// The TLS side of the listeners: a context made from the configured files, at start and at each reload.
 #pragma once
 
 #include "cimserver/http/Settings.hpp"

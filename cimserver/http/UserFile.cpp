@@ -51,7 +51,7 @@ User parseLine(std::string_view line, const std::string& where) {
     return user;
 }
 
-/// The password's hash by the format, cost and salt of `setting`; empty when the system cannot.
+/// The password's hash in the format, with the cost and the salt of `setting`; empty when the system cannot.
 std::string hashLike(const std::string& password, const std::string& setting) {
     auto data = std::make_unique<crypt_data>();
     const char* hash = crypt_r(password.c_str(), setting.c_str(), data.get());
@@ -70,7 +70,7 @@ void writeWhole(int fd, const std::string& text, const std::string& file) {
     }
 }
 
-/// Gives the new file the owner and mode of the old one.
+/// Gives the new file the owner and mode of the old one, if there is one.
 void takeOverOwner(int fd, const std::string& file) {
     struct stat old {};
     if (::stat(file.c_str(), &old) == 0 &&
@@ -124,7 +124,7 @@ const User* UserFile::find(std::string_view name) const {
     return found == users_.end() ? nullptr : &*found;
 }
 
-/// Always the same existing user for an unknown name: repeating the question gives the same time.
+/// Returns the same existing user each time for an unknown name, so that repeated attempts take the same time.
 const User& UserFile::standIn(const std::string& name) const {
     static const User nobody{"", hashPassword("nobody's"), false};
     return users_.empty() ? nobody : users_[std::hash<std::string>()(name) % users_.size()];

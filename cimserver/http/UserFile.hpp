@@ -1,6 +1,6 @@
-// The users of the server: a text file with one line a user, NAME:HASH[:ROLE], written by cimserver-passwd.
-// HASH is in any format of crypt(5), or "*" for a user who only comes with a client certificate. ROLE is "read" (when
-// left out) or "write". Empty lines and lines that start with '#' are skipped.
+// The users of the server: a text file with one line per user, NAME:HASH[:ROLE], written by cimserver-passwd. HASH is
+// in a format of crypt(5) other than the old DES, or "*" for a user who only logs in with a client certificate. ROLE is
+// "read" (the default) or "write". Empty lines and lines that start with '#' are skipped.
 #pragma once
 
 #include <filesystem>
@@ -26,17 +26,17 @@ class UserFile {
     const User* find(std::string_view name) const;
     bool empty() const { return users_.empty(); }
 
-    /// The user when the password is right, else null. Slow by design. Hashes also for an unknown name, with the cost
-    /// of an existing user's hash, so that the time does not tell which names exist.
+    /// The user when the password is right, else null. Slow by design. Hashes for an unknown name too, with the cost of
+    /// an existing user's hash, so that the time does not reveal which names exist.
     const User* verify(const std::string& name, const std::string& password) const;
 
-    /// Adds the user or replaces the one of that name. Throws std::invalid_argument for a name that cannot stand in the
-    /// file.
+    /// Adds the user or replaces the one of that name. Throws std::invalid_argument for a name that the file cannot
+    /// hold.
     void set(User user);
     /// False when there was none.
     bool remove(std::string_view name);
-    /// Replaces the file as a whole, keeping its owner and mode; a new one is readable by its owner alone. Comments are
-    /// not kept. Throws std::runtime_error.
+    /// Replaces the file atomically, keeping its owner and mode; a new one is readable by its owner alone. Comments are
+    /// lost. Throws std::runtime_error.
     void save(const std::filesystem::path& file) const;
 
   private:

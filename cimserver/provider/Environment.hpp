@@ -13,8 +13,8 @@ namespace cimserver::provider {
 
 using ConfigItems = std::map<std::string, std::string>;
 
-/// The environment of one call. A provider may keep it: logger and configuration items go on working, and the way back
-/// into the server answers until the server ends.
+/// The environment of one call. A provider may keep it: logger and configuration items stay usable, and so does the
+/// CIMOM handle until the server ends.
 class Environment : public OpenWBEM::ProviderEnvironmentIFC {
   public:
     /// `component` names the provider in the log.

@@ -30,7 +30,7 @@ constexpr unsigned kDeepestWait = 64;
 
 } // namespace
 
-/// True when `waiter`, inside some gate, cannot go on before `holder` has left another.
+/// True when `waiter`, directly or through others, waits for a gate that `holder` is in.
 bool Gate::waitsFor(std::thread::id waiter, std::thread::id holder, unsigned depth) const {
     const auto found = waitGraph().waiting.find(waiter);
     if (found == waitGraph().waiting.end() || depth > kDeepestWait) {

@@ -1,7 +1,7 @@
-// The lock of one provider, which knows when waiting would never end.
+// The lock of one provider, which detects deadlocks.
 //
-// Providers may call one another through the server. Two threads, each inside the provider that the other wants, would
-// wait for ever with plain mutexes. Here a thread may also enter a provider whose present callers all wait for
+// Providers may call one another through the server. With plain mutexes, two threads, each inside the provider that the
+// other wants, would wait for ever. Here a thread may also enter a provider whose present callers all wait for
 // something that this thread itself holds: they are suspended until it is done, so the provider's calls still exclude
 // one another, just as when a provider calls back into itself.
 #pragma once
@@ -17,7 +17,7 @@ enum class Access { Read, Write };
 
 class Gate {
   public:
-    /// The right to be inside; given back at destruction, on the thread that got it.
+    /// The right to be inside; released at destruction, which must be on the thread that got it.
     class Pass {
       public:
         Pass(Pass&& other) noexcept : gate_(other.gate_) { other.gate_ = nullptr; }
@@ -35,7 +35,7 @@ class Gate {
     Gate& operator=(const Gate&) = delete;
 
     /// Waits until the calling thread may enter, at most `limit`; empty when the time is over. Writers exclude
-    /// everybody; readers exclude one another too, unless the gate lets reads be concurrent.
+    /// everybody; readers exclude one another too, unless the gate allows concurrent reads.
     std::optional<Pass> enter(Access access, std::chrono::milliseconds limit);
 
   private:

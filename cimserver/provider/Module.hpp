@@ -22,19 +22,20 @@ class ModuleError : public std::runtime_error {
     std::string details_;
 };
 
-/// The file is a shared object, but none that offers a provider.
+/// The file is a shared object, but not a provider module.
 class NoProviderModule : public ModuleError {
   public:
     using ModuleError::ModuleError;
 };
 
-/// True when `id` can be part of a file name and of a symbol: letters, digits, '_', '-' and '.', at most 128.
+/// True when `id` can be part of a file name and of a symbol: 1 to 128 letters, digits, '_', '-' and '.', no leading
+/// '.'.
 bool isProviderId(const std::string& id);
 
 /// The file of provider `id`: libID.so or ID.so, in the first folder that has either; empty when none has.
 std::filesystem::path findModule(const std::vector<std::filesystem::path>& folders, const std::string& id);
 
-/// An opened module whose version and factory have been checked; closed at destruction, so objects made by it go first.
+/// An opened module whose version and factory have been checked. Closed at destruction: destroy its objects before it.
 class Module {
   public:
     /// Throws ModuleError, of the kind NoProviderModule when there is no getOWVersion.
@@ -42,7 +43,7 @@ class Module {
     Module(const Module&) = delete;
     Module& operator=(const Module&) = delete;
 
-    /// A new provider, not yet initialized. Throws ModuleError when the module gives none, or what it throws.
+    /// A new provider, not yet initialized. Throws ModuleError when the module returns none, or what the module throws.
     OpenWBEM::CppProviderBaseIFC* create() const;
 
   private:

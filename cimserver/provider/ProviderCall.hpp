@@ -1,4 +1,4 @@
-// A provider while a call is made into it.
+// A call into a provider.
 #pragma once
 
 #include "cimserver/provider/Gate.hpp"
@@ -18,15 +18,15 @@
 
 namespace cimserver::provider {
 
-/// For whom a call is made, and what the provider's environment answers from.
+/// For whom a call is made; the provider's environment answers from it.
 struct CallOrigin {
     std::string user; ///< empty without authentication
     std::shared_ptr<OpenWBEM::OperationContext> operation;
-    std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< the way back to the server's other classes
+    std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< makes the handle by which providers call the server
 };
 
-/// Holds the provider's gate, if it has one, until it is destroyed. The interface pointers are null where the provider
-/// has no such side, and belong to the provider.
+/// Holds the provider's gate, if it has one, until it is destroyed. The interface pointers belong to the provider and
+/// are null when it does not implement the interface.
 class ProviderCall {
   public:
     ProviderCall(std::optional<Gate::Pass> pass, OpenWBEM::CppProviderBaseIFC& provider,

@@ -27,7 +27,7 @@ namespace {
 
 } // namespace
 
-/// One provider: its gate, and under that its module and object.
+/// One provider: its gate, and the module and object that the gate guards.
 class ProviderHost::Slot {
   public:
     Slot(std::string id, bool concurrentReads, Factory builtIn)
@@ -51,7 +51,7 @@ class ProviderHost::Slot {
     std::unique_ptr<Module> module_; // outlives the object
     IntrusiveReference<CppProviderBaseIFC> provider_;
     bool starting_ = false;
-    std::atomic<bool> ready_{false}; // never taken back
+    std::atomic<bool> ready_{false}; // never reset
 };
 
 IntrusiveReference<CppProviderBaseIFC> ProviderHost::Slot::make(const std::vector<fs::path>& folders) {
@@ -100,7 +100,7 @@ struct ProviderHost::Impl {
     std::shared_ptr<const ConfigItems> config;
     std::map<std::string, Factory> builtIns;
     Registrations registrations;
-    std::mutex mutex; ///< of what follows
+    std::mutex mutex; ///< guards the members below
     std::map<std::string, Slot*> slotsById;
     std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
 
@@ -123,7 +123,7 @@ ProviderHost::Slot& ProviderHost::Impl::slot(const std::string& id) {
 ProviderHost::ProviderHost(HostSettings settings) : impl_(std::make_unique<Impl>(std::move(settings))) {}
 
 ProviderHost::~ProviderHost() {
-    // All objects go before any module is closed: one may use another's code. The last started goes first.
+    // All objects are destroyed, the last first, before any module is closed: one may use another's code.
     for (auto slot = impl_->slots.rbegin(); slot != impl_->slots.rend(); ++slot) {
         (*slot)->stop();
     }

@@ -1,5 +1,5 @@
 // Finds, loads and holds the providers: shared objects written against OpenWBEM's C++ provider interface, and the few
-// providers that are part of the server. Nothing here knows of namespaces' contents or of CIM-XML.
+// providers that are part of the server. Independent of the namespaces' contents and of CIM-XML.
 #pragma once
 
 #include "cimserver/provider/ProviderCall.hpp"
@@ -17,17 +17,17 @@
 
 namespace cimserver::provider {
 
-/// What the host is told at start.
+/// The host's settings.
 struct HostSettings {
     std::vector<std::filesystem::path> folders;     ///< searched in order for libID.so and ID.so
     std::set<std::string> concurrentReads;          ///< ids of providers whose reads may run side by side
     std::set<std::string> concurrentProviders;      ///< ids of providers that serialise themselves: they get no gate
-    std::map<std::string, std::string> configItems; ///< what a provider's getConfigItem answers from
+    std::map<std::string, std::string> configItems; ///< what getConfigItem returns to providers
     std::chrono::milliseconds busyLimit{60000};     ///< how long a request waits for a busy provider
 };
 
 /// One object per provider id, made and initialized at its first use and destroyed with the host. All members may be
-/// called from any thread, except scan and addBuiltIn, which belong to the start.
+/// called from any thread, but scan and addBuiltIn only at start.
 class ProviderHost {
   public:
     using Factory = std::function<OpenWBEM::CppProviderBaseIFC*()>;
@@ -37,11 +37,11 @@ class ProviderHost {
     ProviderHost(const ProviderHost&) = delete;
     ProviderHost& operator=(const ProviderHost&) = delete;
 
-    /// Opens each module of the folders once and asks which classes it reports by its ProviderInfo. What cannot be
-    /// loaded is logged and left out. Without this call only the Provider qualifier registers.
+    /// Opens each module in the folders and records which classes it reports in its ProviderInfo. A module that cannot
+    /// be loaded is logged and left out. Without this call only Provider qualifiers assign classes to providers.
     void scan();
 
-    /// Makes `factory` the source of provider `id`, before any file of that name.
+    /// Makes `factory` the source of provider `id`, instead of any file of that name.
     void addBuiltIn(const std::string& id, Factory factory);
 
     /// The id of the provider that serves the class's instances (or associations, or the method): what a ProviderInfo
@@ -58,10 +58,10 @@ class ProviderHost {
     bool has(const std::string& id) const;
 
     /// Enters the provider for one call: loads and initializes it when needed and waits its turn. The calls of one
-    /// provider follow one another, unless its reads, or all its calls, may run side by side; a thread that is inside
+    /// provider follow one another, unless its reads, or all its calls, may run concurrently; a thread that is inside
     /// the provider enters again without waiting. Throws CIMException: Failed with "Invalid provider: ID (reason)" when
-    /// it cannot be loaded or "Provider ID is busy" after the limit; what its initialize threw, when that failed (the
-    /// next call tries again).
+    /// it cannot be loaded, or with "Provider ID is busy" after the limit; what its initialize threw (the next call
+    /// tries again).
     ProviderCall enter(const std::string& id, Access access, const CallOrigin& origin);
 
   private:

@@ -16,7 +16,7 @@ using namespace OpenWBEM;
 
 namespace {
 
-/// The keys under which a report is filed: the class alone, or the class in each of its namespaces.
+/// The keys that a report is stored under: the class alone, or the class in each of its namespaces.
 template <class ClassInfo>
 std::vector<std::string> keysOf(const ClassInfo& info) {
     std::vector<std::string> keys;

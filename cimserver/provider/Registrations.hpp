@@ -1,4 +1,4 @@
-// Which provider serves which class: what the modules report of themselves, and the Provider qualifier.
+// Which provider serves which class: what the modules report, and the Provider qualifier.
 #pragma once
 
 #include "OW_CIM.hpp"
@@ -13,8 +13,8 @@ namespace cimserver::provider {
 /// Names are compared ignoring case. Filled at start, constant afterwards.
 class Registrations {
   public:
-    /// Takes in what the provider's get...ProviderInfo functions report. A class that another provider has reported
-    /// stays with that one, and the clash is logged.
+    /// Records what the provider's get...ProviderInfo functions report. A class that another provider has reported
+    /// stays with that one, and the conflict is logged.
     void add(const std::string& id, OpenWBEM::CppProviderBaseIFC& provider);
 
     /// The id reported for exactly this class (in this namespace); empty when there is none.
@@ -49,7 +49,7 @@ class Registrations {
 /// The id of the Provider qualifier "c++::ID" (or "c++:ID"); empty without a qualifier or value. Throws CimError Failed
 /// for another interface or a malformed text.
 std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
-/// That of a class or method.
+/// The same for a class or method.
 template <class Element>
 std::string idOfQualifier(const Element& element) {
     return idOfQualifier(element.getQualifier(OpenWBEM::CIMQualifier::CIM_QUAL_PROVIDER));

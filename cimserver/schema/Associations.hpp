@@ -14,11 +14,11 @@ struct AssociationQuery {
     OpenWBEM::String resultClass; ///< the class at the other end is this one or derived from it
     OpenWBEM::String role;        ///< the name of the reference to the class asked about
     OpenWBEM::String resultRole;  ///< the name of the reference at the other end
-    bool subclasses = false;      ///< references to subclasses of the class asked about count too
+    bool subclasses = false;      ///< also count references to subclasses of the class asked about
 };
 
 /// The association classes with a reference to the class or one of its superclasses, in declaration order, each once.
-/// `resultClass` and `resultRole` are not looked at.
+/// `resultClass` and `resultRole` are ignored.
 std::vector<const OpenWBEM::CIMClass*> referencesOf(const Repository& repository, const OpenWBEM::String& ns,
                                                     const AssociationQuery& query);
 

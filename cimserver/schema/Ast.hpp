@@ -1,4 +1,4 @@
-// What a MOF text says, as written: nothing is looked up or checked against other declarations yet.
+// The declarations of a MOF text as written: nothing is looked up or checked against other declarations yet.
 #pragma once
 
 #include "cimserver/schema/Lexer.hpp"
@@ -54,7 +54,7 @@ struct Parameter {
     Place place;
 };
 
-/// A property, or a method when `parameters` is there.
+/// A property, or a method when `parameters` is set.
 struct Feature {
     QualifierList qualifiers;
     Type type;
@@ -87,7 +87,7 @@ struct InstanceDeclaration {
 
 struct Pragma {
     std::string name;
-    std::string argument; ///< empty when it is no string
+    std::string argument; ///< empty when it is not a string
     Place place;
 };
 

@@ -41,7 +41,7 @@ class Builder {
     const CIMClass* super_ = nullptr;
     CIMClass class_;
     std::set<std::string> ownNames_;
-    std::set<std::string> replacedNames_; ///< inherited ones that a feature of another name overrides
+    std::set<std::string> replacedNames_; ///< inherited names that a feature of another name overrides
     CIMPropertyArray properties_;
     CIMMethodArray methods_;
 };
@@ -115,9 +115,8 @@ void Builder::addFeature(const ast::Feature& feature) {
     }
 }
 
-/// The name of the inherited element that the feature takes the place of: its own, unless "Override" names another one,
-/// as "NAME" or "CLASS.NAME". A name that is not inherited counts for nothing: a schema may stand on another edition of
-/// its superclass.
+/// The name of the inherited element that the feature replaces: its own, unless "Override" names another one, as "NAME"
+/// or "CLASS.NAME". A name that is not inherited is ignored: the schema may expect another edition of its superclass.
 CIMName Builder::overridden(const ast::Feature& feature) {
     std::string named;
     for (const ast::QualifierUse& use : feature.qualifiers) {
@@ -142,7 +141,7 @@ CIMName Builder::overridden(const ast::Feature& feature) {
     return name;
 }
 
-/// A reference may be narrowed to a derived class; one that is declared later is taken as such.
+/// A reference may be narrowed to a derived class; a class that is declared later is assumed to be derived.
 void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now, const CIMDataType& before) const {
     const String target = now.getRefClassName();
     const bool narrowed = !now.isReferenceType() || known_.findClass(target.c_str()) == nullptr ||
@@ -214,7 +213,7 @@ CIMMethod Builder::method(const ast::Feature& feature) {
         checkSameType(feature, type, inherited.getReturnType());
         method.setOverridingMethod(replaced);
         if (feature.parameters->empty()) {
-            method.setParameters(inherited.getParameters()); // an early schema need not restate them
+            method.setParameters(inherited.getParameters()); // old schemas do not repeat them
         }
     }
     std::set<std::string> names;

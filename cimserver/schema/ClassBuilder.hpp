@@ -1,4 +1,4 @@
-// Makes complete classes of the declarations of a MOF text, checked against what is declared already.
+// Makes complete classes from the declarations of a MOF text, checked against what is declared already.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"
@@ -8,8 +8,8 @@ namespace cimserver::schema {
 
 constexpr unsigned kDeepestInheritance = 100;
 
-/// The class with all that it inherits: its own properties and methods first, then the inherited ones, those marked as
-/// propagated, each with the class it originates from. Throws MofError for what the declarations do not allow.
+/// The class with everything it inherits: its own properties and methods first, then the inherited ones, marked as
+/// propagated, each with its class of origin. Throws MofError when the declaration contradicts the known ones.
 OpenWBEM::CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known);
 
 } // namespace cimserver::schema

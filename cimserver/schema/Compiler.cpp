@@ -99,7 +99,7 @@ void Compiler::apply(const ast::Pragma& pragma, const fs::path& folder) {
     } else if (equalsIgnoringCase(pragma.name, "namespace")) {
         enterNamespace(pragma.argument, pragma.place);
     }
-    // Others, such as locale, have no bearing here; unknown ones are to be passed over.
+    // Other pragmas, such as locale, have no effect here; unknown ones are ignored.
 }
 
 void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
@@ -147,13 +147,13 @@ void Compiler::finish() {
             if (superClass.empty() || one.ns->findClass(superClass) != nullptr) {
                 add(one);
             } else {
-                left.push_back(std::move(one)); // each round of these takes in at least one level of each tree
+                left.push_back(std::move(one)); // each round adds at least one level of each tree
             }
         }
         classes_.swap(left);
     }
     for (const PendingClass& one : classes_) {
-        add(one); // says what it lacks
+        add(one); // throws, naming what is missing
     }
     instances_.finish();
 }

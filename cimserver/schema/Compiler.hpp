@@ -8,16 +8,17 @@
 
 namespace cimserver::schema {
 
-/// One run over a file or text. Classes, then instances are made at its end, so that a superclass and the declaration
-/// of a qualifier may follow their use. What it declares goes into `target`, which is to be thrown away when it throws.
+/// One run over a file or text. Classes and then instances are made at its end, so that a superclass and the
+/// declaration of a qualifier may follow their use. Declarations go into `target`, which the caller must discard after
+/// an exception.
 class Compiler {
   public:
     using Aliases = std::map<std::string, std::string>; ///< folded alias to folded namespace
 
-    /// Starts in the namespace `ns`, which is made when it is new. `aliases` must outlive the compiler.
+    /// Starts in the namespace `ns`, creating it if needed. `aliases` must outlive the compiler.
     Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns);
 
-    /// Includes are read from the file's folder and those below it only. Throws MofError.
+    /// Includes must be in the file's folder or below it. Throws MofError.
     void compileFile(const std::filesystem::path& file);
     /// Includes are refused: a text has no folder. Throws MofError.
     void compileText(std::string_view mof, const std::string& name);

@@ -29,7 +29,7 @@ const CIMClass& classOf(const ast::InstanceDeclaration& declaration, const Names
     return *found;
 }
 
-/// A reference with its namespace and, as far as its class is known here, with keys of their types.
+/// Adds the namespace to a reference, and the keys' types to one within `ns`.
 CIMObjectPath completeReference(const CIMObjectPath& written, const Namespace& ns, const String& declaredClass,
                                 const Place& place) {
     CIMObjectPath path(written);
@@ -67,7 +67,7 @@ void InstanceBuilder::finish() {
     }
 }
 
-/// Makes and files the instance, after those that its references name by alias.
+/// Makes and stores the instance, after those that its references name by alias.
 const CIMObjectPath& InstanceBuilder::build(Item& item) {
     if (item.path) {
         return *item.path;

@@ -18,8 +18,8 @@ class InstanceBuilder {
     /// `ns` must outlive the builder. Throws MofError for an alias that is taken.
     void add(ast::InstanceDeclaration declaration, Namespace& ns);
 
-    /// Throws MofError for an instance without a class, of an abstract one, with a property that the class lacks or
-    /// with a value not of its type, without a key or with the keys of another one.
+    /// Throws MofError for an instance whose class is unknown, abstract or without keys, that has an unknown property
+    /// or a value of the wrong type, that lacks a key value or has the keys of another instance.
     void finish();
 
   private:

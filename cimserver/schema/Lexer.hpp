@@ -1,4 +1,4 @@
-// Cuts a MOF text into tokens.
+// Splits a MOF text into tokens.
 #pragma once
 
 #include "cimserver/schema/MofError.hpp"
@@ -20,7 +20,7 @@ struct Token {
     Place place;
 };
 
-/// Yields the tokens of a text; throws MofError at what is none. The text must outlive the lexer.
+/// Yields the tokens of a text; throws MofError for an invalid one. The text must outlive the lexer.
 class Lexer {
   public:
     Lexer(std::string_view text, std::string file);

@@ -23,13 +23,13 @@ struct Place {
 /// Throws MofError "FILE:LINE:COLUMN: text".
 [[noreturn]] void fail(const Place& place, const std::string& text);
 
-/// One that names the element it is about at its end.
+/// A MofError whose text ends with the name of an element.
 class ElementError : public MofError {
   public:
     using MofError::MofError;
 };
 
-/// Does `work`; a MofError out of it names the element, a class or "CLASS.FEATURE", unless it names an inner one.
+/// Runs `work` and adds the element, a class or "CLASS.FEATURE", to a MofError from it, unless that names one already.
 template <class Work>
 void within(const std::string& element, Work&& work) {
     try {

@@ -1,4 +1,4 @@
-// The declarations of one namespace, as the compiler builds them and the repository answers from them.
+// The declarations of one namespace: the compiler fills it, the repository answers from it.
 #pragma once
 
 #include "cimserver/schema/Names.hpp"
@@ -31,8 +31,8 @@ struct Namespace {
     const OpenWBEM::CIMQualifierType* findQualifier(std::string_view qualifierName) const;
     /// True for the class itself and its superclasses, declared or not.
     bool isA(const OpenWBEM::String& className, const OpenWBEM::String& ancestor) const;
-    /// The key under which the instance of the path is filed. Case of names, order of keys, host and a spelled-out own
-    /// namespace make no difference.
+    /// The key that the path's instance is stored under. Case of names, order of keys, host, and whether this namespace
+    /// is spelled out make no difference.
     std::string instanceKey(const OpenWBEM::CIMObjectPath& path) const;
 };
 

@@ -119,7 +119,7 @@ Pragma Parser::pragma() {
         unexpected("a string");
     }
     while (!known && !isPunctuation(')') && token_.kind != TokenKind::End) {
-        take(); // compilers have pragmas of their own, with arguments of their own
+        take(); // pragmas of other compilers have any arguments
     }
     expect(')');
     return pragma;
@@ -169,7 +169,7 @@ ClassDeclaration Parser::classDeclaration(QualifierList qualifiers) {
     declaration.place = token_.place;
     declaration.name = name("the name of a class");
     within(declaration.name, [&] {
-        alias(); // nothing can refer to a class by it
+        alias(); // ignored: nothing can refer to a class by it
         if (skip(':')) {
             declaration.superClass = name("the name of the superclass");
         }
@@ -203,7 +203,7 @@ InstanceDeclaration Parser::instanceDeclaration() {
     declaration.alias = alias();
     expect('{');
     while (!skip('}')) {
-        qualifierList(); // the class's own are served
+        qualifierList(); // ignored: the class's qualifiers are served
         Initializer initializer;
         initializer.place = token_.place;
         initializer.name = name("the name of a property");

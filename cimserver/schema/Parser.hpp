@@ -1,5 +1,5 @@
 // Reads MOF declarations by recursive descent. Nothing in the accepted grammar nests without bound: lists do not
-// contain lists of their own kind, and an include is handed to the caller as a declaration.
+// contain lists of their own kind, and an include is returned to the caller as a declaration.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"

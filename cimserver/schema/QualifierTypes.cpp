@@ -47,7 +47,7 @@ Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char
 
 struct Standard {
     const char* names;
-    const char* declaration; ///< what all of them are declared with
+    const char* declaration; ///< the same for all of them
 };
 
 // The standard's qualifiers in the widest scope that any edition gives them.

@@ -17,7 +17,7 @@ bool hasScope(const CIMQualifierType& type, std::initializer_list<CIMScope::Scop
            std::any_of(scopes.begin(), scopes.end(), [&](auto scope) { return type.hasScope(CIMScope(scope)); });
 }
 
-/// Early schemas use standard qualifiers, such as MaxLen on a parameter, beyond the scope that they declare.
+/// Old schemas use standard qualifiers, such as MaxLen on a parameter, beyond the scope that they declare.
 bool allowedOn(const CIMQualifierType& type, std::initializer_list<CIMScope::Scope> scopes) {
     const CIMQualifierType* const standard = standardQualifier(type.getName().c_str());
     return hasScope(type, scopes) || (standard != nullptr && hasScope(*standard, scopes));
@@ -40,7 +40,7 @@ bool goesOn(const CIMQualifier& qualifier) {
     return !qualifier.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED));
 }
 
-/// Says of a feature where it comes from, so it changes with the class whatever its flavors are.
+/// These qualifiers name a feature's origin, so they change with the class whatever their flavors.
 bool isOfOrigin(const std::string& name) {
     return equalsIgnoringCase(name, "Override") || equalsIgnoringCase(name, "Propagated") ||
            equalsIgnoringCase(name, "Schema");

@@ -8,14 +8,14 @@
 
 namespace cimserver::schema {
 
-/// The qualifiers of an element: those written, checked against their declarations (declared at all, allowed on one of
-/// `scopes`, value of the type, not changed where the inherited one may not be overridden), then those of `inherited`
-/// that go on to subclasses, marked as propagated. Throws MofError.
+/// The qualifiers of an element: those written, checked against their declarations (declared, allowed on one of
+/// `scopes`, value of the right type, not changed where the inherited one may not be overridden), then those of
+/// `inherited` that propagate to subclasses, marked as propagated. Throws MofError.
 OpenWBEM::CIMQualifierArray buildQualifiers(const ast::QualifierList& written, const Namespace& known,
                                             std::initializer_list<OpenWBEM::CIMScope::Scope> scopes,
                                             const OpenWBEM::CIMQualifierArray& inherited);
 
-/// Those of `inherited` that go on to subclasses, marked as propagated.
+/// Those of `inherited` that propagate to subclasses, marked as propagated.
 OpenWBEM::CIMQualifierArray propagatedQualifiers(const OpenWBEM::CIMQualifierArray& inherited);
 
 /// The qualifier of the name, or null.

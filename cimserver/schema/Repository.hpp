@@ -22,8 +22,8 @@ class Repository {
     Repository(const Repository&) = delete;
     Repository& operator=(const Repository&) = delete;
 
-    /// Compiles a MOF file into the namespace (a "#pragma namespace" in it moves on). Throws MofError, and then
-    /// nothing of the file was taken in.
+    /// Compiles a MOF file into the namespace (a "#pragma namespace" in it switches to another). When it throws
+    /// MofError, the repository is unchanged.
     void compileFile(const std::filesystem::path& file, const std::string& ns);
     /// The same from a text; `name` stands for the file in messages.
     void compileText(const std::string& mof, const std::string& name, const std::string& ns);
@@ -37,10 +37,11 @@ class Repository {
     /// A namespace's own spelling for any spelling or alias of it; empty when there is none.
     OpenWBEM::String canonicalNamespace(const OpenWBEM::String& ns) const;
 
-    /// The class whole: inherited properties, methods and qualifiers, class origins, propagated marks. Null if unknown.
+    /// The complete class: with inherited properties, methods and qualifiers, class origins and propagated marks. Null
+    /// if unknown.
     const OpenWBEM::CIMClass* findClass(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
-    /// The direct (or with `deep` all) subclasses in declaration order; an empty name asks from the top. Complete
-    /// classes, as findClass gives them.
+    /// The direct (or with `deep` all) subclasses in declaration order, as complete as those of findClass; an empty
+    /// name asks from the top.
     std::vector<const OpenWBEM::CIMClass*> subclasses(const OpenWBEM::String& ns, const OpenWBEM::String& name,
                                                       bool deep) const;
 
@@ -52,13 +53,13 @@ class Repository {
     /// namespace.
     std::vector<const OpenWBEM::CIMInstance*> instances(const OpenWBEM::String& ns,
                                                         const OpenWBEM::String& className) const;
-    /// The instance that the path names, null when there is none. Key values are to be of their class's types; the
-    /// path's namespace is not looked at.
+    /// The instance that the path names, null when there is none. Key values must be of their class's types; the path's
+    /// namespace is ignored.
     const OpenWBEM::CIMInstance* findInstance(const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& path) const;
 
-    /// Of a qualifier that the namespace does not declare, the standard declaration; null if there is none.
+    /// The namespace's declaration of the qualifier, else the standard one; null if there is none.
     const OpenWBEM::CIMQualifierType* findQualifierType(const OpenWBEM::String& ns, const OpenWBEM::String& name) const;
-    /// Those declared in the namespace.
+    /// The qualifier types declared in the namespace.
     std::vector<const OpenWBEM::CIMQualifierType*> qualifierTypes(const OpenWBEM::String& ns) const;
 
   private:

@@ -72,7 +72,7 @@ CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     return CIMDateTime(String(written.c_str()));
 }
 
-/// Without a namespace where none is written.
+/// The path's namespace is empty when none is written.
 CIMObjectPath parsePath(const std::string& written) {
     const std::size_t colon = written.find(':');
     const bool hasNamespace = colon < written.find('=');
@@ -94,7 +94,7 @@ CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasR
     }
 }
 
-/// One value or, for an array type, the array of all, each made by `convert`.
+/// Converts one value or, for an array type, each element.
 template <class Convert>
 CIMValue convertAll(const Literal& literal, const CIMDataType& type, Convert convert) {
     const String name = type.toString();

@@ -1,4 +1,4 @@
-// Turns the constants and types of a MOF text into OpenWBEM's.
+// Converts the constants and types of a MOF text to OpenWBEM's.
 #pragma once
 
 #include "cimserver/schema/Ast.hpp"
@@ -15,9 +15,9 @@ OpenWBEM::CIMDataType dataType(const ast::Type& type);
 /// The object that an alias stands for; throws MofError when there is none.
 using AliasResolver = std::function<OpenWBEM::CIMObjectPath(const Token& alias)>;
 
-/// The constant as a value of the type: integers must fit, strings of a datetime be well formed, an array stand where
-/// one is declared and hold no NULL. NULL gives a null value. Without a resolver no alias may
-/// stand in it. A reference without a namespace keeps it empty. Throws MofError.
+/// The constant as a value of the type. Throws MofError for an integer out of range, a malformed datetime, an array
+/// where none is declared or the other way round, NULL in an array, and an alias without a resolver. NULL gives a null
+/// value. A reference written without a namespace has none.
 OpenWBEM::CIMValue value(const ast::Literal& literal, const OpenWBEM::CIMDataType& type,
                          const AliasResolver& resolve = nullptr);
 

@@ -16,7 +16,7 @@ class QTX_ExampleFactory : public cdroam::InstanceManagerBase {
 
 class QTX_ExampleInstanceManager : public cdroam::InstanceManager<QTX_ExampleFactory, QTX_Example, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_ExampleImplInstanceManager : public QTX_ExampleInstanceManager {
   public:
     QTX_Example* createQTX_Example(const std::string& instanceId) override;
@@ -37,7 +37,7 @@ class QTX_Example : public cdroam::ManagedObject<QTX_ExampleInstanceManager> {
     virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
     virtual unsigned int Reset() = 0;
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_Example::getInstanceID); }
 
   private:

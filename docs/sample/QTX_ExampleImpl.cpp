@@ -3,7 +3,7 @@
 
 namespace {
 
-// Counts the calls of the method for as long as the module is loaded.
+// Counts the calls of the method while the module is loaded.
 unsigned int ResetReturn = 0;
 
 } // namespace

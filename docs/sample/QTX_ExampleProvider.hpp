@@ -5,7 +5,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_Example.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_ExampleProvider
     : public cdroam::ClassProvider<QTX_ExampleProvider, const QTX_Example, QTX_ExampleImplInstanceManager> {
   public:

@@ -58,8 +58,8 @@ CIMInstance linkInstance(const CIMClass& linkClass, const String& ns, const Stri
         .setProperty("Room", CIMValue(pathOf("EX_Room", lamp.room, ns)));
 }
 
-/// Reads may come from several threads at once. The lock guards the lamps only and is not held while results are handed
-/// on: for associators the library calls back into this provider then.
+/// Reads may come from several threads at once. The lock guards the lamps only and is not held while results are passed
+/// to the handler: for associators the library calls back into this provider then.
 class LampProvider : public CppSimpleInstanceProviderIFC,
                      public CppMethodProviderIFC,
                      public CppSimpleAssociatorProviderIFC {
@@ -105,7 +105,7 @@ class LampProvider : public CppSimpleInstanceProviderIFC,
                                 const CIMInstance& previous, WBEMFlags::EIncludeQualifiersFlag, const StringArray*,
                                 const CIMClass&) {
         demandLamp(modified.getClassName());
-        // A property that the client did not send is null here, or not there at all.
+        // A property that the client did not send is null or missing here.
         if (!modified.propertyHasValue("Brightness")) {
             return;
         }
@@ -171,7 +171,7 @@ class LampProvider : public CppSimpleInstanceProviderIFC,
     }
 
     /// The input parameters come in the order of the class, null where the client sent none; the output parameters are
-    /// there by name, to be filled in.
+    /// already there, with their names and without values.
     static CIMValue fade(Lamp& lamp, const CIMParamValueArray& in, CIMParamValueArray& out) {
         const int target = checkedBrightness(in[0].getValue());
         const int steps = in[1].getValue() ? in[1].getValue().toUInt16() : 1;

@@ -22,8 +22,8 @@ namespace ArrayDetail {
 [[noreturn]] OW_VISIBILITY_DEFAULT void throwArrayOutOfBounds(size_t size, size_t index);
 } // namespace ArrayDetail
 
-/// A std::vector whose copies share their elements until one of them is changed. Non-const access, also begin() and
-/// operator[] of an Array that is not const, counts as a change: iterators and references obtained before an Array was
+/// A std::vector whose copies share their elements until one of them is changed. Non-const access, including begin()
+/// and operator[] of a non-const Array, counts as a change: iterators and references obtained before an Array was
 /// copied must not be used afterwards. Different Arrays that share their elements may be used by different threads at
 /// once. T may be incomplete where only the name Array<T> is used.
 template <class T>
@@ -102,7 +102,7 @@ class Array {
 
     friend bool operator==(const Array& x, const Array& y) { return x.readable() == y.readable(); }
     friend bool operator!=(const Array& x, const Array& y) { return !(x == y); }
-    /// The order of the first elements that differ; a beginning comes before the whole.
+    /// Lexicographic order.
     friend bool operator<(const Array& x, const Array& y) { return x.readable() < y.readable(); }
     friend bool operator<=(const Array& x, const Array& y) { return !(y < x); }
     friend bool operator>(const Array& x, const Array& y) { return y < x; }

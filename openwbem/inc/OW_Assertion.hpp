@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// Something that must hold does not; the message is the condition.
+/// Thrown for a failed assertion; the message is the condition.
 OW_DECLARE_APIEXCEPTION(Assertion, OW_COMMON_API)
 
 } // namespace OpenWBEM

@@ -1,4 +1,4 @@
-// Base of the stream buffers that stand before a device.
+// Base of the stream buffers for devices.
 
 #pragma once
 
@@ -23,7 +23,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API BaseStreamBuffer : public std::streamb
 
     /// Reads up to size bytes and returns how many; 0 at the end. By default there is nothing to read.
     virtual size_t readDevice(char* buffer, size_t size);
-    /// Writes all bytes; false if that fails. By default nothing can be written. A derived class flushes in its
+    /// Writes all bytes; false if that fails. By default nothing can be written. A derived class must flush in its
     /// destructor.
     virtual bool writeDevice(const char* buffer, size_t size);
 

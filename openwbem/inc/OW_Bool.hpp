@@ -1,4 +1,4 @@
-// Truth value that text and pointers do not turn into by accident.
+// Boolean that text and pointers do not convert to by accident.
 
 #pragma once
 
@@ -14,7 +14,7 @@ class OW_COMMON_API Bool {
     /// False.
     Bool() : value_(false) {}
     Bool(bool value) : value_(value) {}
-    /// A pointer is no truth value.
+    /// A pointer is not a boolean.
     template <typename T>
     Bool(const T*) = delete;
 

@@ -14,9 +14,9 @@ namespace OpenWBEM {
 ///
 /// The classes derived from it are handles: an object holds one counted pointer to its data, copying counts, and
 /// changing a shared object copies the data first, so that copies are independent. An object can be null; any use of a
-/// null object but copying, assigning, testing it and setNull() throws an Exception "NULL COWReference dereferenced",
-/// unless the member says otherwise. Different objects may be used by different threads even while they share data;
-/// one object must not be changed while another thread uses it.
+/// null object other than copying, assigning, testing and setNull() throws an Exception "NULL COWReference
+/// dereferenced", unless the member says otherwise. Different objects may be used by different threads even while they
+/// share data; one object must not be changed while another thread uses it.
 class OW_COMMON_API CIMBase : public SerializableIFC {
   public:
     /// Error codes of the CIMStreamException that readSig() throws.
@@ -50,7 +50,7 @@ class OW_COMMON_API CIMBase : public SerializableIFC {
 /// Prints toString().
 OW_COMMON_API std::ostream& operator<<(std::ostream& ostrm, const CIMBase& object);
 
-/// Classes that can be compared declare their own operators; without them a comparison would only compare null tests.
+/// Comparable classes declare their own operators; without these a comparison would compile and compare the null tests.
 bool operator==(const CIMBase& x, const CIMBase& y) = delete;
 bool operator!=(const CIMBase& x, const CIMBase& y) = delete;
 

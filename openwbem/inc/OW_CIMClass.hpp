@@ -18,7 +18,7 @@ class OW_COMMON_API CIMClass : public CIMElement {
     typedef SafeBool<CIMClass>::type safe_bool;
 
   public:
-    /// "__Namespace", the class that stood for namespaces.
+    /// "__Namespace", the class that once represented namespaces.
     OW_DEPRECATED static const char* const NAMESPACECLASS;
 
     CIMClass();
@@ -63,12 +63,12 @@ class OW_COMMON_API CIMClass : public CIMElement {
     UInt32 numberOfProperties() const;
     UInt32 numberOfQualifiers() const;
 
-    /// The add functions append and throw CIMException ALREADY_EXISTS if there is one of that name; the set functions
-    /// for one element replace or append and ignore a null one; those for arrays replace all.
+    /// The add functions append, and throw CIMException ALREADY_EXISTS if there is one of that name. The set functions
+    /// for one element replace or append it, and ignore a null one; those for arrays replace all.
     CIMClass& addProperty(const CIMProperty& property);
     CIMClass& setProperties(const CIMPropertyArray& properties);
     CIMClass& setProperty(const CIMProperty& property);
-    /// The remove functions tell whether there was one of that name.
+    /// The remove functions return whether there was one of that name.
     bool removeProperty(const CIMName& name);
     CIMClass& addQualifier(const CIMQualifier& qualifier);
     CIMClass& setQualifier(const CIMQualifier& qualifier);
@@ -103,7 +103,7 @@ class OW_COMMON_API CIMClass : public CIMElement {
     operator safe_bool() const { return SafeBool<CIMClass>::of(!!data_); }
     bool operator!() const { return !data_; }
 
-    /// As toMOF().
+    /// Same as toMOF().
     String toString() const override;
     /// The declaration of the class.
     String toMOF() const override;

@@ -70,18 +70,18 @@ class OW_COMMON_API CIMDataType : public CIMBase {
     static bool isNumericType(Type type);
     bool isReferenceType() const;
 
-    /// Makes a scalar type an array (a size below 1: of any size). False, and nothing done, if this names no type or is
-    /// an array already.
+    /// Makes a scalar type an array (a size below 1: of any size). Returns false and does nothing if this names no type
+    /// or is an array already.
     bool setToArrayType(Int32 size);
 
     /// Makes this the type of the value, if it is another one. True if it was that type already; a null value fits
     /// every type.
     bool syncWithValue(const CIMValue& value);
 
-    /// The type of that name, in any case of letters: null for an unknown name, CIMNULL for an empty one.
+    /// The type of that name, ignoring case: null for an unknown name, CIMNULL for an empty one.
     static CIMDataType getDataType(const String& name);
 
-    /// As getDataType(), INVALID for an unknown or empty name.
+    /// Like getDataType(), but INVALID for an unknown or empty name.
     static Type strToSimpleType(const String& name);
 
     /// Same type, and both arrays or both not.
@@ -98,10 +98,10 @@ class OW_COMMON_API CIMDataType : public CIMBase {
     /// The name of the type, without any mark of an array; REF for references.
     String toString() const override;
 
-    /// As toString(), but "Class REF" for references.
+    /// Like toString(), but "Class REF" for references.
     String toMOF() const override;
 
-    /// What MOF writes behind the name of an element of this type: nothing, "[]" or "[4]".
+    /// What MOF writes after the name of an element of this type: nothing, "[]" or "[4]".
     String getArrayMOF() const;
 
     void readObject(std::istream& istrm) override;

@@ -13,13 +13,13 @@
 
 namespace OpenWBEM {
 
-/// Thrown for a text that is no CIM date-time; code CIMDateTime::E_INVALID_DATE_TIME_FORMAT.
+/// Thrown for a text that is not a CIM date-time; code CIMDateTime::E_INVALID_DATE_TIME_FORMAT.
 OW_DECLARE_APIEXCEPTION(CIMDateTime, OW_COMMON_API)
 
 /// A CIM date-time: a point in time "yyyymmddhhmmss.mmmmmmsutc" or an interval "ddddddddhhmmss.mmmmmm:000".
 ///
-/// The fields are kept as they are given; nothing checks that a month is at most 12. Fields inside the ranges of their
-/// columns come out in exactly 25 characters; what was set wider than its column (200 hours) is printed wider.
+/// The fields are stored unchecked: a month may be above 12. Fields that fit their columns give a text of exactly 25
+/// characters; a value too wide for its column (200 hours) is printed wider.
 /// True in a condition if it is not null and any field from year to microseconds is not zero: a zero interval is false.
 class OW_COMMON_API CIMDateTime {
     struct Data;
@@ -31,13 +31,14 @@ class OW_COMMON_API CIMDateTime {
     /// A zero interval.
     CIMDateTime();
     explicit CIMDateTime(CIMNULL_t);
-    /// Reads the text. An empty one is a zero interval. Else the character at index 21 decides: ':' an interval, '+' or
-    /// '-' a point in time, any other throws CIMDateTimeException. Each field counts up to its first character that is
-    /// not a digit (so "**" counts 0); what follows the offset is ignored.
+    /// Reads the text. An empty one is a zero interval. Otherwise the character at index 21 decides: ':' is an
+    /// interval,
+    /// '+' or '-' a point in time, any other throws CIMDateTimeException. Each field is read up to its first non-digit
+    /// (so "**" is 0); text after the offset is ignored.
     explicit CIMDateTime(const String& text);
     /// That point in time, in the local time zone.
     CIMDateTime(const DateTime& dateTime);
-    /// An interval. Above 99999999 days, the longest the text can hold, it is that longest one.
+    /// An interval, limited to the longest that the text can hold (just under 100000000 days).
     explicit CIMDateTime(UInt64 microSeconds);
     CIMDateTime(const CIMDateTime& other);
     ~CIMDateTime();

@@ -9,7 +9,7 @@ namespace OpenWBEM {
 
 class CIMNameAccess; // inside the library
 
-/// Base of the named classes of the model. All comparisons here compare the names only, in any case of letters.
+/// Base of the named classes of the model. All comparisons here compare the names only, ignoring case.
 class OW_COMMON_API CIMElement : public CIMBase {
   public:
     CIMElement() {}
@@ -17,14 +17,14 @@ class OW_COMMON_API CIMElement : public CIMBase {
     CIMElement& operator=(const CIMElement&) { return *this; }
     ~CIMElement() override;
 
-    /// The name in the spelling it was given; empty if it has none.
+    /// The name as it was set; empty if it has none.
     virtual String getName() const = 0;
     virtual void setName(const CIMName& name) = 0;
 
     /// The name, unless the class says otherwise.
     String toString() const override;
 
-    /// Less than, equal to or greater than 0 as this name sorts before, with or after the other one.
+    /// Less than, equal to or greater than 0 when this name sorts before, with or after the other.
     int compare(const CIMElement& other);
 
     /// True if both have the same name.

@@ -7,10 +7,10 @@
 
 namespace OpenWBEM {
 
-/// The one exception that a provider should let out: its code and its message reach the client.
+/// The one exception that a provider should throw: its code and its message reach the client.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
   public:
-    /// The status codes of CIM operations over HTTP. Servers also send others, so that every int is a valid value.
+    /// The status codes of CIM operations over HTTP. Servers also send other codes, so every int is a valid value.
     enum ErrNoType : int {
         SUCCESS = 0,
         FAILED = 1,
@@ -42,12 +42,12 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMException : public Exception {
 
     const char* type() const override;
     CIMException* clone() const noexcept override;
-    /// The code; may lie outside of the enumerators.
+    /// The code; may be none of the enumerators.
     ErrNoType getErrNo() const;
     /// Has no effect on the text once getMessage() was called.
     void setErrNo(ErrNoType e);
-    /// The text of the code, then the message in brackets. Without a message, or when the message itself begins with
-    /// the text of the code, only that one. The text is made on the first call and kept.
+    /// The text of the code, then the message in brackets. Without a message only the text of the code; when the
+    /// message begins with that text, only the message. The result is composed on the first call and kept.
     const char* getMessage() const override;
 
   private:

@@ -25,7 +25,7 @@ class OW_COMMON_API CIMFlavor : public CIMBase {
 
     CIMFlavor();
     explicit CIMFlavor(CIMNULL_t);
-    /// A value that is no flavor gives INVALID.
+    /// A value that is not a flavor gives INVALID.
     CIMFlavor(Flavor flavor);
     CIMFlavor(const CIMFlavor& other);
     ~CIMFlavor() override;

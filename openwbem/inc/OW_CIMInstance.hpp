@@ -15,10 +15,10 @@ namespace OpenWBEM {
 
 /// An instance of a class: class name, properties in order, qualifiers, language, and the key list.
 ///
-/// The key list, from which an object path is made, is kept beside the properties. It is made anew from the properties
-/// that are keys by setProperties(), by setProperty() and updatePropertyValue() of a property that is a key, and by
-/// syncWithClass() and removing one; setKeys() sets it outright. Appending a property by name and value does not touch
-/// it, neither do cloning and filtering: the path of an instance survives the loss of its key properties.
+/// The key list, from which an object path is made, is kept beside the properties. It is rebuilt from the key
+/// properties by setProperties() and syncWithClass(), and by setting, updating or removing a key property; setKeys()
+/// replaces it. Appending a property by name and value does not change it, nor do cloning and filtering: the path of an
+/// instance survives the loss of its key properties.
 class OW_COMMON_API CIMInstance : public CIMElement {
     struct Data;
     typedef SafeBool<CIMInstance>::type safe_bool;
@@ -45,7 +45,7 @@ class OW_COMMON_API CIMInstance : public CIMElement {
 
     /// A null property if there is none of that name.
     CIMProperty getProperty(const CIMName& name) const;
-    /// As above, for a property that the class declared first.
+    /// Like the above, for a property that originClass declared first.
     CIMProperty getProperty(const CIMName& name, const CIMName& originClass) const;
     /// Throws NoSuchPropertyException, with the name, if there is none.
     CIMProperty getPropertyT(const CIMName& name) const;
@@ -59,9 +59,9 @@ class OW_COMMON_API CIMInstance : public CIMElement {
     /// Replaces the property of that name, or appends it. A null property is ignored.
     CIMInstance& setProperty(const CIMProperty& property);
 
-    /// Sets the value of a property that is there; ignored if it is not. A null value throws as any null object.
+    /// Sets the value of an existing property; a missing one is ignored. A null value throws like any null object.
     CIMInstance& updatePropertyValue(const CIMName& name, const CIMValue& value);
-    /// As above, with the name and the value of the property, which may be null.
+    /// Like the above, with the name and the value of the property; here the value may be null.
     CIMInstance& updatePropertyValue(const CIMProperty& property);
     CIMInstance& updatePropertyValues(const CIMPropertyArray& properties);
     CIMInstance& removeProperty(const CIMName& name);
@@ -85,7 +85,7 @@ class OW_COMMON_API CIMInstance : public CIMElement {
     /// only, in the order of this instance. No list (null) is all properties, an empty list none.
     CIMInstance clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList) const;
-    /// As above, but here an empty list is all properties; noProps leaves out all.
+    /// Like the above, but an empty list means all properties; noProps leaves out all.
     CIMInstance clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                       const StringArray& propertyList = StringArray(), bool noProps = false) const;
@@ -95,14 +95,15 @@ class OW_COMMON_API CIMInstance : public CIMElement {
                       WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                       WBEMFlags::EIncludeClassOriginFlag includeClassOrigin, const StringArray* propertyList,
                       const CIMClass& requestedClass, const CIMClass& cimClass) const;
-    /// A copy with the listed properties only; all of them if the list is to be ignored.
+    /// A copy with the listed properties only, or with all if ignorePropertyList.
     CIMInstance filterProperties(const StringArray& propertyList, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                  WBEMFlags::EIncludeClassOriginFlag includeClassOrigin,
                                  bool ignorePropertyList = false) const;
 
-    /// Fits the instance to the class. Properties that the class lacks go; each other one becomes the class's property
-    /// with the instance's value cast to its type, or with the class's default if that value is null; the class's
-    /// further properties are appended with their defaults. Throws as CIMValueCast for a value that does not fit.
+    /// Fits the instance to the class. Properties that the class lacks are removed; each other one becomes the class's
+    /// property with the instance's value cast to its type, or with the class's default if that value is null; the
+    /// class's remaining properties are appended with their defaults. Throws like CIMValueCast for a value that does
+    /// not fit.
     CIMInstance& syncWithClass(const CIMClass& cimClass,
                                WBEMFlags::EIncludeQualifiersFlag includeQualifiers = WBEMFlags::E_INCLUDE_QUALIFIERS);
 

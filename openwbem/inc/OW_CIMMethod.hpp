@@ -41,9 +41,9 @@ class OW_COMMON_API CIMMethod : public CIMElement {
     CIMMethod& addParameter(const CIMParameter& parameter);
     CIMMethod& setParameters(const CIMParameterArray& parameters);
     CIMParameterArray getParameters() const;
-    /// The parameters that go in: those whose In qualifier is missing or true.
+    /// The input parameters: those whose In qualifier is missing or true.
     CIMParameterArray getINParameters() const;
-    /// The parameters that come out: those with Out(true). A parameter can be both.
+    /// The output parameters: those with Out(true). A parameter can be both.
     CIMParameterArray getOUTParameters() const;
 
     CIMMethod& setReturnType(const CIMDataType& returnType);
@@ -53,7 +53,7 @@ class OW_COMMON_API CIMMethod : public CIMElement {
 
     CIMMethod& setOverridingMethod(const CIMName& method);
     String getOverridingMethod() const;
-    /// Whether the method was taken over from a superclass.
+    /// Whether the method is inherited unchanged from a superclass.
     CIMMethod& setPropagated(bool propagated = true);
     bool getPropagated() const;
 

@@ -6,7 +6,7 @@
 
 namespace OpenWBEM {
 
-/// Constructs null objects: CIMInstance(CIMNULL). Not to be mixed up with the enumerator CIMDataType::CIMNULL.
+/// Constructs null objects: CIMInstance(CIMNULL). Not to be confused with the enumerator CIMDataType::CIMNULL.
 enum CIMNULL_t { CIMNULL };
 
 } // namespace OpenWBEM

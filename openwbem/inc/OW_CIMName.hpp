@@ -9,8 +9,8 @@
 
 namespace OpenWBEM {
 
-/// The name of a class, property, key, method, parameter or qualifier: keeps the spelling it was given and compares in
-/// any case of letters. A name is valid, and true in a condition, unless it is empty.
+/// The name of a class, property, key, method, parameter or qualifier: keeps its spelling and compares ignoring case. A
+/// name is valid, and true in a condition, unless it is empty.
 class OW_COMMON_API CIMName : public SerializableIFC {
     typedef SafeBool<CIMName>::type safe_bool;
 
@@ -50,7 +50,7 @@ class OW_COMMON_API CIMName : public SerializableIFC {
     UInt32 hash_; // of the name in lower-case letters; 0 for a name that is not ASCII
 };
 
-/// Comparisons ignore the case of letters, those outside ASCII included. Different names sort as they are spelled, see
+/// Comparisons ignore the case of all letters, not only of ASCII ones. Different names sort by their spelling, see
 /// UTF8Utils::compareToIgnoreCase().
 OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
 OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);

@@ -18,7 +18,7 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
   public:
     CIMNameSpace();
     explicit CIMNameSpace(CIMNULL_t);
-    /// Blanks around the name and '/' at its front are removed, as setNameSpace() does.
+    /// Blanks around the name and '/' at its front are removed, as by setNameSpace().
     CIMNameSpace(const CIMUrl& url, const String& nameSpace);
     explicit CIMNameSpace(const String& nameSpace);
     explicit CIMNameSpace(const char* nameSpace);
@@ -57,7 +57,7 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
     COWIntrusiveReference<Data> data_;
 };
 
-/// Same namespace, in any case of letters, and same object manager. Null equals null only.
+/// Same namespace, ignoring case, and same object manager. Null equals null only.
 OW_COMMON_API bool operator==(const CIMNameSpace& x, const CIMNameSpace& y);
 
 } // namespace OpenWBEM

@@ -15,9 +15,9 @@ namespace OpenWBEM {
 struct CIMFeatures;
 
 /// Access to a CIM object manager, in the same process or another. ns is the namespace, such as "root/cimv2". A null
-/// propertyList asks for all properties, an empty one for none. Failures are thrown as CIMException with the code of
-/// the operation's failure; what an implementation does not serve as NOT_SUPPORTED. Results of the enumerating
-/// operations go to the handler one by one; the variants with E and A at the end of the name collect them.
+/// propertyList asks for all properties, an empty one for none. Failures are thrown as CIMException with the
+/// operation's status code, NOT_SUPPORTED for what an implementation does not offer. The enumerating operations pass
+/// their results to the handler one by one; the variants with E and A at the end of the name collect them.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCountableBase {
   public:
     ~CIMOMHandleIFC() override;
@@ -214,7 +214,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
     virtual CIMValue getProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName) = 0;
     virtual void setProperty(const String& ns, const CIMObjectPath& instanceName, const String& propertyName,
                              const CIMValue& newValue) = 0;
-    /// Returns the method's return value; the output parameters are put into out.
+    /// Returns the method's return value; the output parameters are put into outParams.
     virtual CIMValue invokeMethod(const String& ns, const CIMObjectPath& path, const String& methodName,
                                   const CIMParamValueArray& inParams, CIMParamValueArray& outParams) = 0;
 
@@ -225,7 +225,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API CIMOMHandleIFC : public IntrusiveCount
 
     /// What the object manager can do. NOT_SUPPORTED unless overridden.
     virtual CIMFeatures getServerFeatures();
-    /// Hands an indication to the object manager. NOT_SUPPORTED unless overridden.
+    /// Passes an indication to the object manager. NOT_SUPPORTED unless overridden.
     virtual void exportIndication(const String& ns, const CIMInstance& indication);
 };
 

@@ -41,8 +41,8 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     CIMObjectPath& setKeys(const CIMPropertyArray& keys);
     /// Replaces the keys with the key list of the instance.
     CIMObjectPath& setKeys(const CIMInstance& instance);
-    /// Sets the value of the key, cast to the type it has, or appends a key of the value's type. Null clears a key that
-    /// is there and throws as any null object for a new one.
+    /// Sets the value of the key, cast to its type, or appends a key of the value's type. Null clears an existing key
+    /// and throws like any null object for a new one.
     CIMObjectPath& setKeyValue(const CIMName& name, const CIMValue& value);
     /// Appends a key, even a second one of that name, without its qualifiers; a null value is ignored. Use
     /// setKeyValue().
@@ -67,28 +67,28 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     bool isClassPath() const;
     bool isInstancePath() const;
 
-    /// Same namespace and class in any case of letters, and the same keys in any order, values equal including their
-    /// type. The host does not count. Null equals null only.
+    /// Same namespace and class, ignoring case, and the same keys in any order, with values equal in type too. The host
+    /// is ignored. Null equals null only.
     bool equals(const CIMObjectPath& other) const;
 
     /// Class.Key1="value",Key2="value": all values quoted and escaped, a null one as "null".
     String modelPath() const;
 
-    /// Takes [protocol://host[:port]/][namespace:]Class.Key=value,... apart. Values may be quoted and are always of
-    /// type string; a missing namespace is "root", an empty text a null path. The first ':' ends the namespace, even
-    /// within quotes. A key whose value's quote is never closed is dropped, and so is a single character behind the
-    /// last comma. Throws CIMException: INVALID_PARAMETER without '.' or keys behind it, without '/' behind the host
-    /// and for a port that is no number; NOT_FOUND for a key without '='.
+    /// Parses [protocol://host[:port]/][namespace:]Class.Key=value,... Values may be quoted and are always of type
+    /// string; a missing namespace is "root", an empty text a null path. The first ':' ends the namespace, even within
+    /// quotes. A key whose value's quote is never closed is dropped, and so is a single character after the last comma.
+    /// Throws CIMException: INVALID_PARAMETER without '.' or keys after it, without '/' after the host and for a port
+    /// that is not a number; NOT_FOUND for a key without '='.
     static CIMObjectPath parse(const String& text);
 
     /// Puts a backslash before '\' and '"' and writes a newline as \n.
     static String escape(const String& text);
-    /// Drops each backslash and keeps the character behind it: a newline escaped as \n becomes the letter n.
+    /// Drops each backslash and keeps the character after it: a newline escaped as \n becomes the letter n.
     static String unEscape(const String& text);
 
-    /// Fits an instance path to the class, and leaves a class path alone. Keys that are no property of the class go;
-    /// its key properties get the class's spelling and type, the value cast (see CIMValueCast for its exceptions); the
-    /// class's other keys are appended with their default, which usually is null.
+    /// Fits an instance path to the class; a class path stays unchanged. Keys that are not properties of the class are
+    /// removed; key properties get the class's spelling and type, the value cast (see CIMValueCast for its exceptions);
+    /// the class's other keys are appended with their default, which usually is null.
     CIMObjectPath& syncWithClass(const CIMClass& cimClass);
 
     void setNull() override;

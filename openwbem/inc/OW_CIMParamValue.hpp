@@ -28,7 +28,7 @@ class OW_COMMON_API CIMParamValue : public CIMBase {
     String getName() const;
     CIMParamValue& setName(const CIMName& name);
     CIMValue getValue() const;
-    /// Stores the value as it is.
+    /// Stores the value unchanged.
     CIMParamValue& setValue(const CIMValue& value);
 
     void setNull() override;
@@ -37,7 +37,7 @@ class OW_COMMON_API CIMParamValue : public CIMBase {
 
     /// CIMParamValue(name): value
     String toString() const override;
-    /// As toString(): MOF has no calls.
+    /// Same as toString(): MOF has no calls.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;

@@ -25,7 +25,7 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     explicit CIMProperty(CIMNULL_t);
     explicit CIMProperty(const CIMName& name);
     explicit CIMProperty(const char* name);
-    /// Of the type of the value. A null value is used to find the type and throws as any null object.
+    /// Of the type of the value. A null value has no type and throws like any null object.
     CIMProperty(const CIMName& name, const CIMValue& value);
     /// Of that type, value null.
     CIMProperty(const CIMName& name, const CIMDataType& dataType);
@@ -34,8 +34,8 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     CIMProperty& operator=(const CIMProperty& other);
 
     /// Sets the value, cast to the type of the property if it has one (see CIMValueCast for its exceptions). Embedded
-    /// objects are stored as they are. Null clears the value. Without a type the value is stored and the property
-    /// still has none.
+    /// objects are stored unchanged. Null clears the value. A property without a type stores the value and stays
+    /// without a type.
     CIMProperty& setValue(const CIMValue& value);
     /// The value, which may be null.
     CIMValue getValue() const;
@@ -78,7 +78,7 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     CIMProperty& setOriginClass(const CIMName& originClass);
     String getOverridingProperty() const;
     CIMProperty& setOverridingProperty(const CIMName& property);
-    /// Whether the property was taken over from a superclass.
+    /// Whether the property is inherited unchanged from a superclass.
     bool getPropagated() const;
     CIMProperty& setPropagated(bool propagated = true);
 

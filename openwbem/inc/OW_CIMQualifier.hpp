@@ -94,7 +94,7 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
     CIMValue getValue() const;
     /// The value. Throws NULLValueException, with the name, if it is null.
     CIMValue getValueT() const;
-    /// Stores the value as it is, whatever the declared type.
+    /// Stores the value unchanged, whatever the declared type.
     CIMQualifier& setValue(const CIMValue& value);
     bool hasValue() const;
 
@@ -107,12 +107,12 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
     CIMQualifierType getDefaults() const;
 
     bool hasFlavor(const CIMFlavor& flavor) const;
-    /// Adds a flavor in place of its opposite; one that is invalid or there already is ignored.
+    /// Adds a flavor in place of its opposite; an invalid or existing one is ignored.
     CIMQualifier& addFlavor(const CIMFlavor& flavor);
     CIMQualifier& removeFlavor(Int32 flavor);
     CIMFlavorArray getFlavor() const;
 
-    /// Whether the qualifier was taken over from a superclass.
+    /// Whether the qualifier is inherited from a superclass.
     CIMQualifier& setPropagated(bool propagated = true);
     bool getPropagated() const;
     CIMQualifier& setLanguage(const String& language);

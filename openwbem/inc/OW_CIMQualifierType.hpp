@@ -25,7 +25,7 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
     ~CIMQualifierType() override;
     CIMQualifierType& operator=(const CIMQualifierType& other);
 
-    /// Sets the type and casts a default value that is there already (see CIMValueCast for its exceptions).
+    /// Sets the type and casts an existing default value to it (see CIMValueCast for its exceptions).
     CIMQualifierType& setDataType(const CIMDataType& dataType);
     CIMQualifierType& setDataType(const CIMDataType::Type& dataType);
     CIMDataType getDataType() const;
@@ -40,14 +40,14 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
     /// True if the data type is an array.
     bool isDefaultValueArray() const;
 
-    /// Adds a scope that is not there yet. ANY replaces all others.
+    /// Adds a scope unless it is there already. ANY replaces all others.
     CIMQualifierType& addScope(const CIMScope& scope);
     /// The scopes by their numbers. The reference lives as long as this object is not changed.
     const CIMScopeArray& getScope() const;
     /// True if the scope was added, or ANY was.
     bool hasScope(const CIMScope& scope) const;
 
-    /// Adds a flavor in place of its opposite; one that is invalid or there already is ignored.
+    /// Adds a flavor in place of its opposite; an invalid or existing one is ignored.
     CIMQualifierType& addFlavor(const CIMFlavor& flavor);
     CIMQualifierType& removeFlavor(const Int32 flavor);
     bool hasFlavor(const CIMFlavor& flavor) const;
@@ -60,9 +60,9 @@ class OW_COMMON_API CIMQualifierType : public CIMElement {
     operator safe_bool() const { return SafeBool<CIMQualifierType>::of(!!data_); }
     bool operator!() const { return !data_; }
 
-    /// As toMOF().
+    /// Same as toMOF().
     String toString() const override;
-    /// The declaration; the two flavors of a new one go without saying.
+    /// The declaration; the two default flavors are left out.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;

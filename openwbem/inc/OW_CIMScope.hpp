@@ -41,7 +41,7 @@ class OW_COMMON_API CIMScope : public CIMBase {
     operator safe_bool() const { return SafeBool<CIMScope>::of(scope_ != BAD); }
     bool operator!() const { return scope_ == BAD; }
 
-    /// The name of the scope in lower-case letters, as toMOF().
+    /// The name of the scope in lower case; same as toMOF().
     String toString() const override;
     String toMOF() const override;
     void readObject(std::istream& istrm) override;

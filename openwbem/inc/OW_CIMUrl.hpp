@@ -17,12 +17,12 @@ class OW_COMMON_API CIMUrl : public CIMBase {
   public:
     CIMUrl();
     explicit CIMUrl(CIMNULL_t);
-    /// Takes [protocol://][user:password@]host[:port][/file[#reference]] apart; user and password are dropped. What is
-    /// missing is as in a new one, and so is the port for what is no number above 0. An empty text has no parts at all.
+    /// Parses [protocol://][user:password@]host[:port][/file[#reference]]; user and password are dropped. Missing parts
+    /// are as in a new one, and so is a port that is not a number above 0. An empty text has no parts at all.
     explicit CIMUrl(const String& url);
-    /// The file is taken as it is and has no reference.
+    /// The file is stored unchanged and has no reference.
     CIMUrl(const String& protocol, const String& host, const String& file, Int32 port = 0);
-    /// As CIMUrl(url), with host, port and file of the context if that has the same protocol.
+    /// Like CIMUrl(url), with host, port and file of the context if that has the same protocol.
     CIMUrl(const CIMUrl& context, const String& url);
     CIMUrl(const CIMUrl& other);
     ~CIMUrl() override;
@@ -34,7 +34,7 @@ class OW_COMMON_API CIMUrl : public CIMBase {
     String getFile() const;
     /// What follows '#' in the file.
     String getRef() const;
-    /// As toString().
+    /// Same as toString().
     String getSpec() const;
     /// True if the host is this computer: 127.0.0.1 or none. "localhost" is stored as 127.0.0.1.
     bool isLocal() const;

@@ -66,7 +66,7 @@ class OW_COMMON_API CIMValue : public CIMBase {
     explicit CIMValue(const CIMClassArray& x);
     explicit CIMValue(const CIMInstanceArray& x);
 
-    /// Each get() gives the value to its argument; throws ValueCastException if it is of another type.
+    /// Each get() copies the value to its argument; throws ValueCastException if it is of another type.
     void get(Bool& x) const;
     void get(Char16& x) const;
     void get(UInt8& x) const;
@@ -154,8 +154,8 @@ class OW_COMMON_API CIMValue : public CIMBase {
     CIMValue& operator=(const CIMValue& other);
 
     /// Reads a text as a value of the named type. Null for an unknown type name, or an empty reference. Throws
-    /// StringConversionException for what is no such number or boolean, CIMDateTimeException for a bad date-time,
-    /// CIMException for a bad object path.
+    /// StringConversionException for a text that is not such a number or boolean, CIMDateTimeException for a bad
+    /// date-time, CIMException for a bad object path.
     static CIMValue createSimpleValue(const String& cimtype, const String& value);
 
     void setNull() override;
@@ -164,11 +164,11 @@ class OW_COMMON_API CIMValue : public CIMBase {
 
     /// The value as text, unquoted; the elements of an array joined with ','; "(null)" for a null value.
     String toString() const override;
-    /// As MOF writes the value: strings quoted and escaped, arrays in braces.
+    /// The value in MOF: strings quoted and escaped, arrays in braces.
     String toMOF() const override;
 
     /// Binary form; the value must not be null. readObject() throws CIMStreamException for malformed bytes and for
-    /// values nested deeper than any sensible one.
+    /// values nested too deeply.
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 

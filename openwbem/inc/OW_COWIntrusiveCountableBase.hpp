@@ -31,7 +31,7 @@ inline void COWIntrusiveReferenceAddRef(COWIntrusiveCountableBase* p) {
     p->count_.inc();
 }
 
-/// Takes a reference away from the object and deletes it with the last one; p is not null.
+/// Removes a reference from the object and deletes it with the last one; p is not null.
 inline void COWIntrusiveReferenceRelease(COWIntrusiveCountableBase* p) {
     if (p->count_.decAndTest()) {
         delete p;

@@ -13,10 +13,10 @@ namespace COWIntrusiveReferenceDetail {
 } // namespace COWIntrusiveReferenceDetail
 
 /// Shares a T. Works with every T for which COWIntrusiveReferenceAddRef(T*), ...Release(T*), ...Unique(T*) and
-/// ...Clone(T*) are found by argument-dependent lookup, first of all with what derives from COWIntrusiveCountableBase.
-/// Reading goes through the const operators; the non-const
-/// ones first give this reference an object of its own if others share it. Dereferencing a null reference throws.
-/// Different references to one object may be used by different threads at once; one reference may not.
+/// ...Clone(T*) are found by argument-dependent lookup, such as classes derived from COWIntrusiveCountableBase. The
+/// const operators are for reading; the non-const ones first give this reference an object of its own if others share
+/// it. Dereferencing a null reference throws. Different references to one object may be used by different threads at
+/// once; one reference may not.
 template <class T>
 class COWIntrusiveReference {
   private:
@@ -91,7 +91,7 @@ class COWIntrusiveReference {
     T* writable() {
         T* shared = checked();
         if (!COWIntrusiveReferenceUnique(shared)) {
-            // The old object is let go only after the copy exists: an exception from the copying changes nothing.
+            // The old object is released only after the copy exists: an exception from copying changes nothing.
             COWIntrusiveReference(COWIntrusiveReferenceClone(shared)).swap(*this);
         }
         return object_;

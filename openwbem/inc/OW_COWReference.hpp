@@ -35,8 +35,8 @@ inline std::map<K, V, C, A>* COWReferenceClone(std::map<K, V, C, A>* obj) {
     return new std::map<K, V, C, A>(*obj);
 }
 
-/// Shares a T. Reading goes through the const operators; the non-const ones first give this reference an object of its
-/// own if others share it. Dereferencing a null reference throws NULLCOWReferenceException.
+/// Shares a T. The const operators are for reading; the non-const ones first give this reference an object of its own
+/// if others share it. Dereferencing a null reference throws NULLCOWReferenceException.
 template <class T>
 class COWReference {
   private:
@@ -73,7 +73,7 @@ class COWReference {
 
     void swap(COWReference& arg) { object_.swap(arg.object_); }
 
-    /// A reference to the same object as a U; null when it is none.
+    /// A reference to the same object as a U; null when it is not a U.
     template <class U>
     COWReference<U> cast_to() const {
         COWReference<U> result;

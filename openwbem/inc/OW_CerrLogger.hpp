@@ -8,7 +8,7 @@
 
 namespace OpenWBEM {
 
-/// Prints the messages alone, one a line; its component is "cerr", its level all.
+/// Prints only the messages, one per line; its component is "cerr", its level all.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API CerrLogger : public Logger {
   public:
     CerrLogger();

@@ -78,13 +78,13 @@ class OW_COMMON_API Char16 {
     friend bool operator>=(char x, const Char16& y) { return Char16(x) >= y; }
 
   private:
-    // The conversion of a real that does not fit into the type is undefined, so such a one becomes 0.
+    // Converting a real that does not fit the type is undefined, so it becomes 0.
     static UInt16 fromReal(Real64 x) { return x > -1.0 && x < 65536.0 ? static_cast<UInt16>(x) : UInt16(0); }
 
     UInt16 value_;
 };
 
-/// Prints an ASCII character as it is, all else, and 0, in the form \x00E9.
+/// Prints an ASCII character unchanged, 0 and every other unit in the form \x00E9.
 std::ostream& operator<<(std::ostream& ostrm, const Char16& arg);
 
 } // namespace OpenWBEM

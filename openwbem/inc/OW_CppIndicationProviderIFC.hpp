@@ -11,14 +11,14 @@ namespace OpenWBEM {
 
 class WQLSelectStatement;
 
-/// Is told which indications are subscribed to. filter is the parsed query, eventType the indication class, classes
+/// Is notified of subscriptions to indications. filter is the parsed query, eventType the indication class, classes
 /// those that the query is about. By default the functions do nothing.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppIndicationProviderIFC() override;
     /// Reports the indication classes.
     virtual void getIndicationProviderInfo(IndicationProviderInfo& info);
-    /// Called for each new subscription; firstActivation tells whether it is the first that matches the provider.
+    /// Called for each new subscription; firstActivation is true for the first that matches the provider.
     virtual void activateFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
                                 const String& eventType, const String& nameSpace, const StringArray& classes,
                                 bool firstActivation);
@@ -26,12 +26,12 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppIndicationProviderIFC : public 
     virtual void authorizeFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
                                  const String& eventType, const String& nameSpace, const StringArray& classes,
                                  const String& owner);
-    /// Called for each subscription that ends; lastActivation tells whether it was the last one.
+    /// Called for each subscription that ends; lastActivation is true for the last one.
     virtual void deActivateFilter(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
                                   const String& eventType, const String& nameSpace, const StringArray& classes,
                                   bool lastActivation);
-    /// Seconds between the object manager's own looks for changes of instances; 0, the default, if the provider sends
-    /// all.
+    /// Seconds between the object manager's own checks for changed instances; 0, the default, if the provider sends all
+    /// indications itself.
     virtual int mustPoll(const ProviderEnvironmentIFCRef& env, const WQLSelectStatement& filter,
                          const String& eventType, const String& nameSpace, const StringArray& classes);
     /// This object.

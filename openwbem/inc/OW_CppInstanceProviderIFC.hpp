@@ -14,18 +14,18 @@ namespace OpenWBEM {
 /// Serves the instances of its classes. Reads may be called by several threads at once; modify, create and delete calls
 /// are exclusive. ns is the namespace of the request; that of a path may be empty. A null propertyList asks for all
 /// properties, an empty one for none. cimClass is complete, with inherited properties and qualifiers. What a provider
-/// returns goes to the client as it is.
+/// returns goes to the client unchanged.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppInstanceProviderIFC() override;
-    /// Reports the classes; by default none, then the Provider qualifiers of the schema decide.
+    /// Reports the classes; by default none, so that the schema's Provider qualifiers decide.
     virtual void getInstanceProviderInfo(InstanceProviderInfo& info);
-    /// Hands the path of each instance of className to result.
+    /// Passes the path of each instance of className to result.
     virtual void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
                                    CIMObjectPathResultHandlerIFC& result, const CIMClass& cimClass) = 0;
-    /// Hands each instance of className to result. requestedClass is the class that the client asked for, cimClass that
-    /// of className. By default each name of enumInstanceNames() is passed to getInstance() at once and what that
-    /// returns is handed on; an exception ends the enumeration.
+    /// Passes each instance of className to result. requestedClass is the class that the client asked for, cimClass
+    /// that of className. By default calls getInstance() for each name from enumInstanceNames() at once and passes the
+    /// result on; an exception ends the enumeration.
     virtual void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
                                CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag localOnly,
                                WBEMFlags::EDeepFlag deep, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
@@ -41,8 +41,9 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public vi
     /// Creates the instance and returns its path; null lets the object manager build the path from the instance.
     virtual CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
                                          const CIMInstance& cimInstance) = 0;
-    /// Gives the instance the values of modifiedInstance. With a propertyList only the listed properties are meant;
-    /// without one a property that the client did not send looks like one sent as null or with the class default.
+    /// Gives the instance the values of modifiedInstance. With a propertyList only the listed properties are to be
+    /// changed; without one a property that the client did not send may look like one sent as null or with the class
+    /// default.
     virtual void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns,
                                 const CIMInstance& modifiedInstance, const CIMInstance& previousInstance,
                                 WBEMFlags::EIncludeQualifiersFlag includeQualifiers, const StringArray* propertyList,

@@ -13,11 +13,11 @@ namespace OpenWBEM {
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppMethodProviderIFC() override;
-    /// Reports classes and methods; by default none, then the Provider qualifiers of the schema decide.
+    /// Reports classes and methods; by default none, so that the schema's Provider qualifiers decide.
     virtual void getMethodProviderInfo(MethodProviderInfo& info);
     /// Invokes the method and returns its return value, which may be null. in holds all input parameters in the order
-    /// of the class, null valued where the client sent none; out comes with all output parameters, named and null
-    /// valued, to be set. methodName and the names in path are spelled as by the client.
+    /// of the class, null where the client sent none; out holds all output parameters with their names, to be given
+    /// values. methodName and the names in path have the client's spelling.
     virtual CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
                                   const String& methodName, const CIMParamValueArray& in, CIMParamValueArray& out) = 0;
     /// This object.

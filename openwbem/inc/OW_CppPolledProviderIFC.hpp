@@ -8,7 +8,7 @@
 
 namespace OpenWBEM {
 
-/// Is called by the object manager at intervals of its own choice.
+/// Is called by the object manager at intervals that the provider chooses.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppPolledProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppPolledProviderIFC() override;

@@ -23,8 +23,8 @@ class CppPolledProviderIFC;
 class CppSecondaryInstanceProviderIFC;
 
 /// A provider derives from one or more of the interfaces that derive from this. The object manager may make and destroy
-/// an object without a call of initialize() just to ask what it serves: constructor and destructor do nothing else. A
-/// provider throws CIMException only: the client then gets its code and its message.
+/// an object without calling initialize(), just to ask what it serves: keep constructor and destructor free of side
+/// effects. Throw CIMException only: the client then gets its code and its message.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtual IntrusiveCountableBase {
   public:
     CppProviderBaseIFC();
@@ -34,7 +34,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtua
     /// Called once before the first request. When it throws, that request fails and the object is destroyed; the next
     /// request makes a new one. Does nothing by default.
     virtual void initialize(const ProviderEnvironmentIFCRef& env);
-    /// This object as the given interface, null if it is none. The interfaces override their own.
+    /// This object as the given interface, null if it does not implement it. Each interface overrides its own function.
     virtual CppInstanceProviderIFC* getInstanceProvider() { return nullptr; }
     virtual CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() { return nullptr; }
     virtual CppMethodProviderIFC* getMethodProvider() { return nullptr; }
@@ -42,12 +42,12 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppProviderBaseIFC : public virtua
     virtual CppIndicationExportProviderIFC* getIndicationExportProvider() { return nullptr; }
     virtual CppPolledProviderIFC* getPolledProvider() { return nullptr; }
     virtual CppIndicationProviderIFC* getIndicationProvider() { return nullptr; }
-    /// Whether the object manager may destroy the object when it was not used for a while. True by default.
+    /// Whether the object manager may destroy the object when it has not been used for a while. True by default.
     virtual bool canUnload() { return true; }
 
     /// When the object was last used.
     DateTime getLastAccessTime() const;
-    /// Called by the object manager before each call; calls from several threads at once are allowed.
+    /// Called by the object manager before each call; may be called from several threads at once.
     void updateAccessTime();
     /// Whether the object manager keeps the object as long as it runs; it sets that itself.
     bool getPersist() const { return persist_; }

@@ -1,4 +1,4 @@
-// All that a C++ provider needs.
+// Everything that a C++ provider needs.
 
 #pragma once
 

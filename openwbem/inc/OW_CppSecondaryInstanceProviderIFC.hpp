@@ -38,7 +38,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSecondaryInstanceProviderIFC : 
 };
 
 typedef SharedLibraryReference<IntrusiveReference<CppSecondaryInstanceProviderIFC>> CppSecondaryInstanceProviderIFCRef;
-// So spelled in the interface.
+// The misspelling is the interface's.
 typedef Array<CppSecondaryInstanceProviderIFCRef> CppSeconaryInstanceProviderIFCRefArray;
 
 } // namespace OpenWBEM

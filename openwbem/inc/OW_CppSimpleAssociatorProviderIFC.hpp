@@ -1,4 +1,4 @@
-// Interface of a C++ provider that answers all questions about associations from one function.
+// Interface of a C++ provider that serves all association operations with one function.
 
 #pragma once
 
@@ -7,8 +7,8 @@
 
 namespace OpenWBEM {
 
-/// The four association functions all come out of doReferences(). They ask the object manager for the association class
-/// and, in associators(), for the objects at the other ends.
+/// All four association functions use doReferences(). They ask the object manager for the association class and, in
+/// associators(), for the objects at the other ends.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleAssociatorProviderIFC : public CppAssociatorProviderIFC {
   public:
     void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
@@ -26,7 +26,7 @@ class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleAssociatorProviderIFC : p
                         const CIMObjectPath& objectName, const String& resultClass, const String& role) override;
 
   protected:
-    /// Hands the instances of assocClass that refer to objectName in the given role to result. An empty text does not
+    /// Passes the instances of assocClass that refer to objectName in the given role to result. An empty text does not
     /// restrict; resultClass and resultRole are empty when references are asked for.
     virtual void doReferences(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result,
                               const String& ns, const CIMObjectPath& objectName, const CIMClass& assocClass,

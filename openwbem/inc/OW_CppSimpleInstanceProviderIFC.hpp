@@ -1,4 +1,4 @@
-// Interface of a C++ provider that answers all reads from one function.
+// Interface of a C++ provider that serves all reads with one function.
 
 #pragma once
 
@@ -7,15 +7,15 @@
 
 namespace OpenWBEM {
 
-/// Names, instances and single instances all come out of doSimpleEnumInstances(). Derive from
+/// All reads, of names, instances and single instances, use doSimpleEnumInstances(). Derive from
 /// CppReadOnlyInstanceProviderIFC too if nothing can be changed.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppSimpleInstanceProviderIFC : public virtual CppInstanceProviderIFC {
   public:
     enum EPropertiesFlag { E_ALL_PROPERTIES, E_KEY_PROPERTIES_ONLY };
 
-    /// Hands all instances of cimClass to result, keys included. Others than the key properties are needed with
-    /// E_ALL_PROPERTIES only. The caller cuts the results down to what the client wants. When one instance is sought,
-    /// result.handle() throws once it is found: let that pass.
+    /// Passes all instances of cimClass to result, keys included. Properties other than keys are needed with
+    /// E_ALL_PROPERTIES only. The caller filters the results for the client. When one instance is sought,
+    /// result.handle() throws once it is found: let that exception pass.
     virtual void doSimpleEnumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMClass& cimClass,
                                        CIMInstanceResultHandlerIFC& result, EPropertiesFlag propertiesFlag) = 0;
 

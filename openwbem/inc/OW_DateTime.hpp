@@ -10,14 +10,14 @@
 
 namespace OpenWBEM {
 
-/// A text is no point in time, or fields name none that can be represented.
+/// A text is not a point in time, or fields name one that cannot be represented.
 OW_DECLARE_APIEXCEPTION(DateTime, OW_COMMON_API)
 
 /// Point in time with microseconds, read and set in local time or UTC.
 ///
 /// Fields are normalised: month 14 is February of the next year. A year below 1900 counts from 1900. Setting or adding
-/// calendar fields throws DateTimeException, and leaves the negative time, if the result is before 1970; so does
-/// reading fields of a time that the C library cannot convert.
+/// calendar fields throws DateTimeException if the result is before 1970, but keeps that result. Reading fields of a
+/// time that the C library cannot convert throws it too.
 class OW_COMMON_API DateTime {
   public:
     enum ETimeOffset { E_LOCAL_TIME, E_UTC_TIME };
@@ -93,7 +93,7 @@ class OW_COMMON_API DateTime {
 
     /// "Sat Jan  3 21:04:05 2026" and a newline.
     String toString(ETimeOffset timeOffset = E_LOCAL_TIME) const;
-    /// As strftime() formats it; empty if that takes more than 1023 bytes.
+    /// Formatted by strftime(); empty if that takes more than 1023 bytes.
     String toString(const char* format, ETimeOffset timeOffset = E_LOCAL_TIME) const;
     OW_DEPRECATED String toStringGMT() const;
 

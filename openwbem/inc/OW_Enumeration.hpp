@@ -12,14 +12,14 @@
 
 namespace OpenWBEM {
 
-/// Elements are added at the end and taken from the front. Copies share them: what is taken from one is gone from all.
-/// They are kept in their binary form, large queues in a temporary file: T has readObject() and writeObject() and a
+/// Elements are added at the end and taken from the front. Copies share them: an element taken from one is gone from
+/// all. They are kept in their binary form, large queues in a temporary file: T needs readObject(), writeObject() and a
 /// default constructor. All functions throw EnumerationException when the file fails.
 template <class T>
 class Enumeration {
   public:
     Enumeration() : queue_(new TempFileEnumerationImplBase) {}
-    /// Takes over a file that releaseFile() made, and deletes it.
+    /// Loads a file that releaseFile() made, and deletes it.
     Enumeration(const String& filename) : queue_(new TempFileEnumerationImplBase(filename)) {}
 
     bool hasMoreElements() const { return queue_->size() != 0; }
@@ -40,8 +40,8 @@ class Enumeration {
     }
     void clear() { queue_->clear(); }
 
-    /// Writes the elements to a temporary file, empties this and returns the name of the file. Do it before taking any
-    /// element out: the file begins with the first one ever added.
+    /// Writes the elements to a temporary file, empties this and returns the name of the file. Call it before taking
+    /// any element: the file begins with the first one ever added.
     String releaseFile() { return queue_->releaseFile(); }
     bool usingTempFile() const { return queue_->usingTempFile(); }
 
@@ -49,8 +49,8 @@ class Enumeration {
     IntrusiveReference<TempFileEnumerationImplBase> queue_;
 };
 
-/// Takes elements out of an Enumeration, one when it is made and one with each ++. Without elements it equals the end,
-/// which is what the default constructor makes.
+/// Takes elements out of an Enumeration, one when it is made and one with each ++. When there are no more it equals the
+/// end iterator, which the default constructor makes.
 template <class T>
 class Enumeration_input_iterator {
   public:

@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// An element was demanded of an empty Enumeration, or its file fails.
+/// An element was requested from an empty Enumeration, or its file failed.
 OW_DECLARE_APIEXCEPTION(Enumeration, OW_COMMON_API)
 
 } // namespace OpenWBEM

@@ -11,8 +11,8 @@
 
 namespace OpenWBEM {
 
-/// Tells what went wrong and where. Catch it by reference: only derived classes can be made, copied and thrown.
-/// Copying never fails. A text that there is no memory for is lost; the exception itself is not.
+/// Says what went wrong and where. Catch it by reference: only derived classes can be made, copied and thrown. Copying
+/// never fails. Without memory a text is lost, but not the exception.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
   public:
     static const int UNKNOWN_SUBCLASS_ID = -1;
@@ -41,7 +41,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
     /// file and msg are copied and may be null; other is cloned and may be null.
     Exception(const char* file, int line, const char* msg, int errorCode, const Exception* other = nullptr,
               int subClassId = UNKNOWN_SUBCLASS_ID);
-    /// What older sources derive from: code and id unknown, resp. the id in front.
+    /// For older sources: without code and id, or with the id first.
     OW_DEPRECATED Exception(const char* file, int line, const char* msg);
     OW_DEPRECATED Exception(int subClassId, const char* file, int line, const char* msg, int errorCode,
                             const Exception* other = nullptr);
@@ -65,8 +65,8 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Exception : public std::exception {
 std::ostream& operator<<(std::ostream& os, const Exception& e);
 
 namespace ExceptionDetail {
-/// The system's text of errnum, behind "msg: errnum(" and before ")" unless msg is null. Sets size bytes at buffer at
-/// most, always terminated.
+/// Writes the system's text of errnum, between "msg: errnum(" and ")" unless msg is null. At most size bytes, always
+/// NUL-terminated.
 OW_VISIBILITY_DEFAULT void formatErrno(char* buffer, size_t size, const char* msg, int errnum);
 
 inline const char* textOf(const char* text) {

@@ -6,7 +6,7 @@
 
 namespace OpenWBEM {
 
-/// What Exception::getSubClassId() tells of each class.
+/// What Exception::getSubClassId() returns for each class.
 namespace ExceptionIds {
 
 static const int CIMExceptionId = 1;

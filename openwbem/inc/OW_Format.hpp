@@ -9,7 +9,7 @@
 namespace OpenWBEM {
 
 /// Inserts the arguments, 1 to 9 of them, for %1 to %9 as operator<< prints them (so a UInt8 as a character, a bool as
-/// a digit), in any order and repeatedly; %% is a percent sign. A fault of the format is told in the text and ends it.
+/// a digit), in any order and repeatedly; %% is a percent sign. A faulty format ends the text with an error message.
 class OW_COMMON_API Format {
   public:
     template <typename A, typename... B>

@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// An indication class, in the given namespaces (all without any) and about the given classes (all without any).
+/// An indication class, in the given namespaces (none given: all) and about the given classes (none given: all).
 struct OW_PROVIFC_API IndicationProviderInfoEntry {
     explicit IndicationProviderInfoEntry(const String& name) : indicationName(name) {}
     IndicationProviderInfoEntry(const String& name, const StringArray& inNamespaces,

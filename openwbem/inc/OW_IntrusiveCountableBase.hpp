@@ -27,7 +27,7 @@ inline void IntrusiveReferenceAddRef(const IntrusiveCountableBase* p) {
     p->count_.inc();
 }
 
-/// Takes a reference away from the object and deletes it with the last one; p is not null.
+/// Removes a reference from the object and deletes it with the last one; p is not null.
 inline void IntrusiveReferenceRelease(const IntrusiveCountableBase* p) {
     if (p->count_.decAndTest()) {
         delete p;

@@ -7,7 +7,7 @@
 namespace OpenWBEM {
 
 /// Shares ownership of a T. Works with every T for which IntrusiveReferenceAddRef(T*) and IntrusiveReferenceRelease(T*)
-/// are found by argument-dependent lookup, first of all with what derives from IntrusiveCountableBase.
+/// are found by argument-dependent lookup, such as classes derived from IntrusiveCountableBase.
 /// Different references to one object may be used by different threads at once; one reference may not.
 /// Dereferencing a null reference is undefined.
 template <class T>
@@ -77,7 +77,7 @@ class IntrusiveReference {
         arg.object_ = p;
     }
 
-    /// A reference to the same object as a U; null when it is none.
+    /// A reference to the same object as a U; null when it is not a U.
     template <class U>
     IntrusiveReference<U> cast_to() const {
         return IntrusiveReference<U>(dynamic_cast<U*>(object_));

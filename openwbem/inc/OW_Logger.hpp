@@ -16,7 +16,7 @@ namespace OpenWBEM {
 OW_DECLARE_APIEXCEPTION(Logger, OW_COMMON_API)
 
 /// Logs messages under a component and a category. Several threads may log at once if doProcessLogMessage() allows it;
-/// level and default component are set before the Logger is shared.
+/// set level and default component before sharing the Logger.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase {
   public:
     /// Error codes of the LoggerException that createLogger() throws.
@@ -55,7 +55,7 @@ class OW_VISIBILITY_DEFAULT OW_COMMON_API Logger : public IntrusiveCountableBase
 
     ELogLevel getLogLevel() const;
     void setLogLevel(ELogLevel logLevel);
-    /// Takes "NONE", "FATAL", "ERROR", "INFO", "DEBUG" or "ALL" in any case; all else means "FATAL".
+    /// Takes "NONE", "FATAL", "ERROR", "INFO", "DEBUG" or "ALL" in any case; any other text means "FATAL".
     void setLogLevel(const String& logLevel);
     void setDefaultComponent(const String& component);
     String getDefaultComponent() const;

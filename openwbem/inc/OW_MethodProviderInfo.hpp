@@ -9,7 +9,7 @@ namespace OpenWBEM {
 
 class OW_PROVIFC_API MethodProviderInfo {
   public:
-    /// The given methods of a class, or all without any, in the given namespaces, or in all without any.
+    /// The given methods of a class (none given: all) in the given namespaces (none given: all).
     struct ClassInfo {
         explicit ClassInfo(const String& name) : className(name) {}
         ClassInfo(const String& name, const StringArray& inNamespaces, const StringArray& onlyMethods)

@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// A value was demanded where there is none; the message is the name of the element.
+/// A null value was read; the message is the name of the element.
 OW_DECLARE_APIEXCEPTION(NULLValue, OW_COMMON_API)
 
 } // namespace OpenWBEM

@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// A property was demanded that is not there; the message is its name.
+/// A property does not exist; the message is its name.
 OW_DECLARE_APIEXCEPTION(NoSuchProperty, OW_COMMON_API)
 
 } // namespace OpenWBEM

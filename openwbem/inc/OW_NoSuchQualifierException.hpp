@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-/// A qualifier was demanded that is not there; the message is its name.
+/// A qualifier does not exist; the message is its name.
 OW_DECLARE_APIEXCEPTION(NoSuchQualifier, OW_COMMON_API)
 
 } // namespace OpenWBEM

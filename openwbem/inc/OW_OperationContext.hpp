@@ -14,7 +14,7 @@ namespace OpenWBEM {
 
 class UserInfo;
 
-/// Data was demanded under a key that has none, or that is no text; the message is the key.
+/// There is no data under the key, or it is not a text; the message is the key.
 OW_DECLARE_APIEXCEPTION(ContextDataNotFound, OW_COMMON_API)
 
 /// Keeps data under keys for the duration of one operation. Belongs to the thread that serves the operation.
@@ -37,7 +37,7 @@ class OW_COMMON_API OperationContext {
     OperationContext();
     ~OperationContext();
 
-    /// Keeps data under the key in place of what was there.
+    /// Keeps data under the key, replacing what was there.
     void setData(const String& key, const DataRef& data);
     /// What is kept under the key; null if there is nothing.
     DataRef getData(const String& key) const;

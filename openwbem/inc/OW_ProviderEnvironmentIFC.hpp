@@ -12,15 +12,15 @@
 
 namespace OpenWBEM {
 
-/// Belongs to the one call that it was given to, initialize() included. Of one that is kept longer only getLogger() and
+/// Belongs to the one call that it was given to, initialize() included. After that call only getLogger() and
 /// getConfigItem() may be used.
 class OW_VISIBILITY_DEFAULT OW_PROVIFC_API ProviderEnvironmentIFC : public IntrusiveCountableBase {
   public:
     ~ProviderEnvironmentIFC() override;
-    /// Calls back into the object manager with the rights of the caller. Takes no locks: those of the present call
-    /// hold.
+    /// For calls back into the object manager with the rights of the caller. It takes no locks: those of the present
+    /// call still hold.
     virtual CIMOMHandleIFCRef getCIMOMHandle() const = 0;
-    /// The same, but past all providers: only the manager's own store answers, and no indications are sent.
+    /// The same, but bypassing all providers: only the manager's own store answers, and no indications are sent.
     virtual CIMOMHandleIFCRef getRepositoryCIMOMHandle() const = 0;
     /// May be null.
     virtual RepositoryIFCRef getRepository() const = 0;

@@ -8,7 +8,7 @@
 
 namespace OpenWBEM {
 
-/// A class, in the given namespaces or, without any, in all.
+/// A class in the given namespaces (none given: all).
 struct OW_PROVIFC_API InstClassInfo {
     explicit InstClassInfo(const String& name) : className(name) {}
     InstClassInfo(const String& name, const StringArray& inNamespaces) : className(name), namespaces(inNamespaces) {}

@@ -114,7 +114,7 @@ class Reference {
         arg.count_ = count;
     }
 
-    /// A reference to the same object as a U; null when it is none.
+    /// A reference to the same object as a U; null when it is not a U.
     template <class U>
     Reference<U> cast_to() const {
         Reference<U> result;

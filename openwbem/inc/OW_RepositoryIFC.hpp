@@ -8,8 +8,8 @@
 
 namespace OpenWBEM {
 
-/// Opaque to providers: ProviderEnvironmentIFC::getRepository() hands it out, which may be null. What lies in the store
-/// is reached through ProviderEnvironmentIFC::getRepositoryCIMOMHandle().
+/// Opaque to providers: ProviderEnvironmentIFC::getRepository() returns it, possibly null. The store's content is
+/// reached through ProviderEnvironmentIFC::getRepositoryCIMOMHandle().
 class OW_VISIBILITY_DEFAULT OW_REPOSITORY_API RepositoryIFC : public IntrusiveCountableBase {
   public:
     ~RepositoryIFC() override;

@@ -1,4 +1,4 @@
-// Result handlers that collect what they are given.
+// Result handlers that collect the results.
 
 #pragma once
 

@@ -3,8 +3,8 @@
 
 namespace OpenWBEM {
 
-/// The type that the null tests of the model's classes convert to: true or false in a condition, and nothing else.
-/// There is one such type per class T, so that objects of two classes cannot be compared through it.
+/// What the model's classes convert to in a condition; it converts to nothing but bool. There is one such type per
+/// class T, so that objects of two classes cannot be compared through it.
 template <class T>
 class SafeBool {
   public:

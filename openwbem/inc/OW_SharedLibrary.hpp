@@ -10,7 +10,7 @@
 
 namespace OpenWBEM {
 
-/// Keeps a library loaded as long as it lives. Whoever loads libraries derives from it and unloads in the destructor.
+/// Keeps a library loaded as long as it lives. Code that loads libraries derives from it and unloads in the destructor.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API SharedLibrary : public IntrusiveCountableBase {
   public:
     SharedLibrary() {}

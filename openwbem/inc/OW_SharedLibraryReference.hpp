@@ -7,8 +7,8 @@
 
 namespace OpenWBEM {
 
-/// Holds a T, itself a counted reference, and the library with the object's code: the library stays loaded until after
-/// the object is gone.
+/// Holds a T, itself a counted reference, and the library with the object's code, which stays loaded until after the
+/// object is destroyed.
 template <class T>
 class SharedLibraryReference {
   private:
@@ -47,7 +47,7 @@ class SharedLibraryReference {
     /// Releases the object, then the library.
     void setNull() { *this = SharedLibraryReference(); }
 
-    /// A reference to the same object as a U, itself a counted reference; null when it is none.
+    /// The same object as a U, which is a counted reference; null when the object is not of that type.
     template <class U>
     SharedLibraryReference<U> cast_to() const {
         const U obj(obj_.template cast_to<typename U::element_type>());

@@ -13,7 +13,7 @@
 
 namespace OpenWBEM {
 
-/// A text is no number or truth value of the wanted type.
+/// A text is not a number or boolean of the wanted type.
 OW_DECLARE_APIEXCEPTION(StringConversion, OW_COMMON_API)
 
 /// Text that is cheap to copy: copies share their bytes until one of them is changed. Nothing checks the encoding.
@@ -30,7 +30,7 @@ class OW_COMMON_API String {
 
     /// Empty, without a buffer.
     String();
-    /// A copy of the terminated text; a null pointer gives a String without a buffer.
+    /// A copy of the NUL-terminated text; a null pointer gives a String without a buffer.
     String(const char* str);
     String(const String& arg);
     String(String&& arg) noexcept;
@@ -68,7 +68,7 @@ class OW_COMMON_API String {
     bool empty() const;
     /// Code points of the UTF-8 text.
     size_t UTF8Length() const;
-    /// The terminated bytes, never null; valid until this String is changed or destroyed.
+    /// The bytes, always NUL-terminated, never null; valid until this String is changed or destroyed.
     const char* c_str() const;
     const char* getBytes() const OW_DEPRECATED;
     /// A copy for the caller to free(); null if there is no memory.
@@ -76,14 +76,14 @@ class OW_COMMON_API String {
 
     /// Byte at ndx; '\0' from the end on.
     char charAt(size_t ndx) const;
-    /// Byte at ndx; beyond the length a '\0' that does not belong to the text. Throws when there is no buffer.
+    /// Byte at ndx; beyond the length a '\0' that is not part of the text. Throws when there is no buffer.
     const char& operator[](size_t ndx) const;
     char& operator[](size_t ndx);
 
-    /// Negative, 0 or positive as strcmp() tells for the bytes.
+    /// Negative, 0 or positive, like strcmp() on the bytes.
     int compareTo(const String& arg) const;
     int compareTo(const char* arg) const;
-    /// As UTF8Utils::compareToIgnoreCase().
+    /// Like UTF8Utils::compareToIgnoreCase().
     int compareToIgnoreCase(const String& arg) const;
     int compareToIgnoreCase(const char* arg) const;
     bool equals(const String& arg) const;
@@ -108,7 +108,7 @@ class OW_COMMON_API String {
     size_t lastIndexOf(const String& arg, size_t fromIndex = npos) const;
     /// The bytes from beginIndex on, as many as there are up to length.
     String substring(size_t beginIndex, size_t length = npos) const;
-    /// True when all is blank, also when empty.
+    /// True when all characters are blank, also when empty.
     bool isSpaces() const;
     /// The pieces between the characters of delims, on request with the delimiters (E_RETURN_TOKENS or
     /// E_RETURN_DELIMITERS) and with the empty pieces between adjacent delimiters. Null delims: the whole text.
@@ -141,11 +141,11 @@ class OW_COMMON_API String {
     String& erase();
     /// Removes up to len bytes from idx on; nothing if idx lies beyond the end.
     String& erase(size_t idx, size_t len = npos);
-    /// Replaces the text as printf() would print it and returns its length; negative, and no change, on failure.
+    /// Replaces the text with the output of printf() and returns its length; negative, and no change, on failure.
     int format(const char* fmt, ...) __attribute__((format(printf, 2, 3)));
 
-    /// The number that the whole text is, leading blanks and sign allowed; 0 for String(""). Throws
-    /// StringConversionException when it is none, is out of the type's range or there is no buffer.
+    /// The whole text as a number, leading blanks and sign allowed; 0 for String(""). Throws StringConversionException
+    /// when it is not a number or out of the type's range, and when there is no buffer.
     UInt8 toUInt8(int base = 10) const;
     Int8 toInt8(int base = 10) const;
     UInt16 toUInt16(int base = 10) const;
@@ -158,7 +158,7 @@ class OW_COMMON_API String {
     int toInt(int base = 10) const;
     Real32 toReal32() const;
     Real64 toReal64() const;
-    /// "true" or "false" in any case; throws StringConversionException for all else.
+    /// "true" or "false" in any case; throws StringConversionException for any other text.
     bool toBool() const;
     Char16 toChar16() const OW_DEPRECATED;
     CIMDateTime toDateTime() const OW_DEPRECATED;
@@ -189,7 +189,7 @@ String operator+(const String& s, const char* p);
 String operator+(char c, const String& s);
 String operator+(const String& s, char c);
 
-/// Comparison of the bytes, as strcmp() does it.
+/// Compare the bytes, like strcmp().
 inline bool operator==(const String& s1, const String& s2) {
     return s1.equals(s2);
 }

@@ -61,7 +61,7 @@ class OW_COMMON_API StringBuffer {
     /// The character at ndx; '\0' from the end on.
     char operator[](size_t ndx) const { return ndx < text_.length() ? text_[ndx] : '\0'; }
     String toString() const { return String(text_.data(), text_.length()); }
-    /// The text, handed over: afterwards this is only assigned to or destroyed. length() still tells the old one.
+    /// Moves the text out: afterwards this may only be assigned to, reset or destroyed. length() is still the old one.
     String releaseString();
     /// Empties.
     void reset();
@@ -72,15 +72,15 @@ class OW_COMMON_API StringBuffer {
     /// Removes the blanks at both ends.
     void trim();
     size_t length() const { return length_; }
-    /// The bytes that there is room for.
+    /// Allocated size in bytes.
     size_t allocated() const { return allocated_; }
-    /// The terminated text, valid until the next change.
+    /// The text, always NUL-terminated; valid until the next change.
     const char* c_str() const { return text_.c_str(); }
     bool equals(const char* arg) const { return text_ == (arg ? arg : ""); }
     bool startsWith(char ch) const { return !text_.empty() && text_.front() == ch; }
     bool endsWith(char ch) const { return !text_.empty() && text_.back() == ch; }
-    /// Replaces the text by the next line of the stream, or appends that, and returns c_str(). The line ends before
-    /// its newline or first '\r'. At the end of the stream eofbit is set, and failbit if nothing was read.
+    /// Replaces the text with the next line of the stream, or appends the line, and returns c_str(). The line ends
+    /// before its newline or first '\r'. At the end of the stream eofbit is set, and failbit if nothing was read.
     const char* getLine(std::istream& is, bool resetBuffer = true);
 
   private:

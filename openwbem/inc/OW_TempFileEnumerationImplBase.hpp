@@ -11,13 +11,13 @@
 
 namespace OpenWBEM {
 
-/// A queue of elements in their binary form: in memory, and once that is large in a temporary file without a name. Each
-/// element is written and read by the caller between the two functions of its kind; what it throws leaves the queue as
-/// it was. Throws EnumerationException when the file fails.
+/// A queue of elements in their binary form: in memory, and in an unnamed temporary file once it is large. The caller
+/// writes and reads each element between the begin and end functions; an exception in between leaves the queue
+/// unchanged. Throws EnumerationException when the file fails.
 class OW_VISIBILITY_DEFAULT OW_COMMON_API TempFileEnumerationImplBase : public IntrusiveCountableBase {
   public:
     TempFileEnumerationImplBase();
-    /// Takes over a file that releaseFile() made, and deletes it.
+    /// Loads a file that releaseFile() made, and deletes it.
     explicit TempFileEnumerationImplBase(const String& filename);
     ~TempFileEnumerationImplBase() override;
 

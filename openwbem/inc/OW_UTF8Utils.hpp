@@ -11,10 +11,10 @@
 
 namespace OpenWBEM {
 
-/// Text is no UTF-8 or does not fit into 16-bit units.
+/// Text is not UTF-8 or does not fit into 16-bit units.
 OW_DECLARE_APIEXCEPTION(InvalidUTF8, OW_COMMON_API)
 
-/// All text arguments are terminated, not null, and may be malformed: nothing is read beyond the terminator.
+/// All text arguments must be NUL-terminated and not null; they may be malformed: nothing is read beyond the NUL.
 namespace UTF8Utils {
 
 /// Number of code points; of malformed text the number of bytes that can begin one.
@@ -30,7 +30,7 @@ OW_COMMON_API String UCS4toUTF8(UInt32 ucs4char);
 OW_COMMON_API void UCS4toUTF8(UInt32 ucs4char, StringBuffer& sb);
 /// 0 if the texts are equal with their case folded by Unicode's rules ("ss" equals a sharp s), independent of any
 /// locale; else the difference of the first bytes that differ where the folded texts do, the end counting as 0. The
-/// sign thus follows the spelling: "A" sorts before "_", "a" behind it.
+/// sign thus follows the spelling: "A" sorts before "_", "a" after it.
 OW_COMMON_API int compareToIgnoreCase(const char* str1, const char* str2);
 /// The text in 16-bit units. Throws InvalidUTF8Exception if it is malformed or has a code point above 0xFFFF.
 OW_COMMON_API Array<UInt16> StringToUCS2(const String& input);

@@ -13,7 +13,7 @@ class OW_COMMON_API UserInfo {
 
     /// Empty for the object manager itself.
     String getUserName() const { return userName_; }
-    /// Whether this is no user but the object manager itself.
+    /// Whether this is the object manager itself, not a user.
     bool getInternal() const { return internal_; }
 
   private:

@@ -16,7 +16,7 @@ enum ELocalOnlyFlag { E_NOT_LOCAL_ONLY, E_LOCAL_ONLY };
 
 enum EIncludeQualifiersFlag { E_EXCLUDE_QUALIFIERS, E_INCLUDE_QUALIFIERS };
 
-/// Whether the name of the class that introduced an element goes with it.
+/// Whether an element carries the name of the class that introduced it.
 enum EIncludeClassOriginFlag { E_EXCLUDE_CLASS_ORIGIN, E_INCLUDE_CLASS_ORIGIN };
 
 enum EEnumSubclassesFlag { E_DONT_ENUM_SUBCLASSES, E_ENUM_SUBCLASSES };

@@ -3,7 +3,7 @@
 
 #pragma once
 
-// A provider module reports OW_VERSION when it is loaded; an object manager refuses any other text than its own.
+// A provider module reports OW_VERSION when it is loaded; an object manager refuses a text other than its own.
 #ifndef OW_VERSION
 #define OW_VERSION "3.0.3"
 #endif
@@ -55,8 +55,8 @@
 #define OW_REPOSITORY_API OW_IMPORT
 #endif
 
-// Types that cross the border between a module and the library by exception or dynamic_cast keep one identity in a
-// module built with -fvisibility=hidden only when they say so themselves.
+// Needed by types that pass between a module and the library by exception or dynamic_cast: without it a module built
+// with -fvisibility=hidden would have types of its own.
 #ifndef OW_VISIBILITY_DEFAULT
 #define OW_VISIBILITY_DEFAULT __attribute__((visibility("default")))
 #endif

@@ -70,7 +70,7 @@ void listen(const Request& request) {
         require(osQueueReceive(id, buffer, sizeof buffer, &length, request.timeoutMs), request.name);
         std::fwrite(buffer, 1, length, stdout);
         std::putchar('\n');
-        std::fflush(stdout); // whoever reads sees each message when it comes
+        std::fflush(stdout); // the reader of a pipe sees each message at once
     }
 }
 

@@ -9,15 +9,15 @@
 
 namespace cdroam {
 
-/// The entry of one property and its content when last read or written. `Kind` is how the value lies in the entry
+/// The entry of one property and its content when last read or written. `Kind` is how the entry stores the value
 /// (Registry.hpp).
 template <class Kind>
 class Access {
   public:
     using Literal = typename Kind::Literal;
 
-    /// The log names the accessors "get" and "set" and the property's name. A warning about control characters names
-    /// the entry's key behind `labelPrefix`.
+    /// The log calls the accessors "get" or "set" followed by `property`. A warning about control characters calls the
+    /// entry `labelPrefix` followed by its key.
     Access(const char* property, Entry entry, const char* labelPrefix = "")
         : property_(property), entry_(entry), labelPrefix_(labelPrefix) {}
 
@@ -28,7 +28,7 @@ class Access {
     std::uint32_t load() const { return Kind::load(entry_, cache_); }
 
   protected:
-    /// Shows what was read. Content that may not be shown is warned of and replaced first.
+    /// Sets `value` from what was read. Content that must not be shown is replaced first, with a warning in the log.
     template <class Value>
     void show(Literal replacement, Value& value) const {
         if (!Kind::isFit(cache_)) {
@@ -38,7 +38,7 @@ class Access {
         Kind::decode(cache_, value);
     }
 
-    /// The value of a literal; the entry and the cache are left alone.
+    /// Sets `value` from a literal; the entry and the cache stay unchanged.
     template <class Value>
     static void showLiteral(Literal literal, Value& value) {
         typename Kind::Cache content{};
@@ -46,10 +46,10 @@ class Access {
         Kind::decode(content, value);
     }
 
-    /// Takes the literal as the content; the entry is left alone.
+    /// Caches the literal; the entry stays unchanged.
     void keep(Literal literal) const { Kind::fill(cache_, literal); }
 
-    /// Stores the literal; a failure to write it is ignored.
+    /// Caches the literal and writes it to the entry; a failure is ignored.
     void store(Literal literal) const {
         keep(literal);
         (void)Kind::store(entry_, cache_);

@@ -12,12 +12,12 @@ class QTX_CDRServicePrefixBin;
 /// must install theirs first.
 class CDROAMWrap {
   public:
-    /// Registers with the diagnostic log and makes the objects. An exception from one of them passes through, and those
-    /// made before stay.
+    /// Registers with the diagnostic log and makes the objects. An exception from one of them passes through; those
+    /// made before it are not deleted.
     CDROAMWrap();
     CDROAMWrap(const CDROAMWrap&) = delete;
     CDROAMWrap& operator=(const CDROAMWrap&) = delete;
-    /// Deletes the objects and withdraws the registration.
+    /// Deletes the objects and ends the registration.
     virtual ~CDROAMWrap();
 
     /// The holder made by createCDROAMInstances; null until then.
@@ -36,7 +36,7 @@ class CDROAMWrap {
 extern "C" {
 /// For a host without a CIM object manager: makes the managed objects and returns their holder, which globalPtr keeps.
 CDROAMWrap* createCDROAMInstances();
-/// Deletes the holder that createCDROAMInstances made, if there is one. globalPtr is left as it is: call this once.
+/// Deletes the holder that createCDROAMInstances made, if there is one. Does not reset globalPtr: call this once.
 void releaseCDROAMInstances();
 }
 #pragma GCC visibility pop

@@ -1,4 +1,4 @@
-// The module's one provider: receives every request for the six CIM classes and hands it to the class's provider.
+// The module's one provider: receives every request for the six CIM classes and passes it to the class's provider.
 #pragma once
 
 #include "OW_CppAssociatorProviderIFC.hpp"
@@ -6,10 +6,11 @@
 
 class CDROAMWrap;
 
-/// Chooses the per-class provider by the class name of the request, exactly as it is spelled, forwards the call
-/// unchanged and turns whatever is thrown into an OpenWBEM::CIMException: code 5 for an unknown class, 1 without a text
-/// for a failure of the registry, the provider's own CIM error as it is, and for anything else code 1 with a text that
-/// is also logged. The association operations always fail with code 5.
+/// Chooses the per-class provider by the request's class name, which is case-sensitive, forwards the call unchanged and
+/// turns every exception into an OpenWBEM::CIMException: code 5 for an unknown class; code 1 without a text for
+/// CFG_ReadError from a read, CFG_WriteError from a change, and either from a method; the provider's own CIM error
+/// unchanged; for anything else code 1 with a text that is also logged. The association operations always fail with
+/// code 5.
 class CDRProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::CppAssociatorProviderIFC {
   public:
     ~CDRProvider() override;
@@ -66,7 +67,7 @@ class CDRProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::CppA
                         const OpenWBEM::String& ns, const OpenWBEM::CIMObjectPath& objectName,
                         const OpenWBEM::String& resultClass, const OpenWBEM::String& role) override;
 
-    /// For a host that ends the module itself: ends the per-class providers. The managed objects stay.
+    /// For a host that ends the module itself: calls the per-class providers' cleanup(). The managed objects stay.
     void cleanup();
 };
 

@@ -1,5 +1,5 @@
-// The exceptions of the managed-object framework. They carry no data: what happened has been logged where it happened,
-// and the provider turns each into a CIM error.
+// The exceptions of the managed-object framework. They carry no data: failed reads and writes have been logged where
+// they happened, and the provider turns each exception into a CIM error.
 #pragma once
 
 #include <exception>

@@ -27,11 +27,11 @@ constexpr std::size_t countKeys(Object* (Manager::* /*operation*/)(Keys...)) {
 }
 
 /// Serves the instance and method operations of a CIM class over the live objects of its managed class. `Provider` is
-/// the class's provider, which derives from this; `SubjectType` is the managed class, const where its getters are;
+/// the class's provider, which derives from this; `SubjectType` is the managed class, const when its getters are const;
 /// `InstalledManager` is the instance manager that `initialize` installs.
 ///
-/// Every error is an OpenWBEM::CIMException that carries the provider's source file; what the framework and the
-/// accessors throw passes through. Request flags, property lists and the classes handed in are not looked at.
+/// A CIM error is an OpenWBEM::CIMException with the provider's source file; other exceptions of the framework and the
+/// accessors pass through. Request flags, property lists and passed-in classes are ignored.
 template <class Provider, class SubjectType, class InstalledManager>
 class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::CppInstanceProviderIFC {
   public:
@@ -39,12 +39,12 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     using Subject = SubjectType;
     using Manager = typename Object::InstanceManager;
 
-    /// The operations that bear the class's name; the CIM operations call these.
+    /// The operations named after the class; the CIM operations call these.
     struct NamedOperations {
         /// Fills the instance with the object's properties and keys; a property that cannot be read is left out.
         void (Provider::*toInstance)(const OpenWBEM::String& ns, Subject& object,
                                      OpenWBEM::CIMInstance& instance) const;
-        /// Replaces the path's keys by the object's.
+        /// Replaces the path's keys with the object's.
         void (Provider::*toPath)(const Object& object, OpenWBEM::CIMObjectPath& path) const;
         /// The object that the keys name; CIM error 6 when a key is absent or null, or there is no such object.
         Object* (Provider::*ofPath)(const OpenWBEM::CIMObjectPath& path) const;
@@ -52,12 +52,12 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         /// Applies the instance's properties to the object, in their order. CIM error 4 for a refused value, 1 with the
         /// status as message for a failure; what was applied before stays.
         void (Provider::*modify)(Object& object, const OpenWBEM::CIMInstance& instance) const;
-        /// The instance manager's operations that bear the class's name.
+        /// The instance manager's operations named after the class.
         decltype(&Manager::get) create;
         void (Manager::*destroy)(Object* object);
     };
 
-    /// What a provider says of its class.
+    /// What differs between classes.
     struct Definition {
         const char* className;
         const char* source;                           ///< the file that its CIM errors carry
@@ -80,7 +80,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
                                      OpenWBEM::CIMException::METHOD_NOT_FOUND);
     }
 
-    /// Installs a new instance manager: objects made before are not seen any more.
+    /// Installs a new instance manager, which does not list objects made before.
     void initialize(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/) override {
         // Never freed: the objects it lists live as long as the process.
         Object::SetInstanceManager(new InstalledManager);
@@ -96,8 +96,8 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         });
     }
 
-    /// One instance is filled for each object in turn: a property that cannot be read of a later object keeps what an
-    /// earlier one put there. That is deliberate.
+    /// All objects are written into the same CIMInstance in turn: a property that cannot be read keeps an earlier
+    /// object's value. That is deliberate.
     void enumInstances(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& ns,
                        const OpenWBEM::String& /*className*/, OpenWBEM::CIMInstanceResultHandlerIFC& result,
                        OpenWBEM::WBEMFlags::ELocalOnlyFlag /*localOnly*/, OpenWBEM::WBEMFlags::EDeepFlag /*deep*/,
@@ -126,8 +126,8 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         return instance;
     }
 
-    /// CIM error 7 from every manager of the module. A manager that can create gets the new object modified like an
-    /// existing one, and has it destroyed when that fails.
+    /// CIM error 7 with every manager of the module. With a manager that can create, the new object is modified like an
+    /// existing one, and destroyed again when that gives a CIM error.
     OpenWBEM::CIMObjectPath createInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/,
                                            const OpenWBEM::String& ns,
                                            const OpenWBEM::CIMInstance& cimInstance) override {
@@ -143,7 +143,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         return path;
     }
 
-    /// CIM error 6 for an unknown object, otherwise 7 from every manager of the module.
+    /// CIM error 6 for an unknown object, otherwise 7 with every manager of the module.
     void deleteInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& /*ns*/,
                         const OpenWBEM::CIMObjectPath& cop) override {
         Object* const object = objectOf(cop);
@@ -154,7 +154,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         }
     }
 
-    /// CIM error 6 for an unknown object; otherwise as the class's own modifyInstance.
+    /// CIM error 6 for an unknown object; otherwise the errors of NamedOperations::modify.
     void modifyInstance(const OpenWBEM::ProviderEnvironmentIFCRef& /*env*/, const OpenWBEM::String& /*ns*/,
                         const OpenWBEM::CIMInstance& modifiedInstance,
                         const OpenWBEM::CIMInstance& /*previousInstance*/,
@@ -216,8 +216,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         return findBy([&instance](const char* name) { return instance.getProperty(name); });
     }
 
-    /// Null values and names that cannot be modified are passed over. The first failure ends it: the change is not
-    /// ended then.
+    /// Skips null values and properties that cannot be modified. Stops at the first failure, without endChange().
     void apply(Object& object, const OpenWBEM::CIMInstance& instance) const {
         requireSuccess(object.startChange(), SourceLine::kStartChange);
         const OpenWBEM::CIMPropertyArray properties = instance.getProperties();
@@ -238,7 +237,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     static const Definition& definition() { return Provider::definition(); }
     const Provider& provider() const { return static_cast<const Provider&>(*this); }
 
-    // The named operations, which do the work.
+    // Calls of the named operations.
     void toInstance(const OpenWBEM::String& ns, Subject& object, OpenWBEM::CIMInstance& instance) const {
         (provider().*definition().operations.toInstance)(ns, object, instance);
     }
@@ -281,7 +280,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         return nullptr;
     }
 
-    /// Calls `keyValue` with the name of each key in key order and gathers the texts it returns.
+    /// Calls `keyValue` with the name of each key, in the order of the properties, and gathers the texts it returns.
     template <class KeyValue>
     static Keys gatherKeys(KeyValue keyValue) {
         Keys keys;

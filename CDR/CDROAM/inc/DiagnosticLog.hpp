@@ -18,18 +18,18 @@ std::uint32_t writeError(const char* operation, unsigned long code);
 
 namespace cdroam {
 
-/// Levels as the platform numbers them.
+/// The platform's log levels.
 enum LogLevel : std::int32_t { LogNotice = 1, LogWarning = 2, LogError = 4 };
 
 /// Registers the module with the platform's diagnostics and keeps the handle. A failure is ignored.
 void registerDiagnostics();
-/// Withdraws the registration.
+/// Ends the registration.
 void deregisterDiagnostics();
 
 /// Adds one entry. Returns the platform's status.
 std::uint32_t addLogEntry(LogLevel level, const char* text);
 
-/// Formats as printf does and adds the entry; cut at 1023 bytes.
+/// Formats like printf and adds the entry; the text is cut at 1023 bytes. Returns the platform's status.
 std::uint32_t logFormatted(LogLevel level, const char* format, ...) __attribute__((format(printf, 2, 3)));
 
 /// Logs "<operation> error = <code>" at the level given.

@@ -24,25 +24,26 @@ constexpr unsigned char kNoDigit = 12;
 /// A decoded row: the text lives in a buffer of its class.
 using DigitText = std::array<char, 20>;
 
-/// Decodes up to `length` digit positions into `text` and returns it. A byte of 12 or more ends it; 10 and 11 show as
-/// the characters after '9'.
+/// Decodes up to `length` digit positions into `text` and returns it. Stops at a byte of 12 or more; 10 and 11 are not
+/// checked and become the characters after '9'.
 const char* decodeDigits(const char* row, int length, DigitText& text);
 
-/// Fills `length` digit positions of the row with the text's digits; stops at the first non-digit. Returns the length
-/// of the text.
+/// Fills `length` digit positions of the row with the text's digits; stops at the first non-digit and leaves the rest
+/// empty. Returns the length of the text.
 int encodeDigits(char* row, const char* text, int length);
 
-/// Tells with 1 or 0 whether the text's first `maximum` characters are all decimal digits. A longer text is cut there,
-/// in place: the caller's text must be writable.
+/// Returns 1 when the text's first `maximum` characters are all decimal digits, else 0. A longer text is cut there, in
+/// place: the caller's text must be writable.
 int allDigits(char* text, int maximum);
 
-/// Converts a text of decimal digits and keeps the number's low 8 bits. Returns -1 and leaves the destination alone
-/// when the text holds anything else, or the byte is below `lowest` or above `highest`; else 0.
+/// Converts a text of decimal digits and stores the number's low 8 bits in `*destination`. Returns -1, with
+/// `*destination` unchanged, when the text holds anything else or the byte is below `lowest` or above `highest`; else
+/// 0.
 int assignDigits(char* text, unsigned char lowest, unsigned char highest, unsigned char* destination);
 
 /// A bin object over its row of the table. `Bin` is the managed class; the first `digits` of each row's `width` bytes
-/// are digit positions. Each get and set reads the whole table; a set then changes its own row and writes the whole
-/// table back. Getters return 0 or 100, setters 0, 101 or 301; failures are logged.
+/// are digit positions. Each getter and setter reads the whole table; a setter then changes its own row and writes the
+/// whole table back. Getters return 0 or 100, setters 0, 101 or 301, which are logged.
 template <class Bin, std::size_t rows, std::size_t width, std::size_t digits>
 class DigitBin : public Bin {
   public:
@@ -79,8 +80,8 @@ class DigitBin : public Bin {
         return writeTable(accessor);
     }
 
-    /// Reads the table for a getter. A failure is logged under the accessor's name, makes the value the one-character
-    /// text of code zero and gives 100.
+    /// Reads the table for a getter. A failure is logged under the accessor's name, sets the value to a single NUL and
+    /// returns 100.
     int readTable(const char* accessor, std::string& value) const {
         const std::uint32_t status = read();
         if (status == 0) {
@@ -91,15 +92,15 @@ class DigitBin : public Bin {
         return ReadFailed;
     }
 
-    /// Reads the table for a setter. A failed read is not logged and leaves every row empty: the set rebuilds the
-    /// entry. That is deliberate.
+    /// Reads the table for a setter. A failed read is not logged and leaves every row empty, so that the setter creates
+    /// the entry anew. That is deliberate.
     void reloadTable() {
         if (read() != 0) {
             clear();
         }
     }
 
-    /// Writes the table back; a failure is logged under the accessor's name and gives 101.
+    /// Writes the table back; a failure is logged under the accessor's name and returns 101.
     int writeTable(const char* accessor) const {
         const std::uint32_t status = writeBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size()));
         if (status == 0) {
@@ -109,7 +110,7 @@ class DigitBin : public Bin {
         return WriteFailed;
     }
 
-    /// Logs why a value was refused; gives 301.
+    /// Logs why a value was refused; returns 301.
     static int refuse(const char* reason) {
         (void)addLogEntry(LogError, reason);
         return ValueRefused;
@@ -133,7 +134,7 @@ class DigitBin : public Bin {
 
     Entry entry_;
     std::size_t offset_;
-    /// Read afresh for each request.
+    /// Read again by each accessor.
     mutable std::array<unsigned char, rows * width> table_{};
 };
 

@@ -1,5 +1,5 @@
-// The instance manager of a managed class: the list of its live objects. Those of all classes have the same virtual
-// functions in the same order; only the two that create and destroy bear the class's name and stand in its header:
+// The instance manager of a managed class: the list of its live objects. The managers of all classes have the same
+// virtual functions in the same order; only the two that create and destroy are named after the class, in its header:
 //
 //   InstanceManagerBase     destructor, init
 //   CFactory                createC, destroyC
@@ -32,18 +32,20 @@ class InstanceManagerBase {
 template <std::size_t>
 using KeyText = const std::string&;
 
-/// `Factory` holds the functions before these; `Object` is the managed class, which has so many keys.
+/// `Factory` declares the virtual functions that come first; `Object` is the managed class, with one key for each
+/// element of `Keys`.
 template <class Factory, class Object, class Keys>
 class InstanceManagerOf;
 
 template <class Factory, class Object, std::size_t... keys>
 class InstanceManagerOf<Factory, Object, std::index_sequence<keys...>> : public Factory {
   public:
-    /// Lists the object; one listed under the same keys is replaced.
+    /// Lists the object, replacing one listed under the same keys.
     virtual void add(Object* object) { table_.add(object->compositeKey(), object); }
     /// Takes the object's keys off the list; keys that are not listed are not an error.
     virtual void remove(Object* object) { table_.remove(object->compositeKey()); }
-    /// The object with these keys, which count as one text, one after the other. Throws CFG_NoInstance.
+    /// The object with these keys, which are compared as one concatenated text. Throws CFG_NoInstance when there is
+    /// none.
     virtual Object* get(KeyText<keys>... values) { return table_.get((std::string() + ... + values)); }
 
     // One iteration at a time, in byte-wise key order: startIteration, next while hasNext, endIteration.

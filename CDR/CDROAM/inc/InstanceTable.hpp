@@ -19,7 +19,7 @@ class InstanceTable {
     /// An object already listed under the key is replaced.
     void add(const std::string& key, Object* object) { objects_[key] = object; }
 
-    /// A key that is not listed is not an error. A cursor on the removed object moves on to the next.
+    /// A missing key is not an error. A cursor on the removed object advances to the next.
     void remove(const std::string& key) {
         const auto found = objects_.find(key);
         if (found == objects_.end()) {
@@ -45,8 +45,8 @@ class InstanceTable {
     bool hasNext() const { return cursor_ != objects_.end(); }
     void endIteration() { cursor_ = objects_.end(); }
 
-    /// The object under the cursor, which moves on. Throws CFG_NoInstance at the end, and without moving on when a null
-    /// pointer is listed there.
+    /// Returns the object under the cursor and advances it. Throws CFG_NoInstance at the end, and for a null pointer,
+    /// without advancing.
     Object* next() {
         if (!hasNext() || cursor_->second == nullptr) {
             throw CFG_NoInstance();

@@ -1,13 +1,12 @@
 // What the managed classes share. A managed class is a family:
 //
-//   C                                         a getter for each property, a setter for each that can be modified, an
-//                                             operation for each method; its own getters and setters cannot read or
-//                                             write
-//   CInstanceManager                          the list of the live objects, by their keys; over CFactory, which would
-//                                             create and destroy objects
-//   CImplInstanceManager                      the instance manager that the provider installs
-//   CImpl                                     C over the configuration registry
-//   CProvider                                 C as a CIM class
+//   C                     a getter for each property, a setter for each that can be modified, an operation for each
+//                         method; its own getters and setters do not reach the registry
+//   CInstanceManager      the list of the live objects, by their keys; derives from CFactory, whose create and destroy
+//                         operations always throw
+//   CImplInstanceManager  the instance manager that the provider installs
+//   CImpl                 C over the configuration registry
+//   CProvider             C as a CIM class
 //
 // The order of the virtual functions of C and of its managers is part of the interface. The instance managers of all
 // classes behave alike:
@@ -16,9 +15,9 @@
 //   createC          always throws CFG_InstanceCreationFailed
 //   destroyC         always throws CFG_InstanceDeletionFailed
 //   add              lists an object under its keys; replaces one that is listed under the same keys
-//   remove           takes the object's keys off the list; a key that is not listed is not an error
-//   get              the object with these keys; throws CFG_NoInstance. Keys are compared as one text, one after the
-//   other startIteration, hasNext, next, endIteration
+//   remove           takes the object's keys off the list; a missing key is not an error
+//   get              the object with these keys, compared as one concatenated text; throws CFG_NoInstance
+//   startIteration, hasNext, next, endIteration
 //                    one iteration at a time, in byte-wise key order; next throws CFG_NoInstance at the end
 //
 // A manager does not own the objects it lists.
@@ -39,7 +38,7 @@ namespace cdroam {
 enum Status : int { Success = 0, ReadFailed = 100, WriteFailed = 101, ValueRefused = 301 };
 
 /// Base of a managed class. An object lists itself with the instance manager that is current in its class's
-/// constructor, and takes itself off the list of the one that is current in its destructor.
+/// constructor, and takes itself off the list of the manager that is current in its destructor.
 template <class Manager>
 class ManagedObject {
   public:
@@ -65,14 +64,14 @@ class ManagedObject {
   protected:
     ManagedObject() = default;
 
-    /// The body of a key getter.
+    /// Body of a key getter.
     static int showKey(const std::string& key, std::string& value) {
         value = key;
         return Success;
     }
 
-    /// What the key getters give, one after the other. The key getters are never overridden, so a managed class's
-    /// constructor and destructor may call it.
+    /// The key getters' values, concatenated. The key getters are never overridden, so a managed class's constructor
+    /// and destructor may call it.
     template <class Object, class... Getters>
     static std::string concatenated(const Object& object, Getters... getters) {
         std::string all;

@@ -2,8 +2,10 @@
 //
 //     readWrite<&QTX_CDRService::getDigitsLimit, &QTX_CDRService::setDigitsLimit>("DigitsLimit", Check::range(3, 24)),
 //     readOnly<&QTX_CDRPullStatistics::getReasonForFailure>("ReasonForFailure"),
-//     dateTime<&QTX_CDRPushStatistics::getLastTransferTime>("LastTransferTime"),     read-only, a text shown as a
-//     datetime key<&QTX_CDRService::getName>("Name"),
+//     dateTime<&QTX_CDRPushStatistics::getLastTransferTime>("LastTransferTime"),
+//     key<&QTX_CDRService::getName>("Name"),
+//
+// dateTime is a read-only property whose getter gives a text that is shown as a datetime.
 //
 // The CIM type follows from the accessors' value: unsigned char is uint8, unsigned short uint16, unsigned int uint32,
 // bool boolean, std::string string.
@@ -18,7 +20,7 @@
 
 namespace cdroam {
 
-/// Which values a client may set; what is refused here never reaches the setter and gives CIM error 4.
+/// Which values a client may set; a value refused here gives CIM error 4 and never reaches the setter.
 struct Check {
     enum Kind { Any, MaxLength, Range } kind = Any;
     unsigned int lowest = 0;
@@ -30,7 +32,7 @@ struct Check {
     static constexpr Check range(unsigned int lowest, unsigned int highest) { return {Range, lowest, highest}; }
 };
 
-/// Source lines that the providers' CIM errors carry; a client's support staff knows them by these numbers.
+/// Source lines that the providers' CIM errors carry. They are fixed: support staff knows the errors by them.
 struct SourceLine {
     static constexpr int kStartChange = 271;
     static constexpr int kSetter = 304;
@@ -38,26 +40,26 @@ struct SourceLine {
     static constexpr int kUnknownMethod = 352;
 };
 
-/// Raises CIM error 4, as of the source file given, when the check refuses the value of the property `name`.
+/// Raises CIM error 4, with `source` as its source file, when the check refuses the value of the property `name`.
 void requireFit(const Check& check, const char* source, const char* name, const std::string& value);
 void requireFit(const Check& check, const char* source, const char* name, unsigned int value);
 
-/// The CIM value of an accessor's value. A NUL in a text ends it.
+/// Converts an accessor's value to CIM. A text ends at its first NUL.
 OpenWBEM::CIMValue toCIMValue(unsigned char value);
 OpenWBEM::CIMValue toCIMValue(unsigned short value);
 OpenWBEM::CIMValue toCIMValue(unsigned int value);
 OpenWBEM::CIMValue toCIMValue(bool value);
 OpenWBEM::CIMValue toCIMValue(const std::string& value);
 
-/// An accessor's value of a CIM value, which must be of the property's type, as an object manager delivers it; a text
-/// takes any value's text form. Throws what CIMValue throws.
+/// Converts a CIM value, which must be of the property's type, to the accessor's. A text takes the text form of a value
+/// of any type. Throws what CIMValue throws.
 void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned char& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned short& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned int& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, bool& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, std::string& to);
 
-/// What an accessor's type tells: `Subject` is the object it is called on, const for a const getter.
+/// The types in an accessor's signature: `Subject` is the object it is called on, const for a const getter.
 template <class Accessor>
 struct AccessorType;
 template <class Class, class Taken>
@@ -85,7 +87,7 @@ struct KeyRow {
     int (*read)(const Object& object, OpenWBEM::CIMValue& value);
 };
 
-/// A property. `Subject` is the managed class, const where its getters are.
+/// A property. `Subject` is the managed class, const when its getters are const.
 template <class Subject>
 struct PropertyRow {
     using Object = std::remove_const_t<Subject>;
@@ -97,7 +99,7 @@ struct PropertyRow {
     int (*read)(Subject& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) = nullptr;
     /// Checks the value and calls the setter; null when the property cannot be modified.
     int (*write)(Object& object, const OpenWBEM::CIMValue& value, const PropertyRow& row, const char* source) = nullptr;
-    /// As `read`, for a key; null for the others.
+    /// Like `read`, for a key; null for the others.
     int (*readKey)(const Object& object, OpenWBEM::CIMValue& value) = nullptr;
 
     PropertyRow(const char* propertyName, OpenWBEM::CIMDataType::Type cimType, decltype(read) reader)
@@ -128,7 +130,7 @@ int readProperty(typename AccessorType<decltype(Get)>::Subject& object, OpenWBEM
     return status;
 }
 
-/// The text is parsed as a date-time; throws what CIMDateTime throws for a text that is none.
+/// Parses the getter's text as a date-time; throws what CIMDateTime throws when it is not one.
 template <auto Get>
 int readDateTime(typename AccessorType<decltype(Get)>::Subject& object, OpenWBEM::CIMValue& value,
                  QualifierArray& qualifiers) {

@@ -7,20 +7,20 @@
 namespace cdroam {
 
 /// The accessors return 0; a registry failure is logged and throws CFG_ReadError from `get` and CFG_WriteError from
-/// `set`. An absent entry is created with its default by the first read.
+/// `set`. The first read of a missing entry creates it with its default.
 template <class Kind>
 class PushSetting : public Access<Kind> {
   public:
     using typename Access<Kind>::Literal;
 
-    /// `absent` is the default, also before the first read; `failed` is what a failed read leaves in the caller's
-    /// value.
+    /// `absent` is the default, also cached before the first read; `failed` is what a failed read leaves in the
+    /// caller's value.
     PushSetting(const char* property, Entry entry, Literal absent = {}, Literal failed = {})
         : Access<Kind>(property, entry, "Push-"), absent_(absent), failed_(failed) {
         this->keep(absent);
     }
 
-    /// Reads the entry. A text with control characters, and an empty one, is warned of and shows the default.
+    /// Reads the entry. For a text that is empty or has control characters it logs a warning and gives the default.
     template <class Value>
     int get(Value& value) const {
         const std::uint32_t status = this->load();
@@ -49,7 +49,7 @@ class PushSetting : public Access<Kind> {
         return Success;
     }
 
-    /// Reads the entry for the schedule. An absent entry is created; after any other failure a text is empty.
+    /// Reads the entry for the schedule. A missing entry is created; after any other failure a text is empty.
     void refresh() {
         if (this->load() == ZPO_REG_ENTRY_NOT_FOUND) {
             this->store(absent_);

@@ -18,7 +18,7 @@ class QTX_CDRPullStatisticsFactory : public cdroam::InstanceManagerBase {
 class QTX_CDRPullStatisticsInstanceManager
     : public cdroam::InstanceManager<QTX_CDRPullStatisticsFactory, QTX_CDRPullStatistics, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRPullStatisticsImplInstanceManager : public QTX_CDRPullStatisticsInstanceManager {
   public:
     QTX_CDRPullStatistics* createQTX_CDRPullStatistics(const std::string& name) override;
@@ -45,7 +45,7 @@ class QTX_CDRPullStatistics : public cdroam::ManagedObject<QTX_CDRPullStatistics
     virtual int getTotalNumberOfFileTransferred(unsigned int&, QualifierArray&) const { return cdroam::Success; }
     virtual unsigned int Refresh() = 0;
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_CDRPullStatistics::getName); }
 
   private:

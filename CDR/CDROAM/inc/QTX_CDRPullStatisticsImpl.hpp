@@ -5,8 +5,8 @@
 #include "Statistic.hpp"
 
 /// Reads the statistics of section "CDRPull", which the transfer side writes, and clears them. Getters return 0 or 100,
-/// the setter 0 or 101; failures are logged. A getter of statistics that do not apply reads nothing and leaves the
-/// value alone.
+/// the setter 0 or 101; failures are logged. While the statistics do not apply, a getter reads nothing and leaves its
+/// value unchanged.
 class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
   public:
     explicit QTX_CDRPullStatisticsImpl(const std::string& name) : QTX_CDRPullStatistics(name) {}
@@ -42,10 +42,11 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
     int getTotalNumberOfFileTransferred(unsigned int& value, QualifierArray& q) const override {
         return setQulifier(q) == 0 ? cdroam::Success : totalNumberOfFileTransferred_.get(value);
     }
-    /// Clears all statistics but the flag.
+    /// Clears all statistics but the flag. Returns the number of calls so far.
     unsigned int Refresh() override;
 
-    /// Appends the qualifier "Applicable": true, and 1 returned, when the stored transfer type is 3 or cannot be read.
+    /// Appends the qualifier "Applicable", true when the stored transfer type is 3 or cannot be read. Returns its value
+    /// as 1 or 0. The spelling of the name is fixed.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:

@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPullStatistics.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRPullStatisticsProvider
     : public cdroam::ClassProvider<QTX_CDRPullStatisticsProvider, const QTX_CDRPullStatistics,
                                    QTX_CDRPullStatisticsImplInstanceManager> {

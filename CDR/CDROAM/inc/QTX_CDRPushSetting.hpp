@@ -16,7 +16,7 @@ class QTX_CDRPushSettingFactory : public cdroam::InstanceManagerBase {
 class QTX_CDRPushSettingInstanceManager
     : public cdroam::InstanceManager<QTX_CDRPushSettingFactory, QTX_CDRPushSetting, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRPushSettingImplInstanceManager : public QTX_CDRPushSettingInstanceManager {
   public:
     QTX_CDRPushSetting* createQTX_CDRPushSetting(const std::string& instanceId) override;
@@ -56,7 +56,7 @@ class QTX_CDRPushSetting : public cdroam::ManagedObject<QTX_CDRPushSettingInstan
     virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
     virtual unsigned int PushFileNow() = 0;
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_CDRPushSetting::getInstanceID); }
 
   private:

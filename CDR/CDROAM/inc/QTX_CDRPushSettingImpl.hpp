@@ -10,18 +10,18 @@
 extern "C" void C_RestoreCallBackHdlr(unsigned long value);
 #pragma GCC visibility pop
 
-/// Reads each property from its entry of section "CDRPush" and writes it there. An absent entry is created with its
-/// default by the first read. Getters and setters throw CFG_ReadError and CFG_WriteError when the registry or the
+/// Reads each property from its entry of section "CDRPush" and writes it there. The first read of a missing entry
+/// creates it with its default. Getters and setters throw CFG_ReadError and CFG_WriteError when the registry or the
 /// scheduler fails, which is logged first. Setters return 0, 301 for a refused value, or what re-arming the schedule
 /// returned.
 ///
-/// Which properties apply depends on the transfer type last read: a provider reads it first. A getter of a property
-/// that does not apply reads nothing and leaves the value alone.
+/// Which properties apply depends on the transfer type last read or written: a provider reads it first. A getter of a
+/// property that does not apply reads nothing and leaves its value unchanged.
 class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
   public:
     /// Registers for restore notifications and becomes the object that receives them.
     explicit QTX_CDRPushSettingImpl(const std::string& instanceId);
-    /// Afterwards no object receives notifications, whichever did before.
+    /// Afterwards no object receives notifications, even if another one did before.
     ~QTX_CDRPushSettingImpl() override;
 
     int getTransferType(unsigned char& value, QualifierArray&) override { return transferType_.get(value); }
@@ -50,27 +50,28 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
     int setTransferDayOfWeek(std::string value) override;
     unsigned int PushFileNow() override;
 
-    /// Replaces the scheduled task by one for the cached type, time and day. Returns 0. Throws CFG_WriteError when the
-    /// old task cannot be removed, or the new one not created; the old one is gone by then.
+    /// Replaces the scheduled task with one for the cached type, time and day. Returns 0. Throws CFG_WriteError when
+    /// the old task cannot be removed, or the new one cannot be created; the old one is gone by then.
     virtual int setPushSchedule();
     /// Removes every scheduled task that runs the transfer program. Returns 0; throws CFG_WriteError when the last
     /// removal failed.
     virtual int removePushSchedule();
 
-    /// Appends the qualifier "Applicable": true, and 1 returned, unless the cached transfer type is 3 or 4.
+    /// Appends the qualifier "Applicable", true unless the cached transfer type is 3 or 4. Returns its value as 1 or 0.
+    /// The spelling of the name is fixed.
     int setQulifier(QualifierArray& qualifiers) const;
-    /// Arms or removes the schedule by what the registry now holds. Returns the status of a failed read of the transfer
-    /// type, or what the schedule operation returned; throws what that throws. The event is not looked at.
+    /// Arms or removes the schedule to match the registry. Returns the status of a failed read of the transfer type, or
+    /// what the schedule operation returned; throws what that throws. The event is ignored.
     int RestoreCallBackHdlr(unsigned long event);
 
   private:
-    /// Shows a setting that applies whenever there is a push.
+    /// Getter of a setting that applies to every type of push.
     template <class Setting, class Value>
     int show(QualifierArray& qualifiers, const Setting& setting, Value& value) {
         return setQulifier(qualifiers) == 0 ? cdroam::Success : setting.get(value);
     }
     int setDay(cdroam::PushSetting<cdroam::Latin1Text>& day, const std::string& value, int lowest, int highest);
-    /// Sets the task's day by the cached type and day; returns how the schedule's log line begins.
+    /// Sets the task's day from the cached type and day; returns the beginning of the schedule's log line.
     std::string setTaskDay(ZpoScheduledTask& task) const;
     /// Reads the texts that the schedule of the cached transfer type needs.
     void refreshScheduleTexts();

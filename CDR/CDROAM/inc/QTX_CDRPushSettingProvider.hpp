@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPushSetting.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRPushSettingProvider : public cdroam::ClassProvider<QTX_CDRPushSettingProvider, QTX_CDRPushSetting,
                                                                 QTX_CDRPushSettingImplInstanceManager> {
   public:

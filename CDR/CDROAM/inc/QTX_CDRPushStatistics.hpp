@@ -18,7 +18,7 @@ class QTX_CDRPushStatisticsFactory : public cdroam::InstanceManagerBase {
 class QTX_CDRPushStatisticsInstanceManager
     : public cdroam::InstanceManager<QTX_CDRPushStatisticsFactory, QTX_CDRPushStatistics, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRPushStatisticsImplInstanceManager : public QTX_CDRPushStatisticsInstanceManager {
   public:
     QTX_CDRPushStatistics* createQTX_CDRPushStatistics(const std::string& name) override;
@@ -35,7 +35,7 @@ class QTX_CDRPushStatistics : public cdroam::ManagedObject<QTX_CDRPushStatistics
     virtual int getLastTransferTime(std::string&, QualifierArray&) const { return cdroam::ReadFailed; }
     virtual unsigned int Refresh() = 0;
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_CDRPushStatistics::getName); }
 
   private:

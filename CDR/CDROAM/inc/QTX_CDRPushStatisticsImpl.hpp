@@ -10,11 +10,12 @@ class QTX_CDRPushStatisticsImpl : public QTX_CDRPushStatistics {
   public:
     explicit QTX_CDRPushStatisticsImpl(const std::string& name) : QTX_CDRPushStatistics(name) {}
 
-    /// An absent entry and a failed read show a text of one NUL.
+    /// A missing entry and a failed read give a single NUL.
     int getLastTransferTime(std::string& value, QualifierArray& qualifiers) const override;
     unsigned int Refresh() override;
 
-    /// Appends the qualifier "Applicable": true, and 1 returned, unless the stored transfer type is 3 or 4.
+    /// Appends the qualifier "Applicable", true unless the stored transfer type is 3 or 4. Returns its value as 1 or 0.
+    /// The spelling of the name is fixed.
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:

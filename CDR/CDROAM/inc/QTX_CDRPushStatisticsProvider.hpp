@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRPushStatistics.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRPushStatisticsProvider
     : public cdroam::ClassProvider<QTX_CDRPushStatisticsProvider, const QTX_CDRPushStatistics,
                                    QTX_CDRPushStatisticsImplInstanceManager> {

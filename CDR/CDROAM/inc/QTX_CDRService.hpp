@@ -18,7 +18,7 @@ class QTX_CDRServiceFactory : public cdroam::InstanceManagerBase {
 
 class QTX_CDRServiceInstanceManager : public cdroam::InstanceManager<QTX_CDRServiceFactory, QTX_CDRService, 4> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRServiceImplInstanceManager : public QTX_CDRServiceInstanceManager {
   public:
     QTX_CDRService* createQTX_CDRService(const std::string& systemCreationClassName, const std::string& systemName,
@@ -86,7 +86,7 @@ class QTX_CDRService : public cdroam::ManagedObject<QTX_CDRServiceInstanceManage
     virtual unsigned int Refresh() = 0;
     virtual unsigned int ClipFile() = 0;
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const {
         return concatenated(*this, &QTX_CDRService::getSystemCreationClassName, &QTX_CDRService::getSystemName,
                             &QTX_CDRService::getCreationClassName, &QTX_CDRService::getName);

@@ -18,7 +18,7 @@ class QTX_CDRServiceAccessBinFactory : public cdroam::InstanceManagerBase {
 class QTX_CDRServiceAccessBinInstanceManager
     : public cdroam::InstanceManager<QTX_CDRServiceAccessBinFactory, QTX_CDRServiceAccessBin, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRServiceAccessBinImplInstanceManager : public QTX_CDRServiceAccessBinInstanceManager {
   public:
     QTX_CDRServiceAccessBin* createQTX_CDRServiceAccessBin(const std::string& instanceId) override;
@@ -37,7 +37,7 @@ class QTX_CDRServiceAccessBin : public cdroam::ManagedObject<QTX_CDRServiceAcces
     virtual int setSuppressBin(std::string) { return cdroam::WriteFailed; }
     virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_CDRServiceAccessBin::getInstanceID); }
 
   private:

@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRServiceAccessBin.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRServiceAccessBinProvider
     : public cdroam::ClassProvider<QTX_CDRServiceAccessBinProvider, const QTX_CDRServiceAccessBin,
                                    QTX_CDRServiceAccessBinImplInstanceManager> {

@@ -70,7 +70,7 @@ class QTX_CDRServiceImpl : public QTX_CDRService {
     int notifyCDRService(const char* message);
 
   private:
-    /// Tells the CDR service of a change that succeeded; returns the status given.
+    /// Notifies the CDR service when the status is success; returns the status.
     int notified(int status);
 
     cdroam::Setting<cdroam::Byte> format_{"Format", {cdroam::kServiceSection, "FORMAT"}};

@@ -18,7 +18,7 @@ class QTX_CDRServicePrefixBinFactory : public cdroam::InstanceManagerBase {
 class QTX_CDRServicePrefixBinInstanceManager
     : public cdroam::InstanceManager<QTX_CDRServicePrefixBinFactory, QTX_CDRServicePrefixBin, 1> {};
 
-/// What the provider installs.
+/// The manager that the provider installs.
 class QTX_CDRServicePrefixBinImplInstanceManager : public QTX_CDRServicePrefixBinInstanceManager {
   public:
     QTX_CDRServicePrefixBin* createQTX_CDRServicePrefixBin(const std::string& instanceId) override;
@@ -35,7 +35,7 @@ class QTX_CDRServicePrefixBin : public cdroam::ManagedObject<QTX_CDRServicePrefi
     virtual int setPrefixBin(std::string) { return cdroam::WriteFailed; }
     virtual int getInstanceID(std::string& value, QualifierArray&) const { return showKey(instanceId_, value); }
 
-    /// What the object is listed under: its keys one after the other.
+    /// The keys concatenated: what the object is listed under.
     std::string compositeKey() const { return concatenated(*this, &QTX_CDRServicePrefixBin::getInstanceID); }
 
   private:

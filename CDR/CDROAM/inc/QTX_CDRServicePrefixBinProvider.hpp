@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRServicePrefixBin.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRServicePrefixBinProvider
     : public cdroam::ClassProvider<QTX_CDRServicePrefixBinProvider, const QTX_CDRServicePrefixBin,
                                    QTX_CDRServicePrefixBinImplInstanceManager> {

@@ -4,7 +4,7 @@
 #include "ClassProvider.hpp"
 #include "QTX_CDRService.hpp"
 
-/// What the operations do is told in ClassProvider.hpp.
+/// ClassProvider.hpp documents the operations.
 class QTX_CDRServiceProvider
     : public cdroam::ClassProvider<QTX_CDRServiceProvider, const QTX_CDRService, QTX_CDRServiceImplInstanceManager> {
   public:

@@ -1,5 +1,5 @@
-// Access to the configuration registry: entries of component "CDR", the texts in them, and how a number lies in an
-// entry.
+// Access to the configuration registry: entries of component "CDR", the texts in them, and how an entry stores a
+// number.
 #pragma once
 
 #include "ZpoShared.h"
@@ -9,8 +9,8 @@
 #include <cstdint>
 #include <string>
 
-/// Returns -1 when the text holds a control character, and also when it is empty or the pointer is null; else 0. The
-/// empty text counts deliberately: it is logged like the others.
+/// Returns -1 when the text holds a control character, is empty or null; else 0. That an empty text counts, and is
+/// logged like the others, is deliberate.
 int isControlCharacter(char* text);
 
 namespace cdroam {
@@ -30,7 +30,7 @@ struct Entry {
 constexpr Entry kTransferType{kPushSection, "TransferType"};
 enum TransferType : unsigned char { Daily = 0, Weekly = 1, Monthly = 2, Pull = 3, NoTransfer = 4 };
 
-/// Whether the push settings and statistics mean anything with this type of transfer; true also for unknown types.
+/// Whether the push settings and statistics apply to this type of transfer; true also for unknown types.
 constexpr bool isPushed(unsigned char type) {
     return type != Pull && type != NoTransfer;
 }
@@ -46,14 +46,14 @@ class Text {
   public:
     char* data() { return bytes_.data(); }
     const char* c_str() const { return bytes_.data(); }
-    /// Takes a copy; what does not fit is left out.
+    /// Copies the text, truncated to fit.
     void assign(const char* text);
 
   private:
     std::array<char, kTextCapacity> bytes_{};
 };
 
-/// The platform's status of an access; 0 is success and ZPO_REG_ENTRY_NOT_FOUND tells that the entry does not exist.
+// These return the platform's status: 0 is success, ZPO_REG_ENTRY_NOT_FOUND a missing entry.
 std::uint32_t readBytes(const Entry& entry, void* buffer, std::uint32_t length);
 std::uint32_t writeBytes(const Entry& entry, const void* buffer, std::uint32_t length);
 std::uint32_t readInteger(const Entry& entry, std::uint32_t& value);
@@ -62,14 +62,12 @@ std::uint32_t writeInteger(const Entry& entry, std::uint32_t value);
 std::uint32_t readText(const Entry& entry, Text& text);
 std::uint32_t writeText(const Entry& entry, const char* text);
 
-// How a value lies in an entry. Each kind has
-//   Cache, Literal   what holds the entry's content, and what a default is written as; the value-initialised ones are
-//   the
-//                    kind's zero
-//   load, store      the content from and to the registry; they return the platform's status
-//   write            a property's value to the registry
-//   decode           the property's value of a content
-//   fill             the content of a literal
+// How an entry stores a value. Each kind has
+//   Cache, Literal   the types of the entry's content and of a default; value-initialised, they are the kind's zero
+//   load, store      read the content from the registry and write it there; return the platform's status
+//   write            writes a property's value to the registry and the cache; returns the platform's status
+//   decode           converts content to the property's value
+//   fill             converts a literal to content
 //   isFit            whether the content may be shown
 
 /// One byte: an enumeration, a flag (0 is false, anything else true, true is stored as 1) or a number of which only the
@@ -129,18 +127,18 @@ struct Counter : Integer {
     }
 };
 
-/// Two decimal digits: a byte 0xF9 and a byte with one digit in each half. As a literal, the second byte.
+/// Two decimal digits: a byte 0xF9 and a byte with one digit in each half. A literal is the second byte.
 struct PackedDigits : Word {
     using Literal = unsigned char;
     /// A missing character and one that is not a digit count as 0; characters after the second are ignored.
     static std::uint32_t write(const Entry& entry, Cache& cache, const std::string& value);
-    /// A stored half above 9 is not checked and shows as one of the characters after '9'.
+    /// A stored half above 9 is not checked and becomes one of the characters after '9'.
     static void decode(const Cache& cache, std::string& value);
     static void fill(Cache& cache, Literal literal) { cache = {0xF9, literal}; }
 };
 
-/// A text, stored as it is given and shown as ISO 8859-1 converted to UTF-8. A text that could not be written is not
-/// kept.
+/// A text, written unchanged and converted from ISO 8859-1 to UTF-8 when read. A text that could not be written is not
+/// cached.
 struct Latin1Text {
     using Cache = Text;
     using Literal = const char*;

@@ -3,9 +3,9 @@
 
 namespace cdroam {
 
-/// Held for the length of a request, of a restore notification, and while the managed objects are made or deleted. The
-/// platform calls the module on a thread of its own, and an object manager may let several requests in at once: the
-/// objects behind take no locks. A thread that holds it may take it again.
+/// Held during a request, during a restore notification, and while the managed objects are made or deleted. Needed
+/// because the platform calls the module on a thread of its own, an object manager may run several requests at once,
+/// and the managed objects take no locks. A thread that holds it may take it again.
 class RequestLock {
   public:
     RequestLock();
@@ -14,8 +14,8 @@ class RequestLock {
     ~RequestLock();
 };
 
-/// Lets others in while it lives: for what takes long and touches nothing of the module. The calling thread has what it
-/// held of the RequestLock again afterwards; for a thread that holds nothing it does nothing.
+/// Releases the calling thread's RequestLocks for its lifetime and takes them again afterwards: for long work that
+/// touches nothing of the module. Has no effect in a thread that holds none.
 class RequestPause {
   public:
     RequestPause();

@@ -5,20 +5,20 @@
 
 namespace cdroam {
 
-/// The accessors return 0; a registry failure is logged and gives 100 from `get` and 101 from `set`. An absent entry is
+/// The accessors return 0; a registry failure is logged and gives 100 from `get` and 101 from `set`. A missing entry is
 /// a failure like any other.
 template <class Kind>
 class Setting : public Access<Kind> {
   public:
     using Access<Kind>::Access;
 
-    /// Reads the entry. A failed read shows the kind's zero.
+    /// Reads the entry. A failed read gives the kind's zero.
     template <class Value>
     int get(Value& value) const {
         return show(this->load(), value);
     }
 
-    /// The same with the status of a `load` that was done before.
+    /// Like `get` after a `load` that returned `status`.
     template <class Value>
     int show(std::uint32_t status, Value& value) const {
         if (status != 0) {

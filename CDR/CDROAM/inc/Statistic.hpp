@@ -5,13 +5,13 @@
 
 namespace cdroam {
 
-/// As a setting, but an absent entry is not a failure.
+/// A setting whose missing entry is not a failure.
 template <class Kind>
 class Statistic : public Setting<Kind> {
   public:
     using Setting<Kind>::Setting;
 
-    /// Reads the entry. An absent entry, which is not created, and a failed read show `unread`.
+    /// Reads the entry. A missing entry, which is not created, and a failed read give `unread`.
     template <class Value>
     int get(Value& value, const Value& unread = Value{}) const {
         const std::uint32_t status = this->load();
@@ -22,7 +22,7 @@ class Statistic : public Setting<Kind> {
         return result;
     }
 
-    /// Reads the entry. An absent entry is created with the kind's zero.
+    /// Reads the entry. A missing entry is created with the kind's zero.
     template <class Value>
     int getOrCreate(Value& value) const {
         const std::uint32_t status = this->load();

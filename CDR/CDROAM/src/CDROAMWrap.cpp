@@ -28,7 +28,7 @@ Bin* createBin(const char* keyPrefix, const char* className, int i) {
 
 CDROAMWrap* CDROAMWrap::globalPtr = nullptr;
 
-// The traces on standard output are fixed texts that people look for.
+// The traces on standard output are fixed: support staff searches for them.
 CDROAMWrap::CDROAMWrap() {
     const cdroam::RequestLock lock;
     cdroam::registerDiagnostics();
@@ -64,7 +64,7 @@ CDROAMWrap::~CDROAMWrap() {
         delete prefixBins_[i];
     }
     cdroam::deregisterDiagnostics();
-    // The two arrays of pointers are not freed: the holder lives as long as the process.
+    // The two arrays of pointers are deliberately not freed.
 }
 
 CDROAMWrap* createCDROAMInstances() {

@@ -63,8 +63,9 @@ const Route kRoutes[] = {
     routeTo<QTX_CDRServiceAccessBinProv>(QTX_CDRServiceAccessBinName),
 };
 
-// What is peculiar to an operation: its name in messages, and the source lines that its CIM errors carry. Clients'
-// support staff knows the errors by these numbers. No line for a framework exception: it is one more std::exception.
+// What differs between operations: the name in messages, and the source lines that the CIM errors carry. The lines are
+// fixed: support staff knows the errors by them. An operation with kNone for a framework exception treats it like any
+// other std::exception.
 struct Operation {
     const char* fragment;
     int readError;
@@ -91,7 +92,7 @@ void logError(const ProviderEnvironmentIFCRef& env, const String& text) {
     if (!env) {
         return;
     }
-// Deprecated in favour of a logger by component, but it is the one whose component is the object manager's own.
+// Deprecated in favour of getLogger(component), but only this one logs under the object manager's own component.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
     const LoggerRef logger = env->getLogger();
@@ -101,7 +102,7 @@ void logError(const ProviderEnvironmentIFCRef& env, const String& text) {
     }
 }
 
-// The class name for a message; the request may be so broken that it has none.
+// The class name for a message; empty when the request is too broken to have one.
 template <class ClassName>
 String nameForMessage(ClassName className) {
     try {
@@ -116,8 +117,8 @@ String nameForMessage(ClassName className) {
     throw CIMException(kSource, line, CIMException::FAILED, text.c_str());
 }
 
-// Calls `call` with the route of the class that `className` tells, and translates what it throws. `className` is asked
-// afresh for each comparison, which is exact: a class name in other letter case is an unknown class.
+// Calls `call` with the route of the class that `className` returns, and translates what it throws. The comparison is
+// case-sensitive; `className` is called for each, inside the translation, because it may throw.
 template <class ClassName, class Call>
 auto dispatch(const Operation& operation, const ProviderEnvironmentIFCRef& env, ClassName className, Call call) {
     const cdroam::RequestLock lock;

@@ -15,7 +15,7 @@ namespace {
 
 void requireFit(const Check& check, const char* source, const char* name, const std::string& value) {
     if (check.kind == Check::MaxLength && value.size() > check.highest) {
-        // The doubled words are deliberate: clients know the message so.
+        // The doubled words are deliberate: clients know the message like this.
         throwInvalid(source, std::string(name) + " length must be must be <= " + std::to_string(check.highest));
     }
 }

@@ -1,5 +1,6 @@
 // The scheduled push task: the part of QTX_CDRPushSettingImpl that keeps one entry of the transfer program in the
-// platform's task scheduler.
+// platform's task scheduler. Its log entries have deliberate levels: success is logged as an error, a failed scheduler
+// call as a notice.
 #include "QTX_CDRPushSettingImpl.hpp"
 #include "RequestLock.hpp"
 #include "TimeText.hpp"
@@ -24,7 +25,7 @@ constexpr int kSunday = 7;
 // The object that restore notifications reach; read on a thread of the platform.
 std::atomic<QTX_CDRPushSettingImpl*> gCDRPushInstance{nullptr};
 
-// Counts the calls of the method for as long as the module is loaded.
+// Counts the calls of the method while the module is loaded.
 unsigned int PushFileNowReturn = 0;
 
 template <class Task>
@@ -43,7 +44,7 @@ std::uint32_t deleteTask(const ZpoScheduledTaskEntry& entry) {
         return status;
     }
     // The number in the line is deliberately the address of this text, not the status: the text was once passed as the
-    // first argument of the format, and the line has stayed so.
+    // first argument of the format, and the line is kept as it was.
     static constexpr char kDetails[] = "Time=%02d:%02d, DayOfMonth=%s,DayofWeek=%s, Month=%d, ExePath=%s";
     const auto number = static_cast<int>(reinterpret_cast<std::uintptr_t>(&kDetails[0]));
     (void)logFormatted(LogNotice, "CDR: delete push task failed, rc=%d,", number);
@@ -160,7 +161,7 @@ void C_RestoreCallBackHdlr(unsigned long value) {
     try {
         (void)object->RestoreCallBackHdlr(value);
     } catch (...) {
-        // The failure has been logged; nothing may be thrown into the platform, which is C.
+        // The failure has been logged; the platform is C, so no exception may reach it.
         return;
     }
 }

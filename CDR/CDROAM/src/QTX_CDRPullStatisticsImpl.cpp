@@ -6,7 +6,7 @@ using namespace cdroam;
 
 namespace {
 
-// Counts the calls of the method for as long as the module is loaded.
+// Counts the calls of the method while the module is loaded.
 unsigned int RefreshReturn = 0;
 
 } // namespace

@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint32_t kNoQueue = 0xFFFFFFFF;
 constexpr const char* kQueueName = "CDRService";
 
-// Count the calls of each method for as long as the module is loaded.
+// Count the calls of each method while the module is loaded.
 unsigned int RefreshReturn = 0;
 unsigned int ClipFileReturn = 0;
 
@@ -28,12 +28,12 @@ QTX_CDRServiceImpl::QTX_CDRServiceImpl(const std::string& systemCreationClassNam
 }
 
 int QTX_CDRServiceImpl::getReportType(unsigned char& value, QualifierArray& qualifiers) const {
-    // By the format last read: a provider reads it before the report type.
+    // Depends on the format last read or written: a provider reads it before the report type.
     appendValidValueMap(qualifiers, format_.cached() == 0 ? 1 : 3);
     return reportType_.get(value);
 }
 
-// The traces on standard output are fixed texts that people look for.
+// The traces on standard output are fixed: support staff searches for them.
 int QTX_CDRServiceImpl::getAnswerSupervision(bool& value, QualifierArray& /*qualifiers*/) const {
     const std::uint32_t status = answerSupervision_.load();
     const int result = answerSupervision_.show(status, value);

@@ -16,7 +16,7 @@ using OpenWBEM::CIMValue;
 namespace cdroam {
 namespace {
 
-// The qualifier's type bears the data type's name, the qualifier its own.
+// The qualifier's type is named after the data type, not after the qualifier.
 CIMQualifier makeQualifier(const char* typeName, CIMDataType::Type type, const char* name, const CIMValue& value) {
     CIMQualifierType qualifierType(typeName);
     qualifierType.setDataType(CIMDataType(type));
@@ -38,7 +38,7 @@ void appendValidValueMap(QualifierArray& qualifiers, unsigned int last) {
     std::vector<OpenWBEM::UInt32> numbers(last + 1);
     std::iota(numbers.begin(), numbers.end(), OpenWBEM::UInt32(0));
     const OpenWBEM::UInt32Array values(numbers.begin(), numbers.end());
-    // A type "string" with numbers for its value: deliberate, clients know the qualifier so.
+    // A qualifier of type "string" with numbers as its value is deliberate: clients know it like this.
     qualifiers.push_back(makeQualifier("string", CIMDataType::STRING, "ValidValueMap", CIMValue(values)));
 }
 

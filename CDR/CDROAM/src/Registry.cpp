@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kComponent = "CDR";
 
-// Status of the latest access, for a debugger; nothing decides by it.
+// Status of the latest access, for a debugger; no code reads it.
 std::atomic<std::uint32_t> ret{0};
 
 std::uint32_t noted(std::uint32_t status) {

@@ -9,7 +9,7 @@
 namespace cdroam {
 namespace {
 
-// The first two tokens between colons, cut as strtok cuts: colons in a row count as one. Works on a copy, so that the
+// The first two tokens between colons, split like strtok: colons in a row count as one. Works on a copy, so that the
 // text can be split again.
 class Tokens {
   public:

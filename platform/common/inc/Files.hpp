@@ -30,8 +30,7 @@ class UniqueFd {
 /// The directory that an absolute path lies in.
 std::string directoryOf(const std::string& path);
 
-/// Opens a file that is closed on exec; retries an interrupted call. On failure the result is not open and errno says
-/// why.
+/// Opens a file with close-on-exec; retries an interrupted call. On failure the result is not open and errno says why.
 UniqueFd openFile(const std::string& path, int flags, mode_t mode = 0);
 
 /// Reads the whole file from its start. Returns 0 or an errno; EFBIG when it holds more than `limit` bytes.
@@ -41,9 +40,9 @@ int readFile(const std::string& path, std::size_t limit, std::string& content);
 /// Writes all bytes at the descriptor's position. Returns 0 or an errno.
 int writeAll(int fd, std::string_view bytes);
 
-/// Replaces the file's content atomically: a reader sees the old or the new one, also after a power cut. Keeps owner
-/// and permissions of an existing file, otherwise creates it with `mode`. Returns 0, or an errno with the file
-/// unchanged.
+/// Replaces the content of the file at an absolute path atomically: a reader sees the old or the new one, also after a
+/// power cut. Keeps owner and permissions of an existing file, otherwise creates it with `mode`. Returns 0, or an errno
+/// with the file unchanged.
 int replaceFile(const std::string& path, std::string_view content, mode_t mode);
 
 /// Creates the directory unless it exists; its parent must exist. Returns 0 or an errno.

@@ -5,8 +5,8 @@
 
 namespace zpo {
 
-// Objects that one process has once. None is ever destroyed: threads and late callers may use them while the process
-// exits.
+// Objects that exist once per process. They are never destroyed: threads and late callers may use them while the
+// process exits.
 
 /// The process's only State, made at the first call. A fork waits for its member `mutex`, so that a child never
 /// inherits it locked.
@@ -22,7 +22,7 @@ State& sharedState() {
 }
 
 /// The process's only Object, for objects that must not be used across a fork: a child leaves its parent's alone and
-/// makes one of its own.
+/// makes its own.
 template <class Object>
 class PerProcess {
   public:

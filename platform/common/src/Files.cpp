@@ -11,7 +11,7 @@
 namespace zpo {
 namespace {
 
-// The kernel's own wait for a file lock has no limit, so a bounded one looks again in steps.
+// The kernel's own wait for a file lock has no limit, so a bounded wait polls, in growing steps.
 constexpr std::chrono::microseconds kShortestStep{50};
 constexpr std::chrono::microseconds kLongestStep{1000};
 constexpr off_t kTurnByte = 0;
@@ -124,7 +124,7 @@ int readFile(int fd, std::size_t limit, std::string& content) {
 
 int readFile(const std::string& path, std::size_t limit, std::string& content) {
     content.clear();
-    // Non-blocking, so that a FIFO in the file's place fails to be read instead of stopping the caller.
+    // Non-blocking, so that a FIFO in the file's place does not block the caller.
     const UniqueFd fd = openFile(path, O_RDONLY | O_NONBLOCK);
     return fd ? readFile(fd.get(), limit, content) : errno;
 }
@@ -176,8 +176,8 @@ FileLock::~FileLock() {
     }
 }
 
-// Two bytes of the file are locked: the holder of the turn is the next to get the lock. So a process that takes the
-// lock again and again lets the others in.
+// Two bytes of the file are locked: whoever holds the turn byte gets the lock next. So a process that takes the lock
+// again and again cannot starve the others.
 int FileLock::acquire(const std::string& path, std::chrono::milliseconds timeout) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
     fd_ = openFile(path, O_RDWR | O_CREAT, 0660);

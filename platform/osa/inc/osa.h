@@ -21,7 +21,7 @@ extern "C" {
 #endif
 
 #define OSA_OK 0u
-#define OSA_BAD_ARGUMENT 0x300001u     /* null pointer, or a message of 0 or more than 4096 bytes */
+#define OSA_BAD_ARGUMENT 0x300001u     /* null pointer, buffer of 0 bytes, message of 0 or more than 4096 bytes */
 #define OSA_BAD_NAME 0x300002u         /* not 1 to 64 letters, digits, '.', '_', '-', or a leading dot */
 #define OSA_QUEUE_NOT_FOUND 0x300003u  /* nobody has created the queue, or it has been deleted */
 #define OSA_QUEUE_FULL 0x300004u       /* the queue has no room for the message */
@@ -35,14 +35,15 @@ extern "C" {
 
 #define OSA_MAX_MESSAGE 4096u
 
-/* Finds the queue `name` and stores its id in `*id`; on failure `*id` is left as it was. */
+/* Finds the queue `name` and stores its id in `*id`, which a failure leaves unchanged. */
 OSA_API uint32_t osQueueGetId(const char* name, uint32_t* id);
 
-/* Puts a message of `length` bytes (1 to 4096) at the end of the queue. Never blocks: OSA_QUEUE_FULL. */
+/* Puts a message of `length` bytes (1 to 4096) at the end of the queue. Never blocks: OSA_QUEUE_FULL when there is no
+ * room. */
 OSA_API uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length);
 
-/* Creates the queue `name` and stores its id in `*id`. A queue of that name that exists already is taken over with the
- * messages it holds, so an owner that was restarted goes on with its queue. */
+/* Creates the queue `name` and stores its id in `*id`. An existing queue of that name is taken over with its messages,
+ * so a restarted owner continues with its queue. */
 OSA_API uint32_t osQueueCreate(const char* name, uint32_t* id);
 
 /* Takes the oldest message from the queue, copies it to `buffer` of `size` bytes and stores its length in `*length`.

@@ -17,7 +17,8 @@
 namespace zpo {
 namespace {
 
-// Names live in STATE/queues, one file a queue: "ID KEY CREATED". Changes are made under the lock STATE/queues/.lock.
+// STATE/queues holds one file per queue, named like it: "ID KEY CREATED". Changes are made under the lock
+// STATE/queues/.lock.
 constexpr std::size_t kMaxFile = 128;
 constexpr int kKeyAttempts = 100;
 

@@ -23,14 +23,14 @@ bool isQueueName(const char* name);
 /// Asks the kernel for the queue with this id. Returns 0 or an errno.
 int inspectQueue(int id, QueueIdentity& identity);
 
-/// Reads the file that names a queue in the state directory and makes sure that the queue still is the one it names.
-/// Returns a status of osa.h.
+/// Reads the file that names a queue in the state directory and checks that the kernel's queue is still the one it
+/// names. Returns a status of osa.h.
 std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity);
 
-/// Finds the name file of the queue with this id. OSA_QUEUE_NOT_FOUND when the id is no live queue of the directory.
+/// Finds the name file of the queue with this id. OSA_QUEUE_NOT_FOUND when no file names a live queue with it.
 std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name);
 
-/// Creates the queue and its file, or takes over the one that lives. Returns a status of osa.h.
+/// Creates the queue and its file, or takes over an existing queue. Returns a status of osa.h.
 std::uint32_t createQueue(const std::string& name, QueueIdentity& identity);
 
 /// Removes the queue and its file. Returns a status of osa.h.

@@ -22,7 +22,7 @@ struct Message {
     char bytes[OSA_MAX_MESSAGE];
 };
 
-// The kernel's own wait has no limit, so a bounded one looks again in steps.
+// The kernel's own wait has no limit, so a bounded wait polls, in growing steps.
 constexpr std::chrono::milliseconds kShortestStep{1};
 constexpr std::chrono::milliseconds kLongestStep{20};
 
@@ -35,7 +35,7 @@ std::uint32_t guarded(Work work) noexcept {
     }
 }
 
-// The queues that this process has used, so that an id which the kernel has given to another queue is noticed.
+// The queues that this process has used, to notice when the kernel has given an id to another queue.
 class KnownQueues {
   public:
     std::mutex mutex; ///< for the members and, over a fork, for sharedState()
@@ -64,7 +64,7 @@ KnownQueues& knownQueues() {
     return sharedState<KnownQueues>();
 }
 
-// Whether the id is a live queue of the state directory.
+// Returns OSA_OK when the id is that of a live queue of the state directory.
 std::uint32_t checkId(std::uint32_t id) {
     QueueIdentity present;
     const int error = id > 0x7fffffffU ? EINVAL : inspectQueue(static_cast<int>(id), present);
@@ -103,7 +103,7 @@ std::uint32_t statusOfQueueError(int error) {
     }
 }
 
-// One attempt; an empty queue is OSA_TIMEOUT unless the kernel waits (flags without IPC_NOWAIT).
+// One attempt. With IPC_NOWAIT in `flags` an empty queue gives OSA_TIMEOUT; without it the kernel waits.
 std::uint32_t receiveOnce(std::uint32_t id, Message& message, std::uint32_t size, std::uint32_t& length, int flags) {
     ssize_t count = -1;
     do {

@@ -1,9 +1,9 @@
 /*
  * The shared platform library: configuration registry, diagnostic log, task scheduler, backup/restore notification.
  *
- * Every function returns a status, 0 (ZPO_OK) on success; the statuses are listed below and described, with what to do
- * about them, in docs/PLATFORM.md. No function keeps a pointer that it was given, except the notification callback.
- * Every function may be called from any thread, and in a forked child. No function throws.
+ * Every function that can fail returns a status, 0 (ZPO_OK) on success; the statuses are listed below and described,
+ * with what to do about them, in docs/PLATFORM.md. No function keeps a pointer passed to it, except the notification
+ * callback. Every function may be called from any thread, and in a forked child. No function throws.
  *
  * Environment (read once, at first use; ignored in set-user-ID programs; a directory must be an absolute path):
  *   ZPO_STATE_DIR      registry, locks, queue names           default /var/lib/zpo
@@ -87,9 +87,9 @@ extern "C" {
 
 /* One store shared by all processes of the device. An entry is named by component, section and key (each 1 to 127
  * bytes, no control characters) and is binary (1 to 65536 bytes), a text (up to 511 bytes) or a 32-bit integer; writing
- * an entry replaces it with its kind. A write has reached the disk when the function returns 0; one that was
- * interrupted has not happened. A write waits for other writers, at most ZPO_LOCK_TIMEOUT: ZPO_REG_LOCKED. A read waits
- * for no other process. On a failed read the destination is left as it was. */
+ * an entry replaces both value and kind. A write has reached the disk when the function returns 0; an interrupted write
+ * has no effect. A write waits for other writers, at most ZPO_LOCK_TIMEOUT: ZPO_REG_LOCKED. A read never waits for
+ * another process. A failed read leaves the destination unchanged. */
 
 #define ZPO_REG_MAX_NAME 127u
 #define ZPO_REG_MAX_TEXT 511u
@@ -170,7 +170,7 @@ typedef struct ZpoScheduledTaskEntry {
 } ZpoScheduledTaskEntry;
 #pragma pack(pop)
 
-/* Adds a task. `a`, `b`, `c` are reserved and ignored (callers pass 1000). An identical task is added beside the first.
+/* Adds a task. `a`, `b`, `c` are reserved and ignored (callers pass 1000). An identical task is added again.
  */
 ZPO_API uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c);
 
@@ -194,7 +194,7 @@ typedef void (*ZpoRegBackupAndRestoreCallback)(unsigned long event);
 
 /* Registers `callback` under `name` (1 to 64 bytes): it is called once for each backup or restore of the registry, by
  * whatever process, that is completed from now on. `kind` is a mask of the events wanted. A second registration under
- * the same name in the same process replaces the callback and the mask, and loses no event that is still to be told.
+ * the same name in the same process replaces the callback and the mask; events not yet delivered are not lost.
  * The shared object that holds the callback stays loaded until the process ends. A forked child has no registrations.
  */
 ZPO_API uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind);

@@ -15,7 +15,7 @@ constexpr std::size_t kMaxBackupBytes = std::size_t{256} << 20U;
 
 std::string formatBackup(const std::vector<Entry>& entries);
 
-/// Appends the entries of a backup, or returns false and tells in `error` why it is not a whole one.
+/// Appends the entries of a backup. Returns false and sets `error` when the backup is damaged or incomplete.
 bool parseBackup(std::string_view text, std::vector<Entry>& entries, std::string& error);
 
 } // namespace zpo

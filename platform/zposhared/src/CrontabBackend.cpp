@@ -18,7 +18,7 @@ std::string userName() {
     passwd* found = nullptr;
     getpwuid_r(geteuid(), &entry, buffer.data(), buffer.size(), &found);
     const std::string name = found == nullptr ? "" : found->pw_name;
-    // BusyBox passes over files with a dot in the name; a slash would leave the directory.
+    // BusyBox skips files with a dot in the name; a slash would leave the directory.
     return name.find_first_of("./") == std::string::npos ? name : "";
 }
 

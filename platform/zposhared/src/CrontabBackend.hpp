@@ -8,17 +8,17 @@ namespace zpo {
 
 constexpr std::size_t kMaxCrontabBytes = std::size_t{1} << 20U;
 
-/// Where the process's user's crontab is kept. The caller holds the lock over a read and the write that follows.
+/// Where the crontab of the process's user is kept. The caller holds a lock from a read to the write that follows.
 class CrontabBackend {
   public:
     virtual ~CrontabBackend() = default;
-    /// Reads the whole table; one that does not exist is empty. Returns a status of ZpoShared.h.
+    /// Reads the whole table; a missing table is empty, not an error. Returns a status of ZpoShared.h.
     virtual std::uint32_t read(std::string& table) = 0;
     /// Replaces the whole table at once or not at all. Returns a status of ZpoShared.h.
     virtual std::uint32_t write(const std::string& table) = 0;
 };
 
-/// A crontabs directory as BusyBox's crond reads it: one file a user, and `cron.update` with the names of those
+/// A crontabs directory as BusyBox's crond reads it: one file per user, and `cron.update` with the names of those
 /// changed.
 std::unique_ptr<CrontabBackend> makeCrontabDirectory(const std::string& directory);
 

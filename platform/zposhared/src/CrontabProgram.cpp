@@ -24,8 +24,8 @@ constexpr int kKilled = -1;
 constexpr int kLost = -2; // the host process has reaped the child itself
 
 struct Outcome {
-    int error = 0;    // an errno when the program could not be run
-    int exitCode = 0; // killed or lost below
+    int error = 0;    // an errno when the program could not be run or its output not be read
+    int exitCode = 0; // or kKilled, kLost
     std::string output, messages;
 };
 
@@ -60,7 +60,7 @@ class SpawnSetup {
 
     void standard(int number, const UniqueFd& fd) { posix_spawn_file_actions_adddup2(&actions_, fd.get(), number); }
 
-    // A privileged program does not search for crontab in whatever PATH its caller had.
+    // Returns 0 or an errno. A set-user-ID program does not search its caller's PATH for crontab.
     int run(pid_t& child, const char* argument) {
         char name[] = "crontab";
         char path[] = "PATH=/usr/bin:/bin";
@@ -87,7 +87,7 @@ int waitFor(pid_t child) {
     pollfd ended{handle.get(), POLLIN, 0};
     const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
     int ready = -1;
-    while (handle && ready < 0) { // a signal interrupts it
+    while (handle && ready < 0) { // again after a signal
         const auto left = deadline - std::chrono::steady_clock::now();
         ready = poll(&ended, 1, std::max(0, static_cast<int>(left / std::chrono::milliseconds(1))));
     }

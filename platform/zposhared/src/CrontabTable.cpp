@@ -67,7 +67,7 @@ bool takeDay(std::string_view& rest, std::string& day) {
     return ok;
 }
 
-// Undoes quoted(). Takes any text: the caller compares what quoted() makes of the result.
+// Undoes quoted(). Accepts any text: the caller checks that quoted() gives it back.
 std::string unquoted(std::string_view command) {
     std::string path;
     bool inside = false;

@@ -23,12 +23,14 @@ struct CrontabTask {
 
 /// Checks and converts a task to be created: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD.
 std::uint32_t taskFrom(const ZpoScheduledTask& record, CrontabTask& task);
-/// Converts a record that names a task: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD (an unterminated day text).
+/// Converts a record that names a task: 0, ZPO_SCHED_BAD_PATH or ZPO_SCHED_BAD_FIELD (a day text that is empty or not
+/// NUL-terminated).
 std::uint32_t taskFrom(const ZpoScheduledTaskRecord& record, CrontabTask& task);
-/// Checks a program's path that ends within 256 bytes: absolute, no '%' (a line feed to cron), no control character.
+/// Checks a program's path: absolute, at most 255 bytes, no '%' (a line feed to cron), no control character. Reads no
+/// further than 256 bytes. 0 or ZPO_SCHED_BAD_PATH.
 std::uint32_t checkPath(const char* path);
 
-/// A crontab's text, edited so that every byte that is not a task of this library stays.
+/// A crontab's text. Editing leaves everything but this library's tasks untouched.
 ///
 /// A task is a line of exactly this form; the program's path is quoted for the shell where it needs it:
 ///     30 8 * * 3 /qv/bin/CDRTransfer

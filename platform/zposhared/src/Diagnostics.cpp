@@ -147,7 +147,7 @@ void logInternal(std::int32_t level, const std::string& text) noexcept {
         const Module self{"ZpoShared", sinkFor(all, kOwnLog)};
         writeLine(self, formatEntry(0, level, 0, text.c_str()));
     } catch (const std::exception&) {
-        return; // nowhere left to say so
+        return; // nowhere left to report it
     }
 }
 

@@ -13,7 +13,7 @@ std::uint32_t addLogEntry(std::uint32_t handle, std::int32_t category, std::int3
                           const char* text);
 std::uint32_t deregisterModule(std::uint32_t handle);
 
-/// Writes an entry of the library itself to ZpoShared.log; nothing happens when that fails.
+/// Writes an entry of the library itself to ZpoShared.log; a failure is ignored.
 void logInternal(std::int32_t level, const std::string& text) noexcept;
 
 /// The text as it stands in a log line: control characters and backslashes escaped, the rest as it is.

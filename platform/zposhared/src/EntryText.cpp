@@ -142,7 +142,7 @@ const char* parseValue(LineReader& line, Entry& entry) {
     return "the kind is not binary, text or int";
 }
 
-// The empty text, or what is wrong with the line.
+// Returns what is wrong with the line, or an empty text.
 std::string parseLine(std::string_view text, Entry& entry) {
     LineReader line(text);
     if (!line.word(entry.component) || !line.word(entry.section) || !line.word(entry.key)) {

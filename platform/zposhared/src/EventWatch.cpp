@@ -23,11 +23,11 @@ std::string nearestExisting(std::string path) {
 } // namespace
 
 void announceEvent(const std::string& directory) {
-    // The watchers see that a file open for writing is closed. Should this fail, they look within seconds.
+    // Watchers notice the close of a file that was open for writing. If this fails, they look within seconds anyway.
     openFile(directory + "/registry.notify", O_WRONLY | O_CREAT | O_NONBLOCK, 0660);
 }
 
-// The directory above is watched, too: inotify is silent about a directory removed while files in it are open.
+// The parent directory is watched too: inotify is silent about a directory removed while files in it are open.
 bool EventWatch::watch(const std::string& found) {
     inotify_ = UniqueFd(inotify_init1(IN_CLOEXEC | IN_NONBLOCK));
     struct stat status {};
@@ -48,7 +48,7 @@ void EventWatch::arm() {
     }
     std::string watched;
     for (std::string found = nearestExisting(directory_); found != watched; found = nearestExisting(directory_)) {
-        watched = found; // looks once more for one that has appeared meanwhile
+        watched = found; // and look again: a nearer one may have appeared meanwhile
         if (!watch(found)) {
             return;
         }

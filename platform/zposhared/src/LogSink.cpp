@@ -57,7 +57,7 @@ void LogSink::rotate(std::size_t lineLength) {
     }
     FileLock lock;
     if (lock.acquire(path_ + ".lock", kRotationPatience) != 0) {
-        return; // a line in a file that is too long is better than a lost one
+        return; // better an overlong file than a lost line
     }
     if (isCurrent()) { // otherwise another process has just rotated it
         for (std::size_t number = kOlderFiles; number > 0; --number) {

@@ -29,7 +29,7 @@ class LogSink final : public spdlog::sinks::base_sink<spdlog::details::null_mute
     const std::string path_;
     const std::uint64_t maxBytes_;
     UniqueFd fd_;
-    bool lineIsOpen_ = false; ///< a failed write may have left a line without its end
+    bool lineIsOpen_ = false; ///< a failed write may have left a line without its line feed
 };
 
 } // namespace zpo

@@ -30,7 +30,7 @@ constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call
 struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
-    std::optional<StoreCounters> told; ///< what it has been told of; empty: the registry could not be read
+    std::optional<StoreCounters> told; ///< the events it has been told of; empty: the registry could not be read
 };
 
 struct Call {
@@ -48,8 +48,8 @@ std::optional<StoreCounters> currentCounters() {
     return counters;
 }
 
-// How many events a registration has not been told of. Another store's all are new; of a store that could not be read
-// before, one is told.
+// How many events a registration has not been told of. In another store all are new; in a store that could not be read
+// before, at most one is.
 std::uint64_t newEvents(const Registration& registration, const StoreCounters& now,
                         std::uint64_t StoreCounters::*count) {
     if (!registration.told) {

@@ -26,7 +26,7 @@ std::uint32_t EntryName::assign(const char* component, const char* section, cons
     if (!append(component) || !append(section) || !append(key)) {
         return ZPO_REG_BAD_NAME;
     }
-    --length_; // the last NUL is no part of the key
+    --length_; // the last NUL is not part of the key
     return ZPO_OK;
 }
 

@@ -7,11 +7,11 @@
 
 namespace zpo {
 
-/// Kind of an entry; the value is what stands in the store.
+/// Kind of an entry; the character is what the store holds.
 enum class EntryKind : char { Binary = 'b', Text = 't', Integer = 'i' };
 
-/// An entry's name as the store's key: component, section and key, separated by NUL. Not allocated, because every read
-/// makes one.
+/// An entry's name as the store's key: component, section and key, separated by NUL. A fixed array, because every read
+/// makes one and should not allocate.
 class EntryName {
   public:
     /// Checks and joins the three texts. ZPO_REG_BAD_ARGUMENT when one is null, ZPO_REG_BAD_NAME when one is unusable.

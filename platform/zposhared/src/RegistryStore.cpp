@@ -53,7 +53,7 @@ bool isDiskFull(const std::string& path) {
     return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
 }
 
-// Calls `each` for every entry; MDB_NOTFOUND from LMDB is the end.
+// Calls `each` for every entry.
 template <class Each>
 std::uint32_t forEach(MDB_txn* transaction, MDB_dbi entries, Each each) {
     MDB_cursor* cursor = nullptr;
@@ -149,7 +149,7 @@ void RegistryStore::recover(int error) {
         return;
     }
     if (error == MDB_MAP_RESIZED) {
-        mdb_env_set_mapsize(store_->env(), 0); // another process works with a larger store: follow it
+        mdb_env_set_mapsize(store_->env(), 0); // another process has enlarged the store: adopt its size
     } else if (error == MDB_PANIC) {
         store_.reset();
     } else {
@@ -184,7 +184,7 @@ std::uint32_t RegistryStore::reading(const Work& work) {
     return readingOnce(work, error);
 }
 
-// A wait for LMDB's own write lock has no limit. While this lock is held, LMDB's is free.
+// LMDB waits for its own write lock without limit. Whoever holds this lock finds LMDB's free.
 std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
     const int error = lock.acquire(lockPath_, lockTimeout_);
     if (error == ETIMEDOUT) {
@@ -199,7 +199,7 @@ std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
     std::shared_lock<std::shared_mutex> lock;
     std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
     if (status == ZPO_OK) {
-        lock.unlock(); // no reader of this process waits along
+        lock.unlock(); // so that the process's readers can reopen the store meanwhile
         status = lockForWriting(writeLock);
     }
     if (status != ZPO_OK || (status = acquire(lock, true)) != ZPO_OK) {
@@ -217,7 +217,7 @@ std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
         return status;
     }
     error = mdb_txn_commit(transaction);
-    // LMDB reports a write that the disk had room for only in part as an input/output error.
+    // LMDB reports a write cut short by a full disk as an input/output error.
     return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
 }
 

@@ -19,7 +19,8 @@
 namespace zpo {
 
 /// The configuration registry in one LMDB file. Opened at first use and again after a failure or when the file has been
-/// replaced. All operations return a status of ZpoShared.h, may run in any thread, and use names already checked.
+/// replaced. All operations return a status of ZpoShared.h and may be called from any thread; EntryName has checked the
+/// names.
 class RegistryStore {
   public:
     /// The store `directory`/registry.mdb, at most `mapBytes` large. Nothing is opened yet.
@@ -38,11 +39,12 @@ class RegistryStore {
     std::uint32_t writeAll(const std::vector<Entry>& entries, bool keepExisting);
     /// Replaces the whole content by the entries, or changes nothing, and counts a restore in the same transaction.
     std::uint32_t replaceAll(const std::vector<Entry>& entries);
-    /// Appends all entries, in the order of their names. `damaged` counts the records that were passed over.
+    /// Appends all entries, in the order of their names. Adds the number of damaged records, which are skipped, to
+    /// `damaged`.
     std::uint32_t list(std::vector<Entry>& entries, std::size_t& damaged);
 
     std::uint32_t countBackup();
-    /// Reads the counters; a store that was never written has none (all zero).
+    /// Reads the counters; a store that was never written has all zero.
     std::uint32_t counters(StoreCounters& counters);
 
   private:
@@ -63,7 +65,7 @@ class RegistryStore {
     void report(std::uint32_t status, const std::string& problem);
 
     const std::string path_;
-    const std::string lockPath_; ///< locked while an entry is written, by one thread of all processes
+    const std::string lockPath_; ///< locked while a thread of any process writes
     const std::size_t mapBytes_;
     const std::chrono::milliseconds lockTimeout_;
     std::shared_mutex mutex_; ///< shared: using store_; exclusive: replacing it

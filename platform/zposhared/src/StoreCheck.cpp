@@ -46,7 +46,7 @@ constexpr std::uint16_t kBigData = 1;
 constexpr std::size_t kNoRoot = ~std::size_t{0};
 constexpr std::size_t kMaxPages = (std::size_t{1} << 30U) / 512; // the largest store in the smallest pages
 constexpr std::uint16_t kMaxDepth = 32;                          // LMDB's cursors go no deeper
-// Flags of the free tree: integer keys and, of the whole file, "no sub-directory"; the entries' tree has none.
+// The free tree's flags: its keys are integers, and the store is a file (MDB_NOSUBDIR). The entries' tree has none.
 constexpr std::uint16_t kFreeTreeFlags = 0x4008;
 
 template <class T>
@@ -89,7 +89,7 @@ std::string readHead(int fd, std::size_t offset, Head& head) {
     return checkHead(load<PageHeader>(bytes, 0), head);
 }
 
-// Walks both trees of one head and marks each page that it meets; meeting a page twice is damage.
+// Walks both trees of one head and marks each page it visits; a page visited twice is damage.
 class PageWalk {
   public:
     PageWalk(int fd, const Head& head)

@@ -13,11 +13,11 @@ namespace zpo {
 namespace {
 
 constexpr unsigned kMaxReaders = 1024; // threads of all processes that read at once
-// At least what LMDB needs for that: 64 bytes a reader, 128 of its own. A file that is larger has more places.
+// At least what LMDB needs for that: 64 bytes per reader and 128 of its own. The rest gives more places.
 constexpr off_t kLockFileBytes = off_t{kMaxReaders} * 64 + 4096;
 constexpr int kHeadAttempts = 20;
 
-// The file is checked before LMDB maps it. A file that does not exist yet is fine.
+// Checks the file before LMDB maps it. A missing file is not an error.
 std::uint32_t checkFile(const std::string& path, std::string& problem) {
     const UniqueFd fd = openFile(path, O_RDONLY | O_NONBLOCK);
     if (!fd) {
@@ -173,7 +173,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     device_ = status.st_dev;
     inode_ = status.st_ino;
     size_ = status.st_size;
-    // A new file must be found again after a power cut, not only its content.
+    // After a power cut a new file's name must be there too, not only its content.
     syncDirectory(directoryOf(path_));
     return ZPO_OK;
 }

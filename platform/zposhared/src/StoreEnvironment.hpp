@@ -14,8 +14,8 @@ std::uint32_t statusOfError(int error);
 /// An opened and checked store file: LMDB's environment and what identifies the file.
 class StoreEnvironment {
   public:
-    /// Opens the file `path`, creating it and its directory if needed; falls back to reading when it cannot be written.
-    /// Returns a status; on failure `problem` tells the log why.
+    /// Opens the file `path`, creating it and its directory if needed; opens it read-only when it cannot be written.
+    /// Returns a status; for a damaged file `problem` says what is wrong.
     static std::uint32_t open(const std::string& path, std::size_t mapBytes, std::unique_ptr<StoreEnvironment>& result,
                               std::string& problem);
     StoreEnvironment(const StoreEnvironment&) = delete;
@@ -25,7 +25,7 @@ class StoreEnvironment {
     MDB_env* env() const { return env_; }
     MDB_dbi entries() const { return entries_; }
     bool isReadOnly() const { return readOnly_; }
-    /// Whether the path still leads to this file and the file has not been cut.
+    /// Whether the path still leads to this file and the file has not been truncated.
     bool isCurrent() const;
 
   private:

@@ -6,7 +6,7 @@
 
 namespace zpo {
 
-/// What the store counts. A new store has another identity, so its counters are not compared with an older one's.
+/// What the store counts. Each store has its own identity, so counters of different stores are never compared.
 struct StoreCounters {
     std::uint64_t identity = 0;
     std::uint64_t backups = 0;
@@ -19,7 +19,7 @@ struct HeadRecord {
     StoreCounters counters;
 };
 
-/// Bytes as LMDB takes them, which only reads them; and back.
+/// Converts to LMDB's type and back. LMDB does not write to the bytes.
 MDB_val valueOf(std::string_view bytes);
 std::string_view viewOf(const MDB_val& value);
 
@@ -30,7 +30,7 @@ bool isHeadKey(std::string_view key);
 std::uint32_t getHead(MDB_txn* transaction, MDB_dbi entries, HeadRecord& head);
 std::uint32_t putHead(MDB_txn* transaction, MDB_dbi entries, const HeadRecord& head);
 
-/// Reads the record and gives a new store its format number and identity. Every write begins with this.
+/// Reads the record and gives a new store its format number and identity. Every write but a deletion begins with this.
 std::uint32_t ensureHead(MDB_txn* transaction, MDB_dbi entries, HeadRecord& head);
 
 } // namespace zpo
