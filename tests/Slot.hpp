@@ -5,6 +5,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <numeric>
+#include <typeinfo>
 #include <vector>
 
 /// The slot of a virtual function in its class's primary table, which begins with two for the destructor: its member
@@ -19,10 +20,15 @@ std::size_t slot(Member member) {
     return pointer[0] / sizeof(void*);
 }
 
-/// The members have successive slots.
+template <class Class, class Member>
+const char* classOf(Member Class::* /*member*/) {
+    return typeid(Class).name();
+}
+
+/// The members have successive slots. A failure names the class of the last, which is not one of a base.
 template <class... Members>
 void expectSlotsFrom(std::size_t first, Members... members) {
     std::vector<std::size_t> expected(sizeof...(members));
     std::iota(expected.begin(), expected.end(), first);
-    EXPECT_EQ((std::vector<std::size_t>{slot(members)...}), expected);
+    EXPECT_EQ((std::vector<std::size_t>{slot(members)...}), expected) << (classOf(members), ...);
 }

@@ -1,7 +1,7 @@
 // An example of a managed class.
+// [declare]
 #pragma once
 
-// [declare]
 #include "InstanceManager.hpp"
 #include "ManagedObject.hpp"
 

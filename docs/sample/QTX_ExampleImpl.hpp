@@ -1,7 +1,7 @@
 // The example in the configuration registry.
+// [declare-impl]
 #pragma once
 
-// [declare-impl]
 #include "QTX_Example.hpp"
 #include "Setting.hpp"
 

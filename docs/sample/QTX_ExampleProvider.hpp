@@ -1,7 +1,7 @@
 // The CIM provider of QTX_Example.
+// [declare-provider]
 #pragma once
 
-// [declare-provider]
 #include "ClassProvider.hpp"
 #include "QTX_Example.hpp"
 

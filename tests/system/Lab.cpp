@@ -63,7 +63,7 @@ Lab::Lab(Registry registry) {
     std::filesystem::create_directories(home_ / "crontabs");
     run("osqueue create CDRService");
     if (registry == Registry::Factory) {
-        EXPECT_EQ(run("zporeg load " DEFAULTS), "45 entries loaded\n");
+        EXPECT_THAT(run("zporeg load " DEFAULTS), testing::EndsWith(" entries loaded\n"));
     }
 }
 

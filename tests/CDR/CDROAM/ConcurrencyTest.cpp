@@ -47,7 +47,7 @@ TEST_F(ConcurrencyTest, AllIsUsedAtOnce) {
         threads.emplace_back([this] {
             for (int round = 0; round < 5; ++round) {
                 push();
-                useAll();
+                EXPECT_EQ(failure([this] { useAll(); }), "");
                 restore();
             }
         });

@@ -3,6 +3,8 @@
 #include "QTX_CDRServiceImpl.hpp"
 #include "QTX_CDRServicePrefixBinProvider.hpp"
 
+#include <algorithm>
+
 using namespace OpenWBEM;
 using testing::IsEmpty;
 using testing::MatchesRegex;
@@ -14,6 +16,10 @@ struct ClassCase {
     std::vector<std::string> paths;
     std::vector<std::string> methods;
 };
+
+std::ostream& operator<<(std::ostream& out, const ClassCase& c) {
+    return out << c.name;
+}
 
 std::vector<std::string> binPaths(const std::string& name, int count) {
     std::vector<std::string> paths;
@@ -109,6 +115,14 @@ TEST_P(ContractTest, KnowsMethodsByTheirExactNames) {
 
 INSTANTIATE_TEST_SUITE_P(All, ContractTest, testing::ValuesIn(kClasses),
                          [](const auto& tested) { return tested.param.name; });
+
+TEST(Contract, HoldsEveryClass) {
+    for (const PropertyCase& each : propertyCases()) {
+        const auto isIts = [&](const ClassCase& c) { return c.name == each.className(); };
+        EXPECT_TRUE(std::any_of(std::begin(kClasses), std::end(kClasses), isIts))
+            << each << ": its class is not in kClasses";
+    }
+}
 
 // The one instance that is filled for all keeps what could not be read anew.
 TEST_F(ModuleTest, EnumeratingCarriesAnUnreadablePropertyOver) {

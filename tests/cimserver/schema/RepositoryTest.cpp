@@ -278,14 +278,4 @@ TEST_F(Files, AreRefusedWithTheOffendingPlace) {
     EXPECT_FALSE(repository.hasNamespace("root/test"));
 }
 
-TEST(Schema, OfTheModuleLoads) {
-    Repository repository;
-    repository.compileFile(CDR_SCHEMA, "root/cimv2");
-    EXPECT_EQ(repository.subclasses("root/cimv2", "", true).size(), 6u);
-    const CIMClass* const service = repository.findClass("root/cimv2", "QTX_CDRService");
-    ASSERT_NE(service, nullptr);
-    EXPECT_EQ(service->getKeys().size(), 4u);
-    EXPECT_EQ(service->getQualifier(CIMName("Provider")).getValue().toString(), String("c++::CDRProvider"));
-}
-
 } // namespace
