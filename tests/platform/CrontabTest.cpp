@@ -4,13 +4,8 @@
 #include "CrontabTable.hpp"
 #include "Support.hpp"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 

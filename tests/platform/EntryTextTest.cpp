@@ -4,10 +4,9 @@
 #include "BackupFile.hpp"
 #include "Settings.hpp"
 #include "StatusText.hpp"
+#include "Support.hpp"
 #include "ZpoShared.h"
 
-#include <cstdlib>
-#include <gtest/gtest.h>
 #include <sstream>
 
 namespace {

@@ -3,11 +3,7 @@
 
 #include "Support.hpp"
 
-#include <gmock/gmock.h>
-
 #include <set>
-#include <string>
-#include <vector>
 
 namespace lab {
 
@@ -17,20 +13,19 @@ struct Step {
     testing::Matcher<std::string> output;
 };
 
-enum class Registry { Empty, Factory };
-
 class Lab {
   public:
-    /// Prepares the folders and the message queue, and tells all programs of them. No server runs yet.
-    explicit Lab(Registry registry);
+    /// Prepares the folders, the factory settings and the message queue, and tells all programs of them. No server runs
+    /// yet.
+    Lab();
     /// Stops the server.
     ~Lab();
     Lab(const Lab&) = delete;
     Lab& operator=(const Lab&) = delete;
 
     /// Starts the server on a free port with further options and waits until it is ready; the variables HOST, CIM (the
-    /// URL before a class name), SERVICE, PREFIX3, PUSH, ... then name it in commands. `launcher` goes before its name.
-    void start(const std::string& options = "", const std::string& launcher = "");
+    /// URL before a class name), SERVICE, PREFIX3, PUSH, ... then name it in commands.
+    void start(const std::string& options = "");
     /// The server ends orderly, with nothing reported by a sanitizer.
     void stop();
 
@@ -58,18 +53,6 @@ class Lab {
     support::TempDir home_;
     pid_t server_ = -1;
     std::size_t armed_ = 0;
-};
-
-/// A shell command that runs beside the test; the end kills it, and what it started, in whatever they are doing.
-class Background {
-  public:
-    explicit Background(const std::string& command);
-    ~Background();
-    Background(const Background&) = delete;
-    Background& operator=(const Background&) = delete;
-
-  private:
-    pid_t leader_;
 };
 
 } // namespace lab

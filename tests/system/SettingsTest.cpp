@@ -2,10 +2,6 @@
 #include "Lab.hpp"
 #include "PropertyCases.hpp"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 namespace {
 
 using namespace lab;
@@ -53,7 +49,7 @@ std::string change(const PropertyCase& c, const std::string& value) {
 }
 
 TEST(Settings, AreStoredShownAndRefusedEachByItself) {
-    Lab lab(Registry::Factory);
+    Lab lab;
     lab.start();
     for (const PropertyCase& c : propertyCases()) {
         SCOPED_TRACE(c.className() + "." + c.property);
@@ -76,24 +72,8 @@ TEST(Settings, AreStoredShownAndRefusedEachByItself) {
     }
 }
 
-TEST(Settings, AbsentAreShownAsNullAndReadingLeavesTheReportSettingsAbsent) {
-    Lab lab(Registry::Empty);
-    lab.start();
-    Lab::play({
-        {"wbemcli -nl ei ${CIM}QTX_CDRService | grep -c '=$'", "21\n"},
-        {"wbemcli -nl ei ${CIM}QTX_CDRServicePrefixBin | grep -c '^-PrefixBin=$'", "8\n"},
-        {"wbemcli -nl ei ${CIM}QTX_CDRServiceAccessBin | grep -c '^-....*Bin=$'", "10\n"},
-        {"zporeg list", ""},
-        {"show $PUSH TransferType,IPAddress,NumRetry,TransferTime",
-         "-TransferType=4\n-IPAddress=\n-NumRetry=0\n-TransferTime=\n"},
-        {"show $PULLED NumberOfFailedTransfers", "-NumberOfFailedTransfers=0\n"},
-        {"zporeg list", "CDR CDRPush TransferType binary 04\n"},
-    });
-    EXPECT_THAT(lab.diagnostics(), HasSubstr("getDigitsLimit error = 2097165"));
-}
-
 TEST(Settings, OfThePushMoveTheTaskAndNoOtherLineOfTheCrontab) {
-    Lab lab(Registry::Factory);
+    Lab lab;
     const std::string foreign = "# by hand\n*/5 * * * * /bin/true\n";
     lab.setCrontab(foreign);
     lab.start();

@@ -1,10 +1,9 @@
 // Who may be inside a provider together, and that no cycle of waiting is for ever.
 #include "cimserver/provider/Gate.hpp"
+#include "Support.hpp"
 
 #include <atomic>
-#include <functional>
 #include <future>
-#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 using cimserver::provider::Access;

@@ -1,4 +1,5 @@
 // Registration, loading, initialization, errors and the environment.
+#include "Support.hpp"
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/provider/Registrations.hpp"
@@ -9,8 +10,6 @@
 
 #include <atomic>
 #include <future>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 using namespace OpenWBEM;
@@ -189,24 +188,11 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     EXPECT_EQ(enterElsewhere("Quick", Access::Write), "general error (Provider Quick is busy)");
 }
 
-TEST(Exceptions, AllBecomeCimExceptions) {
-    const struct {
-        void (*thrower)();
-        int code;
-        const char* text;
-    } cases[] = {
-        {[] { OW_THROWCIMMSG(CIMException::NOT_FOUND, "it"); }, 6, "requested object could not be found (it)"},
-        {[] { String("12x").toUInt32(); }, 1, "Unable to convert \"12x\" into UInt32"},
-        {[] { throw std::runtime_error("out of paper"); }, 1, "out of paper"},
-        {[] { throw std::runtime_error(""); }, 1, "general error"},
-        {[] { throw 5; }, 1, "Unknown Exception"},
-        {[] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }, 1, "no error (odd)"},
-    };
-    for (const auto& c : cases) {
-        const Outcome thrown = outcomeOf([&] { cimserver::guarded([&] { c.thrower(); }); });
-        EXPECT_EQ(thrown.code, c.code);
-        EXPECT_EQ(thrown.description, c.text);
-    }
+TEST(Exceptions, WithoutATextOrAnErrorAreErrors) {
+    const Outcome silent = outcomeOf([] { cimserver::guarded([] { throw std::runtime_error(""); }); });
+    EXPECT_TRUE(silent.code == 1 && silent.description == "general error") << silent.description;
+    const Outcome odd = outcomeOf([] { cimserver::guarded([] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }); });
+    EXPECT_TRUE(odd.code == 1 && odd.description == "no error (odd)") << odd.description;
 }
 
 TEST(Environment, AnswersTheProvider) {
