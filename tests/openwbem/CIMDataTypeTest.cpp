@@ -1,9 +1,4 @@
-#include "OW_CIMDataType.hpp"
-#include "OW_CIMValue.hpp"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "LibraryTest.hpp"
 
 using namespace OpenWBEM;
 

@@ -1,16 +1,9 @@
 // Array, Enumeration and the counted pointers.
 
-#include "OW_Array.hpp"
+#include "LibraryTest.hpp"
 #include "OW_COWReference.hpp"
-#include "OW_Enumeration.hpp"
-#include "OW_IntrusiveCountableBase.hpp"
-#include "OW_IntrusiveReference.hpp"
 #include "OW_Reference.hpp"
 #include "OW_SharedLibraryReference.hpp"
-#include "OW_String.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstdio>

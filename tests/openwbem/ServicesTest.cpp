@@ -1,23 +1,13 @@
 // Logger, DateTime, OperationContext and the streams.
 
+#include "LibraryTest.hpp"
 #include "OW_BaseStreamBuffer.hpp"
 #include "OW_CerrLogger.hpp"
-#include "OW_DateTime.hpp"
-#include "OW_Format.hpp"
-#include "OW_Logger.hpp"
-#include "OW_OperationContext.hpp"
 #include "OW_StringBuffer.hpp"
-#include "OW_StringStream.hpp"
 #include "OW_UserInfo.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 #include <climits>
 #include <cstdlib>
-#include <functional>
-#include <limits>
-#include <sstream>
 
 using namespace OpenWBEM;
 
