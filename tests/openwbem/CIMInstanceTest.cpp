@@ -5,10 +5,11 @@ using namespace OpenWBEM::WBEMFlags;
 
 namespace {
 
-std::string namesOf(const CIMPropertyArray& properties) {
+template <class Elements>
+std::string namesOf(const Elements& elements) {
     std::string names;
-    for (const CIMProperty& property : properties) {
-        names += std::string(names.empty() ? "" : " ") + property.getName().c_str();
+    for (const auto& element : elements) {
+        names += std::string(names.empty() ? "" : " ") + element.getName().c_str();
     }
     return names;
 }
@@ -210,15 +211,8 @@ TEST(CIMMethod, sortsItsParametersByDirection) {
     method.addParameter(CIMParameter("plain").setDataType(CIMDataType(CIMDataType::STRING, -1)));
     method.addParameter(parameter("in", "In", true)).addParameter(parameter("none", "IN", false));
     method.addParameter(parameter("both", "Out", true));
-    const auto names = [](const CIMParameterArray& parameters) {
-        std::string text;
-        for (const CIMParameter& p : parameters) {
-            text += std::string(" ") + p.getName().c_str();
-        }
-        return text;
-    };
-    EXPECT_EQ(names(method.getINParameters()), " plain in both");
-    EXPECT_EQ(names(method.getOUTParameters()), " both");
+    EXPECT_EQ(namesOf(method.getINParameters()), "plain in both");
+    EXPECT_EQ(namesOf(method.getOUTParameters()), "both");
     EXPECT_FALSE(method.setPropagated().clone(E_LOCAL_ONLY));
     CIMClass thing = thingClass();
     thing.addQualifier(CIMQualifier("Version").setValue(CIMValue("1"))).setSuperClass("ACME_Base");

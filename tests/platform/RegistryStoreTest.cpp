@@ -218,11 +218,8 @@ TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
     for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
         later[at + 6] = 2;
     }
-    const struct {
-        std::string content;
-        std::uint32_t status;
-        std::uint64_t restores;
-    } cases[] = {{later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
+    const std::tuple<std::string, std::uint32_t, std::uint64_t> cases[] = {
+        {later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
     for (const auto& [content, status, restores] : cases) {
         for (const bool toWrite : {true, false}) {
             const TempDir dir;

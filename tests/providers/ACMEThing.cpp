@@ -17,6 +17,9 @@ typedef std::map<std::string, CIMInstance> Things;
 typedef const ProviderEnvironmentIFCRef& Env;
 typedef const String& Text;
 typedef const CIMObjectPath& Path;
+typedef CIMObjectPathResultHandlerIFC Paths;
+typedef CIMInstanceResultHandlerIFC Instances;
+typedef const StringArray* List;
 
 template <class T>
 Array<T> two(const T& a, const T& b) {
@@ -40,8 +43,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         m_things["special"].setProperty("Speciality", CIMValue("everything"));
     }
 
-    void enumInstanceNames(Env, Text ns, Text className, CIMObjectPathResultHandlerIFC& result,
-                           const CIMClass&) override {
+    void enumInstanceNames(Env, Text ns, Text className, Paths& result, const CIMClass&) override {
         if (className.equalsIgnoreCase("ACME_Slot")) {
             result.handle(slotPath(ns, 1));
             result.handle(slotPath(ns, 2));
@@ -57,8 +59,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     CIMInstance getInstance(Env, Text ns, Path path, ELocalOnlyFlag localOnly, EIncludeQualifiersFlag,
-                            EIncludeClassOriginFlag origin, const StringArray* propertyList,
-                            const CIMClass& cimClass) override {
+                            EIncludeClassOriginFlag origin, List propertyList, const CIMClass& cimClass) override {
         if (path.getClassName().equalsIgnoreCase("ACME_Slot")) {
             return slot(path.getKeyValue("Number"), cimClass);
         }
@@ -78,7 +79,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     void modifyInstance(Env, Text ns, const CIMInstance& modified, const CIMInstance&, EIncludeQualifiersFlag,
-                        const StringArray* propertyList, const CIMClass& cimClass) override {
+                        List propertyList, const CIMClass& cimClass) override {
         CIMInstance& thing = find(CIMObjectPath(ns, modified));
         for (const CIMProperty& declared : cimClass.getAllProperties()) {
             if (listed(propertyList, declared.getName())) {
@@ -112,29 +113,28 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return CIMValue(CIMNULL);
     }
 
-    void associators(Env env, CIMInstanceResultHandlerIFC& result, Text ns, Path object, Text, Text resultClass,
-                     Text role, Text resultRole, EIncludeQualifiersFlag, EIncludeClassOriginFlag,
-                     const StringArray*) override {
+    void associators(Env env, Instances& result, Text ns, Path object, Text, Text resultClass, Text role,
+                     Text resultRole, EIncludeQualifiersFlag, EIncludeClassOriginFlag, List) override {
         if (const CIMObjectPath other = otherEnd(ns, object, role, resultRole, resultClass)) {
             result.handle(env->getCIMOMHandle()->getInstance(ns, other));
         }
     }
 
-    void associatorNames(Env, CIMObjectPathResultHandlerIFC& result, Text ns, Path object, Text, Text resultClass,
-                         Text role, Text resultRole) override {
+    void associatorNames(Env, Paths& result, Text ns, Path object, Text, Text resultClass, Text role,
+                         Text resultRole) override {
         if (const CIMObjectPath other = otherEnd(ns, object, role, resultRole, resultClass)) {
             result.handle(other);
         }
     }
 
-    void references(Env, CIMInstanceResultHandlerIFC& result, Text ns, Path object, Text, Text role,
-                    EIncludeQualifiersFlag, EIncludeClassOriginFlag, const StringArray*) override {
+    void references(Env, Instances& result, Text ns, Path object, Text, Text role, EIncludeQualifiersFlag,
+                    EIncludeClassOriginFlag, List) override {
         if (otherEnd(ns, object, role)) {
             result.handle(link(ns));
         }
     }
 
-    void referenceNames(Env, CIMObjectPathResultHandlerIFC& result, Text ns, Path object, Text, Text role) override {
+    void referenceNames(Env, Paths& result, Text ns, Path object, Text, Text role) override {
         if (otherEnd(ns, object, role)) {
             result.handle(CIMObjectPath(ns, link(ns)));
         }
@@ -171,7 +171,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         thing.setProperty("Times", CIMValue(two(CIMDateTime(String("20240101000000.000000+000")), CIMDateTime())));
     }
 
-    static bool listed(const StringArray* list, Text name) {
+    static bool listed(List list, Text name) {
         const auto isName = [&name](Text each) { return each.equalsIgnoreCase(name); };
         return list == nullptr || std::any_of(list->begin(), list->end(), isName);
     }

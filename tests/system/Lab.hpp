@@ -39,7 +39,6 @@ class Lab {
     /// The messages that the queue got since the last call, one a line.
     static std::string heard() { return run("osqueue listen CDRService --timeout 1 2>/dev/null"); }
     std::string crontab() const { return support::contentOf(crontabFile()); }
-    void setCrontab(const std::string& text) const { support::writeFile(crontabFile(), text); }
     /// How often the push task has been put into the crontab since the last call.
     std::size_t armed();
     /// What the module and the platform libraries logged.

@@ -72,23 +72,4 @@ TEST(Settings, AreStoredShownAndRefusedEachByItself) {
     }
 }
 
-TEST(Settings, OfThePushMoveTheTaskAndNoOtherLineOfTheCrontab) {
-    Lab lab;
-    const std::string foreign = "# by hand\n*/5 * * * * /bin/true\n";
-    lab.setCrontab(foreign);
-    lab.start();
-    for (const auto& [setting, when] : {std::pair("NumRetry=7", ""),
-                                        {"TransferTime=8:30", "30 8 * * *"}, // also when nothing is pushed
-                                        {"TransferType=1", "30 8 * * 7"},
-                                        {"TransferDayOfWeek=5", "30 8 * * 5"},
-                                        {"TransferType=2", "30 8 1 * *"},
-                                        {"TransferDayOfMonth=31", "30 8 31 * *"},
-                                        {"TransferType=3", ""},
-                                        {"TransferDayOfMonth=5", "30 8 * * *"},
-                                        {"TransferType=4", ""}}) {
-        EXPECT_EQ(Lab::run(std::string("wbemcli mi $PUSH ") + setting), "");
-        EXPECT_EQ(lab.crontab(), *when == '\0' ? foreign : foreign + when + " /qv/bin/CDRTransfer\n") << setting;
-    }
-}
-
 } // namespace

@@ -8,17 +8,15 @@ using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
 using ::testing::Not;
-using ::testing::StartsWith;
 
-const char kServiceName[] = "root/cimv2:QTX_CDRService.SystemCreationClassName=QTX_System,SystemName=QTX,"
-                            "CreationClassName=QTX_CDRService,Name=CDRService";
+const std::string kServiceName = "root/cimv2:QTX_CDRService.SystemCreationClassName=QTX_System,SystemName=QTX,"
+                                 "CreationClassName=QTX_CDRService,Name=CDRService";
 
 TEST(Service, IsReadChangedAndKept) {
     Lab lab;
     lab.start();
-    const std::string name = kServiceName;
     Lab::play({
-        {"wbemcli ein ${CIM}QTX_CDRService", name + "\n"},
+        {"wbemcli ein ${CIM}QTX_CDRService", kServiceName + "\n"},
         {"wbemcli -nl ei ${CIM}QTX_CDRService | grep -c =", "26\n"},
         {"show $SERVICE DigitsLimit,DNISInfo,FeatureCode", "-FeatureCode=85\n-DNISInfo=TRUE\n-DigitsLimit=10\n"},
         {"wbemcli gc ${CIM}QTX_CDRPushStatistics", "root/cimv2:QTX_CDRPushStatistics Name=,LastTransferTime=\n"},
@@ -27,8 +25,8 @@ TEST(Service, IsReadChangedAndKept) {
         {"wbemcli mi $SERVICE DigitsLimit=12", ""},
         {"wbemcli mi $SERVICE DigitLimit=12", HasSubstr("DigitLimit")},
         {"zporeg get CDR CDRService DIGITSLIMIT", "00 0c\n"},
-        {"wbemcli cm $SERVICE Refresh", name + " Refresh: 1\n"},
-        {"wbemcli cm $SERVICE ClipFile", name + " ClipFile: 1\n"},
+        {"wbemcli cm $SERVICE Refresh", kServiceName + " Refresh: 1\n"},
+        {"wbemcli cm $SERVICE ClipFile", kServiceName + " ClipFile: 1\n"},
         {"wbemcli cm $SERVICE clipfile", HasSubstr("Cim: (17)")},
         {"wbemcli di $SERVICE", HasSubstr("Cim: (7)")},
     });

@@ -63,6 +63,9 @@ namespace {
 using Env = const ProviderEnvironmentIFCRef&;
 using Text = const String&;
 using Path = const CIMObjectPath&;
+using Paths = CIMObjectPathResultHandlerIFC;
+using Instances = CIMInstanceResultHandlerIFC;
+using List = const StringArray*;
 using Origin = WBEMFlags::EIncludeClassOriginFlag;
 using Qualifiers = WBEMFlags::EIncludeQualifiersFlag;
 
@@ -70,24 +73,23 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
   public:
     explicit Recorder(Record& record) : record_(record) {}
 
-    void enumInstanceNames(Env env, Text ns, Text className, CIMObjectPathResultHandlerIFC& result,
-                           const CIMClass&) override {
+    void enumInstanceNames(Env env, Text ns, Text className, Paths& result, const CIMClass&) override {
         note(env, std::string("names ") + ns.c_str() + " " + className.c_str());
         if (record_.present && className.equalsIgnoreCase(record_.present.getClassName())) {
             result.handle(CIMObjectPath("", record_.present));
         }
     }
-    void enumInstances(Env env, Text ns, Text className, CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag,
-                       WBEMFlags::EDeepFlag, Qualifiers, Origin, const StringArray* list,
-                       const CIMClass& requestedClass, const CIMClass& cimClass) override {
+    void enumInstances(Env env, Text ns, Text className, Instances& result, WBEMFlags::ELocalOnlyFlag,
+                       WBEMFlags::EDeepFlag, Qualifiers, Origin, List list, const CIMClass& requestedClass,
+                       const CIMClass& cimClass) override {
         note(env, std::string("enum ") + ns.c_str() + " " + className.c_str() + " for " +
                       requestedClass.getName().c_str() + " " + shown(list));
         if (cimClass.getName().equalsIgnoreCase(requestedClass.getName())) {
             result.handle(record_.present);
         }
     }
-    CIMInstance getInstance(Env env, Text ns, Path path, WBEMFlags::ELocalOnlyFlag, Qualifiers, Origin,
-                            const StringArray* list, const CIMClass&) override {
+    CIMInstance getInstance(Env env, Text ns, Path path, WBEMFlags::ELocalOnlyFlag, Qualifiers, Origin, List list,
+                            const CIMClass&) override {
         note(env, std::string("get ") + ns.c_str() + " " + path.toString().c_str() + " " + shown(list));
         return record_.present;
     }
@@ -96,7 +98,7 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return record_.created;
     }
     void modifyInstance(Env env, Text ns, const CIMInstance& modified, const CIMInstance& previous, Qualifiers,
-                        const StringArray* list, const CIMClass&) override {
+                        List list, const CIMClass&) override {
         note(env, "modify " + shown(modified.getProperties()) + " [" + shown(list) + "] of " +
                       CIMObjectPath(ns, modified).toString().c_str() + (previous ? "" : " without previous"));
         record_.handed = modified;
@@ -113,17 +115,15 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         }
         return CIMValue(UInt32(7));
     }
-    void associatorNames(Env env, CIMObjectPathResultHandlerIFC& result, Text, Path object, Text assoc,
-                         Text resultClass, Text role, Text resultRole) override {
+    void associatorNames(Env env, Paths& result, Text, Path object, Text assoc, Text resultClass, Text role,
+                         Text resultRole) override {
         note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
                       resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
         result.handle(CIMObjectPath("", record_.present));
     }
-    void associators(Env, CIMInstanceResultHandlerIFC&, Text, Path, Text, Text, Text, Text, Qualifiers, Origin,
-                     const StringArray*) override {}
-    void references(Env, CIMInstanceResultHandlerIFC&, Text, Path, Text, Text, Qualifiers, Origin,
-                    const StringArray*) override {}
-    void referenceNames(Env, CIMObjectPathResultHandlerIFC&, Text, Path, Text, Text) override {}
+    void associators(Env, Instances&, Text, Path, Text, Text, Text, Text, Qualifiers, Origin, List) override {}
+    void references(Env, Instances&, Text, Path, Text, Text, Qualifiers, Origin, List) override {}
+    void referenceNames(Env, Paths&, Text, Path, Text, Text) override {}
 
   private:
     void note(Env env, const std::string& call) {

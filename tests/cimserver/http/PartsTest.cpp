@@ -11,13 +11,7 @@ using namespace cimserver::http;
 namespace {
 
 TEST(Listener, ReadsAddresses) {
-    struct Case {
-        const char* text;
-        bool tlsConfigured;
-        const char* url;
-        bool loopback;
-    };
-    const Case cases[] = {
+    const std::tuple<const char*, bool, const char*, bool> cases[] = {
         {"127.0.0.1:5988", false, "http://127.0.0.1:5988", true},
         {"127.9.9.9:0", true, "https://127.9.9.9:0", true},
         {"localhost:1", false, "http://127.0.0.1:1", true},
@@ -26,10 +20,10 @@ TEST(Listener, ReadsAddresses) {
         {"HTTPS://[::]:5989", false, "https://[::]:5989", false},
         {"[::ffff:127.0.0.1]:1", false, "http://[::ffff:127.0.0.1]:1", false},
     };
-    for (const auto& one : cases) {
-        const auto listener = parseListener(one.text, one.tlsConfigured);
-        EXPECT_EQ(listener.url(), one.url);
-        EXPECT_EQ(listener.loopback(), one.loopback) << one.text;
+    for (const auto& [text, tlsConfigured, url, loopback] : cases) {
+        const auto listener = parseListener(text, tlsConfigured);
+        EXPECT_EQ(listener.url(), url);
+        EXPECT_EQ(listener.loopback(), loopback) << text;
     }
     for (const char* text : {"", "5988", "127.0.0.1", "127.0.0.1:", "127.0.0.1:65536", "127.0.0.1:-1", "127.0.0.1:80x",
                              "::1:80", "[127.0.0.1]:80", "host.example:80", "127.1:80", "ftp://127.0.0.1:21"}) {

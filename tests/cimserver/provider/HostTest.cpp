@@ -96,11 +96,7 @@ TEST(Registration, ComesFromWhatAProviderReports) {
 }
 
 TEST(Loading, SaysWhatIsWrongWithAModule) {
-    const struct {
-        const char* folder;
-        const char* id;
-        const char* reason;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {"version", "Bad", "it is made for OpenWBEM 2.0.0, this server offers 3.0.3"},
         {"no_version", "Bad", "it has no symbol getOWVersion"},
         {"no_factory", "Bad", "it has no symbol createProviderBad"},
@@ -109,11 +105,11 @@ TEST(Loading, SaysWhatIsWrongWithAModule) {
         {"other_id", "Other", "it has no symbol createProviderOther"},
         {"version", "Missing", "its file was not found"},
     };
-    for (const auto& c : cases) {
-        ProviderHost host(inFolder(std::string(TEST_BAD_FOLDER) + "/" + c.folder));
-        const Outcome thrown = outcomeOf([&] { host.enter(c.id, Access::Read, CallOrigin()); });
+    for (const auto& [folder, id, reason] : cases) {
+        ProviderHost host(inFolder(TEST_BAD_FOLDER "/" + folder));
+        const Outcome thrown = outcomeOf([&host, name = id] { host.enter(name, Access::Read, CallOrigin()); });
         EXPECT_EQ(thrown.code, CIMException::FAILED);
-        EXPECT_EQ(thrown.description, std::string("general error (Invalid provider: ") + c.id + " (" + c.reason + "))");
+        EXPECT_EQ(thrown.description, "general error (Invalid provider: " + id + " (" + reason + "))");
     }
 }
 
@@ -155,11 +151,9 @@ TEST(Initialization, IsTriedAgainAfterAFailureWithANewObject) {
 TEST(Initialization, ThatCallsItselfEndsInAnError) {
     ProviderHost host{HostSettings()};
     Outcome inner;
-    host.addBuiltIn("Loop", [&] {
-        return new Scripted(
-            [&](const auto&) { inner = outcomeOf([&] { host.enter("Loop", Access::Read, CallOrigin()); }); });
-    });
-    host.enter("Loop", Access::Read, CallOrigin());
+    const auto enter = [&host] { host.enter("Loop", Access::Read, CallOrigin()); };
+    host.addBuiltIn("Loop", [&] { return new Scripted([&](const auto&) { inner = outcomeOf(enter); }); });
+    enter();
     EXPECT_THAT(inner.description, HasSubstr("Provider Loop is called while it is being initialized"));
 }
 

@@ -6,13 +6,8 @@ using cimserver::schema::Repository;
 
 namespace {
 
-struct Default {
-    const char* declaration; ///< of the property P
-    const char* shown;       ///< its default as text
-    CIMDataType::Type type;
-};
-
-const Default defaults[] = {
+// The declaration of the property P, its default as text and its type.
+const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
     {"uint8 P = 255;", "255", CIMDataType::UINT8},
     {"SINT8 P = -128;", "-128", CIMDataType::SINT8},
     {"uint16 P = 0xfFfF;", "65535", CIMDataType::UINT16},
@@ -51,13 +46,9 @@ TEST(Defaults, AreOfTheirType) {
 
 const std::string keyed = "class A { [Key] string K; }; ";
 
-struct Mistake {
-    std::string mof; ///< after the qualifiers, so in line 2
-    const char* message;
-};
-
 const char* const badCharacter = "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)";
-const Mistake mistakes[] = {
+// What stands after the qualifiers, so in line 2.
+const std::pair<std::string, const char*> mistakes[] = {
     // Of the characters.
     {"class A { /* ", "2:11: the comment is not closed (in A)"},
     {"class A { string P = \"a\n\"; };", "2:22: the string is not closed on its line (in A)"},

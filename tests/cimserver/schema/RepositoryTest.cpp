@@ -127,10 +127,8 @@ TEST(Instances, AreFoundByClassAndPath) {
 TEST(Associations, AreThoseOfTheSchema) {
     Repository repository;
     repository.compileText(things, "t.mof", "root/test");
-    const struct {
-        AssociationQuery query;
-        std::vector<std::string> references, associators;
-    } cases[] = {
+    using Names = std::vector<std::string>;
+    const std::tuple<AssociationQuery, Names, Names> cases[] = {
         {{"A", "", "", "", "", false}, {"L", "M"}, {"A", "S"}},
         {{"s", "", "", "", "", false}, {"L", "M", "W"}, {"A", "S", "U"}},
         {{"A", "", "", "", "", true}, {"L", "M", "W"}, {"A", "S", "U"}},
