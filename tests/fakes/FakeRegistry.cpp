@@ -8,9 +8,11 @@ using namespace fakes;
 
 namespace {
 
-constexpr const char* kBytes = "bytes ";
-constexpr const char* kText = "text ";
-constexpr const char* kInteger = "int ";
+using Text = const char*;
+
+constexpr Text kBytes = "bytes ";
+constexpr Text kText = "text ";
+constexpr Text kInteger = "int ";
 
 struct Name {
     const char* component;
@@ -22,7 +24,7 @@ struct Name {
     bool isEmpty() const { return *component == '\0' || *section == '\0' || *key == '\0'; }
 };
 
-std::uint32_t accessed(const Call& platform, const char* function, const Name& name, bool argumentsGood,
+std::uint32_t accessed(const Call& platform, Text function, const Name& name, bool argumentsGood,
                        const std::string& detail) {
     if (!name.isGiven() || !argumentsGood) {
         return ZPO_REG_BAD_ARGUMENT;
@@ -32,8 +34,8 @@ std::uint32_t accessed(const Call& platform, const char* function, const Name& n
 }
 
 // Reads an entry of the kind; `content` is the value without it.
-std::uint32_t read(const char* function, const Name& name, bool argumentsGood, const char* kind,
-                   const std::string& detail, std::string& content) {
+std::uint32_t read(Text function, const Name& name, bool argumentsGood, Text kind, const std::string& detail,
+                   std::string& content) {
     const Call platform;
     const std::uint32_t status = accessed(platform, function, name, argumentsGood, detail);
     if (status != 0) {
@@ -47,7 +49,7 @@ std::uint32_t read(const char* function, const Name& name, bool argumentsGood, c
     return 0;
 }
 
-std::uint32_t write(const char* function, const Name& name, bool argumentsGood, const std::string& value) {
+std::uint32_t write(Text function, const Name& name, bool argumentsGood, const std::string& value) {
     const Call platform;
     const std::uint32_t status = accessed(platform, function, name, argumentsGood, " " + value);
     if (status == 0) {
@@ -69,8 +71,7 @@ std::string FakePlatform::entry(const std::string& entry) const {
     return entries.count(entry) == 0 ? "" : entries.at(entry);
 }
 
-uint32_t ZpoGetRegEntryBinary(const char* component, const char* section, const char* key, void* buffer,
-                              uint32_t length) {
+uint32_t ZpoGetRegEntryBinary(Text component, Text section, Text key, void* buffer, uint32_t length) {
     std::string digits;
     const std::uint32_t status = read(__func__, {component, section, key}, buffer != nullptr && length != 0, kBytes,
                                       " " + std::to_string(length), digits);
@@ -84,8 +85,7 @@ uint32_t ZpoGetRegEntryBinary(const char* component, const char* section, const 
     return status;
 }
 
-uint32_t ZpoSetRegEntryBinary(const char* component, const char* section, const char* key, const void* buffer,
-                              uint32_t length) {
+uint32_t ZpoSetRegEntryBinary(Text component, Text section, Text key, const void* buffer, uint32_t length) {
     std::string value = kBytes;
     for (std::uint32_t i = 0; buffer != nullptr && i < length; ++i) {
         char digits[3];
@@ -95,8 +95,7 @@ uint32_t ZpoSetRegEntryBinary(const char* component, const char* section, const 
     return write(__func__, {component, section, key}, buffer != nullptr && length != 0, value);
 }
 
-uint32_t ZpoGetRegEntryString(const char* component, const char* section, const char* key, char* buffer,
-                              uint32_t size) {
+uint32_t ZpoGetRegEntryString(Text component, Text section, Text key, char* buffer, uint32_t size) {
     std::string text;
     const std::uint32_t status = read(__func__, {component, section, key}, buffer != nullptr && size != 0, kText,
                                       " " + std::to_string(size), text);
@@ -109,7 +108,7 @@ uint32_t ZpoGetRegEntryString(const char* component, const char* section, const 
     return status;
 }
 
-uint32_t ZpoSetRegEntryString(const char* component, const char* section, const char* key, const char* text) {
+uint32_t ZpoSetRegEntryString(Text component, Text section, Text key, Text text) {
     if (text != nullptr && std::strlen(text) > ZPO_REG_MAX_TEXT) {
         return ZPO_REG_TEXT_TOO_LONG;
     }
@@ -117,7 +116,7 @@ uint32_t ZpoSetRegEntryString(const char* component, const char* section, const 
                  kText + std::string(text == nullptr ? "" : text));
 }
 
-uint32_t ZpoGetRegEntryInt(const char* component, const char* section, const char* key, uint32_t* value) {
+uint32_t ZpoGetRegEntryInt(Text component, Text section, Text key, uint32_t* value) {
     std::string digits;
     const std::uint32_t status = read(__func__, {component, section, key}, value != nullptr, kInteger, "", digits);
     if (status == 0) {
@@ -126,6 +125,6 @@ uint32_t ZpoGetRegEntryInt(const char* component, const char* section, const cha
     return status;
 }
 
-uint32_t ZpoSetRegEntryInt(const char* component, const char* section, const char* key, uint32_t value) {
+uint32_t ZpoSetRegEntryInt(Text component, Text section, Text key, uint32_t value) {
     return write(__func__, {component, section, key}, true, kInteger + std::to_string(value));
 }

@@ -1,15 +1,5 @@
-#include "OW_Array.hpp"
-#include "OW_Bool.hpp"
-#include "OW_Char16.hpp"
-#include "OW_Format.hpp"
+#include "LibraryTest.hpp"
 #include "OW_UTF8Utils.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
-
-#include <cstring>
-#include <sstream>
-#include <tuple>
 
 using namespace OpenWBEM;
 
@@ -101,12 +91,9 @@ TEST(UTF8Utils, comparesWithoutCase) {
         {"ab", "abc", -'c'},
         {"_", "a", '_' - 'a'},
         {"A", "_", 'A' - '_'},
-        {"STRASSE",
-         "stra\xC3\x9F"
-         "e",
-         0},                        // sharp s
-        {"\xEF\xAC\x83", "FFI", 0}, // a ligature of three
-        {"k", "\xE2\x84\xAA", 0},   // the Kelvin sign
+        {"STRASSE", "stra\303\237e", 0}, // sharp s
+        {"\xEF\xAC\x83", "FFI", 0},      // a ligature of three
+        {"k", "\xE2\x84\xAA", 0},        // the Kelvin sign
         {"\xC3\xA9", "e", 0xC3 - 'e'},
         {"\xC3\xA9", "\xC3\xA8", 1},
         {"", "", 0},

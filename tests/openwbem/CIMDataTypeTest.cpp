@@ -1,21 +1,10 @@
-#include "OW_CIMDataType.hpp"
-#include "OW_CIMValue.hpp"
-
-#include <gtest/gtest.h>
-
-#include <tuple>
+#include "LibraryTest.hpp"
 
 using namespace OpenWBEM;
 
 namespace {
 
-struct NamedType {
-    CIMDataType::Type type;
-    const char* name;
-    bool numeric;
-};
-
-const NamedType namedTypes[] = {
+const std::tuple<CIMDataType::Type, const char*, bool> namedTypes[] = {
     {CIMDataType::UINT8, "uint8", true},        {CIMDataType::SINT8, "sint8", true},
     {CIMDataType::UINT16, "uint16", true},      {CIMDataType::SINT16, "sint16", true},
     {CIMDataType::UINT32, "uint32", true},      {CIMDataType::SINT32, "sint32", true},
@@ -27,12 +16,12 @@ const NamedType namedTypes[] = {
 };
 
 TEST(CIMDataType, hasANameBothWays) {
-    for (const NamedType& c : namedTypes) {
-        EXPECT_EQ(CIMDataType(c.type).toString(), c.name);
-        EXPECT_EQ(CIMDataType::strToSimpleType(String(c.name).toUpperCase()), c.type);
-        EXPECT_EQ(CIMDataType::getDataType(c.name).getType(), c.type);
-        EXPECT_EQ(CIMDataType(c.type).isNumericType(), c.numeric) << c.name;
-        EXPECT_TRUE(CIMDataType(c.type)) << c.name;
+    for (const auto& [type, name, numeric] : namedTypes) {
+        EXPECT_EQ(CIMDataType(type).toString(), name);
+        EXPECT_EQ(CIMDataType::strToSimpleType(String(name).toUpperCase()), type);
+        EXPECT_EQ(CIMDataType::getDataType(name).getType(), type);
+        EXPECT_EQ(CIMDataType(type).isNumericType(), numeric) << name;
+        EXPECT_TRUE(CIMDataType(type)) << name;
     }
     EXPECT_EQ(CIMDataType::strToSimpleType("Reference"), CIMDataType::REFERENCE);
     EXPECT_EQ(CIMDataType::strToSimpleType("uint128"), CIMDataType::INVALID);

@@ -1,13 +1,4 @@
-#include "OW_CIM.hpp"
-#include "OW_CIMName.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <sstream>
-#include <tuple>
-#include <type_traits>
+#include "LibraryTest.hpp"
 
 using namespace OpenWBEM;
 
@@ -45,9 +36,7 @@ TEST(CIMName, comparesInAnyCaseAndKeepsItsSpelling) {
                                                                {"_", "a", -1},
                                                                {"Caf\xC3\xA9", "CAF\xC3\x89", 0},
                                                                {"Caf\xC3\xA9", "cafe", 1},
-                                                               {"\xE2\x84\xAA"
-                                                                "ey",
-                                                                "KEY", 0}};
+                                                               {"\342\204\252ey", "KEY", 0}}; // the Kelvin sign
     for (const auto& [first, second, order] : cases) {
         const CIMName x(first);
         const CIMName y(second);

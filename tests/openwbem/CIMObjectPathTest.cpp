@@ -1,9 +1,4 @@
-#include "OW_CIM.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "LibraryTest.hpp"
 
 using namespace OpenWBEM;
 
@@ -30,10 +25,10 @@ TEST(CIMObjectPath, isPrinted) {
 }
 
 TEST(CIMObjectPath, isParsed) {
-    struct {
-        const char* text;
-        const char* result; // toString(), or what is thrown
-    } const cases[] = {
+    const std::string invalid = "CIMException: invalid parameter passed to method (";
+    const std::string notFound = "CIMException: requested object could not be found (";
+    const std::tuple<const char*, std::string> cases[] = {
+        // toString(), or what is thrown
         {"C.K=v", "/root:C.K=\"v\""},
         {"  C. K = 1 ", "/root:C. K =\" 1\""},
         {"root/cimv2:C.K=\"a,b=\\\"c\\\"\",L=2", "/root/cimv2:C.K=\"a,b=\\\"c\\\"\",L=\"2\""},
@@ -49,19 +44,16 @@ TEST(CIMObjectPath, isParsed) {
         {"C.K=1,x", "/root:C.K=\"1\""},
         {"C.K=1,", "/root:C.K=\"1\""},
         {"http://1.2.3.4:80/root:C.K=1", "http://1.2.3.4:80/root:C.K=\"1\""},
-        {"root:C", "CIMException: invalid parameter passed to method (class name not found in instance name: root:C)"},
-        {"C.K=\"x:y\"",
-         "CIMException: invalid parameter passed to method (class name not found in instance name: C.K=\"x:y\")"},
-        {"root:C.", "CIMException: invalid parameter passed to method (No key values found in instance name: root:C.)"},
-        {"C.K", "CIMException: requested object could not be found (Bad key in string (K))"},
-        {"C.K=1,xyz", "CIMException: requested object could not be found (Bad key in string (K=1,xyz))"},
-        {"C.K,L=1", "CIMException: requested object could not be found (Bad key in string (K,L=1))"},
-        {"http://box", "CIMException: invalid parameter passed to method (Invalid instance name: http://box)"},
-        {"http://box:x/root:C.K=1", "CIMException: invalid parameter passed to method (Invalid port in Object Path)"}};
-    for (const auto& c : cases) {
-        std::string result;
-        const std::string thrown = thrownBy([&] { result = CIMObjectPath::parse(c.text).toString().c_str(); });
-        EXPECT_EQ(thrown == "nothing" ? result : thrown, c.result) << c.text;
+        {"root:C", invalid + "class name not found in instance name: root:C)"},
+        {"C.K=\"x:y\"", invalid + "class name not found in instance name: C.K=\"x:y\")"},
+        {"root:C.", invalid + "No key values found in instance name: root:C.)"},
+        {"C.K", notFound + "Bad key in string (K))"},
+        {"C.K=1,xyz", notFound + "Bad key in string (K=1,xyz))"},
+        {"C.K,L=1", notFound + "Bad key in string (K,L=1))"},
+        {"http://box", invalid + "Invalid instance name: http://box)"},
+        {"http://box:x/root:C.K=1", invalid + "Invalid port in Object Path)"}};
+    for (const auto& [text, result] : cases) {
+        EXPECT_EQ(resultOf([path = text] { return CIMObjectPath::parse(path).toString(); }), result) << text;
     }
     EXPECT_FALSE(CIMObjectPath::parse(""));
     EXPECT_EQ(CIMObjectPath::parse("C.K=5").getKeyValue("k").getType(), CIMDataType::STRING);
@@ -80,8 +72,7 @@ TEST(CIMObjectPath, holdsKeys) {
     EXPECT_EQ(path.getKey("name").getName(), "Name");
     EXPECT_FALSE(path.getKey("Other") || path.keyHasValue("Other"));
     EXPECT_EQ(thrownBy([&] { path.getKeyT("Other"); }), "NoSuchPropertyException: Other");
-    CIMProperty key("K", CIMValue(1));
-    key.addQualifier(CIMQualifier::createKeyQualifier());
+    const CIMProperty key = keyProperty("K", CIMValue(1));
     path.setKeys(CIMPropertyArray(1, key));
     EXPECT_EQ(path.getKey("K").getQualifiers().size(), 0u);
     EXPECT_EQ(key.getQualifiers().size(), 1u);
@@ -136,8 +127,7 @@ TEST(CIMObjectPath, isFittedToAClass) {
 
 TEST(CIMObjectPath, namesAnInstance) {
     CIMInstance instance("C");
-    CIMProperty key("K", CIMValue("v"));
-    instance.setProperty(key.addQualifier(CIMQualifier::createKeyQualifier()));
+    instance.setProperty(keyProperty("K", CIMValue("v")));
     EXPECT_EQ(CIMObjectPath("root", instance).toString(), "/root:C.K=\"v\"");
     EXPECT_EQ(CIMObjectPath("root", instance).getKey("K").getQualifiers().size(), 0u);
 }

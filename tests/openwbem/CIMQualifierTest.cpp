@@ -1,8 +1,5 @@
-#include "OW_CIM.hpp"
+#include "LibraryTest.hpp"
 #include "OW_NULLValueException.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 using namespace OpenWBEM;
 

@@ -1,9 +1,5 @@
-#include "OW_CIM.hpp"
+#include "LibraryTest.hpp"
 #include "OW_CIMStreamException.hpp"
-
-#include <gtest/gtest.h>
-
-#include <sstream>
 
 using namespace OpenWBEM;
 

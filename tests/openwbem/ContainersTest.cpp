@@ -1,16 +1,9 @@
 // Array, Enumeration and the counted pointers.
 
-#include "OW_Array.hpp"
+#include "LibraryTest.hpp"
 #include "OW_COWReference.hpp"
-#include "OW_Enumeration.hpp"
-#include "OW_IntrusiveCountableBase.hpp"
-#include "OW_IntrusiveReference.hpp"
 #include "OW_Reference.hpp"
 #include "OW_SharedLibraryReference.hpp"
-#include "OW_String.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 #include <atomic>
 #include <cstdio>
@@ -38,30 +31,28 @@ TEST(Array, isMadeInEveryWay) {
 
 TEST(Array, copiesAreIndependent) {
     using Change = void (*)(UInt32Array&);
-    const struct {
-        Change change;
-        UInt32Array result;
-    } cases[] = {{[](UInt32Array& a) { a[0] = 9; }, numbers({9, 2, 3})},
-                 {[](UInt32Array& a) { *a.begin() = 9; }, numbers({9, 2, 3})},
-                 {[](UInt32Array& a) { a.front() = a.back(); }, numbers({3, 2, 3})},
-                 {[](UInt32Array& a) { a += 4; }, numbers({1, 2, 3, 4})},
-                 {[](UInt32Array& a) { a.append(4); }, numbers({1, 2, 3, 4})},
-                 {[](UInt32Array& a) { a.appendArray(a); }, numbers({1, 2, 3, 1, 2, 3})},
-                 {[](UInt32Array& a) { a.insert(size_t(1), 9); }, numbers({1, 9, 2, 3})},
-                 {[](UInt32Array& a) { a.insert(size_t(3), 9); }, numbers({1, 2, 3, 9})},
-                 {[](UInt32Array& a) { a.insert(a.end(), 9); }, numbers({1, 2, 3, 9})},
-                 {[](UInt32Array& a) { a.remove(1); }, numbers({1, 3})},
-                 {[](UInt32Array& a) { a.remove(0, 2); }, numbers({3})},
-                 {[](UInt32Array& a) { a.erase(a.begin()); }, numbers({2, 3})},
-                 {[](UInt32Array& a) { a.pop_back(); }, numbers({1, 2})},
-                 {[](UInt32Array& a) { a.resize(4, 9); }, numbers({1, 2, 3, 9})},
-                 {[](UInt32Array& a) { a.clear(); }, numbers({})}};
-    for (size_t i = 0; i < sizeof(cases) / sizeof(cases[0]); ++i) {
+    const std::pair<Change, UInt32Array> cases[] = {
+        {[](UInt32Array& a) { a[0] = 9; }, numbers({9, 2, 3})},
+        {[](UInt32Array& a) { *a.begin() = 9; }, numbers({9, 2, 3})},
+        {[](UInt32Array& a) { a.front() = a.back(); }, numbers({3, 2, 3})},
+        {[](UInt32Array& a) { a += 4; }, numbers({1, 2, 3, 4})},
+        {[](UInt32Array& a) { a.append(4); }, numbers({1, 2, 3, 4})},
+        {[](UInt32Array& a) { a.appendArray(a); }, numbers({1, 2, 3, 1, 2, 3})},
+        {[](UInt32Array& a) { a.insert(size_t(1), 9); }, numbers({1, 9, 2, 3})},
+        {[](UInt32Array& a) { a.insert(size_t(3), 9); }, numbers({1, 2, 3, 9})},
+        {[](UInt32Array& a) { a.insert(a.end(), 9); }, numbers({1, 2, 3, 9})},
+        {[](UInt32Array& a) { a.remove(1); }, numbers({1, 3})},
+        {[](UInt32Array& a) { a.remove(0, 2); }, numbers({3})},
+        {[](UInt32Array& a) { a.erase(a.begin()); }, numbers({2, 3})},
+        {[](UInt32Array& a) { a.pop_back(); }, numbers({1, 2})},
+        {[](UInt32Array& a) { a.resize(4, 9); }, numbers({1, 2, 3, 9})},
+        {[](UInt32Array& a) { a.clear(); }, numbers({})}};
+    for (const auto& [change, result] : cases) {
         const UInt32Array original = numbers({1, 2, 3});
         UInt32Array copy(original);
-        cases[i].change(copy);
-        EXPECT_EQ(copy, cases[i].result) << i;
-        EXPECT_EQ(original, numbers({1, 2, 3})) << i;
+        change(copy);
+        EXPECT_EQ(copy, result);
+        EXPECT_EQ(original, numbers({1, 2, 3}));
     }
 }
 

@@ -1,16 +1,6 @@
-#include "OW_Assertion.hpp"
+#include "LibraryTest.hpp"
 #include "OW_CIMErrorException.hpp"
-#include "OW_CIMException.hpp"
-#include "OW_ExceptionIds.hpp"
 #include "OW_NoSuchPropertyException.hpp"
-#include "OW_String.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
-
-#include <cerrno>
-#include <sstream>
-#include <tuple>
 
 using namespace OpenWBEM;
 

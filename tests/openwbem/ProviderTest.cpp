@@ -1,11 +1,8 @@
 // The provider interfaces' default behaviour.
 
 #include "../Slot.hpp"
-#include "OW_CppProviderIncludes.hpp"
+#include "LibraryTest.hpp"
 #include "OW_ResultHandlers.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 using namespace OpenWBEM;
 using namespace OpenWBEM::WBEMFlags;
@@ -60,10 +57,8 @@ class SimpleProvider : public CppReadOnlyInstanceProviderIFC, public CppSimpleIn
     void doSimpleEnumInstances(const ProviderEnvironmentIFCRef&, const String&, const CIMClass& cimClass,
                                CIMInstanceResultHandlerIFC& result, EPropertiesFlag properties) override {
         for (const char* name : {"a", "b"}) {
-            CIMProperty key("Name", CIMValue(name));
-            key.addQualifier(CIMQualifier::createKeyQualifier());
             CIMInstance instance(cimClass.getName());
-            instance.setProperty(key);
+            instance.setProperty(keyProperty("Name", CIMValue(name)));
             if (properties == E_ALL_PROPERTIES) {
                 instance.setProperty("Size", CIMValue(UInt8(1)));
             }

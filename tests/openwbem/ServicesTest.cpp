@@ -1,23 +1,13 @@
 // Logger, DateTime, OperationContext and the streams.
 
+#include "LibraryTest.hpp"
 #include "OW_BaseStreamBuffer.hpp"
 #include "OW_CerrLogger.hpp"
-#include "OW_DateTime.hpp"
-#include "OW_Format.hpp"
-#include "OW_Logger.hpp"
-#include "OW_OperationContext.hpp"
 #include "OW_StringBuffer.hpp"
-#include "OW_StringStream.hpp"
 #include "OW_UserInfo.hpp"
-#include "Thrown.hpp"
-
-#include <gtest/gtest.h>
 
 #include <climits>
 #include <cstdlib>
-#include <functional>
-#include <limits>
-#include <sstream>
 
 using namespace OpenWBEM;
 
@@ -134,35 +124,34 @@ TEST_F(DateTimeInNewYork, readsAndSetsTheCalendar) {
 }
 
 TEST_F(DateTimeInNewYork, isReadFromText) {
-    const struct {
-        const char* text;
-        const char* utc; // null: refused
-    } cases[] = {{"20040131142530.123456+060", "Sat Jan 31 13:25:30 2004\n"},
-                 {"200401311425**.******-300", "Sat Jan 31 19:25:00 2004\n"},
-                 {"20041331142530.123456+060", nullptr}, // month 13
-                 {"20040131142530.123456:000", nullptr}, // an interval
-                 {"Jan 31 14:25 2004", "Sat Jan 31 19:25:00 2004\n"},
-                 {"2004", nullptr},
-                 {"Monday January 31 14:25:30 2004 CET", "Sat Jan 31 13:25:30 2004\n"}, // no look at the weekday
-                 {"CEST 14:25 31\t2004 Jul Sat", "Sat Jul 31 12:25:00 2004\n"},
-                 {"14:25 31 Jan 2004 J", "Sat Jan 31 19:25:00 2004\n"},
-                 {"14:25 31 Jan 2004 Y", "Sun Feb  1 02:25:00 2004\n"},
-                 {"14:25 31 jan 2004", nullptr},
-                 {"14:25 31 Jan 2004 XYZ", nullptr},
-                 {"14:25 31 Jan 2004 Z Z", nullptr},
-                 {"14:25 31 Jan 2004 5", nullptr},
-                 {"24:00 31 Jan 2004", nullptr},
-                 {"14:25: 31 Jan 2004", nullptr},
-                 {"14:25 31 2004", nullptr},
-                 {"Sat, 14:25 31 Jan 2004", nullptr},
-                 {"", nullptr}};
-    for (const auto& c : cases) {
+    // Null: refused.
+    const std::pair<const char*, const char*> cases[] = {
+        {"20040131142530.123456+060", "Sat Jan 31 13:25:30 2004\n"},
+        {"200401311425**.******-300", "Sat Jan 31 19:25:00 2004\n"},
+        {"20041331142530.123456+060", nullptr}, // month 13
+        {"20040131142530.123456:000", nullptr}, // an interval
+        {"Jan 31 14:25 2004", "Sat Jan 31 19:25:00 2004\n"},
+        {"2004", nullptr},
+        {"Monday January 31 14:25:30 2004 CET", "Sat Jan 31 13:25:30 2004\n"}, // no look at the weekday
+        {"CEST 14:25 31\t2004 Jul Sat", "Sat Jul 31 12:25:00 2004\n"},
+        {"14:25 31 Jan 2004 J", "Sat Jan 31 19:25:00 2004\n"},
+        {"14:25 31 Jan 2004 Y", "Sun Feb  1 02:25:00 2004\n"},
+        {"14:25 31 jan 2004", nullptr},
+        {"14:25 31 Jan 2004 XYZ", nullptr},
+        {"14:25 31 Jan 2004 Z Z", nullptr},
+        {"14:25 31 Jan 2004 5", nullptr},
+        {"24:00 31 Jan 2004", nullptr},
+        {"14:25: 31 Jan 2004", nullptr},
+        {"14:25 31 2004", nullptr},
+        {"Sat, 14:25 31 Jan 2004", nullptr},
+        {"", nullptr}};
+    for (const auto& [text, utc] : cases) {
         DateTime read;
-        const std::string thrown = thrownBy([&] { read = DateTime(String(c.text)); });
-        EXPECT_EQ(thrown, c.utc ? "nothing" : std::string("DateTimeException: Invalid DateTime: ") + c.text);
-        EXPECT_EQ(read.toString(DateTime::E_UTC_TIME), c.utc ? c.utc : "Thu Jan  1 00:00:00 1970\n") << c.text;
+        const std::string thrown = thrownBy([&read, from = text] { read = DateTime(String(from)); });
+        EXPECT_EQ(thrown, utc ? "nothing" : std::string("DateTimeException: Invalid DateTime: ") + text);
+        EXPECT_EQ(read.toString(DateTime::E_UTC_TIME), utc ? utc : "Thu Jan  1 00:00:00 1970\n") << text;
     }
-    EXPECT_EQ(DateTime(String(cases[0].text)).getMicrosecond(), 123456U);
+    EXPECT_EQ(DateTime(String(cases[0].first)).getMicrosecond(), 123456U);
 }
 
 TEST(DateTime, refusesWhatItCannotRepresent) {

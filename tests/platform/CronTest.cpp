@@ -1,14 +1,9 @@
 // A task armed through the library is run by a real cron daemon: BusyBox's, as root. Takes up to two minutes.
 
 #include "Home.hpp"
-#include "ZpoShared.h"
 
-#include <csignal>
 #include <cstdio>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 const Home kHome;
 

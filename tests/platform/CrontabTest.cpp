@@ -4,13 +4,8 @@
 #include "CrontabTable.hpp"
 #include "Support.hpp"
 
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 namespace {
 
@@ -43,10 +38,7 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
 }
 
 TEST(CrontabTable, WritesLinesThatCronReads) {
-    const struct {
-        ZpoScheduledTask task;
-        const char* line;
-    } cases[] = {
+    const std::pair<ZpoScheduledTask, const char*> cases[] = {
         {{"/qv/bin/CDRTransfer", 5, 7, 1024, 1024, 1024}, "5 7 * * * /qv/bin/CDRTransfer"},
         {{"/b", 0, 0, 31, 1024, 12}, "0 0 31 12 * /b"},
         {{"/b", 59, 23, 1024, 6, 1024}, "59 23 * * 6 /b"},

@@ -2,13 +2,7 @@
 
 #include "Files.hpp"
 #include "Home.hpp"
-#include "ZpoShared.h"
 
-#include <algorithm>
-#include <csignal>
-#include <filesystem>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <optional>
 #include <regex>
 #include <sys/resource.h>

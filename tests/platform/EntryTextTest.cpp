@@ -4,10 +4,9 @@
 #include "BackupFile.hpp"
 #include "Settings.hpp"
 #include "StatusText.hpp"
+#include "Support.hpp"
 #include "ZpoShared.h"
 
-#include <cstdlib>
-#include <gtest/gtest.h>
 #include <sstream>
 
 namespace {
@@ -79,12 +78,8 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
     unsetenv("ZPO_STATE_DIR");
     EXPECT_EQ("/var/lib/zpo", *readSettings().stateDirectory);
     using Number = std::optional<std::uint64_t>;
-    const struct {
-        const char* variable;
-        const char* text; ///< null: not set
-        Number Settings::*setting;
-        Number value;
-    } numbers[] = {
+    const std::tuple<const char*, const char*, Number Settings::*, Number> numbers[] = {
+        // null: not set
         {"ZPO_REGISTRY_MB", nullptr, &Settings::registryBytes, 16U << 20U},
         {"ZPO_REGISTRY_MB", "1025", &Settings::registryBytes, {}},
         {"ZPO_REGISTRY_MB", "12x", &Settings::registryBytes, {}},

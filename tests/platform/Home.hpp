@@ -1,8 +1,7 @@
 #pragma once
 
 #include "Support.hpp"
-
-#include <cstdlib>
+#include "ZpoShared.h"
 
 /// The directories that the libraries work in, set before a test program's first call; removed at its end.
 struct Home {

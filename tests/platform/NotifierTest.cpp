@@ -1,13 +1,8 @@
 // Backup and restore, told across processes.
 
 #include "Home.hpp"
-#include "ZpoShared.h"
 
 #include <atomic>
-#include <filesystem>
-#include <gtest/gtest.h>
-#include <thread>
-#include <unistd.h>
 
 namespace {
 

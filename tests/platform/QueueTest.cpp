@@ -3,16 +3,9 @@
 #include "Home.hpp"
 #include "osa.h"
 
-#include <algorithm>
-#include <chrono>
-#include <csignal>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <sched.h>
-#include <string>
 #include <sys/msg.h>
 #include <sys/resource.h>
-#include <thread>
 
 namespace {
 

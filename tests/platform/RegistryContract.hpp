@@ -3,13 +3,10 @@
 // What every registry behind the C functions keeps, the real library and a stand-in alike. Include this file in one
 // source of a test program that is linked to the registry under test; each test works in a section of its own.
 
+#include "Support.hpp"
 #include "ZpoShared.h"
 
-#include <gtest/gtest.h>
 #include <numeric>
-#include <string>
-#include <thread>
-#include <vector>
 
 namespace registry_contract {
 

@@ -3,16 +3,10 @@
 #include "RegistryStore.hpp"
 #include "EventWatch.hpp"
 #include "Home.hpp"
-#include "ZpoShared.h"
 
-#include <csignal>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <random>
 #include <sched.h>
 #include <sys/mount.h>
-#include <thread>
-#include <unistd.h>
 
 const Home kHome; // for the library's own log
 
@@ -162,19 +156,24 @@ TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
         close(ends[1]);
         std::uint32_t reported = 0;
         ASSERT_EQ(sizeof reported, static_cast<std::size_t>(read(ends[0], &reported, sizeof reported)));
+        RegistryStore beside(dir.path(), kMapBytes, kTimeout);
+        Entry first;
+        Entry second;
+        EXPECT_EQ(ZPO_OK, beside.readEntry(nameOf("first"), first));
         std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
         kill(writer, SIGKILL);
         ASSERT_EQ(-SIGKILL, support::waitForChild(writer));
         while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
         }
         close(ends[0]);
-        RegistryStore store(dir.path(), kMapBytes, kTimeout);
-        Entry first;
-        Entry second;
-        ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("first"), first));
-        ASSERT_EQ(ZPO_OK, store.readEntry(nameOf("second"), second));
-        EXPECT_EQ(first.integer(), second.integer());
-        EXPECT_GE(first.integer(), reported);
+        RegistryStore after(dir.path(), kMapBytes, kTimeout);
+        for (RegistryStore* const store : {&beside, &after}) {
+            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("first"), first));
+            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("second"), second));
+            EXPECT_EQ(first.integer(), second.integer());
+            EXPECT_GE(first.integer(), reported);
+            EXPECT_EQ(ZPO_OK, store->write(nameOf("other"), EntryKind::Text, "x")) << "no lock is left behind";
+        }
     }
 }
 
@@ -219,11 +218,8 @@ TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
     for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
         later[at + 6] = 2;
     }
-    const struct {
-        std::string content;
-        std::uint32_t status;
-        std::uint64_t restores;
-    } cases[] = {{later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
+    const std::tuple<std::string, std::uint32_t, std::uint64_t> cases[] = {
+        {later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};
     for (const auto& [content, status, restores] : cases) {
         for (const bool toWrite : {true, false}) {
             const TempDir dir;

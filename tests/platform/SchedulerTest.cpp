@@ -2,15 +2,10 @@
 
 #include "Files.hpp"
 #include "Home.hpp"
-#include "ZpoShared.h"
 
 #include <cstdio>
-#include <filesystem>
-#include <gtest/gtest.h>
 #include <pwd.h>
 #include <tuple>
-#include <unistd.h>
-#include <vector>
 
 namespace {
 

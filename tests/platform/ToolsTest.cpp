@@ -2,9 +2,6 @@
 
 #include "Home.hpp"
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 namespace {
 
 using support::run;

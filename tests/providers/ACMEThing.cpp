@@ -3,6 +3,7 @@
 // providers do.
 #include "OW_CppProviderIncludes.hpp"
 
+#include <algorithm>
 #include <iostream>
 #include <map>
 #include <stdexcept>
@@ -14,6 +15,12 @@ using namespace OpenWBEM::WBEMFlags;
 namespace {
 
 typedef std::map<std::string, CIMInstance> Things;
+typedef const ProviderEnvironmentIFCRef& Env;
+typedef const String& Text;
+typedef const CIMObjectPath& Path;
+typedef CIMObjectPathResultHandlerIFC Paths;
+typedef CIMInstanceResultHandlerIFC Instances;
+typedef const StringArray* List;
 
 template <class T>
 Array<T> two(const T& a, const T& b) {
@@ -59,7 +66,7 @@ class Diary : public CppSecondaryInstanceProviderIFC {
 
 class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
   public:
-    void initialize(const ProviderEnvironmentIFCRef& env) override {
+    void initialize(Env env) override {
         std::cout << "ACMEThing: ready" << std::endl;
         env->getLogger("acme.thing")->logInfo("ACMEThing is ready");
         addThing("full", "ACME_Thing");
@@ -71,8 +78,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         m_things["special"].setProperty("Speciality", CIMValue("everything"));
     }
 
-    void enumInstanceNames(const ProviderEnvironmentIFCRef&, const String& ns, const String& className,
-                           CIMObjectPathResultHandlerIFC& result, const CIMClass&) override {
+    void enumInstanceNames(Env, Text ns, Text className, Paths& result, const CIMClass&) override {
         if (className.equalsIgnoreCase("ACME_Slot")) {
             result.handle(slotPath(ns, 1));
             result.handle(slotPath(ns, 2));
@@ -87,9 +93,8 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         }
     }
 
-    CIMInstance getInstance(const ProviderEnvironmentIFCRef&, const String& ns, const CIMObjectPath& path,
-                            ELocalOnlyFlag localOnly, EIncludeQualifiersFlag, EIncludeClassOriginFlag origin,
-                            const StringArray* propertyList, const CIMClass& cimClass) override {
+    CIMInstance getInstance(Env, Text ns, Path path, ELocalOnlyFlag localOnly, EIncludeQualifiersFlag,
+                            EIncludeClassOriginFlag origin, List propertyList, const CIMClass& cimClass) override {
         if (path.getClassName().equalsIgnoreCase("ACME_Slot")) {
             return slot(path.getKeyValue("Number"), cimClass);
         }
@@ -102,8 +107,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return find(path).clone(localOnly, E_INCLUDE_QUALIFIERS, origin, propertyList);
     }
 
-    CIMObjectPath createInstance(const ProviderEnvironmentIFCRef&, const String& ns,
-                                 const CIMInstance& instance) override {
+    CIMObjectPath createInstance(Env, Text ns, const CIMInstance& instance) override {
         const std::string name = instance.getPropertyT("Name").getValueT().toString().c_str();
         if (m_things.count(name) != 0) {
             OW_THROWCIMMSG(CIMException::ALREADY_EXISTS, name.c_str());
@@ -112,28 +116,24 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return CIMObjectPath(ns, instance);
     }
 
-    void modifyInstance(const ProviderEnvironmentIFCRef&, const String& ns, const CIMInstance& modified,
-                        const CIMInstance&, EIncludeQualifiersFlag, const StringArray* propertyList,
-                        const CIMClass& cimClass) override {
+    void modifyInstance(Env, Text ns, const CIMInstance& modified, const CIMInstance&, EIncludeQualifiersFlag,
+                        List propertyList, const CIMClass& cimClass) override {
         CIMInstance& thing = find(CIMObjectPath(ns, modified));
-        const CIMPropertyArray properties = cimClass.getAllProperties();
-        for (size_t i = 0; i < properties.size(); ++i) {
-            const String name = properties[i].getName();
-            if (!listed(propertyList, name)) {
-                continue;
+        for (const CIMProperty& declared : cimClass.getAllProperties()) {
+            if (listed(propertyList, declared.getName())) {
+                CIMProperty property(declared.getName(), declared.getDataType());
+                thing.setProperty(property.setValue(modified.getPropertyValue(declared.getName())));
             }
-            CIMProperty property(name, properties[i].getDataType());
-            thing.setProperty(property.setValue(modified.getPropertyValue(name)));
         }
     }
 
-    void deleteInstance(const ProviderEnvironmentIFCRef&, const String&, const CIMObjectPath& path) override {
+    void deleteInstance(Env, Text, Path path) override {
         find(path);
         m_things.erase(path.getKeyValue("Name").toString().c_str());
     }
 
-    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath&,
-                          const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override {
+    CIMValue invokeMethod(Env env, Text ns, Path, Text method, const CIMParamValueArray& in,
+                          CIMParamValueArray& out) override {
         if (method.equalsIgnoreCase("Add")) {
             const UInt32 b = in[1].getValue() ? in[1].getValue().toUInt32() : 0;
             out[0].setValue(CIMValue(UInt64(in[0].getValue().toUInt32()) + b));
@@ -151,35 +151,28 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return CIMValue(CIMNULL);
     }
 
-    void associators(const ProviderEnvironmentIFCRef& env, CIMInstanceResultHandlerIFC& result, const String& ns,
-                     const CIMObjectPath& object, const String&, const String& resultClass, const String& role,
-                     const String& resultRole, EIncludeQualifiersFlag, EIncludeClassOriginFlag,
-                     const StringArray*) override {
-        const CIMObjectPath other = otherEnd(ns, object, role, resultRole);
-        if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
+    void associators(Env env, Instances& result, Text ns, Path object, Text, Text resultClass, Text role,
+                     Text resultRole, EIncludeQualifiersFlag, EIncludeClassOriginFlag, List) override {
+        if (const CIMObjectPath other = otherEnd(ns, object, role, resultRole, resultClass)) {
             result.handle(env->getCIMOMHandle()->getInstance(ns, other));
         }
     }
 
-    void associatorNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
-                         const CIMObjectPath& object, const String&, const String& resultClass, const String& role,
-                         const String& resultRole) override {
-        const CIMObjectPath other = otherEnd(ns, object, role, resultRole);
-        if (other && (resultClass.empty() || resultClass.equalsIgnoreCase(other.getClassName()))) {
+    void associatorNames(Env, Paths& result, Text ns, Path object, Text, Text resultClass, Text role,
+                         Text resultRole) override {
+        if (const CIMObjectPath other = otherEnd(ns, object, role, resultRole, resultClass)) {
             result.handle(other);
         }
     }
 
-    void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC& result, const String& ns,
-                    const CIMObjectPath& object, const String&, const String& role, EIncludeQualifiersFlag,
-                    EIncludeClassOriginFlag, const StringArray*) override {
+    void references(Env, Instances& result, Text ns, Path object, Text, Text role, EIncludeQualifiersFlag,
+                    EIncludeClassOriginFlag, List) override {
         if (otherEnd(ns, object, role)) {
             result.handle(link(ns));
         }
     }
 
-    void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC& result, const String& ns,
-                        const CIMObjectPath& object, const String&, const String& role) override {
+    void referenceNames(Env, Paths& result, Text ns, Path object, Text, Text role) override {
         if (otherEnd(ns, object, role)) {
             result.handle(CIMObjectPath(ns, link(ns)));
         }
@@ -188,12 +181,12 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     CppSecondaryInstanceProviderIFC* getSecondaryInstanceProvider() override { return &m_diary; }
 
   private:
-    static CIMProperty key(const String& name, const CIMValue& value) {
+    static CIMProperty key(Text name, const CIMValue& value) {
         CIMProperty property(name, value);
         return property.addQualifier(CIMQualifier::createKeyQualifier());
     }
 
-    void addThing(const String& name, const String& className) {
+    void addThing(Text name, Text className) {
         CIMInstance thing(className);
         m_things[name.c_str()] = thing.setProperty(key("Name", CIMValue(name)));
     }
@@ -218,16 +211,12 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         thing.setProperty("Times", CIMValue(two(CIMDateTime(String("20240101000000.000000+000")), CIMDateTime())));
     }
 
-    static bool listed(const StringArray* list, const String& name) {
-        for (size_t i = 0; list != nullptr && i < list->size(); ++i) {
-            if ((*list)[i].equalsIgnoreCase(name)) {
-                return true;
-            }
-        }
-        return list == nullptr;
+    static bool listed(List list, Text name) {
+        const auto isName = [&name](Text each) { return each.equalsIgnoreCase(name); };
+        return list == nullptr || std::any_of(list->begin(), list->end(), isName);
     }
 
-    CIMInstance& find(const CIMObjectPath& path) {
+    CIMInstance& find(Path path) {
         const Things::iterator found = m_things.find(path.getKeyValue("Name").toString().c_str());
         if (found == m_things.end()) {
             OW_THROWCIMMSG(CIMException::NOT_FOUND, path.toString().c_str());
@@ -235,7 +224,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return found->second;
     }
 
-    static CIMObjectPath slotPath(const String& ns, UInt16 number) {
+    static CIMObjectPath slotPath(Text ns, UInt16 number) {
         CIMObjectPath path("ACME_Slot", ns);
         return path.setKeyValue("Number", CIMValue(number));
     }
@@ -249,44 +238,39 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     /// The thing "full" lies in slot 1.
-    static CIMInstance link(const String& ns) {
+    static CIMInstance link(Text ns) {
         CIMObjectPath thing("ACME_Thing", ns);
         CIMInstance instance("ACME_ThingInSlot");
         instance.setProperty(CIMProperty("Thing", CIMValue(thing.setKeyValue("Name", CIMValue("full")))));
         return instance.setProperty(CIMProperty("Slot", CIMValue(slotPath(ns, 1))));
     }
 
-    /// What the link joins with the object, when the object plays the role and the other the result role.
-    static CIMObjectPath otherEnd(const String& ns, const CIMObjectPath& object, const String& role,
-                                  const String& resultRole = "") {
+    /// What the link joins with the object, when the object plays the role, and the other the result role and is of the
+    /// result class.
+    static CIMObjectPath otherEnd(Text ns, Path object, Text role, Text resultRole = "", Text resultClass = "") {
         const CIMInstance both = link(ns);
         for (const char* end : {"Thing", "Slot"}) {
             const String other = String(end).equals("Thing") ? "Slot" : "Thing";
-            const bool fits = (role.empty() || role.equals(end)) && (resultRole.empty() || resultRole.equals(other));
-            if (fits && object == both.getPropertyValue(end).toCIMObjectPath()) {
-                return both.getPropertyValue(other).toCIMObjectPath();
+            const CIMObjectPath result = both.getPropertyValue(other).toCIMObjectPath();
+            if ((role.empty() || role.equals(end)) && (resultRole.empty() || resultRole.equals(other)) &&
+                (resultClass.empty() || resultClass.equalsIgnoreCase(result.getClassName())) &&
+                object == both.getPropertyValue(end).toCIMObjectPath()) {
+                return result;
             }
         }
         return CIMObjectPath(CIMNULL);
     }
 
-    static void failAs(const String& how) {
-        if (how.equals("cim")) {
-            OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "keep <out>");
-        }
-        if (how.equals("own code")) {
-            OW_THROWCIMMSG(CIMException::ErrNoType(30), "odd");
-        }
-        if (how.equals("openwbem")) {
-            String("abc").toUInt32();
-        }
-        if (how.equals("null object")) {
-            CIMInstance(CIMNULL).getProperties();
-        }
-        if (how.equals("std")) {
-            throw std::runtime_error("out of paper");
-        }
-        throw 5;
+    static void failAs(Text how) {
+        const std::map<std::string, void (*)()> ways = {
+            {"cim", [] { OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "keep <out>"); }},
+            {"own code", [] { OW_THROWCIMMSG(CIMException::ErrNoType(30), "odd"); }},
+            {"openwbem", [] { String("abc").toUInt32(); }},
+            {"null object", [] { CIMInstance(CIMNULL).getProperties(); }},
+            {"std", [] { throw std::runtime_error("out of paper"); }},
+        };
+        const auto way = ways.find(how.c_str());
+        way == ways.end() ? throw 5 : way->second();
     }
 
     Things m_things;

@@ -1,24 +1,11 @@
 #include "Lab.hpp"
 
-#include <gtest/gtest.h>
-
-#include <csignal>
-#include <cstdlib>
-#include <filesystem>
 #include <pwd.h>
 #include <sstream>
 #include <sys/wait.h>
-#include <unistd.h>
 
 namespace lab {
 namespace {
-
-pid_t spawn(const std::string& command) {
-    return support::startChild([&] {
-        setpgid(0, 0);
-        return execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
-    });
-}
 
 std::string without(std::string text, const std::string& part) {
     for (auto at = text.find(part); !part.empty() && at != std::string::npos; at = text.find(part, at)) {
@@ -52,7 +39,7 @@ void nameObjects(const std::string& cim) {
 
 } // namespace
 
-Lab::Lab(Registry registry) {
+Lab::Lab() {
     static const std::string path = std::string(PROGRAMS) + ":" + getenv("PATH");
     setenv("PATH", path.c_str(), 1);
     setenv("LAB", home_.path().c_str(), 1);
@@ -62,9 +49,7 @@ Lab::Lab(Registry registry) {
     unsetenv("ZPO_CRONTAB_SUNDAY");
     std::filesystem::create_directories(home_ / "crontabs");
     run("osqueue create CDRService");
-    if (registry == Registry::Factory) {
-        EXPECT_THAT(run("zporeg load " DEFAULTS), testing::EndsWith(" entries loaded\n"));
-    }
+    EXPECT_THAT(run("zporeg load " DEFAULTS), testing::EndsWith(" entries loaded\n"));
 }
 
 Lab::~Lab() {
@@ -74,12 +59,13 @@ Lab::~Lab() {
     run("osqueue delete CDRService");
 }
 
-void Lab::start(const std::string& options, const std::string& launcher) {
+void Lab::start(const std::string& options) {
     std::filesystem::remove(home_ / "server.out"); // of the server before
-    server_ = spawn("cd $LAB && exec " + launcher +
-                    " cimserverd --mof " SCHEMA " --provider-dir " MODULE_FOLDER " --provider-stdout $LAB/provider.out "
-                    "--listen 127.0.0.1:0 --port-file $LAB/port --state-dir $LAB/server " +
-                    options + " >$LAB/server.out 2>$LAB/server.err");
+    const std::string command = "cd $LAB && exec cimserverd --mof " SCHEMA " --provider-dir " MODULE_FOLDER
+                                " --provider-stdout $LAB/provider.out "
+                                "--listen 127.0.0.1:0 --port-file $LAB/port --state-dir $LAB/server " +
+                                options + " >$LAB/server.out 2>$LAB/server.err";
+    server_ = support::startChild([&] { return execl("/bin/sh", "sh", "-c", command.c_str(), nullptr); });
     const auto address = [this] { return addressIn(support::contentOf(home_ / "server.out")); };
     ASSERT_TRUE(support::waitUntil([&] { return !address().empty(); }, std::chrono::seconds(20))) << serverLog();
     const std::string port = support::contentOf(home_ / "port");
@@ -133,15 +119,6 @@ std::size_t Lab::armed() {
 
 std::string Lab::diagnostics() const {
     return support::contentOf(home_ / "log/CdrOAM.log") + support::contentOf(home_ / "log/ZpoShared.log");
-}
-
-Background::Background(const std::string& command) : leader_(spawn(command)) {
-    setpgid(leader_, leader_);
-}
-
-Background::~Background() {
-    kill(-leader_, SIGKILL);
-    support::waitForChild(leader_);
 }
 
 } // namespace lab

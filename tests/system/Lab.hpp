@@ -3,11 +3,7 @@
 
 #include "Support.hpp"
 
-#include <gmock/gmock.h>
-
 #include <set>
-#include <string>
-#include <vector>
 
 namespace lab {
 
@@ -17,20 +13,19 @@ struct Step {
     testing::Matcher<std::string> output;
 };
 
-enum class Registry { Empty, Factory };
-
 class Lab {
   public:
-    /// Prepares the folders and the message queue, and tells all programs of them. No server runs yet.
-    explicit Lab(Registry registry);
+    /// Prepares the folders, the factory settings and the message queue, and tells all programs of them. No server runs
+    /// yet.
+    Lab();
     /// Stops the server.
     ~Lab();
     Lab(const Lab&) = delete;
     Lab& operator=(const Lab&) = delete;
 
     /// Starts the server on a free port with further options and waits until it is ready; the variables HOST, CIM (the
-    /// URL before a class name), SERVICE, PREFIX3, PUSH, ... then name it in commands. `launcher` goes before its name.
-    void start(const std::string& options = "", const std::string& launcher = "");
+    /// URL before a class name), SERVICE, PREFIX3, PUSH, ... then name it in commands.
+    void start(const std::string& options = "");
     /// The server ends orderly, with nothing reported by a sanitizer.
     void stop();
 
@@ -44,7 +39,6 @@ class Lab {
     /// The messages that the queue got since the last call, one a line.
     static std::string heard() { return run("osqueue listen CDRService --timeout 1 2>/dev/null"); }
     std::string crontab() const { return support::contentOf(crontabFile()); }
-    void setCrontab(const std::string& text) const { support::writeFile(crontabFile(), text); }
     /// How often the push task has been put into the crontab since the last call.
     std::size_t armed();
     /// What the module and the platform libraries logged.
@@ -58,18 +52,6 @@ class Lab {
     support::TempDir home_;
     pid_t server_ = -1;
     std::size_t armed_ = 0;
-};
-
-/// A shell command that runs beside the test; the end kills it, and what it started, in whatever they are doing.
-class Background {
-  public:
-    explicit Background(const std::string& command);
-    ~Background();
-    Background(const Background&) = delete;
-    Background& operator=(const Background&) = delete;
-
-  private:
-    pid_t leader_;
 };
 
 } // namespace lab

@@ -2,10 +2,6 @@
 #include "Lab.hpp"
 #include "PropertyCases.hpp"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-
 namespace {
 
 using namespace lab;
@@ -53,7 +49,7 @@ std::string change(const PropertyCase& c, const std::string& value) {
 }
 
 TEST(Settings, AreStoredShownAndRefusedEachByItself) {
-    Lab lab(Registry::Factory);
+    Lab lab;
     lab.start();
     for (const PropertyCase& c : propertyCases()) {
         SCOPED_TRACE(c.className() + "." + c.property);
@@ -73,41 +69,6 @@ TEST(Settings, AreStoredShownAndRefusedEachByItself) {
         }
         EXPECT_EQ(lab.heard(), c.isService() ? "0\n" : "");
         EXPECT_EQ(lab.armed(), c.isScheduled() ? 1U : 0U);
-    }
-}
-
-TEST(Settings, AbsentAreShownAsNullAndReadingLeavesTheReportSettingsAbsent) {
-    Lab lab(Registry::Empty);
-    lab.start();
-    Lab::play({
-        {"show $SERVICE | grep -c '=.'", "4\n"}, // the keys
-        {"wbemcli -nl ei ${CIM}QTX_CDRServicePrefixBin | grep -c '^-PrefixBin=$'", "8\n"},
-        {"wbemcli -nl ei ${CIM}QTX_CDRServiceAccessBin | grep -c '^-....*Bin=$'", "10\n"},
-        {"zporeg list", ""},
-        {"show $PUSH TransferType,IPAddress,NumRetry,TransferTime",
-         "-TransferType=4\n-IPAddress=\n-NumRetry=0\n-TransferTime=\n"},
-        {"show $PULLED NumberOfFailedTransfers", "-NumberOfFailedTransfers=0\n"},
-        {"zporeg list", "CDR CDRPush TransferType binary 04\n"},
-    });
-    EXPECT_THAT(lab.diagnostics(), HasSubstr("getDigitsLimit error = 2097165"));
-}
-
-TEST(Settings, OfThePushMoveTheTaskAndNoOtherLineOfTheCrontab) {
-    Lab lab(Registry::Factory);
-    const std::string foreign = "# by hand\n*/5 * * * * /bin/true\n";
-    lab.setCrontab(foreign);
-    lab.start();
-    for (const auto& [setting, when] : {std::pair("NumRetry=7", ""),
-                                        {"TransferTime=8:30", "30 8 * * *"}, // also when nothing is pushed
-                                        {"TransferType=1", "30 8 * * 7"},
-                                        {"TransferDayOfWeek=5", "30 8 * * 5"},
-                                        {"TransferType=2", "30 8 1 * *"},
-                                        {"TransferDayOfMonth=31", "30 8 31 * *"},
-                                        {"TransferType=3", ""},
-                                        {"TransferDayOfMonth=5", "30 8 * * *"},
-                                        {"TransferType=4", ""}}) {
-        EXPECT_EQ(Lab::run(std::string("wbemcli mi $PUSH ") + setting), "");
-        EXPECT_EQ(lab.crontab(), *when == '\0' ? foreign : foreign + when + " /qv/bin/CDRTransfer\n") << setting;
     }
 }
 

@@ -75,11 +75,13 @@ TEST_P(PropertyTest, LogsFailedAccesses) {
     EXPECT_EQ(read, "-");
     EXPECT_THAT(platform.log, Contains(failureEntry("get")));
     failAccess("Set");
+    platform.queues["CDRService"] = 7;
     EXPECT_EQ(set(c.shown), !c.writable         ? ""
                             : c.isPushSetting() ? "1 607 CDRProvider "
                                                 : "1 304 " + c.className() + "Provider 101");
     EXPECT_EQ(platform.log, std::vector<std::string>(c.writable ? 1 : 0, failureEntry("set")));
     EXPECT_THAT(platform.created, IsEmpty());
+    EXPECT_THAT(platform.calls("osQueueSend"), IsEmpty()) << "what was not stored is not told";
     EXPECT_EQ(platform.entry(c.entry()), c.stored);
 }
 

@@ -22,24 +22,24 @@ class UmbrellaTest : public ModuleTest {
         QTX_CDRPullStatistics* raise() { return fault(), nullptr; }
     } manager;
 
+    using Text = const std::string&;
     struct Request {
         std::string operation;
-        std::function<void(const std::string& className)> send;
+        std::function<void(Text className)> send;
         int readError, writeError, stdException, otherThrow, unknownClass; ///< lines
     };
     // An exception of the framework that an operation does not know is a std::exception to it.
+    // clang-format off
     const std::vector<Request> requests = {
-        {"enumInstanceNames", [&](const std::string& c) { names(c); }, 142, 157, 157, 165, 170},
-        {"enumInstances", [&](const std::string& c) { instances(c); }, 245, 260, 260, 268, 273},
-        {"getInstance", [&](const std::string& c) { get(c + ".Name=\"x\""); }, 342, 357, 357, 365, 369},
-        {"createInstance", [&](const std::string& c) { create(changed(c + ".Name=\"x\"", {})); }, 444, 429, 444, 452,
-         457},
-        {"deleteInstance", [&](const std::string& c) { remove(path(c + ".Name=\"x\"")); }, 529, 514, 529, 537, 542},
-        {"modifyInstance", [&](const std::string& c) { modify(changed(c + ".Name=\"x\"", {})); }, 622, 607, 622, 630,
-         635},
-        {"invokeMethod", [&](const std::string& c) { invoke(path(c + ".Name=\"x\""), "Refresh"); }, 692, 696, 711, 719,
-         722},
+        {"enumInstanceNames", [&](Text c) { names(c); }, 142, 157, 157, 165, 170},
+        {"enumInstances", [&](Text c) { instances(c); }, 245, 260, 260, 268, 273},
+        {"getInstance", [&](Text c) { get(c + ".Name=\"x\""); }, 342, 357, 357, 365, 369},
+        {"createInstance", [&](Text c) { create(changed(c + ".Name=\"x\"", {})); }, 444, 429, 444, 452, 457},
+        {"deleteInstance", [&](Text c) { remove(path(c + ".Name=\"x\"")); }, 529, 514, 529, 537, 542},
+        {"modifyInstance", [&](Text c) { modify(changed(c + ".Name=\"x\"", {})); }, 622, 607, 622, 630, 635},
+        {"invokeMethod", [&](Text c) { invoke(path(c + ".Name=\"x\""), "Refresh"); }, 692, 696, 711, 719, 722},
     };
+    // clang-format on
 
     // The failure of the request when its class's manager throws so.
     std::string with(const std::function<void()>& fault, const Request& request) {

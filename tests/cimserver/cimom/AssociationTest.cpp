@@ -1,8 +1,6 @@
 // The association operations, and the way from a provider back into the server.
 #include "tests/cimserver/cimom/Fixture.hpp"
 
-#include <thread>
-
 using testing::ElementsAre;
 using testing::HasSubstr;
 

@@ -60,50 +60,54 @@ std::string shown(const CIMPropertyArray& properties) {
 
 namespace {
 
+using Env = const ProviderEnvironmentIFCRef&;
+using Text = const String&;
+using Path = const CIMObjectPath&;
+using Paths = CIMObjectPathResultHandlerIFC;
+using Instances = CIMInstanceResultHandlerIFC;
+using List = const StringArray*;
+using Origin = WBEMFlags::EIncludeClassOriginFlag;
+using Qualifiers = WBEMFlags::EIncludeQualifiersFlag;
+
 class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
   public:
     explicit Recorder(Record& record) : record_(record) {}
 
-    void enumInstanceNames(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                           CIMObjectPathResultHandlerIFC& result, const CIMClass&) override {
+    void enumInstanceNames(Env env, Text ns, Text className, Paths& result, const CIMClass&) override {
         note(env, std::string("names ") + ns.c_str() + " " + className.c_str());
         if (record_.present && className.equalsIgnoreCase(record_.present.getClassName())) {
             result.handle(CIMObjectPath("", record_.present));
         }
     }
-    void enumInstances(const ProviderEnvironmentIFCRef& env, const String& ns, const String& className,
-                       CIMInstanceResultHandlerIFC& result, WBEMFlags::ELocalOnlyFlag, WBEMFlags::EDeepFlag,
-                       WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag, const StringArray* list,
-                       const CIMClass& requestedClass, const CIMClass& cimClass) override {
+    void enumInstances(Env env, Text ns, Text className, Instances& result, WBEMFlags::ELocalOnlyFlag,
+                       WBEMFlags::EDeepFlag, Qualifiers, Origin, List list, const CIMClass& requestedClass,
+                       const CIMClass& cimClass) override {
         note(env, std::string("enum ") + ns.c_str() + " " + className.c_str() + " for " +
                       requestedClass.getName().c_str() + " " + shown(list));
         if (cimClass.getName().equalsIgnoreCase(requestedClass.getName())) {
             result.handle(record_.present);
         }
     }
-    CIMInstance getInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMObjectPath& path,
-                            WBEMFlags::ELocalOnlyFlag, WBEMFlags::EIncludeQualifiersFlag,
-                            WBEMFlags::EIncludeClassOriginFlag, const StringArray* list, const CIMClass&) override {
+    CIMInstance getInstance(Env env, Text ns, Path path, WBEMFlags::ELocalOnlyFlag, Qualifiers, Origin, List list,
+                            const CIMClass&) override {
         note(env, std::string("get ") + ns.c_str() + " " + path.toString().c_str() + " " + shown(list));
         return record_.present;
     }
-    CIMObjectPath createInstance(const ProviderEnvironmentIFCRef& env, const String&,
-                                 const CIMInstance& instance) override {
+    CIMObjectPath createInstance(Env env, Text, const CIMInstance& instance) override {
         note(env, "create " + shown(instance.getProperties()));
         return record_.created;
     }
-    void modifyInstance(const ProviderEnvironmentIFCRef& env, const String& ns, const CIMInstance& modified,
-                        const CIMInstance& previous, WBEMFlags::EIncludeQualifiersFlag, const StringArray* list,
-                        const CIMClass&) override {
+    void modifyInstance(Env env, Text ns, const CIMInstance& modified, const CIMInstance& previous, Qualifiers,
+                        List list, const CIMClass&) override {
         note(env, "modify " + shown(modified.getProperties()) + " [" + shown(list) + "] of " +
                       CIMObjectPath(ns, modified).toString().c_str() + (previous ? "" : " without previous"));
         record_.handed = modified;
     }
-    void deleteInstance(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path) override {
+    void deleteInstance(Env env, Text, Path path) override {
         note(env, std::string("delete ") + path.toString().c_str());
     }
-    CIMValue invokeMethod(const ProviderEnvironmentIFCRef& env, const String&, const CIMObjectPath& path,
-                          const String& method, const CIMParamValueArray& in, CIMParamValueArray& out) override {
+    CIMValue invokeMethod(Env env, Text, Path path, Text method, const CIMParamValueArray& in,
+                          CIMParamValueArray& out) override {
         note(env, std::string("invoke ") + method.c_str() + " " + path.toString().c_str());
         record_.in = in;
         for (std::size_t i = 0; i < out.size() && i < record_.out.size(); ++i) {
@@ -111,25 +115,18 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         }
         return CIMValue(UInt32(7));
     }
-    void associatorNames(const ProviderEnvironmentIFCRef& env, CIMObjectPathResultHandlerIFC& result, const String&,
-                         const CIMObjectPath& object, const String& assoc, const String& resultClass,
-                         const String& role, const String& resultRole) override {
+    void associatorNames(Env env, Paths& result, Text, Path object, Text assoc, Text resultClass, Text role,
+                         Text resultRole) override {
         note(env, std::string("associatorNames ") + object.toString().c_str() + " " + assoc.c_str() + "|" +
                       resultClass.c_str() + "|" + role.c_str() + "|" + resultRole.c_str());
         result.handle(CIMObjectPath("", record_.present));
     }
-    void associators(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&,
-                     const CIMObjectPath&, const String&, const String&, const String&, const String&,
-                     WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
-                     const StringArray*) override {}
-    void references(const ProviderEnvironmentIFCRef&, CIMInstanceResultHandlerIFC&, const String&, const CIMObjectPath&,
-                    const String&, const String&, WBEMFlags::EIncludeQualifiersFlag, WBEMFlags::EIncludeClassOriginFlag,
-                    const StringArray*) override {}
-    void referenceNames(const ProviderEnvironmentIFCRef&, CIMObjectPathResultHandlerIFC&, const String&,
-                        const CIMObjectPath&, const String&, const String&) override {}
+    void associators(Env, Instances&, Text, Path, Text, Text, Text, Text, Qualifiers, Origin, List) override {}
+    void references(Env, Instances&, Text, Path, Text, Text, Qualifiers, Origin, List) override {}
+    void referenceNames(Env, Paths&, Text, Path, Text, Text) override {}
 
   private:
-    void note(const ProviderEnvironmentIFCRef& env, const std::string& call) {
+    void note(Env env, const std::string& call) {
         record_.calls.push_back(call);
         record_.env = env;
         if (const auto script = record_.beforeReply) { // a copy: it may replace itself
@@ -156,6 +153,17 @@ CimomTest::CimomTest() : cimom(repository, host, {}) {
 CIMObjectPath CimomTest::path(const char* className, const char* name) {
     CIMObjectPath result((CIMName(className)));
     return result.setKeyValue(CIMName("name"), CIMValue(name));
+}
+
+std::string CimomTest::names(const char* className) {
+    CIMObjectPathArray all;
+    CIMObjectPathArrayBuilder builder(all);
+    cimom.enumInstanceNames(context, "root/test", className, builder);
+    std::string texts;
+    for (const CIMObjectPath& name : all) {
+        texts += name.toString().c_str();
+    }
+    return texts;
 }
 
 CIMInstanceArray CimomTest::instances(const char* className, const InstanceSelection& selection) {

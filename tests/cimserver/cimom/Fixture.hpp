@@ -1,6 +1,7 @@
 // A Cimom over a small schema whose provider writes down what it is asked.
 #pragma once
 
+#include "Support.hpp"
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/Interop.hpp"
@@ -8,13 +9,6 @@
 #include "cimserver/schema/Repository.hpp"
 
 #include "OW_ResultHandlers.hpp"
-
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <string>
-#include <vector>
 
 namespace cimserver::cimom {
 
@@ -44,6 +38,8 @@ class CimomTest : public testing::Test {
     static CIMObjectPath path(const char* className = "T_Thing", const char* name = "one");
     static CIMProperty text(const char* name, const char* value) { return {CIMName(name), CIMValue(value)}; }
 
+    /// Their paths, one after the other.
+    std::string names(const char* className);
     CIMInstanceArray instances(const char* className, const InstanceSelection& selection = {});
 
     schema::Repository repository;

@@ -1,10 +1,7 @@
 #include "cimserver/cimxml/Enumerations.hpp"
 
+#include "Support.hpp"
 #include "cimserver/cim/CimError.hpp"
-
-#include <gtest/gtest.h>
-
-#include <thread>
 
 namespace {
 

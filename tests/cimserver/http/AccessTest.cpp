@@ -2,10 +2,6 @@
 #include "cimserver/http/Access.hpp"
 #include "Support.hpp"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-
 using namespace cimserver::http;
 using namespace std::chrono_literals;
 

@@ -5,11 +5,8 @@
 #include "Support.hpp"
 #include "cimserver/http/Server.hpp"
 
-#include <gtest/gtest.h>
-
 #include <atomic>
 #include <future>
-#include <string>
 
 namespace http_testing {
 

@@ -2,7 +2,6 @@
 #include "Fixture.hpp"
 
 #include <regex>
-#include <thread>
 
 using namespace http_testing;
 using namespace std::chrono_literals;

@@ -31,12 +31,8 @@ class LoginTest : public ServerTest {
 TEST_F(LoginTest, EachWayToLogIn) {
     start();
     const std::string wrong = "unknown user or wrong password for '";
-    struct Case {
-        std::string field;
-        std::string body; ///< empty: 401
-        std::string log;
-    };
-    const Case cases[] = {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
+        // without a body it is a 401
         {basic("reader:right: password"), "POST|reader|read|a", ""},
         {"authorization:   bAsIc" + basic("writer:right: password").substr(20), "POST|writer|write|a", ""},
         {basic("reader:wrong"), "", wrong + "reader'"},
@@ -54,15 +50,15 @@ TEST_F(LoginTest, EachWayToLogIn) {
     };
     settings_.login.freeFailures = 100;
     auto client = connect(); // one connection for all: a refused login does not end it
-    for (const auto& one : cases) {
-        const auto before = one.log.empty() ? 0 : timesLogged(one.log);
-        auto reply = client.ask(post("a", one.field));
-        EXPECT_EQ(reply.status, one.body.empty() ? 401U : 200U) << one.field;
-        if (one.body.empty()) {
+    for (const auto& [field, body, log] : cases) {
+        const auto before = log.empty() ? 0 : timesLogged(log);
+        auto reply = client.ask(post("a", field));
+        EXPECT_EQ(reply.status, body.empty() ? 401U : 200U) << field;
+        if (body.empty()) {
             EXPECT_EQ(reply.fields["www-authenticate"], "Basic realm=\"telephone system\"");
-            EXPECT_EQ(timesLogged(one.log), before + 1) << one.field;
+            EXPECT_EQ(timesLogged(log), before + 1) << field;
         } else {
-            EXPECT_EQ(reply.body, one.body);
+            EXPECT_EQ(reply.body, body);
         }
     }
     EXPECT_NE(server_->statistics().find(" failed-logins=12 "), std::string::npos) << server_->statistics();

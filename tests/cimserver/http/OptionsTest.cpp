@@ -2,8 +2,6 @@
 #include "cimserver/Options.hpp"
 #include "Support.hpp"
 
-#include <gtest/gtest.h>
-
 using namespace cimserver;
 using namespace std::chrono_literals;
 

@@ -5,11 +5,6 @@
 #include "cimserver/http/UserFile.hpp"
 
 #include <fcntl.h>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <unistd.h>
-
-#include <csignal>
 
 using ::testing::HasSubstr;
 

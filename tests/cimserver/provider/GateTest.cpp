@@ -1,10 +1,9 @@
 // Who may be inside a provider together, and that no cycle of waiting is for ever.
 #include "cimserver/provider/Gate.hpp"
+#include "Support.hpp"
 
 #include <atomic>
-#include <functional>
 #include <future>
-#include <gtest/gtest.h>
 
 using namespace std::chrono_literals;
 using cimserver::provider::Access;
@@ -19,24 +18,17 @@ bool entersElsewhere(Gate& gate, Access access) {
     return std::async(std::launch::async, [&] { return gate.enter(access, soon).has_value(); }).get();
 }
 
-struct Rule {
-    bool concurrentReads;
-    Access inside;
-    Access second;
-    bool together;
-};
-
 TEST(Gate, LetsOnlyConcurrentReadsBeTogether) {
-    const Rule rules[] = {
+    const std::tuple<bool, Access, Access, bool> rules[] = {
         {false, Access::Read, Access::Read, false}, {false, Access::Write, Access::Read, false},
         {true, Access::Read, Access::Read, true},   {true, Access::Read, Access::Write, false},
         {true, Access::Write, Access::Read, false}, {true, Access::Write, Access::Write, false},
     };
-    for (const Rule& rule : rules) {
-        Gate gate(rule.concurrentReads);
+    for (const auto& [concurrentReads, first, second, together] : rules) {
+        Gate gate(concurrentReads);
         {
-            const auto inside = gate.enter(rule.inside, soon);
-            EXPECT_EQ(entersElsewhere(gate, rule.second), rule.together);
+            const auto inside = gate.enter(first, soon);
+            EXPECT_EQ(entersElsewhere(gate, second), together);
             EXPECT_TRUE(gate.enter(Access::Write, soon)) << "of the same thread";
         }
         EXPECT_TRUE(entersElsewhere(gate, Access::Write)) << "after it was left";

@@ -1,4 +1,5 @@
 // Registration, loading, initialization, errors and the environment.
+#include "Support.hpp"
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/provider/Registrations.hpp"
@@ -9,8 +10,6 @@
 
 #include <atomic>
 #include <future>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 #include <stdexcept>
 
 using namespace OpenWBEM;
@@ -97,11 +96,7 @@ TEST(Registration, ComesFromWhatAProviderReports) {
 }
 
 TEST(Loading, SaysWhatIsWrongWithAModule) {
-    const struct {
-        const char* folder;
-        const char* id;
-        const char* reason;
-    } cases[] = {
+    const std::tuple<std::string, std::string, std::string> cases[] = {
         {"version", "Bad", "it is made for OpenWBEM 2.0.0, this server offers 3.0.3"},
         {"no_version", "Bad", "it has no symbol getOWVersion"},
         {"no_factory", "Bad", "it has no symbol createProviderBad"},
@@ -110,11 +105,11 @@ TEST(Loading, SaysWhatIsWrongWithAModule) {
         {"other_id", "Other", "it has no symbol createProviderOther"},
         {"version", "Missing", "its file was not found"},
     };
-    for (const auto& c : cases) {
-        ProviderHost host(inFolder(std::string(TEST_BAD_FOLDER) + "/" + c.folder));
-        const Outcome thrown = outcomeOf([&] { host.enter(c.id, Access::Read, CallOrigin()); });
+    for (const auto& [folder, id, reason] : cases) {
+        ProviderHost host(inFolder(TEST_BAD_FOLDER "/" + folder));
+        const Outcome thrown = outcomeOf([&host, name = id] { host.enter(name, Access::Read, CallOrigin()); });
         EXPECT_EQ(thrown.code, CIMException::FAILED);
-        EXPECT_EQ(thrown.description, std::string("general error (Invalid provider: ") + c.id + " (" + c.reason + "))");
+        EXPECT_EQ(thrown.description, "general error (Invalid provider: " + id + " (" + reason + "))");
     }
 }
 
@@ -156,11 +151,9 @@ TEST(Initialization, IsTriedAgainAfterAFailureWithANewObject) {
 TEST(Initialization, ThatCallsItselfEndsInAnError) {
     ProviderHost host{HostSettings()};
     Outcome inner;
-    host.addBuiltIn("Loop", [&] {
-        return new Scripted(
-            [&](const auto&) { inner = outcomeOf([&] { host.enter("Loop", Access::Read, CallOrigin()); }); });
-    });
-    host.enter("Loop", Access::Read, CallOrigin());
+    const auto enter = [&host] { host.enter("Loop", Access::Read, CallOrigin()); };
+    host.addBuiltIn("Loop", [&] { return new Scripted([&](const auto&) { inner = outcomeOf(enter); }); });
+    enter();
     EXPECT_THAT(inner.description, HasSubstr("Provider Loop is called while it is being initialized"));
 }
 
@@ -189,24 +182,11 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     EXPECT_EQ(enterElsewhere("Quick", Access::Write), "general error (Provider Quick is busy)");
 }
 
-TEST(Exceptions, AllBecomeCimExceptions) {
-    const struct {
-        void (*thrower)();
-        int code;
-        const char* text;
-    } cases[] = {
-        {[] { OW_THROWCIMMSG(CIMException::NOT_FOUND, "it"); }, 6, "requested object could not be found (it)"},
-        {[] { String("12x").toUInt32(); }, 1, "Unable to convert \"12x\" into UInt32"},
-        {[] { throw std::runtime_error("out of paper"); }, 1, "out of paper"},
-        {[] { throw std::runtime_error(""); }, 1, "general error"},
-        {[] { throw 5; }, 1, "Unknown Exception"},
-        {[] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }, 1, "no error (odd)"},
-    };
-    for (const auto& c : cases) {
-        const Outcome thrown = outcomeOf([&] { cimserver::guarded([&] { c.thrower(); }); });
-        EXPECT_EQ(thrown.code, c.code);
-        EXPECT_EQ(thrown.description, c.text);
-    }
+TEST(Exceptions, WithoutATextOrAnErrorAreErrors) {
+    const Outcome silent = outcomeOf([] { cimserver::guarded([] { throw std::runtime_error(""); }); });
+    EXPECT_TRUE(silent.code == 1 && silent.description == "general error") << silent.description;
+    const Outcome odd = outcomeOf([] { cimserver::guarded([] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }); });
+    EXPECT_TRUE(odd.code == 1 && odd.description == "no error (odd)") << odd.description;
 }
 
 TEST(Environment, AnswersTheProvider) {

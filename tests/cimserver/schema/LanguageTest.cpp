@@ -1,31 +1,13 @@
 // The MOF language: what is written, and what it means.
 #include "tests/cimserver/schema/Mof.hpp"
 
-#include <gtest/gtest.h>
-
 using namespace OpenWBEM;
 using cimserver::schema::Repository;
 
 namespace {
 
-struct Default {
-    const char* declaration; ///< of the property P
-    const char* shown;       ///< its default as text
-    CIMDataType::Type type;
-};
-
-class Defaults : public testing::TestWithParam<Default> {};
-
-TEST_P(Defaults, AreOfTheirType) {
-    Repository repository;
-    repository.compileText(std::string("class A { ") + GetParam().declaration + " };", "t.mof", "root/test");
-    const CIMProperty property = repository.findClass("root/test", "a")->getProperty(CIMName("p"));
-    ASSERT_TRUE(property);
-    EXPECT_EQ(property.getDataType().getType(), GetParam().type);
-    EXPECT_EQ(property.getValue().toString(), String(GetParam().shown));
-}
-
-const Default defaults[] = {
+// The declaration of the property P, its default as text and its type.
+const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
     {"uint8 P = 255;", "255", CIMDataType::UINT8},
     {"SINT8 P = -128;", "-128", CIMDataType::SINT8},
     {"uint16 P = 0xfFfF;", "65535", CIMDataType::UINT16},
@@ -41,10 +23,7 @@ const Default defaults[] = {
     {"boolean P = TRUE;", "true", CIMDataType::BOOLEAN},
     {"char16 P = 'x';", "x", CIMDataType::CHAR16},
     {"char16 P = '\\x0041';", "A", CIMDataType::CHAR16},
-    {"string P = \"a\\\"b\\n\\x20ac\" /* and */ \"c\" // more\n \"d\";",
-     "a\"b\n\xe2\x82\xac"
-     "cd",
-     CIMDataType::STRING},
+    {"string P = \"a\\\"b\\n\\x20ac\" /* and */ \"c\" // more\n \"d\";", "a\"b\n\342\202\254cd", CIMDataType::STRING},
     {"string P = \"\";", "", CIMDataType::STRING},
     {"string P = \"\xe9\xed\xa0\x80\";", "\xc3\xa9\xc3\xad\xc2\xa0\xef\xbf\xbd", CIMDataType::STRING},
     {"string P = null;", "(null)", CIMDataType::STRING},
@@ -55,30 +34,28 @@ const Default defaults[] = {
     {"boolean P[] = {};", "", CIMDataType::BOOLEAN},
 };
 
-INSTANTIATE_TEST_SUITE_P(Mof, Defaults, testing::ValuesIn(defaults));
+TEST(Defaults, AreOfTheirType) {
+    for (const auto& [declaration, value, type] : defaults) {
+        Repository repository;
+        repository.compileText(std::string("class A { ") + declaration + " };", "t.mof", "root/test");
+        const CIMProperty property = repository.findClass("root/test", "a")->getProperty(CIMName("p"));
+        EXPECT_EQ(property.getDataType().getType(), type) << declaration;
+        EXPECT_EQ(property.getValue().toString(), String(value)) << declaration;
+    }
+}
 
 const std::string keyed = "class A { [Key] string K; }; ";
 
-struct Mistake {
-    std::string mof; ///< after the qualifiers, so in line 2
-    const char* message;
-};
-
-class Mistakes : public testing::TestWithParam<Mistake> {};
-
-TEST_P(Mistakes, AreNamedWithTheirPlace) {
-    EXPECT_EQ(errorOf(qualifiers + GetParam().mof), std::string("t.mof:") + GetParam().message);
-}
-
-const Mistake lexical[] = {
+const char* const badCharacter = "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)";
+// What stands after the qualifiers, so in line 2.
+const std::pair<std::string, const char*> mistakes[] = {
+    // Of the characters.
     {"class A { /* ", "2:11: the comment is not closed (in A)"},
     {"class A { string P = \"a\n\"; };", "2:22: the string is not closed on its line (in A)"},
     {"class A { string P = \"a", "2:22: the string is not closed on its line (in A)"},
     {"class A { string P = \"\\q\"; };", "2:23: unknown escape sequence in a text (in A)"},
-    {"class A { string P = \"\\x0\"; };",
-     "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)"},
-    {"class A { string P = \"\\xD800\"; };",
-     "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)"},
+    {"class A { string P = \"\\x0\"; };", badCharacter},
+    {"class A { string P = \"\\xD800\"; };", badCharacter},
     {"class A { string P = \"\x01\"; };", "2:23: unexpected byte 1 in a string (in A)"},
     {"class A { char16 P = ''; };",
      "2:22: a character is missing between single quotes (one beyond ASCII is written \\xHHHH) (in A)"},
@@ -92,10 +69,7 @@ const Mistake lexical[] = {
      "2:22: \"18446744073709551616\" does not fit into 64 bits (in A)"},
     {"class \xc3\xa9 {};", "2:7: unexpected byte 195"},
     {"class A @", "2:9: unexpected '@'"},
-};
-INSTANTIATE_TEST_SUITE_P(Lexical, Mistakes, testing::ValuesIn(lexical));
-
-const Mistake syntactic[] = {
+    // Of the grammar.
     {"klass A {};", "2:1: a declaration of a qualifier, class or instance or #pragma is expected instead of \"klass\""},
     {"class A {}", "2:11: \";\" is expected instead of the end of the text (in A)"},
     {"class A { uint8 };", "2:17: the name of a property or method is expected instead of \"}\" (in A)"},
@@ -111,10 +85,7 @@ const Mistake syntactic[] = {
     {"#define X", "2:1: #pragma is expected instead of \"#define\""},
     {"#pragma include(\"x.mof\")", "2:1: an include is possible in a file only"},
     {"#pragma namespace(\"//other/root\")", "2:1: \"//other/root\" is not the name of a namespace of this server"},
-};
-INSTANTIATE_TEST_SUITE_P(Syntactic, Mistakes, testing::ValuesIn(syntactic));
-
-const Mistake semantic[] = {
+    // Of the meaning.
     {"class A { uint9 P; };", "2:11: \"uint9\" is not a type (a reference is written \"CLASS REF\") (in A.P)"},
     {"class A { uint8 P = 256; };", "2:21: 256 is out of the range of uint8 (in A.P)"},
     {"class A { uint8 P = -1; };", "2:21: -1 is out of the range of uint8 (in A.P)"},
@@ -178,7 +149,12 @@ const Mistake semantic[] = {
     {"class M : L { [Override(\"R\")] C REF R; }; [Association] class L { A REF R; }; class A {}; class C {};",
      "2:31: \"R\" overrides an element of another type (in M.R)"},
 };
-INSTANTIATE_TEST_SUITE_P(Semantic, Mistakes, testing::ValuesIn(semantic));
+
+TEST(Mistakes, AreNamedWithTheirPlace) {
+    for (const auto& [mof, message] : mistakes) {
+        EXPECT_EQ(errorOf(qualifiers + mof), std::string("t.mof:") + message);
+    }
+}
 
 TEST(Hostile, ExcessEndsInAnErrorNotInExhaustion) {
     EXPECT_NE(errorOf("class " + std::string(257, 'A') + " {};"), "");

@@ -1,9 +1,8 @@
 // What the schema tests share.
 #pragma once
 
+#include "Support.hpp"
 #include "cimserver/schema/Repository.hpp"
-
-#include <string>
 
 /// Qualifier declarations, in one line so that what follows starts in line 2.
 inline const std::string qualifiers =
@@ -15,13 +14,17 @@ inline const std::string qualifiers =
     "Qualifier Values : string[], Scope(property);"
     "Qualifier MaxLen : uint32, Scope(property, parameter);\n";
 
-/// The message of the MofError that compiling the text gives; empty when it compiles.
-inline std::string errorOf(const std::string& mof) {
-    cimserver::schema::Repository repository;
+/// The message of the MofError that the call throws; empty when it succeeds.
+inline std::string errorIn(const std::function<void()>& call) {
     try {
-        repository.compileText(mof, "t.mof", "root/test");
+        call();
     } catch (const cimserver::schema::MofError& error) {
         return error.what();
     }
     return {};
+}
+
+/// The message that compiling the text gives.
+inline std::string errorOf(const std::string& mof) {
+    return errorIn([&mof] { cimserver::schema::Repository().compileText(mof, "t.mof", "root/test"); });
 }

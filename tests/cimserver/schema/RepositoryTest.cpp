@@ -2,11 +2,6 @@
 #include "cimserver/schema/Associations.hpp"
 #include "tests/cimserver/schema/Mof.hpp"
 
-#include <fstream>
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <unistd.h>
-
 using namespace OpenWBEM;
 using cimserver::schema::AssociationQuery;
 using cimserver::schema::MofError;
@@ -132,10 +127,8 @@ TEST(Instances, AreFoundByClassAndPath) {
 TEST(Associations, AreThoseOfTheSchema) {
     Repository repository;
     repository.compileText(things, "t.mof", "root/test");
-    const struct {
-        AssociationQuery query;
-        std::vector<std::string> references, associators;
-    } cases[] = {
+    using Names = std::vector<std::string>;
+    const std::tuple<AssociationQuery, Names, Names> cases[] = {
         {{"A", "", "", "", "", false}, {"L", "M"}, {"A", "S"}},
         {{"s", "", "", "", "", false}, {"L", "M", "W"}, {"A", "S", "U"}},
         {{"A", "", "", "", "", true}, {"L", "M", "W"}, {"A", "S", "U"}},
@@ -194,25 +187,14 @@ TEST(Compilation, TakesInAllOrNothingAndKeepsPointers) {
 
 class Files : public testing::Test {
   protected:
-    void SetUp() override {
-        char pattern[] = "/tmp/mof-test-XXXXXX";
-        folder = mkdtemp(pattern);
-        fs::create_directories(folder / "schema/parts");
-    }
-    void TearDown() override { fs::remove_all(folder); }
+    Files() { fs::create_directories(folder / "schema/parts"); }
 
-    void write(const std::string& name, const std::string& text) const { std::ofstream(folder / name) << text; }
-
+    void write(const std::string& name, const std::string& text) const { support::writeFile(folder / name, text); }
     std::string errorOfFile(const std::string& name) {
-        try {
-            repository.compileFile(folder / name, "root/test");
-        } catch (const MofError& error) {
-            return error.what();
-        }
-        return {};
+        return errorIn([&] { repository.compileFile(folder / name, "root/test"); });
     }
 
-    fs::path folder;
+    support::TempDir folder;
     Repository repository;
 };
 
@@ -254,7 +236,7 @@ TEST(Instances, ReferToOneAnotherEightDeepAtMost) {
 TEST_F(Files, AreRefusedWithTheOffendingPlace) {
     write("secret.mof", "class Secret {};");
     write("schema/up.mof", "\n#pragma include (\"../secret.mof\")");
-    write("schema/absolute.mof", "#pragma include (\"" + (folder / "schema/up.mof").string() + "\")");
+    write("schema/absolute.mof", "#pragma include (\"" + folder / "schema/up.mof" + "\")");
     write("schema/missing.mof", "class A {};\n  #pragma include (\"no.mof\")");
     write("schema/folder.mof", "#pragma include (\"parts\")");
     write("schema/again.mof", "#pragma include (\"again.mof\")");

@@ -1,13 +1,9 @@
 #include "Support.hpp"
 
 #include <cstdio>
-#include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <sys/wait.h>
-#include <thread>
-#include <unistd.h>
 
 namespace support {
 

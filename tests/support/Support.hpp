@@ -1,9 +1,18 @@
+// What the tests of all folders stand on: the test framework, temporary folders, files and processes.
 #pragma once
 
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
 #include <functional>
 #include <string>
-#include <sys/types.h>
+#include <thread>
+#include <unistd.h>
 #include <vector>
 
 namespace support {
