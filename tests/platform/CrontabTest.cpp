@@ -4,13 +4,13 @@
 #include "CrontabTable.hpp"
 #include "Support.hpp"
 
-#include <pwd.h>
 #include <sys/stat.h>
 
 namespace {
 
 using namespace zpo;
 using support::TempDir;
+using support::userName;
 
 const CrontabTask kDaily{30, 8, "*", "*", ZPO_SCHED_ANY, "/qv/bin/CDRTransfer"};
 
@@ -98,10 +98,6 @@ TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
     for (std::size_t i = 0; i < std::size(others); ++i) {
         EXPECT_FALSE(table.remove(others[i])) << i;
     }
-}
-
-std::string userName() {
-    return getpwuid(geteuid())->pw_name;
 }
 
 TEST(CrontabDirectory, ReplacesTheUsersFileAndTellsTheDaemon) {

@@ -4,7 +4,6 @@
 #include "Home.hpp"
 
 #include <cstdio>
-#include <pwd.h>
 #include <tuple>
 
 namespace {
@@ -16,7 +15,7 @@ class Scheduler : public ::testing::Test {
     Scheduler() { std::filesystem::create_directories(kHome.dir / "crontabs"); }
     ~Scheduler() override { std::filesystem::remove_all(kHome.dir / "crontabs"); }
 
-    static std::string table() { return kHome.dir / ("crontabs/" + std::string(getpwuid(geteuid())->pw_name)); }
+    static std::string table() { return kHome.dir / ("crontabs/" + support::userName()); }
 };
 
 std::uint32_t add(const char* path, std::uint16_t minute) {

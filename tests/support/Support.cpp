@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <fstream>
 #include <iterator>
+#include <pwd.h>
 #include <sys/wait.h>
 
 namespace support {
@@ -75,6 +76,18 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 bool isOpen(pid_t process, const std::string& name, int times) {
     const std::string count = "ls -l /proc/" + std::to_string(process) + "/fd | grep -c " + name + "$";
     return waitUntil([&] { return run({"sh", "-c", count}).output == std::to_string(times) + "\n"; });
+}
+
+std::size_t countOf(const std::string& part, const std::string& text) {
+    std::size_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+std::string userName() {
+    return getpwuid(geteuid())->pw_name;
 }
 
 std::string contentOf(const std::string& path) {

@@ -52,6 +52,12 @@ bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds
 /// Waits until the process has opened files whose paths end in `name` so many times.
 bool isOpen(pid_t process, const std::string& name, int times);
 
+/// How often the part stands in the text.
+std::size_t countOf(const std::string& part, const std::string& text);
+
+/// Of the user that the tests run as.
+std::string userName();
+
 std::string contentOf(const std::string& path);
 void writeFile(const std::string& path, const std::string& content);
 

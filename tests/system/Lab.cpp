@@ -1,6 +1,5 @@
 #include "Lab.hpp"
 
-#include <pwd.h>
 #include <sstream>
 #include <sys/wait.h>
 
@@ -104,16 +103,11 @@ std::set<std::string> Lab::lines(const std::string& command) {
 }
 
 std::string Lab::crontabFile() const {
-    return home_ / ("crontabs/" + std::string(getpwuid(geteuid())->pw_name));
+    return home_ / ("crontabs/" + support::userName());
 }
 
 std::size_t Lab::armed() {
-    std::size_t count = 0;
-    const std::string text = diagnostics();
-    const std::string line = "push task scheduled successfully";
-    for (auto at = text.find(line); at != std::string::npos; at = text.find(line, at + 1)) {
-        ++count;
-    }
+    const std::size_t count = support::countOf("push task scheduled successfully", diagnostics());
     return count - std::exchange(armed_, count);
 }
 

@@ -1,9 +1,7 @@
 // Requests from several threads at once, beside restores on a thread of the platform.
 #include "ModuleTest.hpp"
 
-#include <chrono>
 #include <future>
-#include <thread>
 
 namespace {
 

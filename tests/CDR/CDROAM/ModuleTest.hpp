@@ -4,17 +4,10 @@
 #include "CDRProvider.hpp"
 #include "FakePlatform.hpp"
 #include "PropertyCases.hpp"
+#include "Support.hpp"
 
 #include "OW_CIM.hpp"
 #include "OW_ProviderEnvironmentIFC.hpp"
-
-#include <gmock/gmock.h>
-
-#include <functional>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
 
 /// The CIM error that the call throws: "CODE LINE FILE MESSAGE", the file without the folder of the module's sources;
 /// "" when it succeeds. Other exceptions pass through.

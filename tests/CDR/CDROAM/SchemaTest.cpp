@@ -6,12 +6,10 @@
 #include "QTX_CDRServiceAccessBinProvider.hpp"
 #include "QTX_CDRServicePrefixBinProvider.hpp"
 #include "QTX_CDRServiceProvider.hpp"
+#include "Support.hpp"
 
 #include "cimserver/schema/Repository.hpp"
 
-#include <gmock/gmock.h>
-
-#include <algorithm>
 #include <set>
 
 namespace {

@@ -41,13 +41,4 @@ void ServerTest::expectServes() const {
     EXPECT_EQ(connect().ask(post("good")).body, "POST||write|good") << "the server no longer serves";
 }
 
-std::size_t ServerTest::timesLogged(const std::string& text) const {
-    const auto all = logged();
-    std::size_t count = 0;
-    for (auto at = all.find(text); at != std::string::npos; at = all.find(text, at + 1)) {
-        ++count;
-    }
-    return count;
-}
-
 } // namespace http_testing

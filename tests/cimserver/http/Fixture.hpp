@@ -23,7 +23,7 @@ class ServerTest : public ::testing::Test {
     void write(const std::string& name, const std::string& text) const { support::writeFile(path(name), text); }
     /// What the process logged since start(); how often a text occurs in it.
     std::string logged() const { return support::contentOf(path("log")); }
-    std::size_t timesLogged(const std::string& text) const;
+    std::size_t timesLogged(const std::string& text) const { return support::countOf(text, logged()); }
 
     support::TempDir folder_;
     cimserver::http::Settings settings_;
