@@ -39,15 +39,11 @@ void Registrations::put(Table& table, const std::string& key, const std::string&
     }
 }
 
-void Registrations::put(Lists& lists, const std::string& key, const std::string& id) {
-    lists[folded(key)].push_back(id);
-}
-
-template <class Entries, class Info>
-void Registrations::putClasses(Entries& entries, const Info& info, const std::string& id) {
+template <class Info>
+void Registrations::putClasses(Table& table, const Info& info, const std::string& id) {
     for (const auto& reported : info.getClassInfo()) {
         for (const std::string& key : keysOf(reported)) {
-            put(entries, key, id);
+            put(table, key, id);
         }
     }
 }
@@ -66,7 +62,11 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
     if (auto* const secondaries = provider.getSecondaryInstanceProvider()) {
         SecondaryInstanceProviderInfo info;
         secondaries->getSecondaryInstanceProviderInfo(info);
-        putClasses(secondaries_, info, id);
+        for (const auto& reported : info.getClassInfo()) {
+            for (const std::string& key : keysOf(reported)) {
+                secondaries_[folded(key)].push_back(id);
+            }
+        }
     }
     if (auto* const methods = provider.getMethodProvider()) {
         MethodProviderInfo info;

@@ -30,13 +30,12 @@ class Registrations {
     using Lists = std::map<std::string, std::vector<std::string>>; ///< the same to several ids
 
     static void put(Table& table, const std::string& key, const std::string& id);
-    static void put(Lists& lists, const std::string& key, const std::string& id);
     /// The class's entry, default-constructed when there is none.
     template <class Entries>
     static typename Entries::mapped_type get(const Entries& entries, const std::string& ns,
                                              const std::string& className);
-    template <class Entries, class Info>
-    static void putClasses(Entries& entries, const Info& info, const std::string& id);
+    template <class Info>
+    static void putClasses(Table& table, const Info& info, const std::string& id);
 
     Table instances_;
     Table associators_;
