@@ -1,5 +1,6 @@
 #include "cimserver/schema/ClassBuilder.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Qualifiers.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -32,7 +33,7 @@ class Builder {
         return super_ != nullptr && (asMethod ? bool(super_->getMethod(name)) : bool(super_->getProperty(name)));
     }
     bool passesOn(const String& name) const {
-        return ownNames_.count(fold(name.c_str())) == 0 && replacedNames_.count(fold(name.c_str())) == 0;
+        return ownNames_.count(folded(name.c_str())) == 0 && replacedNames_.count(folded(name.c_str())) == 0;
     }
 
     const ast::ClassDeclaration& declaration_;
@@ -87,9 +88,9 @@ void Builder::qualifyClass() {
     const CIMQualifierArray inherited = super_ != nullptr ? super_->getQualifiers() : CIMQualifierArray();
     CIMScope::Scope kind = super_ != nullptr && super_->isAssociation() ? CIMScope::ASSOCIATION : CIMScope::CLASS;
     for (const ast::QualifierUse& use : declaration_.qualifiers) {
-        if (sameName(use.name, CIMQualifier::CIM_QUAL_ASSOCIATION)) {
+        if (equalsIgnoringCase(use.name, CIMQualifier::CIM_QUAL_ASSOCIATION)) {
             kind = CIMScope::ASSOCIATION;
-        } else if (sameName(use.name, CIMQualifier::CIM_QUAL_INDICATION)) {
+        } else if (equalsIgnoringCase(use.name, CIMQualifier::CIM_QUAL_INDICATION)) {
             kind = CIMScope::INDICATION;
         }
     }
@@ -100,7 +101,7 @@ void Builder::qualifyClass() {
 }
 
 void Builder::addFeature(const ast::Feature& feature) {
-    if (!ownNames_.insert(fold(feature.name)).second) {
+    if (!ownNames_.insert(folded(feature.name)).second) {
         fail(feature.place, "\"" + feature.name + "\" is declared twice in the class");
     }
     const bool isMethod = feature.parameters.has_value();
@@ -120,7 +121,7 @@ void Builder::addFeature(const ast::Feature& feature) {
 CIMName Builder::overridden(const ast::Feature& feature) {
     std::string named;
     for (const ast::QualifierUse& use : feature.qualifiers) {
-        if (sameName(use.name, CIMQualifier::CIM_QUAL_OVERRIDE) && use.value) {
+        if (equalsIgnoringCase(use.name, CIMQualifier::CIM_QUAL_OVERRIDE) && use.value) {
             named = use.value->scalar.text;
         }
     }
@@ -137,7 +138,7 @@ CIMName Builder::overridden(const ast::Feature& feature) {
     if (!inherits(name, feature.parameters.has_value())) {
         return CIMName(feature.name.c_str());
     }
-    replacedNames_.insert(fold(named));
+    replacedNames_.insert(folded(named));
     return name;
 }
 
@@ -187,7 +188,7 @@ CIMParameter Builder::parameter(const ast::Parameter& written, const CIMMethod& 
     CIMQualifierArray before;
     if (inherited) {
         for (const CIMParameter& candidate : inherited.getParameters()) {
-            if (sameName(candidate.getName().c_str(), written.name)) {
+            if (equalsIgnoringCase(candidate.getName().c_str(), written.name)) {
                 before = candidate.getQualifiers();
             }
         }
@@ -218,7 +219,7 @@ CIMMethod Builder::method(const ast::Feature& feature) {
     }
     std::set<std::string> names;
     for (const ast::Parameter& written : *feature.parameters) {
-        if (!names.insert(fold(written.name)).second) {
+        if (!names.insert(folded(written.name)).second) {
             fail(written.place, "the parameter \"" + written.name + "\" is declared twice");
         }
         method.addParameter(parameter(written, inherited));

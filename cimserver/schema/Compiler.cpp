@@ -1,5 +1,6 @@
 #include "cimserver/schema/Compiler.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/ClassBuilder.hpp"
 #include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/QualifierTypes.hpp"
@@ -49,8 +50,8 @@ void Compiler::enterNamespace(const std::string& name, const Place& place) {
     if (!isNamespaceName(local)) {
         fail(place, "\"" + name + "\" is not the name of a namespace of this server");
     }
-    const auto alias = aliases_.find(fold(local));
-    current_ = &target_[alias == aliases_.end() ? fold(local) : alias->second];
+    const auto alias = aliases_.find(folded(local));
+    current_ = &target_[alias == aliases_.end() ? folded(local) : alias->second];
     if (current_->name.empty()) {
         current_->name = local;
     }
@@ -93,9 +94,9 @@ void Compiler::compile(std::string_view mof, const std::string& name, const fs::
 }
 
 void Compiler::apply(const ast::Pragma& pragma, const fs::path& folder) {
-    if (sameName(pragma.name, "include")) {
+    if (equalsIgnoringCase(pragma.name, "include")) {
         include(pragma, folder);
-    } else if (sameName(pragma.name, "namespace")) {
+    } else if (equalsIgnoringCase(pragma.name, "namespace")) {
         enterNamespace(pragma.argument, pragma.place);
     }
     // Others, such as locale, have no bearing here; unknown ones are to be passed over.
@@ -124,7 +125,7 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
 
 void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::path&) {
     auto type = std::make_shared<const CIMQualifierType>(buildQualifierType(declaration));
-    const auto [place, isNew] = current_->qualifiers.try_emplace(fold(declaration.name), type);
+    const auto [place, isNew] = current_->qualifiers.try_emplace(folded(declaration.name), type);
     if (!isNew && !identical(*place->second, *type)) {
         fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared already, and differently");
     }
@@ -159,8 +160,8 @@ void Compiler::finish() {
 
 void Compiler::add(const PendingClass& pending) {
     const auto built = std::make_shared<const CIMClass>(buildClass(pending.declaration, *pending.ns));
-    pending.ns->classes[fold(pending.declaration.name)] = built;
-    pending.ns->children[fold(pending.declaration.superClass)].push_back(built);
+    pending.ns->classes[folded(pending.declaration.name)] = built;
+    pending.ns->children[folded(pending.declaration.superClass)].push_back(built);
 }
 
 } // namespace cimserver::schema

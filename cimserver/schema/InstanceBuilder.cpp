@@ -1,5 +1,6 @@
 #include "cimserver/schema/InstanceBuilder.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Qualifiers.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -35,7 +36,7 @@ CIMObjectPath completeReference(const CIMObjectPath& written, const Namespace& n
     if (path.getNameSpace().empty()) {
         path.setNameSpace(ns.name.c_str());
     }
-    if (!written.getFullNameSpace().isLocal() || !sameName(path.getNameSpace().c_str(), ns.name)) {
+    if (!written.getFullNameSpace().isLocal() || !equalsIgnoringCase(path.getNameSpace().c_str(), ns.name)) {
         return path;
     }
     const CIMClass* const target = ns.findClass(path.getClassName().c_str());
@@ -55,7 +56,7 @@ CIMObjectPath completeReference(const CIMObjectPath& written, const Namespace& n
 void InstanceBuilder::add(ast::InstanceDeclaration declaration, Namespace& ns) {
     items_.push_back({std::move(declaration), &ns, std::nullopt});
     const ast::InstanceDeclaration& added = items_.back().declaration;
-    if (!added.alias.empty() && !aliases_.try_emplace(fold(added.alias), &items_.back()).second) {
+    if (!added.alias.empty() && !aliases_.try_emplace(folded(added.alias), &items_.back()).second) {
         fail(added.place, "the alias \"$" + added.alias + "\" is given twice");
     }
 }
@@ -94,7 +95,7 @@ const CIMObjectPath& InstanceBuilder::build(Item& item) {
     if (!item.ns->instances.try_emplace(item.ns->instanceKey(*item.path), built).second) {
         fail(place, "the instance " + shown + " is declared already");
     }
-    item.ns->instancesOf[fold(item.declaration.className)].push_back(built);
+    item.ns->instancesOf[folded(item.declaration.className)].push_back(built);
     --depth_;
     return *item.path;
 }
@@ -108,7 +109,7 @@ CIMInstance InstanceBuilder::instanceOf(const Item& item, const CIMClass& cimCla
             if (!property) {
                 fail(one.place, "the class has no such property");
             }
-            if (!given.insert(fold(one.name)).second) {
+            if (!given.insert(folded(one.name)).second) {
                 fail(one.place, "the property is given twice");
             }
             instance.setProperty(property.setValue(valueOf(item, one.value, property.getDataType())));
@@ -119,7 +120,7 @@ CIMInstance InstanceBuilder::instanceOf(const Item& item, const CIMClass& cimCla
 
 CIMValue InstanceBuilder::valueOf(const Item& item, const ast::Literal& written, const CIMDataType& type) {
     const CIMValue result = value(written, type, [&](const Token& alias) {
-        const auto found = aliases_.find(fold(alias.text));
+        const auto found = aliases_.find(folded(alias.text));
         if (found == aliases_.end()) {
             fail(alias.place, "there is no alias \"$" + alias.text + "\"");
         }

@@ -1,11 +1,11 @@
 #include "cimserver/schema/Lexer.hpp"
 
+#include "cimserver/common/Utf8.hpp"
+
 #include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
-#include <iterator>
-#include <utf8.h>
 
 namespace cimserver::schema {
 
@@ -29,21 +29,6 @@ bool continuesIdentifier(char c) {
 
 bool isControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
-}
-
-void appendUtf8(std::string& out, std::uint32_t code) {
-    utf8::append(code, std::back_inserter(out));
-}
-
-/// The length of the well-formed UTF-8 sequence at the start of `text`, 0 when there is none.
-std::size_t utf8Length(std::string_view text) {
-    const char* end = text.data();
-    try {
-        utf8::next(end, text.data() + text.size());
-    } catch (const utf8::exception&) {
-        return 0;
-    }
-    return static_cast<std::size_t>(end - text.data());
 }
 
 std::string shown(char c) {
@@ -249,12 +234,13 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
     if (isControl(c) && c != '\t') {
         fail(place_, "unexpected " + shown(c) + " in a string");
     }
-    const std::size_t length = utf8Length(text_.substr(at_));
-    if (length == 0) { // early schemas are in Latin-1, with some marks that have no place in it
+    const Character character = decodeUtf8(text_.substr(at_));
+    if (!character.valid) { // early schemas are in Latin-1, with some marks that have no place in it
         const auto byte = static_cast<unsigned char>(take());
         appendUtf8(out, byte < 0xa0 ? kReplacement : byte);
+        return;
     }
-    for (std::size_t i = 0; i < length; ++i) {
+    for (std::size_t i = 0; i < character.length; ++i) {
         out += take();
     }
 }

@@ -1,40 +1,22 @@
 #include "cimserver/schema/Names.hpp"
 
+#include "cimserver/common/Text.hpp"
+
 #include <algorithm>
+#include <string_view>
 
 namespace cimserver::schema {
 
-namespace {
-
-char lower(char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
-}
-
-} // namespace
-
-std::string fold(std::string_view name) {
-    std::string folded(name);
-    std::transform(folded.begin(), folded.end(), folded.begin(), lower);
-    return folded;
-}
-
-bool sameName(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
-}
-
-std::string trimmedNamespace(std::string_view name) {
-    const std::size_t begin = std::min(name.find_first_not_of("/ \t"), name.size());
-    const std::size_t end = name.find_last_not_of(" \t");
-    return std::string(begin == name.size() ? std::string_view() : name.substr(begin, end + 1 - begin));
-}
-
 std::string localNamespace(std::string written) {
     std::replace(written.begin(), written.end(), '\\', '/');
-    const std::string_view here = "//./";
-    if (written.compare(0, here.size(), here) == 0) {
-        return trimmedNamespace(written.substr(here.size()));
+    std::string_view name = written;
+    constexpr std::string_view kHere = "//./";
+    if (name.substr(0, kHere.size()) == kHere) {
+        name.remove_prefix(kHere.size());
+    } else if (name.substr(0, 2) == "//") {
+        return {};
     }
-    return written.compare(0, 2, "//") == 0 ? std::string() : trimmedNamespace(written);
+    return std::string(withoutSlashes(trimmed(name)));
 }
 
 } // namespace cimserver::schema

@@ -1,4 +1,4 @@
-// The names of namespaces, classes, properties and qualifiers: compared without regard to the case of ASCII letters.
+// Names of namespaces as they are written.
 //
 // The units of this folder, each above those it uses:
 //
@@ -16,17 +16,8 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace cimserver::schema {
-
-/// The key under which a name is filed: its ASCII letters in lower case.
-std::string fold(std::string_view name);
-
-bool sameName(std::string_view a, std::string_view b);
-
-/// A namespace name without leading slashes and without blanks around it.
-std::string trimmedNamespace(std::string_view name);
 
 /// "//./root/cimv2" and "/root/cimv2" mean the namespace root/cimv2 of this server, with slashes or backslashes; empty
 /// for one of another host.

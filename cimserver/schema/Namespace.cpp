@@ -1,5 +1,6 @@
 #include "cimserver/schema/Namespace.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/QualifierTypes.hpp"
 
 namespace cimserver::schema {
@@ -10,7 +11,7 @@ namespace {
 
 template <class Map>
 auto findIn(const Map& map, std::string_view name) -> decltype(&*map.begin()->second) {
-    const auto found = map.find(fold(name));
+    const auto found = map.find(folded(name));
     return found == map.end() ? nullptr : &*found->second;
 }
 
@@ -39,11 +40,11 @@ std::string Namespace::instanceKey(const CIMObjectPath& path) const {
     for (const CIMProperty& key : path.getKeys()) {
         const CIMValue value = key.getValue();
         const bool reference = value && value.getType() == CIMDataType::REFERENCE && !value.isArray();
-        keys[fold(key.getName().c_str())] =
+        keys[folded(key.getName().c_str())] =
             reference ? instanceKey(value.toCIMObjectPath()) : std::string(value.toString().c_str());
     }
-    const std::string where = fold(trimmedNamespace(path.getNameSpace().c_str()));
-    std::string text = (where == fold(name) ? "" : where) + ":" + fold(path.getClassName().c_str());
+    const std::string where = folded(withoutSlashes(trimmed(path.getNameSpace().c_str())));
+    std::string text = (where == folded(name) ? "" : where) + ":" + folded(path.getClassName().c_str());
     for (const auto& [keyName, value] : keys) {
         text += "." + keyName + "=" + std::to_string(value.size()) + ":" + value;
     }

@@ -1,5 +1,6 @@
 #include "cimserver/schema/Parser.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Names.hpp"
 
 namespace cimserver::schema {
@@ -43,7 +44,7 @@ bool Parser::isPunctuation(char c) const {
 }
 
 bool Parser::isKeyword(std::string_view word) const {
-    return token_.kind == TokenKind::Identifier && sameName(token_.text, word);
+    return token_.kind == TokenKind::Identifier && equalsIgnoringCase(token_.text, word);
 }
 
 bool Parser::skip(char c) {
@@ -102,12 +103,12 @@ std::optional<Declaration> Parser::next() {
 Pragma Parser::pragma() {
     Pragma pragma;
     pragma.place = token_.place;
-    if (!sameName(token_.text, "pragma")) {
+    if (!equalsIgnoringCase(token_.text, "pragma")) {
         unexpected("#pragma");
     }
     take();
     pragma.name = name("the name of a pragma");
-    const bool known = sameName(pragma.name, "include") || sameName(pragma.name, "namespace");
+    const bool known = equalsIgnoringCase(pragma.name, "include") || equalsIgnoringCase(pragma.name, "namespace");
     if (!known && !isPunctuation('(')) {
         return pragma;
     }
@@ -334,7 +335,7 @@ Literal Parser::scalar() {
     }
     if (isKeyword("true") || isKeyword("false")) {
         literal.kind = Literal::Kind::Boolean;
-        literal.boolean = sameName(take().text, "true");
+        literal.boolean = equalsIgnoringCase(take().text, "true");
         return literal;
     }
     if (token_.kind != TokenKind::Integer && token_.kind != TokenKind::Real && token_.kind != TokenKind::String &&

@@ -1,5 +1,6 @@
 #include "cimserver/schema/QualifierTypes.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Names.hpp"
 #include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/Values.hpp"
@@ -36,8 +37,8 @@ constexpr Word<CIMFlavor::Flavor> kFlavorWords[] = {
 
 template <class Enum, std::size_t kCount>
 Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char* what) {
-    const auto found =
-        std::find_if(std::begin(words), std::end(words), [&](const auto& w) { return sameName(w.text, token.text); });
+    const auto found = std::find_if(std::begin(words), std::end(words),
+                                    [&](const auto& w) { return equalsIgnoringCase(w.text, token.text); });
     if (found == std::end(words)) {
         fail(token.place, "\"" + token.text + "\" is not a " + what);
     }
@@ -89,7 +90,7 @@ std::map<std::string, CIMQualifierType> standardTypes() {
         for (std::string name; names >> name;) {
             const std::string mof = "Qualifier " + name + " : " + row.declaration + ";";
             const auto declaration = Parser(mof, "standard qualifiers").next();
-            types.emplace(fold(name), buildQualifierType(std::get<ast::QualifierDeclaration>(*declaration)));
+            types.emplace(folded(name), buildQualifierType(std::get<ast::QualifierDeclaration>(*declaration)));
         }
     }
     return types;
@@ -101,7 +102,7 @@ std::vector<CIMFlavor::Flavor> flavorsOf(const std::vector<Token>& words) {
     std::vector<CIMFlavor::Flavor> flavors;
     const auto has = [&](CIMFlavor::Flavor f) { return std::find(flavors.begin(), flavors.end(), f) != flavors.end(); };
     for (const Token& word : words) {
-        if (sameName(word.text, "toinstance")) {
+        if (equalsIgnoringCase(word.text, "toinstance")) {
             continue; // of early schemas; without effect since instances carry what their provider gives them
         }
         flavors.push_back(meaningOf(word, kFlavorWords, "flavor"));
@@ -137,7 +138,7 @@ CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration
 
 const CIMQualifierType* standardQualifier(std::string_view name) {
     static const auto types = standardTypes();
-    const auto found = types.find(fold(name));
+    const auto found = types.find(folded(name));
     return found == types.end() ? nullptr : &found->second;
 }
 

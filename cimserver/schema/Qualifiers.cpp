@@ -1,5 +1,6 @@
 #include "cimserver/schema/Qualifiers.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/QualifierTypes.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -41,7 +42,8 @@ bool goesOn(const CIMQualifier& qualifier) {
 
 /// Says of a feature where it comes from, so it changes with the class whatever its flavors are.
 bool isOfOrigin(const std::string& name) {
-    return sameName(name, "Override") || sameName(name, "Propagated") || sameName(name, "Schema");
+    return equalsIgnoringCase(name, "Override") || equalsIgnoringCase(name, "Propagated") ||
+           equalsIgnoringCase(name, "Schema");
 }
 
 void checkOverride(const ast::QualifierUse& use, const CIMQualifier& now, const CIMQualifier* before) {
