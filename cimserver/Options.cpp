@@ -172,12 +172,12 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
 }
 
 log::Level levelOf(const std::string& name) {
-    static const std::map<std::string, log::Level> Levels = {{"debug", log::Level::Debug},
+    static const std::map<std::string, log::Level> levels = {{"debug", log::Level::Debug},
                                                              {"info", log::Level::Info},
                                                              {"warning", log::Level::Warning},
                                                              {"error", log::Level::Error},
                                                              {"fatal", log::Level::Fatal}};
-    return Levels.at(name);
+    return levels.at(name);
 }
 
 http::ClientCertificates clientCertificatesOf(const std::string& name) {

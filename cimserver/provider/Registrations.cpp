@@ -39,35 +39,31 @@ void Registrations::put(Table& table, const std::string& key, const std::string&
     }
 }
 
-template <class Info>
-void Registrations::putClasses(Table& table, const Info& info, const std::string& id) {
+void Registrations::put(Lists& lists, const std::string& key, const std::string& id) {
+    lists[folded(key)].push_back(id);
+}
+
+template <class Entries, class Provider, class Info>
+void Registrations::putClasses(Entries& entries, Provider* provider, void (Provider::*report)(Info&),
+                               const std::string& id) {
+    if (provider == nullptr) {
+        return;
+    }
+    Info info;
+    (provider->*report)(info);
     for (const auto& reported : info.getClassInfo()) {
         for (const std::string& key : keysOf(reported)) {
-            put(table, key, id);
+            put(entries, key, id);
         }
     }
 }
 
 void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
-    if (auto* const instances = provider.getInstanceProvider()) {
-        InstanceProviderInfo info;
-        instances->getInstanceProviderInfo(info);
-        putClasses(instances_, info, id);
-    }
-    if (auto* const associators = provider.getAssociatorProvider()) {
-        AssociatorProviderInfo info;
-        associators->getAssociatorProviderInfo(info);
-        putClasses(associators_, info, id);
-    }
-    if (auto* const secondaries = provider.getSecondaryInstanceProvider()) {
-        SecondaryInstanceProviderInfo info;
-        secondaries->getSecondaryInstanceProviderInfo(info);
-        for (const auto& reported : info.getClassInfo()) {
-            for (const std::string& key : keysOf(reported)) {
-                secondaries_[folded(key)].push_back(id);
-            }
-        }
-    }
+    putClasses(instances_, provider.getInstanceProvider(), &CppInstanceProviderIFC::getInstanceProviderInfo, id);
+    putClasses(associators_, provider.getAssociatorProvider(), &CppAssociatorProviderIFC::getAssociatorProviderInfo,
+               id);
+    putClasses(secondaries_, provider.getSecondaryInstanceProvider(),
+               &CppSecondaryInstanceProviderIFC::getSecondaryInstanceProviderInfo, id);
     if (auto* const methods = provider.getMethodProvider()) {
         MethodProviderInfo info;
         methods->getMethodProviderInfo(info);

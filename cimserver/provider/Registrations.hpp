@@ -30,12 +30,15 @@ class Registrations {
     using Lists = std::map<std::string, std::vector<std::string>>; ///< the same to several ids
 
     static void put(Table& table, const std::string& key, const std::string& id);
+    static void put(Lists& lists, const std::string& key, const std::string& id);
     /// The class's entry, default-constructed when there is none.
     template <class Entries>
     static typename Entries::mapped_type get(const Entries& entries, const std::string& ns,
                                              const std::string& className);
-    template <class Info>
-    static void putClasses(Table& table, const Info& info, const std::string& id);
+    /// Lists the classes that the provider reports; nothing for null.
+    template <class Entries, class Provider, class Info>
+    static void putClasses(Entries& entries, Provider* provider, void (Provider::*report)(Info&),
+                           const std::string& id);
 
     Table instances_;
     Table associators_;
