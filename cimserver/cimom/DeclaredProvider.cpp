@@ -58,7 +58,7 @@ class DeclaredProvider : public CppSimpleInstanceProviderIFC, public CppSimpleAs
                 }
             } catch (const CIMException& error) {
                 if (error.getErrNo() != CIMException::NOT_FOUND) {
-                    throw; // an association with an object that is not there, in contrast, is left out
+                    throw; // what was not found is the object at the other end, which is left out
                 }
             }
         }

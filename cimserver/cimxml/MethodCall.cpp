@@ -35,14 +35,15 @@ void requireNew(const CIMParamValueArray& present, const String& name) {
     }
 }
 
-CIMParamValueArray readParameters(const RequestMessage& message, const CIMMethod& method, const ObjectReader& reader) {
+CIMParamValueArray readParameters(OperationCall& call, const CIMMethod& method) {
     const CIMParameterArray inputs = method.getINParameters();
     CIMParamValueArray values;
-    for (const pugi::xml_node element : message.call().children("PARAMVALUE")) {
+    for (const pugi::xml_node element : call.message.call().children("PARAMVALUE")) {
         const String name(element.attribute("NAME").value());
         const CIMParameter& declared = requireInput(inputs, name);
         requireNew(values, name);
-        values.push_back(CIMParamValue(name, reader.value(element, declared.getType(), view(name))));
+        values.push_back(CIMParamValue(name, call.reader.value(element, declared.getType(), view(name))));
+        call.audit.value(name, values.back().getValue());
     }
     return values;
 }
@@ -54,13 +55,7 @@ void callMethod(OperationCall& call) {
     // A method is called on an object: without its class, it is the object that is not found.
     const CIMObjectPath path = call.reader.objectName(call.message.target(), Status::NotFound);
     call.audit.target(path);
-    const auto in = [&call](const CIMMethod& method) {
-        CIMParamValueArray sent = readParameters(call.message, method, call.reader);
-        for (const CIMParamValue& one : sent) {
-            call.audit.value(one.getName(), one.getValue());
-        }
-        return sent;
-    };
+    const auto in = [&call](const CIMMethod& method) { return readParameters(call, method); };
     CIMParamValueArray out;
     writeReturnValue(call.reply, call.services.cimom.invokeMethod(call.context, call.nameSpace, path, name, in, out));
     for (const CIMParamValue& one : out) {

@@ -50,6 +50,9 @@ TEST_F(CimomTest, GivesProvidersAWayBackWithoutDeadlock) {
         EXPECT_EQ(handle->enumInstancesA("root/interop", "CIM_Namespace").size(), 2u);
         EXPECT_EQ(handle->enumClassNamesA("root/test", "T_Thing").size(), 1u);
         EXPECT_EQ(handle->getClass("root/test", "T_Thing").getName(), String("T_Thing"));
+        const CIMObjectPath ofClass(CIMName("T_Thing"));
+        EXPECT_EQ(handle->associatorsClassesA("root/test", ofClass)[0].getName(), String("T_Orphan"));
+        EXPECT_EQ(handle->referencesClassesA("root/test", ofClass, "t_speciallink").size(), 1u);
         EXPECT_EQ(handle->getQualifierType("root/test", "key").getName(), String("Key"));
         refused = thrownBy([&] { handle->deleteInstance("root/test", path()); });
         EXPECT_EQ(thrownBy([&] { handle->createClass("root/test", CIMClass(CIMName("X"))); }).first, 7);
