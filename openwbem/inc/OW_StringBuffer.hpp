@@ -76,7 +76,8 @@ class OW_COMMON_API StringBuffer {
     size_t allocated() const { return allocated_; }
     /// The text, always NUL-terminated; valid until the next change.
     const char* c_str() const { return text_.c_str(); }
-    bool equals(const char* arg) const { return text_ == (arg ? arg : ""); }
+    /// These three are false on an empty buffer, equals("") too.
+    bool equals(const char* arg) const { return arg && !text_.empty() && text_ == arg; }
     bool startsWith(char ch) const { return !text_.empty() && text_.front() == ch; }
     bool endsWith(char ch) const { return !text_.empty() && text_.back() == ch; }
     /// Replaces the text with the next line of the stream, or appends the line, and returns c_str(). The line ends

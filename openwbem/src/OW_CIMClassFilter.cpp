@@ -51,18 +51,14 @@ CIMClass CIMClass::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EInclud
 }
 
 CIMClass CIMClass::filterProperties(const StringArray& propertyList, bool noProps) const {
-    CIMClass copy(*this);
-    if (noProps || propertyList.empty()) {
-        return noProps ? copy.setProperties(CIMPropertyArray()) : copy;
-    }
     CIMPropertyArray kept;
     const CIMPropertyArray all = getAllProperties();
     for (const CIMProperty& property : all) {
-        if (listContains(propertyList, CIMNameAccess::of(property))) {
+        if (!noProps && (propertyList.empty() || listContains(propertyList, CIMNameAccess::of(property)))) {
             kept.push_back(property);
         }
     }
-    return copy.setProperties(kept);
+    return CIMClass(*this).setProperties(kept);
 }
 
 namespace {

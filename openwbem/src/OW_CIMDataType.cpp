@@ -95,7 +95,7 @@ bool CIMDataType::isReferenceType() const {
 }
 
 bool CIMDataType::setToArrayType(Int32 size) {
-    if (!namesType() || isArrayType()) {
+    if (isArrayType() || !namesType()) { // in this order a null type throws
         return false;
     }
     data_->setSize(size);

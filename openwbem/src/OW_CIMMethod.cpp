@@ -147,7 +147,7 @@ bool CIMMethod::getPropagated() const {
 
 CIMMethod CIMMethod::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                            WBEMFlags::EIncludeClassOriginFlag includeClassOrigin) const {
-    if (localOnly && getPropagated()) {
+    if (getPropagated() && localOnly) { // in this order a null method throws
         return CIMMethod(CIMNULL);
     }
     CIMMethod copy(*this);

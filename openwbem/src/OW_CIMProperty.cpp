@@ -210,12 +210,13 @@ CIMProperty& CIMProperty::setPropagated(bool propagated) {
 }
 
 CIMProperty CIMProperty::clone() const {
+    static_cast<void>(*data_); // a null property throws
     return *this;
 }
 
 CIMProperty CIMProperty::clone(WBEMFlags::EIncludeQualifiersFlag includeQualifiers,
                                WBEMFlags::EIncludeClassOriginFlag includeClassOrigin) const {
-    CIMProperty copy(*this);
+    CIMProperty copy = clone();
     if (!includeQualifiers) {
         copy.clearQualifiers();
     }

@@ -8,6 +8,7 @@
 #include "OW_Array.hpp"
 #include "OW_Bool.hpp"
 #include "OW_CIMBase.hpp"
+#include "OW_CIMDataType.hpp"
 #include "OW_CIMDateTime.hpp"
 #include "OW_CIMName.hpp"
 #include "OW_CIMStreamException.hpp"
@@ -94,8 +95,17 @@ inline void take(std::istream& istrm, CIMDateTime& dateTime) {
 }
 
 template <class T>
+bool isPresent(const T& object) {
+    return object.operator!() == false;
+}
+/// A data type that names no type is false, but not null.
+inline bool isPresent(const CIMDataType& dataType) {
+    return dataType != CIMDataType(CIMNULL);
+}
+
+template <class T>
 std::enable_if_t<std::is_base_of<CIMBase, T>::value> put(std::ostream& ostrm, const T& object) {
-    const bool present = object.operator!() == false;
+    const bool present = isPresent(object);
     put(ostrm, present);
     if (present) {
         object.writeObject(ostrm);

@@ -69,12 +69,19 @@ TEST(CIMModel, newObjectsAreEmptyAndNullOnesThrow) {
     EXPECT_TRUE(CIMObjectPath() && CIMNameSpace() && CIMUrl() && CIMParameter() && CIMParamValue());
     EXPECT_FALSE(CIMInstance(CIMNULL) || CIMClass(CIMNULL) || CIMProperty(CIMNULL) || CIMQualifier(CIMNULL));
     EXPECT_FALSE(CIMObjectPath(CIMNULL) || CIMNameSpace(CIMNULL) || CIMParamValue(CIMNULL) || CIMValue(CIMNULL));
-    const std::function<void()> uses[] = {
-        [] { CIMInstance(CIMNULL).getClassName(); },  [] { CIMInstance(CIMNULL).setProperty("x", CIMValue(1)); },
-        [] { CIMClass(CIMNULL).getAllProperties(); }, [] { CIMProperty(CIMNULL).getName(); },
-        [] { CIMQualifier(CIMNULL).getValue(); },     [] { CIMQualifierType(CIMNULL).toMOF(); },
-        [] { CIMObjectPath(CIMNULL).toString(); },    [] { CIMDataType(CIMNULL).getType(); },
-        [] { CIMDateTime(CIMNULL).toString(); }};
+    const std::function<void()> uses[] = {[] { CIMInstance(CIMNULL).getClassName(); },
+                                          [] { CIMInstance(CIMNULL).setProperty("x", CIMValue(1)); },
+                                          [] { CIMClass(CIMNULL).getAllProperties(); },
+                                          [] { CIMProperty(CIMNULL).getName(); },
+                                          [] { CIMQualifier(CIMNULL).getValue(); },
+                                          [] { CIMQualifierType(CIMNULL).toMOF(); },
+                                          [] { CIMObjectPath(CIMNULL).toString(); },
+                                          [] { CIMDataType(CIMNULL).getType(); },
+                                          [] { CIMDateTime(CIMNULL).toString(); },
+                                          [] { CIMProperty(CIMNULL).clone(); },
+                                          [] { CIMMethod(CIMNULL).clone(); },
+                                          [] { CIMClass(CIMNULL).filterProperties(StringArray()); },
+                                          [] { CIMDataType(CIMNULL).setToArrayType(1); }};
     for (const auto& use : uses) {
         EXPECT_EQ(thrownBy(use), nullUse) << &use - uses;
     }

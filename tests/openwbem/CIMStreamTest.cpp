@@ -17,7 +17,8 @@ CIMClass everything() {
     CIMMethod method("M");
     method.addParameter(CIMParameter("p").setDataType(CIMDataType(CIMName("C")))).setReturnType(CIMDataType::UINT64);
     CIMClass outer("Outer");
-    outer.addProperty(CIMProperty("e", CIMValue(CIMInstanceArray(2, embedded))).addQualifier(declaration));
+    CIMProperty instances("e", CIMValue(CIMInstanceArray(2, embedded)));
+    outer.addProperty(instances.addQualifier(declaration).addQualifier(CIMQualifier("untyped")));
     return outer.addProperty(CIMProperty("null", CIMDataType(CIMDataType::STRING, 4))).addMethod(method);
 }
 

@@ -230,7 +230,7 @@ TEST(StringBuffer, appendsAndCuts) {
     empty.chop();
     empty.trim();
     empty.reset();
-    EXPECT_FALSE(empty.startsWith('\0') || empty.endsWith('\0') || empty.length() != 0);
+    EXPECT_FALSE(empty.startsWith('\0') || empty.endsWith('\0') || empty.equals("") || empty.length() != 0);
     const size_t rooms[] = {StringBuffer().allocated(), empty.allocated(), StringBuffer("abc").allocated()};
     EXPECT_TRUE(rooms[0] == 128 && rooms[1] == 128 && rooms[2] == 131);
     text.swap(empty);
