@@ -31,10 +31,10 @@ class OW_COMMON_API CIMDateTime {
     /// A zero interval.
     CIMDateTime();
     explicit CIMDateTime(CIMNULL_t);
-    /// Reads the text. An empty one is a zero interval. Otherwise the character at index 21 decides: ':' is an
-    /// interval,
-    /// '+' or '-' a point in time, any other throws CIMDateTimeException. Each field is read up to its first non-digit
-    /// (so "**" is 0); text after the offset is ignored.
+    /// Reads the text. An empty one is a zero interval.
+    /// Otherwise the character at index 21 decides: ':' is an interval, '+' or '-' a point in time, any other throws
+    /// CIMDateTimeException. Each field is read up to its first non-digit (so "**" is 0); text after the offset is
+    /// ignored.
     explicit CIMDateTime(const String& text);
     /// That point in time, in the local time zone.
     CIMDateTime(const DateTime& dateTime);

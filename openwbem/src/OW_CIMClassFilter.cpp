@@ -1,4 +1,4 @@
-// Copies of classes that hold less, and their text.
+// Filtered copies of classes, and their MOF text.
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMMethod.hpp"
@@ -63,8 +63,8 @@ CIMClass CIMClass::filterProperties(const StringArray& propertyList, bool noProp
 
 namespace {
 
-/// Whether an instance answers a request for the class with this property of its own class: of what the requested class
-/// has, all or what it declares itself; of what subclasses add, all or nothing.
+/// Whether an instance includes this property of its own class when requestedClass is asked for. Properties that
+/// requestedClass has are included, with localOnly only those it declares itself; those subclasses add, only with deep.
 bool isWanted(const CIMProperty& property, const CIMClass& requestedClass, WBEMFlags::ELocalOnlyFlag localOnly,
               WBEMFlags::EDeepFlag deep) {
     const CIMProperty requested = requestedClass.getProperty(CIMNameAccess::of(property));
@@ -107,7 +107,7 @@ bool isIndication(const CIMQualifier& qualifier) {
     return CIMNameAccess::of(qualifier) == CIMQualifier::CIM_QUAL_INDICATION;
 }
 
-/// The qualifiers as MOF has them: Association in front of the others, Indication in the place of the first.
+/// The qualifiers in the order of MOF: Association moves to the front, then Indication swaps places with the first.
 CIMQualifierArray inOrderOfMOF(CIMQualifierArray qualifiers) {
     const auto first = qualifiers.begin();
     const auto last = qualifiers.end();

@@ -24,7 +24,7 @@ constexpr UInt64 kMicroSecondsPerSecond = 1000000;
 constexpr UInt64 kSecondsPerDay = 86400;
 constexpr UInt64 kLongestInterval = (99999999 + UInt64(1)) * kSecondsPerDay * kMicroSecondsPerSecond - 1;
 
-/// The number in the width columns from column on: leading blanks, then digits up to the first character that is none.
+/// The number in the width columns from column on: leading blanks, then digits up to the first non-digit.
 /// At most 8 columns, so that it cannot overflow.
 UInt32 readColumns(const String& text, size_t column, size_t width) {
     const size_t end = std::min(column + width, text.length());
@@ -76,7 +76,7 @@ struct CIMDateTime::Data : public ModelData<CIMDateTime::Data> {
     void parse(const String& text);
     void setInstant(const DateTime& dateTime);
 
-    /// Seconds, from the epoch for a point in time. The microseconds come on top: they can be more than a second.
+    /// Seconds, from the epoch for a point in time. Includes the whole seconds in microSeconds, which can exceed one.
     Int64 inSeconds() const {
         const Int64 day = interval ? Int64(days) : daysSinceEpoch(year, month, days);
         return ((day * 24 + hours) * 60 + minutes - utc) * 60 + seconds + Int64(microSeconds / kMicroSecondsPerSecond);

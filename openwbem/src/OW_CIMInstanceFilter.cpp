@@ -1,4 +1,4 @@
-// Copies of instances that hold less, or are fitted to a class.
+// Copies of instances that are filtered, or fitted to a class.
 
 #include "OW_CIMClass.hpp"
 #include "OW_CIMInstance.hpp"
@@ -64,7 +64,7 @@ CIMInstance CIMInstance::filterProperties(const StringArray& propertyList,
 
 namespace {
 
-/// The class's property with the value of the instance's one, where that has one.
+/// The class's property, with the value of the instance's property if it has one.
 CIMProperty fit(const CIMProperty& declared, const CIMProperty& given) {
     CIMProperty fitted(declared);
     const CIMValue value = given.getValue();

@@ -66,7 +66,7 @@ T elementNamed(const Array<T>& elements, const CIMName& name) {
     return i < elements.size() ? elements[i] : T(CIMNULL);
 }
 
-/// As above, of the elements that the class declared first.
+/// The same, among the elements whose origin is that class.
 template <class T>
 T elementNamed(const Array<T>& elements, const CIMName& name, const CIMName& originClass) {
     for (const T& element : elements) {
@@ -91,7 +91,7 @@ void setElement(Array<T>& elements, const T& element) {
     }
 }
 
-/// Appends the element; throws CIMException ALREADY_EXISTS, calling it what it is, if there is one of its name.
+/// Appends the element; throws CIMException ALREADY_EXISTS if there is one of its name. The message names it by what.
 template <class T>
 void addElement(Array<T>& elements, const T& element, const char* what) {
     const CIMName& name = CIMNameAccess::of(element);
@@ -116,7 +116,7 @@ bool removeElement(Array<T>& elements, const CIMName& name) {
 /// True if there is a qualifier of that name whose value is the boolean true.
 bool hasTrueElement(const CIMQualifierArray& qualifiers, const CIMName& name);
 
-/// True if the name is in the list, in any case of letters.
+/// True if the name is in the list, ignoring case.
 bool listContains(const StringArray& list, const CIMName& name);
 
 /// Adds a flavor in place of its opposite, as qualifiers and their types do it.

@@ -17,8 +17,8 @@ unsigned char toLowerASCII(unsigned char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
 }
 
-/// The FNV-1a hash of an ASCII name in lower-case letters; 0 for any other name, whose letters can have forms of other
-/// lengths and bytes. Names with different hashes differ, unless one hash is 0.
+/// The FNV-1a hash of an ASCII name in lower case; 0 for any other name, whose lower case can differ in length and in
+/// bytes. Names with different hashes differ, unless one hash is 0.
 UInt32 hashOf(const String& name) {
     UInt32 hash = 2166136261u;
     for (const char* p = name.c_str(); *p; ++p) {
@@ -31,8 +31,8 @@ UInt32 hashOf(const String& name) {
     return hash;
 }
 
-/// As UTF8Utils::compareToIgnoreCase(). The Unicode-aware comparison is left to names that reach a byte outside ASCII
-/// without a difference.
+/// Like UTF8Utils::compareToIgnoreCase(), but calls the Unicode-aware comparison only when a byte outside ASCII comes
+/// before any difference.
 int compareNames(const String& x, const String& y) {
     const char* a = x.c_str();
     const char* b = y.c_str();
@@ -46,7 +46,7 @@ int compareNames(const String& x, const String& y) {
             return x.compareToIgnoreCase(y);
         }
         if (toLowerASCII(ca) != toLowerASCII(cb)) {
-            return ca - cb; // deliberately unfolded, as everywhere: "A" sorts before "_", "a" behind it
+            return ca - cb; // deliberately unfolded, as everywhere: "A" sorts before "_", "a" after it
         }
         if (ca == 0) {
             return 0;

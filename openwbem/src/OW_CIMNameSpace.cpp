@@ -98,7 +98,7 @@ String CIMNameSpace::toString() const {
 }
 
 String CIMNameSpace::toMOF() const {
-    return "UMIMPLEMENTED"; // deliberately so spelled: it is what others compare with
+    return "UMIMPLEMENTED"; // the misspelling is deliberate: others compare with it
 }
 
 void CIMNameSpace::readObject(std::istream& istrm) {

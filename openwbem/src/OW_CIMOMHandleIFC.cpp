@@ -11,7 +11,7 @@ CIMOMHandleIFC::~CIMOMHandleIFC() = default;
 
 namespace {
 
-/// What an operation hands to a Builder of Results.
+/// Collects what an operation passes to its result handler, which is a Builder.
 template <class Results, class Builder, class Operation>
 Results collected(Operation operation) {
     Results results;

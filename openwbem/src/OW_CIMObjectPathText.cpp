@@ -74,7 +74,7 @@ String CIMObjectPath::toMOF() const {
 
 namespace {
 
-/// Takes [protocol://host[:port]/][namespace:]Class.Key=value,... apart, from its front to its end.
+/// Parses [protocol://host[:port]/][namespace:]Class.Key=value,... from front to back.
 class PathReader {
   public:
     explicit PathReader(const String& text) : given_(text), rest_(String(text).trim()) {}
@@ -97,7 +97,7 @@ class PathReader {
     [[noreturn]] void failWithText(const char* what) const {
         fail(CIMException::INVALID_PARAMETER, String(what) + ": " + given_);
     }
-    /// The rest up to the position, which the rest then begins behind.
+    /// Takes the text before the position off rest_, together with the character at the position.
     String takeUpTo(size_t position) {
         String taken = rest_.substring(0, position);
         rest_ = rest_.substring(position + 1);

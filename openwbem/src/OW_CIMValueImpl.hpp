@@ -94,8 +94,8 @@ size_t kindOf(CIMDataType::Type type);
 /// The text of each element of an array, or the one of a scalar.
 StringArray textsOf(const CIMValueStorage& storage);
 
-/// Reads the texts as elements of an array alternative, or the first text as a scalar one. Throws as
-/// CIMValue::createSimpleValue() does.
+/// Reads the texts as elements of an array alternative, or the first text as a scalar one. Throws like
+/// CIMValue::createSimpleValue().
 void parseTexts(const StringArray& texts, CIMValueStorage& storage);
 
 } // namespace OpenWBEM

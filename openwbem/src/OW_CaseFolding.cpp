@@ -110,7 +110,7 @@ constexpr std::array<Expansion, 104> kExpansions = {{
 }};
 // clang-format on
 
-/// The code point that stands for this one alone; the code point itself for most.
+/// The folded code point, for foldings to a single one; for most, the code point itself.
 UInt32 foldSingly(UInt32 codePoint) {
     const auto range = std::lower_bound(kFolded.begin(), kFolded.end(), codePoint,
                                         [](const FoldedRange& r, UInt32 c) { return r.last < c; });

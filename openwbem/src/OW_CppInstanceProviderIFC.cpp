@@ -1,4 +1,4 @@
-// The instance provider interface and the two conveniences over it.
+// The instance provider interface and the two convenience classes on top of it.
 
 #include "OW_CppInstanceProviderIFC.hpp"
 
@@ -11,7 +11,7 @@ namespace OpenWBEM {
 using namespace WBEMFlags;
 
 namespace {
-// What the operations on instances are asked for beside the instance.
+// The filters that a request for instances carries.
 struct Wanted {
     ELocalOnlyFlag localOnly;
     EIncludeQualifiersFlag includeQualifiers;
@@ -19,7 +19,7 @@ struct Wanted {
     const StringArray* propertyList;
 };
 
-// Hands the instance of each name on.
+// Passes on the instance of each name.
 class InstanceGetter : public CIMObjectPathResultHandlerIFC {
   public:
     InstanceGetter(CppInstanceProviderIFC& provider, const ProviderEnvironmentIFCRef& env, const String& ns,
@@ -41,7 +41,7 @@ class InstanceGetter : public CIMObjectPathResultHandlerIFC {
     CIMInstanceResultHandlerIFC& result_;
 };
 
-// Hands the name of each instance on.
+// Passes on the name of each instance.
 class NameMaker : public CIMInstanceResultHandlerIFC {
   public:
     NameMaker(const String& ns, CIMObjectPathResultHandlerIFC& result) : ns_(ns), result_(result) {}
@@ -54,7 +54,7 @@ class NameMaker : public CIMInstanceResultHandlerIFC {
     CIMObjectPathResultHandlerIFC& result_;
 };
 
-// Hands on of each instance what is wanted.
+// Passes on each instance, filtered.
 class InstanceCutter : public CIMInstanceResultHandlerIFC {
   public:
     InstanceCutter(const Wanted& wanted, EDeepFlag deep, const CIMClass& requestedClass, const CIMClass& cimClass,
@@ -75,7 +75,7 @@ class InstanceCutter : public CIMInstanceResultHandlerIFC {
     CIMInstanceResultHandlerIFC& result_;
 };
 
-// Thrown through the provider to end its enumeration; no Exception, so that it is not taken for a failure.
+// Thrown through the provider to end its enumeration; not an Exception, so that it is not mistaken for a failure.
 struct Found {};
 
 // Keeps the instance of one name, and throws Found.
@@ -117,7 +117,7 @@ CppInstanceProviderIFC* CppInstanceProviderIFC::getInstanceProvider() {
     return this;
 }
 
-// One text for all three, as clients know it.
+// The one text for all three operations is deliberate: clients know it.
 static const char* const kNotSupported = "DeleteInstance not supported by provider";
 
 CIMObjectPath CppReadOnlyInstanceProviderIFC::createInstance(const ProviderEnvironmentIFCRef&, const String&,

@@ -11,7 +11,7 @@ using namespace WBEMFlags;
 
 namespace {
 
-/// Hands what a function makes of each association to the client.
+/// Calls a function with each association.
 template <class Function>
 class ForEachAssociation : public CIMInstanceResultHandlerIFC {
   public:

@@ -14,7 +14,7 @@ const char DateTime::DEFAULT_FORMAT[] = "%c";
 namespace {
 constexpr UInt32 kLastMicrosecond = 999999;
 
-/// a + b; fields near the limits of int name no representable time anyway.
+/// a + b; throws on overflow: fields near the limits of int give no representable time anyway.
 int added(int a, int b) {
     int sum = 0;
     if (__builtin_add_overflow(a, b, &sum)) {
@@ -23,7 +23,7 @@ int added(int a, int b) {
     return sum;
 }
 
-/// Lengths of time wrap around as the machine's numbers do.
+/// time + count * secondsEach; unsigned, so that an overflow wraps around.
 time_t shifted(time_t time, long count, long secondsEach) {
     typedef unsigned long Wide;
     return static_cast<time_t>(static_cast<Wide>(time) + static_cast<Wide>(count) * static_cast<Wide>(secondsEach));
@@ -171,7 +171,7 @@ String DateTime::toString(ETimeOffset timeOffset) const {
 String DateTime::toString(const char* format, ETimeOffset timeOffset) const {
     const struct tm fields = toFields(timeOffset);
     char text[1024];
-// The format is the caller's business.
+// The caller supplies the format.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
     const size_t length = std::strftime(text, sizeof(text), format, &fields);

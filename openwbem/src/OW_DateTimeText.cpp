@@ -12,7 +12,7 @@ namespace OpenWBEM {
 
 namespace {
 
-/// What a text says; -1 is not said yet.
+/// The fields read from a text; -1: not read yet.
 struct Fields {
     int year = -1;
     int month = -1;
@@ -88,7 +88,7 @@ const Zone kZones[] = {
     {"MT", -7},  {"PDT", -7}, {"PST", -8}, {"PT", -8},  {"AKDT", -8}, {"AKST", -9}, {"HST", -10},
 };
 
-/// The position of the name, in full or its first three letters; -1 if it is none of them.
+/// The position of the name, given in full or by its first three letters; -1 if it is not among the names.
 template <size_t N>
 int indexIn(const char* const (&names)[N], const String& token) {
     for (size_t i = 0; i < N; ++i) {
@@ -99,7 +99,7 @@ int indexIn(const char* const (&names)[N], const String& token) {
     return -1;
 }
 
-/// Sets a field that is not said yet; false for one that is, and for no number.
+/// Sets a field; false if it is set already or the value is not a number (-1).
 bool say(int& field, int value) {
     if (field != -1 || value < 0) {
         return false;

@@ -35,7 +35,7 @@ Exception::Exception(const char* file, int line, const char* msg, int errorCode,
     try {
         texts_ = new Texts(file, msg, other);
     } catch (const std::bad_alloc&) {
-        texts_ = nullptr; // the exception under way is worth more than its text
+        texts_ = nullptr; // better to throw it without its text than to fail here
     }
 }
 

@@ -13,7 +13,7 @@ CerrLogger::CerrLogger() : Logger("cerr", E_ALL_LEVEL) {}
 CerrLogger::~CerrLogger() = default;
 
 void CerrLogger::doProcessLogMessage(const LogMessage& message) const {
-    std::cerr << message.message + "\n"; // at once, so that threads do not mix
+    std::cerr << message.message + "\n"; // in one call, so that the lines of threads do not mix
 }
 
 LoggerRef CerrLogger::doClone() const {

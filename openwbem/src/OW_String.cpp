@@ -185,7 +185,7 @@ void String::readObject(std::istream& istrm) {
     size_t left = (static_cast<size_t>(head[0]) << 24) | (static_cast<size_t>(head[1]) << 16) |
                   (static_cast<size_t>(head[2]) << 8) | head[3];
     std::string text;
-    std::vector<char> piece(65536); // a wrong length must not make us ask for gigabytes
+    std::vector<char> piece(65536); // in pieces: a wrong length must not allocate gigabytes
     while (istrm && left != 0) {
         const size_t wanted = std::min(left, piece.size());
         istrm.read(piece.data(), static_cast<std::streamsize>(wanted));

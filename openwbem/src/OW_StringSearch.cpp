@@ -1,4 +1,4 @@
-// The members of String that compare, search and take apart.
+// The members of String that compare, search and split.
 
 #include "OW_Array.hpp"
 #include "OW_String.hpp"

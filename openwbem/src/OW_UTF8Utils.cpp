@@ -23,7 +23,7 @@ bool isContinuation(unsigned char c) {
     return (c & 0xC0) == 0x80;
 }
 
-// Length that the first byte of a sequence announces; 0 for a byte that begins none.
+// The length that the first byte of a sequence announces; 0 for a byte that cannot be first.
 size_t sequenceLength(unsigned char first) {
     if (first < 0x80) {
         return 1;
@@ -34,7 +34,7 @@ size_t sequenceLength(unsigned char first) {
     return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
 }
 
-// Reads one code point and moves p behind it. From malformed text it takes one byte and returns kMalformed.
+// Reads one code point and moves p after it. From malformed text it takes one byte and returns kMalformed.
 UInt32 decode(const char*& p) {
     static const UInt32 smallest[] = {0, 0, 0x80, 0x800, 0x10000};
     const unsigned char first = static_cast<unsigned char>(*p);
@@ -42,7 +42,7 @@ UInt32 decode(const char*& p) {
     UInt32 code = len <= 1 ? first : first & (0xFFU >> (len + 1));
     for (size_t i = 1; i < len; ++i) {
         const unsigned char next = static_cast<unsigned char>(p[i]);
-        if (!isContinuation(next)) // also the terminator
+        if (!isContinuation(next)) // also true for the final NUL
         {
             ++p;
             return kMalformed;
@@ -58,7 +58,7 @@ UInt32 decode(const char*& p) {
     return code;
 }
 
-// Puts the code point into buffer and returns the number of bytes, 0 for none beyond Unicode's range.
+// Puts the code point into buffer and returns the number of bytes, 0 for a code point beyond Unicode's range.
 size_t encode(UInt32 code, char (&buffer)[4]) {
     if (code > 0x10FFFF) {
         return 0;
@@ -73,7 +73,7 @@ size_t encode(UInt32 code, char (&buffer)[4]) {
     return len;
 }
 
-// Walks through a text code point by code point of its folded form.
+// Iterates over the code points of a text's folded form.
 class FoldedText {
   public:
     explicit FoldedText(const char* text) : next_(text), character_(text) {}
@@ -89,7 +89,7 @@ class FoldedText {
         }
         return folded_[index_++];
     }
-    // Where the character begins that the last code point came from.
+    // The beginning of the character that the last code point came from.
     const char* character() const { return character_; }
 
   private:
