@@ -101,11 +101,13 @@ std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
         return status;
     }
     const auto tasks = CrontabTable(text).list(path);
+    std::unique_ptr<ZpoScheduledTaskEntry, decltype(&freeTasks)> list(nullptr, &freeTasks);
     for (auto task = tasks.rbegin(); task != tasks.rend(); ++task) {
-        ZpoScheduledTaskEntry* element = makeElement(*task);
-        element->next = *head;
-        *head = element;
+        ZpoScheduledTaskEntry* element = makeElement(*task); // throws without leaving half a list
+        element->next = list.release();
+        list.reset(element);
     }
+    *head = list.release();
     return ZPO_OK;
 }
 
