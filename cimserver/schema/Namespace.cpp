@@ -46,7 +46,7 @@ std::string Namespace::instanceKey(const CIMObjectPath& path) const {
     const std::string where = folded(withoutSlashes(trimmed(path.getNameSpace().c_str())));
     std::string text = (where == folded(name) ? "" : where) + ":" + folded(path.getClassName().c_str());
     for (const auto& [keyName, value] : keys) {
-        text += "." + keyName + "=" + std::to_string(value.size()) + ":" + value;
+        text.append(".").append(keyName).append("=").append(std::to_string(value.size())).append(":").append(value);
     }
     return text;
 }

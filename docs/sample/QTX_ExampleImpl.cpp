@@ -4,12 +4,12 @@
 namespace {
 
 // Counts the calls of the method while the module is loaded.
-unsigned int ResetReturn = 0;
+unsigned int resetCount = 0;
 
 } // namespace
 
 unsigned int QTX_ExampleImpl::Reset() {
     count_.set(0U);
-    return ++ResetReturn;
+    return ++resetCount;
 }
 // [define-impl]
