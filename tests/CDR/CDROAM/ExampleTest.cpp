@@ -7,8 +7,6 @@ namespace {
 
 class ExampleTest : public ModuleTest {
   protected:
-    ~ExampleTest() override { QTX_Example::ClearInstanceManager(); }
-
     std::string read(const std::string& property) {
         OpenWBEM::CIMInstance instance("QTX_Example");
         example.QTX_ExampleToCIMInstance("root/cimv2", object, instance);
