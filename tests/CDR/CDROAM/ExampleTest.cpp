@@ -17,9 +17,13 @@ class ExampleTest : public ModuleTest {
         return failure([&] { example.modifyInstance(*example.getQTX_ExampleWithCIMInstance(wanted), wanted); });
     }
 
-    // Installs its manager before the object is made.
+    // Installs its manager before the object is made, and frees it after the object.
     struct Initialised : QTX_ExampleProvider {
         explicit Initialised(const OpenWBEM::ProviderEnvironmentIFCRef& environment) { initialize(environment); }
+        ~Initialised() override {
+            delete QTX_Example::getInstanceManager();
+            QTX_Example::ClearInstanceManager();
+        }
     } example{environment};
     QTX_ExampleImpl object{"one"};
 };
