@@ -161,7 +161,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
                         OpenWBEM::WBEMFlags::EIncludeQualifiersFlag /*includeQualifiers*/,
                         const OpenWBEM::StringArray* /*propertyList*/,
                         const OpenWBEM::CIMClass& /*theClass*/) override {
-        modify(*(provider().*definition().operations.ofInstance)(modifiedInstance), modifiedInstance);
+        modify(*objectOf(modifiedInstance), modifiedInstance);
     }
 
     /// Does nothing: the installed manager and its objects stay.
@@ -246,6 +246,9 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     }
     Object* objectOf(const OpenWBEM::CIMObjectPath& path) const {
         return (provider().*definition().operations.ofPath)(path);
+    }
+    Object* objectOf(const OpenWBEM::CIMInstance& instance) const {
+        return (provider().*definition().operations.ofInstance)(instance);
     }
     void modify(Object& object, const OpenWBEM::CIMInstance& instance) const {
         (provider().*definition().operations.modify)(object, instance);

@@ -12,35 +12,35 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
     explicit QTX_CDRPullStatisticsImpl(const std::string& name) : QTX_CDRPullStatistics(name) {}
 
     int getMostRecentSuccessfulTransfer(std::string& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : mostRecentSuccessfulTransfer_.get(value);
+        return show(q, mostRecentSuccessfulTransfer_, value);
     }
     int getIncludeMetricsFlag(bool& value, QualifierArray& q) const override {
         return setQulifier(q) == 0 ? cdroam::Success : includeMetricsFlag_.getOrCreate(value);
     }
     int setIncludeMetricsFlag(bool value) override { return includeMetricsFlag_.set(value); }
     int getNumberOfSuccessfulTransfers(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : numberOfSuccessfulTransfers_.get(value);
+        return show(q, numberOfSuccessfulTransfers_, value);
     }
     int getMostRecentFailedTransfer(std::string& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : mostRecentFailedTransfer_.get(value);
+        return show(q, mostRecentFailedTransfer_, value);
     }
     int getReasonForFailure(std::string& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : reasonForFailure_.get(value);
+        return show(q, reasonForFailure_, value);
     }
     int getNumberOfFailedTransfers(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : numberOfFailedTransfers_.get(value);
+        return show(q, numberOfFailedTransfers_, value);
     }
     int getLargestFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : largestFileTransferred_.get(value);
+        return show(q, largestFileTransferred_, value);
     }
     int getSmallestFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : smallestFileTransferred_.get(value);
+        return show(q, smallestFileTransferred_, value);
     }
     int getTotalNumberOfBytesTransferred(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : totalNumberOfBytesTransferred_.get(value);
+        return show(q, totalNumberOfBytesTransferred_, value);
     }
     int getTotalNumberOfFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return setQulifier(q) == 0 ? cdroam::Success : totalNumberOfFileTransferred_.get(value);
+        return show(q, totalNumberOfFileTransferred_, value);
     }
     /// Clears all statistics but the flag. Returns the number of calls so far.
     unsigned int Refresh() override;
@@ -50,6 +50,12 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
     int setQulifier(QualifierArray& qualifiers) const;
 
   private:
+    /// Shows a statistic while the statistics apply.
+    template <class Statistic, class Value>
+    int show(QualifierArray& qualifiers, const Statistic& statistic, Value& value) const {
+        return setQulifier(qualifiers) == 0 ? cdroam::Success : statistic.get(value);
+    }
+
     cdroam::Statistic<cdroam::Latin1Text> mostRecentSuccessfulTransfer_{
         "MostRecentSuccessfulTransfer", {cdroam::kPullSection, "Pull-MostRecentSuccess"}};
     cdroam::Statistic<cdroam::Byte> includeMetricsFlag_{"IncludeMetricsFlag",
