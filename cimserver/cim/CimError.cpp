@@ -10,7 +10,7 @@ using OpenWBEM::CIMException;
 namespace {
 
 /// The standard text of a code that OpenWBEM does not know; null for the others.
-const char* youngerText(Status code) {
+const char* textOfNewerCode(Status code) {
     switch (code) {
     case Status::InvalidEnumerationContext:
         return "enumeration context is not valid";
@@ -29,7 +29,7 @@ const char* youngerText(Status code) {
 
 CimError::CimError(Status code, std::string_view detail)
     : CIMException(__FILE__, __LINE__, static_cast<ErrNoType>(code), std::string(detail).c_str()) {
-    if (const char* text = youngerText(code)) {
+    if (const char* text = textOfNewerCode(code)) {
         text_ = (std::string(text) + " (" + std::string(detail) + ")").c_str();
     }
 }
@@ -51,11 +51,11 @@ void rethrowAsCimException() {
     } catch (const CIMException&) {
         throw;
     } catch (const OpenWBEM::Exception& foreign) {
-        throw CimError::foreign(foreign.getMessage());
+        throw CimError::fromException(foreign.getMessage());
     } catch (const std::exception& foreign) {
-        throw CimError::foreign(foreign.what());
+        throw CimError::fromException(foreign.what());
     } catch (...) {
-        throw CimError::foreign("Unknown Exception");
+        throw CimError::fromException("Unknown Exception");
     }
 }
 

@@ -35,7 +35,7 @@ class CimError : public OpenWBEM::CIMException {
     /// getMessage() is the code's standard text with `detail` in brackets, as OpenWBEM composes it.
     CimError(Status code, std::string_view detail);
     /// Code Failed; getMessage() is exactly `text`, or the standard text when it is empty.
-    static CimError foreign(const char* text) { return CimError(text); }
+    static CimError fromException(const char* text) { return CimError(text); }
 
     const char* getMessage() const override;
     CimError* clone() const noexcept override;
@@ -46,13 +46,13 @@ class CimError : public OpenWBEM::CIMException {
     OpenWBEM::String text_; ///< empty: CIMException composes the text
 };
 
-/// Rethrows the exception being handled: a CIMException unchanged, any other as CimError::foreign with its text
+/// Rethrows the exception being handled: a CIMException unchanged, any other as CimError::fromException with its text
 /// ("Unknown Exception" when it is not a std::exception).
 [[noreturn]] void rethrowAsCimException();
 
 /// Runs `call` and translates exceptions like rethrowAsCimException.
 template <class Call>
-auto guarded(Call&& call) -> decltype(call()) {
+auto asCimError(Call&& call) -> decltype(call()) {
     try {
         return call();
     } catch (...) {
@@ -70,7 +70,7 @@ struct Outcome {
 template <class Work>
 Outcome outcomeOf(Work&& work) {
     try {
-        guarded(std::forward<Work>(work));
+        asCimError(std::forward<Work>(work));
         return {};
     } catch (const OpenWBEM::CIMException& error) {
         const int code = error.getErrNo();

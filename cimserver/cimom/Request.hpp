@@ -90,7 +90,7 @@ class Cimom::Request {
             return false;
         }
         const provider::ProviderCall call = host().enter(id, access_, origin_);
-        return guarded([&] {
+        return asCimError([&] {
             Interface* const provider = (call.*side)();
             if (provider != nullptr) {
                 use(*provider, call.env());

@@ -58,51 +58,51 @@ std::string fault(pugi::xml_node element, ParameterKind kind) {
 } // namespace
 
 Arguments::Arguments(pugi::xml_node call, const std::vector<Parameter>& declared) : declared_(declared) {
-    for (const pugi::xml_node holder : call.children("IPARAMVALUE")) {
-        take(holder);
+    for (const pugi::xml_node parameterElement : call.children("IPARAMVALUE")) {
+        take(parameterElement);
     }
     requireAll();
 }
 
-void Arguments::take(pugi::xml_node holder) {
-    const std::string_view name = holder.attribute("NAME").value();
+void Arguments::take(pugi::xml_node parameterElement) {
+    const std::string_view name = parameterElement.attribute("NAME").value();
     const auto parameter = std::find_if(declared_.begin(), declared_.end(),
                                         [&](const Parameter& one) { return equalsIgnoringCase(one.name, name); });
     if (parameter == declared_.end()) {
         refuse(name, "is unknown");
     }
-    if (this->holder(parameter->name)) {
+    if (findParameter(parameter->name)) {
         refuse(parameter->name, "is given twice");
     }
-    const pugi::xml_node element = firstElement(holder);
+    const pugi::xml_node element = firstElement(parameterElement);
     const std::string wrong = element ? fault(element, parameter->kind) : std::string();
     if (!wrong.empty()) {
         refuse(parameter->name, wrong);
     }
-    given_.push_back({&*parameter, holder});
+    given_.push_back({&*parameter, parameterElement});
 }
 
 void Arguments::requireAll() const {
     for (const Parameter& parameter : declared_) {
-        const bool enough =
-            parameter.kind == ParameterKind::Value ? static_cast<bool>(holder(parameter.name)) : has(parameter.name);
+        const bool enough = parameter.kind == ParameterKind::Value ? static_cast<bool>(findParameter(parameter.name))
+                                                                   : has(parameter.name);
         if (parameter.presence == Presence::Required && !enough) {
             refuse(parameter.name, "is missing");
         }
     }
 }
 
-pugi::xml_node Arguments::holder(std::string_view name) const {
+pugi::xml_node Arguments::findParameter(std::string_view name) const {
     for (const Given& one : given_) {
         if (one.parameter->name == name) {
-            return one.holder;
+            return one.parameterElement;
         }
     }
     return {};
 }
 
 pugi::xml_node Arguments::element(std::string_view name) const {
-    return firstElement(holder(name));
+    return firstElement(findParameter(name));
 }
 
 bool Arguments::flag(std::string_view name) const {

@@ -55,15 +55,15 @@ class Arguments {
     /// The element inside IPARAMVALUE; null when not given or NULL.
     pugi::xml_node element(std::string_view name) const;
     /// The IPARAMVALUE itself.
-    pugi::xml_node holder(std::string_view name) const;
+    pugi::xml_node findParameter(std::string_view name) const;
 
   private:
     struct Given {
         const Parameter* parameter;
-        pugi::xml_node holder;
+        pugi::xml_node parameterElement;
     };
 
-    void take(pugi::xml_node holder);
+    void take(pugi::xml_node parameterElement);
     void requireAll() const;
 
     const std::vector<Parameter>& declared_;

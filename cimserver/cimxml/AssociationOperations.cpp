@@ -3,10 +3,10 @@
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Characters.hpp"
-#include "cimserver/cimxml/InstanceReads.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/RequestedSelection.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 
 namespace cimserver::cimxml {

@@ -5,10 +5,10 @@
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
-#include "cimserver/cimxml/InstanceReads.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
+#include "cimserver/cimxml/RequestedSelection.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Text.hpp"
 
@@ -108,8 +108,8 @@ void setProperty(OperationCall& call) {
     call.audit.target(path);
     const String name = call.arguments.text("PropertyName");
     const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
-    const CIMValue value =
-        call.reader.value(call.arguments.holder("NewValue"), known.getDataType(), view(name), Status::TypeMismatch);
+    const CIMValue value = call.reader.value(call.arguments.findParameter("NewValue"), known.getDataType(), view(name),
+                                             Status::TypeMismatch);
     call.audit.value(known.getName(), value);
     call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);
 }

@@ -72,7 +72,7 @@ bool holdsMore(std::string_view xml) {
     return xml.find("<!") != std::string_view::npos || xml.find("<?", 1) != std::string_view::npos;
 }
 
-std::string shown(const std::string& xml, const XmlDocument& document, bool valuesToo) {
+std::string maskedText(const std::string& xml, const XmlDocument& document, bool valuesToo) {
     if (!mask(document.root(), valuesToo) && !holdsMore(xml)) {
         return xml;
     }
@@ -90,7 +90,7 @@ http::ShownBodies maskedBodies(const http::Request& request, const http::Respons
         if (!request.body.empty()) {
             const XmlDocument document(request.body, limits);
             valuesToo = namesSecretProperty(document.root());
-            bodies.request = shown(request.body, document, valuesToo);
+            bodies.request = maskedText(request.body, document, valuesToo);
         }
     } catch (const HttpError&) {
         bodies.request = kMask;
@@ -98,7 +98,7 @@ http::ShownBodies maskedBodies(const http::Request& request, const http::Respons
     const bool isXml = response.body.find('<') != std::string::npos;
     try {
         bodies.response =
-            isXml ? shown(response.body, XmlDocument(response.body, kNoLimits), valuesToo) : response.body;
+            isXml ? maskedText(response.body, XmlDocument(response.body, kUnlimited), valuesToo) : response.body;
     } catch (const HttpError&) {
         bodies.response = kMask;
     }

@@ -21,8 +21,8 @@ String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
 }
 
 /// The value inside PROPERTY and its like, after the qualifiers.
-pugi::xml_node valueElement(pugi::xml_node holder) {
-    const pugi::xml_node last = lastElement(holder);
+pugi::xml_node valueElement(pugi::xml_node parent) {
+    const pugi::xml_node last = lastElement(parent);
     return std::string_view(last.name()) == "QUALIFIER" ? pugi::xml_node() : last;
 }
 
@@ -103,10 +103,10 @@ String onlyKey(const CIMClass* cimClass, const String& className) {
 
 } // namespace
 
-CIMValue ObjectReader::value(pugi::xml_node holder, const CIMDataType& type, std::string_view name,
+CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, std::string_view name,
                              Status mismatch) const {
     const Subject subject{name, type, mismatch};
-    const pugi::xml_node element = valueElement(holder);
+    const pugi::xml_node element = valueElement(parent);
     if (!element) {
         return CIMValue(CIMNULL);
     }
@@ -159,21 +159,21 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
     return result;
 }
 
-CIMProperty ObjectReader::key(pugi::xml_node holder, const String& name, const CIMClass* cimClass) const {
+CIMProperty ObjectReader::key(pugi::xml_node parent, const String& name, const CIMClass* cimClass) const {
     const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(CIMNULL);
     if (cimClass != nullptr && (!known || !known.isKey())) {
         throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
     }
-    const pugi::xml_node keyValue = holder.child("KEYVALUE");
+    const pugi::xml_node keyValue = parent.child("KEYVALUE");
     const CIMDataType type = known      ? known.getDataType()
                              : keyValue ? claimedType(keyValue)
                                         : CIMDataType(CIMDataType::REFERENCE);
     const Subject subject{view(name), type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
-        subject.refuse(firstElement(holder).name());
+        subject.refuse(firstElement(parent).name());
     }
     return {known ? known.getName() : name,
-            keyValue ? scalarValue(keyValue, subject) : CIMValue(reference(holder.child("VALUE.REFERENCE")))};
+            keyValue ? scalarValue(keyValue, subject) : CIMValue(reference(parent.child("VALUE.REFERENCE")))};
 }
 
 CIMObjectPath ObjectReader::reference(pugi::xml_node valueReference) const {

@@ -30,13 +30,13 @@ class ObjectReader {
     OpenWBEM::CIMInstance instance(pugi::xml_node element) const;
     /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. A value that does
     /// not fit the type is refused with `mismatch`, naming `name`.
-    OpenWBEM::CIMValue value(pugi::xml_node holder, const OpenWBEM::CIMDataType& type, std::string_view name,
+    OpenWBEM::CIMValue value(pugi::xml_node parent, const OpenWBEM::CIMDataType& type, std::string_view name,
                              Status mismatch = Status::InvalidParameter) const;
 
   private:
     OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& nameSpace,
                                  const OpenWBEM::CIMClass* cimClass) const;
-    OpenWBEM::CIMProperty key(pugi::xml_node holder, const OpenWBEM::String& name,
+    OpenWBEM::CIMProperty key(pugi::xml_node parent, const OpenWBEM::String& name,
                               const OpenWBEM::CIMClass* cimClass) const;
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;

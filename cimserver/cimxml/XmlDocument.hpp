@@ -16,7 +16,7 @@ struct XmlLimits {
     std::size_t attributes = 32;  ///< attributes of one element
 };
 
-constexpr XmlLimits kNoLimits{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
+constexpr XmlLimits kUnlimited{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
 
 /// The tree of a well-formed UTF-8 document without an internal DTD, so that only XML's five predefined entities can
 /// occur. Nodes point into the object and live as long as it.

@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMaxPeers = 1024;
 constexpr std::size_t kMaxCached = 256;
 constexpr unsigned kMaxDoublings = 16;
-constexpr int kMaxWaiting = 3; // times the longest delay
+constexpr int kMaxQueuedDelays = 3; // times the longest delay
 
 bool isBase64(std::string_view text) {
     constexpr const char* kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -76,7 +76,7 @@ LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time
 
 std::optional<Clock::duration> LoginThrottle::begin(const std::string& peer, Clock::time_point now) {
     auto& entry = entryOf(peer, now);
-    if (entry.nextStart - now > kMaxWaiting * settings_.maxDelay) {
+    if (entry.nextStart - now > kMaxQueuedDelays * settings_.maxDelay) {
         return std::nullopt;
     }
     const auto attempts = entry.failures + entry.underWay++;

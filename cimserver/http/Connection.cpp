@@ -59,7 +59,7 @@ Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::
       address_(std::move(address)), peer_(address_ + ":" + port), overCapacity_(overCapacity) {}
 
 void Connection::start() {
-    within(services_.settings.limits.firstByte, [](Connection& self) { self.giveUp("handshake"); });
+    within(services_.settings.limits.firstByte, [](Connection& self) { self.timeOut("handshake"); });
     stream_->handshake([self = shared_from_this()](const error_code& error, std::size_t) {
         if (error) {
             log::write(log::Level::Info, "http", self->peer_ + ": TLS handshake failed: " + error.message());
@@ -105,7 +105,7 @@ void Connection::onInput() {
         return read(&Connection::onInput); // empty lines before a request: the time limit keeps running
     }
     began_ = Clock::now();
-    within(services_.settings.limits.head, [](Connection& self) { self.giveUp("head"); });
+    within(services_.settings.limits.head, [](Connection& self) { self.timeOut("head"); });
     readHead();
 }
 
@@ -131,7 +131,7 @@ void Connection::onHead() {
         return answer(response, true);
     }
     if (isHealthRequest(reader_.request())) {
-        return proceed();
+        return answerOrReadBody();
     }
     login();
 }
@@ -167,7 +167,7 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
     }
     if (identity) {
         reader_.request().identity = *identity;
-        return proceed();
+        return answerOrReadBody();
     }
     services_.counters.loginFailed();
     auto response = textResponse(401, "a user name and password are needed");
@@ -175,7 +175,7 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
     refuse(response);
 }
 
-void Connection::proceed() {
+void Connection::answerOrReadBody() {
     const auto& request = reader_.request();
     if (asksForOptions(request)) {
         auto response = services_.application.options;
@@ -189,7 +189,7 @@ void Connection::proceed() {
 }
 
 void Connection::beginBody() {
-    within(services_.settings.limits.body, [](Connection& self) { self.giveUp("body"); });
+    within(services_.settings.limits.body, [](Connection& self) { self.timeOut("body"); });
     if (!reader_.framing().expectsContinue || reader_.framing().contentLength.value_or(1) == 0) {
         return readBody();
     }
@@ -239,7 +239,7 @@ void Connection::answer(const Response& response, bool closeAfter) {
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
     output_ = serialise(response, closeAfter);
-    within(services_.settings.limits.write, [](Connection& self) { self.giveUp("answer"); });
+    within(services_.settings.limits.write, [](Connection& self) { self.timeOut("answer"); });
     write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
 }
 
@@ -346,7 +346,7 @@ void Connection::cancelTimer() {
 }
 
 /// A time limit has passed. A read that is still pending is ignored when it ends.
-void Connection::giveUp(const char* what) {
+void Connection::timeOut(const char* what) {
     ++reading_;
     services_.counters.timedOut();
     log::write(log::Level::Info, "http", peer_ + ": took too long over the " + what);

@@ -63,7 +63,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void login();
     void check(Access::Decision decision);
     void onLogin(const std::optional<Identity>& identity);
-    void proceed();
+    void answerOrReadBody();
     void beginBody();
     void readBody();
     void handle();
@@ -82,7 +82,7 @@ class Connection : public std::enable_shared_from_this<Connection> {
     /// Calls `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
     void cancelTimer();
-    void giveUp(const char* what);
+    void timeOut(const char* what);
     void logAnswer(const Response& response) const;
     std::string serialise(const Response& response, bool closeAfter) const;
 

@@ -71,7 +71,7 @@ void writeWhole(int fd, const std::string& text, const std::string& file) {
 }
 
 /// Gives the new file the owner and mode of the old one, if there is one.
-void takeOverOwner(int fd, const std::string& file) {
+void copyOwner(int fd, const std::string& file) {
     struct stat old {};
     if (::stat(file.c_str(), &old) == 0 &&
         (::fchown(fd, old.st_uid, old.st_gid) != 0 || ::fchmod(fd, old.st_mode & 0777U) != 0)) {
@@ -125,14 +125,14 @@ const User* UserFile::find(std::string_view name) const {
 }
 
 /// Returns the same existing user each time for an unknown name, so that repeated attempts take the same time.
-const User& UserFile::standIn(const std::string& name) const {
+const User& UserFile::decoyFor(const std::string& name) const {
     static const User nobody{"", hashPassword("nobody's"), false};
     return users_.empty() ? nobody : users_[std::hash<std::string>()(name) % users_.size()];
 }
 
 const User* UserFile::verify(const std::string& name, const std::string& password) const {
     const User* user = find(name);
-    const auto& hash = (user != nullptr ? *user : standIn(name)).hash;
+    const auto& hash = (user != nullptr ? *user : decoyFor(name)).hash;
     const auto given = hashLike(password, hash);
     const bool same = given.size() == hash.size() && CRYPTO_memcmp(given.data(), hash.data(), hash.size()) == 0;
     // A zero byte would end the password early for crypt.
@@ -172,7 +172,7 @@ void UserFile::save(const std::filesystem::path& file) const {
     }
     const std::unique_ptr<const int, void (*)(const int*)> closer(&fd, [](const int* open) { ::close(*open); });
     try {
-        takeOverOwner(fd, file.string());
+        copyOwner(fd, file.string());
         writeWhole(fd, text, file.string());
         if (::fsync(fd) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
             fail(file.string(), "cannot replace it: " + errnoText());

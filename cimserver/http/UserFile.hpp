@@ -40,7 +40,7 @@ class UserFile {
     void save(const std::filesystem::path& file) const;
 
   private:
-    const User& standIn(const std::string& name) const;
+    const User& decoyFor(const std::string& name) const;
 
     std::vector<User> users_;
 };

@@ -85,8 +85,8 @@ void ProviderHost::Slot::start(const std::vector<fs::path>& folders, const Provi
         ~Mark() { flag = false; }
     } const mark(starting_);
     // Held here until it is initialized, so that a failure destroys it.
-    const IntrusiveReference<CppProviderBaseIFC> made = guarded([&] { return make(folders); });
-    guarded([&] { made->initialize(env); });
+    const IntrusiveReference<CppProviderBaseIFC> made = asCimError([&] { return make(folders); });
+    asCimError([&] { made->initialize(env); });
     provider_ = made;
     ready_ = true;
     log::write(log::Level::Info, "provider", "Provider " + id_ + " is initialized");
@@ -174,7 +174,7 @@ void ProviderHost::scan() {
         std::sort(files.begin(), files.end());
         for (const fs::path& file : files) {
             try {
-                guarded([&] { impl_->scan(file); });
+                asCimError([&] { impl_->scan(file); });
             } catch (const CIMException& thrown) {
                 log::write(log::Level::Error, "provider", file.string() + ": " + thrown.getMessage());
             }

@@ -17,7 +17,7 @@ struct Literal {
     bool boolean = false;
     Token scalar; ///< Integer, Real, String, Character or Alias
     std::vector<Literal> elements;
-    Place place;
+    Location location;
 };
 
 /// A type as written; `reference` marks "CLASS REF".
@@ -26,14 +26,14 @@ struct Type {
     bool reference = false;
     bool array = false;
     int arraySize = 0; ///< 0 when open
-    Place place;
+    Location location;
 };
 
 struct QualifierUse {
     std::string name;
     std::optional<Literal> value;
     std::vector<Token> flavors;
-    Place place;
+    Location location;
 };
 
 using QualifierList = std::vector<QualifierUse>;
@@ -44,14 +44,14 @@ struct QualifierDeclaration {
     std::optional<Literal> defaultValue;
     std::vector<Token> scopes;
     std::vector<Token> flavors;
-    Place place;
+    Location location;
 };
 
 struct Parameter {
     QualifierList qualifiers;
     Type type;
     std::string name;
-    Place place;
+    Location location;
 };
 
 /// A property, or a method when `parameters` is set.
@@ -61,7 +61,7 @@ struct Feature {
     std::string name;
     std::optional<Literal> defaultValue;
     std::optional<std::vector<Parameter>> parameters;
-    Place place;
+    Location location;
 };
 
 struct ClassDeclaration {
@@ -69,26 +69,26 @@ struct ClassDeclaration {
     std::string name;
     std::string superClass; ///< empty at the top
     std::vector<Feature> features;
-    Place place;
+    Location location;
 };
 
 struct Initializer {
     std::string name;
     Literal value;
-    Place place;
+    Location location;
 };
 
 struct InstanceDeclaration {
     std::string className;
     std::string alias; ///< empty without one
     std::vector<Initializer> initializers;
-    Place place;
+    Location location;
 };
 
 struct Pragma {
     std::string name;
     std::string argument; ///< empty when it is not a string
-    Place place;
+    Location location;
 };
 
 using Declaration = std::variant<Pragma, QualifierDeclaration, ClassDeclaration, InstanceDeclaration>;

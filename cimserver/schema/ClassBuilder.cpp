@@ -32,7 +32,7 @@ class Builder {
     bool inherits(const CIMName& name, bool asMethod) const {
         return super_ != nullptr && (asMethod ? bool(super_->getMethod(name)) : bool(super_->getProperty(name)));
     }
-    bool passesOn(const String& name) const {
+    bool inheritsUnchanged(const String& name) const {
         return ownNames_.count(folded(name.c_str())) == 0 && replacedNames_.count(folded(name.c_str())) == 0;
     }
 
@@ -48,7 +48,7 @@ class Builder {
 
 CIMClass Builder::build() {
     if (known_.findClass(declaration_.name) != nullptr) {
-        fail(declaration_.place, "the class \"" + declaration_.name + "\" is declared already");
+        fail(declaration_.location, "the class \"" + declaration_.name + "\" is declared already");
     }
     findSuperClass();
     within(declaration_.name, [&] { qualifyClass(); });
@@ -72,13 +72,13 @@ void Builder::findSuperClass() {
     }
     super_ = known_.findClass(declaration_.superClass);
     if (super_ == nullptr) {
-        fail(declaration_.place,
+        fail(declaration_.location,
              "the superclass \"" + declaration_.superClass + "\" of \"" + declaration_.name + "\" is not declared");
     }
     unsigned depth = 1;
     for (const CIMClass* c = super_; c != nullptr; c = known_.findClass(c->getSuperClass().c_str())) {
         if (++depth > kDeepestInheritance) {
-            fail(declaration_.place, "classes are derived deeper than " + std::to_string(kDeepestInheritance));
+            fail(declaration_.location, "classes are derived deeper than " + std::to_string(kDeepestInheritance));
         }
     }
     class_.setSuperClass(CIMName(super_->getName()));
@@ -102,11 +102,11 @@ void Builder::qualifyClass() {
 
 void Builder::addFeature(const ast::Feature& feature) {
     if (!ownNames_.insert(folded(feature.name)).second) {
-        fail(feature.place, "\"" + feature.name + "\" is declared twice in the class");
+        fail(feature.location, "\"" + feature.name + "\" is declared twice in the class");
     }
     const bool isMethod = feature.parameters.has_value();
     if (inherits(CIMName(feature.name.c_str()), !isMethod)) {
-        fail(feature.place, "\"" + feature.name + "\" is inherited as a " + (isMethod ? "property" : "method"));
+        fail(feature.location, "\"" + feature.name + "\" is inherited as a " + (isMethod ? "property" : "method"));
     }
     if (isMethod) {
         methods_.push_back(method(feature));
@@ -130,7 +130,7 @@ CIMName Builder::overridden(const ast::Feature& feature) {
     const std::size_t dot = named.find('.');
     if (super_ == nullptr ||
         (dot != std::string::npos && !known_.isA(super_->getName(), named.substr(0, dot).c_str()))) {
-        fail(feature.place, "\"" + feature.name + "\" overrides \"" + named + "\", which is not inherited");
+        fail(feature.location, "\"" + feature.name + "\" overrides \"" + named + "\", which is not inherited");
     }
     named.erase(0, dot == std::string::npos ? 0 : dot + 1);
     const CIMName name(named.c_str());
@@ -147,7 +147,7 @@ void Builder::checkSameType(const ast::Feature& feature, const CIMDataType& now,
     const bool narrowed = !now.isReferenceType() || known_.findClass(target.c_str()) == nullptr ||
                           known_.isA(target, before.getRefClassName());
     if (!now.equals(before) || !narrowed) {
-        fail(feature.type.place, "\"" + feature.name + "\" overrides an element of another type");
+        fail(feature.type.location, "\"" + feature.name + "\" overrides an element of another type");
     }
 }
 
@@ -157,7 +157,7 @@ CIMProperty Builder::property(const ast::Feature& feature) {
     const CIMProperty inherited = super_ != nullptr ? super_->getProperty(replaced) : CIMProperty(CIMNULL);
     const CIMDataType type = dataType(feature.type);
     if (type.isReferenceType() && !class_.isAssociation()) {
-        fail(feature.type.place, "a reference is allowed in an association only");
+        fail(feature.type.location, "a reference is allowed in an association only");
     }
     const CIMQualifierArray qualifiers =
         buildQualifiers(feature.qualifiers, known_,
@@ -219,7 +219,7 @@ CIMMethod Builder::method(const ast::Feature& feature) {
     std::set<std::string> names;
     for (const ast::Parameter& written : *feature.parameters) {
         if (!names.insert(folded(written.name)).second) {
-            fail(written.place, "the parameter \"" + written.name + "\" is declared twice");
+            fail(written.location, "the parameter \"" + written.name + "\" is declared twice");
         }
         method.addParameter(parameter(written, inherited));
     }
@@ -231,13 +231,13 @@ void Builder::inheritFeatures() {
         return;
     }
     for (CIMProperty inherited : super_->getAllProperties()) {
-        if (passesOn(inherited.getName())) {
+        if (inheritsUnchanged(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             properties_.push_back(inherited.setPropagated(true));
         }
     }
     for (CIMMethod inherited : super_->getAllMethods()) {
-        if (passesOn(inherited.getName())) {
+        if (inheritsUnchanged(inherited.getName())) {
             inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
             methods_.push_back(inherited.setPropagated(true));
         }

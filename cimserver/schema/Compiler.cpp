@@ -40,15 +40,15 @@ bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
 
 Compiler::Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns)
     : target_(target), aliases_(aliases) {
-    Place start;
+    Location start;
     start.file = std::make_shared<const std::string>("namespace option");
     enterNamespace(ns, start);
 }
 
-void Compiler::enterNamespace(const std::string& name, const Place& place) {
+void Compiler::enterNamespace(const std::string& name, const Location& location) {
     const std::string local = localNamespace(name);
     if (!isNamespaceName(local)) {
-        fail(place, "\"" + name + "\" is not the name of a namespace of this server");
+        fail(location, "\"" + name + "\" is not the name of a namespace of this server");
     }
     const auto alias = aliases_.find(folded(local));
     current_ = &target_[alias == aliases_.end() ? folded(local) : alias->second];
@@ -97,27 +97,27 @@ void Compiler::apply(const ast::Pragma& pragma, const fs::path& folder) {
     if (equalsIgnoringCase(pragma.name, "include")) {
         include(pragma, folder);
     } else if (equalsIgnoringCase(pragma.name, "namespace")) {
-        enterNamespace(pragma.argument, pragma.place);
+        enterNamespace(pragma.argument, pragma.location);
     }
     // Other pragmas, such as locale, have no effect here; unknown ones are ignored.
 }
 
 void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
     if (folder.empty()) {
-        fail(pragma.place, "an include is possible in a file only");
+        fail(pragma.location, "an include is possible in a file only");
     }
     if (depth_ >= kDeepestInclude) {
-        fail(pragma.place, "includes are nested deeper than " + std::to_string(kDeepestInclude));
+        fail(pragma.location, "includes are nested deeper than " + std::to_string(kDeepestInclude));
     }
     std::string written = pragma.argument;
     std::replace(written.begin(), written.end(), '\\', '/');
     std::error_code error;
     const fs::path file = fs::weakly_canonical(folder / written, error);
     if (error || fs::path(written).is_absolute() || !isWithin(file, root_)) {
-        fail(pragma.place, "the include \"" + pragma.argument + "\" leads out of the schema's folder");
+        fail(pragma.location, "the include \"" + pragma.argument + "\" leads out of the schema's folder");
     }
-    const std::string text = read(file, *pragma.place.file + ":" + std::to_string(pragma.place.line) + ":" +
-                                            std::to_string(pragma.place.column) + ": ");
+    const std::string text = read(file, *pragma.location.file + ":" + std::to_string(pragma.location.line) + ":" +
+                                            std::to_string(pragma.location.column) + ": ");
     ++depth_;
     compile(text, file.string(), file.parent_path());
     --depth_;
@@ -125,9 +125,9 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
 
 void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::path&) {
     auto type = std::make_shared<const CIMQualifierType>(buildQualifierType(declaration));
-    const auto [place, isNew] = current_->qualifiers.try_emplace(folded(declaration.name), type);
-    if (!isNew && !identical(*place->second, *type)) {
-        fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared already, and differently");
+    const auto [entry, isNew] = current_->qualifiers.try_emplace(folded(declaration.name), type);
+    if (!isNew && !identical(*entry->second, *type)) {
+        fail(declaration.location, "the qualifier \"" + declaration.name + "\" is declared already, and differently");
     }
 }
 

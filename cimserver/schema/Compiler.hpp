@@ -37,7 +37,7 @@ class Compiler {
     void finish();
     void add(const PendingClass& pending);
     void include(const ast::Pragma& pragma, const std::filesystem::path& folder);
-    void enterNamespace(const std::string& name, const Place& place);
+    void enterNamespace(const std::string& name, const Location& location);
     std::string read(const std::filesystem::path& file, const std::string& complaint);
 
     Namespaces& target_;

@@ -55,7 +55,7 @@ std::pair<int, std::string_view> baseOf(std::string_view digits) {
 } // namespace
 
 Lexer::Lexer(std::string_view text, std::string file) : text_(text) {
-    place_.file = std::make_shared<const std::string>(std::move(file));
+    location_.file = std::make_shared<const std::string>(std::move(file));
     if (text_.substr(0, 3) == "\xef\xbb\xbf") {
         at_ = 3;
     }
@@ -68,10 +68,10 @@ char Lexer::peek(std::size_t ahead) const {
 char Lexer::take() {
     const char c = text_[at_++];
     if (c == '\n') {
-        ++place_.line;
-        place_.column = 1;
+        ++location_.line;
+        location_.column = 1;
     } else {
-        ++place_.column;
+        ++location_.column;
     }
     return c;
 }
@@ -89,7 +89,7 @@ void Lexer::skipBlanksAndComments() {
 }
 
 void Lexer::skipComment() {
-    const Place opening = place_;
+    const Location opening = location_;
     take();
     if (take() == '/') {
         while (at_ < text_.size() && peek() != '\n') {
@@ -109,7 +109,7 @@ void Lexer::skipComment() {
 
 Token Lexer::start() const {
     Token token;
-    token.place = place_;
+    token.location = location_;
     return token;
 }
 
@@ -136,11 +136,11 @@ Token Lexer::next() {
         take();
         Token name = identifier();
         name.kind = c == '$' ? TokenKind::Alias : TokenKind::Pragma;
-        name.place = token.place;
+        name.location = token.location;
         return name;
     }
     if (std::string_view("[](){}:;,=").find(c) == std::string_view::npos) {
-        fail(place_, "unexpected " + shown(c));
+        fail(location_, "unexpected " + shown(c));
     }
     token.kind = TokenKind::Punctuation;
     token.text = std::string(1, take());
@@ -154,10 +154,10 @@ Token Lexer::identifier() {
         token.text += take();
     }
     if (token.text.empty()) {
-        fail(token.place, "a name is missing");
+        fail(token.location, "a name is missing");
     }
     if (token.text.size() > kLongestIdentifier) {
-        fail(token.place, "a name is longer than " + std::to_string(kLongestIdentifier) + " characters");
+        fail(token.location, "a name is longer than " + std::to_string(kLongestIdentifier) + " characters");
     }
     return token;
 }
@@ -177,7 +177,7 @@ Token Lexer::number() {
     }
     token.text = std::string(text_.substr(begin, at_ - begin));
     if (token.text.size() > kLongestNumber) {
-        fail(token.place, "a number is longer than " + std::to_string(kLongestNumber) + " characters");
+        fail(token.location, "a number is longer than " + std::to_string(kLongestNumber) + " characters");
     }
     if (!real) {
         return integer(std::move(token));
@@ -187,7 +187,7 @@ Token Lexer::number() {
     token.real = std::strtod(token.text.c_str(), &end);
     const bool hex = token.text.find_first_of("xX") != std::string::npos;
     if (*end != '\0' || hex || !isDigit(token.text.back()) || !std::isfinite(token.real)) {
-        fail(token.place, "\"" + token.text + "\" is not a real number");
+        fail(token.location, "\"" + token.text + "\" is not a real number");
     }
     return token;
 }
@@ -203,10 +203,10 @@ Token Lexer::integer(Token token) {
     const char* const end = body.data() + body.size();
     const auto result = std::from_chars(body.data(), end, token.size, base);
     if (result.ec == std::errc::result_out_of_range) {
-        fail(token.place, "\"" + token.text + "\" does not fit into 64 bits");
+        fail(token.location, "\"" + token.text + "\" does not fit into 64 bits");
     }
     if (result.ec != std::errc() || result.ptr != end) {
-        fail(token.place, "\"" + token.text + "\" is not a number");
+        fail(token.location, "\"" + token.text + "\" is not a number");
     }
     return token;
 }
@@ -216,13 +216,13 @@ Token Lexer::string() {
     token.kind = TokenKind::String;
     take();
     while (peek() != '"' || at_ >= text_.size()) {
-        appendCharacter(token.text, token.place);
+        appendCharacter(token.text, token.location);
     }
     take();
     return token;
 }
 
-void Lexer::appendCharacter(std::string& out, const Place& opening) {
+void Lexer::appendCharacter(std::string& out, const Location& opening) {
     const char c = peek();
     if (at_ >= text_.size() || c == '\n' || c == '\r') {
         fail(opening, "the string is not closed on its line");
@@ -232,7 +232,7 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
         return;
     }
     if (isControl(c) && c != '\t') {
-        fail(place_, "unexpected " + shown(c) + " in a string");
+        fail(location_, "unexpected " + shown(c) + " in a string");
     }
     const Character character = decodeUtf8(text_.substr(at_));
     if (!character.valid) { // early schemas are in Latin-1, with some marks that have no place in it
@@ -248,7 +248,7 @@ void Lexer::appendCharacter(std::string& out, const Place& opening) {
 std::uint32_t Lexer::escape() {
     static constexpr std::string_view kLetters = "btnfr\"'\\";
     static constexpr std::string_view kMeanings = "\b\t\n\f\r\"'\\";
-    const Place place = place_;
+    const Location location = location_;
     take();
     const char c = peek();
     if (c == 'x' || c == 'X') {
@@ -256,14 +256,14 @@ std::uint32_t Lexer::escape() {
     }
     const std::size_t which = at_ < text_.size() ? kLetters.find(c) : std::string_view::npos;
     if (which == std::string_view::npos) {
-        fail(place, "unknown escape sequence in a text");
+        fail(location, "unknown escape sequence in a text");
     }
     take();
     return static_cast<unsigned char>(kMeanings[which]);
 }
 
 std::uint32_t Lexer::hexEscape() {
-    const Place place = place_;
+    const Location location = location_;
     take();
     std::uint32_t code = 0;
     unsigned digits = 0;
@@ -272,7 +272,7 @@ std::uint32_t Lexer::hexEscape() {
         code = code * 16 + static_cast<std::uint32_t>(isDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
     }
     if (digits == 0 || code == 0 || (code >= 0xd800 && code <= 0xdfff)) {
-        fail(place, "\\x needs one to four hexadecimal digits of a character other than 0");
+        fail(location, "\\x needs one to four hexadecimal digits of a character other than 0");
     }
     return code;
 }
@@ -287,10 +287,10 @@ Token Lexer::character() {
                peek() != '\'') {
         token.size = static_cast<unsigned char>(take());
     } else {
-        fail(token.place, "a character is missing between single quotes (one beyond ASCII is written \\xHHHH)");
+        fail(token.location, "a character is missing between single quotes (one beyond ASCII is written \\xHHHH)");
     }
     if (peek() != '\'' || at_ >= text_.size()) {
-        fail(token.place, "the character is not closed");
+        fail(token.location, "the character is not closed");
     }
     take();
     return token;

@@ -17,7 +17,7 @@ struct Token {
     std::uint64_t size = 0; ///< magnitude of an Integer, code of a Character
     bool negative = false;  ///< sign of an Integer
     double real = 0;        ///< value of a Real
-    Place place;
+    Location location;
 };
 
 /// Yields the tokens of a text; throws MofError for an invalid one. The text must outlive the lexer.
@@ -37,14 +37,14 @@ class Lexer {
     static Token integer(Token written);
     Token string();
     Token character();
-    void appendCharacter(std::string& out, const Place& opening);
+    void appendCharacter(std::string& out, const Location& opening);
     std::uint32_t escape();
     std::uint32_t hexEscape();
     Token start() const;
 
     std::string_view text_;
     std::size_t at_ = 0;
-    Place place_;
+    Location location_;
 };
 
 } // namespace cimserver::schema

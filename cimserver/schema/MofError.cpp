@@ -2,8 +2,9 @@
 
 namespace cimserver::schema {
 
-void fail(const Place& place, const std::string& text) {
-    throw MofError(*place.file + ":" + std::to_string(place.line) + ":" + std::to_string(place.column) + ": " + text);
+void fail(const Location& location, const std::string& text) {
+    throw MofError(*location.file + ":" + std::to_string(location.line) + ":" + std::to_string(location.column) + ": " +
+                   text);
 }
 
 } // namespace cimserver::schema

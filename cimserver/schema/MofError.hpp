@@ -14,14 +14,14 @@ class MofError : public std::runtime_error {
 };
 
 /// A position in a MOF text, for messages. Lines and columns count from 1, columns in bytes.
-struct Place {
+struct Location {
     std::shared_ptr<const std::string> file;
     unsigned line = 1;
     unsigned column = 1;
 };
 
 /// Throws MofError "FILE:LINE:COLUMN: text".
-[[noreturn]] void fail(const Place& place, const std::string& text);
+[[noreturn]] void fail(const Location& location, const std::string& text);
 
 /// A MofError whose text ends with the name of an element.
 class ElementError : public MofError {

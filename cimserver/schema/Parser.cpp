@@ -64,7 +64,7 @@ bool Parser::skipKeyword(std::string_view word) {
 }
 
 void Parser::unexpected(const std::string& wanted) const {
-    fail(token_.place, wanted + " is expected instead of " + describe(token_));
+    fail(token_.location, wanted + " is expected instead of " + describe(token_));
 }
 
 void Parser::expect(char c) {
@@ -102,7 +102,7 @@ std::optional<Declaration> Parser::next() {
 
 Pragma Parser::pragma() {
     Pragma pragma;
-    pragma.place = token_.place;
+    pragma.location = token_.location;
     if (!equalsIgnoringCase(token_.text, "pragma")) {
         unexpected("#pragma");
     }
@@ -128,7 +128,7 @@ Pragma Parser::pragma() {
 QualifierDeclaration Parser::qualifierDeclaration() {
     QualifierDeclaration declaration;
     take();
-    declaration.place = token_.place;
+    declaration.location = token_.location;
     declaration.name = name("the name of a qualifier");
     expect(':');
     declaration.type = type();
@@ -138,9 +138,9 @@ QualifierDeclaration Parser::qualifierDeclaration() {
     }
     while (skip(',')) {
         if (skipKeyword("scope")) {
-            declaration.scopes = words();
+            declaration.scopes = nameList();
         } else if (skipKeyword("flavor")) {
-            declaration.flavors = words();
+            declaration.flavors = nameList();
         } else {
             unexpected("Scope or Flavor");
         }
@@ -149,24 +149,24 @@ QualifierDeclaration Parser::qualifierDeclaration() {
     return declaration;
 }
 
-std::vector<Token> Parser::words() {
-    std::vector<Token> words;
+std::vector<Token> Parser::nameList() {
+    std::vector<Token> names;
     expect('(');
     do {
         if (token_.kind != TokenKind::Identifier) {
             unexpected("a name");
         }
-        words.push_back(take());
+        names.push_back(take());
     } while (skip(','));
     expect(')');
-    return words;
+    return names;
 }
 
 ClassDeclaration Parser::classDeclaration(QualifierList qualifiers) {
     ClassDeclaration declaration;
     declaration.qualifiers = std::move(qualifiers);
     take();
-    declaration.place = token_.place;
+    declaration.location = token_.location;
     declaration.name = name("the name of a class");
     within(declaration.name, [&] {
         alias(); // ignored: nothing can refer to a class by it
@@ -198,14 +198,14 @@ InstanceDeclaration Parser::instanceDeclaration() {
     if (!skipKeyword("of")) {
         unexpected("\"of\"");
     }
-    declaration.place = token_.place;
+    declaration.location = token_.location;
     declaration.className = name("the name of a class");
     declaration.alias = alias();
     expect('{');
     while (!skip('}')) {
         qualifierList(); // ignored: the class's qualifiers are served
         Initializer initializer;
-        initializer.place = token_.place;
+        initializer.location = token_.location;
         initializer.name = name("the name of a property");
         expect('=');
         initializer.value = literal();
@@ -220,7 +220,7 @@ Feature Parser::feature() {
     Feature feature;
     feature.qualifiers = qualifierList();
     feature.type = type();
-    feature.place = token_.place;
+    feature.location = token_.location;
     feature.name = name("the name of a property or method");
     if (isPunctuation('(')) {
         feature.parameters = parameters();
@@ -244,7 +244,7 @@ std::vector<Parameter> Parser::parameters() {
         Parameter parameter;
         parameter.qualifiers = qualifierList();
         parameter.type = type();
-        parameter.place = token_.place;
+        parameter.location = token_.location;
         parameter.name = name("the name of a parameter");
         arrayMark(parameter.type);
         parameters.push_back(std::move(parameter));
@@ -267,7 +267,7 @@ QualifierList Parser::qualifierList() {
 
 QualifierUse Parser::qualifierUse() {
     QualifierUse use;
-    use.place = token_.place;
+    use.location = token_.location;
     use.name = name("the name of a qualifier");
     if (skip('(')) {
         use.value = isPunctuation('{') ? array() : scalar();
@@ -288,7 +288,7 @@ QualifierUse Parser::qualifierUse() {
 
 Type Parser::type() {
     Type type;
-    type.place = token_.place;
+    type.location = token_.location;
     type.name = name("a type");
     type.reference = skipKeyword("ref");
     return type;
@@ -301,7 +301,7 @@ void Parser::arrayMark(Type& type) {
     type.array = true;
     if (token_.kind == TokenKind::Integer) {
         if (token_.negative || token_.size == 0 || token_.size > kLargestArray) {
-            fail(token_.place, "the size of an array must be 1 to " + std::to_string(kLargestArray));
+            fail(token_.location, "the size of an array must be 1 to " + std::to_string(kLargestArray));
         }
         type.arraySize = static_cast<int>(take().size);
     }
@@ -315,7 +315,7 @@ Literal Parser::literal() {
 Literal Parser::array() {
     Literal literal;
     literal.kind = Literal::Kind::Array;
-    literal.place = token_.place;
+    literal.location = token_.location;
     expect('{');
     while (!isPunctuation('}')) {
         if (!literal.elements.empty()) {
@@ -329,7 +329,7 @@ Literal Parser::array() {
 
 Literal Parser::scalar() {
     Literal literal;
-    literal.place = token_.place;
+    literal.location = token_.location;
     if (skipKeyword("null")) {
         return literal;
     }
@@ -347,7 +347,7 @@ Literal Parser::scalar() {
     while (literal.scalar.kind == TokenKind::String && token_.kind == TokenKind::String) {
         literal.scalar.text += take().text;
         if (literal.scalar.text.size() > kLongestString) {
-            fail(literal.place, "a string is longer than " + std::to_string(kLongestString) + " bytes");
+            fail(literal.location, "a string is longer than " + std::to_string(kLongestString) + " bytes");
         }
     }
     return literal;

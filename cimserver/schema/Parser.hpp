@@ -28,7 +28,7 @@ class Parser {
 
     ast::Pragma pragma();
     ast::QualifierDeclaration qualifierDeclaration();
-    std::vector<Token> words();
+    std::vector<Token> nameList();
     ast::ClassDeclaration classDeclaration(ast::QualifierList qualifiers);
     std::string alias();
     ast::InstanceDeclaration instanceDeclaration();

@@ -40,7 +40,7 @@ Enum meaningOf(const Token& token, const Word<Enum> (&words)[kCount], const char
     const auto found = std::find_if(std::begin(words), std::end(words),
                                     [&](const auto& w) { return equalsIgnoringCase(w.text, token.text); });
     if (found == std::end(words)) {
-        fail(token.place, "\"" + token.text + "\" is not a " + what);
+        fail(token.location, "\"" + token.text + "\" is not a " + what);
     }
     return found->meaning;
 }
@@ -108,7 +108,7 @@ std::vector<CIMFlavor::Flavor> flavorsOf(const std::vector<Token>& words) {
         flavors.push_back(meaningOf(word, kFlavorWords, "flavor"));
         if ((has(CIMFlavor::ENABLEOVERRIDE) && has(CIMFlavor::DISABLEOVERRIDE)) ||
             (has(CIMFlavor::TOSUBCLASS) && has(CIMFlavor::RESTRICTED))) {
-            fail(word.place, "the flavor \"" + word.text + "\" contradicts another one");
+            fail(word.location, "the flavor \"" + word.text + "\" contradicts another one");
         }
     }
     return flavors;
@@ -118,14 +118,14 @@ CIMQualifierType buildQualifierType(const ast::QualifierDeclaration& declaration
     CIMQualifierType type(CIMName(declaration.name.c_str()));
     const CIMDataType data = dataType(declaration.type);
     if (data.isReferenceType()) {
-        fail(declaration.type.place, "a qualifier cannot be a reference");
+        fail(declaration.type.location, "a qualifier cannot be a reference");
     }
     type.setDataType(data);
     if (declaration.defaultValue) {
         type.setDefaultValue(value(*declaration.defaultValue, data));
     }
     if (declaration.scopes.empty()) {
-        fail(declaration.place, "the qualifier \"" + declaration.name + "\" is declared without a scope");
+        fail(declaration.location, "the qualifier \"" + declaration.name + "\" is declared without a scope");
     }
     for (const Token& scope : declaration.scopes) {
         type.addScope(CIMScope(meaningOf(scope, kScopeWords, "scope")));

@@ -36,20 +36,20 @@ CIMQualifier makeQualifier(const ast::QualifierUse& use, const CIMQualifierType&
     return qualifier;
 }
 
-bool goesOn(const CIMQualifier& qualifier) {
+bool reachesSubclasses(const CIMQualifier& qualifier) {
     return !qualifier.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED));
 }
 
 /// These qualifiers name a feature's origin, so they change with the class whatever their flavors.
-bool isOfOrigin(const std::string& name) {
+bool isOriginQualifier(const std::string& name) {
     return equalsIgnoringCase(name, "Override") || equalsIgnoringCase(name, "Propagated") ||
            equalsIgnoringCase(name, "Schema");
 }
 
 void checkOverride(const ast::QualifierUse& use, const CIMQualifier& now, const CIMQualifier* before) {
-    if (before != nullptr && goesOn(*before) && before->hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)) &&
-        !isOfOrigin(use.name) && !before->getValue().equal(now.getValue())) {
-        fail(use.place, "the qualifier \"" + use.name + "\" may not be overridden");
+    if (before != nullptr && reachesSubclasses(*before) && before->hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)) &&
+        !isOriginQualifier(use.name) && !before->getValue().equal(now.getValue())) {
+        fail(use.location, "the qualifier \"" + use.name + "\" may not be overridden");
     }
 }
 
@@ -70,7 +70,7 @@ bool isTrue(const CIMQualifierArray& qualifiers, const char* name) {
 CIMQualifierArray propagatedQualifiers(const CIMQualifierArray& inherited) {
     CIMQualifierArray result;
     for (CIMQualifier qualifier : inherited) {
-        if (goesOn(qualifier)) {
+        if (reachesSubclasses(qualifier)) {
             result.push_back(qualifier.setPropagated(true));
         }
     }
@@ -83,13 +83,13 @@ CIMQualifierArray buildQualifiers(const ast::QualifierList& written, const Names
     for (const ast::QualifierUse& use : written) {
         const CIMQualifierType* const type = known.findQualifier(use.name);
         if (type == nullptr) {
-            fail(use.place, "the qualifier \"" + use.name + "\" is not declared");
+            fail(use.location, "the qualifier \"" + use.name + "\" is not declared");
         }
         if (!allowedOn(*type, scopes)) {
-            fail(use.place, "the qualifier \"" + use.name + "\" is not allowed here by its scope");
+            fail(use.location, "the qualifier \"" + use.name + "\" is not allowed here by its scope");
         }
         if (findQualifier(result, use.name.c_str()) != nullptr) {
-            fail(use.place, "the qualifier \"" + use.name + "\" is given twice");
+            fail(use.location, "the qualifier \"" + use.name + "\" is given twice");
         }
         result.push_back(makeQualifier(use, *type));
         checkOverride(use, result.back(), findQualifier(inherited, use.name.c_str()));

@@ -15,7 +15,7 @@ using ast::Literal;
 namespace {
 
 [[noreturn]] void mismatch(const Literal& literal, const char* wanted) {
-    fail(literal.place, std::string("the value is not of type ") + wanted);
+    fail(literal.location, std::string("the value is not of type ") + wanted);
 }
 
 const Token& scalarOf(const Literal& literal, TokenKind kind, const char* wanted) {
@@ -31,7 +31,7 @@ Integer integer(const Literal& literal, const char* wanted) {
     constexpr auto kMost = static_cast<std::uint64_t>(std::numeric_limits<Integer>::max());
     constexpr std::uint64_t kLeast = std::is_signed_v<Integer> ? kMost + 1 : 0;
     if (token.size > (token.negative ? kLeast : kMost)) {
-        fail(literal.place, token.text + " is out of the range of " + wanted);
+        fail(literal.location, token.text + " is out of the range of " + wanted);
     }
     return static_cast<Integer>(token.negative ? 0 - token.size : token.size);
 }
@@ -43,7 +43,7 @@ Real real(const Literal& literal, const char* wanted) {
     const double magnitude = whole ? static_cast<double>(token.size) : token.real;
     const double number = whole && token.negative ? -magnitude : magnitude;
     if (std::fabs(number) > static_cast<double>(std::numeric_limits<Real>::max())) {
-        fail(literal.place, token.text + " is out of the range of " + wanted);
+        fail(literal.location, token.text + " is out of the range of " + wanted);
     }
     return static_cast<Real>(number);
 }
@@ -67,7 +67,7 @@ CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     const std::string& written = scalarOf(literal, TokenKind::String, wanted).text;
     static const std::regex form("[0-9*]{14}\\.[0-9*]{6}[:+-][0-9*]{3}");
     if (written.size() != 25 || !std::regex_match(written, form)) {
-        fail(literal.place, "\"" + written + "\" is not a datetime of 25 characters");
+        fail(literal.location, "\"" + written + "\" is not a datetime of 25 characters");
     }
     return CIMDateTime(String(written.c_str()));
 }
@@ -90,7 +90,7 @@ CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasR
     try {
         return parsePath(text(literal, wanted).c_str());
     } catch (const CIMException&) {
-        fail(literal.place, "\"" + literal.scalar.text + "\" is not an object path");
+        fail(literal.location, "\"" + literal.scalar.text + "\" is not an object path");
     }
 }
 
@@ -102,7 +102,7 @@ CIMValue convertAll(const Literal& literal, const CIMDataType& type, Convert con
         return CIMValue(convert(literal, name.c_str()));
     }
     if (literal.kind != Literal::Kind::Array) {
-        fail(literal.place, "an array is expected, written in braces");
+        fail(literal.location, "an array is expected, written in braces");
     }
     Array<decltype(convert(literal, ""))> all;
     for (const Literal& element : literal.elements) {
@@ -123,7 +123,7 @@ CIMDataType dataType(const ast::Type& type) {
     }
     const CIMDataType::Type simple = CIMDataType::strToSimpleType(String(type.name.c_str()));
     if (simple == CIMDataType::INVALID || simple == CIMDataType::REFERENCE) {
-        fail(type.place, "\"" + type.name + "\" is not a type (a reference is written \"CLASS REF\")");
+        fail(type.location, "\"" + type.name + "\" is not a type (a reference is written \"CLASS REF\")");
     }
     return type.array ? CIMDataType(simple, type.arraySize) : CIMDataType(simple);
 }

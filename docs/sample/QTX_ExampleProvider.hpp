@@ -9,8 +9,8 @@
 class QTX_ExampleProvider
     : public cdroam::ClassProvider<QTX_ExampleProvider, const QTX_Example, QTX_ExampleImplInstanceManager> {
   public:
-    void QTX_ExampleToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
-    void QTX_ExampleToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    void QTX_ExampleToCIMInstance(const String&, Managed& from, CIMInstance& to) const { fillInstance(from, to); }
+    void QTX_ExampleToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fillPath(from, to); }
     Object* getQTX_ExampleWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
     Object* getQTX_ExampleWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
     using ClassProvider::modifyInstance;

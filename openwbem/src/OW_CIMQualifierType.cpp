@@ -141,7 +141,7 @@ String listToMOF(const char* what, const StringArray& entries) {
     return entries.empty() ? String() : ", " + String(what) + "(" + joined(entries, ",") + ")";
 }
 
-bool goesWithoutSaying(const CIMFlavor& flavor) {
+bool isDefaultFlavor(const CIMFlavor& flavor) {
     return flavor.getFlavor() == CIMFlavor::ENABLEOVERRIDE || flavor.getFlavor() == CIMFlavor::TOSUBCLASS;
 }
 
@@ -159,7 +159,7 @@ String CIMQualifierType::toMOF() const {
     }
     StringArray flavors;
     for (const CIMFlavor& flavor : data.flavors) {
-        if (!goesWithoutSaying(flavor)) {
+        if (!isDefaultFlavor(flavor)) {
             flavors.push_back(flavor.toMOF());
         }
     }

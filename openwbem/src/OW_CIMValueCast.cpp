@@ -17,7 +17,7 @@ bool isEmbedded(CIMDataType::Type type) {
 }
 
 /// Types that convert to no other type but a string, and from no other one; embedded objects not even from strings.
-bool standsAlone(CIMDataType::Type type) {
+bool convertsOnlyToString(CIMDataType::Type type) {
     return type == CIMDataType::DATETIME || type == CIMDataType::REFERENCE || isEmbedded(type);
 }
 
@@ -28,7 +28,7 @@ bool canConvert(CIMDataType::Type from, CIMDataType::Type to) {
     if (from == CIMDataType::STRING) {
         return !isEmbedded(to);
     }
-    return !standsAlone(from) && !standsAlone(to);
+    return !convertsOnlyToString(from) && !convertsOnlyToString(to);
 }
 
 [[noreturn]] void throwCannot(const CIMValue& value, const CIMDataType& dataType) {
@@ -75,7 +75,7 @@ struct ToArray {
 };
 
 /// The value as an array or as a scalar, of the type it has. Null for the scalar of an empty array.
-CIMValue withArrayness(const CIMValue& value, bool array) {
+CIMValue asArrayOrScalar(const CIMValue& value, bool array) {
     if (value.isArray() == array) {
         return value;
     }
@@ -92,7 +92,7 @@ CIMValue castValueToDataType(const CIMValue& value, const CIMDataType& dataType)
     if (!value || !dataType) {
         return CIMValue(CIMNULL);
     }
-    const CIMValue shaped = withArrayness(value, dataType.isArrayType());
+    const CIMValue shaped = asArrayOrScalar(value, dataType.isArrayType());
     if (!shaped || shaped.getType() == dataType.getType()) {
         return shaped;
     }

@@ -55,9 +55,9 @@ class NameMaker : public CIMInstanceResultHandlerIFC {
 };
 
 // Passes on each instance, filtered.
-class InstanceCutter : public CIMInstanceResultHandlerIFC {
+class InstanceFilter : public CIMInstanceResultHandlerIFC {
   public:
-    InstanceCutter(const Wanted& wanted, EDeepFlag deep, const CIMClass& requestedClass, const CIMClass& cimClass,
+    InstanceFilter(const Wanted& wanted, EDeepFlag deep, const CIMClass& requestedClass, const CIMClass& cimClass,
                    CIMInstanceResultHandlerIFC& result)
         : wanted_(wanted), deep_(deep), requestedClass_(requestedClass), class_(cimClass), result_(result) {}
 
@@ -150,8 +150,8 @@ void CppSimpleInstanceProviderIFC::enumInstances(const ProviderEnvironmentIFCRef
                                                  const StringArray* propertyList, const CIMClass& requestedClass,
                                                  const CIMClass& cimClass) {
     const Wanted wanted = {localOnly, includeQualifiers, includeClassOrigin, propertyList};
-    InstanceCutter cutter(wanted, deep, requestedClass, cimClass, result);
-    doSimpleEnumInstances(env, ns, cimClass, cutter, E_ALL_PROPERTIES);
+    InstanceFilter filter(wanted, deep, requestedClass, cimClass, result);
+    doSimpleEnumInstances(env, ns, cimClass, filter, E_ALL_PROPERTIES);
 }
 
 CIMInstance CppSimpleInstanceProviderIFC::getInstance(const ProviderEnvironmentIFCRef& env, const String& ns,

@@ -100,7 +100,7 @@ int indexIn(const char* const (&names)[N], const String& token) {
 }
 
 /// Sets a field; false if it is set already or the value is not a number (-1).
-bool say(int& field, int value) {
+bool setOnce(int& field, int value) {
     if (field != -1 || value < 0) {
         return false;
     }
@@ -114,8 +114,8 @@ bool readTime(const String& token, Fields& fields) {
     const size_t second = token.indexOf(':', first + 1);
     const size_t minuteEnd = std::min(second, token.length());
     const char* text = token.c_str();
-    if (!say(fields.hour, numberOf(text, first)) ||
-        !say(fields.minute, numberOf(text + first + 1, minuteEnd - first - 1))) {
+    if (!setOnce(fields.hour, numberOf(text, first)) ||
+        !setOnce(fields.minute, numberOf(text + first + 1, minuteEnd - first - 1))) {
         return false;
     }
     fields.second = second == String::npos ? 0 : numberOf(text + second + 1, token.length() - second - 1);
@@ -146,11 +146,11 @@ bool readToken(const String& token, Fields& fields) {
     }
     const int number = numberOf(token.c_str(), token.length());
     if (number >= 0) {
-        return say(fields.day == -1 ? fields.day : fields.year, number);
+        return setOnce(fields.day == -1 ? fields.day : fields.year, number);
     }
     const int month = indexIn(kMonths, token);
     if (month >= 0) {
-        return say(fields.month, month + 1);
+        return setOnce(fields.month, month + 1);
     }
     if (indexIn(kWeekdays, token) >= 0) {
         const bool first = !fields.weekday;

@@ -62,7 +62,7 @@ T toUnsigned(const String& text, int base, const char* typeName) {
     return toInteger<T>(text, base, typeName, &String::strtoull);
 }
 
-const String& demandBuffer(const String& text, bool hasBuffer, const char* typeName) {
+const String& requireBuffer(const String& text, bool hasBuffer, const char* typeName) {
     if (!hasBuffer) {
         throwUnconvertible(text, typeName);
     }
@@ -71,51 +71,51 @@ const String& demandBuffer(const String& text, bool hasBuffer, const char* typeN
 } // namespace
 
 UInt8 String::toUInt8(int base) const {
-    return toUnsigned<UInt8>(demandBuffer(*this, !!buf_, "UInt8"), base, "UInt8");
+    return toUnsigned<UInt8>(requireBuffer(*this, !!buf_, "UInt8"), base, "UInt8");
 }
 
 Int8 String::toInt8(int base) const {
-    return toSigned<Int8>(demandBuffer(*this, !!buf_, "Int8"), base, "Int8");
+    return toSigned<Int8>(requireBuffer(*this, !!buf_, "Int8"), base, "Int8");
 }
 
 UInt16 String::toUInt16(int base) const {
-    return toUnsigned<UInt16>(demandBuffer(*this, !!buf_, "UInt16"), base, "UInt16");
+    return toUnsigned<UInt16>(requireBuffer(*this, !!buf_, "UInt16"), base, "UInt16");
 }
 
 Int16 String::toInt16(int base) const {
-    return toSigned<Int16>(demandBuffer(*this, !!buf_, "Int16"), base, "Int16");
+    return toSigned<Int16>(requireBuffer(*this, !!buf_, "Int16"), base, "Int16");
 }
 
 UInt32 String::toUInt32(int base) const {
-    return toUnsigned<UInt32>(demandBuffer(*this, !!buf_, "UInt32"), base, "UInt32");
+    return toUnsigned<UInt32>(requireBuffer(*this, !!buf_, "UInt32"), base, "UInt32");
 }
 
 Int32 String::toInt32(int base) const {
-    return toSigned<Int32>(demandBuffer(*this, !!buf_, "Int32"), base, "Int32");
+    return toSigned<Int32>(requireBuffer(*this, !!buf_, "Int32"), base, "Int32");
 }
 
 UInt64 String::toUInt64(int base) const {
-    return toUnsigned<UInt64>(demandBuffer(*this, !!buf_, "UInt64"), base, "UInt64");
+    return toUnsigned<UInt64>(requireBuffer(*this, !!buf_, "UInt64"), base, "UInt64");
 }
 
 Int64 String::toInt64(int base) const {
-    return toSigned<Int64>(demandBuffer(*this, !!buf_, "Int64"), base, "Int64");
+    return toSigned<Int64>(requireBuffer(*this, !!buf_, "Int64"), base, "Int64");
 }
 
 unsigned int String::toUnsignedInt(int base) const {
-    return toUnsigned<unsigned int>(demandBuffer(*this, !!buf_, "unsigned int"), base, "unsigned int");
+    return toUnsigned<unsigned int>(requireBuffer(*this, !!buf_, "unsigned int"), base, "unsigned int");
 }
 
 int String::toInt(int base) const {
-    return toSigned<int>(demandBuffer(*this, !!buf_, "int"), base, "int");
+    return toSigned<int>(requireBuffer(*this, !!buf_, "int"), base, "int");
 }
 
 Real32 String::toReal32() const {
-    return toReal<Real32>(demandBuffer(*this, !!buf_, "Real32"), "Real32", &std::strtof);
+    return toReal<Real32>(requireBuffer(*this, !!buf_, "Real32"), "Real32", &std::strtof);
 }
 
 Real64 String::toReal64() const {
-    return toReal<Real64>(demandBuffer(*this, !!buf_, "Real64"), "Real64", &std::strtod);
+    return toReal<Real64>(requireBuffer(*this, !!buf_, "Real64"), "Real64", &std::strtod);
 }
 
 bool String::toBool() const {

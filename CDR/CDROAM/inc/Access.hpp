@@ -30,28 +30,28 @@ class Access {
   protected:
     /// Sets `value` from what was read. Content that must not be shown is replaced first, with a warning in the log.
     template <class Value>
-    void show(Literal replacement, Value& value) const {
-        if (!Kind::isFit(cache_)) {
+    void decodeOrReplace(Literal replacement, Value& value) const {
+        if (!Kind::isDisplayable(cache_)) {
             logControlCharacters((std::string(labelPrefix_) + entry_.key).c_str());
-            Kind::fill(cache_, replacement);
+            Kind::setLiteral(cache_, replacement);
         }
         Kind::decode(cache_, value);
     }
 
     /// Sets `value` from a literal; the entry and the cache stay unchanged.
     template <class Value>
-    static void showLiteral(Literal literal, Value& value) {
+    static void decodeLiteral(Literal literal, Value& value) {
         typename Kind::Cache content{};
-        Kind::fill(content, literal);
+        Kind::setLiteral(content, literal);
         Kind::decode(content, value);
     }
 
     /// Caches the literal; the entry stays unchanged.
-    void keep(Literal literal) const { Kind::fill(cache_, literal); }
+    void cacheLiteral(Literal literal) const { Kind::setLiteral(cache_, literal); }
 
     /// Caches the literal and writes it to the entry; a failure is ignored.
     void store(Literal literal) const {
-        keep(literal);
+        cacheLiteral(literal);
         (void)Kind::store(entry_, cache_);
     }
 

@@ -27,22 +27,22 @@ constexpr std::size_t countKeys(Object* (Manager::* /*operation*/)(Keys...)) {
 }
 
 /// Serves the instance and method operations of a CIM class over the live objects of its managed class. `Provider` is
-/// the class's provider, which derives from this; `SubjectType` is the managed class, const when its getters are const;
+/// the class's provider, which derives from this; `ManagedType` is the managed class, const when its getters are const;
 /// `InstalledManager` is the instance manager that `initialize` installs.
 ///
 /// A CIM error is an OpenWBEM::CIMException with the provider's source file; other exceptions of the framework and the
 /// accessors pass through. Request flags, property lists and passed-in classes are ignored.
-template <class Provider, class SubjectType, class InstalledManager>
+template <class Provider, class ManagedType, class InstalledManager>
 class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::CppInstanceProviderIFC {
   public:
-    using Object = std::remove_const_t<SubjectType>;
-    using Subject = SubjectType;
+    using Object = std::remove_const_t<ManagedType>;
+    using Managed = ManagedType;
     using Manager = typename Object::InstanceManager;
 
     /// The operations named after the class; the CIM operations call these.
     struct NamedOperations {
         /// Fills the instance with the object's properties and keys; a property that cannot be read is left out.
-        void (Provider::*toInstance)(const OpenWBEM::String& ns, Subject& object,
+        void (Provider::*toInstance)(const OpenWBEM::String& ns, Managed& object,
                                      OpenWBEM::CIMInstance& instance) const;
         /// Replaces the path's keys with the object's.
         void (Provider::*toPath)(const Object& object, OpenWBEM::CIMObjectPath& path) const;
@@ -61,7 +61,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     struct Definition {
         const char* className;
         const char* source;                           ///< the file that its CIM errors carry
-        std::vector<PropertyRow<Subject>> properties; ///< in the order in which instances show them
+        std::vector<PropertyRow<Managed>> properties; ///< in the order in which instances show them
         std::vector<MethodRow<Object>> methods;
         NamedOperations operations;
     };
@@ -174,9 +174,9 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
 
     // The bodies of the named operations.
 
-    void fill(Subject& object, OpenWBEM::CIMInstance& instance) const {
+    void fillInstance(Managed& object, OpenWBEM::CIMInstance& instance) const {
         OpenWBEM::CIMPropertyArray keys;
-        for (const PropertyRow<Subject>& row : definition().properties) {
+        for (const PropertyRow<Managed>& row : definition().properties) {
             OpenWBEM::CIMValue value(OpenWBEM::CIMNULL);
             QualifierArray qualifiers;
             if (row.readProperty(object, value, qualifiers) != Success) {
@@ -193,9 +193,9 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         instance.setKeys(keys);
     }
 
-    void fill(const Object& object, OpenWBEM::CIMObjectPath& path) const {
+    void fillPath(const Object& object, OpenWBEM::CIMObjectPath& path) const {
         OpenWBEM::CIMPropertyArray keys;
-        for (const PropertyRow<Subject>& row : definition().properties) {
+        for (const PropertyRow<Managed>& row : definition().properties) {
             if (!row.isKey()) {
                 continue;
             }
@@ -221,7 +221,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         requireSuccess(object.startChange(), SourceLine::kStartChange);
         const OpenWBEM::CIMPropertyArray properties = instance.getProperties();
         for (const OpenWBEM::CIMProperty& property : properties) {
-            const PropertyRow<Subject>* const row = writableRow(property.getName());
+            const PropertyRow<Managed>* const row = writableRow(property.getName());
             const OpenWBEM::CIMValue value = property.getValue();
             if (row != nullptr && value) {
                 requireSuccess(row->write(object, value, *row, definition().source), SourceLine::kSetter);
@@ -238,7 +238,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     const Provider& provider() const { return static_cast<const Provider&>(*this); }
 
     // Calls of the named operations.
-    void toInstance(const OpenWBEM::String& ns, Subject& object, OpenWBEM::CIMInstance& instance) const {
+    void toInstance(const OpenWBEM::String& ns, Managed& object, OpenWBEM::CIMInstance& instance) const {
         (provider().*definition().operations.toInstance)(ns, object, instance);
     }
     void toPath(const Object& object, OpenWBEM::CIMObjectPath& path) const {
@@ -274,8 +274,8 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         Object::getInstanceManager()->endIteration();
     }
 
-    static const PropertyRow<Subject>* writableRow(const OpenWBEM::String& name) {
-        for (const PropertyRow<Subject>& row : definition().properties) {
+    static const PropertyRow<Managed>* writableRow(const OpenWBEM::String& name) {
+        for (const PropertyRow<Managed>& row : definition().properties) {
             if (row.write != nullptr && name.equals(row.name)) {
                 return &row;
             }
@@ -288,7 +288,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     static Keys gatherKeys(KeyValue keyValue) {
         Keys keys;
         std::size_t filled = 0;
-        for (const PropertyRow<Subject>& row : definition().properties) {
+        for (const PropertyRow<Managed>& row : definition().properties) {
             if (row.isKey()) {
                 keys.at(filled++) = keyValue(row.name);
             }

@@ -59,19 +59,19 @@ void fromCIMValue(const OpenWBEM::CIMValue& from, unsigned int& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, bool& to);
 void fromCIMValue(const OpenWBEM::CIMValue& from, std::string& to);
 
-/// The types in an accessor's signature: `Subject` is the object it is called on, const for a const getter.
+/// The types in an accessor's signature: `Managed` is the object it is called on, const for a const getter.
 template <class Accessor>
 struct AccessorType;
 template <class Class, class Taken>
 struct AccessorType<int (Class::*)(Taken&, QualifierArray&) const> {
     using Object = Class;
-    using Subject = const Class;
+    using Managed = const Class;
     using Value = Taken;
 };
 template <class Class, class Taken>
 struct AccessorType<int (Class::*)(Taken&, QualifierArray&)> {
     using Object = Class;
-    using Subject = Class;
+    using Managed = Class;
     using Value = Taken;
 };
 template <class Class, class Taken>
@@ -87,16 +87,16 @@ struct KeyRow {
     int (*read)(const Object& object, OpenWBEM::CIMValue& value);
 };
 
-/// A property. `Subject` is the managed class, const when its getters are const.
-template <class Subject>
+/// A property. `Managed` is the managed class, const when its getters are const.
+template <class Managed>
 struct PropertyRow {
-    using Object = std::remove_const_t<Subject>;
+    using Object = std::remove_const_t<Managed>;
 
     const char* name;
     OpenWBEM::CIMDataType::Type type;
     Check check{};
     /// Calls the getter and, when it returns 0, makes the value. Null for a key.
-    int (*read)(Subject& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) = nullptr;
+    int (*read)(Managed& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) = nullptr;
     /// Checks the value and calls the setter; null when the property cannot be modified.
     int (*write)(Object& object, const OpenWBEM::CIMValue& value, const PropertyRow& row, const char* source) = nullptr;
     /// Like `read`, for a key; null for the others.
@@ -107,7 +107,7 @@ struct PropertyRow {
     PropertyRow(const KeyRow<Object>& key) : name(key.name), type(OpenWBEM::CIMDataType::STRING), readKey(key.read) {}
 
     bool isKey() const { return readKey != nullptr; }
-    int readProperty(Subject& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) const {
+    int readProperty(Managed& object, OpenWBEM::CIMValue& value, QualifierArray& qualifiers) const {
         return isKey() ? readKey(object, value) : read(object, value, qualifiers);
     }
 };
@@ -120,7 +120,7 @@ struct MethodRow {
 };
 
 template <auto Get>
-int readProperty(typename AccessorType<decltype(Get)>::Subject& object, OpenWBEM::CIMValue& value,
+int readProperty(typename AccessorType<decltype(Get)>::Managed& object, OpenWBEM::CIMValue& value,
                  QualifierArray& qualifiers) {
     typename AccessorType<decltype(Get)>::Value read{};
     const int status = (object.*Get)(read, qualifiers);
@@ -132,7 +132,7 @@ int readProperty(typename AccessorType<decltype(Get)>::Subject& object, OpenWBEM
 
 /// Parses the getter's text as a date-time; throws what CIMDateTime throws when it is not one.
 template <auto Get>
-int readDateTime(typename AccessorType<decltype(Get)>::Subject& object, OpenWBEM::CIMValue& value,
+int readDateTime(typename AccessorType<decltype(Get)>::Managed& object, OpenWBEM::CIMValue& value,
                  QualifierArray& qualifiers) {
     std::string read;
     const int status = (object.*Get)(read, qualifiers);
@@ -160,7 +160,7 @@ int writeProperty(typename AccessorType<decltype(Set)>::Object& object, const Op
 template <auto Get>
 auto readOnly(const char* name) {
     using Getter = AccessorType<decltype(Get)>;
-    return PropertyRow<typename Getter::Subject>(name, toCIMValue(typename Getter::Value{}).getType(),
+    return PropertyRow<typename Getter::Managed>(name, toCIMValue(typename Getter::Value{}).getType(),
                                                  &readProperty<Get>);
 }
 
@@ -171,13 +171,13 @@ auto readWrite(const char* name, Check check = Check::any()) {
                   "the getter and the setter of a property take values of one type");
     auto row = readOnly<Get>(name);
     row.check = check;
-    row.write = &writeProperty<Set, PropertyRow<typename Getter::Subject>>;
+    row.write = &writeProperty<Set, PropertyRow<typename Getter::Managed>>;
     return row;
 }
 
 template <auto Get>
 auto dateTime(const char* name) {
-    return PropertyRow<typename AccessorType<decltype(Get)>::Subject>(name, OpenWBEM::CIMDataType::DATETIME,
+    return PropertyRow<typename AccessorType<decltype(Get)>::Managed>(name, OpenWBEM::CIMDataType::DATETIME,
                                                                       &readDateTime<Get>);
 }
 

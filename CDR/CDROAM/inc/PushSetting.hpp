@@ -17,7 +17,7 @@ class PushSetting : public Access<Kind> {
     /// caller's value.
     PushSetting(const char* property, Entry entry, Literal absent = {}, Literal failed = {})
         : Access<Kind>(property, entry, "Push-"), absent_(absent), failed_(failed) {
-        this->keep(absent);
+        this->cacheLiteral(absent);
     }
 
     /// Reads the entry. For a text that is empty or has control characters it logs a warning and gives the default.
@@ -25,16 +25,16 @@ class PushSetting : public Access<Kind> {
     int get(Value& value) const {
         const std::uint32_t status = this->load();
         if (status == 0) {
-            this->show(absent_, value);
+            this->decodeOrReplace(absent_, value);
             return Success;
         }
         if (status == ZPO_REG_ENTRY_NOT_FOUND) {
             this->store(absent_);
-            this->showLiteral(absent_, value);
+            this->decodeLiteral(absent_, value);
             return Success;
         }
         this->logFailedRead(status);
-        this->showLiteral(failed_, value);
+        this->decodeLiteral(failed_, value);
         throw CFG_ReadError();
     }
 

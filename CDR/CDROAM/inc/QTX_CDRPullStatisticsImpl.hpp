@@ -12,35 +12,35 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
     explicit QTX_CDRPullStatisticsImpl(const std::string& name) : QTX_CDRPullStatistics(name) {}
 
     int getMostRecentSuccessfulTransfer(std::string& value, QualifierArray& q) const override {
-        return show(q, mostRecentSuccessfulTransfer_, value);
+        return getIfApplicable(q, mostRecentSuccessfulTransfer_, value);
     }
     int getIncludeMetricsFlag(bool& value, QualifierArray& q) const override {
         return setQulifier(q) == 0 ? cdroam::Success : includeMetricsFlag_.getOrCreate(value);
     }
     int setIncludeMetricsFlag(bool value) override { return includeMetricsFlag_.set(value); }
     int getNumberOfSuccessfulTransfers(unsigned int& value, QualifierArray& q) const override {
-        return show(q, numberOfSuccessfulTransfers_, value);
+        return getIfApplicable(q, numberOfSuccessfulTransfers_, value);
     }
     int getMostRecentFailedTransfer(std::string& value, QualifierArray& q) const override {
-        return show(q, mostRecentFailedTransfer_, value);
+        return getIfApplicable(q, mostRecentFailedTransfer_, value);
     }
     int getReasonForFailure(std::string& value, QualifierArray& q) const override {
-        return show(q, reasonForFailure_, value);
+        return getIfApplicable(q, reasonForFailure_, value);
     }
     int getNumberOfFailedTransfers(unsigned int& value, QualifierArray& q) const override {
-        return show(q, numberOfFailedTransfers_, value);
+        return getIfApplicable(q, numberOfFailedTransfers_, value);
     }
     int getLargestFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return show(q, largestFileTransferred_, value);
+        return getIfApplicable(q, largestFileTransferred_, value);
     }
     int getSmallestFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return show(q, smallestFileTransferred_, value);
+        return getIfApplicable(q, smallestFileTransferred_, value);
     }
     int getTotalNumberOfBytesTransferred(unsigned int& value, QualifierArray& q) const override {
-        return show(q, totalNumberOfBytesTransferred_, value);
+        return getIfApplicable(q, totalNumberOfBytesTransferred_, value);
     }
     int getTotalNumberOfFileTransferred(unsigned int& value, QualifierArray& q) const override {
-        return show(q, totalNumberOfFileTransferred_, value);
+        return getIfApplicable(q, totalNumberOfFileTransferred_, value);
     }
     /// Clears all statistics but the flag. Returns the number of calls so far.
     unsigned int Refresh() override;
@@ -52,7 +52,7 @@ class QTX_CDRPullStatisticsImpl : public QTX_CDRPullStatistics {
   private:
     /// Shows a statistic while the statistics apply.
     template <class Statistic, class Value>
-    int show(QualifierArray& qualifiers, const Statistic& statistic, Value& value) const {
+    int getIfApplicable(QualifierArray& qualifiers, const Statistic& statistic, Value& value) const {
         return setQulifier(qualifiers) == 0 ? cdroam::Success : statistic.get(value);
     }
 

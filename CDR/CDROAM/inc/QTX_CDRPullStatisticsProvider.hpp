@@ -9,8 +9,10 @@ class QTX_CDRPullStatisticsProvider
     : public cdroam::ClassProvider<QTX_CDRPullStatisticsProvider, const QTX_CDRPullStatistics,
                                    QTX_CDRPullStatisticsImplInstanceManager> {
   public:
-    void QTX_CDRPullStatisticsToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
-    void QTX_CDRPullStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    void QTX_CDRPullStatisticsToCIMInstance(const String&, Managed& from, CIMInstance& to) const {
+        fillInstance(from, to);
+    }
+    void QTX_CDRPullStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fillPath(from, to); }
     Object* getQTX_CDRPullStatisticsWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
     Object* getQTX_CDRPullStatisticsWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
     using ClassProvider::modifyInstance;

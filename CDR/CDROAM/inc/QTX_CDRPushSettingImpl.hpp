@@ -26,23 +26,27 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
 
     int getTransferType(unsigned char& value, QualifierArray&) override { return transferType_.get(value); }
     int setTransferType(unsigned char value) override;
-    int getIPAddress(std::string& value, QualifierArray& q) override { return show(q, ipAddress_, value); }
+    int getIPAddress(std::string& value, QualifierArray& q) override { return getIfApplicable(q, ipAddress_, value); }
     int setIPAddress(std::string value) override { return ipAddress_.set(value); }
-    int getUserName(std::string& value, QualifierArray& q) override { return show(q, userName_, value); }
+    int getUserName(std::string& value, QualifierArray& q) override { return getIfApplicable(q, userName_, value); }
     int setUserName(std::string value) override { return userName_.set(value); }
-    int getPassword(std::string& value, QualifierArray& q) override { return show(q, password_, value); }
+    int getPassword(std::string& value, QualifierArray& q) override { return getIfApplicable(q, password_, value); }
     int setPassword(std::string value) override { return password_.set(value); }
-    int getDestFolder(std::string& value, QualifierArray& q) override { return show(q, destFolder_, value); }
+    int getDestFolder(std::string& value, QualifierArray& q) override { return getIfApplicable(q, destFolder_, value); }
     int setDestFolder(std::string value) override { return destFolder_.set(value); }
-    int getNumRetry(unsigned int& value, QualifierArray& q) override { return show(q, numRetry_, value); }
+    int getNumRetry(unsigned int& value, QualifierArray& q) override { return getIfApplicable(q, numRetry_, value); }
     int setNumRetry(unsigned int value) override { return numRetry_.set(value); }
-    int getDeleteFlag(bool& value, QualifierArray& q) override { return show(q, deleteFlag_, value); }
+    int getDeleteFlag(bool& value, QualifierArray& q) override { return getIfApplicable(q, deleteFlag_, value); }
     int setDeleteFlag(bool value) override { return deleteFlag_.set(value); }
-    int getCompressFlag(bool& value, QualifierArray& q) override { return show(q, compressFlag_, value); }
+    int getCompressFlag(bool& value, QualifierArray& q) override { return getIfApplicable(q, compressFlag_, value); }
     int setCompressFlag(bool value) override { return compressFlag_.set(value); }
-    int getIncludeMetricsFlag(bool& value, QualifierArray& q) override { return show(q, includeMetricsFlag_, value); }
+    int getIncludeMetricsFlag(bool& value, QualifierArray& q) override {
+        return getIfApplicable(q, includeMetricsFlag_, value);
+    }
     int setIncludeMetricsFlag(bool value) override { return includeMetricsFlag_.set(value); }
-    int getTransferTime(std::string& value, QualifierArray& q) override { return show(q, transferTime_, value); }
+    int getTransferTime(std::string& value, QualifierArray& q) override {
+        return getIfApplicable(q, transferTime_, value);
+    }
     int setTransferTime(std::string value) override;
     int getTransferDayOfMonth(std::string& value, QualifierArray& qualifiers) override;
     int setTransferDayOfMonth(std::string value) override;
@@ -67,7 +71,7 @@ class QTX_CDRPushSettingImpl : public QTX_CDRPushSetting {
   private:
     /// Getter of a setting that applies to every type of push.
     template <class Setting, class Value>
-    int show(QualifierArray& qualifiers, const Setting& setting, Value& value) {
+    int getIfApplicable(QualifierArray& qualifiers, const Setting& setting, Value& value) {
         return setQulifier(qualifiers) == 0 ? cdroam::Success : setting.get(value);
     }
     int setDay(cdroam::PushSetting<cdroam::Latin1Text>& day, const std::string& value, int lowest, int highest);

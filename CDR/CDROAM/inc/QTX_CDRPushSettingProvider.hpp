@@ -8,8 +8,10 @@
 class QTX_CDRPushSettingProvider : public cdroam::ClassProvider<QTX_CDRPushSettingProvider, QTX_CDRPushSetting,
                                                                 QTX_CDRPushSettingImplInstanceManager> {
   public:
-    void QTX_CDRPushSettingToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
-    void QTX_CDRPushSettingToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    void QTX_CDRPushSettingToCIMInstance(const String&, Managed& from, CIMInstance& to) const {
+        fillInstance(from, to);
+    }
+    void QTX_CDRPushSettingToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fillPath(from, to); }
     Object* getQTX_CDRPushSettingWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
     Object* getQTX_CDRPushSettingWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
     using ClassProvider::modifyInstance;

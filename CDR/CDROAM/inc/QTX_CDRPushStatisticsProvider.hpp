@@ -9,8 +9,10 @@ class QTX_CDRPushStatisticsProvider
     : public cdroam::ClassProvider<QTX_CDRPushStatisticsProvider, const QTX_CDRPushStatistics,
                                    QTX_CDRPushStatisticsImplInstanceManager> {
   public:
-    void QTX_CDRPushStatisticsToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
-    void QTX_CDRPushStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    void QTX_CDRPushStatisticsToCIMInstance(const String&, Managed& from, CIMInstance& to) const {
+        fillInstance(from, to);
+    }
+    void QTX_CDRPushStatisticsToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fillPath(from, to); }
     Object* getQTX_CDRPushStatisticsWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
     Object* getQTX_CDRPushStatisticsWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
     using ClassProvider::modifyInstance;

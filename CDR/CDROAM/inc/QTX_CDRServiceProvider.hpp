@@ -8,8 +8,8 @@
 class QTX_CDRServiceProvider
     : public cdroam::ClassProvider<QTX_CDRServiceProvider, const QTX_CDRService, QTX_CDRServiceImplInstanceManager> {
   public:
-    void QTX_CDRServiceToCIMInstance(const String&, Subject& from, CIMInstance& to) const { fill(from, to); }
-    void QTX_CDRServiceToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fill(from, to); }
+    void QTX_CDRServiceToCIMInstance(const String&, Managed& from, CIMInstance& to) const { fillInstance(from, to); }
+    void QTX_CDRServiceToCIMObjectPath(const Object& from, CIMObjectPath& to) const { fillPath(from, to); }
     Object* getQTX_CDRServiceWithCIMObjectPath(const CIMObjectPath& path) const { return find(path); }
     Object* getQTX_CDRServiceWithCIMInstance(const CIMInstance& instance) const { return find(instance); }
     using ClassProvider::modifyInstance;

@@ -67,8 +67,8 @@ std::uint32_t writeText(const Entry& entry, const char* text);
 //   load, store      read the content from the registry and write it there; return the platform's status
 //   write            writes a property's value to the registry and the cache; returns the platform's status
 //   decode           converts content to the property's value
-//   fill             converts a literal to content
-//   isFit            whether the content may be shown
+//   setLiteral       converts a literal to content
+//   isDisplayable    whether the content may be shown
 
 /// One byte: an enumeration, a flag (0 is false, anything else true, true is stored as 1) or a number of which only the
 /// low-order byte is kept.
@@ -86,8 +86,8 @@ struct Byte {
     static void decode(const Cache& cache, Value& value) {
         value = static_cast<Value>(cache);
     }
-    static void fill(Cache& cache, Literal literal) { cache = literal; }
-    static constexpr bool isFit(const Cache& /*cache*/) { return true; }
+    static void setLiteral(Cache& cache, Literal literal) { cache = literal; }
+    static constexpr bool isDisplayable(const Cache& /*cache*/) { return true; }
 };
 
 /// Two bytes, the most significant first on every host.
@@ -98,8 +98,8 @@ struct Word {
     static std::uint32_t store(const Entry& entry, const Cache& cache) { return writeBytes(entry, cache.data(), 2); }
     static std::uint32_t write(const Entry& entry, Cache& cache, unsigned short value);
     static void decode(const Cache& cache, unsigned short& value);
-    static void fill(Cache& cache, Literal literal);
-    static constexpr bool isFit(const Cache& /*cache*/) { return true; }
+    static void setLiteral(Cache& cache, Literal literal);
+    static constexpr bool isDisplayable(const Cache& /*cache*/) { return true; }
 };
 
 /// An integer entry.
@@ -112,8 +112,8 @@ struct Integer {
         return store(entry, cache = value);
     }
     static void decode(const Cache& cache, unsigned int& value) { value = cache; }
-    static void fill(Cache& cache, Literal literal) { cache = literal; }
-    static constexpr bool isFit(const Cache& /*cache*/) { return true; }
+    static void setLiteral(Cache& cache, Literal literal) { cache = literal; }
+    static constexpr bool isDisplayable(const Cache& /*cache*/) { return true; }
 };
 
 /// Four bytes in the byte order of the host.
@@ -134,7 +134,7 @@ struct PackedDigits : Word {
     static std::uint32_t write(const Entry& entry, Cache& cache, const std::string& value);
     /// A stored half above 9 is not checked and becomes one of the characters after '9'.
     static void decode(const Cache& cache, std::string& value);
-    static void fill(Cache& cache, Literal literal) { cache = {0xF9, literal}; }
+    static void setLiteral(Cache& cache, Literal literal) { cache = {0xF9, literal}; }
 };
 
 /// A text, written unchanged and converted from ISO 8859-1 to UTF-8 when read. A text that could not be written is not
@@ -147,8 +147,8 @@ struct Latin1Text {
     static std::uint32_t write(const Entry& entry, Cache& cache, const std::string& value);
     static void decode(const Cache& cache, std::string& value) { value = cache.c_str(); }
     /// Null is the empty text.
-    static void fill(Cache& cache, Literal literal) { cache.assign(literal == nullptr ? "" : literal); }
-    static bool isFit(Cache& cache) { return isControlCharacter(cache.data()) == 0; }
+    static void setLiteral(Cache& cache, Literal literal) { cache.assign(literal == nullptr ? "" : literal); }
+    static bool isDisplayable(Cache& cache) { return isControlCharacter(cache.data()) == 0; }
 };
 
 } // namespace cdroam

@@ -15,18 +15,18 @@ class Setting : public Access<Kind> {
     /// Reads the entry. A failed read gives the kind's zero.
     template <class Value>
     int get(Value& value) const {
-        return show(this->load(), value);
+        return finishGet(this->load(), value);
     }
 
-    /// Like `get` after a `load` that returned `status`.
+    /// Like `get`, after a `load` that returned `status`.
     template <class Value>
-    int show(std::uint32_t status, Value& value) const {
+    int finishGet(std::uint32_t status, Value& value) const {
         if (status != 0) {
             this->logFailedRead(status);
-            this->showLiteral({}, value);
+            this->decodeLiteral({}, value);
             return ReadFailed;
         }
-        Access<Kind>::show({}, value);
+        this->decodeOrReplace({}, value);
         return Success;
     }
 

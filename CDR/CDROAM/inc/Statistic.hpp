@@ -15,7 +15,7 @@ class Statistic : public Setting<Kind> {
     template <class Value>
     int get(Value& value, const Value& unread = Value{}) const {
         const std::uint32_t status = this->load();
-        const int result = status == ZPO_REG_ENTRY_NOT_FOUND ? Success : this->show(status, value);
+        const int result = status == ZPO_REG_ENTRY_NOT_FOUND ? Success : this->finishGet(status, value);
         if (status != 0) {
             value = unread;
         }
@@ -27,10 +27,10 @@ class Statistic : public Setting<Kind> {
     int getOrCreate(Value& value) const {
         const std::uint32_t status = this->load();
         if (status != ZPO_REG_ENTRY_NOT_FOUND) {
-            return this->show(status, value);
+            return this->finishGet(status, value);
         }
         this->store({});
-        this->showLiteral({}, value);
+        this->decodeLiteral({}, value);
         return Success;
     }
 

@@ -36,7 +36,7 @@ int QTX_CDRServiceImpl::getReportType(unsigned char& value, QualifierArray& qual
 // The traces on standard output are fixed: support staff searches for them.
 int QTX_CDRServiceImpl::getAnswerSupervision(bool& value, QualifierArray& /*qualifiers*/) const {
     const std::uint32_t status = answerSupervision_.load();
-    const int result = answerSupervision_.show(status, value);
+    const int result = answerSupervision_.finishGet(status, value);
     if (status != 0) {
         (void)std::printf(" get AnswerSupervision error = %i\n", static_cast<int>(status));
     } else {

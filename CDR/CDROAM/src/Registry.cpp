@@ -16,7 +16,7 @@ constexpr const char* kComponent = "CDR";
 // Status of the latest access, for a debugger; no code reads it.
 std::atomic<std::uint32_t> ret{0};
 
-std::uint32_t noted(std::uint32_t status) {
+std::uint32_t remembered(std::uint32_t status) {
     ret.store(status, std::memory_order_relaxed);
     return status;
 }
@@ -53,25 +53,25 @@ void Text::assign(const char* text) {
 }
 
 std::uint32_t readBytes(const Entry& entry, void* buffer, std::uint32_t length) {
-    return noted(ZpoGetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
+    return remembered(ZpoGetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
 }
 
 std::uint32_t writeBytes(const Entry& entry, const void* buffer, std::uint32_t length) {
-    return noted(ZpoSetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
+    return remembered(ZpoSetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
 }
 
 std::uint32_t readInteger(const Entry& entry, std::uint32_t& value) {
-    return noted(ZpoGetRegEntryInt(kComponent, entry.section, entry.key, &value));
+    return remembered(ZpoGetRegEntryInt(kComponent, entry.section, entry.key, &value));
 }
 
 std::uint32_t writeInteger(const Entry& entry, std::uint32_t value) {
-    return noted(ZpoSetRegEntryInt(kComponent, entry.section, entry.key, value));
+    return remembered(ZpoSetRegEntryInt(kComponent, entry.section, entry.key, value));
 }
 
 std::uint32_t readText(const Entry& entry, Text& text) {
     std::array<char, kTextCapacity> stored{};
     const std::uint32_t status =
-        noted(ZpoGetRegEntryString(kComponent, entry.section, entry.key, stored.data(), stored.size()));
+        remembered(ZpoGetRegEntryString(kComponent, entry.section, entry.key, stored.data(), stored.size()));
     stored.back() = '\0';
     if (status != 0) {
         stored.front() = '\0';
@@ -81,7 +81,7 @@ std::uint32_t readText(const Entry& entry, Text& text) {
 }
 
 std::uint32_t writeText(const Entry& entry, const char* text) {
-    return noted(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
+    return remembered(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
 }
 
 unsigned char storedTransferType(unsigned char unread) {
@@ -90,7 +90,7 @@ unsigned char storedTransferType(unsigned char unread) {
 }
 
 std::uint32_t Word::write(const Entry& entry, Cache& cache, unsigned short value) {
-    fill(cache, value);
+    setLiteral(cache, value);
     return store(entry, cache);
 }
 
@@ -98,12 +98,12 @@ void Word::decode(const Cache& cache, unsigned short& value) {
     value = static_cast<unsigned short>(static_cast<unsigned>(cache[0]) << 8U | cache[1]);
 }
 
-void Word::fill(Cache& cache, Literal literal) {
+void Word::setLiteral(Cache& cache, Literal literal) {
     cache = {static_cast<unsigned char>(literal >> 8U), static_cast<unsigned char>(literal & 0xFFU)};
 }
 
 std::uint32_t PackedDigits::write(const Entry& entry, Cache& cache, const std::string& value) {
-    fill(cache, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
+    setLiteral(cache, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
     return store(entry, cache);
 }
 

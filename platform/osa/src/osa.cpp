@@ -27,7 +27,7 @@ constexpr std::chrono::milliseconds kShortestStep{1};
 constexpr std::chrono::milliseconds kLongestStep{20};
 
 template <class Work>
-std::uint32_t guarded(Work work) noexcept {
+std::uint32_t withoutThrowing(Work work) noexcept {
     try {
         return work();
     } catch (const std::exception&) {
@@ -45,15 +45,15 @@ class KnownQueues {
         byId_[identity.id] = identity;
     }
 
-    enum class Meeting { Never, Same, Other };
+    enum class Comparison { Unknown, Same, Other };
 
-    Meeting look(const QueueIdentity& identity) {
+    Comparison compare(const QueueIdentity& identity) {
         const std::lock_guard<std::mutex> lock(mutex);
         const auto known = byId_.find(identity.id);
         if (known == byId_.end()) {
-            return Meeting::Never;
+            return Comparison::Unknown;
         }
-        return known->second == identity ? Meeting::Same : Meeting::Other;
+        return known->second == identity ? Comparison::Same : Comparison::Other;
     }
 
   private:
@@ -71,10 +71,10 @@ std::uint32_t checkId(std::uint32_t id) {
     if (error != 0) {
         return error == EACCES ? OSA_NO_ACCESS : OSA_QUEUE_NOT_FOUND;
     }
-    const KnownQueues::Meeting meeting = knownQueues().look(present);
-    if (meeting != KnownQueues::Meeting::Never) {
+    const KnownQueues::Comparison comparison = knownQueues().compare(present);
+    if (comparison != KnownQueues::Comparison::Unknown) {
         // If the kernel has given the id to another queue, only a new look-up by name makes it valid again.
-        return meeting == KnownQueues::Meeting::Same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
+        return comparison == KnownQueues::Comparison::Same ? OSA_OK : OSA_QUEUE_NOT_FOUND;
     }
     QueueIdentity named;
     std::string name;
@@ -132,7 +132,7 @@ std::uint32_t receiveWithin(std::uint32_t id, Message& message, std::uint32_t si
 } // namespace
 
 uint32_t osQueueGetId(const char* name, uint32_t* id) {
-    return guarded([&]() -> std::uint32_t {
+    return withoutThrowing([&]() -> std::uint32_t {
         if (name == nullptr || id == nullptr) {
             return OSA_BAD_ARGUMENT;
         }
@@ -147,7 +147,7 @@ uint32_t osQueueGetId(const char* name, uint32_t* id) {
 }
 
 uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
-    return guarded([&]() -> std::uint32_t {
+    return withoutThrowing([&]() -> std::uint32_t {
         if (message == nullptr || length == 0 || length > OSA_MAX_MESSAGE) {
             return OSA_BAD_ARGUMENT;
         }
@@ -162,7 +162,7 @@ uint32_t osQueueSend(uint32_t id, const void* message, uint32_t length) {
 }
 
 uint32_t osQueueCreate(const char* name, uint32_t* id) {
-    return guarded([&]() -> std::uint32_t {
+    return withoutThrowing([&]() -> std::uint32_t {
         if (name == nullptr || id == nullptr) {
             return OSA_BAD_ARGUMENT;
         }
@@ -177,7 +177,7 @@ uint32_t osQueueCreate(const char* name, uint32_t* id) {
 }
 
 uint32_t osQueueReceive(uint32_t id, void* buffer, uint32_t size, uint32_t* length, int32_t timeoutMs) {
-    return guarded([&]() -> std::uint32_t {
+    return withoutThrowing([&]() -> std::uint32_t {
         if (buffer == nullptr || length == nullptr || size == 0) {
             return OSA_BAD_ARGUMENT;
         }
@@ -197,7 +197,7 @@ uint32_t osQueueReceive(uint32_t id, void* buffer, uint32_t size, uint32_t* leng
 }
 
 uint32_t osQueueDelete(uint32_t id) {
-    return guarded([&]() -> std::uint32_t {
+    return withoutThrowing([&]() -> std::uint32_t {
         const std::uint32_t status = checkId(id);
         return status == OSA_OK ? deleteQueue(static_cast<int>(id)) : status;
     });

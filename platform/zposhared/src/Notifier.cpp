@@ -30,7 +30,8 @@ constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call
 struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
-    std::optional<StoreCounters> told; ///< the events it has been told of; empty: the registry could not be read
+    std::optional<StoreCounters>
+        notified; ///< the events it has been notified of; empty: the registry could not be read
 };
 
 struct Call {
@@ -48,14 +49,14 @@ std::optional<StoreCounters> currentCounters() {
     return counters;
 }
 
-// How many events a registration has not been told of. In another store all are new; in a store that could not be read
-// before, at most one is.
+// How many events a registration has not been notified of. In another store all are new; in a store that could not be
+// read before, at most one is.
 std::uint64_t newEvents(const Registration& registration, const StoreCounters& now,
                         std::uint64_t StoreCounters::*count) {
-    if (!registration.told) {
+    if (!registration.notified) {
         return std::min<std::uint64_t>(now.*count, 1);
     }
-    const std::uint64_t before = registration.told->identity == now.identity ? (*registration.told).*count : 0;
+    const std::uint64_t before = registration.notified->identity == now.identity ? (*registration.notified).*count : 0;
     return now.*count > before ? std::min(now.*count - before, kMaxCallsAtOnce) : 0;
 }
 
@@ -155,7 +156,7 @@ class Notifier {
         for (auto& [name, registration] : registrations_) {
             addCalls(calls, registration, ZPO_EVENT_BACKUP, newEvents(registration, *now, &StoreCounters::backups));
             addCalls(calls, registration, ZPO_EVENT_RESTORE, newEvents(registration, *now, &StoreCounters::restores));
-            registration.told = now;
+            registration.notified = now;
         }
         return calls;
     }

@@ -254,7 +254,7 @@ std::string checkStoreHeads(int fd) {
     return problem.empty() && head.trees[0].pad != pageSize ? "damaged head page" : problem;
 }
 
-std::string checkStorePages(int fd, std::size_t transaction, bool& headGone) {
+std::string checkStorePages(int fd, std::size_t transaction, bool& headReplaced) {
     Head head{};
     std::string problem = readHead(fd, 0, head);
     if (problem.empty() && transaction % 2 == 1) {
@@ -263,8 +263,8 @@ std::string checkStorePages(int fd, std::size_t transaction, bool& headGone) {
     if (!problem.empty()) {
         return problem;
     }
-    headGone = head.transaction != transaction;
-    return headGone ? std::string() : PageWalk(fd, head).run();
+    headReplaced = head.transaction != transaction;
+    return headReplaced ? std::string() : PageWalk(fd, head).run();
 }
 
 } // namespace zpo

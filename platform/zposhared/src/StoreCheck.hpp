@@ -13,8 +13,8 @@ namespace zpo {
 std::string checkStoreHeads(int fd);
 
 /// Checks every page in use by transaction `transaction`, which the caller holds open for reading so that nobody reuses
-/// the pages. Returns what is wrong, or an empty text; sets `headGone` when the transaction's head page has been
+/// the pages. Returns what is wrong, or an empty text; sets `headReplaced` when the transaction's head page has been
 /// overwritten meanwhile and the caller should begin a new transaction.
-std::string checkStorePages(int fd, std::size_t transaction, bool& headGone);
+std::string checkStorePages(int fd, std::size_t transaction, bool& headReplaced);
 
 } // namespace zpo

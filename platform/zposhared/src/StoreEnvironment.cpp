@@ -144,15 +144,15 @@ std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
 std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
     mdb_filehandle_t fd = -1;
     mdb_env_get_fd(env_, &fd);
-    bool headGone = true;
-    for (int attempt = 0; headGone && attempt < kHeadAttempts; ++attempt) {
+    bool headReplaced = true;
+    for (int attempt = 0; headReplaced && attempt < kHeadAttempts; ++attempt) {
         MDB_txn* transaction = nullptr;
         int error = mdb_txn_begin(env_, nullptr, MDB_RDONLY, &transaction);
         if (error != 0) {
             return statusOfError(error);
         }
-        problem = checkStorePages(fd, mdb_txn_id(transaction), headGone);
-        if (problem.empty() && !headGone) {
+        problem = checkStorePages(fd, mdb_txn_id(transaction), headReplaced);
+        if (problem.empty() && !headReplaced) {
             error = mdb_dbi_open(transaction, nullptr, 0, &entries_);
         }
         mdb_txn_abort(transaction);
@@ -160,7 +160,7 @@ std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
             return problem.empty() ? statusOfError(error) : ZPO_REG_STORE_CORRUPT;
         }
     }
-    return headGone ? ZPO_REG_STORE_BUSY : ZPO_OK;
+    return headReplaced ? ZPO_REG_STORE_BUSY : ZPO_OK;
 }
 
 std::uint32_t StoreEnvironment::rememberFile() {

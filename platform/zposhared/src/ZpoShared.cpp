@@ -15,7 +15,7 @@ namespace {
 using namespace zpo;
 
 template <class Work>
-std::uint32_t guarded(std::uint32_t failure, Work work) noexcept {
+std::uint32_t withoutThrowing(std::uint32_t failure, Work work) noexcept {
     try {
         return work();
     } catch (const std::exception&) {
@@ -26,7 +26,7 @@ std::uint32_t guarded(std::uint32_t failure, Work work) noexcept {
 template <class Work>
 std::uint32_t onEntry(const char* component, const char* section, const char* key, const void* data,
                       Work work) noexcept {
-    return guarded(ZPO_REG_NO_RESOURCES, [&]() -> std::uint32_t {
+    return withoutThrowing(ZPO_REG_NO_RESOURCES, [&]() -> std::uint32_t {
         if (data == nullptr) {
             return ZPO_REG_BAD_ARGUMENT;
         }
@@ -82,28 +82,29 @@ uint32_t ZpoSetRegEntryInt(const char* component, const char* section, const cha
 
 uint32_t ZpoDiagRegisterModule(const char* moduleFile, const char* component, const char* moduleName,
                                const char* logFile, uint32_t* handle) {
-    return guarded(ZPO_DIAG_NO_RESOURCES,
-                   [&] { return registerModule(moduleFile, component, moduleName, logFile, handle); });
+    return withoutThrowing(ZPO_DIAG_NO_RESOURCES,
+                           [&] { return registerModule(moduleFile, component, moduleName, logFile, handle); });
 }
 
 uint32_t ZpoDiagAddLogEntry(uint32_t handle, int32_t category, int32_t level, int32_t identifier, const char* text) {
-    return guarded(ZPO_DIAG_NO_RESOURCES, [&] { return addLogEntry(handle, category, level, identifier, text); });
+    return withoutThrowing(ZPO_DIAG_NO_RESOURCES,
+                           [&] { return addLogEntry(handle, category, level, identifier, text); });
 }
 
 uint32_t ZpoDiagDeregisterModule(uint32_t handle) {
-    return guarded(ZPO_DIAG_NO_RESOURCES, [&] { return deregisterModule(handle); });
+    return withoutThrowing(ZPO_DIAG_NO_RESOURCES, [&] { return deregisterModule(handle); });
 }
 
 uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t, uint32_t, uint32_t) {
-    return guarded(ZPO_SCHED_NO_RESOURCES, [&] { return setTask(task); });
+    return withoutThrowing(ZPO_SCHED_NO_RESOURCES, [&] { return setTask(task); });
 }
 
 uint32_t ZpoGetScheduledTaskList(const char* path, ZpoScheduledTaskEntry** head, uint32_t) {
-    return guarded(ZPO_SCHED_NO_RESOURCES, [&] { return listTasks(path, head); });
+    return withoutThrowing(ZPO_SCHED_NO_RESOURCES, [&] { return listTasks(path, head); });
 }
 
 uint32_t ZpoDeleteScheduledTaskEx(ZpoScheduledTaskRecord record, uint32_t, uint32_t, uint32_t) {
-    return guarded(ZPO_SCHED_NO_RESOURCES, [&] { return deleteTask(record); });
+    return withoutThrowing(ZPO_SCHED_NO_RESOURCES, [&] { return deleteTask(record); });
 }
 
 void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
@@ -111,5 +112,5 @@ void ZpoDeallocateScheduledTaskList(ZpoScheduledTaskEntry* head) {
 }
 
 uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind) {
-    return guarded(ZPO_NOTIFY_NO_THREAD, [&] { return registerCallback(name, callback, kind); });
+    return withoutThrowing(ZPO_NOTIFY_NO_THREAD, [&] { return registerCallback(name, callback, kind); });
 }

@@ -183,9 +183,9 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
 }
 
 TEST(Exceptions, WithoutATextOrAnErrorAreErrors) {
-    const Outcome silent = outcomeOf([] { cimserver::guarded([] { throw std::runtime_error(""); }); });
+    const Outcome silent = outcomeOf([] { cimserver::asCimError([] { throw std::runtime_error(""); }); });
     EXPECT_TRUE(silent.code == 1 && silent.description == "general error") << silent.description;
-    const Outcome odd = outcomeOf([] { cimserver::guarded([] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }); });
+    const Outcome odd = outcomeOf([] { cimserver::asCimError([] { OW_THROWCIMMSG(CIMException::SUCCESS, "odd"); }); });
     EXPECT_TRUE(odd.code == 1 && odd.description == "no error (odd)") << odd.description;
 }
 

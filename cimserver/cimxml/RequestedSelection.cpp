@@ -1,4 +1,4 @@
-#include "cimserver/cimxml/InstanceReads.hpp"
+#include "cimserver/cimxml/RequestedSelection.hpp"
 
 #include "cimserver/cimxml/Arguments.hpp"
 
