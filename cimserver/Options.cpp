@@ -108,6 +108,10 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                 "let all requests into this provider at once, for it serialises them itself; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,
                      "how long a request waits for a provider that is busy");
+    declare.number("--provider-threads", options.providerThreads, 1, 64,
+                   "calls inside one concurrent provider at a time");
+    declare.number("--provider-queue", options.providerQueue, 1, 10'000, "requests that wait for one provider");
+    declare.duration("--slow-call", options.slowCall, "a call of a provider that takes longer is logged");
     declare.add("--provider-stdout", options.providerStdout, "WHERE",
                 "what providers print: to a FILE, to 'null', or 'inherit' standard output");
     declare.flag("--forward-unchanged", options.forwardUnchanged,
@@ -156,7 +160,8 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.duration("--write-timeout", limits.write, "for the client to take an answer");
     declare.duration("--linger-timeout", limits.linger, "after a closing answer");
     declare.duration("--stop-timeout", options.stopTimeout, "for requests under way when the server is stopped");
-    declare.number("--workers", options.http.workers, 1, 64, "threads that serve requests");
+    declare.number("--workers", options.http.workers, 1, 64,
+                   "threads that serve requests, beside those inside providers");
 }
 
 void declareAdministration(Declaration& declare, Options& options, Texts& texts) {

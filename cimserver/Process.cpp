@@ -1,6 +1,7 @@
 #include "cimserver/Process.hpp"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -63,7 +64,11 @@ Signals::Signals() {
     handle(SIGPIPE, ignore);
 }
 
-int Signals::next() {
+int Signals::next(std::chrono::milliseconds limit) {
+    pollfd wanted{read_.get(), POLLIN, 0};
+    if (::poll(&wanted, 1, static_cast<int>(limit.count())) != 1) { // also when interrupted: the next call finds it
+        return 0;
+    }
     unsigned char number = 0;
     while (::read(read_.get(), &number, 1) != 1) {
     }

@@ -1,6 +1,7 @@
 // What the server does to its process: signals, standard output, the lock of its state directory.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -25,8 +26,8 @@ class Descriptor {
 class Signals {
   public:
     Signals();
-    /// Waits for the next signal and returns its number.
-    int next();
+    /// Waits for the next signal and returns its number; 0 when there is none within `limit`.
+    int next(std::chrono::milliseconds limit);
 
   private:
     Descriptor read_;

@@ -63,7 +63,7 @@ std::string lineFor(const http::Request& request, std::string_view what) {
 Dispatcher::Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings)
     : cimom_(cimom), settings_(completed(std::move(settings))), enumerations_(settings_.enumerations) {}
 
-http::Response Dispatcher::handle(const http::Request& request) noexcept {
+http::Response Dispatcher::handle(const http::Request& request) {
     const auto start = std::chrono::steady_clock::now();
     try {
         http::Response response = answer(request);
@@ -73,6 +73,8 @@ http::Response Dispatcher::handle(const http::Request& request) noexcept {
         return response;
     } catch (const HttpError& error) {
         return refusal(error);
+    } catch (const Deferral&) {
+        throw;
     } catch (const std::exception& error) {
         log::write(log::Level::Error, "cimxml", error.what());
     } catch (...) {
@@ -110,6 +112,7 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     cimom::RequestContext context;
     context.user = request.identity.user;
     context.peer = request.peer;
+    context.operationName = quote(message.name());
     context.mayWrite = request.identity.mayWrite;
     AuditRecord audit(context, message.name(), message.nameSpace());
     const Operation* operation = findOperation(message);

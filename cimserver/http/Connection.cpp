@@ -33,17 +33,6 @@ const std::string& httpDate() {
     return text;
 }
 
-Response callHandler(const Application& application, const Request& request) {
-    try {
-        return application.handle(request);
-    } catch (const std::exception& error) {
-        log::write(log::Level::Error, "http", std::string("the handler failed: ") + error.what());
-    } catch (...) {
-        log::write(log::Level::Error, "http", "the handler failed");
-    }
-    return textResponse(500, "internal error");
-}
-
 } // namespace
 
 Services::Services(const Settings& from, Application to)
@@ -128,10 +117,11 @@ void Connection::onHead() {
     if (overCapacity_) {
         auto response = textResponse(503, "too many connections");
         response.fields.add("Retry-After", "1");
-        return answer(response, true);
+        return respond(response, true);
     }
     if (isHealthRequest(reader_.request())) {
-        return answerOrReadBody();
+        const auto& trouble = services_.application.trouble;
+        return refuse(healthResponse(trouble ? trouble() : std::string()));
     }
     login();
 }
@@ -210,12 +200,30 @@ void Connection::readBody() {
     }
 }
 
+/// Reads on meanwhile, to notice when the client leaves.
 void Connection::handle() {
-    auto work = [self = shared_from_this()] {
-        auto response = callHandler(self->services_.application, self->reader_.request());
-        asio::post(self->services_.io, [self, response = std::move(response)] { self->answer(response, false); });
-    };
-    asio::post(services_.workers, std::move(work));
+    abandoned_ = false;
+    read(nullptr);
+    post([self = shared_from_this()] {
+        std::string why;
+        try {
+            return self->services_.application.handle(self);
+        } catch (const std::exception& error) {
+            why = std::string(": ") + error.what();
+        } catch (...) { // whatever it is, the client gets an answer
+        }
+        log::write(log::Level::Error, "http", "the handler failed" + why);
+        self->answer(textResponse(500, "internal error"));
+    });
+}
+
+void Connection::answer(Response response) {
+    asio::post(services_.io,
+               [self = shared_from_this(), response = std::move(response)] { self->respond(response, false); });
+}
+
+void Connection::post(std::function<void()> task) {
+    services_.workers.post(std::move(task));
 }
 
 /// Answers before the body is read. A short body is read and dropped, so that the next request can follow; after a long
@@ -223,14 +231,14 @@ void Connection::handle() {
 void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
-    answer(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
+    respond(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
 }
 
 void Connection::fail(unsigned status, const std::string& text) {
-    answer(textResponse(status, text), true);
+    respond(textResponse(status, text), true);
 }
 
-void Connection::answer(const Response& response, bool closeAfter) {
+void Connection::respond(const Response& response, bool closeAfter) {
     if (phase_ == Phase::Closed) {
         return;
     }
@@ -317,17 +325,32 @@ void Connection::finish() {
 }
 
 void Connection::read(void (Connection::*next)()) {
-    stream_->read(input_.data(), input_.size(),
-                  [self = shared_from_this(), next, reading = ++reading_](const error_code& error, std::size_t size) {
-                      if (self->phase_ == Phase::Closed || reading != self->reading_) {
-                          return;
-                      }
-                      if (error) {
-                          return self->close();
-                      }
-                      self->reader_.feed({self->input_.data(), size});
-                      ((*self).*next)();
-                  });
+    next_ = next;
+    if (reading_) {
+        return;
+    }
+    reading_ = true;
+    stream_->read(input_.data(), input_.size(), [self = shared_from_this()](const error_code& error, std::size_t size) {
+        self->onRead(error, size);
+    });
+}
+
+void Connection::onRead(const error_code& error, std::size_t size) {
+    reading_ = false;
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    const auto next = std::exchange(next_, nullptr);
+    if (error && next == nullptr) {
+        abandoned_ = true; // the answer is tried all the same: the client may only have ended sending
+    } else if (error) {
+        close();
+    } else {
+        reader_.feed({input_.data(), size});
+        if (next != nullptr) {
+            (this->*next)();
+        }
+    }
 }
 
 void Connection::within(Milliseconds limit, std::function<void(Connection&)> action) {
@@ -347,7 +370,7 @@ void Connection::cancelTimer() {
 
 /// A time limit has passed. A read that is still pending is ignored when it ends.
 void Connection::timeOut(const char* what) {
-    ++reading_;
+    next_ = nullptr;
     services_.counters.timedOut();
     log::write(log::Level::Info, "http", peer_ + ": took too long over the " + what);
     const std::string_view phase = what;

@@ -4,6 +4,7 @@
 //                                     \-> refusal -> drain the body -> await, or close
 #pragma once
 
+#include "cimserver/common/Workers.hpp"
 #include "cimserver/http/Access.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
@@ -17,6 +18,7 @@
 #include <boost/asio/thread_pool.hpp>
 
 #include <array>
+#include <atomic>
 #include <functional>
 #include <memory>
 #include <string>
@@ -37,11 +39,11 @@ struct Services {
     bool stopping = false; ///< I/O thread only
     std::function<void(Connection&)> onClosed;
     boost::asio::io_context io{1};
-    boost::asio::thread_pool workers;
     boost::asio::thread_pool hasher{1};
+    Workers workers; ///< last: its tasks use all the others
 };
 
-class Connection : public std::enable_shared_from_this<Connection> {
+class Connection : public Exchange, public std::enable_shared_from_this<Connection> {
   public:
     /// With `overCapacity` the first request is answered with 503.
     Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
@@ -52,6 +54,11 @@ class Connection : public std::enable_shared_from_this<Connection> {
     void stop();
     /// Closes now, whatever is under way.
     void close();
+
+    const Request& request() const override { return reader_.request(); }
+    bool abandoned() const override { return abandoned_; }
+    void answer(Response response) override;
+    void post(std::function<void()> task) override;
 
   private:
     enum class Phase { Idle, Busy, Closed };
@@ -70,13 +77,15 @@ class Connection : public std::enable_shared_from_this<Connection> {
 
     void refuse(const Response& response);
     void fail(unsigned status, const std::string& text);
-    void answer(const Response& response, bool closeAfter);
+    void respond(const Response& response, bool closeAfter);
     void onAnswered(bool closeAfter);
     void drain();
     void finish();
 
-    /// Reads once, then calls `next`; closes when the client has closed.
+    /// Reads once, then calls `next`; closes when the client has closed. One read at a time is under way; another call
+    /// only changes what comes next.
     void read(void (Connection::*next)());
+    void onRead(const boost::system::error_code& error, std::size_t size);
     /// Writes output_, then calls `next`.
     void write(std::function<void(Connection&)> next);
     /// Calls `action` when `limit` passes before the next call of within() or cancelTimer().
@@ -90,13 +99,15 @@ class Connection : public std::enable_shared_from_this<Connection> {
     std::unique_ptr<Stream> stream_;
     RequestReader reader_;
     boost::asio::steady_timer timer_;
-    unsigned timing_ = 0;  ///< number of the timer's present use; an earlier one that fires late is ignored
-    unsigned reading_ = 0; ///< the same for reads
+    unsigned timing_ = 0; ///< number of the timer's present use; an earlier one that fires late is ignored
+    bool reading_ = false;
+    void (Connection::*next_)() = nullptr; ///< after the present read; null: nothing
     std::string address_;
     std::string peer_;
     bool overCapacity_;
     Phase phase_ = Phase::Idle;
     bool bodyUnread_ = false;
+    std::atomic<bool> abandoned_{false}; ///< the client closed while the application had the request
     Clock::time_point began_{};
     std::string output_;
     std::array<char, 8192> input_; // not initialised: an idle connection does not touch its pages

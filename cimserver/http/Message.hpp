@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -53,14 +54,29 @@ struct ShownBodies {
 
 using Mask = std::function<ShownBodies(const Request&, const Response&)>;
 
+/// A request under way. All members may be called from any thread.
+class Exchange {
+  public:
+    virtual ~Exchange() = default;
+    virtual const Request& request() const = 0;
+    /// True when the client has closed its side. It may only have ended sending, and still read the answer.
+    virtual bool abandoned() const = 0;
+    /// To be called once; the request is not to be used afterwards.
+    virtual void answer(Response response) = 0;
+    /// Runs the task on a worker.
+    virtual void post(std::function<void()> task) = 0;
+};
+
 /// What is served.
 struct Application {
-    /// Answers one request. Called on worker threads, several at a time; an exception becomes HTTP 500.
-    std::function<Response(const Request&)> handle;
+    /// Answers one request, now or later. Called on workers, several at a time; an exception becomes HTTP 500.
+    std::function<void(const std::shared_ptr<Exchange>&)> handle;
     /// The answer to OPTIONS; the transport adds Allow.
     Response options{};
     /// Masks secrets for the dump. Called on the I/O thread; without it a dump shows no bodies.
     Mask mask{};
+    /// What is wrong with the server, for /health; empty when nothing is.
+    std::function<std::string()> trouble{};
 };
 
 } // namespace cimserver::http

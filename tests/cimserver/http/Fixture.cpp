@@ -28,7 +28,8 @@ Response ServerTest::handle(const Request& request) {
 
 void ServerTest::start(bool tls) {
     settings_.listeners = {{"127.0.0.1", 0, tls}};
-    Application application{[this](const Request& request) { return handle(request); }};
+    Application application{
+        [this](const std::shared_ptr<Exchange>& exchange) { exchange->answer(handle(exchange->request())); }};
     application.options.fields.add("X-Offers", "all\r\nX-Forged: yes");
     application.mask = [](const Request& request, const Response& response) -> ShownBodies {
         return {"shown of " + request.method, "shown of " + std::to_string(response.status)};

@@ -1,0 +1,90 @@
+#include "cimserver/common/Workers.hpp"
+
+#include "cimserver/common/Log.hpp"
+
+#include <system_error>
+#include <utility>
+
+namespace cimserver {
+namespace {
+
+thread_local Workers* countedIn = nullptr; // the workers that this thread counts among
+
+} // namespace
+
+Workers::~Workers() {
+    std::deque<std::function<void()>> dropped; // destroyed without the lock: tasks own things
+    {
+        const std::lock_guard lock(mutex_);
+        ending_ = true;
+        dropped.swap(tasks_);
+    }
+    changed_.notify_all();
+    for (auto& thread : threads_) {
+        thread.join();
+    }
+}
+
+void Workers::post(std::function<void()> task) {
+    const std::lock_guard lock(mutex_);
+    tasks_.push_back(std::move(task));
+    employ();
+}
+
+/// Finds a thread for the next task; the lock is held.
+void Workers::employ() {
+    if (!hasWork() || ending_) {
+        return;
+    }
+    if (idle_ > 0) {
+        return changed_.notify_one();
+    }
+    try {
+        threads_.emplace_back([this] { run(); });
+    } catch (const std::system_error& error) { // the task waits for one of the threads there are
+        log::write(log::Level::Error, "workers", std::string("cannot start a thread: ") + error.what());
+    }
+}
+
+void Workers::run() {
+    std::unique_lock lock(mutex_);
+    for (;;) {
+        ++idle_;
+        changed_.wait(lock, [this] { return ending_ || hasWork(); });
+        --idle_;
+        if (ending_) {
+            return;
+        }
+        auto task = std::move(tasks_.front());
+        tasks_.pop_front();
+        ++busy_;
+        employ();
+        lock.unlock();
+        countedIn = this;
+        task();
+        task = nullptr;
+        countedIn = nullptr;
+        lock.lock();
+        --busy_;
+    }
+}
+
+Workers::Aside::Aside() : workers_(std::exchange(countedIn, nullptr)) {
+    if (workers_ != nullptr) {
+        const std::lock_guard lock(workers_->mutex_);
+        --workers_->busy_;
+        workers_->employ();
+    }
+}
+
+Workers::Aside::Aside(Aside&& other) noexcept : workers_(std::exchange(other.workers_, nullptr)) {}
+
+Workers::Aside::~Aside() {
+    if (workers_ != nullptr) {
+        const std::lock_guard lock(workers_->mutex_);
+        ++workers_->busy_;
+        countedIn = workers_;
+    }
+}
+
+} // namespace cimserver

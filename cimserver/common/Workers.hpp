@@ -1,0 +1,54 @@
+// The threads that serve requests.
+#pragma once
+
+#include <condition_variable>
+#include <deque>
+#include <functional>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace cimserver {
+
+/// Runs tasks on a fixed number of threads, plus one for each task that has stepped aside. Threads are made when they
+/// are needed and kept.
+class Workers {
+  public:
+    explicit Workers(unsigned count) : count_(count) {}
+    /// Drops tasks that have not begun and waits for the others.
+    ~Workers();
+    Workers(const Workers&) = delete;
+    Workers& operator=(const Workers&) = delete;
+
+    /// From any thread. A task must not throw.
+    void post(std::function<void()> task);
+
+    /// While it lives, the calling thread does not count as a worker, so that another serves in its place: for calls
+    /// that may take any time. Without effect within another one, and on a thread that is no worker.
+    class Aside {
+      public:
+        Aside();
+        Aside(Aside&& other) noexcept;
+        Aside& operator=(Aside&&) = delete;
+        ~Aside();
+
+      private:
+        Workers* workers_;
+    };
+
+  private:
+    bool hasWork() const { return !tasks_.empty() && busy_ < count_; }
+    void run();
+    void employ();
+
+    const unsigned count_;
+    std::mutex mutex_; ///< guards the members below
+    std::condition_variable changed_;
+    std::deque<std::function<void()>> tasks_;
+    std::vector<std::thread> threads_;
+    unsigned busy_ = 0; ///< threads with a task that have not stepped aside
+    unsigned idle_ = 0;
+    bool ending_ = false;
+};
+
+} // namespace cimserver
