@@ -125,6 +125,8 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         .add("--listen", texts.listen, "ADDR:PORT",
              "listen here; repeatable; http:// or https:// may stand before it; port 0: any free port")
         ->default_str("127.0.0.1:5988");
+    declare.add("--host-name", http.hostNames, "NAME",
+                "a name of this host that clients may use without users; repeatable");
     declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
     declare.add("--user-file", http.login.userFile, "FILE", "ask for a user of this file (see cimserver-passwd)");
     declare.add("--realm", http.login.realm, "TEXT", "the name clients show when they ask for a password");
@@ -147,7 +149,11 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.group("Limits");
     declare.size("--max-head", limits.headBytes, "bytes of a request's head");
     declare.size("--max-body", limits.bodyBytes, "bytes of a request's body");
+    declare.size("--max-memory", limits.memory, "bytes of all requests and of answers not yet taken");
     declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
+    declare.number("--max-peer-connections", limits.peerConnections, 0, 100'000, "of one address; 0: a quarter of all");
+    declare.number("--max-loopback-connections", limits.loopbackConnections, 0, 100'000,
+                   "of one address of this host; 0: half of all");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
     declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
     declare.number("--max-enumerations", options.enumerations, 1, 10'000,

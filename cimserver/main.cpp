@@ -13,6 +13,7 @@
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -102,6 +103,7 @@ class CimSide {
         settings.xml.elements = options.xmlElements;
         settings.xml.depth = options.xmlDepth;
         settings.enumerations.count = options.enumerations;
+        settings.enumerations.bytes = options.http.limits.memory / 4;
         return settings;
     }
     /// Throws OptionsError when the option names a provider that does not exist.
@@ -191,6 +193,14 @@ void followSignals(Signals& signals, http::Server& server, CimSide& cim) {
     }
 }
 
+/// Gives large texts back to the system as soon as they are freed, instead of keeping room for them in the heap.
+void boundHeap() {
+#ifdef __GLIBC__
+    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+    ::mallopt(M_ARENA_MAX, 2);
+#endif
+}
+
 int serve(const Options& options) {
     Signals signals;
     const auto output = redirectStandardOutput(options.providerStdout);
@@ -230,6 +240,7 @@ int fail(Exit status, const char* text, bool logFile) {
 
 int main(int argc, char** argv) {
     bool logFile = false;
+    boundHeap();
     try {
         const auto options = parseOptions(argc, argv);
         if (!options) {

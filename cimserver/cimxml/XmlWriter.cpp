@@ -1,6 +1,8 @@
 #include "cimserver/cimxml/XmlWriter.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Utf8.hpp"
 
 namespace cimserver::cimxml {
@@ -33,6 +35,9 @@ std::string_view reference(char c, bool attribute) {
     }
 }
 
+constexpr std::size_t kUnaccounted = 65536;
+constexpr std::size_t kMargin = 16384; // for what is written between two elements
+
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 } // namespace
@@ -44,7 +49,22 @@ void XmlWriter::endTag() {
     }
 }
 
+/// Lets a long text grow only by what the account has, with old and new copy counted.
+void XmlWriter::account(std::size_t more) {
+    const auto size = text_.size() + more;
+    if (memory_ == nullptr || size < kUnaccounted || size + kMargin < text_.capacity()) {
+        return;
+    }
+    if (!memory_->grow(2 * size)) {
+        throw CimError(Status::ServerLimitsExceeded, "the answer is too long");
+    }
+    text_.reserve(2 * size);
+    memory_->shrink(accounted_);
+    accounted_ = 2 * size;
+}
+
 void XmlWriter::open(std::string_view name) {
+    account(name.size());
     endTag();
     text_ += '<';
     text_ += name;
@@ -72,6 +92,7 @@ void XmlWriter::characters(std::string_view data) {
 }
 
 void XmlWriter::raw(std::string_view markup) {
+    account(markup.size());
     endTag();
     text_ += markup;
 }

@@ -9,6 +9,7 @@
 #include <boost/asio/post.hpp>
 #include <boost/beast/http/status.hpp>
 
+#include <algorithm>
 #include <ctime>
 
 namespace cimserver::http {
@@ -36,16 +37,18 @@ const std::string& httpDate() {
 } // namespace
 
 Services::Services(const Settings& from, Application to)
-    : settings(from), application(std::move(to)), access(from.login), workers(from.workers) {
+    : settings(from), application(std::move(to)), access(from.login), memory(from.limits.memory),
+      workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
 }
 
-Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
-                       bool overCapacity)
-    : services_(services), stream_(std::move(stream)), reader_(services.settings.limits), timer_(services.io),
-      address_(std::move(address)), peer_(address_ + ":" + port), overCapacity_(overCapacity) {}
+Connection::Connection(Services& services, std::unique_ptr<Stream> stream, const Sender& sender, bool overCapacity)
+    : services_(services), stream_(std::move(stream)), memory_(services.memory, sender.peer),
+      reader_(services.settings.limits), timer_(services.io), number_(sender.number), address_(sender.address),
+      peer_(address_ + ":" + sender.port), overCapacity_(overCapacity),
+      admittedBy_(Clock::now() + services.settings.limits.firstByte + services.settings.limits.idle) {}
 
 void Connection::start() {
     within(services_.settings.limits.firstByte, [](Connection& self) { self.timeOut("handshake"); });
@@ -82,8 +85,14 @@ void Connection::await(Milliseconds limit) {
     phase_ = Phase::Idle;
     reader_.reset();
     reader_.request().peer = peer_;
+    reader_.request().memory = &memory_;
+    memory_.release();
     if (reader_.hasInput()) { // the client sent the next request without waiting
         return onInput();
+    }
+    if (!admitted_) { // health requests do not keep it open
+        const auto left = std::chrono::floor<Milliseconds>(admittedBy_ - Clock::now());
+        limit = std::clamp(left, Milliseconds(0), limit);
     }
     within(limit, [](Connection& self) { self.close(); });
     read(&Connection::onInput);
@@ -118,6 +127,10 @@ void Connection::onHead() {
         auto response = textResponse(503, "too many connections");
         response.fields.add("Retry-After", "1");
         return respond(response, true);
+    }
+    if (!services_.access.enabled() && !isForThisHost(reader_.request(), services_.settings.hostNames)) {
+        services_.refusals.write(address_ + ": the Host of the request is unknown", Clock::now());
+        return refuse(textResponse(421, "without users, only addresses and known names are served (--host-name)"));
     }
     if (isHealthRequest(reader_.request())) {
         const auto& trouble = services_.application.trouble;
@@ -156,6 +169,7 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
         return;
     }
     if (identity) {
+        admitted_ = true;
         reader_.request().identity = *identity;
         return answerOrReadBody();
     }
@@ -202,7 +216,6 @@ void Connection::readBody() {
 
 /// Reads on meanwhile, to notice when the client leaves.
 void Connection::handle() {
-    abandoned_ = false;
     read(nullptr);
     post([self = shared_from_this()] {
         std::string why;
@@ -218,8 +231,9 @@ void Connection::handle() {
 }
 
 void Connection::answer(Response response) {
-    asio::post(services_.io,
-               [self = shared_from_this(), response = std::move(response)] { self->respond(response, false); });
+    asio::post(services_.io, [self = shared_from_this(), response = std::move(response)]() mutable {
+        self->respond(std::move(response), false);
+    });
 }
 
 void Connection::post(std::function<void()> task) {
@@ -238,26 +252,42 @@ void Connection::fail(unsigned status, const std::string& text) {
     respond(textResponse(status, text), true);
 }
 
-void Connection::respond(const Response& response, bool closeAfter) {
+void Connection::respond(Response response, bool closeAfter) {
     if (phase_ == Phase::Closed) {
         return;
+    }
+    if (memory_.refused() || !memory_.hold(reader_.held() + response.body.capacity())) {
+        services_.refusals.write(address_ + ": no memory for its request or the answer", Clock::now());
+        response = textResponse(503, "the memory for requests and answers is used up (--max-memory)");
+        response.fields.add("Retry-After", "1");
     }
     services_.counters.answered(response.status, Clock::now() - began_);
     logAnswer(response);
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
-    output_ = serialise(response, closeAfter);
+    output_ = serialiseHead(response, closeAfter);
+    if (reader_.request().method == "HEAD") {
+        response.body.clear();
+    }
+    if (response.body.size() <= kKeptOutput) {
+        output_ += response.body;
+    } else {
+        body_ = std::move(response.body);
+    }
+    reader_.dropBody();
+    memory_.hold(reader_.held() + output_.capacity() + body_.capacity());
     within(services_.settings.limits.write, [](Connection& self) { self.timeOut("answer"); });
     write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
 }
 
 void Connection::write(std::function<void(Connection&)> next) {
-    stream_->write(output_, [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
-        if (error) {
-            return self->close();
-        }
-        next(*self);
-    });
+    stream_->write(output_, body_,
+                   [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
+                       if (error) {
+                           return self->close();
+                       }
+                       next(*self);
+                   });
 }
 
 void Connection::logAnswer(const Response& response) const {
@@ -272,9 +302,9 @@ void Connection::logAnswer(const Response& response) const {
     }
 }
 
-std::string Connection::serialise(const Response& response, bool closeAfter) const {
+std::string Connection::serialiseHead(const Response& response, bool closeAfter) const {
     std::string text;
-    text.reserve(response.body.size() + 512);
+    text.reserve(std::min(response.body.size(), kKeptOutput) + 512);
     text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ");
     text += obsolete_reason(boost::beast::http::int_to_status(response.status)).to_string();
     text.append("\r\nDate: ").append(httpDate()).append("\r\n");
@@ -288,16 +318,12 @@ std::string Connection::serialise(const Response& response, bool closeAfter) con
         text += "Connection: keep-alive\r\n";
     }
     text.append("Content-Length: ").append(std::to_string(response.body.size())).append("\r\n\r\n");
-    if (reader_.request().method != "HEAD") {
-        text += response.body;
-    }
     return text;
 }
 
 void Connection::onAnswered(bool closeAfter) {
-    if (output_.capacity() > kKeptOutput) {
-        output_ = std::string();
-    }
+    output_ = std::string();
+    body_ = std::string();
     if (closeAfter) {
         return finish();
     }
@@ -320,13 +346,19 @@ void Connection::drain() {
 }
 
 void Connection::finish() {
+    if (abandoned_) { // nothing more can come
+        return close();
+    }
     within(services_.settings.limits.linger, [](Connection& self) { self.close(); });
     stream_->finish([self = shared_from_this()](const error_code&, std::size_t) { self->close(); });
 }
 
 void Connection::read(void (Connection::*next)()) {
     next_ = next;
-    if (reading_) {
+    if (abandoned_ && next != nullptr) {
+        return close();
+    }
+    if (reading_ || abandoned_) {
         return;
     }
     reading_ = true;
@@ -347,7 +379,9 @@ void Connection::onRead(const error_code& error, std::size_t size) {
         close();
     } else {
         reader_.feed({input_.data(), size});
-        if (next != nullptr) {
+        if (next != nullptr && !memory_.hold(reader_.held())) {
+            respond(Response(), true);
+        } else if (next != nullptr) {
             (this->*next)();
         }
     }

@@ -4,11 +4,13 @@
 //                                     \-> refusal -> drain the body -> await, or close
 #pragma once
 
+#include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Workers.hpp"
 #include "cimserver/http/Access.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
 #include "cimserver/http/Message.hpp"
+#include "cimserver/http/RefusalLog.hpp"
 #include "cimserver/http/RequestReader.hpp"
 #include "cimserver/http/Settings.hpp"
 #include "cimserver/http/Stream.hpp"
@@ -35,19 +37,32 @@ struct Services {
     Application application;
     Access access;
     Counters counters;
+    MemoryBudget memory;
     std::unique_ptr<Dump> dump;
-    bool stopping = false; ///< I/O thread only
+    RefusalLog refusals; ///< I/O thread only, and so the next
+    bool stopping = false;
     std::function<void(Connection&)> onClosed;
     boost::asio::io_context io{1};
     boost::asio::thread_pool hasher{1};
     Workers workers; ///< last: its tasks use all the others
 };
 
+/// Who opened a connection.
+struct Sender {
+    std::uint64_t number; ///< of the connection
+    std::string address;
+    std::string port;
+    std::string peer; ///< whose share of the memory it uses: the address, or the network of an IPv6 address
+};
+
 class Connection : public Exchange, public std::enable_shared_from_this<Connection> {
   public:
     /// With `overCapacity` the first request is answered with 503.
-    Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
-               bool overCapacity);
+    Connection(Services& services, std::unique_ptr<Stream> stream, const Sender& sender, bool overCapacity);
+
+    std::uint64_t number() const { return number_; }
+    /// True for an idle connection that never had a request by a user (by anybody, without users).
+    bool isDispensable() const { return phase_ == Phase::Idle && !admitted_; }
 
     void start();
     /// Closes now between requests, else after the answer under way.
@@ -77,7 +92,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
 
     void refuse(const Response& response);
     void fail(unsigned status, const std::string& text);
-    void respond(const Response& response, bool closeAfter);
+    void respond(Response response, bool closeAfter);
     void onAnswered(bool closeAfter);
     void drain();
     void finish();
@@ -86,30 +101,35 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     /// only changes what comes next.
     void read(void (Connection::*next)());
     void onRead(const boost::system::error_code& error, std::size_t size);
-    /// Writes output_, then calls `next`.
+    /// Writes output_ and body_, then calls `next`.
     void write(std::function<void(Connection&)> next);
     /// Calls `action` when `limit` passes before the next call of within() or cancelTimer().
     void within(Milliseconds limit, std::function<void(Connection&)> action);
     void cancelTimer();
     void timeOut(const char* what);
     void logAnswer(const Response& response) const;
-    std::string serialise(const Response& response, bool closeAfter) const;
+    std::string serialiseHead(const Response& response, bool closeAfter) const;
 
     Services& services_;
     std::unique_ptr<Stream> stream_;
+    MemoryAccount memory_;
     RequestReader reader_;
     boost::asio::steady_timer timer_;
     unsigned timing_ = 0; ///< number of the timer's present use; an earlier one that fires late is ignored
     bool reading_ = false;
     void (Connection::*next_)() = nullptr; ///< after the present read; null: nothing
+    const std::uint64_t number_;
     std::string address_;
     std::string peer_;
     bool overCapacity_;
+    bool admitted_ = false;        ///< had a request whose sender may be here
+    Clock::time_point admittedBy_; ///< the end of the connection, unless it has had one
     Phase phase_ = Phase::Idle;
     bool bodyUnread_ = false;
-    std::atomic<bool> abandoned_{false}; ///< the client closed while the application had the request
+    std::atomic<bool> abandoned_{false}; ///< the client's end was read while the application had a request
     Clock::time_point began_{};
-    std::string output_;
+    std::string output_;           ///< the answer's head, with a small body
+    std::string body_;             ///< a large one
     std::array<char, 8192> input_; // not initialised: an idle connection does not touch its pages
 };
 

@@ -8,6 +8,10 @@
 #include <utility>
 #include <vector>
 
+namespace cimserver {
+class MemoryAccount;
+}
+
 namespace cimserver::http {
 
 /// Who sent a request, as far as the transport established it.
@@ -37,6 +41,7 @@ struct Request {
     std::string body;
     std::string peer; ///< address and port for logs, e.g. "127.0.0.1:41234"
     Identity identity;
+    MemoryAccount* memory = nullptr; ///< of the request and its answer, if the transport keeps one
 };
 
 /// An answer; the transport adds Content-Length, Connection and Date.

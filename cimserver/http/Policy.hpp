@@ -12,6 +12,10 @@ namespace cimserver::http {
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
 
+/// Whether the request is for this server, as Host and an absolute target tell: an IP address, "localhost" or one of
+/// the names. A web page could reach the server by a name of its own that its owner made lead here.
+bool isForThisHost(const Request& request, const std::vector<std::string>& hostNames);
+
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 /// Its answer: "ok", or what is wrong.

@@ -1,9 +1,13 @@
 #include "cimserver/http/RequestReader.hpp"
 
+#include "cimserver/common/Text.hpp"
+
 #include <boost/beast/http/parser.hpp>
 #include <boost/beast/http/string_body.hpp>
 
+#include <algorithm>
 #include <limits>
+#include <map>
 
 namespace cimserver::http {
 
@@ -33,6 +37,18 @@ ReadError readErrorOf(const beast::error_code& error, bool knowsTarget) {
     return {400, "not a well-formed HTTP request: " + error.message()};
 }
 
+/// True for fields with one value that the answer depends on. Those of CIM have a prefix in an M-POST request ("73-").
+bool decides(std::string_view name) {
+    const bool prefixed = name.size() > 3 && name[2] == '-' && name[0] >= '0' && name[0] <= '9';
+    if (equalsIgnoringCase(name.substr(prefixed ? 3 : 0, 3), "CIM")) {
+        return true;
+    }
+    constexpr std::string_view kNames[] = {"Accept",       "Authorization", "Content-Encoding",
+                                           "Content-Type", "Expect",        "Man"};
+    return std::any_of(std::begin(kNames), std::end(kNames),
+                       [name](std::string_view one) { return equalsIgnoringCase(one, name); });
+}
+
 } // namespace
 
 RequestReader::RequestReader(const Limits& limits) : limits_(limits), parser_(std::make_unique<Parser>()) {
@@ -55,6 +71,15 @@ void RequestReader::reset() {
 bool RequestReader::hasInput() {
     buffer_.erase(0, buffer_.find_first_not_of("\r\n"));
     return !buffer_.empty();
+}
+
+std::size_t RequestReader::held() const {
+    return buffer_.size() + parser_->now->get().body().size() + request_.body.size();
+}
+
+void RequestReader::dropBody() {
+    request_.body = std::string();
+    parser_->now->get().body() = std::string();
 }
 
 RequestReader::Progress RequestReader::readHead() {
@@ -80,8 +105,7 @@ void RequestReader::takeHead() {
     request_.version = message.version();
     for (const auto& field : message) {
         if (field.name() == beast::http::field::authorization) {
-            // A proxy may have checked either of two, so both are replaced by a value that is refused as malformed.
-            authorization_ = authorization_ ? "Basic" : std::string(field.value());
+            authorization_ = std::string(field.value());
         } else {
             request_.fields.add(std::string(field.name_string()), std::string(field.value()));
         }
@@ -96,6 +120,25 @@ void RequestReader::takeHead() {
     parser_->headDone = true;
     parser.body_limit(limits_.bodyBytes);
     parser.eager(true);
+}
+
+/// Refuses what a proxy could have understood otherwise: a request without Host, with two, or with two different values
+/// of another field that decides something.
+RequestReader::Progress RequestReader::checkFields() {
+    const auto& message = parser_->now->get();
+    const auto hosts = message.count(beast::http::field::host);
+    if (hosts > 1 || (hosts == 0 && message.version() == 11)) {
+        return fail({400, hosts == 0 ? "the Host is missing" : "more than one Host"});
+    }
+    std::map<std::string, std::string_view> values;
+    for (const auto& field : message) {
+        const std::string_view name(field.name_string().data(), field.name_string().size());
+        const std::string_view value(field.value().data(), field.value().size());
+        if (decides(name) && values.emplace(folded(name), value).first->second != value) {
+            return fail({400, "two values of " + std::string(name)});
+        }
+    }
+    return Progress::Done;
 }
 
 /// Refuses ambiguous framing, with which a request could be smuggled past a proxy.
@@ -115,7 +158,7 @@ RequestReader::Progress RequestReader::checkFraming() {
     if (framing_.chunked && message.version() == 10) {
         return fail({400, "HTTP/1.0 has no Transfer-Encoding"});
     }
-    return Progress::Done;
+    return checkFields();
 }
 
 RequestReader::Progress RequestReader::readBody(bool discard) {
