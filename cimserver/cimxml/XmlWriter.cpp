@@ -5,6 +5,8 @@
 #include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <algorithm>
+
 namespace cimserver::cimxml {
 namespace {
 
@@ -36,7 +38,7 @@ std::string_view reference(char c, bool attribute) {
 }
 
 constexpr std::size_t kUnaccounted = 65536;
-constexpr std::size_t kMargin = 16384; // for what is written between two elements
+constexpr std::size_t kMargin = 4096; // for what is written between two elements
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
@@ -52,15 +54,17 @@ void XmlWriter::endTag() {
 /// Lets a long text grow only by what the account has, with old and new copy counted.
 void XmlWriter::account(std::size_t more) {
     const auto size = text_.size() + more;
-    if (memory_ == nullptr || size < kUnaccounted || size + kMargin < text_.capacity()) {
+    const bool fits = size + kMargin < text_.capacity() && text_.capacity() <= accounted_;
+    if (memory_ == nullptr || size < kUnaccounted || fits) {
         return;
     }
-    if (!memory_->grow(2 * size)) {
+    const auto wanted = 2 * std::max(size, text_.capacity());
+    if (!memory_->grow(wanted)) {
         throw CimError(Status::ServerLimitsExceeded, "the answer is too long");
     }
-    text_.reserve(2 * size);
+    text_.reserve(wanted);
     memory_->shrink(accounted_);
-    accounted_ = 2 * size;
+    accounted_ = wanted;
 }
 
 void XmlWriter::open(std::string_view name) {

@@ -15,7 +15,7 @@ bool MemoryBudget::change(const std::string& peer, std::size_t from, std::size_t
     const auto left = used_ - from;
     const auto others = (entry == peers_.end() ? 0 : entry->second) - charged(from);
     const auto more = charged(to);
-    if (to > from && more > 0 && (left + to > limit_ || others + more > limit_ / 2)) {
+    if (to > from && more > 0 && (left + to > limit_ || others + more > limit_ / 4 * 3)) {
         return false;
     }
     used_ = left + to;

@@ -9,8 +9,8 @@
 
 namespace cimserver {
 
-/// One amount for all, of which one peer may have half. What an account holds up to kFree is counted, but never refused
-/// nor charged to its peer, so that small requests are served whatever the large ones take.
+/// One amount for all, of which one peer may have three quarters. What an account holds up to kFree is counted, but
+/// never refused nor charged to its peer, so that small requests are served whatever the large ones take.
 class MemoryBudget {
   public:
     static constexpr std::size_t kFree = 8192;

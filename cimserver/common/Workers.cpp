@@ -33,25 +33,35 @@ void Workers::post(std::function<void()> task) {
 
 /// Finds a thread for the next task; the lock is held.
 void Workers::employ() {
-    if (!hasWork() || ending_) {
+    if (ending_ || called_ >= tasks_.size() || busy_ + called_ >= count_) {
         return;
     }
-    if (idle_ > 0) {
-        return changed_.notify_one();
-    }
     try {
-        threads_.emplace_back([this] { run(); });
+        if (idle_ > called_) {
+            changed_.notify_one();
+        } else {
+            threads_.emplace_back([this] { run(); });
+        }
+        ++called_;
     } catch (const std::system_error& error) { // the task waits for one of the threads there are
         log::write(log::Level::Error, "workers", std::string("cannot start a thread: ") + error.what());
     }
 }
 
+void Workers::await(std::unique_lock<std::mutex>& lock) {
+    while (!ending_ && !hasWork()) {
+        ++idle_;
+        changed_.wait(lock);
+        --idle_;
+        called_ -= called_ > 0 ? 1U : 0U;
+    }
+}
+
 void Workers::run() {
     std::unique_lock lock(mutex_);
+    --called_;
     for (;;) {
-        ++idle_;
-        changed_.wait(lock, [this] { return ending_ || hasWork(); });
-        --idle_;
+        await(lock);
         if (ending_) {
             return;
         }

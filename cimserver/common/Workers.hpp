@@ -38,6 +38,7 @@ class Workers {
 
   private:
     bool hasWork() const { return !tasks_.empty() && busy_ < count_; }
+    void await(std::unique_lock<std::mutex>& lock);
     void run();
     void employ();
 
@@ -48,6 +49,7 @@ class Workers {
     std::vector<std::thread> threads_;
     unsigned busy_ = 0; ///< threads with a task that have not stepped aside
     unsigned idle_ = 0;
+    unsigned called_ = 0; ///< threads started or woken that have not come yet
     bool ending_ = false;
 };
 

@@ -2,10 +2,11 @@
 
 #include "cimserver/common/Text.hpp"
 
+#include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <map>
 
@@ -14,7 +15,7 @@ namespace cimserver::http {
 namespace beast = boost::beast;
 
 struct RequestReader::Parser {
-    std::optional<beast::http::request_parser<beast::http::string_body>> now;
+    std::optional<beast::http::request_parser<beast::http::buffer_body>> now;
     bool headDone = false;
 };
 
@@ -74,12 +75,12 @@ bool RequestReader::hasInput() {
 }
 
 std::size_t RequestReader::held() const {
-    return buffer_.size() + parser_->now->get().body().size() + request_.body.size();
+    return buffer_.capacity() + request_.body.capacity();
 }
 
 void RequestReader::dropBody() {
     request_.body = std::string();
-    parser_->now->get().body() = std::string();
+    buffer_.shrink_to_fit();
 }
 
 RequestReader::Progress RequestReader::readHead() {
@@ -163,28 +164,31 @@ RequestReader::Progress RequestReader::checkFraming() {
 
 RequestReader::Progress RequestReader::readBody(bool discard) {
     auto& parser = *parser_->now;
-    beast::error_code error;
+    auto& piece = parser.get().body();
+    std::array<char, 4096> bytes; // not initialised
     // One call may consume only one element of the framing (a chunk's header, a piece of its data).
     while (!parser.is_done() && !buffer_.empty()) {
-        const auto used = parser.put(boost::asio::buffer(buffer_), error);
-        buffer_.erase(0, used);
+        beast::error_code error;
+        piece = {bytes.data(), bytes.size(), true};
+        buffer_.erase(0, parser.put(boost::asio::buffer(buffer_), error));
+        // The body grows as it arrives: room for what a client only announces would cost memory.
+        request_.body.append(bytes.data(), discard ? 0 : bytes.size() - piece.size);
         if (error == beast::http::error::need_more) {
             break;
         }
-        if (error) {
+        if (error && error != beast::http::error::need_buffer) {
             return fail(readErrorOf(error, true));
         }
     }
-    if (discard) {
-        parser.get().body().clear();
-    }
     if (parser.is_done()) {
-        request_.body = std::move(parser.get().body());
         return Progress::Done;
     }
     // What the parser left over is an unfinished line of the chunk framing.
     if (buffer_.size() > limits_.headBytes) {
         return fail({400, "a line of the chunked body is too long"});
+    }
+    if (buffer_.empty()) {
+        buffer_ = std::string();
     }
     return Progress::NeedMore;
 }

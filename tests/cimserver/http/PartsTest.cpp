@@ -38,8 +38,8 @@ TEST(Memory, IsBoundedInAllAndForEachPeerButNotForSmallRequests) {
     constexpr auto kFree = MemoryBudget::kFree;
     MemoryBudget budget(4 * kFree);
     MemoryAccount first(budget, "one");
-    EXPECT_TRUE(first.hold(3 * kFree));
-    EXPECT_FALSE(first.grow(1)) << "half of all is the peer's";
+    EXPECT_TRUE(first.hold(4 * kFree));
+    EXPECT_FALSE(first.grow(1)) << "three quarters of all are the peer's";
     EXPECT_TRUE(first.refused());
     MemoryAccount small(budget, "one");
     EXPECT_TRUE(small.hold(kFree));
