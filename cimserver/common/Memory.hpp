@@ -35,6 +35,7 @@ class MemoryAccount {
     MemoryAccount(const MemoryAccount&) = delete;
     MemoryAccount& operator=(const MemoryAccount&) = delete;
 
+    const std::string& peer() const { return peer_; }
     /// Sets what is held. False, and nothing has changed, when there is not so much.
     bool hold(std::size_t bytes);
     bool grow(std::size_t bytes) { return hold(held_ + bytes); }

@@ -2,6 +2,7 @@
 
 #include "cimserver/common/Log.hpp"
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -13,11 +14,11 @@ thread_local Workers* countedIn = nullptr; // the workers that this thread count
 } // namespace
 
 Workers::~Workers() {
-    std::deque<std::function<void()>> dropped; // destroyed without the lock: tasks own things
+    std::list<Queue> dropped; // destroyed without the lock: tasks own things
     {
         const std::lock_guard lock(mutex_);
         ending_ = true;
-        dropped.swap(tasks_);
+        dropped.swap(queues_);
     }
     changed_.notify_all();
     for (auto& thread : threads_) {
@@ -25,15 +26,33 @@ Workers::~Workers() {
     }
 }
 
-void Workers::post(std::function<void()> task) {
+void Workers::post(const std::string& sender, Task task) {
     const std::lock_guard lock(mutex_);
-    tasks_.push_back(std::move(task));
+    auto queue = std::find_if(queues_.begin(), queues_.end(), [&](const Queue& one) { return one.sender == sender; });
+    if (queue == queues_.end()) {
+        queue = queues_.insert(queue, Queue{sender, {}});
+    }
+    queue->tasks.push_back(std::move(task));
+    ++waiting_;
     employ();
+}
+
+Workers::Task Workers::next() {
+    auto& queue = queues_.front();
+    auto task = std::move(queue.tasks.front());
+    queue.tasks.pop_front();
+    --waiting_;
+    if (queue.tasks.empty()) {
+        queues_.pop_front();
+    } else {
+        queues_.splice(queues_.end(), queues_, queues_.begin());
+    }
+    return task;
 }
 
 /// Finds a thread for the next task; the lock is held.
 void Workers::employ() {
-    if (ending_ || called_ >= tasks_.size() || busy_ + called_ >= count_) {
+    if (ending_ || called_ >= waiting_ || busy_ + called_ >= count_) {
         return;
     }
     try {
@@ -65,8 +84,7 @@ void Workers::run() {
         if (ending_) {
             return;
         }
-        auto task = std::move(tasks_.front());
-        tasks_.pop_front();
+        auto task = next();
         ++busy_;
         employ();
         lock.unlock();

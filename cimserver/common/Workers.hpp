@@ -2,9 +2,12 @@
 #pragma once
 
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <functional>
+#include <list>
 #include <mutex>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -20,8 +23,10 @@ class Workers {
     Workers(const Workers&) = delete;
     Workers& operator=(const Workers&) = delete;
 
-    /// From any thread. A task must not throw.
-    void post(std::function<void()> task);
+    using Task = std::function<void()>;
+
+    /// From any thread. A task must not throw. Senders take turns, so that many tasks of one do not delay another's.
+    void post(const std::string& sender, Task task);
 
     /// While it lives, the calling thread does not count as a worker, so that another serves in its place: for calls
     /// that may take any time. Without effect within another one, and on a thread that is no worker.
@@ -37,7 +42,13 @@ class Workers {
     };
 
   private:
-    bool hasWork() const { return !tasks_.empty() && busy_ < count_; }
+    struct Queue {
+        std::string sender;
+        std::deque<Task> tasks;
+    };
+
+    bool hasWork() const { return waiting_ > 0 && busy_ < count_; }
+    Task next();
     void await(std::unique_lock<std::mutex>& lock);
     void run();
     void employ();
@@ -45,7 +56,8 @@ class Workers {
     const unsigned count_;
     std::mutex mutex_; ///< guards the members below
     std::condition_variable changed_;
-    std::deque<std::function<void()>> tasks_;
+    std::list<Queue> queues_; ///< of senders with tasks, the next one first
+    std::size_t waiting_ = 0; ///< tasks in them
     std::vector<std::thread> threads_;
     unsigned busy_ = 0; ///< threads with a task that have not stepped aside
     unsigned idle_ = 0;

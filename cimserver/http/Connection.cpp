@@ -20,6 +20,8 @@ using boost::system::error_code;
 namespace {
 
 constexpr std::uint64_t kDrainBytes = 65536;
+/// A request whose client only ended sending is served if a worker takes it so soon.
+constexpr Milliseconds kWaitOfAbandoned{1000};
 constexpr std::size_t kKeptOutput = 16384;
 
 /// The Date field's value, renewed every second. I/O thread only.
@@ -87,6 +89,7 @@ void Connection::await(Milliseconds limit) {
     reader_.request().peer = peer_;
     reader_.request().memory = &memory_;
     memory_.release();
+    began_ = Clock::now();
     if (reader_.hasInput()) { // the client sent the next request without waiting
         return onInput();
     }
@@ -217,7 +220,10 @@ void Connection::readBody() {
 /// Reads on meanwhile, to notice when the client leaves.
 void Connection::handle() {
     read(nullptr);
-    post([self = shared_from_this()] {
+    post([self = shared_from_this(), posted = Clock::now()] {
+        if (self->abandoned_ && Clock::now() - posted > kWaitOfAbandoned) {
+            return self->answer(textResponse(503, "the client has left"));
+        }
         std::string why;
         try {
             return self->services_.application.handle(self);
@@ -237,7 +243,7 @@ void Connection::answer(Response response) {
 }
 
 void Connection::post(std::function<void()> task) {
-    services_.workers.post(std::move(task));
+    services_.workers.post(memory_.peer(), std::move(task));
 }
 
 /// Answers before the body is read. A short body is read and dropped, so that the next request can follow; after a long

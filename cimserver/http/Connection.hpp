@@ -130,7 +130,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     Clock::time_point began_{};
     std::string output_;           ///< the answer's head, with a small body
     std::string body_;             ///< a large one
-    std::array<char, 8192> input_; // not initialised: an idle connection does not touch its pages
+    std::array<char, 4096> input_; // not initialised: an idle connection does not touch its pages
 };
 
 } // namespace cimserver::http

@@ -109,14 +109,12 @@ TEST_F(ProgramTest, FollowsSignals) {
 TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
     support::writeFile(dir_ / "users", "");
     const auto port = serve("--user-file users");
-    const auto
-        status =
-            [port] {
-                return http_testing::Client(port)
-                    .ask("OPTIONS / HTTP/1.1\r\nHost: localhost\r\nAuthorization: Basic "
-                         "YW5uOmZpcnN0IHNlY3JldA==\r\n\r\n") // ann:first secret
-                    .status;
-            };
+    const auto status = [port] {
+        return http_testing::Client(port)
+            .ask("OPTIONS / HTTP/1.1\r\nHost: localhost\r\nAuthorization: Basic "
+                 "YW5uOmZpcnN0IHNlY3JldA==\r\n\r\n") // ann:first secret
+            .status;
+    };
     EXPECT_EQ(run("echo first secret | " CIMSERVER_PASSWD " users ann --role write --stdin").exitCode, 0);
     EXPECT_EQ(status(), 401U) << "not reloaded yet";
     ::kill(server_, SIGHUP);

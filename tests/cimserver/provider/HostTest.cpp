@@ -198,7 +198,7 @@ class EnteringJob : public Job {
     }
     bool abandoned() const override { return left; }
     void drop() override { end.set_value("dropped"); }
-    void post(std::function<void()> task) override { workers_.post(std::move(task)); }
+    void post(std::function<void()> task) override { workers_.post(id_, std::move(task)); }
 
     std::promise<void> entered;
     std::promise<void> leave;
@@ -221,7 +221,7 @@ TEST(Jobs, ThatWaitOrRunInAProviderOccupyNoWorker) {
     cimserver::Workers workers(1);
     const auto start = [&](const char* id) {
         auto job = std::make_shared<EnteringJob>(host, workers, id);
-        workers.post([&host, job] { host.run(job); });
+        workers.post("a client", [&host, job] { host.run(job); });
         return job;
     };
     const auto endOf = [](const std::shared_ptr<EnteringJob>& job) { return job->end.get_future().get(); };
@@ -242,6 +242,23 @@ TEST(Jobs, ThatWaitOrRunInAProviderOccupyNoWorker) {
     EXPECT_EQ(endOf(late), "general error (Provider Stuck is busy)") << "its time is over";
     waiting->leave.set_value();
     EXPECT_EQ(endOf(stuck) + endOf(waiting), "");
+}
+
+TEST(Workers, TakeTasksOfSendersInTurn) {
+    std::string order;
+    std::promise<void> all;
+    {
+        std::promise<void> begin;
+        cimserver::Workers workers(1);
+        workers.post("x", [&] { begin.get_future().wait(); });
+        for (const char* task : {"a1", "a2", "a3", "b1", "c1"}) {
+            workers.post(std::string(1, task[0]), [&order, task] { order += task; });
+        }
+        workers.post("c", [&] { all.set_value(); });
+        begin.set_value();
+        all.get_future().wait();
+    }
+    EXPECT_THAT(order, testing::StartsWith("a1b1c1a2"));
 }
 
 TEST(Calls, ThatTakeLongAreCountedAndLoggedOnce) {
