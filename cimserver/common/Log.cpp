@@ -1,7 +1,9 @@
 #include "cimserver/common/Log.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <spdlog/sinks/base_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
@@ -64,7 +66,7 @@ std::string entry(std::string_view level, std::string_view component, std::strin
     std::string line;
     line.reserve(level.size() + component.size() + text.size() + 4);
     line.append(level).append(" ").append(component).append(": ");
-    appendEscaped(line, text);
+    appendEscaped(line, withoutUserInfo(text));
     return line;
 }
 
