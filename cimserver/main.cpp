@@ -146,6 +146,7 @@ void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
     for (;;) {
         switch (const int number = signals.next()) {
         case SIGHUP:
+            log::reopen();
             server.reload();
             break;
         case SIGUSR1:

@@ -96,7 +96,10 @@ TEST_F(ProgramTest, FollowsSignals) {
     const auto port = serve("--log-file log");
     EXPECT_EQ(http_testing::Client(port).ask("GET /health HTTP/1.1\r\n\r\n").status, 200U);
     EXPECT_EQ(http_testing::Client(port).ask(http_testing::post("not XML")).status, 400U);
-    for (const int signal : {SIGPIPE, SIGHUP, SIGUSR1}) {
+    EXPECT_EQ(run("mv log log.old").exitCode, 0);
+    ::kill(server_, SIGHUP);
+    EXPECT_TRUE(support::waitUntil([this] { return std::filesystem::exists(dir_ / "log"); }));
+    for (const int signal : {SIGPIPE, SIGUSR1}) {
         ::kill(server_, signal);
     }
     awaitText("log", "requests=2 client-errors=1");
