@@ -62,6 +62,10 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
     const std::tuple<int, std::string, std::string> cases[] = {
         {2, "--mof is required", ""},
         {2, "http://0.0.0.0:0 is open beyond this host", mof + "--listen 0.0.0.0:0"},
+        {2, "--tls-ciphers: 'ECDHE+ACM' is no cipher", mof + "--tls-ciphers ECDHE+AESGCM:ECDHE+ACM"},
+        {2, "--tls-ciphers: 'TLS_X' is no cipher", mof + "--tls-ciphers TLS_AES_256_GCM_SHA384:TLS_X"},
+        {2, "--tls-ciphers: '!ALL' is no cipher or leaves none", mof + "--tls-ciphers AESGCM:!ALL"},
+        {2, "--tls-min-version: 1.1 not in", mof + "--tls-min-version 1.1"},
         {2, "--preload: there is no provider Nobody in", mof + "--preload Nobody"},
         {2, "--concurrent-provider: there is no provider ../x in", mof + "--concurrent-provider ../x"},
         {3, "bad.mof:1:7: ", "--mof bad.mof"},
