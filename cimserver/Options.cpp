@@ -152,8 +152,9 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
     declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
-    declare.number("--max-enumerations", options.enumerations, 1, 10'000,
-                   "enumerations open at a time (pull operations)");
+    declare.number("--max-user-enumerations", options.userEnumerations, 1, 10'000,
+                   "enumerations of one user open at a time (pull operations)");
+    declare.number("--max-enumerations", options.enumerations, 1, 10'000, "enumerations of all users open at a time");
     declare.duration("--first-byte-timeout", limits.firstByte,
                      "for the TLS handshake, and for the first request to begin");
     declare.duration("--head-timeout", limits.head, "for a request's head");

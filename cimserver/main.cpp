@@ -71,6 +71,7 @@ class CimSide {
         cimxml::DispatcherSettings settings;
         settings.xml.elements = options.xmlElements;
         settings.xml.depth = options.xmlDepth;
+        settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         return settings;
     }

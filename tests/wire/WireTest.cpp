@@ -46,7 +46,8 @@ class Server {
         cimom_.emplace(repository_, host_, cimom::Cimom::Settings());
         cimxml::DispatcherSettings limits;
         limits.hostName = "host.example";
-        limits.enumerations.count = 2;
+        limits.enumerations.perUser = 2;
+        limits.enumerations.count = 3;
         limits.xml.elements = 500;
         dispatcher_.emplace(*cimom_, limits);
     }
