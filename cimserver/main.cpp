@@ -102,6 +102,7 @@ class CimSide {
         cimxml::DispatcherSettings settings;
         settings.xml.elements = options.xmlElements;
         settings.xml.depth = options.xmlDepth;
+        settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         settings.enumerations.bytes = options.http.limits.memory / 4;
         return settings;
@@ -181,6 +182,7 @@ void followSignals(Signals& signals, http::Server& server, CimSide& cim) {
             cim.inspect();
             break;
         case SIGHUP:
+            log::reopen();
             server.reload();
             break;
         case SIGUSR1:
