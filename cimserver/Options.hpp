@@ -27,7 +27,7 @@ struct Options {
     std::chrono::milliseconds providerTimeout{60'000};
     std::chrono::milliseconds slowCall{30'000};
     std::size_t providerThreads = 8;
-    std::size_t providerQueue = 32;
+    std::size_t providerQueue = 128;
     std::string providerStdout = "null"; ///< a file, "null" or "inherit"
     std::string stateDir;
     std::string portFile;

@@ -51,7 +51,7 @@ void attempt(const std::shared_ptr<Job>& job, Gate::Clock::time_point until, Att
 
 } // namespace
 
-void runJob(std::shared_ptr<Job> job, std::chrono::milliseconds patience) {
+void runJob(const std::shared_ptr<Job>& job, std::chrono::milliseconds patience) {
     attempt(job, Gate::Clock::now() + patience, {});
 }
 

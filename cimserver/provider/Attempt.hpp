@@ -26,7 +26,7 @@ class Job {
 
 /// Runs the job on this thread, a worker. One that must wait is queued for at most `patience`; one whose time is over,
 /// or that the queue has no room for, is run to the error that the provider is busy.
-void runJob(std::shared_ptr<Job> job, std::chrono::milliseconds patience);
+void runJob(const std::shared_ptr<Job>& job, std::chrono::milliseconds patience);
 
 /// The way into a gate from any thread: a job's first entry is deferred when it has to wait, every other one waits on
 /// its thread for at most `patience`. Empty when the provider is busy.

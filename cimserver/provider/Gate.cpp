@@ -102,7 +102,7 @@ std::optional<Gate::Pass> Gate::enter(Access access, std::chrono::milliseconds l
     Resumptions resumptions;
     std::unique_lock<std::mutex> lock(waitGraph().mutex);
     bool admitted = mayEnter(self, access);
-    if (!admitted && blocked_ < limits_.lanes) {
+    if (!admitted && blocked_ < std::max(limits_.lanes, limits_.queue / 4)) {
         ++blocked_;
         waitGraph().waiting[self] = {this, isShared(access)};
         waitGraph().changed.notify_all(); // a thread that waits for us may now pass

@@ -23,8 +23,8 @@ enum class Access { Read, Write };
 enum class Sharing { None, Reads, All };
 
 struct GateLimits {
-    std::size_t lanes = 8;  ///< calls inside at a time, where they share; one of them is kept for reads
-    std::size_t queue = 32; ///< waiters in the queue
+    std::size_t lanes = 8;   ///< calls inside at a time, where they share; one of them is kept for reads
+    std::size_t queue = 128; ///< waiters in the queue; a quarter as many threads may wait besides
 };
 
 class Gate {
@@ -73,7 +73,7 @@ class Gate {
     /// share.
     std::optional<Pass> tryEnter(Access access);
     /// Waits until the calling thread may enter, at most `limit`, before those in the queue. Empty when the time is
-    /// over, or when as many threads as there are lanes wait already.
+    /// over, or when too many threads wait already.
     std::optional<Pass> enter(Access access, std::chrono::milliseconds limit);
     /// False when the queue is full, even without those who were abandoned.
     bool enqueue(Waiter waiter);

@@ -243,8 +243,8 @@ ProviderCall ProviderHost::enter(const std::string& id, Access access, const Cal
     return ProviderCall(std::move(pass), ticket(origin.what), slot.provider(), env);
 }
 
-void ProviderHost::run(std::shared_ptr<Job> job) {
-    runJob(std::move(job), impl_->settings.busyLimit);
+void ProviderHost::run(const std::shared_ptr<Job>& job) {
+    runJob(job, impl_->settings.busyLimit);
 }
 
 void ProviderHost::inspect(Gate::Clock::time_point now) {

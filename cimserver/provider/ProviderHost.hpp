@@ -68,7 +68,7 @@ class ProviderHost {
     ProviderCall enter(const std::string& id, Access access, const CallOrigin& origin);
 
     /// Runs a request, on a worker; see runJob.
-    void run(std::shared_ptr<Job> job);
+    void run(const std::shared_ptr<Job>& job);
 
     /// Logs calls that have become slow, and ends waiting that took too long; to be called every second or so.
     void inspect(Gate::Clock::time_point now);
