@@ -328,8 +328,8 @@ std::string Connection::serialiseHead(const Response& response, bool closeAfter)
 }
 
 void Connection::onAnswered(bool closeAfter) {
-    output_ = std::string();
-    body_ = std::string();
+    std::string().swap(output_); // an assignment would keep the memory
+    std::string().swap(body_);
     if (closeAfter) {
         return finish();
     }

@@ -59,6 +59,7 @@ RequestReader::RequestReader(const Limits& limits) : limits_(limits), parser_(st
 RequestReader::~RequestReader() = default;
 
 void RequestReader::reset() {
+    dropBody();
     request_ = Request();
     framing_ = Framing();
     authorization_.reset();
@@ -79,7 +80,7 @@ std::size_t RequestReader::held() const {
 }
 
 void RequestReader::dropBody() {
-    request_.body = std::string();
+    std::string().swap(request_.body); // an assignment would keep the memory
     buffer_.shrink_to_fit();
 }
 
@@ -188,7 +189,7 @@ RequestReader::Progress RequestReader::readBody(bool discard) {
         return fail({400, "a line of the chunked body is too long"});
     }
     if (buffer_.empty()) {
-        buffer_ = std::string();
+        std::string().swap(buffer_);
     }
     return Progress::NeedMore;
 }

@@ -23,6 +23,7 @@ namespace {
 
 constexpr std::size_t kRefusalSlots = 64;    ///< connections over the limit that are answered with 503
 constexpr std::size_t kPeerRefusalSlots = 8; ///< the same of one address
+constexpr int kSocketBuffer = 65536;
 constexpr Milliseconds kAcceptPause{100};
 constexpr Milliseconds kStopPoll{5};
 
@@ -202,6 +203,9 @@ void Server::Core::take(const Acceptor& acceptor, tcp::socket socket) {
     }
     services.counters.connected();
     socket.set_option(tcp::no_delay(true), error);
+    // What is in the system's buffers does not count as memory of requests and answers.
+    socket.set_option(tcp::socket::send_buffer_size(kSocketBuffer), error);
+    socket.set_option(tcp::socket::receive_buffer_size(kSocketBuffer), error);
     auto stream = acceptor.listener.tls ? makeTlsStream(std::move(socket), tls) : makePlainStream(std::move(socket));
     const Sender sender{++accepted, end.address().to_string(), std::to_string(end.port()), peer.to_string()};
     auto connection = std::make_shared<Connection>(services, std::move(stream), sender, over);

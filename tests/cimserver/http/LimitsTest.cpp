@@ -159,7 +159,7 @@ TEST_F(LimitsTest, AnswersCountUntilTheyAreTaken) {
     slow.send(large);
     auto later = connect();
     ASSERT_TRUE(support::waitUntil([&] { return timesLogged("16000012 bytes") == 1; }, 10s));
-    EXPECT_EQ(later.ask(post(std::string(24'000'000, 'x'))).status, 503U);
+    EXPECT_EQ(later.ask(post(std::string(30'000'000, 'x'))).status, 503U);
     expectServes();
     EXPECT_EQ(slow.read().body.size(), 16'000'012U);
     EXPECT_EQ(slow.ask(large).status, 200U);
