@@ -135,6 +135,23 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
     }
 }
 
+TEST_F(ProgramTest, TheToolKeepsWhatOthersWriteAndTheLink) {
+    support::writeFile(dir_ / "real", "");
+    std::filesystem::permissions(dir_ / "real", std::filesystem::perms(0604));
+    std::filesystem::create_symlink("real", dir_ / "users");
+    const auto result =
+        run("for i in 1 2 3 4 5 6 7 8; do echo x | " CIMSERVER_PASSWD " users u$i --stdin & done; wait");
+    EXPECT_EQ(support::countOf("\n", support::contentOf(dir_ / "real")), 8U) << "changes at the same time";
+    EXPECT_TRUE(std::filesystem::is_symlink(dir_ / "users"));
+    EXPECT_EQ(support::countOf("warning: other users of this machine can read", result.output), 8U);
+    const auto longest = [this](int length) {
+        return run("head -c " + std::to_string(length) +
+                   " /dev/zero | tr '\\0' x | " CIMSERVER_PASSWD " users u --stdin");
+    };
+    EXPECT_EQ(longest(511).exitCode, 0);
+    EXPECT_EQ(longest(512).output, "cimserver-passwd: the password is too long: at most 511 bytes\n");
+}
+
 TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
     const auto own = [this](const std::string& where) {
         EXPECT_EQ(0, support::inChild([&] {
