@@ -7,6 +7,7 @@
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
@@ -205,6 +206,7 @@ int main(int argc, char** argv) {
         checkFolders(*options);
         checkAccess(*options);
         log::configure(options->log);
+        crash::install(options->log.file);
         logFile = !options->log.file.empty();
         return serve(*options);
     } catch (const OptionsError& error) {

@@ -30,6 +30,7 @@ struct RequestContext {
     std::string user; ///< empty without authentication
     std::string peer;
     bool mayWrite = true;
+    std::string operationName{"a call"};           ///< of the protocol's operation or the method, for reports
     std::shared_ptr<OperationContext> operation{}; ///< what providers share within one request; made on demand
     /// When set, modifyInstance and setProperty call it, before the provider, with the properties to be changed: the
     /// audit line lists them.

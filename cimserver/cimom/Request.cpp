@@ -12,7 +12,8 @@ const InstanceSelection Cimom::Request::kWhole{WBEMFlags::E_NOT_LOCAL_ONLY, WBEM
                                                nullptr};
 
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
-    : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
+    : cimom_(cimom), access_(access), operation_(context.operationName), ns_(cimom.admit(context, ns, access)),
+      origin_(originOf(cimom, context)) {}
 
 provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
     RequestContext shared = context;
@@ -28,6 +29,7 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
 }
 
 void Cimom::preload(const std::string& id) {
+    const crash::Task task{"initialization, provider ", id};
     host_.enter(id, provider::Access::Write, Request::originOf(*this, RequestContext()));
 }
 

@@ -111,6 +111,7 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     context.user = request.identity.user;
     context.peer = request.peer;
     context.mayWrite = request.identity.mayWrite;
+    context.operationName = message.name();
     AuditRecord audit(context, message.name(), message.nameSpace());
     const Operation* operation = findOperation(message);
     XmlWriter content;

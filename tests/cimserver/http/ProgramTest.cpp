@@ -34,6 +34,7 @@ class ProgramTest : public ::testing::Test {
     std::uint16_t serve(const std::string& options) {
         const auto command = inFolder("exec " CIMSERVERD " --mof empty.mof --listen 127.0.0.1:0 --port-file port " +
                                       options + " >out 2>err");
+        std::filesystem::remove(dir_ / "out");
         server_ = support::startChild(
             [&] { return ::execlp("sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr)); });
         awaitText("out", "listening");
@@ -47,6 +48,16 @@ class ProgramTest : public ::testing::Test {
         support::waitUntil([&] { return support::contentOf(dir_ / name).find(text) != std::string::npos; },
                            std::chrono::seconds(10));
         EXPECT_THAT(support::contentOf(dir_ / name), HasSubstr(text));
+    }
+
+    /// A request that calls the test provider's method to fail in that way.
+    static std::string fail(const std::string& how) {
+        return http_testing::post(
+            "<CIM CIMVERSION='2.0' DTDVERSION='2.0'><MESSAGE ID='1' PROTOCOLVERSION='1.0'><SIMPLEREQ><METHODCALL "
+            "NAME='Fail'><LOCALCLASSPATH><LOCALNAMESPACEPATH><NAMESPACE NAME='root'/><NAMESPACE NAME='cimv2'/>"
+            "</LOCALNAMESPACEPATH><CLASSNAME NAME='ACME_Thing'/></LOCALCLASSPATH><PARAMVALUE NAME='How'><VALUE>" +
+                how + "</VALUE></PARAMVALUE></METHODCALL></SIMPLEREQ></MESSAGE></CIM>",
+            "CIMOperation: MethodCall\r\nCIMMethod: Fail\r\nCIMObject: root/cimv2:ACME_Thing\r\n");
     }
 
     support::TempDir dir_;
@@ -150,6 +161,26 @@ TEST_F(ProgramTest, TheToolKeepsWhatOthersWriteAndTheLink) {
     };
     EXPECT_EQ(longest(511).exitCode, 0);
     EXPECT_EQ(longest(512).output, "cimserver-passwd: the password is too long: at most 511 bytes\n");
+}
+
+TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
+    support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
+        {"crash", SIGSEGV, "SIGSEGV at 0x0 in", " during Fail of ACME_Thing, provider ACMEThing, user -\n"},
+        {"overflow", SIGSEGV, "SIGSEGV at 0x", " during Fail of ACME_Thing, provider ACMEThing, user -\n"},
+        {"abort", SIGABRT, "SIGABRT sent by", " during Fail of ACME_Thing, provider ACMEThing, user -\n"},
+        {"crash in a thread", SIGSEGV, "SIGSEGV at 0x0",
+         " under way: Fail of ACME_Thing, provider ACMEThing, user -\n"}};
+    for (const auto& [how, signal, line, task] : cases) {
+        http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
+            .ask(fail(how));
+        EXPECT_EQ(support::waitForChild(std::exchange(server_, -1)), -signal) << how;
+        for (const char* file : {"log", "err"}) {
+            EXPECT_THAT(support::contentOf(dir_ / file),
+                        ::testing::AllOf(HasSubstr(line), HasSubstr(task), HasSubstr("libACMEThing.so+0x")));
+            std::filesystem::remove(dir_ / file);
+        }
+    }
 }
 
 TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
