@@ -7,6 +7,7 @@
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/common/AuditLog.hpp"
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
@@ -41,6 +42,7 @@ class CimSide {
     /// Serves as long as this object lives.
     http::Application application() {
         return {[this](const auto& request) { return dispatcher_.handle(request); }, cimxml::optionsResponse(),
+                audit::problem,
                 [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
                     return cimxml::maskedBodies(request, response, limits);
                 }};
@@ -172,6 +174,7 @@ int serve(const Options& options) {
         announce(output, "the configuration is in order");
         return Stopped;
     }
+    audit::configure(options.audit);
     cim.preload(options.preload);
     listen(server, options, output);
     followSignals(signals, server, cim);

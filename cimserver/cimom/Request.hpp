@@ -67,6 +67,13 @@ class Cimom::Request {
         return within(host().methodProvider(ns_, cimClass, method), cimClass, &provider::ProviderCall::methods, use);
     }
 
+    /// Tells the observer that a provider is about to be called to change something.
+    void announceChange() const {
+        if (observer_ != nullptr) {
+            observer_->beforeChange();
+        }
+    }
+
     /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
     /// Failed for a null instance.
     CIMInstanceArray completed(const CIMInstance& delivered, const String& className, const InstanceSelection&,
@@ -111,6 +118,7 @@ class Cimom::Request {
     Cimom& cimom_;
     provider::Access access_;
     std::string operation_;
+    ChangeObserver* observer_;
     String ns_;
     provider::CallOrigin origin_;
 };

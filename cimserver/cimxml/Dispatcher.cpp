@@ -112,8 +112,9 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     context.peer = request.peer;
     context.mayWrite = request.identity.mayWrite;
     context.operationName = message.name();
-    AuditRecord audit(context, message.name(), message.nameSpace());
     const Operation* operation = findOperation(message);
+    AuditRecord audit(context, message);
+    context.observer = operation != nullptr && operation->modifies ? &audit : nullptr;
     XmlWriter content;
     const Outcome outcome = outcomeOf([&] { run(operation, context, message, audit, content); });
     if (operation != nullptr && operation->modifies) {

@@ -83,6 +83,10 @@ std::string maskedText(const std::string& xml, const XmlDocument& document, bool
 
 } // namespace
 
+bool holdsSecret(std::string_view text) {
+    return isSecret(text) || isSecretObject(text);
+}
+
 http::ShownBodies maskedBodies(const http::Request& request, const http::Response& response, const XmlLimits& limits) {
     http::ShownBodies bodies;
     bool valuesToo = true;

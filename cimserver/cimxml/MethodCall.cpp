@@ -43,7 +43,6 @@ CIMParamValueArray readParameters(OperationCall& call, const CIMMethod& method) 
         const CIMParameter& declared = requireInput(inputs, name);
         requireNew(values, name);
         values.push_back(CIMParamValue(name, call.reader.value(element, declared.getType(), view(name))));
-        call.audit.value(name, values.back().getValue());
     }
     return values;
 }

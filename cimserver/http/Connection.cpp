@@ -178,6 +178,10 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
 
 void Connection::answerOrReadBody() {
     const auto& request = reader_.request();
+    if (isHealthRequest(request)) {
+        const auto& problems = services_.application.problems;
+        return refuse(healthResponse(problems ? problems() : ""));
+    }
     if (asksForOptions(request)) {
         auto response = services_.application.options;
         response.fields.add("Allow", kAllowed);

@@ -80,6 +80,7 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
         {3, "cannot use the TLS certificate empty.mof", mof + "--tls-certificate empty.mof --tls-key empty.mof"},
         {3, "cannot use the TLS key other.key", mof + "--tls-certificate cert.pem --tls-key other.key"},
         {3, "cannot write the dump file", mof + "--dump /proc/absent/dump"},
+        {3, "cannot write the audit record /proc/absent/audit", mof + "--audit-log /proc/absent/audit"},
         {3, "cannot write the log file", mof + "--log-file /proc/absent/log"},
         {3, "cannot write the providers' output", mof + "--provider-stdout /proc/absent/out"},
         {4, "cannot listen on http://" + address + ": Address already in use", mof + "--listen " + address},
@@ -161,6 +162,22 @@ TEST_F(ProgramTest, TheToolKeepsWhatOthersWriteAndTheLink) {
     };
     EXPECT_EQ(longest(511).exitCode, 0);
     EXPECT_EQ(longest(512).output, "cimserver-passwd: the password is too long: at most 511 bytes\n");
+}
+
+TEST_F(ProgramTest, AChangeThatCannotBeRecordedIsRefusedAndHealthTells) {
+    support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
+    const std::string common = "--mof thing.mof --provider-dir " TEST_PROVIDER_FOLDER " --audit-log ";
+    const char* const health = "GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n";
+    http_testing::Client refused(serve(common + "/dev/full"));
+    EXPECT_EQ(refused.ask(health).body, "ok\n");
+    EXPECT_THAT(refused.ask(fail("cim")).body, HasSubstr("audit record cannot be written"));
+    EXPECT_EQ(refused.ask(health).status, 503U);
+    stop(SIGTERM);
+    http_testing::Client recorded(serve(common + "audit"));
+    EXPECT_THAT(recorded.ask(fail("cim")).body, HasSubstr("keep &lt;out"));
+    EXPECT_THAT(
+        support::contentOf(dir_ / "audit"),
+        ::testing::ContainsRegex("How=\"cim\" -> begun\n.* How=\"cim\" -> error 2 \"[^\n]*keep <out.x3e.\"\n$"));
 }
 
 TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
