@@ -11,8 +11,8 @@
 
 #include <unistd.h>
 
-#include <algorithm>
 #include <atomic>
+#include <sstream>
 
 namespace cimserver::cimxml {
 
@@ -49,58 +49,39 @@ std::string assigned(std::string_view name, const std::string& shown, std::strin
     return named(name) + "=" + (holdsSecret(name) || holdsSecret(text) ? std::string(kMask) : shown);
 }
 
-/// Appends an item; false when the list has become too long.
-bool append(std::string& list, const char* separator, const std::string& item) {
-    const bool fits = list.size() < kLongestList;
-    list += list.empty() ? "" : separator;
-    list += fits ? item : "...";
-    return fits;
+/// Appends an item, unless the list has become too long.
+void append(std::string& list, const char* separator, const std::string& item) {
+    if (list.size() < kLongestList) {
+        list += (list.empty() ? "" : separator) + item;
+        list += list.size() < kLongestList ? "" : "...";
+    }
 }
 
-std::string objectText(pugi::xml_node name);
-
-std::string valueText(pugi::xml_node value) {
-    const std::string_view kind = value.name();
-    if (kind == "VALUE.REFERENCE") {
-        return objectText(value);
-    }
-    if (kind == "VALUE.ARRAY" || kind == "VALUE.REFARRAY") {
-        std::string list;
-        for (pugi::xml_node item = firstElement(value); item && append(list, ", ", valueText(item));
-             item = nextElement(item)) {
-        }
-        return "{" + list + "}";
-    }
-    return kind == "VALUE" || kind == "KEYVALUE" ? quoted(textOf(value)) : "NULL";
-}
-
-/// NAME="value" of an element with an attribute NAME and a value inside.
+/// NAME="value" of an element with the value inside. A value of a less simple kind is shown as its XML.
 std::string assignmentText(pugi::xml_node element, std::string_view name) {
     const pugi::xml_node value = lastElement(element);
-    const std::string text = valueText(value);
-    return assigned(name, text, std::string_view(value.name()) == "VALUE" ? textOf(value) : text);
+    const std::string_view kind = value.name();
+    if (!value || kind == "QUALIFIER") {
+        return assigned(name, "NULL", "");
+    }
+    std::ostringstream xml;
+    value.print(xml, "", pugi::format_raw);
+    const bool simple = kind == "VALUE" || kind == "KEYVALUE";
+    const std::string text = simple ? textOf(value) : xml.str();
+    return assigned(name, quoted(text), text);
 }
 
-/// Class.Key="value" of the INSTANCENAME or CLASSNAME that the element is, or that is in it.
+/// Class.Key="value" of an INSTANCENAME, and the class of a CLASSNAME or INSTANCE.
 std::string objectText(pugi::xml_node element) {
     const std::string_view kind = element.name();
-    if (kind == "CLASSNAME") {
-        return named(element.attribute("NAME").value());
-    }
-    if (kind != "INSTANCENAME") {
-        const pugi::xml_node inner = lastElement(element); // after the path of a namespace
-        return inner ? objectText(inner) : "";
-    }
     std::string keys;
-    for (pugi::xml_node key = firstElement(element); key; key = nextElement(key)) {
-        const bool binding = std::string_view(key.name()) == "KEYBINDING";
-        // A key without a name could be a secret.
-        const auto text = binding ? assignmentText(key, key.attribute("NAME").value()) : std::string(kMask);
-        if (!append(keys, ",", text)) {
-            break;
-        }
+    for (pugi::xml_node key = kind == "INSTANCENAME" ? firstElement(element) : pugi::xml_node(); key;
+         key = nextElement(key)) {
+        const bool binding = std::string_view(key.name()) == "KEYBINDING"; // else it could be a secret
+        append(keys, ",", binding ? assignmentText(key, key.attribute("NAME").value()) : std::string(kMask));
     }
-    return named(element.attribute("CLASSNAME").value()) + (keys.empty() ? "" : ".") + keys;
+    return named(element.attribute(kind == "CLASSNAME" ? "NAME" : "CLASSNAME").value()) + (keys.empty() ? "" : ".") +
+           keys;
 }
 
 /// What a request that changes something is about.
@@ -136,13 +117,6 @@ Subject subjectOf(const RequestMessage& message) {
     return subject;
 }
 
-/// "namespace:Class.Key="value"".
-std::string targetText(const std::string& nameSpace, pugi::xml_node object) {
-    const bool instance = std::string_view(object.name()) == "INSTANCE";
-    const auto text = instance ? named(object.attribute("CLASSNAME").value()) : objectText(object);
-    return named(nameSpace) + (text.empty() ? "" : ":" + text);
-}
-
 /// The values of the request.
 std::string sentValues(const Subject& subject) {
     std::string list;
@@ -151,9 +125,8 @@ std::string sentValues(const Subject& subject) {
     }
     for (pugi::xml_node one = firstElement(subject.holder); one; one = nextElement(one)) {
         const std::string_view kind = one.name();
-        const bool value = kind.substr(0, 8) == "PROPERTY" || kind == "PARAMVALUE";
-        if (value && !append(list, ", ", assignmentText(one, one.attribute("NAME").value()))) {
-            break;
+        if (kind.substr(0, 8) == "PROPERTY" || kind == "PARAMVALUE") {
+            append(list, ", ", assignmentText(one, one.attribute("NAME").value()));
         }
     }
     return list;
@@ -169,9 +142,7 @@ std::string shown(const CIMValue& value) {
     }
     std::string list;
     for (const auto& text : formatValue(value)) {
-        if (!append(list, ", ", text ? quoted(*text) : "NULL")) {
-            break;
-        }
+        append(list, ", ", text ? quoted(*text) : "NULL");
     }
     return value.isArray() ? "{" + list + "}" : list;
 }
@@ -237,7 +208,8 @@ std::string AuditRecord::text() const {
     const std::string values = changes_ ? changes() : sentValues(subject);
     return "id=" + id_ + " user=" + (context_.user.empty() ? "-" : named(context_.user)) + " peer=" + context_.peer +
            " " + named(message_.name()) + " " +
-           (target_.empty() ? targetText(message_.nameSpace(), subject.object) : target_) +
+           (target_.empty() ? named(message_.nameSpace()) + (subject.object ? ":" + objectText(subject.object) : "")
+                            : target_) +
            (values.empty() ? "" : " " + values);
 }
 

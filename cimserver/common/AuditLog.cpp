@@ -24,33 +24,37 @@ namespace cimserver::audit {
 namespace {
 
 constexpr const char* kSyslog = "/dev/log";
-constexpr const char* kProgram = "cimserverd";
 constexpr timeval kSyslogPatience{1, 0};
 
-/// Where the record goes. The functions return 0 or an error number.
-class Target {
+/// The record with what is known of its state. The functions return 0 or an error number.
+class Record {
   public:
-    explicit Target(const std::string& name) : path_(name == "syslog" ? kSyslog : name) {}
+    explicit Record(const Settings& from)
+        : path_(from.target == "syslog" ? kSyslog : from.target), optional_(from.optional) {}
 
     int open();
-    /// Appends a line, whole or, when the disk is full, as something that the next line does not run into.
-    int append(const std::string& line);
-    /// Waits until the lines are on disk.
-    int sync() const;
+    /// Writes a line, or with an empty one only tries whether it could. False when the change must not be made.
+    bool write(const std::string& line, bool sync);
     const std::string& path() const { return path_; }
+    bool failing() const { return missing_ > 0; }
 
   private:
     int connect();
+    int append(const std::string& line);
+    int appendAll(const std::string& line, bool sync);
     int send(const std::string& line) const;
     bool isMoved() const;
 
     const std::string path_;
+    const bool optional_;
+    std::mutex mutex_; ///< guards the members below
     Descriptor fd_;
     bool socket_ = false;
-    bool torn_ = false; ///< the file ends in the middle of a line
+    bool torn_ = false;                ///< the file ends in the middle of a line
+    std::atomic<unsigned> missing_{0}; ///< lines since the last that was written
 };
 
-int Target::open() {
+int Record::open() {
     struct stat state {};
     // Once a socket, always one: while syslog is started anew there is none.
     socket_ = socket_ || path_ == kSyslog || (::stat(path_.c_str(), &state) == 0 && S_ISSOCK(state.st_mode));
@@ -62,19 +66,15 @@ int Target::open() {
         return errno;
     }
     char last = '\n';
-    torn_ = ::fstat(fresh.get(), &state) == 0 && state.st_size > 0 &&
-            ::pread(fresh.get(), &last, 1, state.st_size - 1) == 1 && last != '\n';
+    const bool read = ::fstat(fresh.get(), &state) == 0 && ::pread(fresh.get(), &last, 1, state.st_size - 1) == 1;
+    torn_ = read && last != '\n';
     fd_ = std::move(fresh);
     return 0;
 }
 
-int Target::connect() {
-    sockaddr_un address{};
-    address.sun_family = AF_UNIX;
-    if (path_.size() >= sizeof address.sun_path) {
-        return ENAMETOOLONG;
-    }
-    path_.copy(address.sun_path, path_.size());
+int Record::connect() {
+    sockaddr_un address{AF_UNIX, {}};
+    path_.copy(address.sun_path, sizeof address.sun_path - 1);
     Descriptor fresh(::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0));
     ::setsockopt(fresh.get(), SOL_SOCKET, SO_SNDTIMEO, &kSyslogPatience, sizeof kSyslogPatience);
     if (::connect(fresh.get(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) {
@@ -85,128 +85,80 @@ int Target::connect() {
 }
 
 /// A record that was moved away, or removed, is begun anew.
-bool Target::isMoved() const {
+bool Record::isMoved() const {
     struct stat mine {};
     struct stat named {};
     return fd_.get() < 0 || ::fstat(fd_.get(), &mine) != 0 || ::stat(path_.c_str(), &named) != 0 ||
            mine.st_ino != named.st_ino || mine.st_dev != named.st_dev;
 }
 
-int Target::send(const std::string& line) const {
+int Record::send(const std::string& line) const {
     // Syslog adds the time.
-    const auto text = "<" + std::to_string(LOG_AUTHPRIV | LOG_NOTICE) + ">" + kProgram + "[" +
-                      std::to_string(::getpid()) + "]: audit " + line;
+    const auto text = "<" + std::to_string(LOG_AUTHPRIV | LOG_NOTICE) + ">cimserverd[" + std::to_string(::getpid()) +
+                      "]: audit " + line;
     return ::send(fd_.get(), text.data(), text.size(), MSG_NOSIGNAL) < 0 ? errno : 0;
 }
 
-int Target::append(const std::string& line) {
+int Record::append(const std::string& line) {
     if (socket_) {
         const int error = send(line);
         return error == 0 || open() != 0 ? error : send(line); // the other end may have been started anew
     }
-    if (isMoved()) {
-        if (const int error = open()) {
-            return error;
-        }
+    if (const int error = isMoved() ? open() : 0) {
+        return error;
     }
     const auto text = (torn_ ? "\n" : "") + utcNow("%Y-%m-%dT%H:%M:%S+00:00 audit ") + line + "\n";
     const auto written = ::write(fd_.get(), text.data(), text.size());
-    if (written == static_cast<ssize_t>(text.size())) {
-        torn_ = false;
-        return 0;
+    const bool whole = written == static_cast<ssize_t>(text.size());
+    torn_ = !whole && (torn_ || written > 0);
+    return whole ? 0 : written < 0 ? errno : ENOSPC;
+}
+
+int Record::appendAll(const std::string& line, bool sync) {
+    // The gap is part of the record.
+    int result = missing_ == 0 ? 0 : append(std::to_string(missing_.load()) + " lines are missing here");
+    if (result == 0 && !line.empty()) {
+        result = append(line);
     }
-    torn_ = torn_ || written > 0;
-    return written < 0 ? errno : ENOSPC;
+    const bool synced = !sync || socket_ || ::fdatasync(fd_.get()) == 0 || errno == EINVAL; // EINVAL: no disk behind it
+    return result != 0 || synced ? result : errno;
 }
 
-int Target::sync() const {
-    const bool done = socket_ || ::fdatasync(fd_.get()) == 0 || errno == EINVAL || errno == EROFS; // no disk behind it
-    return done ? 0 : errno;
+bool Record::write(const std::string& line, bool sync) {
+    const std::lock_guard lock(mutex_);
+    const int result = appendAll(line, sync);
+    if ((result == 0) == failing()) {
+        log::write(result == 0 ? log::Level::Info : log::Level::Error, "audit",
+                   "writing " + path_ + ": " + std::strerror(result));
+    }
+    missing_ = result == 0 ? 0 : missing_ + (line.empty() ? 0U : 1U);
+    return result == 0 || optional_;
 }
-
-/// The target with what is known of its state.
-struct Record {
-    explicit Record(const Settings& from) : target(from.target), optional(from.optional) {}
-
-    bool write(std::string_view line, bool sync);
-    std::string problem();
-
-    std::mutex mutex;
-    Target target;
-    const bool optional;
-    std::atomic<unsigned> missing{0}; ///< lines since the last that was written
-    int error = 0;                    ///< why
-
-  private:
-    int tell(std::string_view line, bool sync);
-};
 
 std::unique_ptr<Record> record;
-
-int Record::tell(std::string_view line, bool sync) {
-    int result = 0;
-    if (missing > 0) { // the gap is part of the record
-        result = target.append(std::to_string(missing.load()) + " lines are missing here: " + std::strerror(error));
-    }
-    result = result == 0 && !line.empty() ? target.append(std::string(line)) : result;
-    return result == 0 && sync ? target.sync() : result;
-}
-
-bool Record::write(std::string_view line, bool sync) {
-    const std::lock_guard lock(mutex);
-    const int result = tell(line, sync);
-    if (result != 0 && missing == 0) {
-        log::write(log::Level::Error, "audit", "cannot write " + target.path() + ": " + std::strerror(result));
-    } else if (result == 0 && missing > 0) {
-        log::write(log::Level::Info, "audit", "can write " + target.path() + " again");
-    }
-    error = result;
-    missing = result == 0 ? 0 : missing + (line.empty() ? 0U : 1U);
-    return result == 0;
-}
-
-std::string Record::problem() {
-    if (missing == 0) { // without the lock: a thread may hold it as long as the disk takes
-        return "";
-    }
-    return write("", false) ? "" : "the audit record cannot be written";
-}
 
 } // namespace
 
 void configure(const Settings& settings) {
     record = settings.target.empty() ? nullptr : std::make_unique<Record>(settings);
-    if (const int error = record ? record->target.open() : 0) {
-        throw std::runtime_error("cannot write the audit record " + record->target.path() + ": " +
-                                 std::strerror(error));
+    if (const int error = record ? record->open() : 0) {
+        throw std::runtime_error("cannot write the audit record " + record->path() + ": " + std::strerror(error));
     }
 }
 
-bool begin(std::string_view line) noexcept {
-    try {
-        return !record || record->write(std::string(line) + " -> begun", true) || record->optional;
-    } catch (...) {
-        return record->optional;
-    }
+bool begin(const std::string& line) {
+    return !record || record->write(line + " -> begun", true);
 }
 
-void end(std::string_view line) noexcept {
-    try {
-        if (record) {
-            record->write(line, false);
-        } else {
-            log::audit(line);
-        }
-    } catch (...) { // out of memory: the line is lost
-    }
+void end(const std::string& line) {
+    record ? static_cast<void>(record->write(line, false)) : log::audit(line);
 }
 
-std::string problem() noexcept {
-    try {
-        return record ? record->problem() : "";
-    } catch (...) {
-        return "out of memory";
+std::string problem() {
+    if (record && record->failing()) {
+        record->write("", false);
     }
+    return record && record->failing() ? "the audit record cannot be written" : "";
 }
 
 } // namespace cimserver::audit

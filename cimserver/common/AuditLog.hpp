@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 namespace cimserver::audit {
 
@@ -16,12 +15,12 @@ void configure(const Settings& settings);
 
 /// Records a change that is about to be made, on disk when this returns. False when the change must not be made because
 /// it cannot be recorded. Does nothing when the log has the record: it cannot tell.
-bool begin(std::string_view line) noexcept;
+bool begin(const std::string& line);
 
 /// Records how a request ended.
-void end(std::string_view line) noexcept;
+void end(const std::string& line);
 
 /// What prevents the record from being written, as a line for monitoring; empty when nothing does.
-std::string problem() noexcept;
+std::string problem();
 
 } // namespace cimserver::audit

@@ -10,28 +10,20 @@
 #include <atomic>
 #include <climits>
 #include <csignal>
-#include <cstdint>
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
 #include <ctime>
 #include <memory>
 
-// Everything that the signal handler calls is async-signal-safe, but for backtrace() and dladdr(): they take no memory
-// once they have run, and should the loader's lock be held for ever, the alarm ends the process.
+// The signal handler keeps to what works in one: no memory is allocated, and should a lock of the C library or the
+// loader be held for ever, the alarm ends the process.
 
 namespace cimserver::crash {
 
 namespace {
 
-struct Signal {
-    int number;
-    const char* name;
-};
-
-constexpr std::array<Signal, 6> kSignals{{{SIGSEGV, "SIGSEGV"},
-                                          {SIGBUS, "SIGBUS"},
-                                          {SIGFPE, "SIGFPE"},
-                                          {SIGILL, "SIGILL"},
-                                          {SIGSYS, "SIGSYS"},
-                                          {SIGABRT, "SIGABRT"}}};
+constexpr std::array<int, 6> kSignals{SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGSYS, SIGABRT};
 constexpr std::size_t kTasks = 128;
 constexpr std::size_t kTaskBytes = 240;
 constexpr std::size_t kStackBytes = std::size_t{64} * 1024;
@@ -42,62 +34,28 @@ constexpr unsigned kLongestReport = 10; ///< seconds
 char logPath[PATH_MAX];
 std::atomic<bool> reporting{false};
 
-/// A line under construction; what does not fit is cut.
-class Line {
-  public:
-    Line() { time().text(" fatal crash: "); }
-
-    Line& text(std::string_view text) {
-        for (const char c : text.substr(0, sizeof buffer_ - 1 - size_)) {
-            buffer_[size_++] = c;
-        }
-        return *this;
-    }
-    Line& number(std::uint64_t value, unsigned base, std::size_t digits = 1) {
-        char reversed[24];
-        std::size_t count = 0;
-        for (; value != 0 || count < digits; value /= base) {
-            reversed[count++] = "0123456789abcdef"[value % base];
-        }
-        std::reverse(reversed, reversed + count);
-        return text({reversed, count});
-    }
-    Line& address(const void* address) { return text("0x").number(reinterpret_cast<std::uintptr_t>(address), 16); }
-    void write() {
-        buffer_[size_++] = '\n';
-        put(STDERR_FILENO);
-        const int log = logPath[0] == '\0' ? -1 : ::open(logPath, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0640);
-        put(log);
-        ::close(log);
-    }
-
-  private:
-    void put(int fd) const { [[maybe_unused]] const auto written = ::write(fd, buffer_, size_); }
-    Line& time();
-
-    char buffer_[1024];
-    std::size_t size_ = 0;
-};
-
-/// Like the log's, in UTC; the library's functions take locks.
-Line& Line::time() {
+/// Writes a line like the log's; a long one is cut.
+[[gnu::format(printf, 1, 2)]] void report(const char* format, ...) {
     timespec now{};
+    std::tm utc{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    const auto seconds = static_cast<std::uint64_t>(now.tv_sec);
-    // The calendar repeats every 400 years, 146097 days; its years are counted from March, so that leap days come last.
-    const std::uint64_t days = seconds / 86400 + 719468;
-    const std::uint64_t day = days % 146097;
-    const std::uint64_t year = (day - day / 1460 + day / 36524 - day / 146096) / 365;
-    const std::uint64_t dayOfYear = day - (365 * year + year / 4 - year / 100);
-    const std::uint64_t month = (5 * dayOfYear + 2) / 153;
-    number(days / 146097 * 400 + year + (month < 10 ? 0 : 1), 10).text("-");
-    number(month < 10 ? month + 3 : month - 9, 10, 2).text("-");
-    number(dayOfYear - (153 * month + 2) / 5 + 1, 10, 2).text("T");
-    number(seconds / 3600 % 24, 10, 2).text(":").number(seconds / 60 % 60, 10, 2).text(":");
-    return number(seconds % 60, 10, 2)
-        .text(".")
-        .number(static_cast<std::uint64_t>(now.tv_nsec) / 1000000, 10, 3)
-        .text("+00:00");
+    ::gmtime_r(&now.tv_sec, &utc);
+    char line[1024];
+    constexpr int kSpace = sizeof line - 1;
+    int size =
+        std::snprintf(line, kSpace, "%04d-%02d-%02dT%02d:%02d:%02d.%03ld+00:00 fatal crash: ", utc.tm_year + 1900,
+                      utc.tm_mon + 1, utc.tm_mday, utc.tm_hour, utc.tm_min, utc.tm_sec, now.tv_nsec / 1'000'000);
+    va_list arguments;
+    va_start(arguments, format);
+    size += std::vsnprintf(line + size, static_cast<std::size_t>(kSpace - size), format, arguments);
+    va_end(arguments);
+    size = std::min(size, kSpace - 1);
+    line[size++] = '\n';
+    const int log = logPath[0] == '\0' ? -1 : ::open(logPath, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0640);
+    for (const int fd : {STDERR_FILENO, log}) {
+        [[maybe_unused]] const auto written = ::write(fd, line, static_cast<std::size_t>(size));
+    }
+    ::close(log);
 }
 
 /// The stack that the handler runs on: the thread's own may be used up.
@@ -124,21 +82,10 @@ void writeStack(void* const* frames, int count) {
         // A caller's frame has the address after the call, which may belong to the next line of the source.
         const auto* const at = static_cast<const char*>(frames[i]) - (i == kHandlerFrames ? 0 : 1);
         Dl_info module{};
-        Line line;
-        line.text("#").number(static_cast<std::uint64_t>(i - kHandlerFrames), 10).text(" ");
-        if (::dladdr(at, &module) != 0 && module.dli_fname != nullptr) {
-            const auto offset = at - static_cast<const char*>(module.dli_fbase);
-            line.text(module.dli_fname).text("+0x").number(static_cast<std::uint64_t>(offset), 16).write();
-        } else {
-            line.address(at).write();
-        }
+        const bool known = ::dladdr(at, &module) != 0 && module.dli_fname != nullptr;
+        const auto offset = static_cast<std::size_t>(at - static_cast<const char*>(module.dli_fbase));
+        report("#%d %s+0x%zx", i - kHandlerFrames, known ? module.dli_fname : "?", offset);
     }
-}
-
-const char* nameOf(int number) {
-    const auto* const found =
-        std::find_if(kSignals.begin(), kSignals.end(), [number](const Signal& one) { return one.number == number; });
-    return found == kSignals.end() ? "a signal" : found->name;
 }
 
 /// Work under way. Static, so that a handler on another thread may read it at any time.
@@ -150,27 +97,17 @@ struct Entry {
 std::array<Entry, kTasks> tasks;
 thread_local std::size_t current = kTasks; ///< the calling thread's entry
 
-std::string_view textOf(const Entry& entry) {
-    return {entry.text.data(),
-            static_cast<std::size_t>(std::find(entry.text.begin(), entry.text.end(), '\0') - entry.text.begin())};
-}
-
 void writeCause(int number, const siginfo_t& info) {
-    Line line;
-    line.text(nameOf(number));
-    if (info.si_code > 0) {
-        line.text(" at ").address(info.si_addr);
-    } else {
-        line.text(" sent by process ").number(static_cast<std::uint64_t>(info.si_pid), 10);
-    }
-    line.text(" in process ").number(static_cast<std::uint64_t>(::getpid()), 10);
-    if (current < kTasks) {
-        return line.text(" during ").text(textOf(tasks[current])).write();
-    }
-    line.text(" outside of the requests").write();
-    for (const Entry& entry : tasks) {
-        if (entry.used) {
-            Line().text("under way: ").text(textOf(entry)).write();
+    const bool fault = info.si_code > 0;
+    char cause[64];
+    fault ? std::snprintf(cause, sizeof cause, "at %p", info.si_addr)
+          : std::snprintf(cause, sizeof cause, "sent by process %d", info.si_pid);
+    const bool mine = current < kTasks;
+    report("SIG%s %s in process %d %s", ::sigabbrev_np(number), cause, ::getpid(),
+           mine ? "in a request" : "outside of the requests");
+    for (std::size_t i = 0; i < kTasks; ++i) {
+        if (mine ? i == current : tasks[i].used.load()) {
+            report("under way: %s", tasks[i].text.data());
         }
     }
 }
@@ -200,11 +137,11 @@ void install(const std::string& logFile) {
     struct sigaction action {};
     action.sa_sigaction = onCrash;
     action.sa_flags = SA_SIGINFO | SA_ONSTACK;
-    for (const auto& one : kSignals) {
-        ::sigaddset(&action.sa_mask, one.number); // a fault in the handler ends the process at once
+    for (const int number : kSignals) {
+        ::sigaddset(&action.sa_mask, number); // a fault in the handler ends the process at once
     }
-    for (const auto& one : kSignals) {
-        ::sigaction(one.number, &action, nullptr);
+    for (const int number : kSignals) {
+        ::sigaction(number, &action, nullptr);
     }
 }
 

@@ -66,7 +66,7 @@ TEST_F(Audit, NamesObjectsAndValuesOfRefusedRequestsWithoutSecrets) {
         {modify(key("Name", "n"),
                 "<PROPERTY.ARRAY NAME='C' "
                 "TYPE='string'><VALUE.ARRAY><VALUE>NULL</VALUE><VALUE.NULL/></VALUE.ARRAY></PROPERTY.ARRAY>"),
-         "root:T.Name=\"n\" C={\"NULL\", NULL}"},
+         R"(root:T.Name="n" C="<VALUE.ARRAY\x3e<VALUE\x3eNULL</VALUE\x3e<VALUE.NULL/\x3e</VALUE.ARRAY\x3e")"},
         {modify(key("FTPPassword", "hunter2") + key("B", "b"), property("PASSWORDS", "<VALUE>hunter2</VALUE>")),
          "root:T.FTPPassword=***,B=\"b\" PASSWORDS=***"},
         {modify("<KEYVALUE>hunter2</KEYVALUE>", property("E", "<VALUE>&lt;P NAME='password'>hunter2</VALUE>")),
