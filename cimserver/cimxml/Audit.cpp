@@ -147,13 +147,6 @@ std::string shown(const CIMValue& value) {
     return value.isArray() ? "{" + list + "}" : list;
 }
 
-/// What follows the name of a secret is left out.
-std::string withoutSecrets(const std::string& description) {
-    constexpr std::string_view kSecret = "password";
-    const auto at = folded(description).find(kSecret);
-    return at == std::string::npos ? description : description.substr(0, at + kSecret.size()) + std::string(kMask);
-}
-
 std::string nextId() {
     static std::atomic<unsigned> count{0};
     return std::to_string(::getpid()) + "." + std::to_string(++count);

@@ -6,6 +6,7 @@
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
@@ -125,7 +126,8 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     }
     ++errors_;
     const std::string code = std::to_string(outcome.code);
-    log::write(log::Level::Debug, "cimxml", lineFor(request, "error " + code + " " + outcome.description));
+    log::write(log::Level::Debug, "cimxml",
+               lineFor(request, "error " + code + " " + withoutSecrets(outcome.description)));
     XmlWriter error;
     Element(error, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
     return envelope(message, operation, error.text());
