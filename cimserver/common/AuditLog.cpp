@@ -129,7 +129,8 @@ bool Record::write(const std::string& line, bool sync) {
     const int result = appendAll(line, sync);
     if ((result == 0) == failing()) {
         log::write(result == 0 ? log::Level::Info : log::Level::Error, "audit",
-                   "writing " + path_ + ": " + std::strerror(result));
+                   result == 0 ? "writing " + path_ + " again"
+                               : "cannot write " + path_ + ": " + std::strerror(result));
     }
     missing_ = result == 0 ? 0 : missing_ + (line.empty() ? 0U : 1U);
     return result == 0 || optional_;

@@ -199,11 +199,12 @@ Access::Decision Access::decide(const std::optional<std::string>& authorization,
     if (const auto* known = cache_.find(*credentials, now)) {
         return {*known, std::nullopt, {}, generation_};
     }
-    const auto turn = throttle_.begin(peer, now);
+    auto turn = throttle_.begin(peer, now);
     if (!turn) {
         logRefusal(log::Level::Warning, peer, "too many failed logins under way");
         return {};
     }
+    turn->rank = cache_.knows(*credentials) ? 0 : turn->rank;
     return {std::nullopt, std::move(credentials), *turn, generation_};
 }
 

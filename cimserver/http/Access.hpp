@@ -70,6 +70,8 @@ class LoginCache {
   public:
     explicit LoginCache(Clock::duration life);
     const Identity* find(const Credentials& credentials, Clock::time_point now);
+    /// True for credentials that were right once, also when that is no longer enough.
+    bool knows(const Credentials& credentials) const { return entries_.count(keyOf(credentials)) != 0; }
     void add(const Credentials& credentials, const Identity& identity, Clock::time_point now);
     void clear() { entries_.clear(); }
 

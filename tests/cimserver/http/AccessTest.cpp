@@ -105,19 +105,19 @@ TEST(LoginThrottle, AFloodNeitherDelaysOthersNorClearsTheGuilty) {
     EXPECT_LT(throttle.begin("known", now)->rank, fresh->rank);
 }
 
-TEST(CheckQueue, TakesTheLowestRankFirst) {
+TEST(CheckQueue, TakesTheLowestRankAndTheNewestFirst) {
     CheckQueue queue;
     std::promise<void> begin;
     std::promise<void> end;
     std::string order;
     queue.add(0, [&] { begin.get_future().wait(); });
     queue.add(7, [&] { end.set_value(); });
-    for (const unsigned rank : {5U, 1U, 3U, 1U}) {
-        queue.add(rank, [&order, rank] { order += std::to_string(rank); });
+    for (const auto& [rank, name] : {std::pair(5U, 'd'), {1U, 'b'}, {3U, 'c'}, {1U, 'a'}}) {
+        queue.add(rank, [&order, one = name] { order += one; });
     }
     begin.set_value();
     end.get_future().wait();
-    EXPECT_EQ(order, "1135");
+    EXPECT_EQ(order, "abcd");
 }
 
 TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
@@ -141,7 +141,9 @@ TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
     EXPECT_TRUE(after.check) << "what the file of before confirmed is not remembered";
     access.conclude(after, identity, "peer", now);
     EXPECT_TRUE(ask(now + 9s).identity);
-    EXPECT_TRUE(ask(now + 10s).check);
+    const auto late = access.decide("Basic a25vd246cGFzc3dvcmQ=", "other", "", now + 10s);
+    EXPECT_TRUE(late.check);
+    EXPECT_EQ(late.turn.rank, 0U) << "what was right before is checked first";
 }
 
 TEST(LoginCache, FindsOnlyTheSameCredentialsAndNotForLong) {
