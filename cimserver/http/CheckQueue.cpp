@@ -2,11 +2,7 @@
 
 #include <boost/asio/post.hpp>
 
-#include <iterator>
-
 namespace cimserver::http {
-
-constexpr unsigned kTurns = 8; ///< one in so many is the oldest's
 
 void CheckQueue::add(unsigned rank, std::function<void()> check) {
     {
@@ -19,11 +15,9 @@ void CheckQueue::add(unsigned rank, std::function<void()> check) {
 /// Called once for each check that was added.
 void CheckQueue::runFirst() {
     std::unique_lock lock(mutex_);
-    const auto oldest = waiting_.begin();
-    const auto newest = std::prev(waiting_.upper_bound(oldest->first));
-    const auto next = waiting_.extract(++taken_ % kTurns == 0 ? oldest : newest);
+    const auto first = waiting_.extract(waiting_.begin());
     lock.unlock();
-    next.mapped()();
+    first.mapped()();
 }
 
 } // namespace cimserver::http

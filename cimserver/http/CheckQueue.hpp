@@ -10,19 +10,16 @@
 namespace cimserver::http {
 
 /// Runs checks one after the other, the lowest rank first: whoever has failed before waits behind those who have not.
-/// Of equal ranks mostly the newest is taken, so that a flood that keeps hundreds waiting does not delay one who comes
-/// later.
 class CheckQueue {
   public:
-    /// From any thread.
+    /// From any thread. Equal ranks keep their order.
     void add(unsigned rank, std::function<void()> check);
 
   private:
     void runFirst();
 
     std::mutex mutex_;
-    std::multimap<unsigned, std::function<void()>> waiting_; ///< equal ranks in the order of their arrival
-    unsigned taken_ = 0;
+    std::multimap<unsigned, std::function<void()>> waiting_;
     boost::asio::thread_pool thread_{1}; ///< ends before the members above
 };
 

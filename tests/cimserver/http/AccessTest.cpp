@@ -105,14 +105,14 @@ TEST(LoginThrottle, AFloodNeitherDelaysOthersNorClearsTheGuilty) {
     EXPECT_LT(throttle.begin("known", now)->rank, fresh->rank);
 }
 
-TEST(CheckQueue, TakesTheLowestRankAndTheNewestFirst) {
+TEST(CheckQueue, TakesTheLowestRankFirst) {
     CheckQueue queue;
     std::promise<void> begin;
     std::promise<void> end;
     std::string order;
     queue.add(0, [&] { begin.get_future().wait(); });
     queue.add(7, [&] { end.set_value(); });
-    for (const auto& [rank, name] : {std::pair(5U, 'd'), {1U, 'b'}, {3U, 'c'}, {1U, 'a'}}) {
+    for (const auto& [rank, name] : {std::pair(5U, 'd'), {1U, 'a'}, {3U, 'c'}, {1U, 'b'}}) {
         queue.add(rank, [&order, one = name] { order += one; });
     }
     begin.set_value();
