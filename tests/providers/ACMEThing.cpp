@@ -4,6 +4,7 @@
 #include "OW_CppProviderIncludes.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <iostream>
 #include <map>
@@ -264,8 +265,8 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
     }
 
     static void crash() {
-        volatile int* const nowhere = nullptr;
-        *nowhere = 1;
+        volatile std::uintptr_t nowhere = 16;
+        *reinterpret_cast<volatile int*>(nowhere) = 1;
     }
     static int overflow(volatile int depth) {
         volatile char frame[4096];

@@ -183,10 +183,10 @@ TEST_F(ProgramTest, AChangeThatCannotBeRecordedIsRefusedAndHealthTells) {
 TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
     support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
     const std::tuple<const char*, int, const char*, const char*> cases[] = {
-        {"crash", SIGSEGV, "SIGSEGV at (nil) in", " in a request\n"},
+        {"crash", SIGSEGV, "SIGSEGV at 0x10 in", " in a request\n"},
         {"overflow", SIGSEGV, "SIGSEGV at 0x", " in a request\n"},
         {"abort", SIGABRT, "SIGABRT sent by", " in a request\n"},
-        {"crash in a thread", SIGSEGV, "SIGSEGV at (nil)", " outside of the requests\n"}};
+        {"crash in a thread", SIGSEGV, "SIGSEGV at 0x10", " outside of the requests\n"}};
     const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
     for (const auto& [how, signal, line, where] : cases) {
         http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
