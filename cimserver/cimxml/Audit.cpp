@@ -28,7 +28,7 @@ constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopq
 /// In double quotes, with backslashes before quotes and backslashes. An outcome follows "->", so ">" is escaped, too.
 std::string quoted(std::string_view text) {
     std::string result;
-    for (const char c : text.substr(0, kLongestText)) {
+    for (const char c : withoutUserInfo(text.substr(0, kLongestText))) {
         result += c == '"' || c == '\\' ? std::string{'\\', c} : std::string(1, c);
     }
     result = log::escaped(result);
