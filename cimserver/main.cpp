@@ -9,6 +9,7 @@
 #include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/common/AuditLog.hpp"
 #include "cimserver/common/CrashReport.hpp"
+#include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
