@@ -1,5 +1,6 @@
 #include "cimserver/cimxml/WellFormedness.hpp"
 
+#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
@@ -50,11 +51,6 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
 }
 
 constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
-
-bool isCharacter(char32_t code) {
-    return code == '\t' || code == '\n' || code == '\r' || (code >= 0x20 && code <= 0xD7FF) ||
-           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
-}
 
 class Scanner {
   public:
@@ -121,7 +117,7 @@ class Scanner {
     /// Moves over one character beyond ASCII, which must be legal.
     void wideCharacter() {
         const Character character = decodeUtf8(text_.substr(at_, 4));
-        if (!character.valid || !isCharacter(character.code)) {
+        if (!character.valid || !isXmlCharacter(character.code)) {
             fail("not a character in utf-8");
         }
         at_ += character.length;
@@ -390,7 +386,7 @@ class Scanner {
             code = code * (hexadecimal ? 16 : 10) + digit(text_[at_], hexadecimal);
         }
         require(";");
-        if (digits == 0 || !isCharacter(code)) {
+        if (digits == 0 || !isXmlCharacter(code)) {
             failAt(from, "a reference to no character");
         }
     }

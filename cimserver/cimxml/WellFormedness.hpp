@@ -15,9 +15,9 @@ struct XmlLimits {
 
 constexpr XmlLimits kUnlimited{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
 
-/// Goes through the text once and keeps nothing of it. Throws HttpError request-not-well-formed, with line and column of
-/// the fault, unless the text is a well-formed document in UTF-8, within the limits and without declarations of its own,
-/// so that only XML's five predefined entities can occur. A text that passes means the same to every XML parser.
+/// Goes through the text once and keeps nothing of it. Throws HttpError request-not-well-formed, with line and column
+/// of the fault, unless the text is a well-formed document in UTF-8, within the limits and without declarations of its
+/// own, so that only XML's five predefined entities can occur. A text that passes means the same to every XML parser.
 void requireWellFormed(std::string_view text, const XmlLimits& limits);
 
 } // namespace cimserver::cimxml

@@ -51,7 +51,8 @@ bool String::equals(const char* arg) const {
 }
 
 bool String::equalsIgnoreCase(const String& arg) const {
-    return compareToIgnoreCase(arg) == 0;
+    return (length() == arg.length() && std::memcmp(c_str(), arg.c_str(), length()) == 0) ||
+           compareToIgnoreCase(arg) == 0;
 }
 
 bool String::equalsIgnoreCase(const char* arg) const {
