@@ -116,11 +116,44 @@ CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, co
     const CIMName name(declared.getName());
     const CIMProperty shown = previous.getProperty(name);
     const CIMValue value = shown ? shown.getValue() : path.getKeyValue(name);
+    if (isEmbedded(value)) {
+        return value;
+    }
     try {
         return CIMValueCast::castValueToDataType(value, declared.getDataType());
     } catch (const Exception&) {
         return value; // the types cannot be compared, so the value counts as different
     }
+}
+
+bool sameValue(const CIMValue& present, const CIMValue& sent);
+
+/// True when the instances have the same class and values: neither the order nor what is NULL counts.
+bool sameInstance(const CIMInstance& present, const CIMInstance& sent) {
+    const auto values = [](const CIMInstance& one) {
+        const CIMPropertyArray all = one.getProperties();
+        return std::count_if(all.begin(), all.end(), [](const CIMProperty& p) { return bool(p.getValue()); });
+    };
+    const CIMPropertyArray all = sent.getProperties();
+    return present.getClassName().equalsIgnoreCase(sent.getClassName()) && values(present) == values(sent) &&
+           std::all_of(all.begin(), all.end(), [&](const CIMProperty& p) {
+               return !p.getValue() || sameValue(presentValue(present, CIMObjectPath(), p), p.getValue());
+           });
+}
+
+bool sameValue(const CIMValue& present, const CIMValue& sent) {
+    if (!isEmbedded(present) || !sent || !present.sameType(sent)) { // arrays are types of their own
+        return present.equal(sent);
+    }
+    if (present.getType() == CIMDataType::EMBEDDEDCLASS) {
+        return present.toString().equals(sent.toString());
+    }
+    if (!sent.isArray()) {
+        return sameInstance(present.toCIMInstance(), sent.toCIMInstance());
+    }
+    const CIMInstanceArray before = present.toCIMInstanceArray();
+    const CIMInstanceArray after = sent.toCIMInstanceArray();
+    return std::equal(before.begin(), before.end(), after.begin(), after.end(), sameInstance);
 }
 
 /// The class's key properties with the values of the path: providers find the object by them.
@@ -142,6 +175,10 @@ void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
 }
 
 } // namespace
+
+bool isEmbedded(const CIMValue& value) {
+    return value && (value.getType() == CIMDataType::EMBEDDEDINSTANCE || value.getType() == CIMDataType::EMBEDDEDCLASS);
+}
 
 bool isWanted(const StringArray* propertyList, const String& name) {
     return propertyList == nullptr || std::any_of(propertyList->begin(), propertyList->end(),
@@ -200,7 +237,7 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
             requireSameKey(property, path);
         } else if (propertyList != nullptr
                        ? isWanted(propertyList, sent.getName())
-                       : all || !presentValue(previous, path, property).equal(property.getValue())) {
+                       : all || !sameValue(presentValue(previous, path, property), property.getValue())) {
             take(property);
         }
     }

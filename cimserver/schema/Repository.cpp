@@ -52,6 +52,14 @@ std::vector<String> Repository::namespaces() const {
     return names;
 }
 
+std::vector<String> Repository::aliases() const {
+    std::vector<String> names;
+    for (const auto& [alias, ns] : impl_->aliases) {
+        names.emplace_back(alias.c_str());
+    }
+    return names;
+}
+
 String Repository::canonicalNamespace(const String& ns) const {
     const Namespace* const found = impl_->find(ns);
     return found == nullptr ? String() : String(found->name.c_str());
