@@ -141,9 +141,8 @@ std::string shown(const CIMValue& value) {
         return quoted(view(value.toString()));
     }
     std::string list;
-    for (const auto& text : formatValue(value)) {
-        append(list, ", ", text ? quoted(*text) : "NULL");
-    }
+    forEachText(value,
+                [&list](std::optional<std::string_view> text) { append(list, ", ", text ? quoted(*text) : "NULL"); });
     return value.isArray() ? "{" + list + "}" : list;
 }
 
