@@ -7,6 +7,9 @@
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/common/AuditLog.hpp"
+#include "cimserver/common/CrashReport.hpp"
+#include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
@@ -61,11 +64,11 @@ class CimSide {
     /// Serves as long as this object lives.
     http::Application application() {
         return {[this](const auto& exchange) { host_.run(std::make_shared<CimRequest>(dispatcher_, exchange)); },
-                cimxml::optionsResponse(),
+                cimxml::optionsResponse(), audit::problem,
                 [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
                     return cimxml::maskedBodies(request, response, limits);
                 },
-                [this] { return trouble(); }};
+                [this] { return notices(); }};
     }
     /// To be called every second or so.
     void inspect() { host_.inspect(std::chrono::steady_clock::now()); }
@@ -83,7 +86,7 @@ class CimSide {
     std::uint64_t errors() const { return dispatcher_.errors(); }
 
   private:
-    std::string trouble() const {
+    std::string notices() const {
         const auto slow = host_.slowCalls();
         return slow == 0 ? "" : "degraded: slow provider calls under way: " + std::to_string(slow);
     }
@@ -216,6 +219,7 @@ int serve(const Options& options) {
         announce(output, "the configuration is in order");
         return Stopped;
     }
+    audit::configure(options.audit);
     cim.preload(options.preload);
     listen(server, options, output);
     followSignals(signals, server, cim);
@@ -251,6 +255,7 @@ int main(int argc, char** argv) {
         checkFolders(*options);
         checkAccess(*options);
         log::configure(options->log);
+        crash::install(options->log.file);
         logFile = !options->log.file.empty();
         return serve(*options);
     } catch (const OptionsError& error) {

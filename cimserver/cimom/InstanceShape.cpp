@@ -8,6 +8,8 @@
 
 namespace cimserver::cimom {
 
+// A "for" over an array that a function returns would copy its elements: only a constant array is read in place.
+
 namespace {
 
 bool isUntyped(const CIMProperty& property) {
@@ -41,8 +43,9 @@ class Finder {
 CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass,
                                     const StringArray* covered) {
     CIMPropertyArray all(delivered);
+    const CIMPropertyArray declaredOnes = cimClass.getAllProperties();
     Finder finder(delivered);
-    for (const CIMProperty& declared : cimClass.getAllProperties()) {
+    for (const CIMProperty& declared : declaredOnes) {
         const std::size_t at = finder.find(declared.getName());
         if (at == delivered.size()) {
             if (isWanted(covered, declared.getName())) {
@@ -58,16 +61,18 @@ CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIM
 CIMPropertyArray selected(const CIMPropertyArray& all, const StringArray* propertyList) {
     CIMPropertyArray wanted;
     for (const CIMProperty& property : all) {
-        if (!isWanted(propertyList, property.getName())) {
+        if (propertyList != nullptr && !isWanted(propertyList, property.getName())) {
             continue;
         }
         if (isUntyped(property)) {
             throw CimError(Status::Failed,
                            std::string("Property ") + property.getName().c_str() + " has no type defined");
         }
-        wanted.push_back(property);
+        if (propertyList != nullptr) {
+            wanted.push_back(property);
+        }
     }
-    return wanted;
+    return propertyList != nullptr ? wanted : all;
 }
 
 bool hasValue(const CIMPropertyArray& properties, const String& name) {
@@ -207,7 +212,8 @@ const CIMInstance& requireInstance(const CIMInstance& delivered) {
 }
 
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
-    for (const CIMProperty& key : cimClass.getKeys()) {
+    const CIMPropertyArray declared = cimClass.getKeys();
+    for (const CIMProperty& key : declared) {
         if (!hasValue(keys, key.getName())) {
             throw CimError(Status::Failed, std::string("No key value for ") + key.getName().c_str());
         }
@@ -223,7 +229,8 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
         result.changes.push_back(property);
         result.names.push_back(property.getName());
     };
-    for (const CIMProperty& sent : modified.getProperties()) {
+    const CIMPropertyArray sentOnes = modified.getProperties();
+    for (const CIMProperty& sent : sentOnes) {
         CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
         property.setValue(sent.getValue());
         if (property.isKey()) {

@@ -4,6 +4,8 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
+#include "cimserver/common/CrashReport.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -66,6 +68,13 @@ class Cimom::Request {
         return within(host().methodProvider(ns_, cimClass, method), cimClass, &provider::ProviderCall::methods, use);
     }
 
+    /// Tells the observer that a provider is about to be called to change something.
+    void announceChange() const {
+        if (observer_ != nullptr) {
+            observer_->beforeChange();
+        }
+    }
+
     /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
     /// Failed for a null instance.
     CIMInstanceArray completed(const CIMInstance& delivered, const String& className, const InstanceSelection&,
@@ -90,7 +99,14 @@ class Cimom::Request {
         if (id.empty()) {
             return false;
         }
-        origin_.what = operationName_ + " of " + cimClass.getName().c_str();
+        const crash::Task task{operation_,
+                               " of ",
+                               cimClass.getName().c_str(),
+                               ", provider ",
+                               id,
+                               ", user ",
+                               origin_.user.empty() ? "-" : origin_.user.c_str()};
+        origin_.what = quote(operation_) + " of " + cimClass.getName().c_str();
         const provider::ProviderCall call = host().enter(id, access_, origin_);
         return asCimError([&] {
             Interface* const provider = (call.*side)();
@@ -103,8 +119,9 @@ class Cimom::Request {
 
     Cimom& cimom_;
     provider::Access access_;
+    std::string operation_;
+    ChangeObserver* observer_;
     String ns_;
-    std::string operationName_;
     provider::CallOrigin origin_;
 };
 

@@ -6,6 +6,7 @@
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
@@ -126,10 +127,11 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     cimom::RequestContext context;
     context.user = request.identity.user;
     context.peer = request.peer;
-    context.operationName = quote(message.name());
     context.mayWrite = request.identity.mayWrite;
-    AuditRecord audit(context, message.name(), message.nameSpace());
+    context.operationName = message.name();
     const Operation* operation = findOperation(message);
+    AuditRecord audit(context, message);
+    context.observer = operation != nullptr && operation->modifies ? &audit : nullptr;
     std::string document;
     const Outcome outcome = outcomeOf([&] {
         document = envelope(message, operation, request.memory,
@@ -143,7 +145,8 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     }
     ++errors_;
     const std::string code = std::to_string(outcome.code);
-    log::write(log::Level::Debug, "cimxml", lineFor(request, "error " + code + " " + outcome.description));
+    log::write(log::Level::Debug, "cimxml",
+               lineFor(request, "error " + code + " " + withoutSecrets(outcome.description)));
     return envelope(message, operation, nullptr, [&](XmlWriter& content) {
         Element(content, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
     });

@@ -1,6 +1,7 @@
 // Helpers for texts. Ignoring case means ASCII letters, independent of the locale.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,14 @@
 namespace cimserver {
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Orders texts ignoring case; look-ups need no std::string.
+struct LessIgnoringCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+};
+template <class T>
+using NameMap = std::map<std::string, T, LessIgnoringCase>;
 
 /// True when `part` occurs in `text`.
 bool containsIgnoringCase(std::string_view text, std::string_view part);

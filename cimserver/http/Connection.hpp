@@ -7,6 +7,7 @@
 #include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Workers.hpp"
 #include "cimserver/http/Access.hpp"
+#include "cimserver/http/CheckQueue.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
 #include "cimserver/http/Message.hpp"
@@ -43,7 +44,7 @@ struct Services {
     bool stopping = false;
     std::function<void(Connection&)> onClosed;
     boost::asio::io_context io{1};
-    boost::asio::thread_pool hasher{1};
+    CheckQueue checks;
     Workers workers; ///< last: its tasks use all the others
 };
 

@@ -78,10 +78,12 @@ struct Application {
     std::function<void(const std::shared_ptr<Exchange>&)> handle;
     /// The answer to OPTIONS; the transport adds Allow.
     Response options{};
+    /// What is wrong, a line each, for the health request; empty when nothing is. Called on the I/O thread.
+    std::function<std::string()> problems{};
     /// Masks secrets for the dump. Called on the I/O thread; without it a dump shows no bodies.
     Mask mask{};
-    /// What is wrong with the server, for /health; empty when nothing is.
-    std::function<std::string()> trouble{};
+    /// What the health request is answered instead of "ok" when nothing is wrong; empty for "ok".
+    std::function<std::string()> notices{};
 };
 
 } // namespace cimserver::http

@@ -138,14 +138,15 @@ bool isForThisHost(const Request& request, const std::vector<std::string>& hostN
             isKnown(target.substr(authority, target.find_first_of("/?", authority) - authority)));
 }
 
-Response healthResponse(const std::string& trouble) {
-    auto response = textResponse(200, trouble.empty() ? "ok" : trouble);
-    response.fields.add("Cache-Control", "no-cache");
-    return response;
-}
-
 bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
+}
+
+Response healthResponse(const std::string& problems, const std::string& notices) {
+    auto response =
+        problems.empty() ? textResponse(200, notices.empty() ? "ok" : notices) : textResponse(503, problems);
+    response.fields.add("Cache-Control", "no-cache");
+    return response;
 }
 
 bool asksForOptions(const Request& request) {

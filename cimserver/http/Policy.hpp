@@ -18,8 +18,9 @@ bool isForThisHost(const Request& request, const std::vector<std::string>& hostN
 
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
-/// Its answer: "ok", or what is wrong.
-Response healthResponse(const std::string& trouble);
+
+/// The answer to it: 200 "ok" or with the notices, or 503 with the problems.
+Response healthResponse(const std::string& problems, const std::string& notices);
 
 /// The methods of the served paths, for the Allow field.
 constexpr const char* kAllowed = "POST, M-POST, OPTIONS";

@@ -37,7 +37,7 @@ void ServerTest::start(bool tls) {
     application.mask = [](const Request& request, const Response& response) -> ShownBodies {
         return {"shown of " + request.method, "shown of " + std::to_string(response.status)};
     };
-    application.trouble = [this] { return trouble_; };
+    application.notices = [this] { return trouble_; };
     server_ = std::make_unique<Server>(settings_, std::move(application));
     port_ = server_->start().at(0).port;
 }
