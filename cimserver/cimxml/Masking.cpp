@@ -1,6 +1,7 @@
 #include "cimserver/cimxml/Masking.hpp"
 
 #include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <pugixml.hpp>

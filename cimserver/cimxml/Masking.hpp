@@ -1,6 +1,7 @@
 // Takes secrets out of requests and replies before they are written to a dump.
 #pragma once
 
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
 
