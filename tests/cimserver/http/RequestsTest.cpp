@@ -1,6 +1,8 @@
 // Requests as clients send them, good and bad, one connection at a time.
 #include "Fixture.hpp"
 
+#include <sys/stat.h>
+
 using namespace http_testing;
 using namespace std::chrono_literals;
 
@@ -21,6 +23,7 @@ TEST_F(RequestsTest, AnswersWhatTheRulesAllow) {
         {"POST http://localhost:5988/cimom HTTP/1.1\r\nHost: localhost\r\nCONTENT-TYPE: "
          "Application/XML\r\ncOnTeNt-LeNgTh: 1\r\n\r\na",
          "POST||write|a"},
+        {"POST http://localhost HTTP/1.1\r\nHost: localhost\r\n" + xml + "Content-Length: 1\r\n\r\na", "POST||write|a"},
         {"POST /cimom HTTP/1.1\r\nHost: localhost\r\n" + xml +
              "Transfer-Encoding: chunked\r\n\r\n1\r\na\r\n3;x=y\r\nbcd\r\n0\r\nX: y\r\n\r\n",
          "POST||write|abcd"},
@@ -219,6 +222,9 @@ TEST_F(RequestsTest, DumpsWhatGoesOverTheWireWithoutSecrets) {
                                    "\r\nProxy-Authorization: " + secret + "\r\nX-Auth-Token: " + secret +
                                    "\r\nReferer: http://ann:" + secret + "@h/\r\nX-Seen: yes\r\n"));
     const auto text = support::contentOf(path("dump"));
+    struct stat dump {};
+    EXPECT_EQ(::stat(path("dump").c_str(), &dump), 0);
+    EXPECT_EQ(dump.st_mode & 0777U, 0600U);
     EXPECT_EQ(text.find(secret), std::string::npos) << text;
     EXPECT_EQ(logged().find(secret), std::string::npos);
     for (const char* part :

@@ -118,7 +118,11 @@ TEST(Loading, FindsEitherFileNameInAnyFolderAndSharesTheObject) {
     HostSettings settings = inFolder(std::string(TEST_BAD_FOLDER) + "/no_such_folder");
     settings.folders.emplace_back(TEST_PROVIDER_FOLDER);
     ProviderHost host(settings);
-    host.scan(); // a folder that is missing is no reason to stop
+    const support::TempDir dir;
+    cimserver::log::configure({dir / "log", cimserver::log::Level::Error});
+    host.scan(); // a folder that is missing is no reason to stop, but is told
+    EXPECT_EQ(support::countOf("no_such_folder: No such file", support::contentOf(dir / "log")), 1U);
+    EXPECT_EQ(support::countOf("\n", support::contentOf(dir / "log")), 1U);
     const auto instances = [&] { return host.enter("ACMEThing", Access::Read, CallOrigin()).instances(); };
     ASSERT_NE(instances(), nullptr);
     EXPECT_EQ(instances(), instances());
