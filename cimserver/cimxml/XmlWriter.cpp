@@ -51,16 +51,36 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 } // namespace
 
+std::string XmlWriter::take() {
+    flush();
+    return std::move(text_);
+}
+
+void XmlWriter::flush() {
+    text_.append(block_.data(), used_);
+    used_ = 0;
+}
+
+/// Puts what does not fit into the block.
+void XmlWriter::putThrough(std::string_view part) {
+    flush();
+    if (part.size() > block_.size()) {
+        text_ += part;
+    } else {
+        put(part);
+    }
+}
+
 void XmlWriter::endTag() {
     if (tagOpen_) {
-        text_ += '>';
+        put('>');
         tagOpen_ = false;
     }
 }
 
 /// Lets a long text grow only by what the account has, with old and new copy counted.
 void XmlWriter::account(std::size_t more) {
-    const auto size = text_.size() + more;
+    const auto size = text_.size() + used_ + more;
     const bool fits = size + kMargin < text_.capacity() && text_.capacity() <= accounted_;
     if (memory_ == nullptr || size < kUnaccounted || fits) {
         return;
@@ -77,24 +97,24 @@ void XmlWriter::account(std::size_t more) {
 void XmlWriter::open(std::string_view name) {
     account(name.size());
     endTag();
-    text_ += '<';
-    text_ += name;
+    put('<');
+    put(name);
     tagOpen_ = true;
 }
 
 void XmlWriter::close(std::string_view name) {
     endTag();
-    text_ += "</";
-    text_ += name;
-    text_ += '>';
+    put("</");
+    put(name);
+    put('>');
 }
 
 void XmlWriter::attribute(std::string_view name, std::string_view value) {
-    text_ += ' ';
-    text_ += name;
-    text_ += "=\"";
+    put(' ');
+    put(name);
+    put("=\"");
     escape(value, true);
-    text_ += '"';
+    put('"');
 }
 
 void XmlWriter::characters(std::string_view data) {
@@ -105,7 +125,7 @@ void XmlWriter::characters(std::string_view data) {
 void XmlWriter::raw(std::string_view markup) {
     account(markup.size());
     endTag();
-    text_ += markup;
+    put(markup);
 }
 
 void XmlWriter::escape(std::string_view data, bool attribute) {
@@ -114,7 +134,7 @@ void XmlWriter::escape(std::string_view data, bool attribute) {
         while (length < data.size() && kPlain[static_cast<unsigned char>(data[length])]) {
             ++length;
         }
-        text_.append(data.data(), length);
+        put(data.substr(0, length));
         data.remove_prefix(length);
         if (!data.empty()) {
             escapeOne(data, length, attribute);
@@ -126,15 +146,15 @@ void XmlWriter::escape(std::string_view data, bool attribute) {
 void XmlWriter::escapeOne(std::string_view rest, std::size_t& length, bool attribute) {
     length = 1;
     if (const std::string_view known = reference(rest.front(), attribute); !known.empty()) {
-        text_ += known;
+        put(known);
         return;
     }
     const Character character = decodeUtf8(rest);
     length = character.length;
     if (character.valid && isXmlCharacter(character.code)) {
-        text_.append(rest.data(), length);
+        put(rest.substr(0, length));
     } else {
-        text_ += kReplacement;
+        put(kReplacement);
         ++replaced_;
     }
 }

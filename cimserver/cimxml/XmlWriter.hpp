@@ -2,6 +2,8 @@
 // refuse are replaced.
 #pragma once
 
+#include <array>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -17,8 +19,8 @@ class XmlWriter {
     /// With an account, open() and raw() throw CimError ServerLimitsExceeded when a long text gets too long for it.
     explicit XmlWriter(MemoryAccount* memory = nullptr) : memory_(memory) {}
 
-    const std::string& text() const { return text_; }
-    std::string take() { return std::move(text_); }
+    /// The text; the writer is empty afterwards.
+    std::string take();
 
     /// Opens an element; the caller closes it (or lets an Element do both).
     void open(std::string_view name);
@@ -36,6 +38,16 @@ class XmlWriter {
     std::size_t replaced() const { return replaced_; }
 
   private:
+    void put(char c) { put(std::string_view(&c, 1)); }
+    void put(std::string_view part) {
+        if (part.size() > block_.size() - used_) {
+            return putThrough(part);
+        }
+        std::memcpy(block_.data() + used_, part.data(), part.size());
+        used_ += part.size();
+    }
+    void putThrough(std::string_view part);
+    void flush();
     void endTag();
     void account(std::size_t more);
     void escape(std::string_view data, bool attribute);
@@ -44,6 +56,8 @@ class XmlWriter {
     MemoryAccount* memory_;
     std::size_t accounted_ = 0;
     std::string text_;
+    std::array<char, 512> block_; ///< what comes after the text: most pieces are of a few bytes
+    std::size_t used_ = 0;        ///< bytes of the block
     std::size_t replaced_ = 0;
     bool tagOpen_ = false;
 };

@@ -71,11 +71,11 @@ TEST(Properties, AreWritten) {
     for (const auto& [property, xml] : cases) {
         XmlWriter writer;
         writeProperty(writer, property, "C", ObjectForm());
-        EXPECT_EQ(writer.text(), "<PROPERTY" + (xml + std::string(*xml == '.' ? "</PROPERTY.ARRAY>" : "</PROPERTY>")));
+        EXPECT_EQ(writer.take(), "<PROPERTY" + (xml + std::string(*xml == '.' ? "</PROPERTY.ARRAY>" : "</PROPERTY>")));
     }
     XmlWriter writer;
     writeProperty(writer, CIMProperty("NoType"), "C", ObjectForm());
-    EXPECT_EQ(writer.text(), "");
+    EXPECT_EQ(writer.take(), "");
 }
 
 TEST(InstanceNames, NeedEachKeysValue) {
@@ -91,7 +91,7 @@ TEST(MethodResults, LeaveOutWhatIsNull) {
     writeParamValue(writer, "n", CIMValue(CIMNULL));
     writeParamValue(writer, "d", CIMValue(CIMDateTime(String("00000000000000.000000+000"))));
     writeParamValue(writer, "r", CIMValue(CIMObjectPath("C", "")));
-    EXPECT_EQ(writer.text(), "<PARAMVALUE NAME=\"r\" PARAMTYPE=\"reference\"><VALUE.REFERENCE><CLASSNAME NAME=\"C\">"
+    EXPECT_EQ(writer.take(), "<PARAMVALUE NAME=\"r\" PARAMTYPE=\"reference\"><VALUE.REFERENCE><CLASSNAME NAME=\"C\">"
                              "</CLASSNAME></VALUE.REFERENCE></PARAMVALUE>");
 }
 
