@@ -133,50 +133,6 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     EXPECT_EQ("old", entry.bytes);
 }
 
-// Writes two entries at a time until killed; what it reports through the pipe is committed.
-int writePairs(const std::string& directory, int pipe) {
-    RegistryStore store(directory, kMapBytes, kTimeout);
-    for (std::uint32_t number = 1;; ++number) {
-        const std::string bytes = encodeInteger(number);
-        const std::vector<Entry> pair{{"C", "S", "first", EntryKind::Integer, bytes},
-                                      {"C", "S", "second", EntryKind::Integer, bytes}};
-        if (store.writeAll(pair, false) != ZPO_OK || write(pipe, &number, sizeof number) != sizeof number) {
-            return 1;
-        }
-    }
-}
-
-TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
-    const TempDir dir;
-    std::mt19937 random(3);
-    for (int round = 0; round < 10; ++round) {
-        int ends[2];
-        ASSERT_EQ(0, pipe(ends));
-        const pid_t writer = support::startChild([&] { return writePairs(dir.path(), ends[1]); });
-        close(ends[1]);
-        std::uint32_t reported = 0;
-        ASSERT_EQ(sizeof reported, static_cast<std::size_t>(read(ends[0], &reported, sizeof reported)));
-        RegistryStore beside(dir.path(), kMapBytes, kTimeout);
-        Entry first;
-        Entry second;
-        EXPECT_EQ(ZPO_OK, beside.readEntry(nameOf("first"), first));
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
-        kill(writer, SIGKILL);
-        ASSERT_EQ(-SIGKILL, support::waitForChild(writer));
-        while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
-        }
-        close(ends[0]);
-        RegistryStore after(dir.path(), kMapBytes, kTimeout);
-        for (RegistryStore* const store : {&beside, &after}) {
-            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("first"), first));
-            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("second"), second));
-            EXPECT_EQ(first.integer(), second.integer());
-            EXPECT_GE(first.integer(), reported);
-            EXPECT_EQ(ZPO_OK, store->write(nameOf("other"), EntryKind::Text, "x")) << "no lock is left behind";
-        }
-    }
-}
-
 TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
     const TempDir dir;
     RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
