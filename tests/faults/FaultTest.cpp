@@ -245,6 +245,13 @@ TEST_P(Fault, AFullOrReadOnlyDiskIsAnError) {
         GTEST_SKIP() << "needs the right to mount";
     }
     settle(0);
+    EXPECT_GE(disturb([&](int next) {
+                  std::filesystem::remove(kHome.dir / "state/registry.mdb-lock"); // must not be mapped unallocated
+                  const int code = SmallDisk::fill(0, [&] { return change.make(next); });
+                  std::this_thread::sleep_for(std::chrono::milliseconds(150)); // until this process notices
+                  return code;
+              }),
+              0);
     int failed = 0;
     for (unsigned pages = 0; pages < 40 && !HasFailure(); ++pages) {
         const int code = disturb([&](int next) { return SmallDisk::fill(pages, [&] { return change.make(next); }); });

@@ -5,8 +5,6 @@
 #include "Home.hpp"
 
 #include <random>
-#include <sched.h>
-#include <sys/mount.h>
 
 const Home kHome; // for the library's own log
 
@@ -224,38 +222,6 @@ TEST(RegistryStore, AReaderThatReopensTheFileDoesNotWaitForAWaitingWriter) {
     EXPECT_EQ(ZPO_OK, store.counters(counters));
     held.reset(); // before the writer's time is over
     writer.join();
-}
-
-// On a disk of 160 KiB that is full or gets full, then on the same one made read-only. 77: no permission to make one.
-int workOnSmallDisk(const std::string& directory, bool isFull) {
-    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", directory.c_str(), "tmpfs", 0, "size=160k") != 0) {
-        return 77;
-    }
-    support::writeFile(directory + "/filler", std::string(isFull ? 200000 : 1, 'x'));
-    std::optional<RegistryStore> store(std::in_place, directory, kMapBytes, kTimeout);
-    if (store->writeAll(numbered(20, 60000), false) != ZPO_REG_STORE_FULL || isFull) {
-        return isFull ? 0 : 1;
-    }
-    const std::uint32_t written = store->write(nameOf("a"), EntryKind::Text, "a");
-    store.emplace(directory, kMapBytes, kTimeout);
-    mount(nullptr, directory.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr);
-    Entry entry;
-    return written == ZPO_OK && store->write(nameOf("a"), EntryKind::Text, "b") == ZPO_REG_NOT_WRITABLE &&
-                   store->readEntry(nameOf("a"), entry) == ZPO_OK
-               ? 0
-               : 1;
-}
-
-TEST(RegistryStore, AFullOrReadOnlyDiskIsAStatus) {
-    const TempDir dir;
-    for (const bool isFull : {true, false}) { // before the files are made, or while they are written
-        const int code = support::inChild([&] { return workOnSmallDisk(dir.path(), isFull); });
-        if (code == 77) {
-            GTEST_SKIP() << "needs the right to mount";
-        }
-        EXPECT_EQ(0, code) << isFull;
-    }
 }
 
 TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {

@@ -4,7 +4,6 @@
 #include "OW_CIMException.hpp"
 #include "OW_CIMObjectPath.hpp"
 #include "OW_CIMProperty.hpp"
-#include "OW_CIMUrl.hpp"
 #include "OW_CIMValue.hpp"
 
 #include <sstream>
@@ -34,9 +33,6 @@ void use(CIMObjectPath path) {
     path.setNameSpace("printed");
     require(!isReadable(path) || CIMObjectPath::parse("printed:" + path.modelPath()) == path,
             "the text gives the same path");
-    for (const CIMProperty& key : path.getKeys()) {
-        path.setKeyValue(CIMName(key.getName()), CIMValue(path.getNameSpaceUrl().toString()));
-    }
 }
 
 } // namespace
