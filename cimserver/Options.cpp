@@ -1,5 +1,7 @@
 #include "cimserver/Options.hpp"
 
+#include "cimserver/http/Tls.hpp"
+
 #include <CLI/CLI.hpp>
 
 #include <charconv>
@@ -129,6 +131,10 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
     declare.add("--tls-client-ca", http.tls.clientCaFile, "FILE", "PEM: who may sign client certificates");
     declare.add("--tls-client-certificates", texts.clientCertificates, "WHICH", "none, optional or required")
         ->check(CLI::IsMember({"none", "optional", "required"}));
+    declare.add("--tls-min-version", http.tls.minVersion, "VERSION", "1.2 or 1.3")
+        ->check(CLI::IsMember({"1.2", "1.3"}));
+    declare.add("--tls-ciphers", http.tls.ciphers, "LIST",
+                "in OpenSSL's notation; names of TLS 1.3 (TLS_...) may be among them");
     declare.flag("--allow-insecure", options.allowInsecure,
                  "listen beyond this host without TLS or users all the same");
     declare.duration("--login-cache", http.login.cache, "how long a right password is remembered");
@@ -146,8 +152,9 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
     declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
-    declare.number("--max-enumerations", options.enumerations, 1, 10'000,
-                   "enumerations open at a time (pull operations)");
+    declare.number("--max-user-enumerations", options.userEnumerations, 1, 10'000,
+                   "enumerations of one user open at a time (pull operations)");
+    declare.number("--max-enumerations", options.enumerations, 1, 10'000, "enumerations of all users open at a time");
     declare.duration("--first-byte-timeout", limits.firstByte,
                      "for the TLS handshake, and for the first request to begin");
     declare.duration("--head-timeout", limits.head, "for a request's head");
@@ -201,6 +208,7 @@ void interpret(const Texts& texts, Options& options) {
     }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
+    http::checkCiphers(options.http.tls.ciphers);
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
         throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
     }

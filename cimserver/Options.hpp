@@ -31,7 +31,8 @@ struct Options {
     std::chrono::milliseconds stopTimeout{10'000};
     std::size_t xmlDepth = 64;
     std::size_t xmlElements = 50'000;
-    std::size_t enumerations = 64;
+    std::size_t userEnumerations = 64;
+    std::size_t enumerations = 256;
     bool forwardUnchanged = false;
     bool allowInsecure = false;
     bool check = false;

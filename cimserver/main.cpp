@@ -71,6 +71,7 @@ class CimSide {
         cimxml::DispatcherSettings settings;
         settings.xml.elements = options.xmlElements;
         settings.xml.depth = options.xmlDepth;
+        settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         return settings;
     }
@@ -146,6 +147,7 @@ void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
     for (;;) {
         switch (const int number = signals.next()) {
         case SIGHUP:
+            log::reopen();
             server.reload();
             break;
         case SIGUSR1:

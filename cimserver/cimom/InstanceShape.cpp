@@ -8,6 +8,8 @@
 
 namespace cimserver::cimom {
 
+// A "for" over an array that a function returns would copy its elements: only a constant array is read in place.
+
 namespace {
 
 bool isUntyped(const CIMProperty& property) {
@@ -41,8 +43,9 @@ class Finder {
 CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass,
                                     const StringArray* covered) {
     CIMPropertyArray all(delivered);
+    const CIMPropertyArray declaredOnes = cimClass.getAllProperties();
     Finder finder(delivered);
-    for (const CIMProperty& declared : cimClass.getAllProperties()) {
+    for (const CIMProperty& declared : declaredOnes) {
         const std::size_t at = finder.find(declared.getName());
         if (at == delivered.size()) {
             if (isWanted(covered, declared.getName())) {
@@ -58,16 +61,18 @@ CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIM
 CIMPropertyArray selected(const CIMPropertyArray& all, const StringArray* propertyList) {
     CIMPropertyArray wanted;
     for (const CIMProperty& property : all) {
-        if (!isWanted(propertyList, property.getName())) {
+        if (propertyList != nullptr && !isWanted(propertyList, property.getName())) {
             continue;
         }
         if (isUntyped(property)) {
             throw CimError(Status::Failed,
                            std::string("Property ") + property.getName().c_str() + " has no type defined");
         }
-        wanted.push_back(property);
+        if (propertyList != nullptr) {
+            wanted.push_back(property);
+        }
     }
-    return wanted;
+    return propertyList != nullptr ? wanted : all;
 }
 
 bool hasValue(const CIMPropertyArray& properties, const String& name) {
@@ -111,11 +116,44 @@ CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, co
     const CIMName name(declared.getName());
     const CIMProperty shown = previous.getProperty(name);
     const CIMValue value = shown ? shown.getValue() : path.getKeyValue(name);
+    if (isEmbedded(value)) {
+        return value;
+    }
     try {
         return CIMValueCast::castValueToDataType(value, declared.getDataType());
     } catch (const Exception&) {
         return value; // the types cannot be compared, so the value counts as different
     }
+}
+
+bool sameValue(const CIMValue& present, const CIMValue& sent);
+
+/// True when the instances have the same class and values: neither the order nor what is NULL counts.
+bool sameInstance(const CIMInstance& present, const CIMInstance& sent) {
+    const auto values = [](const CIMInstance& one) {
+        const CIMPropertyArray all = one.getProperties();
+        return std::count_if(all.begin(), all.end(), [](const CIMProperty& p) { return bool(p.getValue()); });
+    };
+    const CIMPropertyArray all = sent.getProperties();
+    return present.getClassName().equalsIgnoreCase(sent.getClassName()) && values(present) == values(sent) &&
+           std::all_of(all.begin(), all.end(), [&](const CIMProperty& p) {
+               return !p.getValue() || sameValue(presentValue(present, CIMObjectPath(), p), p.getValue());
+           });
+}
+
+bool sameValue(const CIMValue& present, const CIMValue& sent) {
+    if (!isEmbedded(present) || !sent || !present.sameType(sent)) { // arrays are types of their own
+        return present.equal(sent);
+    }
+    if (present.getType() == CIMDataType::EMBEDDEDCLASS) {
+        return present.toString().equals(sent.toString());
+    }
+    if (!sent.isArray()) {
+        return sameInstance(present.toCIMInstance(), sent.toCIMInstance());
+    }
+    const CIMInstanceArray before = present.toCIMInstanceArray();
+    const CIMInstanceArray after = sent.toCIMInstanceArray();
+    return std::equal(before.begin(), before.end(), after.begin(), after.end(), sameInstance);
 }
 
 /// The class's key properties with the values of the path: providers find the object by them.
@@ -137,6 +175,10 @@ void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
 }
 
 } // namespace
+
+bool isEmbedded(const CIMValue& value) {
+    return value && (value.getType() == CIMDataType::EMBEDDEDINSTANCE || value.getType() == CIMDataType::EMBEDDEDCLASS);
+}
 
 bool isWanted(const StringArray* propertyList, const String& name) {
     return propertyList == nullptr || std::any_of(propertyList->begin(), propertyList->end(),
@@ -170,7 +212,8 @@ const CIMInstance& requireInstance(const CIMInstance& delivered) {
 }
 
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
-    for (const CIMProperty& key : cimClass.getKeys()) {
+    const CIMPropertyArray declared = cimClass.getKeys();
+    for (const CIMProperty& key : declared) {
         if (!hasValue(keys, key.getName())) {
             throw CimError(Status::Failed, std::string("No key value for ") + key.getName().c_str());
         }
@@ -186,14 +229,15 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
         result.changes.push_back(property);
         result.names.push_back(property.getName());
     };
-    for (const CIMProperty& sent : modified.getProperties()) {
+    const CIMPropertyArray sentOnes = modified.getProperties();
+    for (const CIMProperty& sent : sentOnes) {
         CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
         property.setValue(sent.getValue());
         if (property.isKey()) {
             requireSameKey(property, path);
         } else if (propertyList != nullptr
                        ? isWanted(propertyList, sent.getName())
-                       : all || !presentValue(previous, path, property).equal(property.getValue())) {
+                       : all || !sameValue(presentValue(previous, path, property), property.getValue())) {
             take(property);
         }
     }

@@ -13,6 +13,9 @@ using namespace OpenWBEM; // its types are this folder's vocabulary
 /// True when the list (null: any) names the property, ignoring case.
 bool isWanted(const StringArray* propertyList, const String& name);
 
+/// True for instances and classes: what a string property or parameter may hold.
+bool isEmbedded(const CIMValue& value);
+
 /// The provider's instance with
 /// - the properties of the class that the provider left out, as NULL; given `covered`, those of them that it names,
 /// - of all properties those that the list names (null: all),
@@ -44,9 +47,9 @@ struct Modification {
 
 /// The instance holds the key properties, by which providers find their object, and then the changes. Without a list
 /// these are the properties of `modified`, in their order, whose value differs from `previous` (with `all` the others
-/// too). With a list they are those of `modified` that it names, and then those it names that `modified` lacks, with
-/// their default. Each is the class's property with the new value. Throws CimError InvalidParameter when `modified` has
-/// another key than `path`.
+/// too). Embedded instances are the same when their class and their values are. With a list they are those of
+/// `modified` that it names, and then those it names that `modified` lacks, with their default. Each is the class's
+/// property with the new value. Throws CimError InvalidParameter when `modified` has another key than `path`.
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all);
 

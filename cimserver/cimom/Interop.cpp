@@ -14,46 +14,9 @@ namespace {
 constexpr const char* kProviderId = "cimserver.interop";
 constexpr const char* kObjectManagerName = "cimserverd";
 
-constexpr const char* kMof = R"MOF(
-Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);
-Qualifier Description : string = null, Scope(any), Flavor(EnableOverride, ToSubclass, Translatable);
-Qualifier Version : string = null, Scope(class, association, indication), Flavor(EnableOverride, Restricted, Translatable);
-Qualifier Provider : string = null, Scope(any), Flavor(EnableOverride, ToSubclass);
-Qualifier MaxLen : uint32 = null, Scope(property, method, parameter), Flavor(EnableOverride, ToSubclass);
-Qualifier ValueMap : string[], Scope(property, method, parameter), Flavor(EnableOverride, ToSubclass);
-Qualifier Values : string[], Scope(property, method, parameter), Flavor(EnableOverride, ToSubclass, Translatable);
-
-[Provider("c++::cimserver.interop"), Version("2.10.0"), Description("The CIM server itself.")]
-class CIM_ObjectManager
-{
-    [Key, MaxLen(256)] string SystemCreationClassName;
-    [Key, MaxLen(256)] string SystemName;
-    [Key, MaxLen(256)] string CreationClassName;
-    [Key, MaxLen(256)] string Name;
-    string ElementName;
-    string Description;
-    [Description("Whether figures on the operations are kept for clients.")]
-    boolean GatherStatisticalData;
-    [Description("Version of the server.")]
-    string Version;
-};
-
-[Provider("c++::cimserver.interop"), Version("2.10.0"), Description("A namespace of the server.")]
-class CIM_Namespace
-{
-    [Key, MaxLen(256)] string SystemCreationClassName;
-    [Key, MaxLen(256)] string SystemName;
-    [Key, MaxLen(256)] string ObjectManagerCreationClassName;
-    [Key, MaxLen(256)] string ObjectManagerName;
-    [Key, MaxLen(256)] string CreationClassName;
-    [Key, MaxLen(256), Description("Name of the namespace.")] string Name;
-    [ValueMap { "0", "1", "2" }, Values { "Unknown", "Other", "CIM" }]
-    uint16 ClassInfo;
-    [ValueMap { "1", "2", "3" }, Values { "Other", "CIM", "MOF" }]
-    uint16 ClassType;
-    string ElementName;
-};
-)MOF";
+constexpr const char* kMof =
+#include "cimserver/cimom/Interop.mof.inc"
+    ;
 
 class InteropProvider : public CppReadOnlyInstanceProviderIFC {
   public:
@@ -110,8 +73,11 @@ std::vector<CIMInstance> InteropProvider::instances(const CIMClass& cimClass) co
         return {objectManager(cimClass)};
     }
     std::vector<CIMInstance> all;
-    for (const String& name : repository_.namespaces()) {
-        all.push_back(nameSpace(cimClass, name));
+    // Aliases too: a client looks for the namespace it came by.
+    for (const auto& names : {repository_.namespaces(), repository_.aliases()}) {
+        for (const String& name : names) {
+            all.push_back(nameSpace(cimClass, name));
+        }
     }
     return all;
 }
@@ -123,7 +89,9 @@ CIMInstance InteropProvider::objectManager(const CIMClass& cimClass) const {
     set(instance, "CreationClassName", "CIM_ObjectManager");
     set(instance, "Name", kObjectManagerName);
     set(instance, "ElementName", kObjectManagerName);
-    set(instance, "Description", "cimserverd, a CIM server for providers with the OpenWBEM interface");
+    // Clients show what follows "version".
+    set(instance, "Description",
+        "cimserverd, a CIM server for providers with the OpenWBEM interface, version " CIMSERVER_VERSION);
     set(instance, "Version", CIMSERVER_VERSION);
     instance.setProperty(CIMName("GatherStatisticalData"), CIMValue(false));
     return withKeys(instance, cimClass);

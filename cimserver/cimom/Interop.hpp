@@ -6,9 +6,10 @@
 
 namespace cimserver::cimom {
 
-/// Adds the namespace root/interop (alias interop) with the classes CIM_Namespace, one instance for each namespace, and
-/// CIM_ObjectManager, one instance, and the provider of both. Call it before compiling another schema, so that a schema
-/// for "interop" finds the alias. The repository must outlive the host.
+/// Adds the namespace root/interop (alias interop) with the classes CIM_Namespace, one instance for each namespace and
+/// alias, and CIM_ObjectManager, one instance, with the provider of both, and the classes of profiles, without
+/// instances. Call it before compiling another schema, so that a schema for "interop" finds the alias. The repository
+/// must outlive the host.
 void addInterop(schema::Repository& repository, provider::ProviderHost& host);
 
 } // namespace cimserver::cimom

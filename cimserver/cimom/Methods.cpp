@@ -1,6 +1,7 @@
 // The extrinsic methods: Cimom::invokeMethod.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/cimom/Request.hpp"
 
 #include "OW_CIMValueCast.hpp"
@@ -12,6 +13,9 @@ using provider::Access;
 namespace {
 
 CIMValue cast(const CIMValue& value, const CIMParameter& parameter, Status code) {
+    if (isEmbedded(value) && parameter.getType().getType() == CIMDataType::STRING) {
+        return value;
+    }
     try {
         return CIMValueCast::castValueToDataType(value, parameter.getType());
     } catch (const Exception&) {

@@ -32,6 +32,19 @@ std::optional<StringArray> coveredBy(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFl
     return cimClass.getCloneProps(localOnly, deep, nullptr, requested);
 }
 
+/// Without the properties that subclasses of the requested class add.
+CIMInstance withoutAdded(CIMInstance instance, const CIMClass& own, const CIMClass& requested) {
+    const CIMPropertyArray keys = instance.getKeyValuePairs();
+    CIMPropertyArray kept;
+    for (const CIMProperty& property : instance.getProperties()) {
+        const CIMName name(property.getName());
+        if (requested.getProperty(name) || !own.getProperty(name)) {
+            kept.push_back(property);
+        }
+    }
+    return instance.setProperties(kept).setKeys(keys);
+}
+
 } // namespace
 
 CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, const CIMObjectPath& path,
@@ -59,7 +72,8 @@ void Cimom::enumInstances(const RequestContext& context, const String& ns, const
                  request.completed(delivered, cimClass->getName(), selection, requested, *cimClass)) {
                 const CIMClass& own = ownClass(requireInstance(one), repository_, request.ns(), *cimClass);
                 const auto covered = coveredBy(selection.localOnly, selection.deep, requested, own);
-                result.handle(shapedWithKeys(one, own, selection.propertyList, covered));
+                const CIMInstance whole = shapedWithKeys(one, own, selection.propertyList, covered);
+                result.handle(selection.deep == WBEMFlags::E_DEEP ? whole : withoutAdded(whole, own, requested));
             }
         });
         request.withInstances(*cimClass, [&](auto& provider, const auto& env) {

@@ -138,7 +138,7 @@ void Dispatcher::run(const Operation* operation, const cimom::RequestContext& co
     // Before the parameters are checked: a user who may not write is told that first.
     cimom_.admit(context, nameSpace, operation->modifies ? provider::Access::Write : provider::Access::Read);
     const Arguments arguments(message.call(), operation->parameters);
-    const ObjectReader reader(cimom_, nameSpace);
+    const ObjectReader reader(cimom_, nameSpace, settings_.xml);
     const Services services{cimom_, enumerations_, settings_.hostName, settings_.longestEnumeration};
     OperationCall call{services, context, nameSpace, message, arguments, reader, audit, content};
     operation->run(call);

@@ -57,8 +57,18 @@ std::string Enumerations::open(EnumerationOwner owner, std::vector<std::string> 
     std::string id = newId();
     const std::lock_guard<std::mutex> lock(mutex_);
     dropExpired();
-    if (entries_.size() >= limits_.count || entry.bytes > limits_.bytes - bytes_) {
-        throw CimError(Status::ServerLimitsExceeded, std::to_string(entries_.size()) + " enumerations are open");
+    std::size_t count = 0;
+    std::size_t bytes = 0;
+    for (const auto& [other, open] : entries_) {
+        const bool own = open.owner.user == entry.owner.user;
+        count += own ? 1U : 0U;
+        bytes += own ? open.bytes : 0;
+    }
+    const bool userIsFull = count >= limits_.perUser || entry.bytes > limits_.bytes / 2 - bytes;
+    if (userIsFull || entries_.size() >= limits_.count || entry.bytes > limits_.bytes - bytes_) {
+        throw CimError(Status::ServerLimitsExceeded, userIsFull
+                                                         ? std::to_string(count) + " enumerations of this user are open"
+                                                         : std::to_string(entries_.size()) + " enumerations are open");
     }
     entry.expires = now_() + lifetime;
     bytes_ += entry.bytes;

@@ -26,8 +26,9 @@ class Enumerations {
   public:
     using Clock = std::chrono::steady_clock;
     struct Limits {
-        std::size_t count = 64;                            ///< open enumerations
-        std::size_t bytes = std::size_t{64} * 1024 * 1024; ///< of all their elements
+        std::size_t perUser = 64;                          ///< open enumerations of one user
+        std::size_t count = 256;                           ///< open enumerations of all users
+        std::size_t bytes = std::size_t{32} * 1024 * 1024; ///< of all their elements; one user has at most half of it
     };
 
     /// Tests replace `now`.

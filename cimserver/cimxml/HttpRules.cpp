@@ -136,6 +136,9 @@ const std::string* CimHeaders::find(const std::string& name) const {
 }
 
 void CimHeaders::requireMethodCall() const {
+    if (find("CIMBatch") != nullptr) {
+        throw HttpError(501, "multiple-requests-unsupported", "CIMBatch: one request at a time");
+    }
     const std::string* operation = find("CIMOperation");
     if (operation == nullptr || !equalsIgnoringCase(trimmed(*operation), "MethodCall")) {
         throw HttpError(400, "unsupported-operation",

@@ -108,8 +108,8 @@ void setProperty(OperationCall& call) {
     call.audit.target(path);
     const String name = call.arguments.text("PropertyName");
     const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
-    const CIMValue value = call.reader.value(call.arguments.findParameter("NewValue"), known.getDataType(), view(name),
-                                             Status::TypeMismatch);
+    const CIMValue value = call.reader.value(call.arguments.findParameter("NewValue"), known.getDataType(),
+                                             known.getQualifiers(), view(name), Status::TypeMismatch);
     call.audit.value(known.getName(), value);
     call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);
 }

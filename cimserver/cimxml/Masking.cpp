@@ -67,9 +67,11 @@ bool mask(pugi::xml_node element, bool valuesToo) {
     return masked;
 }
 
-/// Comments, processing instructions and document types are not in the tree, and may hold anything.
+/// Comments, processing instructions and document types are not in the tree, and may hold anything; character
+/// references may hide a URL, whose user and password the dump takes out.
 bool holdsMore(std::string_view xml) {
-    return xml.find("<!") != std::string_view::npos || xml.find("<?", 1) != std::string_view::npos;
+    return xml.find("<!") != std::string_view::npos || xml.find("<?", 1) != std::string_view::npos ||
+           xml.find("&#") != std::string_view::npos;
 }
 
 std::string maskedText(const std::string& xml, const XmlDocument& document, bool valuesToo) {

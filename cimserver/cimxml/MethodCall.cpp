@@ -42,7 +42,8 @@ CIMParamValueArray readParameters(OperationCall& call, const CIMMethod& method) 
         const String name(element.attribute("NAME").value());
         const CIMParameter& declared = requireInput(inputs, name);
         requireNew(values, name);
-        values.push_back(CIMParamValue(name, call.reader.value(element, declared.getType(), view(name))));
+        values.push_back(
+            CIMParamValue(name, call.reader.value(element, declared.getType(), declared.getQualifiers(), view(name))));
         call.audit.value(name, values.back().getValue());
     }
     return values;

@@ -55,14 +55,16 @@ void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& cl
         writeReference(writer, value.toCIMObjectPath());
         return;
     }
-    const auto text = formatValue(value).front();
-    if (!text) {
-        throw CimError(Status::Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
-    }
-    Element(writer, "KEYVALUE")
-        .attribute("VALUETYPE", keyValueType(value.getType()))
-        .attribute("TYPE", typeName(value.getType()))
-        .text(*text);
+    forEachText(value, [&](std::optional<std::string_view> text) {
+        if (!text) {
+            throw CimError(Status::Failed,
+                           "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
+        }
+        Element(writer, "KEYVALUE")
+            .attribute("VALUETYPE", keyValueType(value.getType()))
+            .attribute("TYPE", typeName(value.getType()))
+            .text(*text);
+    });
 }
 
 } // namespace
@@ -70,7 +72,8 @@ void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& cl
 void writeInstanceName(XmlWriter& writer, const CIMObjectPath& path) {
     Element name(writer, "INSTANCENAME");
     name.attribute("CLASSNAME", view(path.getClassName()));
-    for (const CIMProperty& key : path.getKeys()) {
+    const CIMPropertyArray keys = path.getKeys(); // constant: otherwise the loop would copy them
+    for (const CIMProperty& key : keys) {
         writeKeyBinding(writer, key, path.getClassName());
     }
 }

@@ -1,6 +1,7 @@
 #include "cimserver/cimxml/ObjectReader.hpp"
 
 #include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/EmbeddedObjects.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
@@ -15,6 +16,7 @@ namespace {
 
 /// More keys than any class has: a bound for paths whose class the schema does not know.
 constexpr std::size_t kMostKeys = 64;
+constexpr unsigned kDeepestObject = 8;
 
 String nameOf(pugi::xml_node element, const char* attribute = "NAME") {
     return String(element.attribute(attribute).value());
@@ -103,8 +105,12 @@ String onlyKey(const CIMClass* cimClass, const String& className) {
 
 } // namespace
 
-CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, std::string_view name,
-                             Status mismatch) const {
+CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, const CIMQualifierArray& qualifiers,
+                             std::string_view name, Status mismatch) const {
+    if (const auto className = embeddedClassName(type, qualifiers)) {
+        const CIMValue texts = value(parent, type, {}, name, mismatch);
+        return texts ? embedded(texts, *className, name) : texts;
+    }
     const Subject subject{name, type, mismatch};
     const pugi::xml_node element = valueElement(parent);
     if (!element) {
@@ -217,8 +223,50 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
     const String name = nameOf(element);
     CIMProperty result = cimom::propertyOf(cimClass, name);
-    result.setValue(value(element, result.getDataType(), view(name)));
+    result.setValue(value(element, result.getDataType(), result.getQualifiers(), view(name)));
     return result;
+}
+
+CIMValue ObjectReader::embedded(const CIMValue& texts, const String& className, std::string_view name) const {
+    if (depth_ == kDeepestObject) {
+        throw CimError(Status::InvalidParameter, std::string(name) + ": objects are embedded in one another too deep");
+    }
+    ObjectReader inner(*this);
+    ++inner.depth_;
+    return embeddedObjects(texts, className, limits_, inner);
+}
+
+CIMClass ObjectReader::embeddedClass(pugi::xml_node element) const {
+    CIMClass known = cimom_.classOf(nameSpace_, nameOf(element), Status::InvalidParameter);
+    std::size_t features = 0;
+    bool same = true;
+    for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
+        const std::string_view kind = child.name();
+        const CIMName name(nameOf(child));
+        same = same && (kind == "QUALIFIER" ||
+                        (kind == "METHOD" ? bool(known.getMethod(name)) : bool(known.getProperty(name))));
+        features += kind == "QUALIFIER" ? 0U : 1U;
+    }
+    if (!same || features != known.getAllProperties().size() + known.getAllMethods().size()) {
+        throw CimError(Status::InvalidParameter,
+                       "embedded object: the class " + toStd(known.getName()) + " of the schema is another one");
+    }
+    return known;
+}
+
+CIMInstance ObjectReader::embeddedInstance(pugi::xml_node element, const String& className) const {
+    CIMInstance result = instance(element);
+    const String own = result.getClassName();
+    if (!className.empty() && !cimom_.repository().isA(nameSpace_, own, className)) {
+        throw CimError(Status::InvalidParameter, "embedded object: " + toStd(own) + " is no " + toStd(className));
+    }
+    const CIMPropertyArray keys = result.getKeyValuePairs();
+    CIMPropertyArray plain;
+    for (const CIMProperty& property : result.getProperties()) {
+        CIMProperty bare(CIMName(property.getName()), property.getDataType());
+        plain.push_back(bare.setValue(property.getValue()));
+    }
+    return result.setProperties(plain).setKeys(keys);
 }
 
 } // namespace cimserver::cimxml

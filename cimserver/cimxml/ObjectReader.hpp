@@ -4,6 +4,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -17,8 +18,9 @@ namespace cimserver::cimxml {
 /// what Cimom::classOf throws for a namespace or class that does not exist; `missing` is its code for the class.
 class ObjectReader {
   public:
-    /// Both must outlive the reader.
-    ObjectReader(const cimom::Cimom& cimom, const OpenWBEM::String& nameSpace) : cimom_(cimom), nameSpace_(nameSpace) {}
+    /// All must outlive the reader; `limits` are those of an embedded object's text.
+    ObjectReader(const cimom::Cimom& cimom, const OpenWBEM::String& nameSpace, const XmlLimits& limits)
+        : cimom_(cimom), nameSpace_(nameSpace), limits_(limits) {}
 
     /// INSTANCENAME: the class in the request's spelling, keys in the class's spelling and type. A key that the class
     /// does not have, or twice, is refused; a missing one is left out.
@@ -28,9 +30,16 @@ class ObjectReader {
     /// INSTANCE: its properties in request order, each the class's own with the request's value. NoSuchProperty for one
     /// that the class does not have.
     OpenWBEM::CIMInstance instance(pugi::xml_node element) const;
-    /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...); null when it holds none. A value that does
-    /// not fit the type is refused with `mismatch`, naming `name`.
-    OpenWBEM::CIMValue value(pugi::xml_node parent, const OpenWBEM::CIMDataType& type, std::string_view name,
+    /// An INSTANCE that stands in a property or parameter: each property plain, without what the class says of it. The
+    /// class must be `className`, unless that is empty, or one derived from it.
+    OpenWBEM::CIMInstance embeddedInstance(pugi::xml_node element, const OpenWBEM::String& className) const;
+    /// A CLASS that stands in a property or parameter: the schema's class, which must have the same features.
+    OpenWBEM::CIMClass embeddedClass(pugi::xml_node element) const;
+    /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...) of what the class declares with this type
+    /// and these qualifiers; null when it holds none. EmbeddedInstance and EmbeddedObject make objects of strings,
+    /// whatever the request says of them. A value that does not fit the type is refused with `mismatch`, naming `name`.
+    OpenWBEM::CIMValue value(pugi::xml_node parent, const OpenWBEM::CIMDataType& type,
+                             const OpenWBEM::CIMQualifierArray& qualifiers, std::string_view name,
                              Status mismatch = Status::InvalidParameter) const;
 
   private:
@@ -40,9 +49,13 @@ class ObjectReader {
                               const OpenWBEM::CIMClass* cimClass) const;
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
+    OpenWBEM::CIMValue embedded(const OpenWBEM::CIMValue& texts, const OpenWBEM::String& className,
+                                std::string_view name) const;
 
     const cimom::Cimom& cimom_;
     const OpenWBEM::String& nameSpace_;
+    const XmlLimits& limits_;
+    unsigned depth_ = 0; ///< of objects embedded in one another
 };
 
 } // namespace cimserver::cimxml

@@ -17,6 +17,8 @@ using namespace OpenWBEM;
 
 namespace {
 
+// A "for" over an array that a function returns would copy its elements: only a constant array is read in place.
+
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
 void warn(const std::string& text) {
@@ -47,54 +49,64 @@ std::string embeddedText(const CIMClass& cimClass) {
     return inner.take();
 }
 
-template <typename Objects>
-std::vector<std::optional<std::string>> embeddedTexts(const Objects& objects) {
-    std::vector<std::optional<std::string>> texts;
-    for (const auto& object : objects) {
-        texts.emplace_back(embeddedText(object));
-    }
-    return texts;
-}
-
-std::vector<std::optional<std::string>> textsOf(const CIMValue& value) {
-    switch (value.getType()) {
-    case CIMDataType::EMBEDDEDINSTANCE:
-        return embeddedTexts(value.isArray() ? value.toCIMInstanceArray()
-                                             : CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
-    case CIMDataType::EMBEDDEDCLASS:
-        return embeddedTexts(value.isArray() ? value.toCIMClassArray()
-                                             : CIMClassArray(std::size_t(1), value.toCIMClass()));
-    default:
-        return formatValue(value);
-    }
-}
-
-/// Writes at most `limit` elements of an array.
-void writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
-    const std::vector<std::optional<std::string>> texts = textsOf(value);
-    if (!value.isArray()) {
-        if (texts.front()) {
-            Element(writer, "VALUE").text(*texts.front());
+/// Like forEachText, for a value of any type but a reference.
+void forEachElement(const CIMValue& value, const UseText& use) {
+    const auto useAll = [&](const auto& objects) {
+        for (const auto& object : objects) {
+            use(embeddedText(object));
         }
-        return;
+    };
+    const bool array = value.isArray();
+    if (value.getType() == CIMDataType::EMBEDDEDINSTANCE) {
+        useAll(array ? value.toCIMInstanceArray() : CIMInstanceArray(std::size_t(1), value.toCIMInstance()));
+    } else if (value.getType() == CIMDataType::EMBEDDEDCLASS) {
+        useAll(array ? value.toCIMClassArray() : CIMClassArray(std::size_t(1), value.toCIMClass()));
+    } else {
+        forEachText(value, use);
+    }
+}
+
+/// Writes at most `limit` elements of an array. False when a scalar has no text: nothing is written then.
+bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
+    bool written = true;
+    if (!value.isArray()) {
+        forEachElement(value, [&](std::optional<std::string_view> text) {
+            written = text.has_value();
+            if (text) {
+                Element(writer, "VALUE").text(*text);
+            }
+        });
+        return written;
     }
     const Element array(writer, "VALUE.ARRAY");
-    for (std::size_t i = 0; i < std::min(limit, texts.size()); ++i) {
-        if (texts[i]) {
-            Element(writer, "VALUE").text(*texts[i]);
+    forEachElement(value, [&writer, left = limit](std::optional<std::string_view> text) mutable {
+        if (left == 0) {
+            return;
+        }
+        --left;
+        if (text) {
+            Element(writer, "VALUE").text(*text);
         } else {
             Element(writer, "VALUE.NULL");
         }
-    }
+    });
+    return true;
+}
+
+void warnOfDateTime(const std::string& name) {
+    warn(name + ": no valid date-time, sent as NULL");
 }
 
 /// False for NULL and for an invalid date-time, which is logged.
 bool hasText(const CIMValue& value, std::string_view name) {
-    if (!value || value.getType() != CIMDataType::DATETIME || value.isArray() || formatValue(value).front()) {
-        return static_cast<bool>(value);
+    bool valid = static_cast<bool>(value);
+    if (valid && value.getType() == CIMDataType::DATETIME && !value.isArray()) {
+        forEachText(value, [&valid](std::optional<std::string_view> text) { valid = text.has_value(); });
+        if (!valid) {
+            warnOfDateTime(std::string(name));
+        }
     }
-    warn(std::string(name) + ": no valid date-time, sent as NULL");
-    return false;
+    return valid;
 }
 
 /// What determines a property's element and TYPE: the value if there is one, because a provider may deliver another
@@ -127,10 +139,11 @@ std::string_view propertyElement(const Shape& shape) {
 void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQualifierArray& qualifiers) {
     bool instance = type == CIMDataType::EMBEDDEDINSTANCE;
     bool object = type == CIMDataType::EMBEDDEDCLASS;
-    for (const CIMQualifier& qualifier : qualifiers) {
-        instance =
-            instance || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedInstance"));
-        object = object || (type == CIMDataType::STRING && qualifier.getName().equalsIgnoreCase("EmbeddedObject"));
+    if (type == CIMDataType::STRING) {
+        for (const CIMQualifier& qualifier : qualifiers) {
+            instance = instance || qualifier.getName().equalsIgnoreCase("EmbeddedInstance");
+            object = object || qualifier.getName().equalsIgnoreCase("EmbeddedObject");
+        }
     }
     if (instance || object) {
         writer.attribute("EmbeddedObject", instance ? "instance" : "object");
@@ -146,8 +159,9 @@ void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMPrope
         element.attributeIf(!target.empty(), "REFERENCECLASS", view(target));
     } else {
         element.attribute("TYPE", typeName(shape.type));
-        const int size = declared && declared.isArrayType() ? declared.getSize() : -1;
-        element.attributeIf(shape.array && size > 0, "ARRAYSIZE", std::to_string(size));
+        if (shape.array && declared && declared.isArrayType() && declared.getSize() > 0) {
+            element.attribute("ARRAYSIZE", std::to_string(declared.getSize()));
+        }
         writeEmbeddedObject(writer, shape.type, property.getQualifiers());
     }
     const String origin = property.getOriginClass();
@@ -188,6 +202,9 @@ void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_
 }
 
 void writeQualifiers(XmlWriter& writer, const CIMQualifierArray& qualifiers, bool withPropagated) {
+    if (qualifiers.empty()) {
+        return;
+    }
     const std::size_t limit = pairLimit(qualifiers);
     for (const CIMQualifier& qualifier : qualifiers) {
         if (withPropagated || !qualifier.getPropagated()) {
@@ -231,7 +248,8 @@ void writeMethod(XmlWriter& writer, const CIMMethod& method, const ObjectForm& f
     if (form.qualifiers) {
         writeQualifiers(writer, method.getQualifiers(), true);
     }
-    for (const CIMParameter& parameter : method.getParameters()) {
+    const CIMParameterArray parameters = method.getParameters();
+    for (const CIMParameter& parameter : parameters) {
         writeParameter(writer, parameter, form);
     }
 }
@@ -257,23 +275,23 @@ void writeScope(XmlWriter& writer, const CIMQualifierType& declaration) {
 
 } // namespace
 
-void writeValue(XmlWriter& writer, const CIMValue& value) {
+bool writeValue(XmlWriter& writer, const CIMValue& value) {
     if (!value) {
-        return;
+        return true;
     }
     if (value.getType() == CIMDataType::REFERENCE) {
         writeReferences(writer, value);
-    } else {
-        writeTexts(writer, value, kNoLimit);
+        return true;
     }
+    return writeTexts(writer, value, kNoLimit);
 }
 
 void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_view owner, const ObjectForm& form) {
     const CIMValue value = property.getValue();
     const Shape shape = shapeOf(property, value);
-    const std::string name = std::string(owner) + "." + toStd(property.getName());
+    const auto name = [&] { return std::string(owner) + "." + toStd(property.getName()); };
     if (!canBeProperty(shape)) {
-        warn(name + ": left out, it has neither a type nor a value that can be sent");
+        warn(name() + ": left out, it has neither a type nor a value that can be sent");
         return;
     }
     const std::size_t replaced = writer.replaced();
@@ -282,20 +300,22 @@ void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_v
     if (form.qualifiers) {
         writeQualifiers(writer, property.getQualifiers(), true);
     }
-    if (hasText(value, name)) {
-        writeValue(writer, value);
+    if (!writeValue(writer, value)) {
+        warnOfDateTime(name());
     }
     if (writer.replaced() != replaced) {
-        warn(name + ": characters that XML does not allow were replaced");
+        warn(name() + ": characters that XML does not allow were replaced");
     }
 }
 
 void writeInstance(XmlWriter& writer, const CIMInstance& instance, bool classOrigin) {
-    const std::string owner = toStd(instance.getClassName());
+    const String className = instance.getClassName();
+    const std::string_view owner = view(className);
     Element element(writer, "INSTANCE");
     element.attribute("CLASSNAME", owner);
     writeQualifiers(writer, instance.getQualifiers(), true);
-    for (const CIMProperty& property : instance.getProperties()) {
+    const CIMPropertyArray properties = instance.getProperties();
+    for (const CIMProperty& property : properties) {
         writeProperty(writer, property, owner, ObjectForm{true, classOrigin});
     }
 }
@@ -331,12 +351,14 @@ void writeClass(XmlWriter& writer, const CIMClass& cimClass, const ClassForm& fo
     if (form.object.qualifiers) {
         writeQualifiers(writer, cimClass.getQualifiers(), !form.localOnly);
     }
-    for (const CIMProperty& property : cimClass.getAllProperties()) {
+    const CIMPropertyArray properties = cimClass.getAllProperties();
+    for (const CIMProperty& property : properties) {
         if (!(form.localOnly && property.getPropagated()) && cimom::isWanted(form.propertyList, property.getName())) {
             writeProperty(writer, property, name, form.object);
         }
     }
-    for (const CIMMethod& method : cimClass.getAllMethods()) {
+    const CIMMethodArray methods = cimClass.getAllMethods();
+    for (const CIMMethod& method : methods) {
         if (!(form.localOnly && method.getPropagated())) {
             writeMethod(writer, method, form.object);
         }

@@ -24,8 +24,9 @@ struct ClassForm {
     const OpenWBEM::StringArray* propertyList = nullptr; ///< null: all properties
 };
 
-/// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for NULL.
-void writeValue(XmlWriter& writer, const OpenWBEM::CIMValue& value);
+/// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for NULL. False, and nothing, for a date-time that is
+/// none.
+bool writeValue(XmlWriter& writer, const OpenWBEM::CIMValue& value);
 
 /// PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE; `owner` is its class's name for the log.
 void writeProperty(XmlWriter& writer, const OpenWBEM::CIMProperty& property, std::string_view owner,

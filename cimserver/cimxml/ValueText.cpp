@@ -117,40 +117,49 @@ bool parse(std::string_view text, String& value) {
     return true;
 }
 
+/// Where a text lies that is not part of the value itself.
+struct TextBuffer {
+    char number[40];
+    std::string character;
+    String dateTime;
+};
+
+using Text = std::optional<std::string_view>;
+
 template <typename T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
-std::optional<std::string> format(T value) {
+Text format(T value, TextBuffer& buffer) {
     if constexpr (std::is_floating_point_v<T>) {
         if (!std::isfinite(value)) {
             return std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF";
         }
     }
-    char buffer[40];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    return std::string(buffer, result.ptr);
+    char* const begin = buffer.number;
+    const auto result = std::to_chars(begin, begin + sizeof buffer.number, value);
+    return std::string_view(begin, static_cast<std::size_t>(result.ptr - begin));
 }
 
-std::optional<std::string> format(const Bool& value) {
+Text format(const Bool& value, TextBuffer& /*buffer*/) {
     return value ? "TRUE" : "FALSE";
 }
 
 /// Half of a surrogate pair becomes bytes that XmlWriter replaces.
-std::optional<std::string> format(const Char16& value) {
-    std::string text;
-    appendUtf8(text, value.getValue());
-    return text;
+Text format(const Char16& value, TextBuffer& buffer) {
+    buffer.character.clear();
+    appendUtf8(buffer.character, value.getValue());
+    return buffer.character;
 }
 
-std::optional<std::string> format(const CIMDateTime& value) {
+Text format(const CIMDateTime& value, TextBuffer& buffer) {
     try {
-        std::string text = toStd(value.toString());
-        return isDateTime(text) ? std::optional<std::string>(std::move(text)) : std::nullopt;
+        buffer.dateTime = value.toString();
+        return isDateTime(view(buffer.dateTime)) ? Text(view(buffer.dateTime)) : std::nullopt;
     } catch (const Exception&) {
         return std::nullopt; // a null date-time inside a value
     }
 }
 
-std::optional<std::string> format(const String& value) {
-    return toStd(value);
+Text format(const String& value, TextBuffer& /*buffer*/) {
+    return view(value);
 }
 
 /// The number in text[begin, begin + length); -1 when a character is not a digit.
@@ -226,22 +235,22 @@ std::optional<CIMValue> parseArray(CIMDataType::Type type, const std::vector<std
     });
 }
 
-std::vector<std::optional<std::string>> formatValue(const CIMValue& value) {
-    return withType(value.getType(), [&](auto tag) {
+void forEachText(const CIMValue& value, const UseText& use) {
+    withType(value.getType(), [&](auto tag) {
         using T = typename decltype(tag)::Type;
-        std::vector<std::optional<std::string>> texts;
+        TextBuffer buffer;
         if (!value.isArray()) {
             T one{};
             value.get(one);
-            texts.push_back(format(one));
-            return texts;
+            use(format(one, buffer));
+            return;
         }
-        Array<T> all;
-        value.get(all);
-        for (std::size_t i = 0; i < all.size(); ++i) {
-            texts.push_back(format(static_cast<const Array<T>&>(all)[i]));
+        Array<T> values;
+        value.get(values);
+        const Array<T>& all = values; // reading does not copy what the value shares
+        for (const T& one : all) {
+            use(format(one, buffer));
         }
-        return texts;
     });
 }
 

@@ -4,6 +4,7 @@
 #include "OW_CIMDataType.hpp"
 #include "OW_CIMValue.hpp"
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -22,9 +23,11 @@ std::optional<OpenWBEM::CIMValue> parseScalar(OpenWBEM::CIMDataType::Type type, 
 std::optional<OpenWBEM::CIMValue> parseArray(OpenWBEM::CIMDataType::Type type, const std::vector<std::string>& texts,
                                              std::string& bad);
 
-/// The texts of a value of a simple type, one for a scalar. An element that has no valid text (an impossible date) is
-/// nothing.
-std::vector<std::optional<std::string>> formatValue(const OpenWBEM::CIMValue& value);
+/// Takes the text of an element; nothing for an element that has no valid text (an impossible date).
+using UseText = std::function<void(std::optional<std::string_view> text)>;
+
+/// Calls `use` with the text of each element of a value of a simple type, of a scalar once.
+void forEachText(const OpenWBEM::CIMValue& value, const UseText& use);
 
 /// yyyymmddhhmmss.mmmmmmsutc or ddddddddhhmmss.mmmmmm:000 with each field in its range.
 bool isDateTime(std::string_view text);

@@ -1,22 +1,14 @@
 // A request's XML: checked for well-formedness and size, then read into a tree.
 #pragma once
 
+#include "cimserver/cimxml/WellFormedness.hpp"
+
 #include <pugixml.hpp>
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
 namespace cimserver::cimxml {
-
-/// Limits of a document; a larger one is refused as not well-formed.
-struct XmlLimits {
-    std::size_t depth = 64;       ///< elements inside one another
-    std::size_t elements = 50000; ///< elements in all
-    std::size_t attributes = 32;  ///< attributes of one element
-};
-
-constexpr XmlLimits kUnlimited{1000, static_cast<std::size_t>(-1), static_cast<std::size_t>(-1)};
 
 /// The tree of a well-formed UTF-8 document without an internal DTD, so that only XML's five predefined entities can
 /// occur. Nodes point into the object and live as long as it.

@@ -3,13 +3,21 @@
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <array>
+
 namespace cimserver::cimxml {
 namespace {
 
-/// True for bytes that need no check: printable ASCII without the characters of markup.
-bool plain(char c) {
-    return c >= 0x20 && c < 0x7F && c != '&' && c != '<' && c != '>' && c != '"';
+/// Whether a byte needs no check: printable ASCII without the characters of markup.
+constexpr std::array<bool, 256> makePlain() {
+    std::array<bool, 256> plain{};
+    for (std::size_t c = 0x20; c < 0x7F; ++c) {
+        plain[c] = c != '&' && c != '<' && c != '>' && c != '"';
+    }
+    return plain;
 }
+
+constexpr std::array<bool, 256> kPlain = makePlain();
 
 /// The reference for a character; empty when it needs none.
 std::string_view reference(char c, bool attribute) {
@@ -79,7 +87,7 @@ void XmlWriter::raw(std::string_view markup) {
 void XmlWriter::escape(std::string_view data, bool attribute) {
     while (!data.empty()) {
         std::size_t length = 0;
-        while (length < data.size() && plain(data[length])) {
+        while (length < data.size() && kPlain[static_cast<unsigned char>(data[length])]) {
             ++length;
         }
         text_.append(data.data(), length);

@@ -1,18 +1,82 @@
 #include "cimserver/common/Log.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <spdlog/sinks/base_sink.h>
 #include <spdlog/sinks/rotating_file_sink.h>
 #include <spdlog/sinks/stdout_sinks.h>
 #include <spdlog/spdlog.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <stdexcept>
 
 namespace cimserver::log {
 namespace {
 
 constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %v";
+
+/// A rotating file that can be opened anew. Each file that takes the place of another gets its mode.
+class LogFile : public spdlog::sinks::base_sink<std::mutex> {
+  public:
+    /// Throws spdlog::spdlog_ex.
+    explicit LogFile(Settings settings) : settings_(std::move(settings)), file_(open()) {}
+
+    /// Throws spdlog::spdlog_ex and keeps the file then.
+    void reopen() {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        file_ = open();
+    }
+
+  protected:
+    void sink_it_(const spdlog::details::log_msg& message) override { file_->log(message); }
+    void flush_() override { file_->flush(); }
+
+  private:
+    using File = spdlog::sinks::rotating_file_sink_st;
+
+    std::unique_ptr<File> open() {
+        spdlog::file_event_handlers events;
+        events.before_open = [this](const std::string& name) {
+            rememberMode();
+            isNew_ = ::access(name.c_str(), F_OK) != 0;
+        };
+        events.after_open = [this](const std::string&, std::FILE* file) {
+            fd_ = ::fileno(file);
+            if (isNew_ && mode_) {
+                ::fchmod(fd_, *mode_);
+            }
+        };
+        events.before_close = [this](const std::string&, std::FILE* file) {
+            if (::fileno(file) == fd_) {
+                rememberMode();
+                fd_ = -1;
+            }
+        };
+        auto file = std::make_unique<File>(settings_.file, settings_.maxBytes, settings_.keep, false, events);
+        file->set_pattern(kPattern);
+        return file;
+    }
+
+    void rememberMode() {
+        struct stat state {};
+        if (fd_ >= 0 && ::fstat(fd_, &state) == 0) {
+            mode_ = state.st_mode & 07777U;
+        }
+    }
+
+    const Settings settings_;
+    int fd_ = -1; ///< of the file in use
+    bool isNew_ = false;
+    std::optional<mode_t> mode_;
+    std::unique_ptr<File> file_;
+};
 
 std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
     auto logger = std::make_shared<spdlog::logger>("cimserverd", std::move(sink));
@@ -64,7 +128,7 @@ std::string entry(std::string_view level, std::string_view component, std::strin
     std::string line;
     line.reserve(level.size() + component.size() + text.size() + 4);
     line.append(level).append(" ").append(component).append(": ");
-    appendEscaped(line, text);
+    appendEscaped(line, withoutUserInfo(text));
     return line;
 }
 
@@ -73,13 +137,22 @@ std::string entry(std::string_view level, std::string_view component, std::strin
 void configure(const Settings& settings) {
     if (!settings.file.empty()) {
         try {
-            logger() = makeLogger(std::make_shared<spdlog::sinks::rotating_file_sink_mt>(
-                settings.file, settings.maxBytes, settings.keep));
+            logger() = makeLogger(std::make_shared<LogFile>(settings));
         } catch (const spdlog::spdlog_ex& error) {
             throw std::runtime_error("cannot write the log file " + settings.file + ": " + error.what());
         }
     }
     logger()->set_level(toSpdlog(settings.level));
+}
+
+void reopen() noexcept {
+    if (auto* const file = dynamic_cast<LogFile*>(logger()->sinks().front().get())) {
+        try {
+            file->reopen();
+        } catch (const std::exception& error) {
+            write(Level::Error, "cimserverd", std::string("kept the old log file: ") + error.what());
+        }
+    }
 }
 
 void write(Level level, std::string_view component, std::string_view text) noexcept {

@@ -21,6 +21,10 @@ struct Settings {
 /// Applies the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.
 void configure(const Settings& settings);
 
+/// Opens the log file anew, for it may have been moved away; from any thread. A new file has the mode of the old one.
+/// When there is none to be opened, the old one stays in use.
+void reopen() noexcept;
+
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;
 

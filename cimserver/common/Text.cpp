@@ -21,10 +21,39 @@ bool equalLower(char a, char b) {
     return lower(a) == lower(b);
 }
 
+std::size_t findIgnoringCase(std::string_view text, std::string_view part) {
+    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower);
+    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+}
+
+/// Replaces what stands before the last `at` of the authority after each `scheme`. An authority ends at a `slash` or at
+/// what no URL has.
+std::string withoutUserInfo(std::string_view text, std::string_view scheme, std::string_view slash,
+                            std::string_view at) {
+    std::string result;
+    for (auto found = findIgnoringCase(text, scheme); found != std::string_view::npos;
+         found = findIgnoringCase(text, scheme)) {
+        result += text.substr(0, found + scheme.size());
+        text.remove_prefix(found + scheme.size());
+        const auto before = text.substr(0, findIgnoringCase(text, slash));
+        const auto authority = before.substr(0, before.find_first_of("/?#\"'<>\\ \t\r\n"));
+        if (const auto end = authority.rfind(at); end != std::string_view::npos) {
+            result += "***";
+            text.remove_prefix(end);
+        }
+    }
+    return result.append(text);
+}
+
 } // namespace
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b) {
     return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), equalLower);
+}
+
+bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const {
+    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
+                                        [](char x, char y) { return lower(x) < lower(y); });
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
@@ -63,7 +92,16 @@ std::string_view withoutSlashes(std::string_view nameSpace) {
 }
 
 std::string quote(std::string_view text) {
-    return '"' + std::string(text.substr(0, kLongestQuote)) + (text.size() > kLongestQuote ? "...\"" : "\"");
+    const std::string shown = withoutUserInfo(text); // before an end that gives user and password away is cut off
+    return '"' + shown.substr(0, kLongestQuote) + (shown.size() > kLongestQuote ? "...\"" : "\"");
+}
+
+std::string withoutUserInfo(std::string_view text) {
+    std::string result = withoutUserInfo(text, "://", "/", "@");
+    for (const char* at : {"%40", "@"}) {
+        result = withoutUserInfo(result, "%3A%2F%2F", "%2F", at);
+    }
+    return result;
 }
 
 std::string utcNow(const char* format) {

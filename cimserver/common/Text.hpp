@@ -1,6 +1,7 @@
 // Helpers for texts. Ignoring case means ASCII letters, independent of the locale.
 #pragma once
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -8,6 +9,14 @@
 namespace cimserver {
 
 bool equalsIgnoringCase(std::string_view a, std::string_view b);
+
+/// Orders texts ignoring case; look-ups need no std::string.
+struct LessIgnoringCase {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const;
+};
+template <class T>
+using NameMap = std::map<std::string, T, LessIgnoringCase>;
 
 /// True when `part` occurs in `text`.
 bool containsIgnoringCase(std::string_view text, std::string_view part);
@@ -26,6 +35,9 @@ std::string_view withoutSlashes(std::string_view nameSpace);
 
 /// The text in double quotes, cut to a length that suits an error description.
 std::string quote(std::string_view text);
+
+/// The text with "***" for user name and password in each URL, also in percent-encoded ones.
+std::string withoutUserInfo(std::string_view text);
 
 /// The present time in UTC, by a format of strftime.
 std::string utcNow(const char* format);

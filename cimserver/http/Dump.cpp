@@ -19,7 +19,8 @@ std::string now() {
 
 void appendFields(std::string& text, const Fields& fields) {
     for (const auto& [name, value] : fields.all()) {
-        const bool secret = containsIgnoringCase(name, "authorization") || containsIgnoringCase(name, "cookie");
+        const bool secret = containsIgnoringCase(name, "authorization") || containsIgnoringCase(name, "cookie") ||
+                            containsIgnoringCase(name, "token");
         text.append(name).append(": ").append(secret ? "***" : value).append("\n");
     }
     text += '\n';
@@ -46,7 +47,7 @@ void Dump::write(const Request& request, const Response& response, const Mask& m
         appendFields(text, request.fields);
         text += bodies.request + "\n---- " + now() + " answer " + std::to_string(response.status) + "\n";
         appendFields(text, response.fields);
-        text += bodies.response + "\n";
+        text = withoutUserInfo(text + bodies.response + "\n");
         const std::lock_guard lock(mutex_);
         const bool failed = ::write(fd_, text.data(), text.size()) != static_cast<ssize_t>(text.size());
         if (failed && !failed_) {

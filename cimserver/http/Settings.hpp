@@ -45,6 +45,9 @@ struct TlsSettings {
     std::string keyFile;         ///< PEM, not encrypted
     std::string clientCaFile;    ///< PEM: who may sign client certificates
     ClientCertificates clientCertificates = ClientCertificates::None;
+    std::string minVersion = "1.2"; ///< or "1.3"
+    /// In OpenSSL's notation, names of TLS 1.3 (TLS_...) among them; a version without any keeps its default.
+    std::string ciphers = "ECDHE+AESGCM:ECDHE+CHACHA20";
 };
 
 struct LoginSettings {

@@ -1,5 +1,7 @@
 #include "cimserver/http/Tls.hpp"
 
+#include "cimserver/common/Text.hpp"
+
 #include <boost/asio/error.hpp>
 #include <openssl/ssl.h>
 #include <openssl/x509v3.h>
@@ -19,7 +21,6 @@ namespace {
 constexpr const char* kNoCertificate = "cannot use the TLS certificate";
 constexpr const char* kNoKey = "cannot use the TLS key";
 constexpr const char* kNoClientCa = "cannot use the file of client certificate authorities";
-constexpr const char* kCiphers12 = "ECDHE+AESGCM:ECDHE+CHACHA20:ECDHE+AES";
 
 void check(const error_code& error, const char* what, const std::string& file) {
     if (error) {
@@ -46,14 +47,34 @@ void setClientCertificates(ssl::context& context, const TlsSettings& settings) {
     check(error, "cannot ask for client certificates by", settings.clientCaFile);
 }
 
+/// Throws as checkCiphers. OpenSSL passes over a name in a list that it does not know, so each is tried alone.
+void setCiphers(SSL_CTX* context, const std::string& ciphers) {
+    std::string lists[2]; // of TLS 1.2 and 1.3
+    for (const std::string_view part : split(ciphers, ':')) {
+        const bool is13 = part.substr(0, 4) == "TLS_";
+        const std::string name(part);
+        const auto set = is13 ? SSL_CTX_set_ciphersuites : SSL_CTX_set_cipher_list;
+        const bool isName = std::string_view("!-+@").find(name[0]) == std::string_view::npos;
+        const std::string list = lists[is13].empty() ? name : lists[is13] + ":" + name;
+        if ((isName && set(context, name.c_str()) != 1) || set(context, list.c_str()) != 1) {
+            throw std::invalid_argument("--tls-ciphers: '" + name + "' is no cipher or leaves none");
+        }
+        lists[is13] = list;
+    }
+}
+
 } // namespace
+
+void checkCiphers(const std::string& ciphers) {
+    setCiphers(ssl::context(ssl::context::tls_server).native_handle(), ciphers);
+}
 
 std::shared_ptr<ssl::context> makeTlsContext(const TlsSettings& settings) {
     auto context = std::make_shared<ssl::context>(ssl::context::tls_server);
     auto* native = context->native_handle();
-    SSL_CTX_set_min_proto_version(native, TLS1_2_VERSION);
+    SSL_CTX_set_min_proto_version(native, settings.minVersion == "1.3" ? TLS1_3_VERSION : TLS1_2_VERSION);
     SSL_CTX_set_options(native, SSL_OP_NO_RENEGOTIATION | SSL_OP_NO_COMPRESSION | SSL_OP_CIPHER_SERVER_PREFERENCE);
-    SSL_CTX_set_cipher_list(native, kCiphers12);
+    setCiphers(native, settings.ciphers);
     // Resumed sessions would skip the check of the client certificate against a reloaded file.
     SSL_CTX_set_session_cache_mode(native, SSL_SESS_CACHE_OFF);
     SSL_CTX_set_num_tickets(native, 0);

@@ -50,8 +50,8 @@ void Compiler::enterNamespace(const std::string& name, const Location& location)
     if (!isNamespaceName(local)) {
         fail(location, "\"" + name + "\" is not the name of a namespace of this server");
     }
-    const auto alias = aliases_.find(folded(local));
-    current_ = &target_[alias == aliases_.end() ? folded(local) : alias->second];
+    const auto alias = aliases_.find(local);
+    current_ = &target_[alias == aliases_.end() ? local : alias->second];
     if (current_->name.empty()) {
         current_->name = local;
     }
@@ -125,7 +125,7 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
 
 void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::path&) {
     auto type = std::make_shared<const CIMQualifierType>(buildQualifierType(declaration));
-    const auto [entry, isNew] = current_->qualifiers.try_emplace(folded(declaration.name), type);
+    const auto [entry, isNew] = current_->qualifiers.try_emplace(declaration.name, type);
     if (!isNew && !identical(*entry->second, *type)) {
         fail(declaration.location, "the qualifier \"" + declaration.name + "\" is declared already, and differently");
     }
@@ -160,8 +160,8 @@ void Compiler::finish() {
 
 void Compiler::add(const PendingClass& pending) {
     const auto built = std::make_shared<const CIMClass>(buildClass(pending.declaration, *pending.ns));
-    pending.ns->classes[folded(pending.declaration.name)] = built;
-    pending.ns->children[folded(pending.declaration.superClass)].push_back(built);
+    pending.ns->classes[pending.declaration.name] = built;
+    pending.ns->children[pending.declaration.superClass].push_back(built);
 }
 
 } // namespace cimserver::schema

@@ -13,7 +13,7 @@ namespace cimserver::schema {
 /// an exception.
 class Compiler {
   public:
-    using Aliases = std::map<std::string, std::string>; ///< folded alias to folded namespace
+    using Aliases = NameMap<std::string>; ///< alias to namespace
 
     /// Starts in the namespace `ns`, creating it if needed. `aliases` must outlive the compiler.
     Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns);

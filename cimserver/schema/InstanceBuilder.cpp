@@ -95,7 +95,7 @@ const CIMObjectPath& InstanceBuilder::build(Item& item) {
     if (!item.ns->instances.try_emplace(item.ns->instanceKey(*item.path), built).second) {
         fail(location, "the instance " + shown + " is declared already");
     }
-    item.ns->instancesOf[folded(item.declaration.className)].push_back(built);
+    item.ns->instancesOf[item.declaration.className].push_back(built);
     --depth_;
     return *item.path;
 }

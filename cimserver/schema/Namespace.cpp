@@ -11,7 +11,7 @@ namespace {
 
 template <class Map>
 auto findIn(const Map& map, std::string_view name) -> decltype(&*map.begin()->second) {
-    const auto found = map.find(folded(name));
+    const auto found = map.find(name);
     return found == map.end() ? nullptr : &*found->second;
 }
 

@@ -1,6 +1,7 @@
 // The declarations of one namespace: the compiler fills it, the repository answers from it.
 #pragma once
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Names.hpp"
 
 #include "OW_CIM.hpp"
@@ -20,11 +21,11 @@ struct Namespace {
     using InstancePointer = std::shared_ptr<const OpenWBEM::CIMInstance>;
 
     std::string name;
-    std::map<std::string, std::shared_ptr<const OpenWBEM::CIMQualifierType>> qualifiers;
-    std::map<std::string, ClassPointer> classes;
-    std::map<std::string, std::vector<ClassPointer>> children;       ///< by superclass; "" holds the top classes
-    std::map<std::string, InstancePointer> instances;                ///< by instanceKey
-    std::map<std::string, std::vector<InstancePointer>> instancesOf; ///< by class, as declared
+    NameMap<std::shared_ptr<const OpenWBEM::CIMQualifierType>> qualifiers;
+    NameMap<ClassPointer> classes;
+    NameMap<std::vector<ClassPointer>> children;       ///< by superclass; "" holds the top classes
+    std::map<std::string, InstancePointer> instances;  ///< by instanceKey
+    NameMap<std::vector<InstancePointer>> instancesOf; ///< by class, as declared
 
     const OpenWBEM::CIMClass* findClass(std::string_view className) const;
     /// The declaration in the namespace, else the standard one.
@@ -36,6 +37,6 @@ struct Namespace {
     std::string instanceKey(const OpenWBEM::CIMObjectPath& path) const;
 };
 
-using Namespaces = std::map<std::string, Namespace>;
+using Namespaces = NameMap<Namespace>;
 
 } // namespace cimserver::schema

@@ -13,9 +13,9 @@ struct Repository::Impl {
     Compiler::Aliases aliases;
 
     const Namespace* find(const String& ns) const {
-        std::string key = folded(withoutSlashes(trimmed(ns.c_str())));
-        const auto alias = aliases.find(key);
-        const auto found = namespaces.find(alias == aliases.end() ? key : alias->second);
+        const std::string_view name = withoutSlashes(trimmed(ns.c_str()));
+        const auto alias = aliases.find(name);
+        const auto found = namespaces.find(alias == aliases.end() ? name : alias->second);
         return found == namespaces.end() ? nullptr : &found->second;
     }
 };
@@ -37,7 +37,7 @@ void Repository::compileText(const std::string& mof, const std::string& name, co
 }
 
 void Repository::addAlias(const std::string& alias, const std::string& ns) {
-    impl_->aliases[folded(withoutSlashes(trimmed(alias)))] = folded(withoutSlashes(trimmed(ns)));
+    impl_->aliases[std::string(withoutSlashes(trimmed(alias)))] = withoutSlashes(trimmed(ns));
 }
 
 bool Repository::hasNamespace(const String& ns) const {
@@ -48,6 +48,14 @@ std::vector<String> Repository::namespaces() const {
     std::vector<String> names;
     for (const auto& [key, ns] : impl_->namespaces) {
         names.emplace_back(ns.name.c_str());
+    }
+    return names;
+}
+
+std::vector<String> Repository::aliases() const {
+    std::vector<String> names;
+    for (const auto& [alias, ns] : impl_->aliases) {
+        names.emplace_back(alias.c_str());
     }
     return names;
 }
@@ -64,7 +72,7 @@ const CIMClass* Repository::findClass(const String& ns, const String& name) cons
 
 namespace {
 
-void collect(const Namespace& ns, const std::string& key, bool deep, std::vector<const CIMClass*>& result) {
+void collect(const Namespace& ns, std::string_view key, bool deep, std::vector<const CIMClass*>& result) {
     const auto children = ns.children.find(key);
     if (children == ns.children.end()) {
         return;
@@ -72,7 +80,7 @@ void collect(const Namespace& ns, const std::string& key, bool deep, std::vector
     for (const auto& child : children->second) {
         result.push_back(child.get());
         if (deep) {
-            collect(ns, folded(child->getName().c_str()), deep, result);
+            collect(ns, child->getName().c_str(), deep, result);
         }
     }
 }
@@ -82,7 +90,7 @@ void collect(const Namespace& ns, const std::string& key, bool deep, std::vector
 std::vector<const CIMClass*> Repository::subclasses(const String& ns, const String& name, bool deep) const {
     std::vector<const CIMClass*> result;
     if (const Namespace* const found = impl_->find(ns)) {
-        collect(*found, folded(name.c_str()), deep, result);
+        collect(*found, name.c_str(), deep, result);
     }
     return result;
 }
@@ -98,7 +106,7 @@ std::vector<const CIMInstance*> Repository::instances(const String& ns, const St
     if (space == nullptr) {
         return result;
     }
-    if (const auto found = space->instancesOf.find(folded(className.c_str())); found != space->instancesOf.end()) {
+    if (const auto found = space->instancesOf.find(className.c_str()); found != space->instancesOf.end()) {
         for (const auto& instance : found->second) {
             result.push_back(instance.get());
         }

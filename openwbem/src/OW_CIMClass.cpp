@@ -20,19 +20,34 @@ struct CIMClass::Data : public ModelData<CIMClass::Data> {
     CIMMethodArray methods;
     bool association = false;
     bool keyed = false;
+    CIMPropertyArray keys; ///< those among the properties, not stored
 
     template <class Self>
     static auto fields(Self& self) {
         return std::tie(self.name, self.superClass, self.qualifiers, self.properties, self.methods, self.association,
                         self.keyed);
     }
-    void note(const CIMProperty& property) { keyed = keyed || property.isKey(); }
+    void rebuildKeys();
+    void noteProperties() {
+        rebuildKeys();
+        keyed = keyed || !keys.empty();
+    }
     void note(const CIMQualifier& qualifier) {
         if (qualifier && qualifier.isAssociationQualifier()) {
             association = !qualifier.hasValue() || qualifier.getValue() != CIMValue(false);
         }
     }
 };
+
+void CIMClass::Data::rebuildKeys() {
+    keys.clear();
+    const CIMPropertyArray& all = properties;
+    for (const CIMProperty& property : all) {
+        if (property.isKey()) {
+            keys.push_back(property);
+        }
+    }
+}
 
 CIMClass::CIMClass() : data_(sharedDefault<Data>()) {}
 CIMClass::CIMClass(CIMNULL_t) {}
@@ -85,13 +100,7 @@ CIMPropertyArray CIMClass::getProperties() const {
 }
 
 CIMPropertyArray CIMClass::getKeys() const {
-    CIMPropertyArray keys;
-    for (const CIMProperty& property : data_->properties) {
-        if (property.isKey()) {
-            keys.push_back(property);
-        }
-    }
-    return keys;
+    return data_->keys;
 }
 
 CIMProperty CIMClass::getProperty(const CIMName& name) const {
@@ -160,28 +169,28 @@ UInt32 CIMClass::numberOfQualifiers() const {
 
 CIMClass& CIMClass::addProperty(const CIMProperty& property) {
     addElement(data_->properties, property, "Property");
-    data_->note(property);
+    data_->noteProperties();
     return *this;
 }
 
 CIMClass& CIMClass::setProperties(const CIMPropertyArray& properties) {
     data_->properties = properties;
-    for (const CIMProperty& property : properties) {
-        data_->note(property);
-    }
+    data_->noteProperties();
     return *this;
 }
 
 CIMClass& CIMClass::setProperty(const CIMProperty& property) {
-    setElement(data_->properties, property);
     if (property) {
-        data_->note(property);
+        setElement(data_->properties, property);
+        data_->noteProperties();
     }
     return *this;
 }
 
 bool CIMClass::removeProperty(const CIMName& name) {
-    return removeElement(data_->properties, name);
+    const bool removed = removeElement(data_->properties, name);
+    data_->rebuildKeys();
+    return removed;
 }
 
 CIMClass& CIMClass::addQualifier(const CIMQualifier& qualifier) {
@@ -237,6 +246,7 @@ CIMInstance CIMClass::newInstance() const {
 
 void CIMClass::readObject(std::istream& istrm) {
     data_ = CIMStream::readData<Data>(istrm, "C").release();
+    data_->rebuildKeys();
 }
 
 void CIMClass::writeObject(std::ostream& ostrm) const {

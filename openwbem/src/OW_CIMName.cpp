@@ -2,6 +2,7 @@
 
 #include "OW_CIMElement.hpp"
 #include "OW_CIMStream.hpp"
+#include "OW_CaseFolding.hpp"
 
 #include <ostream>
 
@@ -9,49 +10,17 @@ namespace OpenWBEM {
 
 namespace {
 
-bool isASCII(unsigned char c) {
-    return c < 0x80;
-}
-
-unsigned char toLowerASCII(unsigned char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<unsigned char>(c - 'A' + 'a') : c;
-}
-
 /// The FNV-1a hash of an ASCII name in lower case; 0 for any other name, whose lower case can differ in length and in
 /// bytes. Names with different hashes differ, unless one hash is 0.
 UInt32 hashOf(const String& name) {
     UInt32 hash = 2166136261u;
     for (const char* p = name.c_str(); *p; ++p) {
-        const unsigned char c = static_cast<unsigned char>(*p);
-        if (!isASCII(c)) {
+        if (!isASCII(*p)) {
             return 0;
         }
-        hash = (hash ^ toLowerASCII(c)) * 16777619u;
+        hash = (hash ^ static_cast<unsigned char>(toLowerASCII(*p))) * 16777619u;
     }
     return hash;
-}
-
-/// Like UTF8Utils::compareToIgnoreCase(), but calls the Unicode-aware comparison only when a byte outside ASCII comes
-/// before any difference.
-int compareNames(const String& x, const String& y) {
-    const char* a = x.c_str();
-    const char* b = y.c_str();
-    if (a == b) {
-        return 0;
-    }
-    for (;; ++a, ++b) {
-        const unsigned char ca = static_cast<unsigned char>(*a);
-        const unsigned char cb = static_cast<unsigned char>(*b);
-        if (!isASCII(ca) || !isASCII(cb)) {
-            return x.compareToIgnoreCase(y);
-        }
-        if (toLowerASCII(ca) != toLowerASCII(cb)) {
-            return ca - cb; // deliberately unfolded, as everywhere: "A" sorts before "_", "a" after it
-        }
-        if (ca == 0) {
-            return 0;
-        }
-    }
 }
 
 } // namespace
@@ -93,11 +62,11 @@ void CIMName::writeObject(std::ostream& ostrm) const {
 
 bool operator==(const CIMName& x, const CIMName& y) {
     const bool differ = x.hash_ != y.hash_ && x.hash_ != 0 && y.hash_ != 0;
-    return !differ && compareNames(x.name_, y.name_) == 0;
+    return !differ && x.name_.equalsIgnoreCase(y.name_);
 }
 
 bool operator<(const CIMName& x, const CIMName& y) {
-    return compareNames(x.name_, y.name_) < 0;
+    return x.name_.compareToIgnoreCase(y.name_) < 0;
 }
 
 std::ostream& operator<<(std::ostream& ostrm, const CIMName& name) {
@@ -111,7 +80,7 @@ String CIMElement::toString() const {
 }
 
 int CIMElement::compare(const CIMElement& other) {
-    return compareNames(getName(), other.getName());
+    return getName().compareToIgnoreCase(other.getName());
 }
 
 bool CIMElement::equals(const CIMElement& other) {

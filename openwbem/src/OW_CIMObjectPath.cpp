@@ -213,7 +213,8 @@ CIMObjectPath& CIMObjectPath::syncWithClass(const CIMClass& cimClass) {
             continue;
         }
         CIMProperty fitted = key;
-        if (declared.isKey()) {
+        const bool fits = key.getName().equals(declared.getName()) && key.getDataType() == declared.getDataType();
+        if (!fits && declared.isKey()) {
             fitted.setName(CIMNameAccess::of(declared));
             fitted.setDataType(declared.getDataType());
         }

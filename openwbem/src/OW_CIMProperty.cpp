@@ -175,7 +175,9 @@ bool CIMProperty::hasTrueQualifier(const CIMName& name) const {
 
 bool CIMProperty::isKey() const {
     static const CIMName& key = *new CIMName(CIMQualifier::CIM_QUAL_KEY);
-    return isReference() || hasTrueQualifier(key);
+    const Data& data = *data_;
+    return (data.dataType && data.dataType.isReferenceType()) ||
+           (!data.qualifiers.empty() && hasTrueElement(data.qualifiers, key));
 }
 
 bool CIMProperty::isReference() const {

@@ -69,7 +69,7 @@ CIMValue::CIMValue(const char* x) : CIMValue(x ? String(x) : String("")) {}
 // Constructor, get() and to...() of one type, named after it. ARGUMENT is how the constructor takes it.
 // NOLINTBEGIN(bugprone-macro-parentheses): a type cannot stand in parentheses
 #define CIM_VALUE_TYPE(T, ARGUMENT)                                                                                    \
-    CIMValue::CIMValue(ARGUMENT x) : impl_(new CIMValueImpl(x)) {}                                                     \
+    CIMValue::CIMValue(ARGUMENT x) : impl_(CIMValueImpl::of(x)) {}                                                     \
     void CIMValue::get(T& x) const {                                                                                   \
         x = impl_->get<T>();                                                                                           \
     }                                                                                                                  \
@@ -107,7 +107,7 @@ CIM_VALUE_TYPE(StringArray, const StringArray&)
 #undef CIM_VALUE_TYPE
 
 // Strings have toString() for the text of any value.
-CIMValue::CIMValue(const String& x) : impl_(new CIMValueImpl(x)) {}
+CIMValue::CIMValue(const String& x) : impl_(CIMValueImpl::of(x)) {}
 void CIMValue::get(String& x) const {
     x = impl_->get<String>();
 }

@@ -16,6 +16,7 @@
 #include "OW_Char16.hpp"
 #include "OW_String.hpp"
 
+#include <array>
 #include <type_traits>
 #include <utility>
 #include <variant>
@@ -47,6 +48,18 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
 
     CIMValueImpl* clone() const { return new CIMValueImpl(*this); }
 
+    /// A new one, but shared for the truth values and the smallest numbers, which most properties of devices have.
+    template <class T>
+    static COWIntrusiveReference<CIMValueImpl> of(const T& x) {
+        if constexpr (std::is_same<T, Bool>::value) {
+            return shared<T, 2>(x ? 1 : 0);
+        } else if constexpr (std::is_same<T, UInt8>::value) {
+            return shared<T, 256>(x);
+        } else {
+            return new CIMValueImpl(x);
+        }
+    }
+
     bool isArray() const { return storage.index() >= kScalarKinds; }
     CIMDataType::Type type() const { return kValueKinds[storage.index() % kScalarKinds].type; }
 
@@ -67,6 +80,18 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
     CIMValueStorage storage;
 
   private:
+    template <class T, size_t Count>
+    static const COWIntrusiveReference<CIMValueImpl>& shared(size_t value) {
+        typedef std::array<COWIntrusiveReference<CIMValueImpl>, Count> Table;
+        static const Table& table = *[] {
+            auto* made = new Table;
+            for (size_t i = 0; i < Count; ++i) {
+                (*made)[i] = new CIMValueImpl(T(static_cast<UInt8>(i)));
+            }
+            return made;
+        }();
+        return table[value];
+    }
     template <class T, size_t... I>
     static constexpr size_t indexOf(std::index_sequence<I...>) {
         return ((std::is_same<T, std::variant_alternative_t<I, CIMValueStorage>>::value ? I : 0) + ...);

@@ -1,6 +1,7 @@
 // The members of String that compare, search and split.
 
 #include "OW_Array.hpp"
+#include "OW_CaseFolding.hpp"
 #include "OW_String.hpp"
 #include "OW_StringByteBuf.hpp"
 #include "OW_UTF8Utils.hpp"
@@ -50,7 +51,8 @@ bool String::equals(const char* arg) const {
 }
 
 bool String::equalsIgnoreCase(const String& arg) const {
-    return compareToIgnoreCase(arg) == 0;
+    return (length() == arg.length() && std::memcmp(c_str(), arg.c_str(), length()) == 0) ||
+           compareToIgnoreCase(arg) == 0;
 }
 
 bool String::equalsIgnoreCase(const char* arg) const {
@@ -150,8 +152,7 @@ StringArray String::tokenize(const char* delims, EReturnDelimitersFlag returnDel
 String& String::toLowerCase() {
     if (buf_) {
         std::string& text = buf_->text;
-        std::transform(text.begin(), text.end(), text.begin(),
-                       [](unsigned char c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c); });
+        std::transform(text.begin(), text.end(), text.begin(), toLowerASCII);
     }
     return *this;
 }

@@ -157,6 +157,15 @@ void UCS4toUTF8(UInt32 ucs4char, StringBuffer& sb) {
 }
 
 int compareToIgnoreCase(const char* str1, const char* str2) {
+    // Up to the first byte outside ASCII, each byte is a character whose folded form is one byte too.
+    for (; isASCII(*str1) && isASCII(*str2); ++str1, ++str2) {
+        if (toLowerASCII(*str1) != toLowerASCII(*str2)) {
+            return *str1 - *str2; // deliberately unfolded: "A" sorts before "_", "a" after it
+        }
+        if (*str1 == '\0') {
+            return 0;
+        }
+    }
     FoldedText x(str1);
     FoldedText y(str2);
     for (;;) {

@@ -135,7 +135,7 @@ TEST(CIMException, composesTheTextForTheClient) {
         EXPECT_TRUE(made(code, "").getErrNo() == code && made(code, "").getErrorCode() == code);
     }
     EXPECT_STREQ(made(1, "General error").getMessage(), "general error (General error)");
-    EXPECT_STREQ(made(77, "odd").getMessage(), "unknown error (odd)");
+    EXPECT_STREQ(made(18, "odd").getMessage(), "unknown error (odd)");
     EXPECT_STREQ(made(-1, nullptr).getMessage(), "unknown error");
 }
 

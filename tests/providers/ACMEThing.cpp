@@ -74,6 +74,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         addThing("empty", "ACME_Thing");
         addThing("latin", "ACME_Thing");
         m_things["latin"].setProperty(CIMProperty("Text", CIMValue("caf\xe9\x01")));
+        addThing("crate", "ACME_Crate");
         addThing("special", "ACME_SpecialThing");
         m_things["special"].setProperty("Speciality", CIMValue("everything"));
     }
@@ -143,6 +144,9 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
             const std::string text = in[0].getValue() ? in[0].getValue().toString().c_str() : "";
             out[0].setValue(CIMValue(std::string(text.rbegin(), text.rend()).c_str()));
             return out[0].getValue();
+        }
+        if (method.equalsIgnoreCase("Relabel")) {
+            return in[0].getValue();
         }
         if (method.equalsIgnoreCase("Count")) {
             return CIMValue(UInt32(env->getCIMOMHandle()->enumInstanceNamesA(ns, "ACME_Thing").size()));

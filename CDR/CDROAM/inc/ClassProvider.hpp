@@ -59,7 +59,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
 
     /// What differs between classes.
     struct Definition {
-        const char* className;
+        OpenWBEM::CIMName className;
         const char* source;                           ///< the file that its CIM errors carry
         std::vector<PropertyRow<Managed>> properties; ///< in the order in which instances show them
         std::vector<MethodRow<Object>> methods;
@@ -138,7 +138,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
             destroy(object);
             throw OpenWBEM::CIMException(failure);
         }
-        OpenWBEM::CIMObjectPath path(definition().className, ns);
+        OpenWBEM::CIMObjectPath path(definition().className.toString(), ns);
         toPath(*object, path);
         return path;
     }
@@ -175,7 +175,9 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     // The bodies of the named operations.
 
     void fillInstance(Managed& object, OpenWBEM::CIMInstance& instance) const {
+        OpenWBEM::CIMPropertyArray properties;
         OpenWBEM::CIMPropertyArray keys;
+        properties.reserve(definition().properties.size());
         for (const PropertyRow<Managed>& row : definition().properties) {
             OpenWBEM::CIMValue value(OpenWBEM::CIMNULL);
             QualifierArray qualifiers;
@@ -187,7 +189,14 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
                 keys.push_back(property);
             }
             property.setQualifiers(qualifiers);
-            instance.setProperty(property);
+            properties.push_back(property);
+        }
+        if (properties.size() == definition().properties.size()) {
+            instance.setProperties(properties);
+        } else {
+            for (const OpenWBEM::CIMProperty& property : properties) {
+                instance.setProperty(property); // a property that cannot be read stays as it was
+            }
         }
         // An object manager builds the instance's name from its keys, not from its properties.
         instance.setKeys(keys);
@@ -209,11 +218,11 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     }
 
     Object* find(const OpenWBEM::CIMObjectPath& path) const {
-        return findBy([&path](const char* name) { return path.getKey(name); });
+        return findBy([&path](const OpenWBEM::CIMName& name) { return path.getKey(name); });
     }
 
     Object* find(const OpenWBEM::CIMInstance& instance) const {
-        return findBy([&instance](const char* name) { return instance.getProperty(name); });
+        return findBy([&instance](const OpenWBEM::CIMName& name) { return instance.getProperty(name); });
     }
 
     /// Skips null values and properties that cannot be modified. Stops at the first failure, without endChange().
@@ -276,7 +285,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
 
     static const PropertyRow<Managed>* writableRow(const OpenWBEM::String& name) {
         for (const PropertyRow<Managed>& row : definition().properties) {
-            if (row.write != nullptr && name.equals(row.name)) {
+            if (row.write != nullptr && name.equals(row.name.toString())) {
                 return &row;
             }
         }
@@ -298,7 +307,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
 
     template <class KeyProperty>
     static Object* findBy(KeyProperty keyProperty) {
-        const Keys keys = gatherKeys([&keyProperty](const char* name) {
+        const Keys keys = gatherKeys([&keyProperty](const OpenWBEM::CIMName& name) {
             const OpenWBEM::CIMProperty property = keyProperty(name);
             if (!property || !property.getValue()) {
                 throwNotFound(__LINE__);
@@ -313,7 +322,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
     }
 
     static Object* create(const OpenWBEM::CIMInstance& instance) {
-        const Keys keys = gatherKeys([&instance](const char* name) {
+        const Keys keys = gatherKeys([&instance](const OpenWBEM::CIMName& name) {
             const OpenWBEM::CIMProperty property = instance.getProperty(name);
             const bool given = property && property.getValue();
             return std::string(given ? property.getValue().toString().c_str() : "");

@@ -92,7 +92,7 @@ template <class Managed>
 struct PropertyRow {
     using Object = std::remove_const_t<Managed>;
 
-    const char* name;
+    OpenWBEM::CIMName name;
     OpenWBEM::CIMDataType::Type type;
     Check check{};
     /// Calls the getter and, when it returns 0, makes the value. Null for a key.
@@ -153,7 +153,7 @@ int writeProperty(typename AccessorType<decltype(Set)>::Object& object, const Op
                   const char* source) {
     typename AccessorType<decltype(Set)>::Value taken{};
     fromCIMValue(value, taken);
-    requireFit(row.check, source, row.name, taken);
+    requireFit(row.check, source, row.name.toString().c_str(), taken);
     return (object.*Set)(taken);
 }
 

@@ -5,7 +5,10 @@
 namespace zpo {
 
 /// Bytes 0 to 31 and 127.
-bool isControl(char c);
+inline bool isControl(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return byte < 0x20 || byte == 0x7f;
+}
 
 /// ASCII letters and digits, whatever the locale.
 bool isAlphanumeric(char c);

@@ -111,15 +111,10 @@ std::uint32_t RegistryStore::reopen(bool toWrite) {
 }
 
 std::uint32_t RegistryStore::checkFormat() {
-    MDB_txn* transaction = nullptr;
-    const int error = mdb_txn_begin(store_->env(), nullptr, MDB_RDONLY, &transaction);
-    if (error != 0) {
-        return statusOfError(error);
-    }
+    int error = 0;
+    const ReadTransaction transaction(*store_, error);
     HeadRecord head{};
-    const std::uint32_t status = getHead(transaction, store_->entries(), head);
-    mdb_txn_abort(transaction);
-    return status;
+    return error == 0 ? getHead(transaction.get(), store_->entries(), head) : statusOfError(error);
 }
 
 void RegistryStore::report(std::uint32_t status, const std::string& problem) {
@@ -175,33 +170,29 @@ bool RegistryStore::dropForeignReaders() {
                                 unlink((path_ + "-lock").c_str()) == 0);
 }
 
-std::uint32_t RegistryStore::readingOnce(const Work& work, int& error) {
+template <class Read>
+std::uint32_t RegistryStore::readingOnce(const Read& read, int& error) {
     std::shared_lock<std::shared_mutex> lock;
     const std::uint32_t status = acquire(lock, false);
     if (status != ZPO_OK) {
         return status;
     }
-    MDB_txn* transaction = nullptr;
-    error = mdb_txn_begin(store_->env(), nullptr, MDB_RDONLY, &transaction);
-    if (error != 0) {
-        return statusOfError(error);
-    }
-    const std::uint32_t result = work(transaction, store_->entries());
-    mdb_txn_abort(transaction);
-    return result;
+    const ReadTransaction transaction(*store_, error);
+    return error == 0 ? read(transaction.get(), store_->entries()) : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::reading(const Work& work) {
+template <class Read>
+std::uint32_t RegistryStore::reading(const Read& read) {
     int error = 0;
-    std::uint32_t status = readingOnce(work, error);
+    std::uint32_t status = readingOnce(read, error);
     if (status == ZPO_REG_STORE_BUSY && error == 0 && dropForeignReaders()) {
-        status = readingOnce(work, error);
+        status = readingOnce(read, error);
     }
     if (error != MDB_MAP_RESIZED && error != MDB_READERS_FULL && error != MDB_PANIC) {
         return status;
     }
     recover(error);
-    return readingOnce(work, error);
+    return readingOnce(read, error);
 }
 
 // LMDB waits for its own write lock without limit. Whoever holds this lock finds LMDB's free.
@@ -254,6 +245,7 @@ std::uint32_t RegistryStore::writing(const Work& work) {
     return writingOnce(work, error);
 }
 
+template <class Consume>
 std::uint32_t RegistryStore::read(const EntryName& name, const Consume& consume) {
     return reading([&](MDB_txn* transaction, MDB_dbi entries) {
         MDB_val key = valueOf(name.encoded());

@@ -49,13 +49,16 @@ class RegistryStore {
 
   private:
     using Work = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
-    using Consume = std::function<std::uint32_t(EntryKind, std::string_view)>;
 
-    std::uint32_t reading(const Work& work);
-    std::uint32_t readingOnce(const Work& work, int& error);
+    // `read` is a Work, `consume` takes the kind and the bytes of an entry; templates, since reads are many and short.
+    template <class Read>
+    std::uint32_t reading(const Read& read);
+    template <class Read>
+    std::uint32_t readingOnce(const Read& read, int& error);
+    template <class Consume>
+    std::uint32_t read(const EntryName& name, const Consume& consume);
     std::uint32_t writing(const Work& work);
     std::uint32_t writingOnce(const Work& work, int& error);
-    std::uint32_t read(const EntryName& name, const Consume& consume);
     std::uint32_t lockForWriting(FileLock& lock);
     std::uint32_t acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite);
     std::uint32_t reopen(bool toWrite);

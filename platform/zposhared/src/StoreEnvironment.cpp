@@ -106,10 +106,11 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
     }
     std::unique_ptr<StoreEnvironment> store(new StoreEnvironment);
     store->path_ = path;
-    status = store->openMap(mapBytes, MDB_NOSUBDIR);
+    store->idle_.reserve(kMaxReaders); // so that a transaction's end cannot fail
+    status = store->openMap(mapBytes, 0);
     if (status == ZPO_REG_NO_ACCESS || status == ZPO_REG_NOT_WRITABLE) {
         store->readOnly_ = true;
-        status = store->openMap(mapBytes, MDB_NOSUBDIR | MDB_RDONLY);
+        status = store->openMap(mapBytes, MDB_RDONLY);
     }
     if (status == ZPO_OK) {
         status = store->checkPages(problem);
@@ -124,6 +125,9 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
 }
 
 StoreEnvironment::~StoreEnvironment() {
+    for (MDB_txn* const transaction : idle_) {
+        mdb_txn_abort(transaction);
+    }
     mdb_env_close(env_);
 }
 
@@ -138,7 +142,8 @@ std::uint32_t StoreEnvironment::openMap(std::size_t mapBytes, unsigned flags) {
         error = mdb_env_set_maxreaders(env_, kMaxReaders);
     }
     if (error == 0) {
-        error = mdb_env_open(env_, path_.c_str(), flags, 0660);
+        // MDB_NOTLS: a read transaction belongs to no thread.
+        error = mdb_env_open(env_, path_.c_str(), flags | MDB_NOSUBDIR | MDB_NOTLS, 0660);
     }
     int dead = 0;
     if (error == 0) {
@@ -184,6 +189,31 @@ std::uint32_t StoreEnvironment::rememberFile() {
     // After a power cut a new file's name must be there too, not only its content.
     syncDirectory(directoryOf(path_));
     return ZPO_OK;
+}
+
+ReadTransaction::ReadTransaction(StoreEnvironment& store, int& error) : store_(store) {
+    {
+        const std::lock_guard<std::mutex> lock(store_.idleMutex_);
+        if (!store_.idle_.empty()) {
+            transaction_ = store_.idle_.back();
+            store_.idle_.pop_back();
+        }
+    }
+    error = transaction_ != nullptr ? mdb_txn_renew(transaction_)
+                                    : mdb_txn_begin(store_.env_, nullptr, MDB_RDONLY, &transaction_);
+    if (error != 0) {
+        mdb_txn_abort(transaction_); // null is allowed
+        transaction_ = nullptr;
+    }
+}
+
+ReadTransaction::~ReadTransaction() {
+    if (transaction_ == nullptr) {
+        return;
+    }
+    mdb_txn_reset(transaction_);
+    const std::lock_guard<std::mutex> lock(store_.idleMutex_);
+    store_.idle_.push_back(transaction_);
 }
 
 bool StoreEnvironment::isCurrent() const {

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <lmdb.h>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace zpo {
 
@@ -32,6 +34,8 @@ class StoreEnvironment {
     bool isCurrent() const;
 
   private:
+    friend class ReadTransaction;
+
     StoreEnvironment() = default;
     std::uint32_t openMap(std::size_t mapBytes, unsigned flags);
     std::uint32_t checkPages(std::string& problem);
@@ -45,6 +49,25 @@ class StoreEnvironment {
     ino_t inode_ = 0;
     ino_t readersInode_ = 0;
     off_t size_ = 0;
+    std::mutex idleMutex_;
+    std::vector<MDB_txn*> idle_; ///< read transactions that have been reset, for the next readers
+};
+
+/// A view of the store as it is now, for one thread. Ended ones are kept and begun again, which neither allocates nor
+/// looks for a place in LMDB's table of readers. Must end before the environment does.
+class ReadTransaction {
+  public:
+    /// `error` becomes LMDB's error code, 0 for success.
+    ReadTransaction(StoreEnvironment& store, int& error);
+    ReadTransaction(const ReadTransaction&) = delete;
+    ReadTransaction& operator=(const ReadTransaction&) = delete;
+    ~ReadTransaction();
+
+    MDB_txn* get() const { return transaction_; }
+
+  private:
+    StoreEnvironment& store_;
+    MDB_txn* transaction_ = nullptr;
 };
 
 } // namespace zpo

@@ -90,10 +90,15 @@ std::string limits(const cdroam::Check& check, const std::string& property) {
 }
 
 template <class Provider>
+std::string className() {
+    return Provider::definition().className.toString().c_str();
+}
+
+template <class Provider>
 Lines served() {
     Lines lines;
     for (const auto& row : Provider::definition().properties) {
-        const std::string property = std::string(Provider::definition().className) + "." + row.name;
+        const std::string property = className<Provider>() + "." + row.name.toString().c_str();
         lines.push_back(property + " " + OpenWBEM::CIMDataType(row.type).toString().c_str() +
                         (row.isKey()            ? " Key"
                          : row.write != nullptr ? " Write"
@@ -101,15 +106,15 @@ Lines served() {
                         limits(row.check, property));
     }
     for (const auto& row : Provider::definition().methods) {
-        lines.push_back(std::string(Provider::definition().className) + "." + row.name + "() uint32");
+        lines.push_back(className<Provider>() + "." + row.name + "() uint32");
     }
     return lines;
 }
 
 template <class Provider>
 void expectClass(const cimserver::schema::Repository& repository) {
-    const char* const name = Provider::definition().className;
-    const OpenWBEM::CIMClass* const cimClass = repository.findClass("root/cimv2", name);
+    const std::string name = className<Provider>();
+    const OpenWBEM::CIMClass* const cimClass = repository.findClass("root/cimv2", name.c_str());
     ASSERT_NE(cimClass, nullptr) << name;
     EXPECT_EQ(cimClass->getQualifier("Provider").getValue().toString(), "c++::CDRProvider") << name;
     Lines provided = served<Provider>();
@@ -124,7 +129,7 @@ void expectClass(const cimserver::schema::Repository& repository) {
 template <class... Providers>
 void expectClasses(const cimserver::schema::Repository& repository) {
     (expectClass<Providers>(repository), ...);
-    const std::set<std::string> compared = {Providers::definition().className...};
+    const std::set<std::string> compared = {className<Providers>()...};
     for (const OpenWBEM::CIMClass* declared : repository.subclasses("root/cimv2", "", true)) {
         EXPECT_EQ(compared.count(declared->getName().c_str()), 1U)
             << declared->getName() << ": not in this test's list";

@@ -18,7 +18,7 @@ Status codeOf(const std::function<void()>& work) {
 class Expiry : public testing::Test {
   protected:
     Enumerations::Clock::time_point now_;
-    Enumerations enumerations_{{2, 10}, [this] { return now_; }};
+    Enumerations enumerations_{{2, 3, 20}, [this] { return now_; }};
     std::string text_;
 };
 
@@ -41,12 +41,15 @@ TEST_F(Expiry, ElementsAreBoundedInBytesAndGiveThemBack) {
     EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"123456", "12345"}, seconds(10)); }), Status::ServerLimitsExceeded);
     const std::string id = enumerations_.open(ann, {"123456"}, seconds(10));
     EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"12345"}, seconds(10)); }), Status::ServerLimitsExceeded);
+    EnumerationOwner bob = ann;
+    bob.user = "bob";
+    EXPECT_EQ(codeOf([&] { enumerations_.open(bob, {"1234567890"}, seconds(10)); }), Status());
     EXPECT_TRUE(enumerations_.pull(id, ann, 5, text_));
     EXPECT_EQ(codeOf([&] { enumerations_.open(ann, {"1234567890"}, seconds(10)); }), Status());
 }
 
 TEST(Enumerations, YieldEachElementOnceToConcurrentPulls) {
-    Enumerations enumerations({1, 100000});
+    Enumerations enumerations({1, 1, 100000});
     const std::string id = enumerations.open(ann, std::vector<std::string>(2000, "x"), seconds(10));
     std::string texts[4];
     std::vector<std::thread> threads;

@@ -62,6 +62,8 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
     const std::tuple<int, std::string, std::string> cases[] = {
         {2, "--mof is required", ""},
         {2, "http://0.0.0.0:0 is open beyond this host", mof + "--listen 0.0.0.0:0"},
+        {2, "--tls-ciphers: 'ECDHE+ACM' is no cipher", mof + "--tls-ciphers ECDHE+AESGCM:ECDHE+ACM"},
+        {2, "--tls-ciphers: '!ALL' is no cipher or leaves none", mof + "--tls-ciphers AESGCM:!ALL"},
         {2, "--preload: there is no provider Nobody in", mof + "--preload Nobody"},
         {2, "--concurrent-provider: there is no provider ../x in", mof + "--concurrent-provider ../x"},
         {3, "bad.mof:1:7: ", "--mof bad.mof"},
@@ -96,7 +98,10 @@ TEST_F(ProgramTest, FollowsSignals) {
     const auto port = serve("--log-file log");
     EXPECT_EQ(http_testing::Client(port).ask("GET /health HTTP/1.1\r\n\r\n").status, 200U);
     EXPECT_EQ(http_testing::Client(port).ask(http_testing::post("not XML")).status, 400U);
-    for (const int signal : {SIGPIPE, SIGHUP, SIGUSR1}) {
+    EXPECT_EQ(run("mv log log.old").exitCode, 0);
+    ::kill(server_, SIGHUP);
+    EXPECT_TRUE(support::waitUntil([this] { return std::filesystem::exists(dir_ / "log"); }));
+    for (const int signal : {SIGPIPE, SIGUSR1}) {
         ::kill(server_, signal);
     }
     awaitText("log", "requests=2 client-errors=1");

@@ -182,11 +182,13 @@ TEST_F(RequestsTest, DumpsWhatGoesOverTheWireWithoutSecrets) {
     start();
     const std::string secret = "dG9wOnNlY3JldA==";
     connect().ask(post(secret, "Authorization: Basic " + secret + "\r\nCookie: " + secret +
-                                   "\r\nProxy-Authorization: " + secret + "\r\nX-Seen: yes\r\n"));
+                                   "\r\nProxy-Authorization: " + secret + "\r\nX-Auth-Token: " + secret +
+                                   "\r\nReferer: http://ann:" + secret + "@h/\r\nX-Seen: yes\r\n"));
     const auto text = support::contentOf(path("dump"));
     EXPECT_EQ(text.find(secret), std::string::npos) << text;
     EXPECT_EQ(logged().find(secret), std::string::npos);
-    for (const char* part : {"X-Seen: yes\n", "Cookie: ***\n", "\nshown of POST\n", "answer 200", "\nshown of 200\n"}) {
+    for (const char* part :
+         {"X-Seen: yes\n", "http://***@h/\n", "Cookie: ***\n", "\nshown of POST\n", "answer 200", "\nshown of 200\n"}) {
         EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
     }
 }

@@ -53,6 +53,29 @@ TEST_F(TlsTest, Offers12And13Only) {
     // What the machine's own OpenSSL refuses anyway tells nothing of the server's own bound.
     const auto context = cimserver::http::makeTlsContext(settings_.tls);
     EXPECT_EQ(SSL_CTX_get_min_proto_version(context->native_handle()), TLS1_2_VERSION);
+    const STACK_OF(SSL_CIPHER)* const ciphers = SSL_CTX_get_ciphers(context->native_handle());
+    for (int i = 0; i < sk_SSL_CIPHER_num(ciphers); ++i) {
+        EXPECT_TRUE(SSL_CIPHER_is_aead(sk_SSL_CIPHER_value(ciphers, i)))
+            << SSL_CIPHER_get_name(sk_SSL_CIPHER_value(ciphers, i));
+    }
+}
+
+TEST_F(TlsTest, VersionAndCiphersAreTheAdministrators) {
+    const std::string served = "POST||write|a";
+    const std::tuple<const char*, const char*, std::string, std::string> cases[] = {
+        {"1.3", "ECDHE+AESGCM", "", served},
+        {"1.2", "TLS_AES_128_GCM_SHA256", served, served},
+        {"1.2", "ECDHE-RSA-AES128-GCM-SHA256", "", served}, // the key is none of RSA
+    };
+    for (const auto& [least, ciphers, over12, over13] : cases) {
+        settings_.tls.minVersion = least;
+        settings_.tls.ciphers = ciphers;
+        start(true);
+        tls_.version = TLS1_2_VERSION;
+        EXPECT_EQ(askOver(tls_), over12) << ciphers;
+        tls_.version = TLS1_3_VERSION;
+        EXPECT_EQ(askOver(tls_), over13) << ciphers;
+    }
 }
 
 TEST_F(TlsTest, KeepsServingBesidePlainBytesAndSilentHandshakes) {

@@ -1,0 +1,80 @@
+#include "cimserver/cimxml/EmbeddedObjects.hpp"
+
+#include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/Grammar.hpp"
+
+namespace cimserver::cimxml {
+
+using namespace OpenWBEM;
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& what) {
+    throw CimError(Status::InvalidParameter, "embedded object: " + what);
+}
+
+/// The object in the text; the document is gone when it returns.
+CIMValue readObject(const std::string& text, const String& className, const XmlLimits& limits,
+                    const ObjectReader& reader) {
+    try {
+        const XmlDocument document(text, limits);
+        checkGrammar(document.root(), Strictness::Loose);
+        const std::string_view kind = document.root().name();
+        if (kind == "INSTANCE") {
+            return CIMValue(reader.embeddedInstance(document.root(), className));
+        }
+        if (kind == "CLASS" && className.empty()) {
+            return CIMValue(reader.embeddedClass(document.root()));
+        }
+        refuse("a " + std::string(kind));
+    } catch (const HttpError& error) {
+        refuse(error.what());
+    } catch (const GrammarError& error) {
+        refuse(error.what());
+    }
+}
+
+} // namespace
+
+std::optional<String> embeddedClassName(const CIMDataType& type, const CIMQualifierArray& qualifiers) {
+    for (const CIMQualifier& qualifier : qualifiers) {
+        const CIMValue value = qualifier.getValue();
+        if (type.getType() != CIMDataType::STRING || !value) {
+            continue;
+        }
+        if (qualifier.getName().equalsIgnoreCase("EmbeddedInstance")) {
+            return value.toString();
+        }
+        if (qualifier.getName().equalsIgnoreCase("EmbeddedObject") && value.equal(CIMValue(true))) {
+            return String();
+        }
+    }
+    return std::nullopt;
+}
+
+CIMValue embeddedObjects(const CIMValue& texts, const String& className, const XmlLimits& limits,
+                         const ObjectReader& reader) {
+    if (!texts.isArray()) {
+        const std::string text = toStd(texts.toString());
+        const bool blank = text.find_first_not_of(" \t\r\n") == std::string::npos;
+        return blank ? CIMValue(CIMNULL) : readObject(text, className, limits, reader);
+    }
+    CIMInstanceArray instances;
+    CIMClassArray classes;
+    for (const String& text : texts.toStringArray()) {
+        const CIMValue object = readObject(toStd(text), className, limits, reader);
+        if (object.getType() == CIMDataType::EMBEDDEDINSTANCE) {
+            instances.push_back(object.toCIMInstance());
+        } else {
+            classes.push_back(object.toCIMClass());
+        }
+    }
+    if (!instances.empty() && !classes.empty()) {
+        refuse("instances among classes");
+    }
+    return classes.empty() ? CIMValue(instances) : CIMValue(classes);
+}
+
+} // namespace cimserver::cimxml
