@@ -1,6 +1,7 @@
 #include "cimserver/Process.hpp"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/file.h>
 #include <unistd.h>
 
@@ -65,7 +66,9 @@ Signals::Signals() {
 
 int Signals::next() {
     unsigned char number = 0;
-    while (::read(read_.get(), &number, 1) != 1) {
+    // Signals restart a read, but not a poll; ThreadSanitizer runs handlers only between system calls.
+    pollfd ready{read_.get(), POLLIN, 0};
+    while (::poll(&ready, 1, -1) != 1 || ::read(read_.get(), &number, 1) != 1) {
     }
     return number;
 }
