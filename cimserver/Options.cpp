@@ -175,6 +175,9 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
         ->check(CLI::IsMember({"debug", "info", "warning", "error", "fatal"}));
     declare.size("--log-size", options.log.maxBytes, "the log file's size at which a new one is begun");
     declare.number("--log-keep", options.log.keep, 0, 1000, "old log files that are kept");
+    declare.add("--audit-log", options.audit.target, "FILE|syslog",
+                "record changes here instead of in the log; a change that cannot be recorded is refused");
+    declare.flag("--allow-unaudited", options.audit.optional, "make changes that cannot be recorded all the same");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }

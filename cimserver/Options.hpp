@@ -1,6 +1,7 @@
 // The server's options: one declaration for the command line and the configuration file.
 #pragma once
 
+#include "cimserver/common/AuditLog.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Settings.hpp"
 
@@ -17,6 +18,7 @@ namespace cimserver {
 struct Options {
     http::Settings http;
     log::Settings log;
+    audit::Settings audit;
     std::vector<std::string> mofFiles;
     std::string ns = "root/cimv2";
     std::vector<std::string> providerDirs;

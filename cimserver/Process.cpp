@@ -39,17 +39,6 @@ void handle(int number, void (*handler)(int)) {
 
 } // namespace
 
-Descriptor::~Descriptor() {
-    if (fd_ >= 0) {
-        ::close(fd_);
-    }
-}
-
-Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
-    std::swap(fd_, other.fd_);
-    return *this;
-}
-
 Signals::Signals() {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0) {

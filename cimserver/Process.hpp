@@ -1,24 +1,13 @@
 // What the server does to its process: signals, standard output, the lock of its state directory.
 #pragma once
 
+#include "cimserver/common/Descriptor.hpp"
+
 #include <filesystem>
 #include <stdexcept>
 #include <string>
 
 namespace cimserver {
-
-/// Owns a file descriptor.
-class Descriptor {
-  public:
-    explicit Descriptor(int fd = -1) : fd_(fd) {}
-    ~Descriptor();
-    Descriptor(Descriptor&& other) noexcept : fd_(other.fd_) { other.fd_ = -1; }
-    Descriptor& operator=(Descriptor&& other) noexcept;
-    int get() const { return fd_; }
-
-  private:
-    int fd_;
-};
 
 /// Delivers SIGTERM, SIGINT, SIGHUP and SIGUSR1 by next(), and ignores SIGPIPE. Uses handlers, because programs that
 /// providers start would inherit a signal mask or SIG_IGN. One object at a time.

@@ -7,6 +7,9 @@
 #include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
 #include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/common/AuditLog.hpp"
+#include "cimserver/common/CrashReport.hpp"
+#include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
@@ -40,6 +43,7 @@ class CimSide {
     /// Serves as long as this object lives.
     http::Application application() {
         return {[this](const auto& request) { return dispatcher_.handle(request); }, cimxml::optionsResponse(),
+                audit::problem,
                 [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
                     return cimxml::maskedBodies(request, response, limits);
                 }};
@@ -173,6 +177,7 @@ int serve(const Options& options) {
         announce(output, "the configuration is in order");
         return Stopped;
     }
+    audit::configure(options.audit);
     cim.preload(options.preload);
     listen(server, options, output);
     followSignals(signals, server, cim);
@@ -207,6 +212,7 @@ int main(int argc, char** argv) {
         checkFolders(*options);
         checkAccess(*options);
         log::configure(options->log);
+        crash::install(options->log.file);
         logFile = !options->log.file.empty();
         return serve(*options);
     } catch (const OptionsError& error) {

@@ -48,10 +48,15 @@ class SilentTerminal {
     sigset_t signals_{};
 };
 
+/// Reads no more of an endless line than shows that it is too long.
 std::string readLine() {
     std::string line;
-    if (!std::getline(std::cin, line)) {
+    int next = std::cin.get();
+    if (next == EOF) {
         throw std::runtime_error("no password was given");
+    }
+    for (; next != EOF && next != '\n' && line.size() <= cimserver::http::kLongestPassword; next = std::cin.get()) {
+        line += static_cast<char>(next);
     }
     return line;
 }
@@ -80,14 +85,21 @@ std::string newHash(const Command& command) {
     if (command.certificateOnly) {
         return "*";
     }
-    const auto password = askPassword(command.fromStdin);
-    if (password.empty() || password.find('\0') != std::string::npos) {
-        throw std::runtime_error("a password must not be empty or hold a zero byte");
+    return cimserver::http::hashPassword(askPassword(command.fromStdin));
+}
+
+void warnIfOthersCanRead(const std::string& file) {
+    using std::filesystem::perms;
+    const auto mode = std::filesystem::status(file).permissions();
+    if ((mode & (perms::others_read | perms::others_write)) != perms::none) {
+        std::cerr << "cimserver-passwd: warning: other users of this machine can read or write " << file
+                  << "; to prevent it: chmod o= " << file << "\n";
     }
-    return cimserver::http::hashPassword(password);
 }
 
 void run(const Command& command) {
+    const auto hash = command.remove ? std::string() : newHash(command); // before the lock: a person may be typing
+    const cimserver::http::UserFileLock lock(command.file);
     auto users = std::filesystem::exists(command.file) ? UserFile::load(command.file) : UserFile();
     const auto* old = users.find(command.user);
     if (command.remove) {
@@ -96,9 +108,10 @@ void run(const Command& command) {
         }
     } else {
         const bool mayWrite = command.role ? *command.role == "write" : old != nullptr && old->mayWrite;
-        users.set({command.user, newHash(command), mayWrite});
+        users.set({command.user, hash, mayWrite});
     }
     users.save(command.file);
+    warnIfOthersCanRead(command.file);
 }
 
 constexpr const char* kUsage = "Usage: cimserver-passwd FILE USER [OPTION...]\n"

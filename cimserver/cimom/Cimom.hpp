@@ -25,15 +25,26 @@ namespace cimserver::cimom {
 
 using namespace OpenWBEM; // its types are this folder's vocabulary
 
+/// Follows an operation that changes something.
+class ChangeObserver {
+  public:
+    virtual ~ChangeObserver() = default;
+    /// The properties that the provider is to be handed, maybe none, and the instance before.
+    virtual void onModification(const CIMPropertyArray& changes, const CIMInstance& previous) = 0;
+    /// Just before a provider is called to change something. What it throws ends the operation.
+    virtual void beforeChange() = 0;
+    /// The instance after a modification, whether that failed or not. Not called when it cannot be read.
+    virtual void afterModification(const CIMInstance& present) = 0;
+};
+
 /// Who sent the request and with which rights.
 struct RequestContext {
     std::string user; ///< empty without authentication
     std::string peer;
     bool mayWrite = true;
+    std::string operationName{"a call"};           ///< of the protocol's operation or the method, for reports
     std::shared_ptr<OperationContext> operation{}; ///< what providers share within one request; made on demand
-    /// When set, modifyInstance and setProperty call it, before the provider, with the properties to be changed: the
-    /// audit line lists them.
-    std::function<void(const CIMPropertyArray&)> onChange{};
+    ChangeObserver* observer = nullptr;            ///< of this operation, not of those that a provider calls in turn
 };
 
 /// What a read returns of each instance. A null property list means all, an empty one none.

@@ -110,6 +110,7 @@ CIMValue Cimom::invokeMethod(const RequestContext& context, const String& ns, co
     const bool served = request.withMethods(cimClass, method, [&](auto& provider, const auto& env) {
         given = inputs(method, in(method));
         out = outputs(method, given);
+        request.announceChange();
         result = provider.invokeMethod(env, request.ns(), target, methodName, given, out);
         castOutputs(method, out);
     });

@@ -35,19 +35,31 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
         const CIMInstance previous = request.read(provider, env, target, cimClass);
         const Modification change =
             modificationOf(modified, previous, cimClass, target, propertyList, settings_.forwardUnchanged);
-        if (context.onChange) {
-            context.onChange(change.changes);
+        if (context.observer != nullptr) {
+            context.observer->onModification(change.changes, previous);
         }
         if (change.empty()) {
             return;
         }
+        request.announceChange();
         // Always with a list: a provider must not take what is not handed on for set to NULL.
         const auto modify = [&](auto& one, const auto& itsEnv) {
             one.modifyInstance(itsEnv, request.ns(), change.instance, previous, includeQualifiers, &change.names,
                                cimClass);
         };
-        modify(provider, env);
-        request.withSecondaries(cimClass, modify);
+        const auto showResult = [&] {
+            if (context.observer != nullptr) {
+                outcomeOf([&] { context.observer->afterModification(request.read(provider, env, target, cimClass)); });
+            }
+        };
+        try {
+            modify(provider, env);
+            request.withSecondaries(cimClass, modify);
+        } catch (...) {
+            showResult();
+            throw;
+        }
+        showResult();
     });
 }
 
@@ -73,6 +85,7 @@ CIMObjectPath Cimom::createInstance(const RequestContext& context, const String&
     const CIMInstance complete = CIMInstance(instance).syncWithClass(cimClass);
     CIMObjectPath created(CIMNULL);
     request.withInstances(cimClass, [&](auto& provider, const auto& env) {
+        request.announceChange();
         created = provider.createInstance(env, request.ns(), complete);
         request.withSecondaries(cimClass, [&](auto& secondary, const auto& itsEnv) {
             secondary.createInstance(itsEnv, request.ns(), complete);
@@ -91,6 +104,7 @@ void Cimom::deleteInstance(const RequestContext& context, const String& ns, cons
     request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         request.read(provider, env, target, cimClass); // throws when there is none
         const auto remove = [&](auto& one, const auto& itsEnv) { one.deleteInstance(itsEnv, request.ns(), target); };
+        request.announceChange();
         remove(provider, env);
         request.withSecondaries(cimClass, remove);
     });

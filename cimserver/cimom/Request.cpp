@@ -12,11 +12,12 @@ const InstanceSelection Cimom::Request::kWhole{WBEMFlags::E_NOT_LOCAL_ONLY, WBEM
                                                nullptr};
 
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
-    : cimom_(cimom), access_(access), ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
+    : cimom_(cimom), access_(access), operation_(context.operationName), observer_(context.observer),
+      ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
 
 provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
     RequestContext shared = context;
-    shared.onChange = nullptr; // for this operation only, not for those that a provider calls in turn
+    shared.observer = nullptr;
     if (!shared.operation) {
         shared.operation = std::make_shared<OperationContext>();
     }
@@ -28,6 +29,7 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
 }
 
 void Cimom::preload(const std::string& id) {
+    const crash::Task task{"initialization, provider ", id};
     host_.enter(id, provider::Access::Write, Request::originOf(*this, RequestContext()));
 }
 

@@ -4,6 +4,7 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
+#include "cimserver/common/CrashReport.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -42,14 +43,14 @@ class Cimom::Request {
     template <class Use>
     void withInstances(const CIMClass& cimClass, Use&& use) {
         const std::string id = host().instanceProvider(ns_, cimClass);
-        if (!within(id, &provider::ProviderCall::instances, use)) {
+        if (!within(id, cimClass, &provider::ProviderCall::instances, use)) {
             const Status missing = id.empty() ? Status::NotFound : Status::NotSupported;
             use(*declaredProvider(cimom_.repository_, missing), environment());
         }
     }
     template <class Use>
     void withAssociators(const CIMClass& cimClass, Use&& use) {
-        if (!within(host().associatorProvider(ns_, cimClass), &provider::ProviderCall::associators, use)) {
+        if (!within(host().associatorProvider(ns_, cimClass), cimClass, &provider::ProviderCall::associators, use)) {
             use(*declaredProvider(cimom_.repository_), environment());
         }
     }
@@ -57,13 +58,20 @@ class Cimom::Request {
     template <class Use>
     void withSecondaries(const CIMClass& cimClass, Use&& use) {
         for (const std::string& id : host().secondaryProviders(ns_, cimClass)) {
-            within(id, &provider::ProviderCall::secondaries, use);
+            within(id, cimClass, &provider::ProviderCall::secondaries, use);
         }
     }
     /// False when the method has no provider.
     template <class Use>
     bool withMethods(const CIMClass& cimClass, const CIMMethod& method, Use&& use) {
-        return within(host().methodProvider(ns_, cimClass, method), &provider::ProviderCall::methods, use);
+        return within(host().methodProvider(ns_, cimClass, method), cimClass, &provider::ProviderCall::methods, use);
+    }
+
+    /// Tells the observer that a provider is about to be called to change something.
+    void announceChange() const {
+        if (observer_ != nullptr) {
+            observer_->beforeChange();
+        }
     }
 
     /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
@@ -85,10 +93,18 @@ class Cimom::Request {
     ProviderEnvironmentIFCRef environment() const;
 
     template <class Interface, class Use>
-    bool within(const std::string& id, Interface* (provider::ProviderCall::*side)() const, Use&& use) {
+    bool within(const std::string& id, const CIMClass& cimClass, Interface* (provider::ProviderCall::*side)() const,
+                Use&& use) {
         if (id.empty()) {
             return false;
         }
+        const crash::Task task{operation_,
+                               " of ",
+                               cimClass.getName().c_str(),
+                               ", provider ",
+                               id,
+                               ", user ",
+                               origin_.user.empty() ? "-" : origin_.user.c_str()};
         const provider::ProviderCall call = host().enter(id, access_, origin_);
         return asCimError([&] {
             Interface* const provider = (call.*side)();
@@ -101,6 +117,8 @@ class Cimom::Request {
 
     Cimom& cimom_;
     provider::Access access_;
+    std::string operation_;
+    ChangeObserver* observer_;
     String ns_;
     provider::CallOrigin origin_;
 };

@@ -2,8 +2,17 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/cimxml/Masking.hpp"
+#include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
+#include "cimserver/common/AuditLog.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Text.hpp"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <sstream>
 
 namespace cimserver::cimxml {
 
@@ -11,37 +20,202 @@ using namespace OpenWBEM;
 
 namespace {
 
-constexpr std::size_t kLongestValue = 200;
+constexpr std::size_t kLongestText = 1024;
+constexpr std::size_t kLongestList = std::size_t{48} * 1024;
+constexpr std::string_view kMask = "***";
+constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:[]%-";
 
-std::string shown(std::string_view text) {
-    return std::string(text.substr(0, kLongestValue)) + (text.size() > kLongestValue ? "..." : "");
+/// In double quotes, with backslashes before quotes and backslashes. An outcome follows "->", so ">" is escaped, too.
+std::string quoted(std::string_view text) {
+    std::string result;
+    for (const char c : withoutUserInfo(text.substr(0, kLongestText))) {
+        result += c == '"' || c == '\\' ? std::string{'\\', c} : std::string(1, c);
+    }
+    result = log::escaped(result);
+    for (auto at = result.find('>'); at != std::string::npos; at = result.find('>', at)) {
+        result.replace(at, 1, "\\x3e");
+    }
+    return '"' + result + '"' + (text.size() > kLongestText ? "..." : "");
+}
+
+/// A name: quoted unless it is as names are.
+std::string named(std::string_view text) {
+    const bool plain =
+        !text.empty() && text.size() <= kLongestText && text.find_first_not_of(kPlain) == std::string_view::npos;
+    return plain ? std::string(text) : quoted(text);
+}
+
+std::string assigned(std::string_view name, const std::string& shown, std::string_view text) {
+    return named(name) + "=" + (holdsSecret(name) || holdsSecret(text) ? std::string(kMask) : shown);
+}
+
+/// Appends an item, unless the list has become too long.
+void append(std::string& list, const char* separator, const std::string& item) {
+    if (list.size() < kLongestList) {
+        list += (list.empty() ? "" : separator) + item;
+        list += list.size() < kLongestList ? "" : "...";
+    }
+}
+
+/// NAME="value" of an element with the value inside. A value of a less simple kind is shown as its XML.
+std::string assignmentText(pugi::xml_node element, std::string_view name) {
+    const pugi::xml_node value = lastElement(element);
+    const std::string_view kind = value.name();
+    if (!value || kind == "QUALIFIER") {
+        return assigned(name, "NULL", "");
+    }
+    std::ostringstream xml;
+    value.print(xml, "", pugi::format_raw);
+    const bool simple = kind == "VALUE" || kind == "KEYVALUE";
+    const std::string text = simple ? textOf(value) : xml.str();
+    return assigned(name, quoted(text), text);
+}
+
+/// Class.Key="value" of an INSTANCENAME, and the class of a CLASSNAME or INSTANCE.
+std::string objectText(pugi::xml_node element) {
+    const std::string_view kind = element.name();
+    std::string keys;
+    for (pugi::xml_node key = kind == "INSTANCENAME" ? firstElement(element) : pugi::xml_node(); key;
+         key = nextElement(key)) {
+        const bool binding = std::string_view(key.name()) == "KEYBINDING"; // else it could be a secret
+        append(keys, ",", binding ? assignmentText(key, key.attribute("NAME").value()) : std::string(kMask));
+    }
+    return named(element.attribute(kind == "CLASSNAME" ? "NAME" : "CLASSNAME").value()) + (keys.empty() ? "" : ".") +
+           keys;
+}
+
+/// What a request that changes something is about.
+struct Subject {
+    pugi::xml_node object;   ///< INSTANCENAME, CLASSNAME, or the INSTANCE that is to be created
+    pugi::xml_node holder;   ///< the parent of the values: an INSTANCE or a METHODCALL
+    pugi::xml_node property; ///< SetProperty's parameters
+    pugi::xml_node value;
+};
+
+Subject subjectOf(const RequestMessage& message) {
+    Subject subject;
+    if (message.isMethodCall()) {
+        return {message.target(), message.call(), {}, {}};
+    }
+    for (const pugi::xml_node parameter : message.call().children("IPARAMVALUE")) {
+        const std::string_view name = parameter.attribute("NAME").value();
+        const pugi::xml_node content = lastElement(parameter);
+        const std::string_view kind = content.name();
+        if (kind == "VALUE.NAMEDINSTANCE") {
+            subject.object = content.child("INSTANCENAME");
+            subject.holder = content.child("INSTANCE");
+        } else if (kind == "INSTANCE") {
+            subject.object = subject.holder = content;
+        } else if (kind == "INSTANCENAME") {
+            subject.object = content;
+        } else if (equalsIgnoringCase(name, "PropertyName")) {
+            subject.property = content;
+        } else if (equalsIgnoringCase(name, "NewValue")) {
+            subject.value = parameter;
+        }
+    }
+    return subject;
+}
+
+/// The values of the request.
+std::string sentValues(const Subject& subject) {
+    std::string list;
+    if (subject.property) {
+        append(list, ", ", assignmentText(subject.value, textOf(subject.property)));
+    }
+    for (pugi::xml_node one = firstElement(subject.holder); one; one = nextElement(one)) {
+        const std::string_view kind = one.name();
+        if (kind.substr(0, 8) == "PROPERTY" || kind == "PARAMVALUE") {
+            append(list, ", ", assignmentText(one, one.attribute("NAME").value()));
+        }
+    }
+    return list;
+}
+
+std::string shown(const CIMValue& value) {
+    if (!value) {
+        return "NULL";
+    }
+    const auto type = value.getType();
+    if (type == CIMDataType::REFERENCE || type == CIMDataType::EMBEDDEDCLASS || type == CIMDataType::EMBEDDEDINSTANCE) {
+        return quoted(view(value.toString()));
+    }
+    std::string list;
+    forEachText(value,
+                [&list](std::optional<std::string_view> text) { append(list, ", ", text ? quoted(*text) : "NULL"); });
+    return value.isArray() ? "{" + list + "}" : list;
+}
+
+std::string nextId() {
+    static std::atomic<unsigned> count{0};
+    return std::to_string(::getpid()) + "." + std::to_string(++count);
 }
 
 } // namespace
 
-AuditRecord::AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace)
-    : head_("user=" + (context.user.empty() ? std::string("-") : context.user) + " peer=" + context.peer + " " +
-            shown(operation)),
-      target_(shown(nameSpace)) {}
+AuditRecord::AuditRecord(const cimom::RequestContext& context, const RequestMessage& message)
+    : context_(context), message_(message), id_(nextId()) {}
 
-void AuditRecord::target(const CIMObjectPath& path) {
-    target_ = toStd(path.getNameSpace()) + ":" + shown(toStd(path.modelPath()));
+void AuditRecord::onModification(const CIMPropertyArray& changes, const CIMInstance& previous) {
+    changes_ = changes;
+    previous_ = previous;
 }
 
-void AuditRecord::value(const String& name, const CIMValue& value) {
-    const std::string_view spelled = view(name);
-    values_ += values_.empty() ? " " : ", ";
-    values_ += shown(spelled) + "=";
-    const std::string text = value ? toStd(value.toString()) : "NULL";
-    // The value too: an embedded instance has properties of its own.
-    const bool secret = containsIgnoringCase(spelled, "password") || containsIgnoringCase(text, "password");
-    values_ += secret ? "***" : shown(text);
+void AuditRecord::target(const CIMObjectPath& path) {
+    std::string keys;
+    for (const CIMProperty& key : path.getKeys()) {
+        const std::string text = shown(key.getValue());
+        append(keys, ",", assigned(view(key.getName()), text, text));
+    }
+    target_ =
+        named(view(path.getNameSpace())) + ":" + named(view(path.getClassName())) + (keys.empty() ? "" : ".") + keys;
+}
+
+std::string AuditRecord::remark(const CIMProperty& change) const {
+    if (!present_) {
+        return "";
+    }
+    const auto at = [&change](const CIMInstance& instance) {
+        return shown(instance.getPropertyValue(change.getName()));
+    };
+    const std::string present = at(present_);
+    if (present == at(previous_)) {
+        return " (reads unchanged)";
+    }
+    const bool other = present != shown(change.getValue()) && !holdsSecret(view(change.getName()));
+    return other && !holdsSecret(present) ? " (reads " + present + ")" : "";
+}
+
+std::string AuditRecord::changes() const {
+    std::string list;
+    for (const CIMProperty& change : *changes_) {
+        const std::string text = shown(change.getValue());
+        append(list, ", ", assigned(view(change.getName()), text, text) + remark(change));
+    }
+    return list.empty() ? "(nothing to change)" : list;
+}
+
+std::string AuditRecord::text() const {
+    const Subject subject = subjectOf(message_);
+    const std::string values = changes_ ? changes() : sentValues(subject);
+    return "id=" + id_ + " user=" + (context_.user.empty() ? "-" : named(context_.user)) + " peer=" + context_.peer +
+           " " + named(message_.name()) + " " +
+           (target_.empty() ? named(message_.nameSpace()) + (subject.object ? ":" + objectText(subject.object) : "")
+                            : target_) +
+           (values.empty() ? "" : " " + values);
+}
+
+void AuditRecord::beforeChange() {
+    if (!audit::begin(text())) {
+        throw CimError(Status::Failed, "the change was not made, because the audit record cannot be written");
+    }
 }
 
 void AuditRecord::write(const Outcome& outcome) const {
-    const bool done = outcome.code == 0;
-    const std::string result = done ? "ok" : "error " + std::to_string(outcome.code) + " " + outcome.description;
-    log::audit(head_ + " " + target_ + values_ + " -> " + shown(result));
+    const std::string result =
+        outcome.code == 0 ? "ok"
+                          : "error " + std::to_string(outcome.code) + " " + quoted(withoutSecrets(outcome.description));
+    audit::end(text() + " -> " + result);
 }
 
 } // namespace cimserver::cimxml

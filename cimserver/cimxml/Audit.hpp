@@ -1,35 +1,51 @@
-// The audit line of a modifying request: who did what to which object, with which values, and how it ended.
+// The audit line of a request that changes something: who did what to which object, with which values, and how it
+// ended.
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
+#include "cimserver/cimxml/RequestMessage.hpp"
 
 #include "OW_CIM.hpp"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace cimserver::cimxml {
 
-/// Gathers the line while the request runs. A value is masked when it or its name contains "password"; long ones are
-/// cut.
-class AuditRecord {
+/// Gathers the line while the request runs. It names the values of the request, and those of a modification, once it is
+/// known, that the provider is handed, with a remark where the provider shows something else afterwards.
+/// What comes from outside is quoted, so that nothing can pass for another part of the line, and long values are cut. A
+/// value is masked when it or its name contains "password".
+class AuditRecord : public cimom::ChangeObserver {
   public:
-    AuditRecord(const cimom::RequestContext& context, std::string_view operation, std::string_view nameSpace);
+    /// Both must outlive the object.
+    AuditRecord(const cimom::RequestContext& context, const RequestMessage& message);
 
-    /// The object worked on: "namespace:Class" or "namespace:Class.Key="value"".
+    void onModification(const OpenWBEM::CIMPropertyArray& changes, const OpenWBEM::CIMInstance& previous) override;
+    /// Throws Failed when the change cannot be recorded.
+    void beforeChange() override;
+    void afterModification(const OpenWBEM::CIMInstance& present) override { present_ = present; }
+
+    /// The object, once its name has been read or made.
     void target(const OpenWBEM::CIMObjectPath& path);
-    void value(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value);
-    /// Drops the values gathered so far.
-    void clearValues() { values_.clear(); }
 
     /// Writes the line.
     void write(const Outcome& outcome) const;
 
   private:
-    std::string head_;
-    std::string target_;
-    std::string values_;
+    std::string text() const;
+    std::string changes() const;
+    std::string remark(const OpenWBEM::CIMProperty& change) const;
+
+    const cimom::RequestContext& context_;
+    const RequestMessage& message_;
+    std::string id_;     ///< the same in the lines before and after a change
+    std::string target_; ///< empty: as the request names it
+    std::optional<OpenWBEM::CIMPropertyArray> changes_;
+    OpenWBEM::CIMInstance previous_{OpenWBEM::CIMNULL};
+    OpenWBEM::CIMInstance present_{OpenWBEM::CIMNULL};
 };
 
 } // namespace cimserver::cimxml

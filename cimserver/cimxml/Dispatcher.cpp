@@ -6,6 +6,7 @@
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/HttpRules.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
@@ -111,8 +112,10 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     context.user = request.identity.user;
     context.peer = request.peer;
     context.mayWrite = request.identity.mayWrite;
-    AuditRecord audit(context, message.name(), message.nameSpace());
+    context.operationName = message.name();
     const Operation* operation = findOperation(message);
+    AuditRecord audit(context, message);
+    context.observer = operation != nullptr && operation->modifies ? &audit : nullptr;
     XmlWriter content;
     const Outcome outcome = outcomeOf([&] { run(operation, context, message, audit, content); });
     if (operation != nullptr && operation->modifies) {
@@ -123,7 +126,8 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     }
     ++errors_;
     const std::string code = std::to_string(outcome.code);
-    log::write(log::Level::Debug, "cimxml", lineFor(request, "error " + code + " " + outcome.description));
+    log::write(log::Level::Debug, "cimxml",
+               lineFor(request, "error " + code + " " + withoutSecrets(outcome.description)));
     XmlWriter error;
     Element(error, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
     return envelope(message, operation, error.text());

@@ -3,6 +3,7 @@
 
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
 

@@ -4,6 +4,7 @@
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 
 namespace cimserver::cimxml {
 
@@ -16,19 +17,11 @@ namespace {
 }
 
 /// The object in the text; the document is gone when it returns.
-CIMValue readObject(const std::string& text, const String& className, const XmlLimits& limits,
-                    const ObjectReader& reader) {
+CIMValue readObject(const std::string& text, const XmlLimits& limits, const ReadObject& read) {
     try {
         const XmlDocument document(text, limits);
         checkGrammar(document.root(), Strictness::Loose);
-        const std::string_view kind = document.root().name();
-        if (kind == "INSTANCE") {
-            return CIMValue(reader.embeddedInstance(document.root(), className));
-        }
-        if (kind == "CLASS" && className.empty()) {
-            return CIMValue(reader.embeddedClass(document.root()));
-        }
-        refuse("a " + std::string(kind));
+        return read(document.root());
     } catch (const HttpError& error) {
         refuse(error.what());
     } catch (const GrammarError& error) {
@@ -54,17 +47,16 @@ std::optional<String> embeddedClassName(const CIMDataType& type, const CIMQualif
     return std::nullopt;
 }
 
-CIMValue embeddedObjects(const CIMValue& texts, const String& className, const XmlLimits& limits,
-                         const ObjectReader& reader) {
+CIMValue embeddedObjects(const CIMValue& texts, const XmlLimits& limits, const ReadObject& read) {
     if (!texts.isArray()) {
         const std::string text = toStd(texts.toString());
         const bool blank = text.find_first_not_of(" \t\r\n") == std::string::npos;
-        return blank ? CIMValue(CIMNULL) : readObject(text, className, limits, reader);
+        return blank ? CIMValue(CIMNULL) : readObject(text, limits, read);
     }
     CIMInstanceArray instances;
     CIMClassArray classes;
     for (const String& text : texts.toStringArray()) {
-        const CIMValue object = readObject(toStd(text), className, limits, reader);
+        const CIMValue object = readObject(toStd(text), limits, read);
         if (object.getType() == CIMDataType::EMBEDDEDINSTANCE) {
             instances.push_back(object.toCIMInstance());
         } else {

@@ -16,27 +16,6 @@ namespace cimserver::cimxml {
 
 using namespace OpenWBEM;
 
-namespace {
-
-/// Replaces the values in the audit line. Leaves out keys: the target names them.
-void auditProperties(AuditRecord& audit, const CIMPropertyArray& properties) {
-    audit.clearValues();
-    for (const CIMProperty& property : properties) {
-        if (!property.isKey()) {
-            audit.value(property.getName(), property.getValue());
-        }
-    }
-}
-
-/// A context for a modification: the audit line first has all values sent, and then only those that the provider gets.
-cimom::RequestContext auditedContext(OperationCall& call) {
-    cimom::RequestContext context = call.context;
-    context.onChange = [&call](const CIMPropertyArray& changes) { auditProperties(call.audit, changes); };
-    return context;
-}
-
-} // namespace
-
 void getInstance(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     const RequestedSelection selection(call.arguments);
@@ -72,17 +51,14 @@ void modifyInstance(OperationCall& call) {
         throw CimError(Status::InvalidParameter, "the instance is of class " + quote(view(modified.getClassName())) +
                                                      ", its name of " + quote(view(path.getClassName())));
     }
-    auditProperties(call.audit, modified.getProperties());
     const RequestedSelection selection(call.arguments);
-    call.services.cimom.modifyInstance(auditedContext(call), call.nameSpace, path, modified,
-                                       selection.get().includeQualifiers, selection.get().propertyList);
+    call.services.cimom.modifyInstance(call.context, call.nameSpace, path, modified, selection.get().includeQualifiers,
+                                       selection.get().propertyList);
 }
 
 void createInstance(OperationCall& call) {
     const pugi::xml_node element = call.arguments.element("NewInstance");
-    call.audit.target(CIMObjectPath(String(element.attribute("CLASSNAME").value()), call.nameSpace));
     const CIMInstance instance = call.reader.instance(element);
-    auditProperties(call.audit, instance.getProperties());
     const CIMObjectPath created = call.services.cimom.createInstance(call.context, call.nameSpace, instance);
     call.audit.target(created);
     const Element result(call.reply, "IRETURNVALUE");
@@ -110,8 +86,7 @@ void setProperty(OperationCall& call) {
     const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
     const CIMValue value = call.reader.value(call.arguments.findParameter("NewValue"), known.getDataType(),
                                              known.getQualifiers(), view(name), Status::TypeMismatch);
-    call.audit.value(known.getName(), value);
-    call.services.cimom.setProperty(auditedContext(call), call.nameSpace, path, name, value);
+    call.services.cimom.setProperty(call.context, call.nameSpace, path, name, value);
 }
 
 } // namespace cimserver::cimxml

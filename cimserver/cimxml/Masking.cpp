@@ -1,6 +1,7 @@
 #include "cimserver/cimxml/Masking.hpp"
 
 #include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <pugixml.hpp>
@@ -14,10 +15,11 @@ namespace cimserver::cimxml {
 namespace {
 
 constexpr const char* kMask = "***";
+constexpr std::string_view kSecret = "password";
 constexpr unsigned kFlags = pugi::format_raw | pugi::format_no_declaration;
 
 bool isSecret(std::string_view text) {
-    return containsIgnoringCase(text, "password");
+    return containsIgnoringCase(text, kSecret);
 }
 
 /// An embedded object is XML inside a text; a name written with character references there could hide anything.
@@ -84,6 +86,15 @@ std::string maskedText(const std::string& xml, const XmlDocument& document, bool
 }
 
 } // namespace
+
+bool holdsSecret(std::string_view text) {
+    return isSecret(text) || isSecretObject(text);
+}
+
+std::string withoutSecrets(const std::string& description) {
+    const auto at = folded(description).find(kSecret);
+    return at == std::string::npos ? description : description.substr(0, at + kSecret.size()) + kMask;
+}
 
 http::ShownBodies maskedBodies(const http::Request& request, const http::Response& response, const XmlLimits& limits) {
     http::ShownBodies bodies;

@@ -44,7 +44,6 @@ CIMParamValueArray readParameters(OperationCall& call, const CIMMethod& method) 
         requireNew(values, name);
         values.push_back(
             CIMParamValue(name, call.reader.value(element, declared.getType(), declared.getQualifiers(), view(name))));
-        call.audit.value(name, values.back().getValue());
     }
     return values;
 }

@@ -5,6 +5,7 @@
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
+#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/schema/Repository.hpp"
 
@@ -233,7 +234,16 @@ CIMValue ObjectReader::embedded(const CIMValue& texts, const String& className, 
     }
     ObjectReader inner(*this);
     ++inner.depth_;
-    return embeddedObjects(texts, className, limits_, inner);
+    return embeddedObjects(texts, limits_, [&](pugi::xml_node element) {
+        const std::string_view kind = element.name();
+        if (kind == "INSTANCE") {
+            return CIMValue(inner.embeddedInstance(element, className));
+        }
+        if (kind == "CLASS" && className.empty()) {
+            return CIMValue(inner.embeddedClass(element));
+        }
+        throw CimError(Status::InvalidParameter, "embedded object: a " + std::string(kind));
+    });
 }
 
 CIMClass ObjectReader::embeddedClass(pugi::xml_node element) const {

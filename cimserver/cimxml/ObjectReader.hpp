@@ -4,7 +4,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
-#include "cimserver/cimxml/XmlDocument.hpp"
+#include "cimserver/cimxml/WellFormedness.hpp"
 
 #include "OW_CIM.hpp"
 
@@ -30,11 +30,6 @@ class ObjectReader {
     /// INSTANCE: its properties in request order, each the class's own with the request's value. NoSuchProperty for one
     /// that the class does not have.
     OpenWBEM::CIMInstance instance(pugi::xml_node element) const;
-    /// An INSTANCE that stands in a property or parameter: each property plain, without what the class says of it. The
-    /// class must be `className`, unless that is empty, or one derived from it.
-    OpenWBEM::CIMInstance embeddedInstance(pugi::xml_node element, const OpenWBEM::String& className) const;
-    /// A CLASS that stands in a property or parameter: the schema's class, which must have the same features.
-    OpenWBEM::CIMClass embeddedClass(pugi::xml_node element) const;
     /// The value inside an element (PROPERTY, PARAMVALUE, IPARAMVALUE ...) of what the class declares with this type
     /// and these qualifiers; null when it holds none. EmbeddedInstance and EmbeddedObject make objects of strings,
     /// whatever the request says of them. A value that does not fit the type is refused with `mismatch`, naming `name`.
@@ -49,6 +44,11 @@ class ObjectReader {
                               const OpenWBEM::CIMClass* cimClass) const;
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
+    /// An INSTANCE that stands in a property or parameter: each property plain, without what the class says of it. The
+    /// class must be `className`, unless that is empty, or one derived from it.
+    OpenWBEM::CIMInstance embeddedInstance(pugi::xml_node element, const OpenWBEM::String& className) const;
+    /// A CLASS that stands in a property or parameter: the schema's class, which must have the same features.
+    OpenWBEM::CIMClass embeddedClass(pugi::xml_node element) const;
     OpenWBEM::CIMValue embedded(const OpenWBEM::CIMValue& texts, const OpenWBEM::String& className,
                                 std::string_view name) const;
 

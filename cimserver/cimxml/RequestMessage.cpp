@@ -2,6 +2,7 @@
 
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <algorithm>

@@ -1,6 +1,7 @@
 // A CIM-XML request message: one call of an operation or of a method, found in the document but not yet interpreted.
 #pragma once
 
+#include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
 
 #include <string>

@@ -104,6 +104,11 @@ std::string_view nameOf(Level level) {
     return kNames[static_cast<std::size_t>(level)];
 }
 
+/// Line separators, and marks that change the direction of writing.
+bool isFormat(char32_t code) {
+    return code == 0x200E || code == 0x200F || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+}
+
 /// Control characters would let a text from outside forge entries or control a terminal: they become \xNN, as do bytes
 /// that are not UTF-8.
 void appendEscaped(std::string& to, std::string_view text) {
@@ -112,7 +117,7 @@ void appendEscaped(std::string& to, std::string_view text) {
         const auto [code, length, valid] = decodeUtf8(text);
         if (code == '\n') {
             to += "\\n";
-        } else if (valid && code >= 0x20 && (code < 0x7F || code >= 0xA0)) {
+        } else if (valid && code >= 0x20 && (code < 0x7F || code >= 0xA0) && !isFormat(code)) {
             to.append(text, 0, length);
         } else {
             for (const char c : text.substr(0, length)) {
@@ -162,6 +167,12 @@ void write(Level level, std::string_view component, std::string_view text) noexc
         }
     } catch (...) { // out of memory: the entry is lost, the request is not
     }
+}
+
+std::string escaped(std::string_view text) {
+    std::string result;
+    appendEscaped(result, text);
+    return result;
 }
 
 bool enabled(Level level) noexcept {

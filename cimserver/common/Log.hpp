@@ -28,6 +28,9 @@ void reopen() noexcept;
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;
 
+/// The text as entries show it.
+std::string escaped(std::string_view text);
+
 /// True when an entry of this level would be written: lets callers build a costly text only when needed.
 bool enabled(Level level) noexcept;
 

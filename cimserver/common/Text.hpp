@@ -12,7 +12,7 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b);
 
 /// Orders texts ignoring case; look-ups need no std::string.
 struct LessIgnoringCase {
-    using is_transparent = void;
+    using is_transparent = void; // NOLINT(readability-identifier-naming): the standard library's name
     bool operator()(std::string_view a, std::string_view b) const;
 };
 template <class T>

@@ -10,11 +10,14 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace cimserver::http {
 namespace {
 
-constexpr std::size_t kMaxPeers = 1024;
+constexpr std::size_t kMaxPeers = 16384; // more than can fail within the time that failures are remembered
+constexpr std::size_t kMaxTrusted = 256;
 constexpr std::size_t kMaxCached = 256;
 constexpr unsigned kMaxDoublings = 16;
 constexpr int kMaxQueuedDelays = 3; // times the longest delay
@@ -60,11 +63,27 @@ std::optional<Credentials> parseBasic(std::string_view field, std::string& why) 
     return credentials;
 }
 
+/// A sixteenth at a time, so that a flood does not pay for each peer.
+void LoginThrottle::makeRoom(Clock::time_point now) {
+    using Entry = decltype(peers_)::iterator;
+    std::vector<Entry> all;
+    for (auto one = peers_.begin(); one != peers_.end(); ++one) {
+        all.push_back(one);
+    }
+    const auto weight = [&](const Entry& one) {
+        const Peer& peer = one->second;
+        const bool expired = peer.underWay == 0 && now - peer.last > settings_.forgetAfter;
+        return std::make_pair(expired ? 0U : peer.failures + peer.underWay, peer.last);
+    };
+    const auto end = all.begin() + kMaxPeers / 16;
+    std::nth_element(all.begin(), end, all.end(),
+                     [&](const Entry& a, const Entry& b) { return weight(a) < weight(b); });
+    std::for_each(all.begin(), end, [this](const Entry& one) { peers_.erase(one); });
+}
+
 LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time_point now) {
-    const auto found = peers_.find(peer);
-    if (found == peers_.end() && peers_.size() >= kMaxPeers) {
-        peers_.erase(std::min_element(peers_.begin(), peers_.end(),
-                                      [](const auto& a, const auto& b) { return a.second.last < b.second.last; }));
+    if (peers_.size() >= kMaxPeers && peers_.count(peer) == 0) {
+        makeRoom(now);
     }
     auto& entry = peers_[peer];
     if (entry.underWay == 0 && now - entry.last > settings_.forgetAfter) {
@@ -74,25 +93,40 @@ LoginThrottle::Peer& LoginThrottle::entryOf(const std::string& peer, Clock::time
     return entry;
 }
 
-std::optional<Clock::duration> LoginThrottle::begin(const std::string& peer, Clock::time_point now) {
+std::optional<LoginThrottle::Turn> LoginThrottle::begin(const std::string& peer, Clock::time_point now) {
     auto& entry = entryOf(peer, now);
     if (entry.nextStart - now > kMaxQueuedDelays * settings_.maxDelay) {
         return std::nullopt;
     }
     const auto attempts = entry.failures + entry.underWay++;
+    const unsigned rank = attempts + (trusted_.count(peer) == 0 ? 1 : 0);
     if (attempts < settings_.freeFailures) {
-        return Clock::duration();
+        return Turn{Clock::duration(), rank};
     }
     const auto doublings = std::min(attempts - settings_.freeFailures, kMaxDoublings);
     const auto delay = std::min<Clock::duration>(settings_.delay * (1U << doublings), settings_.maxDelay);
     entry.nextStart = std::max(now, entry.nextStart) + delay;
-    return entry.nextStart - now;
+    return Turn{entry.nextStart - now, rank};
 }
 
 void LoginThrottle::end(const std::string& peer, bool success, Clock::time_point now) {
     auto& entry = entryOf(peer, now);
     entry.underWay -= std::min(entry.underWay, 1U);
     entry.failures += success ? 0 : 1;
+    if (entry.failures + entry.underWay == 0) {
+        peers_.erase(peer);
+    }
+    if (success) {
+        trust(peer, now);
+    }
+}
+
+void LoginThrottle::trust(const std::string& peer, Clock::time_point now) {
+    if (trusted_.size() >= kMaxTrusted && trusted_.count(peer) == 0) {
+        trusted_.erase(std::min_element(trusted_.begin(), trusted_.end(),
+                                        [](const auto& a, const auto& b) { return a.second < b.second; }));
+    }
+    trusted_[peer] = now;
 }
 
 LoginCache::LoginCache(Clock::duration life) : life_(life) {
@@ -165,12 +199,13 @@ Access::Decision Access::decide(const std::optional<std::string>& authorization,
     if (const auto* known = cache_.find(*credentials, now)) {
         return {*known, std::nullopt, {}, generation_};
     }
-    const auto wait = throttle_.begin(peer, now);
-    if (!wait) {
+    auto turn = throttle_.begin(peer, now);
+    if (!turn) {
         logRefusal(log::Level::Warning, peer, "too many failed logins under way");
         return {};
     }
-    return {std::nullopt, std::move(credentials), *wait, generation_};
+    turn->rank = cache_.knows(*credentials) ? 0 : turn->rank;
+    return {std::nullopt, std::move(credentials), *turn, generation_};
 }
 
 std::optional<Identity> Access::verify(const Credentials& credentials) const {

@@ -29,14 +29,22 @@ struct Credentials {
 std::optional<Credentials> parseBasic(std::string_view field, std::string& why);
 
 /// Slows down guessing: after a few failures each further attempt of a peer waits, longer every time. Concurrent
-/// attempts wait one after the other. The table is bounded; the peer that was quiet longest makes room.
+/// attempts wait one after the other. The table of peers is bounded: those with the fewest failures make room, so that
+/// a peer gets rid of its failures only by as many failures of each of thousands of others. No peer waits for another's
+/// failures.
 class LoginThrottle {
   public:
+    /// When an attempt is checked.
+    struct Turn {
+        Clock::duration wait{}; ///< the least time until then
+        unsigned rank = 0;      ///< among those that wait no more, the lowest comes first
+    };
+
     explicit LoginThrottle(const LoginSettings& settings) : settings_(settings) {}
 
-    /// Announces an attempt and returns how long it must wait. Nothing when too many of the peer's attempts are waiting
-    /// already: the attempt is refused, and end() must not follow.
-    std::optional<Clock::duration> begin(const std::string& peer, Clock::time_point now);
+    /// Announces an attempt. Nothing when too many of the peer's attempts are waiting already: the attempt is refused,
+    /// and end() must not follow.
+    std::optional<Turn> begin(const std::string& peer, Clock::time_point now);
     /// The attempt's outcome.
     void end(const std::string& peer, bool success, Clock::time_point now);
 
@@ -49,9 +57,12 @@ class LoginThrottle {
     };
 
     Peer& entryOf(const std::string& peer, Clock::time_point now);
+    void makeRoom(Clock::time_point now);
+    void trust(const std::string& peer, Clock::time_point now);
 
     LoginSettings settings_;
     std::unordered_map<std::string, Peer> peers_;
+    std::unordered_map<std::string, Clock::time_point> trusted_; ///< by the time of their last successful login
 };
 
 /// Remembers for a short time which credentials were right, by a hash keyed with a secret of this process.
@@ -59,6 +70,8 @@ class LoginCache {
   public:
     explicit LoginCache(Clock::duration life);
     const Identity* find(const Credentials& credentials, Clock::time_point now);
+    /// True for credentials that were right once, also when that is no longer enough.
+    bool knows(const Credentials& credentials) const { return entries_.count(keyOf(credentials)) != 0; }
     void add(const Credentials& credentials, const Identity& identity, Clock::time_point now);
     void clear() { entries_.clear(); }
 
@@ -84,7 +97,7 @@ class Access {
     struct Decision {
         std::optional<Identity> identity;
         std::optional<Credentials> check;
-        Clock::duration wait{};
+        LoginThrottle::Turn turn{};
         unsigned generation = 0; ///< of the user file
     };
 

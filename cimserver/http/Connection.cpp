@@ -142,15 +142,16 @@ void Connection::login() {
     if (!decision.check) {
         return onLogin(decision.identity);
     }
-    if (decision.wait <= Clock::duration::zero()) {
+    if (decision.turn.wait <= Clock::duration::zero()) {
         return check(std::move(decision));
     }
-    const auto wait = std::chrono::ceil<Milliseconds>(decision.wait);
+    const auto wait = std::chrono::ceil<Milliseconds>(decision.turn.wait);
     within(wait, [decision = std::move(decision)](Connection& self) { self.check(decision); });
 }
 
-/// Hashes on the hasher's thread and continues on the I/O thread.
+/// Hashes on the queue's thread and continues on the I/O thread.
 void Connection::check(Access::Decision decision) {
+    const unsigned rank = decision.turn.rank;
     auto work = [self = shared_from_this(), decision = std::move(decision)] {
         auto identity = self->services_.access.verify(*decision.check);
         asio::post(self->services_.io, [self, decision, identity = std::move(identity)] {
@@ -158,7 +159,7 @@ void Connection::check(Access::Decision decision) {
             self->onLogin(identity);
         });
     };
-    asio::post(services_.hasher, std::move(work));
+    services_.checks.add(rank, std::move(work));
 }
 
 void Connection::onLogin(const std::optional<Identity>& identity) {
@@ -177,6 +178,10 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
 
 void Connection::answerOrReadBody() {
     const auto& request = reader_.request();
+    if (isHealthRequest(request)) {
+        const auto& problems = services_.application.problems;
+        return refuse(healthResponse(problems ? problems() : ""));
+    }
     if (asksForOptions(request)) {
         auto response = services_.application.options;
         response.fields.add("Allow", kAllowed);

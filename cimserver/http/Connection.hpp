@@ -5,6 +5,7 @@
 #pragma once
 
 #include "cimserver/http/Access.hpp"
+#include "cimserver/http/CheckQueue.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Dump.hpp"
 #include "cimserver/http/Message.hpp"
@@ -38,7 +39,7 @@ struct Services {
     std::function<void(Connection&)> onClosed;
     boost::asio::io_context io{1};
     boost::asio::thread_pool workers;
-    boost::asio::thread_pool hasher{1};
+    CheckQueue checks;
 };
 
 class Connection : public std::enable_shared_from_this<Connection> {

@@ -59,6 +59,8 @@ struct Application {
     std::function<Response(const Request&)> handle;
     /// The answer to OPTIONS; the transport adds Allow.
     Response options{};
+    /// What is wrong, a line each, for the health request; empty when nothing is. Called on the I/O thread.
+    std::function<std::string()> problems{};
     /// Masks secrets for the dump. Called on the I/O thread; without it a dump shows no bodies.
     Mask mask{};
 };

@@ -26,12 +26,6 @@ bool isServed(std::string_view path) {
     return isOneOf(path, {"/cimom", "/"});
 }
 
-Response healthResponse() {
-    auto response = textResponse(200, "ok");
-    response.fields.add("Cache-Control", "no-cache");
-    return response;
-}
-
 Response refuseMethod(const std::string& method, std::string_view allowed) {
     if (!isOneOf(method, {"GET", "HEAD", "POST", "M-POST", "PUT", "DELETE", "PATCH", "TRACE", "CONNECT", "OPTIONS"})) {
         return textResponse(501, "the method " + method.substr(0, 40) + " is not implemented");
@@ -116,6 +110,12 @@ bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
+Response healthResponse(const std::string& problems) {
+    auto response = problems.empty() ? textResponse(200, "ok") : textResponse(503, problems);
+    response.fields.add("Cache-Control", "no-cache");
+    return response;
+}
+
 bool asksForOptions(const Request& request) {
     const auto path = pathOf(request.target);
     return request.method == "OPTIONS" && (isServed(path) || path == "*");
@@ -130,7 +130,7 @@ bool acceptsXml(std::string_view accept) {
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits) {
     const auto path = pathOf(request.target);
     if (path == "/health") {
-        return isHealthRequest(request) ? healthResponse() : refuseMethod(request.method, "GET, HEAD");
+        return refuseMethod(request.method, "GET, HEAD");
     }
     if (!isServed(path)) {
         return textResponse(404, "nothing is served here; the path is /cimom");

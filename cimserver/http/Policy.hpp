@@ -15,13 +15,16 @@ Response textResponse(unsigned status, std::string_view text);
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
+/// The answer to it: 200 "ok", or 503 with the problems.
+Response healthResponse(const std::string& problems);
+
 /// The methods of the served paths, for the Allow field.
 constexpr const char* kAllowed = "POST, M-POST, OPTIONS";
 
 /// True for the OPTIONS request, which the application's fixed response answers.
 bool asksForOptions(const Request& request);
 
-/// The transport's own answers: health, and every refusal (404, 405, 501, 411, 413, 415, 406, 417). Nothing
+/// The transport's own refusals (404, 405, 501, 411, 413, 415, 406, 417). Nothing
 /// when the request is one for the handler.
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits);
 

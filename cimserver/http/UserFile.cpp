@@ -1,27 +1,34 @@
 #include "cimserver/http/UserFile.hpp"
 
+#include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <crypt.h>
 #include <fcntl.h>
 #include <openssl/crypto.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fstream>
 #include <functional>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
+#include <thread>
 
 namespace cimserver::http {
 namespace {
 
 constexpr std::size_t kMaxFileBytes = std::size_t{1024} * 1024;
 constexpr const char* kNewHashPrefix = "$y$";
+constexpr int kMostLinks = 40;
+constexpr auto kLockPatience = std::chrono::seconds(30);
+constexpr auto kLockPause = std::chrono::milliseconds(10);
 
 [[noreturn]] void fail(const std::string& where, const std::string& why) {
     throw std::runtime_error(where + ": " + why);
@@ -70,16 +77,50 @@ void writeWhole(int fd, const std::string& text, const std::string& file) {
     }
 }
 
+/// The file that the symbolic links at the end of the path lead to; it need not exist.
+std::filesystem::path targetOf(std::filesystem::path file) {
+    for (int links = 0; std::filesystem::is_symlink(std::filesystem::symlink_status(file)); ++links) {
+        if (links == kMostLinks) {
+            fail(file.string(), "too many symbolic links");
+        }
+        file = file.parent_path() / std::filesystem::read_symlink(file); // an absolute one replaces the folder
+    }
+    return file;
+}
+
+int openFolder(const std::filesystem::path& file) {
+    const auto folder = file.parent_path();
+    return ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
 /// Gives the new file the owner and mode of the old one, if there is one.
 void copyOwner(int fd, const std::string& file) {
     struct stat old {};
-    if (::stat(file.c_str(), &old) == 0 &&
-        (::fchown(fd, old.st_uid, old.st_gid) != 0 || ::fchmod(fd, old.st_mode & 0777U) != 0)) {
+    if (::stat(file.c_str(), &old) != 0) {
+        if (errno != ENOENT) {
+            fail(file, "cannot read its owner and mode: " + errnoText());
+        }
+        return;
+    }
+    if (::fchown(fd, old.st_uid, old.st_gid) != 0 || ::fchmod(fd, old.st_mode & 0777U) != 0) {
         fail(file, "cannot keep the owner and mode: " + errnoText());
     }
 }
 
 } // namespace
+
+UserFileLock::UserFileLock(const std::filesystem::path& file) : folder_(openFolder(targetOf(file))) {
+    if (folder_.get() < 0) {
+        fail(file.string(), "cannot open its folder: " + errnoText());
+    }
+    const auto end = std::chrono::steady_clock::now() + kLockPatience;
+    while (::flock(folder_.get(), LOCK_EX | LOCK_NB) != 0) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() > end) {
+            fail(file.string(), "cannot lock its folder: " + errnoText());
+        }
+        std::this_thread::sleep_for(kLockPause);
+    }
+}
 
 UserFile UserFile::load(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -160,30 +201,39 @@ bool UserFile::remove(std::string_view name) {
     return users_.size() != old;
 }
 
-void UserFile::save(const std::filesystem::path& file) const {
+void UserFile::save(const std::filesystem::path& path) const {
+    const auto file = targetOf(path).string();
     std::string text;
     for (const auto& user : users_) {
         text += user.name + ":" + user.hash + ":" + (user.mayWrite ? "write" : "read") + "\n";
     }
-    auto temporary = file.string() + ".XXXXXX";
-    const int fd = ::mkstemp(temporary.data());
-    if (fd < 0) {
-        fail(file.string(), "cannot create a file beside it: " + errnoText());
+    auto temporary = file + ".XXXXXX";
+    const Descriptor fresh(::mkstemp(temporary.data()));
+    if (fresh.get() < 0) {
+        fail(file, "cannot create a file beside it: " + errnoText());
     }
-    const std::unique_ptr<const int, void (*)(const int*)> closer(&fd, [](const int* open) { ::close(*open); });
     try {
-        copyOwner(fd, file.string());
-        writeWhole(fd, text, file.string());
-        if (::fsync(fd) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
-            fail(file.string(), "cannot replace it: " + errnoText());
+        copyOwner(fresh.get(), file);
+        writeWhole(fresh.get(), text, file);
+        if (::fsync(fresh.get()) != 0 || ::rename(temporary.c_str(), file.c_str()) != 0) {
+            fail(file, "cannot replace it: " + errnoText());
         }
     } catch (...) {
         ::unlink(temporary.c_str());
         throw;
     }
+    ::fsync(Descriptor(openFolder(file)).get()); // so that the new name, too, outlives a power failure
 }
 
+const std::size_t kLongestPassword = CRYPT_MAX_PASSPHRASE_SIZE - 1;
+
 std::string hashPassword(const std::string& password) {
+    if (password.size() > kLongestPassword) {
+        throw std::invalid_argument("the password is too long: at most " + std::to_string(kLongestPassword) + " bytes");
+    }
+    if (password.empty() || password.find('\0') != std::string::npos) {
+        throw std::invalid_argument("a password must not be empty or hold a zero byte");
+    }
     char setting[CRYPT_GENSALT_OUTPUT_SIZE];
     if (crypt_gensalt_rn(kNewHashPrefix, 0, nullptr, 0, setting, sizeof setting) == nullptr) {
         throw std::runtime_error("cannot make a salt: " + errnoText());

@@ -3,6 +3,9 @@
 // "read" (the default) or "write". Empty lines and lines that start with '#' are skipped.
 #pragma once
 
+#include "cimserver/common/Descriptor.hpp"
+
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -14,6 +17,17 @@ struct User {
     std::string name;
     std::string hash;
     bool mayWrite = false;
+};
+
+/// Makes changes of a user file follow one another: a second object for the same file waits, in any process, until the
+/// first is destroyed. Locks the folder, so that no lock file stays behind.
+class UserFileLock {
+  public:
+    /// Throws std::runtime_error when the folder cannot be locked within half a minute.
+    explicit UserFileLock(const std::filesystem::path& file);
+
+  private:
+    Descriptor folder_;
 };
 
 class UserFile {
@@ -35,8 +49,8 @@ class UserFile {
     void set(User user);
     /// False when there was none.
     bool remove(std::string_view name);
-    /// Replaces the file atomically, keeping its owner and mode; a new one is readable by its owner alone. Comments are
-    /// lost. Throws std::runtime_error.
+    /// Replaces the file atomically, keeping its owner and mode; a new one is readable by its owner alone. A symbolic
+    /// link stays, and the file it names is replaced. Comments are lost. Throws std::runtime_error.
     void save(const std::filesystem::path& file) const;
 
   private:
@@ -45,7 +59,11 @@ class UserFile {
     std::vector<User> users_;
 };
 
-/// Hashes a new password with yescrypt and a fresh salt. Throws std::runtime_error when the system cannot.
+/// The longest password in bytes that crypt(3) takes.
+extern const std::size_t kLongestPassword;
+
+/// Hashes a new password with yescrypt and a fresh salt. Throws std::invalid_argument, saying why, for a password that
+/// nobody could log in with, and std::runtime_error when the system cannot hash.
 std::string hashPassword(const std::string& password);
 
 } // namespace cimserver::http

@@ -1,6 +1,7 @@
 #include "cimserver/provider/ProviderHost.hpp"
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Gate.hpp"
@@ -124,6 +125,7 @@ ProviderHost::ProviderHost(HostSettings settings) : impl_(std::make_unique<Impl>
 
 ProviderHost::~ProviderHost() {
     // All objects are destroyed, the last first, before any module is closed: one may use another's code.
+    const crash::Task task{"the end of the providers"};
     for (auto slot = impl_->slots.rbegin(); slot != impl_->slots.rend(); ++slot) {
         (*slot)->stop();
     }
@@ -144,6 +146,7 @@ void ProviderHost::Impl::scan(const fs::path& file) {
     if (!isProviderId(id) || slotsById.count(id) != 0) {
         return;
     }
+    const crash::Task task{"the scan, module ", file.native()};
     try {
         auto module = std::make_unique<Module>(file, id);
         {

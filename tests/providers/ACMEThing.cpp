@@ -4,10 +4,13 @@
 #include "OW_CppProviderIncludes.hpp"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstdlib>
 #include <iostream>
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 using namespace OpenWBEM;
 using namespace OpenWBEM::WBEMFlags;
@@ -265,6 +268,16 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         return CIMObjectPath(CIMNULL);
     }
 
+    static void crash() {
+        volatile std::uintptr_t nowhere = 16;
+        *reinterpret_cast<volatile int*>(nowhere) = 1;
+    }
+    static int overflow(volatile int depth) {
+        volatile char frame[4096];
+        frame[0] = static_cast<char>(depth);
+        return depth < 0 ? 0 : overflow(depth + 1) + frame[0];
+    }
+
     static void failAs(Text how) {
         const std::map<std::string, void (*)()> ways = {
             {"cim", [] { OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "keep <out>"); }},
@@ -272,6 +285,10 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
             {"openwbem", [] { String("abc").toUInt32(); }},
             {"null object", [] { CIMInstance(CIMNULL).getProperties(); }},
             {"std", [] { throw std::runtime_error("out of paper"); }},
+            {"crash", crash},
+            {"crash in a thread", [] { std::thread(crash).join(); }},
+            {"abort", [] { std::abort(); }},
+            {"overflow", [] { overflow(0); }},
         };
         const auto way = ways.find(how.c_str());
         way == ways.end() ? throw 5 : way->second();

@@ -59,16 +59,54 @@ TEST_F(Modify, HandsOnWhatTheListNames) {
     EXPECT_EQ(modify(all(6, "new"), &none), "");
 }
 
-TEST_F(Modify, TellsOnlyItsOwnChanges) {
+/// Writes down what it is told.
+struct Follower : ChangeObserver {
+    void onModification(const CIMPropertyArray& changes, const CIMInstance& before) override {
+        told += "[" + shown(changes) + " was " + before.getPropertyValue("A").toString().c_str() + "]";
+    }
+    void beforeChange() override {
+        if (refusing) {
+            throw CimError(Status::Failed, "refused");
+        }
+        told += "!";
+    }
+    void afterModification(const CIMInstance& present) override {
+        told += std::string("[is ") + present.getPropertyValue("A").toString().c_str() + "]";
+    }
     std::string told;
-    context.onChange = [&](const CIMPropertyArray& changes) { told += "[" + shown(changes) + "]"; };
+    bool refusing = false;
+};
+
+TEST_F(Modify, ShowsTheObserverOnlyItsOwnChanges) {
+    Follower follower;
+    context.observer = &follower;
     record.beforeReply = [&] {
         record.beforeReply = nullptr;
         CIMInstance other(record.present);
         record.env->getCIMOMHandle()->modifyInstance("root/test", other.setProperty(text("B", "by the provider")));
     };
     modify(all(6, "old"));
-    EXPECT_EQ(told, "[A=6]");
+    EXPECT_EQ(follower.told, "[A=6 was 5]![is 5]") << "the recorder does not keep what it is handed";
+    follower.told.clear();
+    modify(all(5, "old"));
+    EXPECT_EQ(follower.told, "[ was 5]");
+}
+
+TEST_F(Modify, AnObserverCanPreventEachKindOfChange) {
+    Follower follower;
+    context.observer = &follower;
+    follower.refusing = true;
+    const CIMInstance thing(record.present);
+    const auto refused = Pair(1, "general error (refused)");
+    EXPECT_THAT(thrownBy([&] { modify(all(6, "old")); }), refused);
+    EXPECT_THAT(thrownBy([&] { cimom.createInstance(context, "root/test", thing); }), refused);
+    EXPECT_THAT(thrownBy([&] { cimom.deleteInstance(context, "root/test", path()); }), refused);
+    const auto in = [](const CIMMethod&) {
+        return CIMParamValueArray(1, CIMParamValue(CIMName("Level"), CIMValue(UInt8(1))));
+    };
+    CIMParamValueArray out;
+    EXPECT_THAT(thrownBy([&] { cimom.invokeMethod(context, "root/test", path(), "Act", in, out); }), refused);
+    EXPECT_THAT(record.calls, testing::Each(testing::StartsWith("get ")));
 }
 
 TEST_F(Modify, ForwardsUnchangedPropertiesOnRequest) {

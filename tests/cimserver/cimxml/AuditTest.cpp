@@ -1,37 +1,80 @@
 #include "cimserver/cimxml/Audit.hpp"
 
-#include "cimserver/common/Log.hpp"
+#include "Support.hpp"
+#include "cimserver/common/AuditLog.hpp"
 
-#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 namespace {
 
 using namespace OpenWBEM;
 using namespace cimserver;
+using testing::HasSubstr;
 
-std::string lineOf(const cimxml::AuditRecord& record, const Outcome& outcome) {
+class Audit : public testing::Test {
+  protected:
+    ~Audit() override { audit::configure({}); }
+
+    support::TempDir dir_;
+    cimom::RequestContext context_{"ann", "192.0.2.1:1"};
+    const cimxml::RequestMessage message_{
+        "<CIM CIMVERSION='2.0' DTDVERSION='2.0'><MESSAGE ID='1' PROTOCOLVERSION='1.0'><SIMPLEREQ><IMETHODCALL "
+        "NAME='DeleteInstance'><LOCALNAMESPACEPATH><NAMESPACE NAME='root'/></LOCALNAMESPACEPATH></IMETHODCALL>"
+        "</SIMPLEREQ></MESSAGE></CIM>",
+        {}};
+    cimxml::AuditRecord record_{context_, message_};
+};
+
+TEST_F(Audit, SaysWhatTheProviderShowsAfterwards) {
+    const auto instance = [](const char* a, const char* b, const char* c) {
+        CIMInstance made("T");
+        return made.setProperty("A", CIMValue(a))
+            .setProperty("B", CIMValue(b))
+            .setProperty("C", CIMValue(c))
+            .setProperty("Password", CIMValue(c));
+    };
+    record_.onModification(instance("9", "9", "9").getProperties(), instance("1", "1", "1"));
+    record_.afterModification(instance("9", "1", "5"));
     testing::internal::CaptureStderr();
-    record.write(outcome);
-    return testing::internal::GetCapturedStderr();
+    record_.write({});
+    EXPECT_THAT(testing::internal::GetCapturedStderr(),
+                HasSubstr("root A=\"9\", B=\"9\" (reads unchanged), C=\"9\" (reads \"5\"), Password=*** -> ok"));
 }
 
-TEST(Audit, KeepsSecretsOutAndCutsWhatIsLong) {
-    cimom::RequestContext context;
-    context.user = "ann\nroot";
-    context.peer = "192.0.2.1:1";
-    cimxml::AuditRecord record(context, "SetProperty", "root/cimv2");
-    record.value("FTPServerPassword", CIMValue("hunter2"));
-    record.value("PASSWORDS", CIMValue(StringArray(size_t(2), "hunter2")));
-    record.value("Text", CIMValue(String(std::string(5000, 'x').c_str())));
-    record.value("None", CIMValue(CIMNULL));
-    record.value("Embedded", CIMValue("instance of C { Password = \"hunter2\"; }"));
-    const std::string line = lineOf(record, {12, std::string(5000, 'y')});
-    EXPECT_EQ(line.find("hunter2"), std::string::npos);
-    EXPECT_NE(line.find("user=ann\\nroot peer=192.0.2.1:1 SetProperty root/cimv2 FTPServerPassword=***, PASSWORDS=***"),
-              std::string::npos)
-        << line;
-    EXPECT_NE(line.find("x..., None=NULL, Embedded=*** -> error 12 yyy"), std::string::npos) << line;
-    EXPECT_LT(line.size(), 800U);
+TEST_F(Audit, AChangeThatCannotBeRecordedIsPrevented) {
+    audit::configure({"/dev/full", false});
+    EXPECT_THROW(record_.beforeChange(), CimError);
+    record_.write({1, "refused"});
+    EXPECT_EQ(audit::problem(), "the audit record cannot be written");
+    audit::configure({"/dev/full", true});
+    EXPECT_NO_THROW(record_.beforeChange());
+    EXPECT_THROW(audit::configure({"/proc/absent/audit", false}), std::runtime_error);
+}
+
+TEST_F(Audit, TheFileGoesOnAfterATornLineAndWhenItIsMoved) {
+    support::writeFile(dir_ / "audit", "a torn line");
+    audit::configure({dir_ / "audit", false});
+    EXPECT_TRUE(audit::begin("first"));
+    std::filesystem::rename(dir_ / "audit", dir_ / "old");
+    audit::end("second -> ok");
+    EXPECT_THAT(support::contentOf(dir_ / "old"),
+                testing::MatchesRegex("a torn line\n[-0-9T:+]* audit first -> begun\n"));
+    EXPECT_THAT(support::contentOf(dir_ / "audit"), testing::MatchesRegex("[-0-9T:+]* audit second -> ok\n"));
+}
+
+TEST_F(Audit, GoesToASyslogSocketAndNoticesThatNobodyListens) {
+    sockaddr_un address{AF_UNIX, {}};
+    (dir_ / "log").copy(address.sun_path, sizeof address.sun_path - 1);
+    const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+    ASSERT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    audit::configure({dir_ / "log", false});
+    EXPECT_TRUE(audit::begin("first"));
+    char text[200] = {};
+    EXPECT_GT(::recv(server, text, sizeof text - 1, MSG_DONTWAIT), 0);
+    EXPECT_THAT(text, testing::MatchesRegex("<85>cimserverd\\[[0-9]*\\]: audit first -> begun"));
+    ::close(server);
+    EXPECT_FALSE(audit::begin("second"));
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // The user file, the delays and the cache, with a clock of the test's own.
 #include "cimserver/http/Access.hpp"
 #include "Support.hpp"
+#include "cimserver/http/CheckQueue.hpp"
+
+#include <future>
 
 using namespace cimserver::http;
 using namespace std::chrono_literals;
@@ -59,12 +62,12 @@ TEST(LoginThrottle, DelaysGrowWithFailuresAndAreForgotten) {
     LoginThrottle throttle(settings);
     auto now = Clock::time_point(1h);
     for (const auto wait : {0ms, 0ms, 100ms, 200ms, 300ms, 300ms}) {
-        EXPECT_EQ(throttle.begin("guesser", now), wait);
+        EXPECT_EQ(throttle.begin("guesser", now)->wait, wait);
         now += wait;
         throttle.end("guesser", false, now);
     }
-    EXPECT_EQ(throttle.begin("other", now), 0ms);
-    EXPECT_EQ(throttle.begin("guesser", now + 11s), 0ms);
+    EXPECT_EQ(throttle.begin("other", now)->wait, 0ms);
+    EXPECT_EQ(throttle.begin("guesser", now + 11s)->wait, 0ms);
 }
 
 TEST(LoginThrottle, ParallelGuessesQueueAndThenAreRefused) {
@@ -74,13 +77,47 @@ TEST(LoginThrottle, ParallelGuessesQueueAndThenAreRefused) {
     LoginThrottle throttle(settings);
     const auto now = Clock::time_point(1h);
     for (const auto wait : {0ms, 100ms, 200ms, 300ms, 400ms}) {
-        EXPECT_EQ(throttle.begin("guesser", now), wait);
+        EXPECT_EQ(throttle.begin("guesser", now)->wait, wait);
     }
-    EXPECT_EQ(throttle.begin("guesser", now), std::nullopt);
-    for (int i = 0; i < 5000; ++i) { // many peers: the table stays bounded, the guesser is pushed out at last
-        throttle.begin("peer" + std::to_string(i), now + 1s);
+    EXPECT_FALSE(throttle.begin("guesser", now));
+}
+
+TEST(LoginThrottle, AFloodNeitherDelaysOthersNorClearsTheGuilty) {
+    LoginThrottle throttle{LoginSettings()};
+    const auto now = Clock::time_point(1h);
+    const auto fail = [&](const std::string& peer, int times) {
+        for (int i = 0; i < times; ++i) {
+            throttle.begin(peer, now);
+            throttle.end(peer, false, now);
+        }
+    };
+    throttle.begin("known", now);
+    throttle.end("known", true, now);
+    fail("guesser", 7);
+    for (int i = 0; i < 40'000; ++i) {
+        fail("flood" + std::to_string(i), 2);
     }
-    EXPECT_EQ(throttle.begin("guesser", now + 1s), 0ms);
+    EXPECT_GT(throttle.begin("guesser", now)->wait, 0ms);
+    const auto guilty = throttle.begin("flood39999", now)->rank;
+    const auto fresh = throttle.begin("new", now);
+    EXPECT_EQ(fresh->wait, 0ms);
+    EXPECT_LT(fresh->rank, guilty);
+    EXPECT_LT(throttle.begin("known", now)->rank, fresh->rank);
+}
+
+TEST(CheckQueue, TakesTheLowestRankFirst) {
+    CheckQueue queue;
+    std::promise<void> begin;
+    std::promise<void> end;
+    std::string order;
+    queue.add(0, [&] { begin.get_future().wait(); });
+    queue.add(7, [&] { end.set_value(); });
+    for (const auto& [rank, name] : {std::pair(5U, 'd'), {1U, 'a'}, {3U, 'c'}, {1U, 'b'}}) {
+        queue.add(rank, [&order, one = name] { order += one; });
+    }
+    begin.set_value();
+    end.get_future().wait();
+    EXPECT_EQ(order, "abcd");
 }
 
 TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
@@ -104,7 +141,9 @@ TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
     EXPECT_TRUE(after.check) << "what the file of before confirmed is not remembered";
     access.conclude(after, identity, "peer", now);
     EXPECT_TRUE(ask(now + 9s).identity);
-    EXPECT_TRUE(ask(now + 10s).check);
+    const auto late = access.decide("Basic a25vd246cGFzc3dvcmQ=", "other", "", now + 10s);
+    EXPECT_TRUE(late.check);
+    EXPECT_EQ(late.turn.rank, 0U) << "what was right before is checked first";
 }
 
 TEST(LoginCache, FindsOnlyTheSameCredentialsAndNotForLong) {

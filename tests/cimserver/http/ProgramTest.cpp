@@ -34,6 +34,7 @@ class ProgramTest : public ::testing::Test {
     std::uint16_t serve(const std::string& options) {
         const auto command = inFolder("exec " CIMSERVERD " --mof empty.mof --listen 127.0.0.1:0 --port-file port " +
                                       options + " >out 2>err");
+        std::filesystem::remove(dir_ / "out");
         server_ = support::startChild(
             [&] { return ::execlp("sh", "sh", "-c", command.c_str(), static_cast<char*>(nullptr)); });
         awaitText("out", "listening");
@@ -47,6 +48,16 @@ class ProgramTest : public ::testing::Test {
         support::waitUntil([&] { return support::contentOf(dir_ / name).find(text) != std::string::npos; },
                            std::chrono::seconds(10));
         EXPECT_THAT(support::contentOf(dir_ / name), HasSubstr(text));
+    }
+
+    /// A request that calls the test provider's method to fail in that way.
+    static std::string fail(const std::string& how) {
+        return http_testing::post(
+            "<CIM CIMVERSION='2.0' DTDVERSION='2.0'><MESSAGE ID='1' PROTOCOLVERSION='1.0'><SIMPLEREQ><METHODCALL "
+            "NAME='Fail'><LOCALCLASSPATH><LOCALNAMESPACEPATH><NAMESPACE NAME='root'/><NAMESPACE NAME='cimv2'/>"
+            "</LOCALNAMESPACEPATH><CLASSNAME NAME='ACME_Thing'/></LOCALCLASSPATH><PARAMVALUE NAME='How'><VALUE>" +
+                how + "</VALUE></PARAMVALUE></METHODCALL></SIMPLEREQ></MESSAGE></CIM>",
+            "CIMOperation: MethodCall\r\nCIMMethod: Fail\r\nCIMObject: root/cimv2:ACME_Thing\r\n");
     }
 
     support::TempDir dir_;
@@ -71,6 +82,7 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
         {3, "cannot use the TLS certificate empty.mof", mof + "--tls-certificate empty.mof --tls-key empty.mof"},
         {3, "cannot use the TLS key other.key", mof + "--tls-certificate cert.pem --tls-key other.key"},
         {3, "cannot write the dump file", mof + "--dump /proc/absent/dump"},
+        {3, "cannot write the audit record /proc/absent/audit", mof + "--audit-log /proc/absent/audit"},
         {3, "cannot write the log file", mof + "--log-file /proc/absent/log"},
         {3, "cannot write the providers' output", mof + "--provider-stdout /proc/absent/out"},
         {4, "cannot listen on http://" + address + ": Address already in use", mof + "--listen " + address},
@@ -137,6 +149,60 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
     }
     for (const char* misused : {"", "ann --role admin", "ann --rle read", "ann bob"}) {
         EXPECT_EQ(passwd(misused).exitCode, 2) << misused;
+    }
+}
+
+TEST_F(ProgramTest, TheToolKeepsWhatOthersWriteAndTheLink) {
+    support::writeFile(dir_ / "real", "");
+    std::filesystem::permissions(dir_ / "real", std::filesystem::perms(0604));
+    std::filesystem::create_symlink("real", dir_ / "users");
+    const auto result =
+        run("for i in 1 2 3 4 5 6 7 8; do echo x | " CIMSERVER_PASSWD " users u$i --stdin & done; wait");
+    EXPECT_EQ(support::countOf("\n", support::contentOf(dir_ / "real")), 8U) << "changes at the same time";
+    EXPECT_TRUE(std::filesystem::is_symlink(dir_ / "users"));
+    EXPECT_EQ(support::countOf("warning: other users of this machine can read", result.output), 8U);
+    const auto longest = [this](int length) {
+        return run("head -c " + std::to_string(length) +
+                   " /dev/zero | tr '\\0' x | " CIMSERVER_PASSWD " users u --stdin");
+    };
+    EXPECT_EQ(longest(511).exitCode, 0);
+    EXPECT_EQ(longest(512).output, "cimserver-passwd: the password is too long: at most 511 bytes\n");
+}
+
+TEST_F(ProgramTest, AChangeThatCannotBeRecordedIsRefusedAndHealthTells) {
+    support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
+    const std::string common = "--mof thing.mof --provider-dir " TEST_PROVIDER_FOLDER " --audit-log ";
+    const char* const health = "GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n";
+    http_testing::Client refused(serve(common + "/dev/full"));
+    EXPECT_EQ(refused.ask(health).body, "ok\n");
+    EXPECT_THAT(refused.ask(fail("cim")).body, HasSubstr("audit record cannot be written"));
+    EXPECT_EQ(refused.ask(health).status, 503U);
+    stop(SIGTERM);
+    http_testing::Client recorded(serve(common + "audit"));
+    EXPECT_THAT(recorded.ask(fail("cim")).body, HasSubstr("keep &lt;out"));
+    EXPECT_THAT(
+        support::contentOf(dir_ / "audit"),
+        ::testing::ContainsRegex("How=\"cim\" -> begun\n.* How=\"cim\" -> error 2 \"[^\n]*keep <out.x3e.\"\n$"));
+}
+
+TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
+    support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
+    const std::tuple<const char*, int, const char*, const char*> cases[] = {
+        {"crash", SIGSEGV, "SIGSEGV at 0x10 in", " in a request\n"},
+        {"overflow", SIGSEGV, "SIGSEGV at 0x", " in a request\n"},
+        {"abort", SIGABRT, "SIGABRT sent by", " in a request\n"},
+        {"crash in a thread", SIGSEGV, "SIGSEGV at 0x10", " outside of the requests\n"}};
+    const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
+    for (const auto& [how, signal, line, where] : cases) {
+        http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
+            .ask(fail(how));
+        EXPECT_EQ(support::waitForChild(std::exchange(server_, -1)), -signal) << how;
+        for (const char* file : {"log", "err"}) {
+            EXPECT_THAT(
+                support::contentOf(dir_ / file),
+                ::testing::AllOf(HasSubstr(line), HasSubstr(where), HasSubstr(task), HasSubstr("libACMEThing.so+0x")));
+            std::filesystem::remove(dir_ / file);
+        }
     }
 }
 

@@ -1,0 +1,26 @@
+// The audit record: who changed what. A file or syslog of its own; without either, lines of the log.
+#pragma once
+
+#include <string>
+
+namespace cimserver::audit {
+
+struct Settings {
+    std::string target;    ///< a file, "syslog", or a socket that is listened to like syslog's; empty: the log
+    bool optional = false; ///< changes that cannot be recorded are made all the same
+};
+
+/// Opens the record; call before other threads write to it. Throws std::runtime_error when it cannot be written.
+void configure(const Settings& settings);
+
+/// Records a change that is about to be made, on disk when this returns. False when the change must not be made because
+/// it cannot be recorded. Does nothing when the log has the record: it cannot tell.
+bool begin(const std::string& line);
+
+/// Records how a request ended.
+void end(const std::string& line);
+
+/// What prevents the record from being written, as a line for monitoring; empty when nothing does.
+std::string problem();
+
+} // namespace cimserver::audit
