@@ -110,6 +110,10 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
                 "let all requests into this provider at once, for it serialises them itself; repeatable");
     declare.duration("--provider-timeout", options.providerTimeout,
                      "how long a request waits for a provider that is busy");
+    declare.number("--provider-threads", options.providerThreads, 1, 64,
+                   "calls inside one concurrent provider at a time");
+    declare.number("--provider-queue", options.providerQueue, 1, 10'000, "requests that wait for one provider");
+    declare.duration("--slow-call", options.slowCall, "a call of a provider that takes longer is logged");
     declare.add("--provider-stdout", options.providerStdout, "WHERE",
                 "what providers print: to a FILE, to 'null', or 'inherit' standard output");
     declare.flag("--forward-unchanged", options.forwardUnchanged,
@@ -123,6 +127,8 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         .add("--listen", texts.listen, "ADDR:PORT",
              "listen here; repeatable; http:// or https:// may stand before it; port 0: any free port")
         ->default_str("127.0.0.1:5988");
+    declare.add("--host-name", http.hostNames, "NAME",
+                "a name of this host that clients may use without users; repeatable");
     declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
     declare.add("--user-file", http.login.userFile, "FILE", "ask for a user of this file (see cimserver-passwd)");
     declare.add("--realm", http.login.realm, "TEXT", "the name clients show when they ask for a password");
@@ -149,7 +155,11 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.group("Limits");
     declare.size("--max-head", limits.headBytes, "bytes of a request's head");
     declare.size("--max-body", limits.bodyBytes, "bytes of a request's body");
+    declare.size("--max-memory", limits.memory, "bytes of all requests and of answers not yet taken");
     declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
+    declare.number("--max-peer-connections", limits.peerConnections, 0, 100'000, "of one address; 0: a quarter of all");
+    declare.number("--max-loopback-connections", limits.loopbackConnections, 0, 100'000,
+                   "of one address of this host; 0: half of all");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
     declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
     declare.number("--max-user-enumerations", options.userEnumerations, 1, 10'000,
@@ -163,7 +173,8 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.duration("--write-timeout", limits.write, "for the client to take an answer");
     declare.duration("--linger-timeout", limits.linger, "after a closing answer");
     declare.duration("--stop-timeout", options.stopTimeout, "for requests under way when the server is stopped");
-    declare.number("--workers", options.http.workers, 1, 64, "threads that serve requests");
+    declare.number("--workers", options.http.workers, 1, 64,
+                   "threads that serve requests, beside those inside providers");
 }
 
 void declareAdministration(Declaration& declare, Options& options, Texts& texts) {

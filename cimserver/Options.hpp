@@ -27,6 +27,9 @@ struct Options {
     std::vector<std::string> preload;
     std::map<std::string, std::string> providerConfig;
     std::chrono::milliseconds providerTimeout{60'000};
+    std::chrono::milliseconds slowCall{30'000};
+    std::size_t providerThreads = 8;
+    std::size_t providerQueue = 128;
     std::string providerStdout = "null"; ///< a file, "null" or "inherit"
     std::string stateDir;
     std::string portFile;

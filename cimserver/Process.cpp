@@ -53,11 +53,13 @@ Signals::Signals() {
     handle(SIGPIPE, ignore);
 }
 
-int Signals::next() {
+int Signals::next(std::chrono::milliseconds limit) {
+    pollfd wanted{read_.get(), POLLIN, 0};
+    if (::poll(&wanted, 1, static_cast<int>(limit.count())) != 1) { // also when interrupted: the next call finds it
+        return 0;
+    }
     unsigned char number = 0;
-    // Signals restart a read, but not a poll; ThreadSanitizer runs handlers only between system calls.
-    pollfd ready{read_.get(), POLLIN, 0};
-    while (::poll(&ready, 1, -1) != 1 || ::read(read_.get(), &number, 1) != 1) {
+    while (::read(read_.get(), &number, 1) != 1) {
     }
     return number;
 }

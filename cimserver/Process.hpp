@@ -3,6 +3,7 @@
 
 #include "cimserver/common/Descriptor.hpp"
 
+#include <chrono>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -14,8 +15,8 @@ namespace cimserver {
 class Signals {
   public:
     Signals();
-    /// Waits for the next signal and returns its number.
-    int next();
+    /// Waits for the next signal and returns its number; 0 when there is none within `limit`.
+    int next(std::chrono::milliseconds limit);
 
   private:
     Descriptor read_;

@@ -13,9 +13,11 @@
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
+#include "cimserver/provider/Attempt.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
+#include <malloc.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -32,6 +34,26 @@ using namespace cimserver;
 enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsInUse = 5, RequestsLeft = 6 };
 
 constexpr const char* kComponent = "cimserverd";
+constexpr std::chrono::milliseconds kInspectionInterval{1000};
+
+/// A request of the transport as a job of the provider host.
+class CimRequest : public provider::Job {
+  public:
+    CimRequest(cimxml::Dispatcher& dispatcher, std::shared_ptr<http::Exchange> exchange)
+        : dispatcher_(dispatcher), exchange_(std::move(exchange)) {}
+
+    void run() override { exchange_->answer(dispatcher_.handle(exchange_->request())); }
+    bool abandoned() const override { return exchange_->abandoned(); }
+    void drop() override {
+        log::write(log::Level::Info, kComponent, exchange_->request().peer + ": has left before its turn");
+        exchange_->answer({503, {}, {}});
+    }
+    void post(std::function<void()> task) override { exchange_->post(std::move(task)); }
+
+  private:
+    cimxml::Dispatcher& dispatcher_;
+    std::shared_ptr<http::Exchange> exchange_;
+};
 
 /// The CIM side: schema, providers, operations, CIM-XML. Each member needs those before it.
 class CimSide {
@@ -42,12 +64,15 @@ class CimSide {
 
     /// Serves as long as this object lives.
     http::Application application() {
-        return {[this](const auto& request) { return dispatcher_.handle(request); }, cimxml::optionsResponse(),
-                audit::problem,
+        return {[this](const auto& exchange) { host_.run(std::make_shared<CimRequest>(dispatcher_, exchange)); },
+                cimxml::optionsResponse(), audit::problem,
                 [limits = dispatcher_.settings().xml](const auto& request, const auto& response) {
                     return cimxml::maskedBodies(request, response, limits);
-                }};
+                },
+                [this] { return notices(); }};
     }
+    /// To be called every second or so.
+    void inspect() { host_.inspect(std::chrono::steady_clock::now()); }
     /// A failure is only logged: the provider is tried again at each request for its classes.
     void preload(const std::vector<std::string>& ids) {
         for (const auto& id : ids) {
@@ -62,6 +87,10 @@ class CimSide {
     std::uint64_t errors() const { return dispatcher_.errors(); }
 
   private:
+    std::string notices() const {
+        const auto slow = host_.slowCalls();
+        return slow == 0 ? "" : "degraded: slow provider calls under way: " + std::to_string(slow);
+    }
     static provider::HostSettings hostSettings(const Options& options) {
         provider::HostSettings settings;
         settings.folders = {options.providerDirs.begin(), options.providerDirs.end()};
@@ -69,6 +98,8 @@ class CimSide {
         settings.concurrentProviders = options.concurrentProviders;
         settings.configItems = options.providerConfig;
         settings.busyLimit = options.providerTimeout;
+        settings.slowLimit = options.slowCall;
+        settings.gate = {options.providerThreads, options.providerQueue};
         return settings;
     }
     static cimxml::DispatcherSettings dispatcherSettings(const Options& options) {
@@ -77,6 +108,7 @@ class CimSide {
         settings.xml.depth = options.xmlDepth;
         settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
+        settings.enumerations.bytes = options.http.limits.memory / 4;
         return settings;
     }
     /// Throws OptionsError when the option names a provider that does not exist.
@@ -147,9 +179,12 @@ void logCounters(const http::Server& server, const CimSide& cim) {
 }
 
 /// Returns when the server is to stop.
-void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
+void followSignals(Signals& signals, http::Server& server, CimSide& cim) {
     for (;;) {
-        switch (const int number = signals.next()) {
+        switch (const int number = signals.next(kInspectionInterval)) {
+        case 0:
+            cim.inspect();
+            break;
         case SIGHUP:
             log::reopen();
             server.reload();
@@ -162,6 +197,14 @@ void followSignals(Signals& signals, http::Server& server, const CimSide& cim) {
             return;
         }
     }
+}
+
+/// Gives large texts back to the system as soon as they are freed, instead of keeping room for them in the heap.
+void boundHeap() {
+#ifdef __GLIBC__
+    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
+    ::mallopt(M_ARENA_MAX, 2);
+#endif
 }
 
 int serve(const Options& options) {
@@ -204,6 +247,7 @@ int fail(Exit status, const char* text, bool logFile) {
 
 int main(int argc, char** argv) {
     bool logFile = false;
+    boundHeap();
     try {
         const auto options = parseOptions(argc, argv);
         if (!options) {

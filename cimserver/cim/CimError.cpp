@@ -50,6 +50,8 @@ void rethrowAsCimException() {
         throw;
     } catch (const CIMException&) {
         throw;
+    } catch (const Deferral&) {
+        throw;
     } catch (const OpenWBEM::Exception& foreign) {
         throw CimError::fromException(foreign.getMessage());
     } catch (const std::exception& foreign) {

@@ -46,7 +46,12 @@ class CimError : public OpenWBEM::CIMException {
     OpenWBEM::String text_; ///< empty: CIMException composes the text
 };
 
-/// Rethrows the exception being handled: a CIMException unchanged, any other as CimError::fromException with its text
+/// Ends a run of a request that has done nothing yet, because the provider it needs has no room: it is run again later.
+/// No error: whoever translates exceptions lets it pass.
+class Deferral {};
+
+/// Rethrows the exception being handled: a CIMException and a Deferral unchanged, any other as CimError::fromException
+/// with its text
 /// ("Unknown Exception" when it is not a std::exception).
 [[noreturn]] void rethrowAsCimException();
 

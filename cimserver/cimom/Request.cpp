@@ -30,7 +30,9 @@ provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestC
 
 void Cimom::preload(const std::string& id) {
     const crash::Task task{"initialization, provider ", id};
-    host_.enter(id, provider::Access::Write, Request::originOf(*this, RequestContext()));
+    auto origin = Request::originOf(*this, RequestContext());
+    origin.what = "preload";
+    host_.enter(id, provider::Access::Write, origin);
 }
 
 std::vector<const CIMClass*> Cimom::Request::family(const CIMClass& top) const {

@@ -5,6 +5,7 @@
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/common/CrashReport.hpp"
+#include "cimserver/common/Text.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -105,6 +106,7 @@ class Cimom::Request {
                                id,
                                ", user ",
                                origin_.user.empty() ? "-" : origin_.user.c_str()};
+        origin_.what = quote(operation_) + " of " + cimClass.getName().c_str();
         const provider::ProviderCall call = host().enter(id, access_, origin_);
         return asCimError([&] {
             Interface* const provider = (call.*side)();

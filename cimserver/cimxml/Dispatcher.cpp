@@ -12,6 +12,7 @@
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/XmlWriter.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Text.hpp"
 
 namespace cimserver::cimxml {
@@ -35,10 +36,12 @@ http::Response refusal(const HttpError& error) {
     return response;
 }
 
-/// The reply document. An operation's name has its proper spelling, a method's that of the request.
-std::string envelope(const RequestMessage& message, const Operation* operation, const std::string& content) {
+/// The reply document around what `write` writes. An operation's name has its proper spelling, a method's that of the
+/// request.
+template <class Write>
+std::string envelope(const RequestMessage& message, const Operation* operation, MemoryAccount* memory, Write&& write) {
     const MessageFrame& frame = message.frame();
-    XmlWriter writer;
+    XmlWriter writer(memory);
     writer.raw("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n");
     {
         Element cim(writer, "CIM");
@@ -49,10 +52,20 @@ std::string envelope(const RequestMessage& message, const Operation* operation, 
         Element call(writer, message.isMethodCall() ? "METHODRESPONSE" : "IMETHODRESPONSE");
         const bool known = operation != nullptr && !message.isMethodCall();
         call.attribute("NAME", known ? operation->name : message.name());
-        writer.raw(content);
+        write(writer);
     }
     writer.raw("\n");
     return writer.take();
+}
+
+/// The tree of a request is several times as large as its text.
+void accountTree(const http::Request& request) {
+    constexpr std::size_t kSmall = 16384;
+    constexpr std::size_t kNodesPerByte = 8;
+    if (request.memory != nullptr && request.body.size() > kSmall &&
+        !request.memory->grow(kNodesPerByte * request.body.size())) {
+        throw HttpError(503, "", "no memory for the request");
+    }
 }
 
 std::string lineFor(const http::Request& request, std::string_view what) {
@@ -64,7 +77,7 @@ std::string lineFor(const http::Request& request, std::string_view what) {
 Dispatcher::Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings)
     : cimom_(cimom), settings_(completed(std::move(settings))), enumerations_(settings_.enumerations) {}
 
-http::Response Dispatcher::handle(const http::Request& request) noexcept {
+http::Response Dispatcher::handle(const http::Request& request) {
     const auto start = std::chrono::steady_clock::now();
     try {
         http::Response response = answer(request);
@@ -74,6 +87,8 @@ http::Response Dispatcher::handle(const http::Request& request) noexcept {
         return response;
     } catch (const HttpError& error) {
         return refusal(error);
+    } catch (const Deferral&) {
+        throw;
     } catch (const std::exception& error) {
         log::write(log::Level::Error, "cimxml", error.what());
     } catch (...) {
@@ -92,6 +107,7 @@ http::Response Dispatcher::answer(const http::Request& request) {
     http::Response response;
     try {
         headers.requireMethodCall();
+        accountTree(request);
         const RequestMessage message(request.body, settings_.xml);
         headers.requireAgreement(message);
         response.body = reply(request, message);
@@ -116,21 +132,24 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     const Operation* operation = findOperation(message);
     AuditRecord audit(context, message);
     context.observer = operation != nullptr && operation->modifies ? &audit : nullptr;
-    XmlWriter content;
-    const Outcome outcome = outcomeOf([&] { run(operation, context, message, audit, content); });
+    std::string document;
+    const Outcome outcome = outcomeOf([&] {
+        document = envelope(message, operation, request.memory,
+                            [&](XmlWriter& content) { run(operation, context, message, audit, content); });
+    });
     if (operation != nullptr && operation->modifies) {
         audit.write(outcome);
     }
     if (outcome.code == 0) {
-        return envelope(message, operation, content.text());
+        return document;
     }
     ++errors_;
     const std::string code = std::to_string(outcome.code);
     log::write(log::Level::Debug, "cimxml",
                lineFor(request, "error " + code + " " + withoutSecrets(outcome.description)));
-    XmlWriter error;
-    Element(error, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
-    return envelope(message, operation, error.text());
+    return envelope(message, operation, nullptr, [&](XmlWriter& content) {
+        Element(content, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
+    });
 }
 
 void Dispatcher::run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,

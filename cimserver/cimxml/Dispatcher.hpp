@@ -34,8 +34,9 @@ class Dispatcher {
     explicit Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings = {});
 
     /// Other HTTP methods get 405; a request that is not valid CIM-XML gets 400 or 501, usually with a CIMError header;
-    /// an internal failure gets 500. Every other request gets 200 with the result or an ERROR. Never throws.
-    http::Response handle(const http::Request& request) noexcept;
+    /// an internal failure gets 500. Every other request gets 200 with the result or an ERROR. Throws nothing but
+    /// a Deferral.
+    http::Response handle(const http::Request& request);
     const DispatcherSettings& settings() const { return settings_; }
     /// Operations that ended in a CIM error since the start.
     std::uint64_t errors() const { return errors_; }

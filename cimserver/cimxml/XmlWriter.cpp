@@ -1,8 +1,11 @@
 #include "cimserver/cimxml/XmlWriter.hpp"
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
+#include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <algorithm>
 #include <array>
 
 namespace cimserver::cimxml {
@@ -41,6 +44,9 @@ std::string_view reference(char c, bool attribute) {
     }
 }
 
+constexpr std::size_t kUnaccounted = 65536;
+constexpr std::size_t kMargin = 4096; // for what is written between two elements
+
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 
 } // namespace
@@ -52,7 +58,24 @@ void XmlWriter::endTag() {
     }
 }
 
+/// Lets a long text grow only by what the account has, with old and new copy counted.
+void XmlWriter::account(std::size_t more) {
+    const auto size = text_.size() + more;
+    const bool fits = size + kMargin < text_.capacity() && text_.capacity() <= accounted_;
+    if (memory_ == nullptr || size < kUnaccounted || fits) {
+        return;
+    }
+    const auto wanted = 2 * std::max(size, text_.capacity());
+    if (!memory_->grow(wanted)) {
+        throw CimError(Status::ServerLimitsExceeded, "the answer is too long");
+    }
+    text_.reserve(wanted);
+    memory_->shrink(accounted_);
+    accounted_ = wanted;
+}
+
 void XmlWriter::open(std::string_view name) {
+    account(name.size());
     endTag();
     text_ += '<';
     text_ += name;
@@ -80,6 +103,7 @@ void XmlWriter::characters(std::string_view data) {
 }
 
 void XmlWriter::raw(std::string_view markup) {
+    account(markup.size());
     endTag();
     text_ += markup;
 }

@@ -5,11 +5,18 @@
 #include <string>
 #include <string_view>
 
+namespace cimserver {
+class MemoryAccount;
+}
+
 namespace cimserver::cimxml {
 
 /// The text written so far and how many characters had to be replaced in it.
 class XmlWriter {
   public:
+    /// With an account, open() and raw() throw CimError ServerLimitsExceeded when a long text gets too long for it.
+    explicit XmlWriter(MemoryAccount* memory = nullptr) : memory_(memory) {}
+
     const std::string& text() const { return text_; }
     std::string take() { return std::move(text_); }
 
@@ -30,9 +37,12 @@ class XmlWriter {
 
   private:
     void endTag();
+    void account(std::size_t more);
     void escape(std::string_view data, bool attribute);
     void escapeOne(std::string_view rest, std::size_t& length, bool attribute);
 
+    MemoryAccount* memory_;
+    std::size_t accounted_ = 0;
     std::string text_;
     std::size_t replaced_ = 0;
     bool tagOpen_ = false;

@@ -9,6 +9,7 @@
 #include <boost/asio/post.hpp>
 #include <boost/beast/http/status.hpp>
 
+#include <algorithm>
 #include <ctime>
 
 namespace cimserver::http {
@@ -19,6 +20,8 @@ using boost::system::error_code;
 namespace {
 
 constexpr std::uint64_t kDrainBytes = 65536;
+/// A request whose client only ended sending is served if a worker takes it so soon.
+constexpr Milliseconds kWaitOfAbandoned{1000};
 constexpr std::size_t kKeptOutput = 16384;
 
 /// The Date field's value, renewed every second. I/O thread only.
@@ -33,30 +36,21 @@ const std::string& httpDate() {
     return text;
 }
 
-Response callHandler(const Application& application, const Request& request) {
-    try {
-        return application.handle(request);
-    } catch (const std::exception& error) {
-        log::write(log::Level::Error, "http", std::string("the handler failed: ") + error.what());
-    } catch (...) {
-        log::write(log::Level::Error, "http", "the handler failed");
-    }
-    return textResponse(500, "internal error");
-}
-
 } // namespace
 
 Services::Services(const Settings& from, Application to)
-    : settings(from), application(std::move(to)), access(from.login), workers(from.workers) {
+    : settings(from), application(std::move(to)), access(from.login), memory(from.limits.memory),
+      workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
 }
 
-Connection::Connection(Services& services, std::unique_ptr<Stream> stream, std::string address, const std::string& port,
-                       bool overCapacity)
-    : services_(services), stream_(std::move(stream)), reader_(services.settings.limits), timer_(services.io),
-      address_(std::move(address)), peer_(address_ + ":" + port), overCapacity_(overCapacity) {}
+Connection::Connection(Services& services, std::unique_ptr<Stream> stream, const Sender& sender, bool overCapacity)
+    : services_(services), stream_(std::move(stream)), memory_(services.memory, sender.peer),
+      reader_(services.settings.limits), timer_(services.io), number_(sender.number), address_(sender.address),
+      peer_(address_ + ":" + sender.port), overCapacity_(overCapacity),
+      admittedBy_(Clock::now() + services.settings.limits.firstByte + services.settings.limits.idle) {}
 
 void Connection::start() {
     within(services_.settings.limits.firstByte, [](Connection& self) { self.timeOut("handshake"); });
@@ -93,8 +87,15 @@ void Connection::await(Milliseconds limit) {
     phase_ = Phase::Idle;
     reader_.reset();
     reader_.request().peer = peer_;
+    reader_.request().memory = &memory_;
+    memory_.release();
+    began_ = Clock::now();
     if (reader_.hasInput()) { // the client sent the next request without waiting
         return onInput();
+    }
+    if (!admitted_) { // health requests do not keep it open
+        const auto left = std::chrono::floor<Milliseconds>(admittedBy_ - Clock::now());
+        limit = std::clamp(left, Milliseconds(0), limit);
     }
     within(limit, [](Connection& self) { self.close(); });
     read(&Connection::onInput);
@@ -128,10 +129,16 @@ void Connection::onHead() {
     if (overCapacity_) {
         auto response = textResponse(503, "too many connections");
         response.fields.add("Retry-After", "1");
-        return answer(response, true);
+        return respond(response, true);
+    }
+    if (!services_.access.enabled() && !isForThisHost(reader_.request(), services_.settings.hostNames)) {
+        services_.refusals.write(address_ + ": the Host of the request is unknown", Clock::now());
+        return refuse(textResponse(421, "without users, only addresses and known names are served (--host-name)"));
     }
     if (isHealthRequest(reader_.request())) {
-        return answerOrReadBody();
+        const auto& problems = services_.application.problems;
+        const auto& notices = services_.application.notices;
+        return refuse(healthResponse(problems ? problems() : "", notices ? notices() : ""));
     }
     login();
 }
@@ -167,6 +174,7 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
         return;
     }
     if (identity) {
+        admitted_ = true;
         reader_.request().identity = *identity;
         return answerOrReadBody();
     }
@@ -178,10 +186,6 @@ void Connection::onLogin(const std::optional<Identity>& identity) {
 
 void Connection::answerOrReadBody() {
     const auto& request = reader_.request();
-    if (isHealthRequest(request)) {
-        const auto& problems = services_.application.problems;
-        return refuse(healthResponse(problems ? problems() : ""));
-    }
     if (asksForOptions(request)) {
         auto response = services_.application.options;
         response.fields.add("Allow", kAllowed);
@@ -215,12 +219,33 @@ void Connection::readBody() {
     }
 }
 
+/// Reads on meanwhile, to notice when the client leaves.
 void Connection::handle() {
-    auto work = [self = shared_from_this()] {
-        auto response = callHandler(self->services_.application, self->reader_.request());
-        asio::post(self->services_.io, [self, response = std::move(response)] { self->answer(response, false); });
-    };
-    asio::post(services_.workers, std::move(work));
+    read(nullptr);
+    post([self = shared_from_this(), posted = Clock::now()] {
+        if (self->abandoned_ && Clock::now() - posted > kWaitOfAbandoned) {
+            return self->answer(textResponse(503, "the client has left"));
+        }
+        std::string why;
+        try {
+            return self->services_.application.handle(self);
+        } catch (const std::exception& error) {
+            why = std::string(": ") + error.what();
+        } catch (...) { // whatever it is, the client gets an answer
+        }
+        log::write(log::Level::Error, "http", "the handler failed" + why);
+        self->answer(textResponse(500, "internal error"));
+    });
+}
+
+void Connection::answer(Response response) {
+    asio::post(services_.io, [self = shared_from_this(), response = std::move(response)]() mutable {
+        self->respond(std::move(response), false);
+    });
+}
+
+void Connection::post(std::function<void()> task) {
+    services_.workers.post(memory_.peer(), std::move(task));
 }
 
 /// Answers before the body is read. A short body is read and dropped, so that the next request can follow; after a long
@@ -228,33 +253,49 @@ void Connection::handle() {
 void Connection::refuse(const Response& response) {
     const auto& framing = reader_.framing();
     const bool unclear = framing.expectsContinue && bodyUnread_;
-    answer(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
+    respond(response, unclear || framing.contentLength.value_or(0) > kDrainBytes);
 }
 
 void Connection::fail(unsigned status, const std::string& text) {
-    answer(textResponse(status, text), true);
+    respond(textResponse(status, text), true);
 }
 
-void Connection::answer(const Response& response, bool closeAfter) {
+void Connection::respond(Response response, bool closeAfter) {
     if (phase_ == Phase::Closed) {
         return;
+    }
+    if (memory_.refused() || !memory_.hold(reader_.held() + response.body.capacity())) {
+        services_.refusals.write(address_ + ": no memory for its request or the answer", Clock::now());
+        response = textResponse(503, "the memory for requests and answers is used up (--max-memory)");
+        response.fields.add("Retry-After", "1");
     }
     services_.counters.answered(response.status, Clock::now() - began_);
     logAnswer(response);
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
-    output_ = serialise(response, closeAfter);
+    output_ = serialiseHead(response, closeAfter);
+    if (reader_.request().method == "HEAD") {
+        response.body.clear();
+    }
+    if (response.body.size() <= kKeptOutput) {
+        output_ += response.body;
+    } else {
+        body_ = std::move(response.body);
+    }
+    reader_.dropBody();
+    memory_.hold(reader_.held() + output_.capacity() + body_.capacity());
     within(services_.settings.limits.write, [](Connection& self) { self.timeOut("answer"); });
     write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
 }
 
 void Connection::write(std::function<void(Connection&)> next) {
-    stream_->write(output_, [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
-        if (error) {
-            return self->close();
-        }
-        next(*self);
-    });
+    stream_->write(output_, body_,
+                   [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
+                       if (error) {
+                           return self->close();
+                       }
+                       next(*self);
+                   });
 }
 
 void Connection::logAnswer(const Response& response) const {
@@ -269,9 +310,9 @@ void Connection::logAnswer(const Response& response) const {
     }
 }
 
-std::string Connection::serialise(const Response& response, bool closeAfter) const {
+std::string Connection::serialiseHead(const Response& response, bool closeAfter) const {
     std::string text;
-    text.reserve(response.body.size() + 512);
+    text.reserve(std::min(response.body.size(), kKeptOutput) + 512);
     text.append("HTTP/1.1 ").append(std::to_string(response.status)).append(" ");
     text += obsolete_reason(boost::beast::http::int_to_status(response.status)).to_string();
     text.append("\r\nDate: ").append(httpDate()).append("\r\n");
@@ -285,16 +326,12 @@ std::string Connection::serialise(const Response& response, bool closeAfter) con
         text += "Connection: keep-alive\r\n";
     }
     text.append("Content-Length: ").append(std::to_string(response.body.size())).append("\r\n\r\n");
-    if (reader_.request().method != "HEAD") {
-        text += response.body;
-    }
     return text;
 }
 
 void Connection::onAnswered(bool closeAfter) {
-    if (output_.capacity() > kKeptOutput) {
-        output_ = std::string();
-    }
+    std::string().swap(output_); // an assignment would keep the memory
+    std::string().swap(body_);
     if (closeAfter) {
         return finish();
     }
@@ -317,22 +354,45 @@ void Connection::drain() {
 }
 
 void Connection::finish() {
+    if (abandoned_) { // nothing more can come
+        return close();
+    }
     within(services_.settings.limits.linger, [](Connection& self) { self.close(); });
     stream_->finish([self = shared_from_this()](const error_code&, std::size_t) { self->close(); });
 }
 
 void Connection::read(void (Connection::*next)()) {
-    stream_->read(input_.data(), input_.size(),
-                  [self = shared_from_this(), next, reading = ++reading_](const error_code& error, std::size_t size) {
-                      if (self->phase_ == Phase::Closed || reading != self->reading_) {
-                          return;
-                      }
-                      if (error) {
-                          return self->close();
-                      }
-                      self->reader_.feed({self->input_.data(), size});
-                      ((*self).*next)();
-                  });
+    next_ = next;
+    if (abandoned_ && next != nullptr) {
+        return close();
+    }
+    if (reading_ || abandoned_) {
+        return;
+    }
+    reading_ = true;
+    stream_->read(input_.data(), input_.size(), [self = shared_from_this()](const error_code& error, std::size_t size) {
+        self->onRead(error, size);
+    });
+}
+
+void Connection::onRead(const error_code& error, std::size_t size) {
+    reading_ = false;
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    const auto next = std::exchange(next_, nullptr);
+    if (error && next == nullptr) {
+        abandoned_ = true; // the answer is tried all the same: the client may only have ended sending
+    } else if (error) {
+        close();
+    } else {
+        reader_.feed({input_.data(), size});
+        if (next != nullptr && !memory_.hold(reader_.held())) {
+            respond(Response(), true);
+        } else if (next != nullptr) {
+            (this->*next)();
+        }
+    }
 }
 
 void Connection::within(Milliseconds limit, std::function<void(Connection&)> action) {
@@ -352,7 +412,7 @@ void Connection::cancelTimer() {
 
 /// A time limit has passed. A read that is still pending is ignored when it ends.
 void Connection::timeOut(const char* what) {
-    ++reading_;
+    next_ = nullptr;
     services_.counters.timedOut();
     log::write(log::Level::Info, "http", peer_ + ": took too long over the " + what);
     const std::string_view phase = what;

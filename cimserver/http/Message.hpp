@@ -2,10 +2,15 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace cimserver {
+class MemoryAccount;
+}
 
 namespace cimserver::http {
 
@@ -36,6 +41,7 @@ struct Request {
     std::string body;
     std::string peer; ///< address and port for logs, e.g. "127.0.0.1:41234"
     Identity identity;
+    MemoryAccount* memory = nullptr; ///< of the request and its answer, if the transport keeps one
 };
 
 /// An answer; the transport adds Content-Length, Connection and Date.
@@ -53,16 +59,31 @@ struct ShownBodies {
 
 using Mask = std::function<ShownBodies(const Request&, const Response&)>;
 
+/// A request under way. All members may be called from any thread.
+class Exchange {
+  public:
+    virtual ~Exchange() = default;
+    virtual const Request& request() const = 0;
+    /// True when the client has closed its side. It may only have ended sending, and still read the answer.
+    virtual bool abandoned() const = 0;
+    /// To be called once; the request is not to be used afterwards.
+    virtual void answer(Response response) = 0;
+    /// Runs the task on a worker.
+    virtual void post(std::function<void()> task) = 0;
+};
+
 /// What is served.
 struct Application {
-    /// Answers one request. Called on worker threads, several at a time; an exception becomes HTTP 500.
-    std::function<Response(const Request&)> handle;
+    /// Answers one request, now or later. Called on workers, several at a time; an exception becomes HTTP 500.
+    std::function<void(const std::shared_ptr<Exchange>&)> handle;
     /// The answer to OPTIONS; the transport adds Allow.
     Response options{};
     /// What is wrong, a line each, for the health request; empty when nothing is. Called on the I/O thread.
     std::function<std::string()> problems{};
     /// Masks secrets for the dump. Called on the I/O thread; without it a dump shows no bodies.
     Mask mask{};
+    /// What the health request is answered instead of "ok" when nothing is wrong; empty for "ok".
+    std::function<std::string()> notices{};
 };
 
 } // namespace cimserver::http

@@ -3,16 +3,31 @@
 #include "cimserver/common/Text.hpp"
 #include "cimserver/http/Settings.hpp"
 
+#include <boost/asio/ip/address.hpp>
+
 #include <algorithm>
 
 namespace cimserver::http {
 namespace {
 
+/// Where the authority of an absolute-form target begins; npos for another form.
+std::size_t authorityIn(std::string_view target) {
+    const auto scheme = target.find("://");
+    return scheme < target.find('/') ? scheme + 3 : std::string_view::npos;
+}
+
+/// "host", "host:port" or "[IPv6]:port" without port and brackets, in lower case.
+std::string hostOf(std::string_view authority) {
+    const bool bracketed = authority.substr(0, 1) == "[";
+    auto host = authority.substr(0, authority.find(bracketed ? ']' : ':'));
+    host.remove_prefix(bracketed ? 1 : 0);
+    return folded(host);
+}
+
 /// The path of an origin-form or absolute-form target, without the query.
 std::string_view pathOf(std::string_view target) {
-    const auto scheme = target.find("://");
-    if (scheme != std::string_view::npos && scheme < target.find('/')) {
-        const auto slash = target.find('/', scheme + 3);
+    if (const auto authority = authorityIn(target); authority != std::string_view::npos) {
+        const auto slash = target.find('/', authority);
         target = slash == std::string_view::npos ? "/" : target.substr(slash);
     }
     return target.substr(0, target.find('?'));
@@ -106,12 +121,30 @@ Response textResponse(unsigned status, std::string_view text) {
     return response;
 }
 
+bool isForThisHost(const Request& request, const std::vector<std::string>& hostNames) {
+    const auto isKnown = [&hostNames](std::string_view authority) {
+        const auto host = hostOf(authority);
+        boost::system::error_code noAddress;
+        boost::asio::ip::make_address(host, noAddress);
+        return !noAddress || host == "localhost" ||
+               std::any_of(hostNames.begin(), hostNames.end(),
+                           [&host](const std::string& name) { return equalsIgnoringCase(name, host); });
+    };
+    const auto* host = request.fields.find("Host");
+    const std::string_view target = request.target;
+    const auto authority = authorityIn(target);
+    return (host == nullptr || isKnown(trimmed(*host))) &&
+           (authority == std::string_view::npos ||
+            isKnown(target.substr(authority, target.find_first_of("/?", authority) - authority)));
+}
+
 bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
-Response healthResponse(const std::string& problems) {
-    auto response = problems.empty() ? textResponse(200, "ok") : textResponse(503, problems);
+Response healthResponse(const std::string& problems, const std::string& notices) {
+    auto response =
+        problems.empty() ? textResponse(200, notices.empty() ? "ok" : notices) : textResponse(503, problems);
     response.fields.add("Cache-Control", "no-cache");
     return response;
 }

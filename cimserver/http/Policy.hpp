@@ -12,11 +12,15 @@ namespace cimserver::http {
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
 
+/// Whether the request is for this server, as Host and an absolute target tell: an IP address, "localhost" or one of
+/// the names. A web page could reach the server by a name of its own that its owner made lead here.
+bool isForThisHost(const Request& request, const std::vector<std::string>& hostNames);
+
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
-/// The answer to it: 200 "ok", or 503 with the problems.
-Response healthResponse(const std::string& problems);
+/// The answer to it: 200 "ok" or with the notices, or 503 with the problems.
+Response healthResponse(const std::string& problems, const std::string& notices);
 
 /// The methods of the served paths, for the Allow field.
 constexpr const char* kAllowed = "POST, M-POST, OPTIONS";

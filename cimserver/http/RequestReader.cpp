@@ -1,16 +1,21 @@
 #include "cimserver/http/RequestReader.hpp"
 
-#include <boost/beast/http/parser.hpp>
-#include <boost/beast/http/string_body.hpp>
+#include "cimserver/common/Text.hpp"
 
+#include <boost/beast/http/buffer_body.hpp>
+#include <boost/beast/http/parser.hpp>
+
+#include <algorithm>
+#include <array>
 #include <limits>
+#include <map>
 
 namespace cimserver::http {
 
 namespace beast = boost::beast;
 
 struct RequestReader::Parser {
-    std::optional<beast::http::request_parser<beast::http::string_body>> now;
+    std::optional<beast::http::request_parser<beast::http::buffer_body>> now;
     bool headDone = false;
 };
 
@@ -33,6 +38,18 @@ ReadError readErrorOf(const beast::error_code& error, bool knowsTarget) {
     return {400, "not a well-formed HTTP request: " + error.message()};
 }
 
+/// True for fields with one value that the answer depends on. Those of CIM have a prefix in an M-POST request ("73-").
+bool decides(std::string_view name) {
+    const bool prefixed = name.size() > 3 && name[2] == '-' && name[0] >= '0' && name[0] <= '9';
+    if (equalsIgnoringCase(name.substr(prefixed ? 3 : 0, 3), "CIM")) {
+        return true;
+    }
+    constexpr std::string_view kNames[] = {"Accept",       "Authorization", "Content-Encoding",
+                                           "Content-Type", "Expect",        "Man"};
+    return std::any_of(std::begin(kNames), std::end(kNames),
+                       [name](std::string_view one) { return equalsIgnoringCase(one, name); });
+}
+
 } // namespace
 
 RequestReader::RequestReader(const Limits& limits) : limits_(limits), parser_(std::make_unique<Parser>()) {
@@ -42,6 +59,7 @@ RequestReader::RequestReader(const Limits& limits) : limits_(limits), parser_(st
 RequestReader::~RequestReader() = default;
 
 void RequestReader::reset() {
+    dropBody();
     request_ = Request();
     framing_ = Framing();
     authorization_.reset();
@@ -55,6 +73,15 @@ void RequestReader::reset() {
 bool RequestReader::hasInput() {
     buffer_.erase(0, buffer_.find_first_not_of("\r\n"));
     return !buffer_.empty();
+}
+
+std::size_t RequestReader::held() const {
+    return buffer_.capacity() + request_.body.capacity();
+}
+
+void RequestReader::dropBody() {
+    std::string().swap(request_.body); // an assignment would keep the memory
+    buffer_.shrink_to_fit();
 }
 
 RequestReader::Progress RequestReader::readHead() {
@@ -80,8 +107,7 @@ void RequestReader::takeHead() {
     request_.version = message.version();
     for (const auto& field : message) {
         if (field.name() == beast::http::field::authorization) {
-            // A proxy may have checked either of two, so both are replaced by a value that is refused as malformed.
-            authorization_ = authorization_ ? "Basic" : std::string(field.value());
+            authorization_ = std::string(field.value());
         } else {
             request_.fields.add(std::string(field.name_string()), std::string(field.value()));
         }
@@ -96,6 +122,25 @@ void RequestReader::takeHead() {
     parser_->headDone = true;
     parser.body_limit(limits_.bodyBytes);
     parser.eager(true);
+}
+
+/// Refuses what a proxy could have understood otherwise: a request without Host, with two, or with two different values
+/// of another field that decides something.
+RequestReader::Progress RequestReader::checkFields() {
+    const auto& message = parser_->now->get();
+    const auto hosts = message.count(beast::http::field::host);
+    if (hosts > 1 || (hosts == 0 && message.version() == 11)) {
+        return fail({400, hosts == 0 ? "the Host is missing" : "more than one Host"});
+    }
+    std::map<std::string, std::string_view> values;
+    for (const auto& field : message) {
+        const std::string_view name(field.name_string().data(), field.name_string().size());
+        const std::string_view value(field.value().data(), field.value().size());
+        if (decides(name) && values.emplace(folded(name), value).first->second != value) {
+            return fail({400, "two values of " + std::string(name)});
+        }
+    }
+    return Progress::Done;
 }
 
 /// Refuses ambiguous framing, with which a request could be smuggled past a proxy.
@@ -115,33 +160,36 @@ RequestReader::Progress RequestReader::checkFraming() {
     if (framing_.chunked && message.version() == 10) {
         return fail({400, "HTTP/1.0 has no Transfer-Encoding"});
     }
-    return Progress::Done;
+    return checkFields();
 }
 
 RequestReader::Progress RequestReader::readBody(bool discard) {
     auto& parser = *parser_->now;
-    beast::error_code error;
+    auto& piece = parser.get().body();
+    std::array<char, 4096> bytes; // not initialised
     // One call may consume only one element of the framing (a chunk's header, a piece of its data).
     while (!parser.is_done() && !buffer_.empty()) {
-        const auto used = parser.put(boost::asio::buffer(buffer_), error);
-        buffer_.erase(0, used);
+        beast::error_code error;
+        piece = {bytes.data(), bytes.size(), true};
+        buffer_.erase(0, parser.put(boost::asio::buffer(buffer_), error));
+        // The body grows as it arrives: room for what a client only announces would cost memory.
+        request_.body.append(bytes.data(), discard ? 0 : bytes.size() - piece.size);
         if (error == beast::http::error::need_more) {
             break;
         }
-        if (error) {
+        if (error && error != beast::http::error::need_buffer) {
             return fail(readErrorOf(error, true));
         }
     }
-    if (discard) {
-        parser.get().body().clear();
-    }
     if (parser.is_done()) {
-        request_.body = std::move(parser.get().body());
         return Progress::Done;
     }
     // What the parser left over is an unfinished line of the chunk framing.
     if (buffer_.size() > limits_.headBytes) {
         return fail({400, "a line of the chunked body is too long"});
+    }
+    if (buffer_.empty()) {
+        std::string().swap(buffer_);
     }
     return Progress::NeedMore;
 }

@@ -41,6 +41,11 @@ class RequestReader {
     /// True when bytes of a next request are there; drops the empty lines that some clients send before one.
     bool hasInput();
 
+    /// Bytes that are kept of this request and the next.
+    std::size_t held() const;
+    /// Frees what there is of the body.
+    void dropBody();
+
     Progress readHead();
     /// After readHead: collects the body; with `discard` it is thrown away.
     Progress readBody(bool discard);
@@ -59,6 +64,7 @@ class RequestReader {
     Progress fail(ReadError error);
     void takeHead();
     Progress checkFraming();
+    Progress checkFields();
 
     Limits limits_;
     std::string buffer_;

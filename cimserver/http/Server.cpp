@@ -10,8 +10,8 @@
 
 #include <algorithm>
 #include <future>
+#include <map>
 #include <thread>
-#include <unordered_map>
 
 namespace cimserver::http {
 
@@ -21,7 +21,9 @@ using boost::system::error_code;
 
 namespace {
 
-constexpr std::size_t kRefusalSlots = 64; ///< connections over the limit that are answered with 503
+constexpr std::size_t kRefusalSlots = 64;    ///< connections over the limit that are answered with 503
+constexpr std::size_t kPeerRefusalSlots = 8; ///< the same of one address
+constexpr int kSocketBuffer = 65536;
 constexpr Milliseconds kAcceptPause{100};
 constexpr Milliseconds kStopPoll{5};
 
@@ -41,6 +43,26 @@ void raiseDescriptorLimit(std::size_t connections) {
     }
 }
 
+/// Who connects: the address, or for IPv6 the network, of which a peer can use all addresses.
+asio::ip::address peerOf(const asio::ip::address& address) {
+    if (address.is_v4()) {
+        return address;
+    }
+    auto bytes = address.to_v6().to_bytes();
+    if (address.to_v6().is_v4_mapped()) {
+        return make_address_v4(asio::ip::v4_mapped, address.to_v6());
+    }
+    if (!address.is_loopback()) {
+        std::fill(bytes.begin() + 8, bytes.end(), std::uint8_t{0});
+    }
+    return asio::ip::address_v6(bytes);
+}
+
+std::size_t peerCap(const Limits& limits, const asio::ip::address& peer) {
+    const auto given = peer.is_loopback() ? limits.loopbackConnections : limits.peerConnections;
+    return given != 0 ? given : std::max<std::size_t>(1, limits.connections / (peer.is_loopback() ? 2 : 4));
+}
+
 } // namespace
 
 struct Server::Core {
@@ -55,12 +77,15 @@ struct Server::Core {
         if (std::any_of(listeners.begin(), listeners.end(), [](const Listener& one) { return one.tls; })) {
             tls = makeTlsContext(settings.tls);
         }
-        services.onClosed = [this](Connection& connection) { connections.erase(&connection); };
+        services.onClosed = [this](Connection& connection) { forget(connection); };
     }
 
     Listener open(const Listener& listener);
     void accept(Acceptor& acceptor);
     void take(const Acceptor& acceptor, tcp::socket socket);
+    std::size_t connectionsOf(const asio::ip::address& peer) const;
+    bool makeRoom(const asio::ip::address& peer);
+    void forget(Connection& connection);
     void beginStop();
     /// Runs on the I/O thread and waits for it.
     template <class Action>
@@ -74,7 +99,13 @@ struct Server::Core {
     Services services;
     std::shared_ptr<asio::ssl::context> tls; ///< I/O thread only once started
     std::vector<std::unique_ptr<Acceptor>> acceptors;
-    std::unordered_map<Connection*, std::shared_ptr<Connection>> connections; ///< I/O thread only
+    struct Entry {
+        std::shared_ptr<Connection> connection;
+        asio::ip::address peer;
+    };
+    std::map<std::uint64_t, Entry> connections;     ///< the oldest first; I/O thread only, and so the next
+    std::map<asio::ip::address, std::size_t> peers; ///< how many connections each has
+    std::uint64_t accepted = 0;
     std::thread ioThread;
     bool stopped = false;
 };
@@ -121,23 +152,65 @@ void Server::Core::accept(Acceptor& acceptor) {
     });
 }
 
+std::size_t Server::Core::connectionsOf(const asio::ip::address& peer) const {
+    const auto found = peers.find(peer);
+    return found == peers.end() ? 0 : found->second;
+}
+
+/// Whether one more connection of the peer is within the caps; one that no user has used yet gives way to it.
+bool Server::Core::makeRoom(const asio::ip::address& peer) {
+    const auto& limits = services.settings.limits;
+    const bool whole = connections.size() >= limits.connections;
+    if (!whole && connectionsOf(peer) < peerCap(limits, peer)) {
+        return true;
+    }
+    for (const auto& [number, entry] : connections) {
+        if ((whole || entry.peer == peer) && entry.connection->isDispensable()) {
+            entry.connection->close();
+            return true;
+        }
+    }
+    return false;
+}
+
+void Server::Core::forget(Connection& connection) {
+    const auto found = connections.find(connection.number());
+    if (--peers[found->second.peer] == 0) {
+        peers.erase(found->second.peer);
+    }
+    connections.erase(found);
+}
+
 void Server::Core::take(const Acceptor& acceptor, tcp::socket socket) {
     error_code error;
-    const auto peer = socket.remote_endpoint(error);
-    const auto cap = services.settings.limits.connections;
-    const bool over = connections.size() >= cap;
+    const auto end = socket.remote_endpoint(error);
+    if (error) {
+        return;
+    }
+    const auto peer = peerOf(end.address());
+    const auto& limits = services.settings.limits;
+    const bool over = !makeRoom(peer);
+    const auto count = connectionsOf(peer);
     if (over) {
         services.counters.refusedConnection();
+        services.refusals.write(end.address().to_string() + ": " + std::to_string(count) + " of " +
+                                    std::to_string(connections.size()) + " connections are its",
+                                Clock::now());
     }
-    if (error || connections.size() >= cap + kRefusalSlots) {
+    if (over && (connections.size() >= limits.connections + kRefusalSlots ||
+                 count >= peerCap(limits, peer) + kPeerRefusalSlots)) {
         return;
     }
     services.counters.connected();
     socket.set_option(tcp::no_delay(true), error);
+    // What is in the system's buffers does not count as memory of requests and answers.
+    socket.set_option(tcp::socket::send_buffer_size(kSocketBuffer), error);
+    socket.set_option(tcp::socket::receive_buffer_size(kSocketBuffer), error);
     auto stream = acceptor.listener.tls ? makeTlsStream(std::move(socket), tls) : makePlainStream(std::move(socket));
-    auto connection = std::make_shared<Connection>(services, std::move(stream), peer.address().to_string(),
-                                                   std::to_string(peer.port()), over);
-    connections.emplace(connection.get(), connection);
+    const Sender sender{++accepted, end.address().to_string(), std::to_string(end.port()), peer.to_string()};
+    auto connection = std::make_shared<Connection>(services, std::move(stream), sender, over);
+    ++peers[peer];
+    connections.emplace(accepted, Entry{connection, peer});
     connection->start();
 }
 
@@ -148,8 +221,8 @@ void Server::Core::beginStop() {
         acceptor->pause.cancel();
     }
     const auto all = connections; // a copy, because stop() removes connections
-    for (const auto& [key, connection] : all) {
-        connection->stop();
+    for (const auto& [number, entry] : all) {
+        entry.connection->stop();
     }
 }
 

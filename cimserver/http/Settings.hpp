@@ -27,9 +27,12 @@ Listener parseListener(const std::string& text, bool tlsConfigured);
 
 /// Sizes in bytes. A request that exceeds one of them is refused with the status named.
 struct Limits {
-    std::size_t headBytes = std::size_t{16} * 1024;   ///< 431; 414 when the request line alone exceeds it
-    std::size_t bodyBytes = std::size_t{1024} * 1024; ///< 413
-    std::size_t connections = 1000;                   ///< 503
+    std::size_t headBytes = std::size_t{16} * 1024;     ///< 431; 414 when the request line alone exceeds it
+    std::size_t bodyBytes = std::size_t{1024} * 1024;   ///< 413
+    std::size_t memory = std::size_t{32} * 1024 * 1024; ///< for requests and answers together: 503
+    std::size_t connections = 1000;                     ///< 503
+    std::size_t peerConnections = 0;                    ///< of one address; 0: a quarter of all, at least one
+    std::size_t loopbackConnections = 0;                ///< of one loopback address; 0: half of all, at least one
     Milliseconds firstByte{30'000}; ///< for the TLS handshake, and from then to the first request's first byte
     Milliseconds head{10'000};      ///< from a request's first byte to the end of its head: 408
     Milliseconds body{30'000};      ///< from the head's end to the body's end: 408
@@ -62,6 +65,7 @@ struct LoginSettings {
 
 struct Settings {
     std::vector<Listener> listeners;
+    std::vector<std::string> hostNames; ///< accepted as Host without users, beside addresses and "localhost"
     Limits limits;
     TlsSettings tls;
     LoginSettings login;

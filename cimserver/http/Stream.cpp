@@ -23,8 +23,9 @@ class SocketStream : public Stream {
     void read(char* to, std::size_t size, Done done) override {
         next().async_read_some(asio::buffer(to, size), std::move(done));
     }
-    void write(const std::string& text, Done done) override {
-        asio::async_write(next(), asio::buffer(text), std::move(done));
+    void write(const std::string& first, const std::string& second, Done done) override {
+        const std::array<asio::const_buffer, 2> both{asio::buffer(first), asio::buffer(second)};
+        asio::async_write(next(), both, std::move(done));
     }
     void close() override {
         error_code ignored;

@@ -21,8 +21,8 @@ class Stream {
     virtual void handshake(Done done) = 0;
     /// Reads what is available, at most `size` bytes. `to` must stay valid until done.
     virtual void read(char* to, std::size_t size, Done done) = 0;
-    /// Writes all of `text`, which must stay valid until done.
-    virtual void write(const std::string& text, Done done) = 0;
+    /// Writes all of both texts, which must stay valid until done.
+    virtual void write(const std::string& first, const std::string& second, Done done) = 0;
     /// Tells the peer that no more comes, then reads and drops what it still sends until it closes too: closing with
     /// unread bytes would reset the connection, and the client could lose the last answer.
     virtual void finish(Done done) = 0;

@@ -2,8 +2,8 @@
 
 namespace cimserver::provider {
 
-ProviderCall::ProviderCall(std::optional<Gate::Pass> pass, OpenWBEM::CppProviderBaseIFC& provider,
+ProviderCall::ProviderCall(Gate::Pass pass, CallWatch::Ticket ticket, OpenWBEM::CppProviderBaseIFC& provider,
                            OpenWBEM::ProviderEnvironmentIFCRef env)
-    : pass_(std::move(pass)), provider_(&provider), env_(std::move(env)) {}
+    : pass_(std::move(pass)), ticket_(std::move(ticket)), provider_(&provider), env_(std::move(env)) {}
 
 } // namespace cimserver::provider

@@ -1,6 +1,8 @@
 // A call into a provider.
 #pragma once
 
+#include "cimserver/common/Workers.hpp"
+#include "cimserver/provider/CallWatch.hpp"
 #include "cimserver/provider/Gate.hpp"
 
 #include "OW_CIMOMHandleIFC.hpp"
@@ -21,15 +23,16 @@ namespace cimserver::provider {
 /// For whom a call is made; the provider's environment answers from it.
 struct CallOrigin {
     std::string user; ///< empty without authentication
+    std::string what; ///< operation and class, for the log
     std::shared_ptr<OpenWBEM::OperationContext> operation;
     std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< makes the handle by which providers call the server
 };
 
-/// Holds the provider's gate, if it has one, until it is destroyed. The interface pointers belong to the provider and
-/// are null when it does not implement the interface.
+/// Is inside the provider's gate until it is destroyed; the thread is no worker meanwhile. The interface pointers
+/// belong to the provider and are null when it does not implement the interface.
 class ProviderCall {
   public:
-    ProviderCall(std::optional<Gate::Pass> pass, OpenWBEM::CppProviderBaseIFC& provider,
+    ProviderCall(Gate::Pass pass, CallWatch::Ticket ticket, OpenWBEM::CppProviderBaseIFC& provider,
                  OpenWBEM::ProviderEnvironmentIFCRef env);
 
     const OpenWBEM::ProviderEnvironmentIFCRef& env() const { return env_; }
@@ -39,7 +42,9 @@ class ProviderCall {
     OpenWBEM::CppSecondaryInstanceProviderIFC* secondaries() const { return provider_->getSecondaryInstanceProvider(); }
 
   private:
-    std::optional<Gate::Pass> pass_; // last to be destroyed: the environment may hold what the provider made
+    Workers::Aside aside_;
+    Gate::Pass pass_; // outlives the environment, which may hold what the provider made
+    CallWatch::Ticket ticket_;
     OpenWBEM::CppProviderBaseIFC* provider_;
     OpenWBEM::ProviderEnvironmentIFCRef env_;
 };

@@ -3,6 +3,8 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Workers.hpp"
+#include "cimserver/provider/CallWatch.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/Module.hpp"
@@ -28,20 +30,21 @@ namespace {
 
 } // namespace
 
-/// One provider: its gate, and the module and object that the gate guards.
+/// One provider: its gates, and the module and object that they guard.
 class ProviderHost::Slot {
   public:
-    Slot(std::string id, bool concurrentReads, Factory builtIn)
-        : gate(concurrentReads), id_(std::move(id)), builtIn_(std::move(builtIn)) {}
+    Slot(std::string id, Sharing sharing, const GateLimits& limits, Factory builtIn)
+        : starting(Sharing::None, limits), gate(sharing, limits), id_(std::move(id)), builtIn_(std::move(builtIn)) {}
 
     bool ready() const { return ready_; }
     CppProviderBaseIFC& provider() const { return *provider_; }
 
-    /// Makes and initializes the object; the caller is inside the gate, alone.
+    /// Makes and initializes the object; the caller is inside `starting`.
     void start(const std::vector<fs::path>& folders, const ProviderEnvironmentIFCRef& env);
     void stop() { provider_ = IntrusiveReference<CppProviderBaseIFC>(); }
     void adopt(std::unique_ptr<Module> module) { module_ = std::move(module); }
 
+    Gate starting;
     Gate gate;
 
   private:
@@ -95,10 +98,12 @@ void ProviderHost::Slot::start(const std::vector<fs::path>& folders, const Provi
 
 struct ProviderHost::Impl {
     explicit Impl(HostSettings given)
-        : settings(std::move(given)), config(std::make_shared<const ConfigItems>(settings.configItems)) {}
+        : settings(std::move(given)), config(std::make_shared<const ConfigItems>(settings.configItems)),
+          watch(settings.slowLimit) {}
 
     HostSettings settings;
     std::shared_ptr<const ConfigItems> config;
+    CallWatch watch;
     std::map<std::string, Factory> builtIns;
     Registrations registrations;
     std::mutex mutex; ///< guards the members below
@@ -106,6 +111,8 @@ struct ProviderHost::Impl {
     std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
 
     Slot& slot(const std::string& id);
+    Sharing sharingOf(const std::string& id) const;
+    Gate::Pass admit(const std::string& id, Gate& gate, Access access) const;
     void scan(const fs::path& file);
 };
 
@@ -114,11 +121,26 @@ ProviderHost::Slot& ProviderHost::Impl::slot(const std::string& id) {
     Slot*& found = slotsById[id];
     if (found == nullptr) {
         const auto builtIn = builtIns.find(id);
-        slots.push_back(std::make_unique<Slot>(id, settings.concurrentReads.count(id) != 0,
+        slots.push_back(std::make_unique<Slot>(id, sharingOf(id), settings.gate,
                                                builtIn == builtIns.end() ? Factory() : builtIn->second));
         found = slots.back().get();
     }
     return *found;
+}
+
+Sharing ProviderHost::Impl::sharingOf(const std::string& id) const {
+    if (settings.concurrentProviders.count(id) != 0) {
+        return Sharing::All;
+    }
+    return settings.concurrentReads.count(id) != 0 ? Sharing::Reads : Sharing::None;
+}
+
+Gate::Pass ProviderHost::Impl::admit(const std::string& id, Gate& gate, Access access) const {
+    auto pass = admitTo(gate, access, settings.busyLimit);
+    if (!pass) {
+        throw CimError(Status::Failed, "Provider " + id + " is busy");
+    }
+    return std::move(*pass);
 }
 
 ProviderHost::ProviderHost(HostSettings settings) : impl_(std::make_unique<Impl>(std::move(settings))) {}
@@ -212,19 +234,39 @@ bool ProviderHost::has(const std::string& id) const {
 ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {
     Slot& slot = impl_->slot(id);
     const ProviderEnvironmentIFCRef env(new Environment(origin, "provider." + id, impl_->config));
-    const auto pass = [&](Access wanted) {
-        auto entered = slot.gate.enter(wanted, impl_->settings.busyLimit);
-        if (!entered) {
-            throw CimError(Status::Failed, "Provider " + id + " is busy");
-        }
-        return std::move(*entered);
+    const auto ticket = [&](const std::string& what) {
+        return CallWatch::Ticket(impl_->watch, what + " for user '" + origin.user + "' in provider " + id);
     };
     if (!slot.ready()) {
-        const Gate::Pass alone = pass(Access::Write);
+        const Gate::Pass alone = impl_->admit(id, slot.starting, Access::Write);
+        const Workers::Aside aside;
+        const auto watched = ticket("initialization by " + origin.what);
         slot.start(impl_->settings.folders, env);
     }
-    const bool gated = impl_->settings.concurrentProviders.count(id) == 0;
-    return ProviderCall(gated ? std::optional(pass(access)) : std::nullopt, slot.provider(), env);
+    auto pass = impl_->admit(id, slot.gate, access);
+    return ProviderCall(std::move(pass), ticket(origin.what), slot.provider(), env);
+}
+
+void ProviderHost::run(const std::shared_ptr<Job>& job) {
+    runJob(job, impl_->settings.busyLimit);
+}
+
+void ProviderHost::inspect(Gate::Clock::time_point now) {
+    impl_->watch.inspect(now);
+    std::vector<Slot*> slots;
+    {
+        const std::lock_guard<std::mutex> lock(impl_->mutex);
+        std::transform(impl_->slots.begin(), impl_->slots.end(), std::back_inserter(slots),
+                       [](const auto& slot) { return slot.get(); });
+    }
+    for (Slot* const slot : slots) {
+        slot->starting.tidy(now);
+        slot->gate.tidy(now);
+    }
+}
+
+unsigned ProviderHost::slowCalls() const {
+    return impl_->watch.slow();
 }
 
 } // namespace cimserver::provider

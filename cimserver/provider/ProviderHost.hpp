@@ -2,6 +2,8 @@
 // providers that are part of the server. Independent of the namespaces' contents and of CIM-XML.
 #pragma once
 
+#include "cimserver/provider/Attempt.hpp"
+#include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 
 #include "OW_CIM.hpp"
@@ -21,9 +23,11 @@ namespace cimserver::provider {
 struct HostSettings {
     std::vector<std::filesystem::path> folders;     ///< searched in order for libID.so and ID.so
     std::set<std::string> concurrentReads;          ///< ids of providers whose reads may run side by side
-    std::set<std::string> concurrentProviders;      ///< ids of providers that serialise themselves: they get no gate
+    std::set<std::string> concurrentProviders;      ///< ids of providers that serialise themselves
     std::map<std::string, std::string> configItems; ///< what getConfigItem returns to providers
     std::chrono::milliseconds busyLimit{60000};     ///< how long a request waits for a busy provider
+    std::chrono::milliseconds slowLimit{30000};     ///< a call that takes longer is logged
+    GateLimits gate;                                ///< of each provider
 };
 
 /// One object per provider id, made and initialized at its first use and destroyed with the host. All members may be
@@ -57,12 +61,20 @@ class ProviderHost {
     /// True when there is a built-in provider of that id or a file for it, whether it can be loaded or not.
     bool has(const std::string& id) const;
 
-    /// Enters the provider for one call: loads and initializes it when needed and waits its turn. The calls of one
-    /// provider follow one another, unless its reads, or all its calls, may run concurrently; a thread that is inside
-    /// the provider enters again without waiting. Throws CIMException: Failed with "Invalid provider: ID (reason)" when
-    /// it cannot be loaded, or with "Provider ID is busy" after the limit; what its initialize threw (the next call
-    /// tries again).
+    /// Enters the provider for one call: loads and initializes it when needed. The calls of one provider follow one
+    /// another, unless its reads, or all its calls, may run concurrently; a thread that is inside the provider enters
+    /// again without waiting. The first entry of a job that would have to wait throws a Deferral. Throws CIMException:
+    /// Failed with "Invalid provider: ID (reason)" when it cannot be loaded, or with "Provider ID is busy" when it has
+    /// no room in time; what its initialize threw (the next call tries again).
     ProviderCall enter(const std::string& id, Access access, const CallOrigin& origin);
+
+    /// Runs a request, on a worker; see runJob.
+    void run(const std::shared_ptr<Job>& job);
+
+    /// Logs calls that have become slow, and ends waiting that took too long; to be called every second or so.
+    void inspect(Gate::Clock::time_point now);
+    /// Calls under way that are slow.
+    unsigned slowCalls() const;
 
   private:
     class Slot;

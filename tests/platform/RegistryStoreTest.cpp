@@ -5,6 +5,7 @@
 #include "Home.hpp"
 
 #include <random>
+#include <sys/stat.h>
 
 const Home kHome; // for the library's own log
 
@@ -56,6 +57,9 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
         ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).list(entries, damaged)) << round;
         EXPECT_EQ(0U, damaged);
     }
+    struct stat lock {};
+    EXPECT_EQ(0, stat((dir / "registry.mdb-lock").c_str(), &lock));
+    EXPECT_GE(lock.st_blocks * 512, lock.st_size) << "a hole in it would be a bus error on a full disk";
 }
 
 TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {

@@ -45,6 +45,10 @@ void Client::send(const std::string& bytes) {
     }
 }
 
+void Client::endSending() {
+    ::shutdown(static_cast<int>(BIO_get_fd(bio_.get(), nullptr)), SHUT_WR);
+}
+
 bool Client::fill() {
     char bytes[4096];
     const int size = BIO_read(bio_.get(), bytes, sizeof bytes);

@@ -32,6 +32,7 @@ class Client {
     Client(std::uint16_t port, const TlsChoice& tls);
 
     void send(const std::string& bytes);
+    void endSending();
     /// The next answer, waiting for at most ten seconds.
     Reply read();
     /// The next answer to a HEAD request: a Content-Length without a body.

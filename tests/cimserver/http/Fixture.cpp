@@ -11,7 +11,11 @@ ServerTest::ServerTest() {
 }
 
 /// The answer tells method, user, role and body.
-Response ServerTest::handle(const Request& request) {
+Response ServerTest::handle(const Exchange& exchange) {
+    const Request& request = exchange.request();
+    if (request.body == "await the end") {
+        support::waitUntil([&exchange] { return exchange.abandoned(); });
+    }
     if (request.body == "wait") {
         ++waiting_;
         released_.wait();
@@ -28,11 +32,12 @@ Response ServerTest::handle(const Request& request) {
 
 void ServerTest::start(bool tls) {
     settings_.listeners = {{"127.0.0.1", 0, tls}};
-    Application application{[this](const Request& request) { return handle(request); }};
+    Application application{[this](const std::shared_ptr<Exchange>& exchange) { exchange->answer(handle(*exchange)); }};
     application.options.fields.add("X-Offers", "all\r\nX-Forged: yes");
     application.mask = [](const Request& request, const Response& response) -> ShownBodies {
         return {"shown of " + request.method, "shown of " + std::to_string(response.status)};
     };
+    application.notices = [this] { return trouble_; };
     server_ = std::make_unique<Server>(settings_, std::move(application));
     port_ = server_->start().at(0).port;
 }

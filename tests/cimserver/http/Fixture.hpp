@@ -28,13 +28,14 @@ class ServerTest : public ::testing::Test {
     support::TempDir folder_;
     cimserver::http::Settings settings_;
     std::uint16_t port_ = 0;
+    std::string trouble_;        ///< what /health is told
     std::promise<void> release_; ///< lets handlers go that got the body "wait"
     std::shared_future<void> released_{release_.get_future()};
     std::atomic<unsigned> waiting_{0};                ///< such handlers so far
     std::unique_ptr<cimserver::http::Server> server_; ///< last: it ends before what its handlers use
 
   private:
-    cimserver::http::Response handle(const cimserver::http::Request& request);
+    cimserver::http::Response handle(const cimserver::http::Exchange& exchange);
 };
 
 } // namespace http_testing

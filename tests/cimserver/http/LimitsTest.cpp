@@ -18,7 +18,7 @@ class LimitsTest : public ServerTest {
 
 TEST_F(LimitsTest, Sizes) {
     start();
-    const std::string head = "POST /cimom HTTP/1.1\r\nContent-Type: text/xml\r\n";
+    const std::string head = "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: text/xml\r\n";
     const std::string megabyte(1'000'000, 'x');
     std::string chunks;
     for (int i = 0; i < 101; ++i) {
@@ -46,7 +46,7 @@ TEST_F(LimitsTest, Sizes) {
 /// What is sent, and the status of the answer when time is over; 0: closed without one.
 TEST_F(LimitsTest, TimesEndTheConnection) {
     using cimserver::http::Limits;
-    const std::string head = "POST / HTTP/1.1\r\nContent-Type: text/xml\r\n";
+    const std::string head = "POST / HTTP/1.1\r\nHost: localhost\r\nContent-Type: text/xml\r\n";
     const std::tuple<cimserver::http::Milliseconds Limits::*, std::string, unsigned> cases[] = {
         {&Limits::firstByte, "", 0},
         {&Limits::firstByte, "\r\n\r\n", 0},
@@ -74,6 +74,7 @@ TEST_F(LimitsTest, TimesEndTheConnection) {
 TEST_F(LimitsTest, AClientThatDoesNotReadItsAnswerIsLeft) {
     settings_.limits.write = 50ms;
     settings_.limits.bodyBytes = 64'000'000;
+    settings_.limits.memory = 1'000'000'000;
     start();
     auto client = connect();
     client.send(post(std::string(32'000'000, 'x')));
@@ -83,6 +84,7 @@ TEST_F(LimitsTest, AClientThatDoesNotReadItsAnswerIsLeft) {
 
 TEST_F(LimitsTest, ConnectionsOverTheCapAreToldSo) {
     settings_.limits.connections = 2;
+    settings_.limits.loopbackConnections = 2;
     start();
     auto first = connect();
     ASSERT_EQ(first.ask(post("a")).status, 200U);
@@ -99,6 +101,68 @@ TEST_F(LimitsTest, ConnectionsOverTheCapAreToldSo) {
     EXPECT_TRUE(support::waitUntil([&] { return connect().ask(post("a")).status == 200; }))
         << "a place that became free is not given away";
     EXPECT_TRUE(std::regex_search(server_->statistics(), std::regex("connections-refused=[1-9]")));
+}
+
+TEST_F(LimitsTest, OneAddressHasItsShareAndUnusedConnectionsGiveWay) {
+    settings_.limits.loopbackConnections = 2;
+    start();
+    auto unused = connect();
+    EXPECT_EQ(unused.ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n").status, 200U);
+    auto first = connect();
+    EXPECT_EQ(first.ask(post("a")).status, 200U);
+    auto second = connect();
+    EXPECT_EQ(second.ask(post("a")).status, 200U) << "the unused one makes room";
+    EXPECT_TRUE(unused.ended());
+    EXPECT_EQ(connect().ask(post("a")).status, 503U);
+    EXPECT_EQ(first.ask(post("b")).status, 200U);
+    EXPECT_EQ(timesLogged("refused 127.0.0.1: 2 of 2 connections"), 1U);
+}
+
+TEST_F(LimitsTest, HealthDoesNotKeepAConnection) {
+    settings_.limits.firstByte = 30ms;
+    settings_.limits.idle = 30ms;
+    start();
+    auto client = connect();
+    bool open = true;
+    for (int i = 0; i < 1000 && open; ++i) {
+        open = client.ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n").status == 200;
+        std::this_thread::sleep_for(1ms);
+    }
+    EXPECT_FALSE(open);
+}
+
+TEST_F(LimitsTest, BodiesAreBoundedTogetherAsTheyArrive) {
+    settings_.limits.memory = 120'000;
+    start();
+    const auto half = post(std::string(60'000, 'x'));
+    std::vector<Client> halves;
+    for (int i = 0; i < 2; ++i) {
+        halves.push_back(connect());
+        halves.back().send(half.substr(0, 30'000));
+    }
+    for (int i = 0; i < 3; ++i) {
+        expectServes(); // and the halves arrive meanwhile
+    }
+    EXPECT_EQ(connect().ask(half.substr(0, 59'000)).fields["retry-after"], "1");
+    expectServes();
+    halves.clear();
+    EXPECT_TRUE(support::waitUntil([&] { return connect().ask(post(std::string(20'000, 'x'))).status == 200; }))
+        << "what was held is free again";
+}
+
+TEST_F(LimitsTest, AnswersCountUntilTheyAreTaken) {
+    settings_.limits.bodyBytes = 64'000'000;
+    settings_.limits.memory = 100'000'000;
+    start();
+    const auto large = post(std::string(16'000'000, 'x'));
+    auto slow = connect();
+    slow.send(large);
+    auto later = connect();
+    ASSERT_TRUE(support::waitUntil([&] { return timesLogged("16000012 bytes") == 1; }, 10s));
+    EXPECT_EQ(later.ask(post(std::string(30'000'000, 'x'))).status, 503U);
+    expectServes();
+    EXPECT_EQ(slow.read().body.size(), 16'000'012U);
+    EXPECT_EQ(slow.ask(large).status, 200U);
 }
 
 } // namespace

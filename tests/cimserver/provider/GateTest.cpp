@@ -8,6 +8,7 @@
 using namespace std::chrono_literals;
 using cimserver::provider::Access;
 using cimserver::provider::Gate;
+using cimserver::provider::Sharing;
 
 namespace {
 
@@ -19,16 +20,24 @@ bool entersElsewhere(Gate& gate, Access access) {
 }
 
 TEST(Gate, LetsOnlyConcurrentReadsBeTogether) {
-    const std::tuple<bool, Access, Access, bool> rules[] = {
-        {false, Access::Read, Access::Read, false}, {false, Access::Write, Access::Read, false},
-        {true, Access::Read, Access::Read, true},   {true, Access::Read, Access::Write, false},
-        {true, Access::Write, Access::Read, false}, {true, Access::Write, Access::Write, false},
+    const std::tuple<Sharing, std::size_t, Access, Access, bool> rules[] = {
+        {Sharing::None, 8, Access::Read, Access::Read, false},
+        {Sharing::None, 8, Access::Write, Access::Read, false},
+        {Sharing::Reads, 8, Access::Read, Access::Read, true},
+        {Sharing::Reads, 8, Access::Read, Access::Write, false},
+        {Sharing::Reads, 8, Access::Write, Access::Read, false},
+        {Sharing::Reads, 8, Access::Write, Access::Write, false},
+        {Sharing::Reads, 1, Access::Read, Access::Read, false},
+        {Sharing::All, 3, Access::Write, Access::Write, true},
+        {Sharing::All, 2, Access::Write, Access::Write, false},
+        {Sharing::All, 2, Access::Write, Access::Read, true},
+        {Sharing::All, 1, Access::Write, Access::Read, false},
     };
-    for (const auto& [concurrentReads, first, second, together] : rules) {
-        Gate gate(concurrentReads);
+    for (const auto& [sharing, lanes, first, second, together] : rules) {
+        Gate gate(sharing, {lanes, 1});
         {
             const auto inside = gate.enter(first, soon);
-            EXPECT_EQ(entersElsewhere(gate, second), together);
+            EXPECT_EQ(entersElsewhere(gate, second), together) << lanes;
             EXPECT_TRUE(gate.enter(Access::Write, soon)) << "of the same thread";
         }
         EXPECT_TRUE(entersElsewhere(gate, Access::Write)) << "after it was left";
@@ -36,7 +45,7 @@ TEST(Gate, LetsOnlyConcurrentReadsBeTogether) {
 }
 
 TEST(Gate, CountsEntriesOfOneThread) {
-    Gate gate(false);
+    Gate gate(Sharing::None);
     const auto outer = gate.enter(Access::Read, soon);
     { const auto inner = gate.enter(Access::Write, soon); }
     EXPECT_FALSE(entersElsewhere(gate, Access::Read)) << "the outer entry still holds";
@@ -44,9 +53,9 @@ TEST(Gate, CountsEntriesOfOneThread) {
 
 // Two threads, each inside the gate the other wants next: both get through, one inside the other's pause.
 TEST(Gate, ResolvesCyclesOfWaiting) {
-    for (const bool concurrentReads : {false, true}) {
-        Gate a(concurrentReads);
-        Gate b(concurrentReads);
+    for (const Sharing sharing : {Sharing::None, Sharing::Reads}) {
+        Gate a(sharing);
+        Gate b(sharing);
         std::atomic<int> ready{0};
         const auto cross = [&](Gate& first, Gate& second) {
             const auto outer = first.enter(Access::Write, ample);
@@ -67,7 +76,7 @@ TEST(Gate, ResolvesCyclesOfWaiting) {
 
 // Many threads through nested gates in both orders: what a gate guards is never touched by two that run.
 TEST(Gate, ExcludesUnderLoad) {
-    Gate gates[2] = {Gate(false), Gate(false)};
+    Gate gates[2] = {Gate(Sharing::None), Gate(Sharing::None)};
     long counters[2] = {0, 0}; // plain on purpose: a race shows in the sum, and to the thread sanitizer
     const auto work = [&](int self) {
         for (int i = 0; i < 500; ++i) {
@@ -87,6 +96,49 @@ TEST(Gate, ExcludesUnderLoad) {
         thread.join();
     }
     EXPECT_EQ(counters[0] + counters[1], 4 * 500 * 2);
+}
+
+/// A gate with room for two in its queue, and who was called up from it, by name; "-" before those without a pass.
+class Queue : public testing::Test {
+  protected:
+    bool enqueue(const std::string& name, Access access = Access::Write) {
+        const auto resume = [this, name](std::optional<Gate::Pass> pass) {
+            called_ += (pass ? "" : "-") + name + " ";
+            if (pass) {
+                passes_.push_back(std::move(*pass));
+            }
+        };
+        return gate_.enqueue({access, end_, [this, name] { return name == gone_; }, resume});
+    }
+
+    const Gate::Clock::time_point end_ = Gate::Clock::now() + 1h;
+    Gate gate_{Sharing::Reads, {8, 2}};
+    std::string gone_;
+    std::string called_;
+    std::list<Gate::Pass> passes_;
+};
+
+TEST_F(Queue, IsBoundedAndServedInOrder) {
+    passes_.push_back(std::move(*gate_.tryEnter(Access::Write)));
+    EXPECT_TRUE(enqueue("a") && enqueue("b"));
+    EXPECT_FALSE(enqueue("c")) << "it is full";
+    gone_ = "a";
+    EXPECT_TRUE(enqueue("c", Access::Read)) << "who has left makes room";
+    EXPECT_EQ(called_, "-a ");
+    passes_.pop_front();
+    EXPECT_EQ(called_, "-a b ");
+    EXPECT_FALSE(entersElsewhere(gate_, Access::Read)) << "the place is promised";
+    passes_.clear();
+    EXPECT_EQ(called_, "-a b c ");
+    EXPECT_TRUE(enqueue("d") && enqueue("e", Access::Read));
+    EXPECT_FALSE(std::async([this] { return gate_.tryEnter(Access::Read).has_value(); }).get()) << "no read overtakes";
+    gate_.tidy(end_);
+    EXPECT_EQ(called_, "-a b c -d -e ");
+}
+
+TEST_F(Queue, IsServedWhenThePlaceBecameFreeMeanwhile) {
+    EXPECT_TRUE(enqueue("a"));
+    EXPECT_EQ(called_, "a ");
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Registration, loading, initialization, errors and the environment.
 #include "Support.hpp"
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/common/Log.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/provider/Registrations.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -117,7 +118,11 @@ TEST(Loading, FindsEitherFileNameInAnyFolderAndSharesTheObject) {
     HostSettings settings = inFolder(std::string(TEST_BAD_FOLDER) + "/no_such_folder");
     settings.folders.emplace_back(TEST_PROVIDER_FOLDER);
     ProviderHost host(settings);
-    host.scan(); // a folder that is missing is no reason to stop
+    const support::TempDir dir;
+    cimserver::log::configure({dir / "log", cimserver::log::Level::Error});
+    host.scan(); // a folder that is missing is no reason to stop, but is told
+    EXPECT_EQ(support::countOf("no_such_folder: No such file", support::contentOf(dir / "log")), 1U);
+    EXPECT_EQ(support::countOf("\n", support::contentOf(dir / "log")), 1U);
     const auto instances = [&] { return host.enter("ACMEThing", Access::Read, CallOrigin()).instances(); };
     ASSERT_NE(instances(), nullptr);
     EXPECT_EQ(instances(), instances());
@@ -180,6 +185,105 @@ TEST(Calls, OfOneProviderWaitWhileAnotherAnswers) {
     EXPECT_EQ(enterElsewhere("Other", Access::Write), "");
     EXPECT_EQ(enterElsewhere("Quick", Access::Read), "");
     EXPECT_EQ(enterElsewhere("Quick", Access::Write), "general error (Provider Quick is busy)");
+}
+
+/// Enters a provider on a worker and tells how that ended; waits inside for the test's leave.
+class EnteringJob : public Job {
+  public:
+    EnteringJob(ProviderHost& host, cimserver::Workers& workers, const char* id)
+        : host_(host), workers_(workers), id_(id) {}
+    void run() override {
+        const Outcome outcome = outcomeOf([this] {
+            const ProviderCall call = host_.enter(id_, Access::Read, CallOrigin());
+            entered.set_value();
+            leave.get_future().wait();
+        });
+        end.set_value(outcome.description);
+    }
+    bool abandoned() const override { return left; }
+    void drop() override { end.set_value("dropped"); }
+    void post(std::function<void()> task) override { workers_.post(id_, std::move(task)); }
+
+    std::promise<void> entered;
+    std::promise<void> leave;
+    std::promise<std::string> end;
+    std::atomic<bool> left{false};
+
+  private:
+    ProviderHost& host_;
+    cimserver::Workers& workers_;
+    std::string id_;
+};
+
+TEST(Jobs, ThatWaitOrRunInAProviderOccupyNoWorker) {
+    HostSettings settings;
+    settings.gate.queue = 2;
+    ProviderHost host(settings);
+    for (const char* id : {"Stuck", "Other"}) {
+        host.addBuiltIn(id, [] { return new Scripted(nullptr); });
+    }
+    cimserver::Workers workers(1);
+    const auto start = [&](const char* id) {
+        auto job = std::make_shared<EnteringJob>(host, workers, id);
+        workers.post("a client", [&host, job] { host.run(job); });
+        return job;
+    };
+    const auto endOf = [](const std::shared_ptr<EnteringJob>& job) { return job->end.get_future().get(); };
+    const auto stuck = start("Stuck");
+    stuck->entered.get_future().wait();
+    const auto gone = start("Stuck");
+    const auto waiting = start("Stuck");
+    EXPECT_EQ(endOf(start("Stuck")), "general error (Provider Stuck is busy)") << "the queue is full";
+    gone->left = true;
+    const auto late = start("Stuck");
+    EXPECT_EQ(endOf(gone), "dropped");
+    const auto other = start("Other");
+    other->leave.set_value();
+    EXPECT_EQ(endOf(other), "");
+    stuck->leave.set_value();
+    waiting->entered.get_future().wait();
+    host.inspect(Gate::Clock::now() + 2 * settings.busyLimit);
+    EXPECT_EQ(endOf(late), "general error (Provider Stuck is busy)") << "its time is over";
+    waiting->leave.set_value();
+    EXPECT_EQ(endOf(stuck) + endOf(waiting), "");
+}
+
+TEST(Workers, TakeTasksOfSendersInTurn) {
+    std::string order;
+    std::promise<void> all;
+    {
+        std::promise<void> begin;
+        cimserver::Workers workers(1);
+        workers.post("x", [&] { begin.get_future().wait(); });
+        for (const char* task : {"a1", "a2", "a3", "b1", "c1"}) {
+            workers.post(std::string(1, task[0]), [&order, task] { order += task; });
+        }
+        workers.post("c", [&] { all.set_value(); });
+        begin.set_value();
+        all.get_future().wait();
+    }
+    EXPECT_THAT(order, testing::StartsWith("a1b1c1a2"));
+}
+
+TEST(Calls, ThatTakeLongAreCountedAndLoggedOnce) {
+    const support::TempDir dir;
+    cimserver::log::configure({dir / "log", cimserver::log::Level::Info});
+    ProviderHost host{HostSettings()};
+    host.addBuiltIn("Stuck", [] { return new Scripted(nullptr); });
+    CallOrigin origin;
+    origin.user = "otto";
+    origin.what = "GetInstance of C";
+    {
+        const ProviderCall call = host.enter("Stuck", Access::Read, origin);
+        for (const auto hours : {0, 1, 2}) {
+            host.inspect(Gate::Clock::now() + std::chrono::hours(hours));
+            EXPECT_EQ(host.slowCalls(), hours == 0 ? 0U : 1U);
+        }
+    }
+    EXPECT_EQ(host.slowCalls(), 0U);
+    const std::string call = "GetInstance of C for user 'otto' in provider Stuck has ";
+    EXPECT_EQ(support::countOf(call + "been running for more than 30000 ms", support::contentOf(dir / "log")), 1U);
+    EXPECT_EQ(support::countOf(call + "ended after", support::contentOf(dir / "log")), 1U);
 }
 
 TEST(Exceptions, WithoutATextOrAnErrorAreErrors) {
