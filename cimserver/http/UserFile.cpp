@@ -144,7 +144,7 @@ UserFile UserFile::parse(std::string_view text, const std::string& name) {
         if (!line.empty() && line.back() == '\r') {
             line.pop_back();
         }
-        if (trimmed(line).empty() || line[0] == '#') {
+        if (trimmed(line).empty() || trimmed(line)[0] == '#') {
             continue;
         }
         if (line.find('\0') != std::string::npos) {

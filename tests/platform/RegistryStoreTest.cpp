@@ -5,8 +5,6 @@
 #include "Home.hpp"
 
 #include <random>
-#include <sched.h>
-#include <sys/mount.h>
 #include <sys/stat.h>
 
 const Home kHome; // for the library's own log
@@ -137,50 +135,6 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     EXPECT_EQ("old", entry.bytes);
 }
 
-// Writes two entries at a time until killed; what it reports through the pipe is committed.
-int writePairs(const std::string& directory, int pipe) {
-    RegistryStore store(directory, kMapBytes, kTimeout);
-    for (std::uint32_t number = 1;; ++number) {
-        const std::string bytes = encodeInteger(number);
-        const std::vector<Entry> pair{{"C", "S", "first", EntryKind::Integer, bytes},
-                                      {"C", "S", "second", EntryKind::Integer, bytes}};
-        if (store.writeAll(pair, false) != ZPO_OK || write(pipe, &number, sizeof number) != sizeof number) {
-            return 1;
-        }
-    }
-}
-
-TEST(RegistryStore, AKilledWriterLosesNothingCommitted) {
-    const TempDir dir;
-    std::mt19937 random(3);
-    for (int round = 0; round < 10; ++round) {
-        int ends[2];
-        ASSERT_EQ(0, pipe(ends));
-        const pid_t writer = support::startChild([&] { return writePairs(dir.path(), ends[1]); });
-        close(ends[1]);
-        std::uint32_t reported = 0;
-        ASSERT_EQ(sizeof reported, static_cast<std::size_t>(read(ends[0], &reported, sizeof reported)));
-        RegistryStore beside(dir.path(), kMapBytes, kTimeout);
-        Entry first;
-        Entry second;
-        EXPECT_EQ(ZPO_OK, beside.readEntry(nameOf("first"), first));
-        std::this_thread::sleep_for(std::chrono::microseconds(random() % 30000));
-        kill(writer, SIGKILL);
-        ASSERT_EQ(-SIGKILL, support::waitForChild(writer));
-        while (read(ends[0], &reported, sizeof reported) == sizeof reported) {
-        }
-        close(ends[0]);
-        RegistryStore after(dir.path(), kMapBytes, kTimeout);
-        for (RegistryStore* const store : {&beside, &after}) {
-            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("first"), first));
-            ASSERT_EQ(ZPO_OK, store->readEntry(nameOf("second"), second));
-            EXPECT_EQ(first.integer(), second.integer());
-            EXPECT_GE(first.integer(), reported);
-            EXPECT_EQ(ZPO_OK, store->write(nameOf("other"), EntryKind::Text, "x")) << "no lock is left behind";
-        }
-    }
-}
-
 TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
     const TempDir dir;
     RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
@@ -272,38 +226,6 @@ TEST(RegistryStore, AReaderThatReopensTheFileDoesNotWaitForAWaitingWriter) {
     EXPECT_EQ(ZPO_OK, store.counters(counters));
     held.reset(); // before the writer's time is over
     writer.join();
-}
-
-// On a disk of 160 KiB that is full or gets full, then on the same one made read-only. 77: no permission to make one.
-int workOnSmallDisk(const std::string& directory, bool isFull) {
-    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-        mount("none", directory.c_str(), "tmpfs", 0, "size=160k") != 0) {
-        return 77;
-    }
-    support::writeFile(directory + "/filler", std::string(isFull ? 200000 : 1, 'x'));
-    std::optional<RegistryStore> store(std::in_place, directory, kMapBytes, kTimeout);
-    if (store->writeAll(numbered(20, 60000), false) != ZPO_REG_STORE_FULL || isFull) {
-        return isFull ? 0 : 1;
-    }
-    const std::uint32_t written = store->write(nameOf("a"), EntryKind::Text, "a");
-    store.emplace(directory, kMapBytes, kTimeout);
-    mount(nullptr, directory.c_str(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr);
-    Entry entry;
-    return written == ZPO_OK && store->write(nameOf("a"), EntryKind::Text, "b") == ZPO_REG_NOT_WRITABLE &&
-                   store->readEntry(nameOf("a"), entry) == ZPO_OK
-               ? 0
-               : 1;
-}
-
-TEST(RegistryStore, AFullOrReadOnlyDiskIsAStatus) {
-    const TempDir dir;
-    for (const bool isFull : {true, false}) { // before the files are made, or while they are written
-        const int code = support::inChild([&] { return workOnSmallDisk(dir.path(), isFull); });
-        if (code == 77) {
-            GTEST_SKIP() << "needs the right to mount";
-        }
-        EXPECT_EQ(0, code) << isFull;
-    }
 }
 
 TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {

@@ -114,7 +114,7 @@ std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity) {
         return OSA_QUEUE_NOT_FOUND;
     }
     const int gone = inspectQueue(named.id, present);
-    if (gone == EACCES) {
+    if (gone == EACCES && msgget(named.key, 0) == named.id) { // any user may ask which queue has the key
         return OSA_NO_ACCESS;
     }
     if (gone != 0 || !(present == named)) {
@@ -152,7 +152,9 @@ std::uint32_t createQueue(const std::string& name, QueueIdentity& identity) {
     }
     const std::string content = std::to_string(identity.id) + ' ' + std::to_string(identity.key) + ' ' +
                                 std::to_string(identity.created) + '\n';
-    error = replaceFile(queueDirectory() + "/" + name, content, 0664);
+    const std::string file = queueDirectory() + "/" + name;
+    unlink(file.c_str()); // of a queue that is gone, perhaps another user's
+    error = replaceFile(file, content, 0664);
     if (error != 0) {
         msgctl(identity.id, IPC_RMID, nullptr);
     }

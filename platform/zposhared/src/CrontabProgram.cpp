@@ -7,6 +7,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
 #include <string>
@@ -20,6 +21,7 @@ namespace zpo {
 namespace {
 
 constexpr std::chrono::seconds kLongestRun{10};
+constexpr std::size_t kMaxMessages = std::size_t{64} << 10U;
 constexpr int kKilled = -1;
 constexpr int kLost = -2; // the host process has reaped the child itself
 
@@ -29,7 +31,7 @@ struct Outcome {
     std::string output, messages;
 };
 
-// Memory files instead of pipes: nothing to pump, and no SIGPIPE when the program ends early.
+// A memory file instead of a pipe: nothing to pump, and no SIGPIPE when the program ends early.
 UniqueFd memoryFile(const std::string& content) {
     UniqueFd fd(memfd_create("crontab", MFD_CLOEXEC));
     if (fd && (writeAll(fd.get(), content) != 0 || lseek(fd.get(), 0, SEEK_SET) != 0)) {
@@ -37,6 +39,46 @@ UniqueFd memoryFile(const std::string& content) {
     }
     return fd;
 }
+
+/// A stream that the program writes to. Reading never blocks, and stops beyond the limit.
+class Stream {
+  public:
+    explicit Stream(std::size_t limit) : limit_(limit) {
+        int ends[2];
+        if (pipe2(ends, O_CLOEXEC) == 0) {
+            reader_ = UniqueFd(ends[0]);
+            writer_ = UniqueFd(ends[1]);
+            fcntl(ends[0], F_SETFL, O_NONBLOCK);
+        }
+    }
+
+    bool isOpen() const { return static_cast<bool>(reader_); }
+    int reader() const { return reader_.get(); }
+    const UniqueFd& writer() const { return writer_; }
+    void closeWriter() { writer_.reset(); }
+    bool isTooLong() const { return text.size() > limit_; }
+
+    /// Takes what is there.
+    void take() {
+        char bytes[16384];
+        while (reader_ && !isTooLong()) {
+            const ssize_t count = read(reader_.get(), bytes, sizeof bytes);
+            if (count < 0 && (errno == EAGAIN || errno == EINTR)) {
+                return;
+            }
+            if (count <= 0) {
+                reader_.reset();
+            }
+            text.append(bytes, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        }
+    }
+
+    std::string text;
+
+  private:
+    const std::size_t limit_;
+    UniqueFd reader_, writer_;
+};
 
 class SpawnSetup {
   public:
@@ -81,19 +123,28 @@ class SpawnSetup {
     posix_spawnattr_t attributes_{};
 };
 
-// Waits for the program to end, and kills one that takes too long.
-int waitFor(pid_t child) {
+// Reads until the program ends, and kills one that takes too long or writes too much. Processes that it leaves behind
+// are not waited for.
+void readToEnd(pid_t child, Stream& output, Stream& messages) {
     const UniqueFd handle(static_cast<int>(syscall(SYS_pidfd_open, child, 0)));
-    pollfd ended{handle.get(), POLLIN, 0};
     const auto deadline = std::chrono::steady_clock::now() + kLongestRun;
-    int ready = -1;
-    while (handle && ready < 0) { // again after a signal
+    while (handle || output.isOpen() || messages.isOpen()) {
+        pollfd waited[] = {{handle.get(), POLLIN, 0}, {output.reader(), POLLIN, 0}, {messages.reader(), POLLIN, 0}};
         const auto left = deadline - std::chrono::steady_clock::now();
-        ready = poll(&ended, 1, std::max(0, static_cast<int>(left / std::chrono::milliseconds(1))));
+        const int ready = poll(waited, 3, std::max(0, static_cast<int>(left / std::chrono::milliseconds(1))));
+        output.take();
+        messages.take();
+        if (ready > 0 && waited[0].revents != 0) {
+            return;
+        }
+        if (left <= left.zero() || output.isTooLong() || messages.isTooLong()) {
+            kill(child, SIGKILL);
+            return;
+        }
     }
-    if (ready == 0) {
-        kill(child, SIGKILL);
-    }
+}
+
+int exitCodeOf(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0) {
         if (errno != EINTR) {
@@ -106,24 +157,28 @@ int waitFor(pid_t child) {
 Outcome runCrontab(const char* argument, const std::string& input) {
     Outcome outcome;
     const UniqueFd in = memoryFile(input);
-    const UniqueFd out = memoryFile("");
-    const UniqueFd messages = memoryFile("");
-    if (!in || !out || !messages) {
+    Stream output(kMaxCrontabBytes);
+    Stream messages(kMaxMessages);
+    if (!in || !output.isOpen() || !messages.isOpen()) {
         outcome.error = EMFILE;
         return outcome;
     }
     SpawnSetup setup;
     setup.standard(STDIN_FILENO, in);
-    setup.standard(STDOUT_FILENO, out);
-    setup.standard(STDERR_FILENO, messages);
+    setup.standard(STDOUT_FILENO, output.writer());
+    setup.standard(STDERR_FILENO, messages.writer());
     pid_t child = -1;
     outcome.error = setup.run(child, argument);
     if (outcome.error != 0) {
         return outcome;
     }
-    outcome.exitCode = waitFor(child);
-    outcome.error = readFile(out.get(), kMaxCrontabBytes, outcome.output);
-    readFile(messages.get(), 4096, outcome.messages);
+    output.closeWriter();
+    messages.closeWriter();
+    readToEnd(child, output, messages);
+    outcome.exitCode = exitCodeOf(child);
+    outcome.error = output.isTooLong() ? EFBIG : 0;
+    outcome.output = std::move(output.text);
+    outcome.messages = std::move(messages.text);
     return outcome;
 }
 

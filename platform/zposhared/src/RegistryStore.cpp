@@ -11,6 +11,7 @@
 #include <fmt/format.h>
 #include <mutex>
 #include <sys/statvfs.h>
+#include <unistd.h>
 
 namespace zpo {
 namespace {
@@ -153,6 +154,22 @@ void RegistryStore::recover(int error) {
     }
 }
 
+// Removes LMDB's table of readers when it belongs to a file that was replaced; those who still use it notice within the
+// interval. Nobody writes meanwhile, so the table cannot be this file's own. False when opening again is of no use.
+bool RegistryStore::dropForeignReaders() {
+    FileLock writeLock;
+    if (lockForWriting(writeLock) != ZPO_OK) {
+        return false;
+    }
+    const std::unique_lock<std::shared_mutex> lock(mutex_);
+    store_.reset();
+    std::string problem;
+    const std::uint32_t status = StoreEnvironment::open(path_, mapBytes_, store_, problem);
+    store_.reset();
+    return status == ZPO_OK || (status == ZPO_REG_STORE_BUSY && problem == StoreEnvironment::kForeignReaders &&
+                                unlink((path_ + "-lock").c_str()) == 0);
+}
+
 template <class Read>
 std::uint32_t RegistryStore::readingOnce(const Read& read, int& error) {
     std::shared_lock<std::shared_mutex> lock;
@@ -167,7 +184,10 @@ std::uint32_t RegistryStore::readingOnce(const Read& read, int& error) {
 template <class Read>
 std::uint32_t RegistryStore::reading(const Read& read) {
     int error = 0;
-    const std::uint32_t status = readingOnce(read, error);
+    std::uint32_t status = readingOnce(read, error);
+    if (status == ZPO_REG_STORE_BUSY && error == 0 && dropForeignReaders()) {
+        status = readingOnce(read, error);
+    }
     if (error != MDB_MAP_RESIZED && error != MDB_READERS_FULL && error != MDB_PANIC) {
         return status;
     }
@@ -214,7 +234,10 @@ std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
 
 std::uint32_t RegistryStore::writing(const Work& work) {
     int error = 0;
-    const std::uint32_t status = writingOnce(work, error);
+    std::uint32_t status = writingOnce(work, error);
+    if (status == ZPO_REG_STORE_BUSY && error == 0 && dropForeignReaders()) {
+        status = writingOnce(work, error);
+    }
     if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
         return status;
     }

@@ -65,6 +65,7 @@ class RegistryStore {
     std::uint32_t checkFormat();
     bool isUsable(bool toWrite);
     void recover(int error);
+    bool dropForeignReaders();
     void report(std::uint32_t status, const std::string& problem);
 
     const std::string path_;

@@ -37,6 +37,12 @@ std::uint32_t allocateLockFile(const std::string& path) {
     return statusOfError(posix_fallocate(fd.get(), 0, kLockFileBytes));
 }
 
+// 0 when there is none: on a read-only file system.
+ino_t inodeOfReaders(const std::string& path) {
+    struct stat status {};
+    return stat((path + "-lock").c_str(), &status) == 0 ? status.st_ino : 0;
+}
+
 std::uint32_t ensureParent(const std::string& path) {
     const int error = ensureDirectory(directoryOf(path));
     return error == EACCES || error == EPERM || error == EROFS ? ZPO_REG_STORE_MISSING : statusOfError(error);
@@ -165,6 +171,7 @@ std::uint32_t StoreEnvironment::checkPages(std::string& problem) {
             return problem.empty() ? statusOfError(error) : ZPO_REG_STORE_CORRUPT;
         }
     }
+    problem = headReplaced ? kForeignReaders : "";
     return headReplaced ? ZPO_REG_STORE_BUSY : ZPO_OK;
 }
 
@@ -178,6 +185,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     device_ = status.st_dev;
     inode_ = status.st_ino;
     size_ = status.st_size;
+    readersInode_ = inodeOfReaders(path_);
     // After a power cut a new file's name must be there too, not only its content.
     syncDirectory(directoryOf(path_));
     return ZPO_OK;
@@ -211,7 +219,7 @@ ReadTransaction::~ReadTransaction() {
 bool StoreEnvironment::isCurrent() const {
     struct stat status {};
     return stat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_ &&
-           status.st_size >= size_;
+           status.st_size >= size_ && inodeOfReaders(path_) == readersInode_;
 }
 
 } // namespace zpo

@@ -17,7 +17,10 @@ std::uint32_t statusOfError(int error);
 class StoreEnvironment {
   public:
     /// Opens the file `path`, creating it and its directory if needed; opens it read-only when it cannot be written.
-    /// Returns a status; for a damaged file `problem` says what is wrong.
+    /// Returns a status; for a damaged file `problem` says what is wrong. LMDB's table of readers that belongs to
+    /// another file, because a process still has a file open that was replaced, gives ZPO_REG_STORE_BUSY and
+    /// kForeignReaders; while somebody writes, so may this file's own.
+    static constexpr const char* kForeignReaders = "the table of readers belongs to another file";
     static std::uint32_t open(const std::string& path, std::size_t mapBytes, std::unique_ptr<StoreEnvironment>& result,
                               std::string& problem);
     StoreEnvironment(const StoreEnvironment&) = delete;
@@ -27,7 +30,7 @@ class StoreEnvironment {
     MDB_env* env() const { return env_; }
     MDB_dbi entries() const { return entries_; }
     bool isReadOnly() const { return readOnly_; }
-    /// Whether the path still leads to this file and the file has not been truncated.
+    /// Whether the path still leads to this file and its table of readers, and the file has not been truncated.
     bool isCurrent() const;
 
   private:
@@ -44,6 +47,7 @@ class StoreEnvironment {
     std::string path_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
+    ino_t readersInode_ = 0;
     off_t size_ = 0;
     std::mutex idleMutex_;
     std::vector<MDB_txn*> idle_; ///< read transactions that have been reset, for the next readers
