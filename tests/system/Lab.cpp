@@ -58,7 +58,7 @@ void Lab::start(const std::string& options) {
                                 " --provider-stdout $LAB/provider.out "
                                 "--listen 127.0.0.1:0 --port-file $LAB/port --state-dir $LAB/server " +
                                 options + " >$LAB/server.out 2>$LAB/server.err";
-    server_ = support::startChild([&] { return execl("/bin/sh", "sh", "-c", command.c_str(), nullptr); });
+    server_ = support::startChild([&] { return support::become({"sh", "-c", command}); });
     const auto address = [this] { return addressIn(support::contentOf(home_ / "server.out")); };
     ASSERT_TRUE(support::waitUntil([&] { return !address().empty(); }, std::chrono::seconds(20))) << serverLog();
     const std::string port = support::contentOf(home_ / "port");
