@@ -125,11 +125,4 @@ TEST(CIMObjectPath, isFittedToAClass) {
               "CIMException: general error (Unable to convert \"abc\" into UInt16)");
 }
 
-TEST(CIMObjectPath, namesAnInstance) {
-    CIMInstance instance("C");
-    instance.setProperty(keyProperty("K", CIMValue("v")));
-    EXPECT_EQ(CIMObjectPath("root", instance).toString(), "/root:C.K=\"v\"");
-    EXPECT_EQ(CIMObjectPath("root", instance).getKey("K").getQualifiers().size(), 0u);
-}
-
 } // namespace

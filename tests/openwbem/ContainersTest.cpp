@@ -19,16 +19,6 @@ UInt32Array numbers(std::initializer_list<UInt32> list) {
     return UInt32Array(list.begin(), list.end());
 }
 
-TEST(Array, isMadeInEveryWay) {
-    EXPECT_EQ(UInt32Array(), numbers({}));
-    EXPECT_EQ(UInt32Array(2), numbers({0, 0}));
-    EXPECT_EQ(UInt32Array(2, 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt32Array(2L, 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt32Array(size_t(2), 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt8Array(2, 7), UInt8Array(2, UInt8(7)));
-    EXPECT_EQ(UInt32Array(new std::vector<UInt32>(2, 7)), numbers({7, 7}));
-}
-
 TEST(Array, copiesAreIndependent) {
     using Change = void (*)(UInt32Array&);
     const std::pair<Change, UInt32Array> cases[] = {
