@@ -114,18 +114,6 @@ TEST(Registry, DamagedIsNamedInTheLogAndRepairedWithoutARestart) {
     EXPECT_EQ(Lab::run("show $SERVICE DigitsLimit"), "-DigitsLimit=12\n");
 }
 
-TEST(Server, HoldsAnotherProviderBesideTheModule) {
-    Lab lab;
-    lab.start("--mof " TEST_PROVIDER_MOF " --provider-dir " TEST_PROVIDER_FOLDER);
-    Lab::play({
-        {"show $SERVICE DigitsLimit", "-DigitsLimit=10\n"},
-        {"show ${CIM}ACME_Slot.Number=2", "-Number=2\n-Label=slot 2\n"},
-        {"wbemcli mi $SERVICE DigitsLimit=13", ""},
-        {"wbemcli cm ${CIM}ACME_Thing.Name=\\\"full\\\" Fail", HasSubstr("Cim: (1)")},
-        {"zporeg get CDR CDRService DIGITSLIMIT", "00 0d\n"},
-    });
-}
-
 TEST(Access, NeedsTheRightUserOverTls) {
     Lab lab;
     Lab::run("cd $LAB && openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:prime256v1 -nodes -subj /CN=lab "
