@@ -239,8 +239,9 @@ milliseconds parseDuration(const std::string& text) {
 
 std::size_t parseSize(const std::string& text) {
     constexpr std::uint64_t kKilo = 1024;
-    return parseNumber(text, {{"", 1}, {"K", kKilo}, {"M", kKilo * kKilo}, {"G", kKilo * kKilo * kKilo}},
-                       kKilo * kKilo * kKilo, "a size from 1 to 1G, such as 4096, 16K or 1M");
+    const auto size = parseNumber(text, {{"", 1}, {"K", kKilo}, {"M", kKilo * kKilo}, {"G", kKilo * kKilo * kKilo}},
+                                  kKilo * kKilo * kKilo, "a size from 1 to 1G, such as 4096, 16K or 1M");
+    return static_cast<std::size_t>(size);
 }
 
 std::optional<Options> parseOptions(int argc, const char* const* argv) {

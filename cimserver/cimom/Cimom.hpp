@@ -33,6 +33,8 @@ class ChangeObserver {
     virtual void onModification(const CIMPropertyArray& changes, const CIMInstance& previous) = 0;
     /// Just before a provider is called to change something. What it throws ends the operation.
     virtual void beforeChange() = 0;
+    /// Whether the instance is to be read again for afterModification.
+    virtual bool wantsResult() const { return true; }
     /// The instance after a modification, whether that failed or not. Not called when it cannot be read.
     virtual void afterModification(const CIMInstance& present) = 0;
 };

@@ -48,7 +48,7 @@ void Cimom::modifyInstance(const RequestContext& context, const String& ns, cons
                                cimClass);
         };
         const auto showResult = [&] {
-            if (context.observer != nullptr) {
+            if (context.observer != nullptr && context.observer->wantsResult()) {
                 outcomeOf([&] { context.observer->afterModification(request.read(provider, env, target, cimClass)); });
             }
         };

@@ -45,8 +45,8 @@ std::string named(std::string_view text) {
     return plain ? std::string(text) : quoted(text);
 }
 
-std::string assigned(std::string_view name, const std::string& shown, std::string_view text) {
-    return named(name) + "=" + (holdsSecret(name) || holdsSecret(text) ? std::string(kMask) : shown);
+std::string assigned(std::string_view name, const std::string& asShown, std::string_view text) {
+    return named(name) + "=" + (holdsSecret(name) || holdsSecret(text) ? std::string(kMask) : asShown);
 }
 
 /// Appends an item, unless the list has become too long.
@@ -85,15 +85,15 @@ std::string objectText(pugi::xml_node element) {
 }
 
 /// What a request that changes something is about.
-struct Subject {
+struct ChangeRequest {
     pugi::xml_node object;   ///< INSTANCENAME, CLASSNAME, or the INSTANCE that is to be created
-    pugi::xml_node holder;   ///< the parent of the values: an INSTANCE or a METHODCALL
+    pugi::xml_node values;   ///< the parent of the values: an INSTANCE or a METHODCALL
     pugi::xml_node property; ///< SetProperty's parameters
     pugi::xml_node value;
 };
 
-Subject subjectOf(const RequestMessage& message) {
-    Subject subject;
+ChangeRequest changeRequestIn(const RequestMessage& message) {
+    ChangeRequest change;
     if (message.isMethodCall()) {
         return {message.target(), message.call(), {}, {}};
     }
@@ -102,28 +102,28 @@ Subject subjectOf(const RequestMessage& message) {
         const pugi::xml_node content = lastElement(parameter);
         const std::string_view kind = content.name();
         if (kind == "VALUE.NAMEDINSTANCE") {
-            subject.object = content.child("INSTANCENAME");
-            subject.holder = content.child("INSTANCE");
+            change.object = content.child("INSTANCENAME");
+            change.values = content.child("INSTANCE");
         } else if (kind == "INSTANCE") {
-            subject.object = subject.holder = content;
+            change.object = change.values = content;
         } else if (kind == "INSTANCENAME") {
-            subject.object = content;
+            change.object = content;
         } else if (equalsIgnoringCase(name, "PropertyName")) {
-            subject.property = content;
+            change.property = content;
         } else if (equalsIgnoringCase(name, "NewValue")) {
-            subject.value = parameter;
+            change.value = parameter;
         }
     }
-    return subject;
+    return change;
 }
 
 /// The values of the request.
-std::string sentValues(const Subject& subject) {
+std::string sentValues(const ChangeRequest& change) {
     std::string list;
-    if (subject.property) {
-        append(list, ", ", assignmentText(subject.value, textOf(subject.property)));
+    if (change.property) {
+        append(list, ", ", assignmentText(change.value, textOf(change.property)));
     }
-    for (pugi::xml_node one = firstElement(subject.holder); one; one = nextElement(one)) {
+    for (pugi::xml_node one = firstElement(change.values); one; one = nextElement(one)) {
         const std::string_view kind = one.name();
         if (kind.substr(0, 8) == "PROPERTY" || kind == "PARAMVALUE") {
             append(list, ", ", assignmentText(one, one.attribute("NAME").value()));
@@ -132,7 +132,7 @@ std::string sentValues(const Subject& subject) {
     return list;
 }
 
-std::string shown(const CIMValue& value) {
+std::string valueText(const CIMValue& value) {
     if (!value) {
         return "NULL";
     }
@@ -164,7 +164,7 @@ void AuditRecord::onModification(const CIMPropertyArray& changes, const CIMInsta
 void AuditRecord::target(const CIMObjectPath& path) {
     std::string keys;
     for (const CIMProperty& key : path.getKeys()) {
-        const std::string text = shown(key.getValue());
+        const std::string text = valueText(key.getValue());
         append(keys, ",", assigned(view(key.getName()), text, text));
     }
     target_ =
@@ -176,31 +176,31 @@ std::string AuditRecord::remark(const CIMProperty& change) const {
         return "";
     }
     const auto at = [&change](const CIMInstance& instance) {
-        return shown(instance.getPropertyValue(change.getName()));
+        return valueText(instance.getPropertyValue(change.getName()));
     };
     const std::string present = at(present_);
     if (present == at(previous_)) {
         return " (reads unchanged)";
     }
-    const bool other = present != shown(change.getValue()) && !holdsSecret(view(change.getName()));
+    const bool other = present != valueText(change.getValue()) && !holdsSecret(view(change.getName()));
     return other && !holdsSecret(present) ? " (reads " + present + ")" : "";
 }
 
 std::string AuditRecord::changes() const {
     std::string list;
     for (const CIMProperty& change : *changes_) {
-        const std::string text = shown(change.getValue());
+        const std::string text = valueText(change.getValue());
         append(list, ", ", assigned(view(change.getName()), text, text) + remark(change));
     }
     return list.empty() ? "(nothing to change)" : list;
 }
 
 std::string AuditRecord::text() const {
-    const Subject subject = subjectOf(message_);
-    const std::string values = changes_ ? changes() : sentValues(subject);
+    const ChangeRequest change = changeRequestIn(message_);
+    const std::string values = changes_ ? changes() : sentValues(change);
     return "id=" + id_ + " user=" + (context_.user.empty() ? "-" : named(context_.user)) + " peer=" + context_.peer +
            " " + named(message_.name()) + " " +
-           (target_.empty() ? named(message_.nameSpace()) + (subject.object ? ":" + objectText(subject.object) : "")
+           (target_.empty() ? named(message_.nameSpace()) + (change.object ? ":" + objectText(change.object) : "")
                             : target_) +
            (values.empty() ? "" : " " + values);
 }
@@ -209,6 +209,10 @@ void AuditRecord::beforeChange() {
     if (!audit::begin(text())) {
         throw CimError(Status::Failed, "the change was not made, because the audit record cannot be written");
     }
+}
+
+bool AuditRecord::wantsResult() const {
+    return audit::isKept();
 }
 
 void AuditRecord::write(const Outcome& outcome) const {

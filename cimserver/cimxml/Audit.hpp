@@ -26,6 +26,8 @@ class AuditRecord : public cimom::ChangeObserver {
     void onModification(const OpenWBEM::CIMPropertyArray& changes, const OpenWBEM::CIMInstance& previous) override;
     /// Throws Failed when the change cannot be recorded.
     void beforeChange() override;
+    /// Only a record of its own is worth another read of the provider.
+    bool wantsResult() const override;
     void afterModification(const OpenWBEM::CIMInstance& present) override { present_ = present; }
 
     /// The object, once its name has been read or made.

@@ -34,7 +34,7 @@ std::string typeText(const CIMDataType& type) {
 }
 
 /// The value being read, as error messages describe it.
-struct Subject {
+struct ExpectedValue {
     std::string_view name;
     const CIMDataType& type;
     Status mismatch;
@@ -44,31 +44,31 @@ struct Subject {
     }
 };
 
-CIMValue scalarValue(pugi::xml_node element, const Subject& subject) {
+CIMValue scalarValue(pugi::xml_node element, const ExpectedValue& expected) {
     const std::string text = textOf(element);
-    const auto value = parseScalar(subject.type.getType(), text);
+    const auto value = parseScalar(expected.type.getType(), text);
     if (!value) {
-        subject.refuse(quote(text));
+        expected.refuse(quote(text));
     }
     return *value;
 }
 
-CIMValue arrayValue(pugi::xml_node element, const Subject& subject) {
+CIMValue arrayValue(pugi::xml_node element, const ExpectedValue& expected) {
     std::vector<std::string> texts;
     for (pugi::xml_node item = firstElement(element); item; item = nextElement(item)) {
         if (std::string_view(item.name()) == "VALUE.NULL") {
-            subject.refuse("a NULL element in the array");
+            expected.refuse("a NULL element in the array");
         }
         texts.push_back(textOf(item));
     }
-    const auto most = subject.type.getSize();
+    const auto most = expected.type.getSize();
     if (most > 0 && texts.size() > static_cast<std::size_t>(most)) {
-        subject.refuse(std::to_string(texts.size()) + " elements, where " + std::to_string(most) + " fit,");
+        expected.refuse(std::to_string(texts.size()) + " elements, where " + std::to_string(most) + " fit,");
     }
     std::string bad;
-    const auto value = parseArray(subject.type.getType(), texts, bad);
+    const auto value = parseArray(expected.type.getType(), texts, bad);
     if (!value) {
-        subject.refuse("the element " + quote(bad));
+        expected.refuse("the element " + quote(bad));
     }
     return *value;
 }
@@ -112,14 +112,14 @@ CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, con
         const CIMValue texts = value(parent, type, {}, name, mismatch);
         return texts ? embedded(texts, *className, name) : texts;
     }
-    const Subject subject{name, type, mismatch};
+    const ExpectedValue expected{name, type, mismatch};
     const pugi::xml_node element = valueElement(parent);
     if (!element) {
         return CIMValue(CIMNULL);
     }
     const std::string_view kind = element.name();
     if (!type.isReferenceType() && kind == (type.isArrayType() ? "VALUE.ARRAY" : "VALUE")) {
-        return type.isArrayType() ? arrayValue(element, subject) : scalarValue(element, subject);
+        return type.isArrayType() ? arrayValue(element, expected) : scalarValue(element, expected);
     }
     if (type.isReferenceType() && !type.isArrayType() && kind == "VALUE.REFERENCE") {
         return CIMValue(reference(element));
@@ -131,7 +131,7 @@ CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, con
         }
         return CIMValue(paths);
     }
-    subject.refuse(std::string(kind));
+    expected.refuse(std::string(kind));
 }
 
 CIMObjectPath ObjectReader::instanceName(pugi::xml_node element, Status missing) const {
@@ -175,12 +175,12 @@ CIMProperty ObjectReader::key(pugi::xml_node parent, const String& name, const C
     const CIMDataType type = known      ? known.getDataType()
                              : keyValue ? claimedType(keyValue)
                                         : CIMDataType(CIMDataType::REFERENCE);
-    const Subject subject{view(name), type, Status::InvalidParameter};
+    const ExpectedValue expected{view(name), type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
-        subject.refuse(firstElement(parent).name());
+        expected.refuse(firstElement(parent).name());
     }
     return {known ? known.getName() : name,
-            keyValue ? scalarValue(keyValue, subject) : CIMValue(reference(parent.child("VALUE.REFERENCE")))};
+            keyValue ? scalarValue(keyValue, expected) : CIMValue(reference(parent.child("VALUE.REFERENCE")))};
 }
 
 CIMObjectPath ObjectReader::reference(pugi::xml_node valueReference) const {

@@ -16,12 +16,12 @@ namespace cimserver::cimxml {
 namespace {
 
 enum CharacterClass : std::uint8_t {
-    kIllegal = 1,
-    kBlank = 2,
-    kNameStart = 4,
-    kNameOnly = 8,
-    kBeyondAscii = 16,
-    kMarkup = 32 ///< may end a run of characters
+    Illegal = 1,
+    Blank = 2,
+    NameStart = 4,
+    NameOnly = 8,
+    BeyondAscii = 16,
+    Markup = 32 ///< may end a run of characters
 };
 
 /// What each byte may be. The bytes beyond ASCII are looked at as characters.
@@ -32,18 +32,18 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
         const bool digit = byte >= '0' && byte <= '9';
         unsigned known = 0;
         if (byte == ' ' || byte == '\t' || byte == '\n' || byte == '\r') {
-            known = kBlank;
+            known = Blank;
         } else if (byte < 0x20) {
-            known = kIllegal;
+            known = Illegal;
         } else if (byte >= 0x80) {
-            known = kBeyondAscii;
+            known = BeyondAscii;
         } else if (letter || byte == '_' || byte == ':') {
-            known = kNameStart;
+            known = NameStart;
         } else if (digit || byte == '-' || byte == '.') {
-            known = kNameOnly;
+            known = NameOnly;
         }
         for (const char mark : std::string_view("<&]\"'?-")) {
-            known |= static_cast<unsigned char>(mark) == byte ? unsigned(kMarkup) : 0U;
+            known |= static_cast<unsigned char>(mark) == byte ? unsigned(Markup) : 0U;
         }
         classes[byte] = static_cast<std::uint8_t>(known);
     }
@@ -58,7 +58,7 @@ class Scanner {
 
     void run() {
         skip("\xEF\xBB\xBF");
-        if (startsWith("<?xml") && classOf(at_ + 5) == kBlank) {
+        if (startsWith("<?xml") && classOf(at_ + 5) == Blank) {
             declaration();
         }
         bool doctypeSeen = false;
@@ -88,7 +88,7 @@ class Scanner {
     bool atEnd() const { return at_ >= text_.size(); }
     char peek() const { return atEnd() ? '\0' : text_[at_]; }
     std::uint8_t classOf(std::size_t position) const {
-        return position < text_.size() ? kClasses[static_cast<unsigned char>(text_[position])] : std::uint8_t(kIllegal);
+        return position < text_.size() ? kClasses[static_cast<unsigned char>(text_[position])] : std::uint8_t(Illegal);
     }
     bool startsWith(std::string_view expected) const { return text_.substr(at_, expected.size()) == expected; }
     bool skip(std::string_view expected) {
@@ -103,7 +103,7 @@ class Scanner {
     }
     bool skipBlanks() {
         const std::size_t from = at_;
-        while (classOf(at_) == kBlank) {
+        while (classOf(at_) == Blank) {
             ++at_;
         }
         return at_ > from;
@@ -126,13 +126,13 @@ class Scanner {
     /// Moves over characters up to one of `stops`, which are markup and of which one must come.
     void charactersUpTo(std::string_view stops) {
         for (;; ++at_) {
-            while ((classOf(at_) & (kIllegal | kBeyondAscii | kMarkup)) == 0) {
+            while ((classOf(at_) & (Illegal | BeyondAscii | Markup)) == 0) {
                 ++at_;
             }
             const std::uint8_t known = classOf(at_);
-            if (known == kIllegal) {
+            if (known == Illegal) {
                 fail(atEnd() ? "the document ends here" : "a control character");
-            } else if (known == kBeyondAscii) {
+            } else if (known == BeyondAscii) {
                 wideCharacter();
                 --at_;
             } else if (stops.find(text_[at_]) != std::string_view::npos) {
@@ -153,12 +153,12 @@ class Scanner {
 
     std::string_view name() {
         const std::size_t from = at_;
-        if ((classOf(at_) & kNameStart) != 0) {
-            while ((classOf(at_) & (kNameStart | kNameOnly)) != 0) {
+        if ((classOf(at_) & NameStart) != 0) {
+            while ((classOf(at_) & (NameStart | NameOnly)) != 0) {
                 ++at_;
             }
         }
-        if (classOf(at_) == kBeyondAscii) {
+        if (classOf(at_) == BeyondAscii) {
             fail("a name beyond ASCII, which no document of CIM has, is not supported");
         }
         if (at_ == from) {
@@ -238,7 +238,7 @@ class Scanner {
         const std::size_t from = at_;
         for (const char c : quoted()) {
             const auto known = kClasses[static_cast<unsigned char>(c)];
-            const bool plain = (known & (kNameStart | kNameOnly)) != 0;
+            const bool plain = (known & (NameStart | NameOnly)) != 0;
             if (!plain && c != ' ' && c != '\r' && c != '\n' &&
                 std::string_view("'()+,/=?;!*#@$%").find(c) == std::string_view::npos) {
                 failAt(from, "a public identifier with a character that is not allowed there");

@@ -147,6 +147,10 @@ void configure(const Settings& settings) {
     }
 }
 
+bool isKept() {
+    return record != nullptr;
+}
+
 bool begin(const std::string& line) {
     return !record || record->write(line + " -> begun", true);
 }

@@ -13,6 +13,9 @@ struct Settings {
 /// Opens the record; call before other threads write to it. Throws std::runtime_error when it cannot be written.
 void configure(const Settings& settings);
 
+/// Whether there is a record beside the log.
+bool isKept();
+
 /// Records a change that is about to be made, on disk when this returns. False when the change must not be made because
 /// it cannot be recorded. Does nothing when the log has the record: it cannot tell.
 bool begin(const std::string& line);

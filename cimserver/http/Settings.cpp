@@ -10,7 +10,7 @@
 namespace cimserver::http {
 namespace {
 
-[[noreturn]] void fail(const std::string& text, const char* why) {
+[[noreturn]] void failListener(const std::string& text, const char* why) {
     throw std::invalid_argument("cannot listen on '" + text + "': " + why);
 }
 
@@ -23,7 +23,7 @@ std::uint16_t parsePort(const std::string& whole, std::string_view text) {
     std::uint16_t port = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), port);
     if (error != std::errc() || end != text.data() + text.size()) {
-        fail(whole, "the port is a number from 0 to 65535");
+        failListener(whole, "the port is a number from 0 to 65535");
     }
     return port;
 }
@@ -56,7 +56,7 @@ Listener parseListener(const std::string& text, bool tlsConfigured) {
     listener.tls = takeScheme(rest, tlsConfigured);
     const auto colon = rest.rfind(':');
     if (colon == std::string_view::npos) {
-        fail(text, "expected ADDRESS:PORT");
+        failListener(text, "expected ADDRESS:PORT");
     }
     listener.port = parsePort(text, rest.substr(colon + 1));
     listener.address = rest.substr(0, colon);
@@ -68,7 +68,7 @@ Listener parseListener(const std::string& text, bool tlsConfigured) {
         listener.address = "127.0.0.1";
     }
     if (!isAddress(bracketed ? AF_INET6 : AF_INET, listener.address)) {
-        fail(text, "the address is an IPv4 address or an IPv6 address in brackets");
+        failListener(text, "the address is an IPv4 address or an IPv6 address in brackets");
     }
     return listener;
 }

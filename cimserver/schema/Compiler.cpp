@@ -67,7 +67,7 @@ std::string Compiler::read(const fs::path& file, const std::string& complaint) {
     if (size > kMostBytes - std::min(kMostBytes, bytesRead_)) {
         throw MofError(complaint + "the schema is larger than " + std::to_string(kMostBytes >> 20) + " MiB");
     }
-    std::string text(size, '\0');
+    std::string text(static_cast<std::size_t>(size), '\0');
     in.read(text.data(), static_cast<std::streamsize>(size));
     text.resize(static_cast<std::size_t>(in.gcount()));
     bytesRead_ += text.size();

@@ -77,7 +77,7 @@ class OW_COMMON_API CIMDateTime {
 
     String toString() const;
 
-    /// The instant, with the offset taken into account; an interval counts from the epoch.
+    /// The instant, offset included; an interval counts from the epoch. DateTimeException if time_t cannot hold it.
     DateTime toDateTime() const;
 
     /// Binary form. readObject() throws CIMStreamException for malformed bytes.

@@ -4,6 +4,7 @@
 #include "OW_CIMStream.hpp"
 #include "OW_DateTime.hpp"
 #include "OW_ExceptionIds.hpp"
+#include "OW_Format.hpp"
 
 #include <algorithm>
 #include <cstdio>
@@ -252,7 +253,11 @@ String CIMDateTime::toString() const {
 }
 
 DateTime CIMDateTime::toDateTime() const {
-    return DateTime(static_cast<time_t>(data_->inSeconds()), data_->microSecondsOfSecond());
+    const auto seconds = static_cast<time_t>(data_->inSeconds());
+    if (seconds != data_->inSeconds()) {
+        OW_THROW(DateTimeException, Format("Unable to represent time \"%1\" as a time_t", toString()).c_str());
+    }
+    return DateTime(seconds, data_->microSecondsOfSecond());
 }
 
 void CIMDateTime::readObject(std::istream& istrm) {

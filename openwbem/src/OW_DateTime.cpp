@@ -4,6 +4,7 @@
 #include "OW_Format.hpp"
 #include "OW_String.hpp"
 #include <chrono>
+#include <type_traits>
 
 namespace OpenWBEM {
 
@@ -25,7 +26,7 @@ int added(int a, int b) {
 
 /// time + count * secondsEach; unsigned, so that an overflow wraps around.
 time_t shifted(time_t time, long count, long secondsEach) {
-    typedef unsigned long Wide;
+    typedef std::make_unsigned<time_t>::type Wide;
     return static_cast<time_t>(static_cast<Wide>(time) + static_cast<Wide>(count) * static_cast<Wide>(secondsEach));
 }
 
@@ -130,7 +131,7 @@ void DateTime::setToCurrent() {
     using std::chrono::duration_cast;
     const auto now = std::chrono::system_clock::now().time_since_epoch();
     const auto seconds = duration_cast<std::chrono::seconds>(now);
-    time_ = seconds.count();
+    time_ = static_cast<time_t>(seconds.count());
     microseconds_ = static_cast<UInt32>(duration_cast<std::chrono::microseconds>(now - seconds).count());
 }
 

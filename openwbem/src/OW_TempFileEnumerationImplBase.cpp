@@ -2,6 +2,7 @@
 
 #include "OW_EnumerationException.hpp"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -47,7 +48,7 @@ void copyBytes(std::iostream& from, std::streamoff count, std::iostream& to) {
     from.seekg(0);
     char chunk[4096];
     while (count > 0) {
-        const std::streamsize wanted = count < std::streamoff(sizeof(chunk)) ? count : std::streamsize(sizeof(chunk));
+        const auto wanted = static_cast<std::streamsize>(std::min(count, std::streamoff(sizeof(chunk))));
         if (!from.read(chunk, wanted) || !to.write(chunk, wanted)) {
             fail("Failed to write file");
         }

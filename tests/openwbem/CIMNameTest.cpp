@@ -20,7 +20,8 @@ static_assert(convertsToNone<CIMInstance, int>() && convertsToNone<CIMValue, int
 static_assert(!std::is_default_constructible<CIMValue>::value && convertsToNone<bool, CIMValue>(), "");
 static_assert(!std::is_constructible<CIMValue, void*>::value && !std::is_constructible<CIMValue, const int*>::value,
               "a pointer is no boolean");
-static_assert(!std::is_constructible<CIMValue, long long>::value, "ambiguous where 64 bits are long");
+using OtherLong = std::conditional<std::is_same<Int64, long>::value, long long, long>::type;
+static_assert(!std::is_constructible<CIMValue, OtherLong>::value, "ambiguous: it is none of the interface's integers");
 
 namespace {
 

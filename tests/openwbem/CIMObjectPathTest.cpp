@@ -111,7 +111,7 @@ TEST(CIMObjectPath, isFittedToAClass) {
     }
     thing.addProperty(CIMProperty("Size", CIMDataType(CIMDataType::UINT8)));
     CIMObjectPath path("acme_thing", "root");
-    path.setKeyValue("size", CIMValue("9")).setKeyValue("odd", CIMValue(1)).setKeyValue("NAME", CIMValue(5L));
+    path.setKeyValue("size", CIMValue("9")).setKeyValue("odd", CIMValue(1)).setKeyValue("NAME", CIMValue(Int64(5)));
     path.syncWithClass(thing);
     EXPECT_EQ(path.modelPath(), "acme_thing.size=\"9\",Name=\"5\",Number=\"null\"");
     EXPECT_TRUE(path.getKeyValue("Name") == CIMValue("5"));

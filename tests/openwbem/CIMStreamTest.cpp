@@ -8,7 +8,8 @@ namespace {
 /// A class that holds, somewhere in it, an object of every class of the model and a value of most types.
 CIMClass everything() {
     CIMInstance embedded("Inner");
-    embedded.setProperty("path", CIMValue(CIMObjectPath("C", "root").setHost("box").setKeyValue("K", CIMValue(-1L))));
+    embedded.setProperty("path",
+                         CIMValue(CIMObjectPath("C", "root").setHost("box").setKeyValue("K", CIMValue(Int64(-1)))));
     embedded.setProperty("reals", CIMValue(Real64Array(2, -1.5))).setProperty("real", CIMValue(2.5f)).setLanguage("en");
     embedded.setProperty("time", CIMValue(CIMDateTime(String("20040131142530.123456-060"))));
     embedded.setProperty("char", CIMValue(Char16(UInt16(0x20AC)))).setProperty("flag", CIMValue(true));

@@ -38,7 +38,7 @@ std::vector<TypedValue> valuesOfAllTypes() {
         {CIMValue(5u), CIMDataType::UINT32, false, "5", "5"},
         {CIMValue(0), CIMDataType::SINT32, false, "0", "0"},
         {CIMValue(18446744073709551615ul), CIMDataType::UINT64, false, "18446744073709551615", "18446744073709551615"},
-        {CIMValue(-5L), CIMDataType::SINT64, false, "-5", "-5"},
+        {CIMValue(Int64(-5)), CIMDataType::SINT64, false, "-5", "-5"},
         {CIMValue(1.5f), CIMDataType::REAL32, false, "1.5", "1.5"},
         {CIMValue(1234567.5), CIMDataType::REAL64, false, "1.23457e+06", "1.23457e+06"},
         {CIMValue(Char16(UInt16(0x4161))), CIMDataType::CHAR16, false, "a", "a"},
@@ -119,7 +119,7 @@ TEST(CIMValue, isReadAsItsOwnTypeOnly) {
     const std::string start = "ValueCastException: CIMValue::CIMValueImpl::get - Value is not a ";
     const CIMValue text("5");
     const CIMValue byte(UInt8(5));
-    const CIMValue wide(5L);
+    const CIMValue wide(Int64(5));
     const std::pair<std::function<void()>, const char*> cases[] = {
         {[&] { text.toUInt32(); }, "UINT32"},
         {[&] { byte.toUInt32(); }, "UINT32"},
@@ -149,7 +149,7 @@ TEST(CIMValue, sint64IsReadAsAnyNumber) {
     EXPECT_EQ(number.toUInt16(), 0xCDEF);
     EXPECT_EQ(number.toUInt32(), 0x90ABCDEFu);
     EXPECT_EQ(number.toUInt64(), 0x1234567890ABCDEFul);
-    EXPECT_EQ(CIMValue(-3L).toReal64(), -3.0);
+    EXPECT_EQ(CIMValue(Int64(-3)).toReal64(), -3.0);
 }
 
 TEST(CIMValue, isMadeFromText) {
@@ -181,7 +181,7 @@ TEST(CIMValueCast, convertsThroughText) {
         {CIMValue(""), CIMDataType::SINT16, "0"},
         {CIMValue("TRUE"), CIMDataType::BOOLEAN, "true"},
         {CIMValue(UInt8(5)), CIMDataType::REAL32, "5"},
-        {CIMValue(-5L), CIMDataType::SINT8, "-5"},
+        {CIMValue(Int64(-5)), CIMDataType::SINT8, "-5"},
         {CIMValue(1.5), CIMDataType::UINT8, failed + "Unable to convert \"1.5\" into UInt8)"},
         {CIMValue(7), CIMDataType::DATETIME, failed + "Failed to convert \"7\" to datetime)"},
         {CIMValue(7), CIMDataType::REFERENCE, failed + "Failed to convert \"7\" to REF)"},

@@ -164,7 +164,7 @@ TEST(DateTime, refusesWhatItCannotRepresent) {
         {[&] { time.set(-1); }, "DateTimeException: Either t == -1 or microseconds > 999999"},
         {[&] { time.set(1, 1000000); }, "DateTimeException: Either t == -1 or microseconds > 999999"},
         {[] { DateTime(std::numeric_limits<time_t>::max()).getYear(); },
-         "DateTimeException: Invalid time_t: 9223372036854775807"},
+         sizeof(time_t) > 4 ? "DateTimeException: Invalid time_t: 9223372036854775807" : "nothing"},
         {[] { DateTime(1969, 12, 31, 0, 0, 0, 0, DateTime::E_UTC_TIME); },
          before1970 + "Wed Dec 31 00:00:00 1969\n\" as a time_t"},
         {[&] { time.addYears(INT_MAX); }, "DateTimeException: A date or time is out of range"},

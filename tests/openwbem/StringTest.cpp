@@ -9,7 +9,8 @@ static_assert(std::is_convertible<const char*, String>::value, "");
 static_assert(!std::is_convertible<int, String>::value && !std::is_convertible<char, String>::value, "");
 static_assert(!std::is_convertible<double, String>::value && !std::is_convertible<Bool, String>::value, "");
 static_assert(!std::is_convertible<String, const char*>::value && !std::is_convertible<std::string, String>::value, "");
-static_assert(!std::is_constructible<String, long long>::value, "ambiguous where 64 bits are long");
+static_assert(std::is_constructible<String, long long>::value == std::is_same<Int64, long long>::value,
+              "ambiguous where 64 bits are long");
 
 namespace {
 

@@ -10,7 +10,7 @@ struct Home {
         setenv("ZPO_LOG_DIR", (dir / "log").c_str(), 1);
         setenv("ZPO_CRONTAB_DIR", (dir / "crontabs").c_str(), 1);
         setenv("ZPO_LOG_KB", "16", 1);
-        setenv("ZPO_LOCK_TIMEOUT", "1", 1);
+        setenv("ZPO_LOCK_TIMEOUT", "2", 1); // several writers on a slow machine wait for more than 1
         setenv("ZPO_CRONTAB_SUNDAY", "0", 1);
     }
 

@@ -4,6 +4,7 @@
 #include "EventWatch.hpp"
 #include "Home.hpp"
 
+#include <cstring>
 #include <random>
 #include <sys/stat.h>
 
@@ -68,10 +69,12 @@ TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
     const std::string good = fillStore(dir.path());
     std::string usedTwice = good;
     for (std::size_t page = 2 * 4096; page < good.size(); page += 4096) {
-        if (good[page + 10] == 1) { // a branch: its first two nodes lead to the same page
-            const auto node = [&](std::size_t i) {
-                return page + *reinterpret_cast<const std::uint16_t*>(&good[page + 16 + 2 * i]);
-            };
+        // Behind the page's number: padding, flags, two limits, and the nodes' places.
+        const auto field = [&](std::size_t i) {
+            return *reinterpret_cast<const std::uint16_t*>(&good[page + sizeof(std::size_t) + 2 * i]);
+        };
+        if (field(1) == 1) { // a branch: its first two nodes lead to the same page
+            const auto node = [&](std::size_t i) { return page + field(4 + i); };
             usedTwice.replace(node(1), 6, good, node(0), 6);
         }
     }
@@ -172,9 +175,12 @@ TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
     RegistryStore(other.path(), kMapBytes, kTimeout).replaceAll(numbered(2, 10));
     const std::string restored = support::contentOf(other / "registry.mdb");
     std::string later = restored;
-    const std::string head("\1store\1\0", 8); // with the format's number
+    const std::string head("\1store"); // before the format's number
+    const std::uint64_t numbers[] = {1, 2};
     for (auto at = later.find(head); at != std::string::npos; at = later.find(head, at + 1)) {
-        later[at + 6] = 2;
+        if (std::memcmp(&later[at + head.size()], &numbers[0], sizeof numbers[0]) == 0) {
+            std::memcpy(&later[at + head.size()], &numbers[1], sizeof numbers[1]);
+        }
     }
     const std::tuple<std::string, std::uint32_t, std::uint64_t> cases[] = {
         {later, ZPO_REG_STORE_VERSION, 0}, {restored, ZPO_OK, 1}, {"", ZPO_REG_STORE_CORRUPT, 0}};

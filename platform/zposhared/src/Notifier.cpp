@@ -51,16 +51,15 @@ std::optional<StoreCounters> currentCounters() {
 
 // How many events a registration has not been notified of. In another store all are new; in a store that could not be
 // read before, at most one is.
-std::uint64_t newEvents(const Registration& registration, const StoreCounters& now,
-                        std::uint64_t StoreCounters::*count) {
+std::size_t newEvents(const Registration& registration, const StoreCounters& now, std::uint64_t StoreCounters::*count) {
     if (!registration.notified) {
-        return std::min<std::uint64_t>(now.*count, 1);
+        return now.*count != 0 ? 1 : 0;
     }
     const std::uint64_t before = registration.notified->identity == now.identity ? (*registration.notified).*count : 0;
-    return now.*count > before ? std::min(now.*count - before, kMaxCallsAtOnce) : 0;
+    return now.*count > before ? static_cast<std::size_t>(std::min(now.*count - before, kMaxCallsAtOnce)) : 0;
 }
 
-void addCalls(std::vector<Call>& calls, const Registration& registration, std::uint32_t event, std::uint64_t count) {
+void addCalls(std::vector<Call>& calls, const Registration& registration, std::uint32_t event, std::size_t count) {
     if ((registration.kind & event) != 0) {
         calls.insert(calls.end(), count, Call{registration.callback, event});
     }

@@ -1,5 +1,6 @@
 #include "StoreCheck.hpp"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <fmt/format.h>
@@ -10,7 +11,7 @@
 namespace zpo {
 namespace {
 
-// LMDB's file (data format 1), in native byte order:
+// LMDB's file (data format 1), in the machine's byte order and word size:
 //   page: header | node offsets growing up | free | nodes growing down; an overflow page is a header and bytes
 //   pages 0 and 1 are the heads: header | Head; the one with the higher transaction number is in force
 //   each head roots two trees: [0] free pages per transaction, [1] the entries
@@ -18,8 +19,8 @@ struct PageHeader {
     std::size_t number;
     std::uint16_t pad;
     std::uint16_t flags;
-    std::uint16_t lower; // overflow: low half of the page count
-    std::uint16_t upper; // overflow: high half
+    std::uint16_t lower; // overflow: the page count in the 32 bits of both
+    std::uint16_t upper;
 };
 
 struct Tree {
@@ -37,15 +38,16 @@ struct Head {
 };
 
 struct Node {
-    std::uint16_t low, high, flags, keySize;
+    std::uint32_t size; // of the value; branch: the child's page number, whose upper bits are the flags
+    std::uint16_t flags, keySize;
 };
 
 constexpr std::uint32_t kMagicNumber = 0xBEEFC0DE;
 constexpr std::uint16_t kBranchPage = 1, kLeafPage = 2, kOverflowPage = 4, kHeadPage = 8;
 constexpr std::uint16_t kBigData = 1;
 constexpr std::size_t kNoRoot = ~std::size_t{0};
-constexpr std::size_t kMaxPages = (std::size_t{1} << 30U) / 512; // the largest store in the smallest pages
-constexpr std::uint16_t kMaxDepth = 32;                          // LMDB's cursors go no deeper
+constexpr std::size_t kMaxBytes = std::size_t{1} << 30U; // the largest store
+constexpr std::uint16_t kMaxDepth = 32;                  // LMDB's cursors go no deeper
 // The free tree's flags: its keys are integers, and the store is a file (MDB_NOSUBDIR). The entries' tree has none.
 constexpr std::uint16_t kFreeTreeFlags = 0x4008;
 
@@ -60,21 +62,21 @@ bool readExactly(int fd, std::string& bytes, std::size_t offset) {
     return pread(fd, bytes.data(), bytes.size(), static_cast<off_t>(offset)) == static_cast<ssize_t>(bytes.size());
 }
 
-std::size_t fileSize(int fd) {
-    struct stat status {};
-    return fstat(fd, &status) == 0 && S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
-}
-
 bool isPageSize(std::size_t size) {
     return size >= 512 && size <= 65536 && (size & (size - 1)) == 0;
+}
+
+std::size_t childOf(const Node& node) {
+    const auto upper = sizeof(std::size_t) > sizeof node.size ? std::uint64_t{node.flags} << 32U : 0;
+    return static_cast<std::size_t>(upper | node.size);
 }
 
 std::string checkHead(const PageHeader& page, const Head& head) {
     if ((page.flags & kHeadPage) == 0 || head.magic != kMagicNumber || head.version != 1) {
         return "no registry file";
     }
-    if (!isPageSize(head.trees[0].pad) || head.lastPage >= kMaxPages || head.trees[0].flags != kFreeTreeFlags ||
-        head.trees[1].flags != 0) {
+    if (!isPageSize(head.trees[0].pad) || head.lastPage >= kMaxBytes / head.trees[0].pad ||
+        head.trees[0].flags != kFreeTreeFlags || head.trees[1].flags != 0) {
         return "damaged head page";
     }
     return {};
@@ -171,12 +173,11 @@ class PageWalk {
         const auto node = load<Node>(bytes, offset);
         const std::size_t data = offset + sizeof(Node) + node.keySize;
         if (depth > 1) {
-            const std::size_t child = node.low | std::size_t{node.high} << 16U | std::size_t{node.flags} << 32U;
-            return data <= pageSize_ ? walk(child, static_cast<std::uint16_t>(depth - 1), freeTree)
+            return data <= pageSize_ ? walk(childOf(node), static_cast<std::uint16_t>(depth - 1), freeTree)
                                      : fail(page, "key outside the page");
         }
-        const std::size_t size = node.low | std::size_t{node.high} << 16U;
-        if (data + (node.flags == kBigData ? sizeof(std::size_t) : size) > pageSize_ || node.flags > kBigData ||
+        const std::size_t size = node.flags == kBigData ? sizeof(std::size_t) : node.size;
+        if (data > pageSize_ || size > pageSize_ - data || node.flags > kBigData ||
             (freeTree && node.keySize != sizeof(std::size_t))) {
             return fail(page, "damaged node");
         }
@@ -184,7 +185,7 @@ class PageWalk {
             return !freeTree || takeFreePages(page, bytes.substr(data, size));
         }
         std::string big;
-        return readOverflow(load<std::size_t>(bytes, data), size, big) && (!freeTree || takeFreePages(page, big));
+        return readOverflow(load<std::size_t>(bytes, data), node.size, big) && (!freeTree || takeFreePages(page, big));
     }
 
     bool readOverflow(std::size_t page, std::size_t size, std::string& data) {
@@ -196,7 +197,7 @@ class PageWalk {
             return false;
         }
         const auto header = load<PageHeader>(first, 0);
-        const std::size_t count = header.lower | std::size_t{header.upper} << 16U;
+        const auto count = load<std::uint32_t>(first, offsetof(PageHeader, lower));
         if (header.flags != kOverflowPage || !take(page, count) || size > count * pageSize_ - sizeof(PageHeader)) {
             return fail(page, "damaged overflow page");
         }
@@ -233,12 +234,11 @@ class PageWalk {
 } // namespace
 
 std::string checkStoreHeads(int fd) {
-    const std::size_t size = fileSize(fd);
     struct stat status {};
     if (fstat(fd, &status) != 0 || !S_ISREG(status.st_mode)) {
         return "not a regular file";
     }
-    if (size == 0) {
+    if (status.st_size == 0) {
         return {};
     }
     Head head{};
@@ -247,7 +247,7 @@ std::string checkStoreHeads(int fd) {
         return problem;
     }
     const std::size_t pageSize = head.trees[0].pad;
-    if (size < 2 * pageSize) {
+    if (status.st_size < static_cast<off_t>(2 * pageSize)) {
         return "file is shorter than its head pages";
     }
     problem = readHead(fd, pageSize, head);

@@ -32,7 +32,7 @@ TEST_F(ExampleTest, ReadsWritesAndResets) {
     EXPECT_EQ(write("Limit", value("uint16", "5")), "");
     EXPECT_EQ(platform.entry("CDR/Example/LIMIT"), "bytes 0005");
     EXPECT_EQ(write("Limit", value("uint16", "2")), "4 304 QTX_ExampleProvider Limit must be >= 3");
-    platform.put("CDR/Example/COUNT", "bytes 01000000");
+    platform.put("CDR/Example/COUNT", counterEntry(1));
     EXPECT_EQ(read("Limit") + read("Count"), "51");
     EXPECT_EQ(object.Reset(), 1U);
     EXPECT_EQ(read("Count"), "0");

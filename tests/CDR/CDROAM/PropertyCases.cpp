@@ -1,5 +1,7 @@
 #include "PropertyCases.hpp"
 
+#include <cstring>
+
 const char* const kService = "QTX_CDRService.SystemCreationClassName=\"QTX_System\",SystemName=\"QTX\","
                              "CreationClassName=\"QTX_CDRService\",Name=\"CDRService\"";
 const char* const kPushSetting = "QTX_CDRPushSetting.InstanceID=\"CDRPushSetting\"";
@@ -12,6 +14,16 @@ std::string binEntry(int rows, const std::string& other, int row, const std::str
         bytes += i == row ? content : other;
     }
     return bytes;
+}
+
+std::string counterEntry(std::uint32_t value) {
+    unsigned char bytes[sizeof value];
+    std::memcpy(bytes, &value, sizeof value);
+    std::string entry = "bytes ";
+    for (const unsigned byte : bytes) {
+        entry += {"0123456789abcdef"[byte >> 4U], "0123456789abcdef"[byte & 15U]};
+    }
+    return entry;
 }
 
 std::string binPath(const std::string& name, int row) {
@@ -130,14 +142,14 @@ const std::vector<PropertyCase> kCases = {
     pulled("MostRecentSuccessfulTransfer", "string", "MostRecentSuccess", "text today", "today", ""),
     {kPullStatistics, "IncludeMetricsFlag", "boolean", "CDRPull/Pull-IncludeMetricsFlag",
      "bytes 01", "true", "false", "bytes 00"},
-    pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", "bytes 01000000", "1", "0"),
+    pulled("NumberOfSuccessfulTransfers", "uint32", "NumSuccesses", counterEntry(1), "1", "0"),
     pulled("MostRecentFailedTransfer", "string", "MostRecentFailure", "text then", "then", ""),
     pulled("ReasonForFailure", "string", "MostRecentFailureReason", "text full", "full", ""),
-    pulled("NumberOfFailedTransfers", "uint32", "NumFailures", "bytes 00010000", "256", "0"),
-    pulled("LargestFileTransferred", "uint32", "LargestFile", "bytes 00000080", "2147483648", "0"),
-    pulled("SmallestFileTransferred", "uint32", "SmallestFile", "bytes 03000000", "3", "0"),
-    pulled("TotalNumberOfBytesTransferred", "uint32", "NumberOfBytes", "bytes ffffffff", "4294967295", "0"),
-    pulled("TotalNumberOfFileTransferred", "uint32", "NumberOfFiles", "bytes 05000000", "5", "0"),
+    pulled("NumberOfFailedTransfers", "uint32", "NumFailures", counterEntry(256), "256", "0"),
+    pulled("LargestFileTransferred", "uint32", "LargestFile", counterEntry(2147483648), "2147483648", "0"),
+    pulled("SmallestFileTransferred", "uint32", "SmallestFile", counterEntry(3), "3", "0"),
+    pulled("TotalNumberOfBytesTransferred", "uint32", "NumberOfBytes", counterEntry(4294967295), "4294967295", "0"),
+    pulled("TotalNumberOfFileTransferred", "uint32", "NumberOfFiles", counterEntry(5), "5", "0"),
 };
 // clang-format on
 

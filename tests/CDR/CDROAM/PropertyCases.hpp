@@ -2,6 +2,7 @@
 // which values are taken and refused. The tests of the module, of the schema and of the programs go through it.
 #pragma once
 
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -55,6 +56,9 @@ std::string binPath(const std::string& name, int row);
 
 /// "bytes ..." of an entry of so many rows that are all `other` but the given one, in hexadecimal digits.
 std::string binEntry(int rows, const std::string& other, int row, const std::string& content);
+
+/// "bytes ..." of a counter, which lies in the machine's byte order.
+std::string counterEntry(std::uint32_t value);
 
 constexpr const char* kEmptyPrefix = "0c0c0c0c0c0c0c0c";
 constexpr const char* kEmptyAccess = "0c0c0c0c0c00";

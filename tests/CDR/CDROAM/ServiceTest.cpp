@@ -60,7 +60,7 @@ TEST_F(ServiceTest, RefreshingClearsThePullStatisticsInOrder) {
 }
 
 TEST_F(ServiceTest, ThePullStatisticsApplyWhenTheTransferTypeIsUnknown) {
-    platform.put("CDR/CDRPull/Pull-NumFailures", "bytes 09000000");
+    platform.put("CDR/CDRPull/Pull-NumFailures", counterEntry(9));
     for (const char* type : {"", "text 1"}) { // absent, and of another kind
         platform.put("CDR/CDRPush/TransferType", type);
         EXPECT_EQ(shown(get(kPullStatistics), "NumberOfFailedTransfers"), "9");
