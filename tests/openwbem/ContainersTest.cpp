@@ -59,12 +59,6 @@ TEST(Array, refusesIndicesBeyondItsEnd) {
     EXPECT_EQ(readOnly, numbers({1, 2, 3}));
 }
 
-TEST(Array, ordersByItsElements) {
-    EXPECT_TRUE(numbers({1, 2}) < numbers({1, 3}) && numbers({1}) < numbers({1, 0}) && numbers({}) < numbers({0}));
-    EXPECT_FALSE(numbers({2}) < numbers({1, 9}) || numbers({1}) < numbers({1}));
-    EXPECT_TRUE(numbers({1, 2}) != numbers({1}) && numbers({2}) >= numbers({1, 9}));
-}
-
 TEST(Enumeration, handsElementsOutInOrder) {
     Enumeration<String> names;
     names.addElement("a");
