@@ -3,7 +3,6 @@
 #include "Home.hpp"
 
 #include <cstdio>
-#include <fcntl.h>
 #include <random>
 #include <sched.h>
 #include <sys/mount.h>
@@ -27,20 +26,7 @@ std::ostream& operator<<(std::ostream& out, const Change& change) {
 constexpr std::uint32_t kLarge = 30000; // several pages
 const std::string kForeign = "# administrator's\n0 1 * * * /bin/one\n";
 const std::string kKeeper = "keeper:*:read\n";
-
-/// Becomes the program; returns only when that fails.
-int exec(const std::vector<std::string>& words, const std::string& input = "") {
-    std::vector<char*> arguments;
-    for (const std::string& word : words) {
-        arguments.push_back(const_cast<char*>(word.c_str()));
-    }
-    arguments.push_back(nullptr);
-    int ends[2];
-    const int null = open("/dev/null", O_WRONLY | O_CLOEXEC);
-    const bool redirected = pipe(ends) == 0 && write(ends[1], input.data(), input.size()) >= 0 && close(ends[1]) == 0 &&
-                            dup2(ends[0], 0) == 0 && dup2(null, 1) == 1 && dup2(null, 2) == 2;
-    return redirected ? execv(arguments[0], arguments.data()) : 126;
-}
+const support::TempDir kElsewhere; // on no small disk
 
 std::string file(const std::string& name, int state) {
     return kHome.dir / (name + std::to_string(state));
@@ -116,14 +102,21 @@ int tasksInTable() {
 }
 
 void prepareUsers(int /*state*/) {
+    support::writeFile(kElsewhere / "password", "secret\n");
     if (!std::filesystem::exists(kHome.dir / "users")) {
         support::writeFile(kHome.dir / "users", kKeeper);
     }
 }
 
+/// The program, without a word from it.
+int become(const std::vector<std::string>& command) {
+    return support::become(command, "/dev/null");
+}
+
 int changePassword(int state) {
-    return exec({PASSWD, kHome.dir / "users", "changed", "--role", state == 1 ? "write" : "read", "--stdin"},
-                "secret\n");
+    return std::freopen((kElsewhere / "password").c_str(), "r", stdin) == nullptr
+               ? 126
+               : become({PASSWD, kHome.dir / "users", "changed", "--role", state == 1 ? "write" : "read", "--stdin"});
 }
 
 /// The role shows which change it was; a hash has 73 characters.
@@ -136,21 +129,15 @@ int roleOfChanged() {
 }
 
 std::vector<Change> changes() {
+    // clang-format off
     return {
         {"RegistryWrite", [](int) {}, writeLarge, largeValue},
-        {"Backup", load,
-         [](int) {
-             return exec({ZPOREG, "backup", kHome.dir / "backup"});
-         },
-         valueInBackup},
-        {"Restore", prepareRestore,
-         [](int state) {
-             return exec({ZPOREG, "restore", file("saved", state)});
-         },
-         valueOfAll},
+        {"Backup", load, [](int) { return become({ZPOREG, "backup", kHome.dir / "backup"}); }, valueInBackup},
+        {"Restore", prepareRestore, [](int state) { return become({ZPOREG, "restore", file("saved", state)}); }, valueOfAll},
         {"CrontabEdit", prepareTable, edit, tasksInTable},
         {"PasswordChange", prepareUsers, changePassword, roleOfChanged},
     };
+    // clang-format on
 }
 
 class Fault : public testing::TestWithParam<Change> {

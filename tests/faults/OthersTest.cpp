@@ -1,5 +1,4 @@
-// What other users and programs do to queues and crontabs.
-#include "CrontabBackend.hpp"
+// What other users do to queues.
 #include "Home.hpp"
 #include "osa.h"
 
@@ -36,29 +35,6 @@ TEST(Queue, IsMadeAnewByAnotherUser) {
     EXPECT_EQ(OSA_QUEUE_NOT_FOUND & 0xffU, asOther([&] { return osQueueGetId("Old", &id); }));
     EXPECT_EQ(OSA_OK, asOther([&] { return osQueueCreate("Old", &id) + osQueueDelete(id); }));
     msgctl(foreign, IPC_RMID, nullptr);
-}
-
-TEST(CrontabProgram, MayHangOrPrintRubbish) {
-    const support::TempDir dir;
-    const std::string path = getenv("PATH");
-    setenv("PATH", (dir.path() + ":" + path).c_str(), 1);
-    const auto backend = zpo::makeCrontabProgram();
-    const std::vector<std::tuple<const char*, std::uint32_t, std::uint32_t>> programs = {
-        {"exec sleep 60", ZPO_SCHED_NOT_READABLE, ZPO_SCHED_NOT_WRITABLE},
-        {"exec yes", ZPO_SCHED_TABLE_TOO_LARGE, ZPO_SCHED_TABLE_TOO_LARGE},
-        {"exec yes >&2", ZPO_SCHED_NOT_READABLE, ZPO_SCHED_NOT_WRITABLE},
-        {"sleep 60 & echo '* * * * * /bin/one'", ZPO_OK, ZPO_OK},
-        {"head -c 3000 /dev/urandom; kill -SEGV $$", ZPO_SCHED_NOT_READABLE, ZPO_SCHED_NOT_WRITABLE},
-    };
-    for (const auto& [script, read, write] : programs) {
-        SCOPED_TRACE(script);
-        support::writeFile(dir / "crontab", std::string("#!/bin/sh\n") + script + "\n");
-        chmod((dir / "crontab").c_str(), 0755);
-        std::string table;
-        EXPECT_EQ(read, backend->read(table));
-        EXPECT_EQ(write, backend->write(std::string(500000, '\n')));
-    }
-    setenv("PATH", path.c_str(), 1);
 }
 
 } // namespace

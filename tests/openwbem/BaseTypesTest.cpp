@@ -128,26 +128,6 @@ TEST(UTF8Utils, convertsWholeTexts) {
     }
 }
 
-TEST(UTF8Utils, convertsISO8859WithinTheCapacity) {
-    const std::tuple<const char*, size_t, const char*> cases[] = {{"Caf\xE9", 6, "Caf\xC3\xA9"},
-                                                                  {"Caf\xE9", 5, "Caf"},
-                                                                  {"\x80\xFF", 5, "\xC2\x80\xC3\xBF"},
-                                                                  {"\x80\xFF", 4, "\xC2\x80"},
-                                                                  {"abc", 3, "ab"},
-                                                                  {"abc", 1, ""},
-                                                                  {"", 1, ""}};
-    for (const auto& [source, capacity, result] : cases) {
-        char buffer[8];
-        std::memset(buffer, '#', sizeof(buffer));
-        UTF8Utils::ISO8859ToUTF8(source, buffer, capacity);
-        EXPECT_STREQ(buffer, result) << source;
-        EXPECT_EQ(buffer[capacity], '#') << "wrote beyond " << capacity;
-    }
-    char untouched = '#';
-    UTF8Utils::ISO8859ToUTF8("abc", &untouched, 0);
-    EXPECT_EQ(untouched, '#');
-}
-
 TEST(Format, insertsItsArguments) {
     const std::pair<Format, const char*> cases[] = {
         {Format("%2 and %1, %2 again", "one", 2), "2 and one, 2 again"},

@@ -19,16 +19,6 @@ UInt32Array numbers(std::initializer_list<UInt32> list) {
     return UInt32Array(list.begin(), list.end());
 }
 
-TEST(Array, isMadeInEveryWay) {
-    EXPECT_EQ(UInt32Array(), numbers({}));
-    EXPECT_EQ(UInt32Array(2), numbers({0, 0}));
-    EXPECT_EQ(UInt32Array(2, 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt32Array(2L, 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt32Array(size_t(2), 7U), numbers({7, 7}));
-    EXPECT_EQ(UInt8Array(2, 7), UInt8Array(2, UInt8(7)));
-    EXPECT_EQ(UInt32Array(new std::vector<UInt32>(2, 7)), numbers({7, 7}));
-}
-
 TEST(Array, copiesAreIndependent) {
     using Change = void (*)(UInt32Array&);
     const std::pair<Change, UInt32Array> cases[] = {
@@ -67,12 +57,6 @@ TEST(Array, refusesIndicesBeyondItsEnd) {
     EXPECT_EQ(thrownBy([&] { a.remove(2, 1); }), refusal + "2");
     EXPECT_EQ(thrownBy([&] { a.insert(size_t(4), 1); }), refusal + "4");
     EXPECT_EQ(readOnly, numbers({1, 2, 3}));
-}
-
-TEST(Array, ordersByItsElements) {
-    EXPECT_TRUE(numbers({1, 2}) < numbers({1, 3}) && numbers({1}) < numbers({1, 0}) && numbers({}) < numbers({0}));
-    EXPECT_FALSE(numbers({2}) < numbers({1, 9}) || numbers({1}) < numbers({1}));
-    EXPECT_TRUE(numbers({1, 2}) != numbers({1}) && numbers({2}) >= numbers({1, 9}));
 }
 
 TEST(Enumeration, handsElementsOutInOrder) {

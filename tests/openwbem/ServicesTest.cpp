@@ -193,20 +193,6 @@ TEST(OperationContext, keepsDataUnderKeys) {
     EXPECT_FALSE(context.keyHasData("user") || context.getData("user"));
 }
 
-TEST(StringStream, writesAndReads) {
-    OStringStream out(1);
-    out << "n=" << 42 << std::string(1000, '.');
-    EXPECT_TRUE(out.length() == 1004 && out.toString().startsWith("n=42."));
-    out.reset();
-    out << 'x';
-    EXPECT_EQ(out.releaseString(), "x");
-    EXPECT_EQ(out.length(), 0U);
-    IStringStream in("7 words");
-    int number = 0;
-    std::string word;
-    EXPECT_TRUE(in >> number >> word && number == 7 && word == "words" && in.peek() == EOF);
-}
-
 TEST(StringBuffer, appendsAndCuts) {
     StringBuffer text;
     text += UInt8(65);

@@ -211,10 +211,6 @@ TEST(String, workingWithTheCLibrary) {
     char* copy = text.allocateCString();
     EXPECT_STREQ(copy, text.c_str());
     std::free(copy);
-    std::istringstream lines("one\r\ntwo");
-    EXPECT_EQ(String::getLine(lines), "one");
-    EXPECT_EQ(String::getLine(lines), "two");
-    EXPECT_EQ(String::getLine(lines), "");
 }
 
 } // namespace

@@ -22,8 +22,7 @@ TEST(Cron, RunsAnArmedTask) {
     chmod(task.path, 0755);
     // A daemon already running must take the change up, so it is started before the task is armed.
     const pid_t daemon = support::startChild([] {
-        return execlp("busybox", "busybox", "crond", "-f", "-L", (kHome.dir / "crond.log").c_str(), "-c",
-                      (kHome.dir / "crontabs").c_str(), nullptr);
+        return support::become({"busybox", "crond", "-f", "-L", kHome.dir / "crond.log", "-c", kHome.dir / "crontabs"});
     });
     EXPECT_EQ(ZPO_OK, ZpoSetScheduledTask(task, 1000, 1000, 1000));
     EXPECT_TRUE(

@@ -92,14 +92,11 @@ TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
 }
 
 TEST(Osqueue, CarriesMessages) {
-    const pid_t listener = support::startChild([] {
-        const support::Result heard = run({OSQUEUE, "listen", "Tool", "--count", "2", "--timeout", "10000"});
-        return heard.exitCode == 0 && heard.output == "0\n1\n" ? 0 : 1;
-    });
-    EXPECT_TRUE(support::waitUntil([] { return run({OSQUEUE, "send", "Tool", "0"}).exitCode == 0; }));
-    EXPECT_EQ(0, run({OSQUEUE, "send", "Tool", "1"}).exitCode);
-    EXPECT_EQ(0, support::waitForChild(listener));
-    play(OSQUEUE, {{{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
+    play(OSQUEUE, {{{"create", "Tool"}, 0, "..."},
+                   {{"send", "Tool", "0"}, 0, ""},
+                   {{"send", "Tool", "1"}, 0, ""},
+                   {{"listen", "Tool", "--count", "2", "--timeout", "10000"}, 0, "0\n1\n"},
+                   {{"listen", "Tool", "--timeout", "1"}, 1, "osqueue: Tool: no message in time (0x300005)\n"},
                    {{"delete", "Tool"}, 0, ""},
                    {{"send", "Tool", "0"}, 1, "osqueue: Tool: no such queue (0x300003)\n"}});
 }

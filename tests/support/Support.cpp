@@ -41,23 +41,24 @@ int inChild(const std::function<int()>& work) {
     return waitForChild(startChild(work));
 }
 
+int become(const std::vector<std::string>& command, const std::string& output) {
+    std::vector<char*> arguments;
+    for (const std::string& word : command) {
+        arguments.push_back(const_cast<char*>(word.c_str()));
+    }
+    arguments.push_back(nullptr);
+    if (!output.empty() && (std::freopen(output.c_str(), "w", stdout) == nullptr || dup2(1, 2) < 0)) {
+        return 126;
+    }
+    execvp(arguments[0], arguments.data());
+    return 127;
+}
+
 Result run(const std::vector<std::string>& command) {
     const TempDir scratch;
     const std::string output = scratch / "output";
     Result result;
-    result.exitCode = inChild([&] {
-        std::vector<char*> arguments;
-        arguments.reserve(command.size() + 1);
-        for (const std::string& word : command) {
-            arguments.push_back(const_cast<char*>(word.c_str()));
-        }
-        arguments.push_back(nullptr);
-        if (std::freopen(output.c_str(), "w", stdout) == nullptr || dup2(1, 2) < 0) {
-            return 126;
-        }
-        execvp(arguments[0], arguments.data());
-        return 127;
-    });
+    result.exitCode = inChild([&] { return become(command, output); });
     result.output = contentOf(output);
     return result;
 }

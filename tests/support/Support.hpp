@@ -41,6 +41,9 @@ struct Result {
 /// Runs a program to its end, with the test's environment.
 Result run(const std::vector<std::string>& command);
 
+/// Becomes the program, with its outputs in the file when one is named; returns only when that fails.
+int become(const std::vector<std::string>& command, const std::string& output = "");
+
 /// Runs `work` in a forked child and returns its exit code, or minus the signal that ended it; `work` returns the code.
 int inChild(const std::function<int()>& work);
 pid_t startChild(const std::function<int()>& work);

@@ -1,8 +1,5 @@
 #include "Lab.hpp"
 
-#include <sstream>
-#include <sys/wait.h>
-
 namespace lab {
 namespace {
 
@@ -28,12 +25,9 @@ void nameObjects(const std::string& cim) {
     setenv("CIM", cim.c_str(), 1);
     name("SERVICE", "QTX_CDRService.SystemCreationClassName=\"QTX_System\",SystemName=\"QTX\","
                     "CreationClassName=\"QTX_CDRService\",Name=\"CDRService\"");
-    name("PREFIX0", "QTX_CDRServicePrefixBin.InstanceID=\"CDRServicePrefixBin_0\"");
     name("PREFIX3", "QTX_CDRServicePrefixBin.InstanceID=\"CDRServicePrefixBin_3\"");
-    name("ACCESS0", "QTX_CDRServiceAccessBin.InstanceID=\"CDRServiceAccessBin_0\"");
     name("PUSH", "QTX_CDRPushSetting.InstanceID=\"CDRPushSetting\"");
     name("PUSHED", "QTX_CDRPushStatistics.Name=\"CDRPushStatistic\"");
-    name("PULLED", "QTX_CDRPullStatistics.Name=\"CDRPullStatistic\"");
 }
 
 } // namespace
@@ -64,7 +58,7 @@ void Lab::start(const std::string& options) {
                                 " --provider-stdout $LAB/provider.out "
                                 "--listen 127.0.0.1:0 --port-file $LAB/port --state-dir $LAB/server " +
                                 options + " >$LAB/server.out 2>$LAB/server.err";
-    server_ = support::startChild([&] { return execl("/bin/sh", "sh", "-c", command.c_str(), nullptr); });
+    server_ = support::startChild([&] { return support::become({"sh", "-c", command}); });
     const auto address = [this] { return addressIn(support::contentOf(home_ / "server.out")); };
     ASSERT_TRUE(support::waitUntil([&] { return !address().empty(); }, std::chrono::seconds(20))) << serverLog();
     const std::string port = support::contentOf(home_ / "port");
@@ -93,22 +87,8 @@ void Lab::play(const std::vector<Step>& steps) {
     }
 }
 
-std::set<std::string> Lab::lines(const std::string& command) {
-    std::istringstream text(run(command));
-    std::set<std::string> result;
-    for (std::string line; std::getline(text, line);) {
-        result.insert(line);
-    }
-    return result;
-}
-
-std::string Lab::crontabFile() const {
-    return home_ / ("crontabs/" + support::userName());
-}
-
-std::size_t Lab::armed() {
-    const std::size_t count = support::countOf("push task scheduled successfully", diagnostics());
-    return count - std::exchange(armed_, count);
+std::string Lab::crontab() const {
+    return support::contentOf(home_ / ("crontabs/" + support::userName()));
 }
 
 std::string Lab::diagnostics() const {

@@ -3,8 +3,6 @@
 
 #include "Support.hpp"
 
-#include <set>
-
 namespace lab {
 
 /// A command line of the shell and what it prints, on both outputs.
@@ -34,24 +32,18 @@ class Lab {
     static std::string run(const std::string& command);
     /// Each step in turn.
     static void play(const std::vector<Step>& steps);
-    static std::set<std::string> lines(const std::string& command);
 
     /// The messages that the queue got since the last call, one a line.
     static std::string heard() { return run("osqueue listen CDRService --timeout 1 2>/dev/null"); }
-    std::string crontab() const { return support::contentOf(crontabFile()); }
-    /// How often the push task has been put into the crontab since the last call.
-    std::size_t armed();
+    std::string crontab() const;
     /// What the module and the platform libraries logged.
     std::string diagnostics() const;
     std::string serverLog() const { return support::contentOf(home_ / "server.err"); }
     std::string operator/(const std::string& name) const { return home_ / name; }
 
   private:
-    std::string crontabFile() const;
-
     support::TempDir home_;
     pid_t server_ = -1;
-    std::size_t armed_ = 0;
 };
 
 } // namespace lab

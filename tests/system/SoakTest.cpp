@@ -20,10 +20,7 @@ std::atomic<unsigned> refused{0};
 
 /// The answer; empty when the server has too much to do.
 std::string ask(Client& client, const std::string& method, const std::string& object, const std::string& call) {
-    const http_testing::Reply reply = client.ask(http_testing::post(
-        R"(<CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE ID="1" PROTOCOLVERSION="1.0"><SIMPLEREQ>)" + call +
-            "</SIMPLEREQ></MESSAGE></CIM>",
-        "CIMOperation: MethodCall\r\nCIMMethod: " + method + "\r\nCIMObject: root/cimv2" + object + "\r\n"));
+    const http_testing::Reply reply = client.ask(http_testing::postCall(method, object, call));
     refused += reply.status == 503 ? 1 : 0;
     EXPECT_TRUE(reply.status == 200 || reply.status == 503) << reply.status;
     EXPECT_EQ(std::string::npos, reply.body.find("<ERROR")) << reply.body;
@@ -115,7 +112,7 @@ TEST(Soak, EveryAcknowledgedChangeIsThere) {
     const pid_t restores = support::startChild([] {
         const char* const loop =
             "until [ -e $LAB/stop ]; do zporeg restore $LAB/empty >>$LAB/restores || exit 1; sleep 0.1; done";
-        return execlp("sh", "sh", "-c", loop, nullptr);
+        return support::become({"sh", "-c", loop});
     });
     use(port(), rows, time * 3 / 4, true);
     support::writeFile(lab / "stop", "");

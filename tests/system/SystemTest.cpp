@@ -21,6 +21,9 @@ TEST(Service, IsReadChangedAndKept) {
         {"show $SERVICE DigitsLimit,DNISInfo,FeatureCode", "-FeatureCode=85\n-DNISInfo=TRUE\n-DigitsLimit=10\n"},
         {"wbemcli gc ${CIM}QTX_CDRPushStatistics", "root/cimv2:QTX_CDRPushStatistics Name=,LastTransferTime=\n"},
         {"zporeg get CDR CDRService 'PREFIX BIN' | cut -c 1-48", "09 0c 0c 0c 0c 0c 0c 0c 00 01 01 0c 0c 0c 0c 0c \n"},
+        {"wbemcli mi $PREFIX3 PrefixBin=90", ""},
+        {"zporeg get CDR CDRService 'PREFIX BIN' | cut -c 70-96", "0c 09 00 0c 0c 0c 0c 0c 0c \n"},
+        {"show $PUSHED LastTransferTime", "-LastTransferTime=00000000000000.000000:000\n"},
         {"wbemcli mi $SERVICE DigitsLimit=12", ""},
         {"wbemcli mi $SERVICE DigitsLimit=12", ""},
         {"wbemcli mi $SERVICE DigitLimit=12", HasSubstr("DigitLimit")},
@@ -109,18 +112,6 @@ TEST(Registry, DamagedIsNamedInTheLogAndRepairedWithoutARestart) {
     std::filesystem::remove(lab / "state");
     std::filesystem::rename(lab / "away", lab / "state");
     EXPECT_EQ(Lab::run("show $SERVICE DigitsLimit"), "-DigitsLimit=12\n");
-}
-
-TEST(Server, HoldsAnotherProviderBesideTheModule) {
-    Lab lab;
-    lab.start("--mof " TEST_PROVIDER_MOF " --provider-dir " TEST_PROVIDER_FOLDER);
-    Lab::play({
-        {"show $SERVICE DigitsLimit", "-DigitsLimit=10\n"},
-        {"show ${CIM}ACME_Slot.Number=2", "-Number=2\n-Label=slot 2\n"},
-        {"wbemcli mi $SERVICE DigitsLimit=13", ""},
-        {"wbemcli cm ${CIM}ACME_Thing.Name=\\\"full\\\" Fail", HasSubstr("Cim: (1)")},
-        {"zporeg get CDR CDRService DIGITSLIMIT", "00 0d\n"},
-    });
 }
 
 TEST(Access, NeedsTheRightUserOverTls) {

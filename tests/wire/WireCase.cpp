@@ -3,7 +3,7 @@
 #include <pugixml.hpp>
 
 #include <fstream>
-#include <functional>
+#include <map>
 #include <stdexcept>
 
 namespace wire {
@@ -51,18 +51,6 @@ std::string objectOf(pugi::xml_node call) {
         separator = ',';
     }
     return object;
-}
-
-using Headers = std::vector<std::pair<std::string, std::string>>;
-
-void set(Headers& headers, const std::string& name, const std::string& value) {
-    for (auto& header : headers) {
-        if (header.first == name) {
-            header.second = value;
-            return;
-        }
-    }
-    headers.emplace_back(name, value);
 }
 
 std::string wrapped(const std::string& call) {
@@ -136,7 +124,7 @@ Request requestOf(const Step& step, const std::string& context) {
     request.method = step.method;
     request.target = "/cimom";
     request.peer = "192.0.2.1:4711";
-    Headers headers{{"CIMOperation", "MethodCall"}};
+    std::map<std::string, std::string> headers{{"CIMOperation", "MethodCall"}};
     std::string body = unescaped(step.body);
     replaceAll(body, "{context}", context);
     replaceAll(body, "{ns}", nameSpacePath);
@@ -144,12 +132,12 @@ Request requestOf(const Step& step, const std::string& context) {
     call.load_string(body.c_str());
     const std::string root = call.document_element().name();
     if (root == "IMETHODCALL" || root == "METHODCALL") {
-        set(headers, "CIMMethod", call.document_element().attribute("NAME").value());
-        set(headers, "CIMObject", objectOf(call.document_element()));
+        headers["CIMMethod"] = call.document_element().attribute("NAME").value();
+        headers["CIMObject"] = objectOf(call.document_element());
         body = wrapped(body);
     }
     for (const auto& header : step.headers) {
-        set(headers, header.first, header.second);
+        headers[header.first] = header.second;
     }
     for (const auto& header : headers) {
         if (header.first == "@user") {

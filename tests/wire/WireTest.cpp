@@ -1,24 +1,14 @@
 // Plays each conversation of this folder against the CIM-XML side over a real object manager and a provider. After
 // every step the same server must still answer a good request.
+#include "Server.hpp"
+#include "Support.hpp"
 #include "WireCase.hpp"
 #include "XmlMatch.hpp"
 
-#include "cimserver/cimom/Cimom.hpp"
-#include "cimserver/cimom/Interop.hpp"
-#include "cimserver/cimxml/Dispatcher.hpp"
 #include "cimserver/cimxml/Grammar.hpp"
 #include "cimserver/common/Log.hpp"
-#include "cimserver/provider/ProviderHost.hpp"
-#include "cimserver/schema/Repository.hpp"
 
-#include <gtest/gtest.h>
-
-#include <unistd.h>
-
-#include <algorithm>
-#include <fstream>
 #include <regex>
-#include <sstream>
 
 namespace {
 
@@ -36,49 +26,21 @@ std::vector<fs::path> allCases() {
     return found;
 }
 
-/// Everything behind the transport, fresh for each conversation.
-class Server {
-  public:
-    Server() : host_(settings()) {
-        host_.scan();
-        cimom::addInterop(repository_, host_);
-        repository_.compileFile(TEST_PROVIDER_MOF, "root/cimv2");
-        cimom_.emplace(repository_, host_, cimom::Cimom::Settings());
-        cimxml::DispatcherSettings limits;
-        limits.hostName = "host.example";
-        limits.enumerations.perUser = 2;
-        limits.enumerations.count = 3;
-        limits.xml.elements = 500;
-        dispatcher_.emplace(*cimom_, limits);
-    }
+cimxml::DispatcherSettings limits() {
+    cimxml::DispatcherSettings limits;
+    limits.hostName = "host.example";
+    limits.enumerations.perUser = 2;
+    limits.enumerations.count = 3;
+    limits.xml.elements = 500;
+    return limits;
+}
 
-    /// The server counts a CIM error for each reply that holds one.
-    http::Response handle(const http::Request& request) {
-        const auto before = dispatcher_->errors();
-        auto response = dispatcher_->handle(request);
-        EXPECT_EQ(dispatcher_->errors() - before, response.body.find("<ERROR ") == std::string::npos ? 0U : 1U);
-        return response;
-    }
-
-  private:
-    static provider::HostSettings settings() {
-        provider::HostSettings settings;
-        settings.folders = {TEST_PROVIDER_FOLDER};
-        return settings;
-    }
-
-    schema::Repository repository_;
-    provider::ProviderHost host_;
-    std::optional<cimom::Cimom> cimom_;
-    std::optional<cimxml::Dispatcher> dispatcher_;
-};
-
-const std::string logFile = testing::TempDir() + "wire_test." + std::to_string(getpid()) + ".log";
-
-std::string logText() {
-    std::ostringstream text;
-    text << std::ifstream(logFile).rdbuf();
-    return text.str();
+/// The server counts a CIM error for each reply that holds one.
+http::Response answerOf(wire::Server& server, const wire::Step& step, const std::string& context = "") {
+    const auto before = server.errors();
+    auto response = server.handle(wire::requestOf(step, context));
+    EXPECT_EQ(server.errors() - before, response.body.find("<ERROR ") == std::string::npos ? 0U : 1U);
+    return response;
 }
 
 std::string field(const http::Response& response, const std::string& name) {
@@ -127,25 +89,27 @@ std::string contextIn(const std::string& body) {
     return document.select_node("//PARAMVALUE[@NAME='EnumerationContext']/VALUE").node().child_value();
 }
 
-void expectStillAnswers(Server& server) {
+void expectStillAnswers(wire::Server& server) {
     wire::Step step;
     step.body = "<IMETHODCALL NAME=\"EnumerateClassNames\"><LOCALNAMESPACEPATH><NAMESPACE NAME=\"interop\"/>"
                 "</LOCALNAMESPACEPATH></IMETHODCALL>";
-    const http::Response response = server.handle(wire::requestOf(step, ""));
+    const http::Response response = answerOf(server, step);
     EXPECT_NE(response.body.find("CIM_ManagedElement"), std::string::npos) << response.body;
 }
 
 class Wire : public testing::TestWithParam<fs::path> {};
 
 TEST_P(Wire, Case) {
-    Server server;
+    const support::TempDir folder;
+    log::configure({folder / "log"});
+    wire::Server server(limits());
     std::string context;
     for (const wire::Step& step : wire::readCase(GetParam())) {
         SCOPED_TRACE(GetParam().string() + "\n" + step.body);
-        const std::size_t logged = logText().size();
-        const http::Response response = server.handle(wire::requestOf(step, context));
+        const std::size_t logged = support::contentOf(folder / "log").size();
+        const http::Response response = answerOf(server, step, context);
         expectAnswer(step, response);
-        const std::string log = logText().substr(logged);
+        const std::string log = support::contentOf(folder / "log").substr(logged);
         for (const std::string& text : step.logged) {
             EXPECT_NE(log.find(text), std::string::npos) << log;
         }
@@ -167,15 +131,5 @@ std::string caseName(const testing::TestParamInfo<fs::path>& info) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, Wire, testing::ValuesIn(allCases()), caseName);
-
-/// The log goes to a file for as long as the program runs.
-struct LogFile {
-    LogFile() {
-        log::Settings settings;
-        settings.file = logFile;
-        log::configure(settings);
-    }
-    ~LogFile() { fs::remove(logFile); }
-} const logFileInUse;
 
 } // namespace

@@ -25,8 +25,10 @@ class ConcurrencyTest : public ModuleTest {
 
 TEST_F(ConcurrencyTest, RequestsAndRestoresTakeTurns) {
     const std::function<void()> read = [this] { get(kService); };
+    const std::function<void()> list = [this] { instances("QTX_CDRServicePrefixBin"); };
+    const std::function<void()> refresh = [this] { invoke(path(kService), "Refresh"); };
     for (const auto& first : {arm, restore}) {
-        for (const auto& second : {read, arm, restore}) {
+        for (const auto& second : {read, list, refresh, arm, restore}) {
             std::future<void> waiting;
             platform.during("ZpoGetScheduledTaskList", [&] {
                 waiting = std::async(std::launch::async, second);
@@ -36,26 +38,6 @@ TEST_F(ConcurrencyTest, RequestsAndRestoresTakeTurns) {
             waiting.get();
         }
     }
-}
-
-TEST_F(ConcurrencyTest, AllIsUsedAtOnce) {
-    const unsigned pushed = push();
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 3; ++thread) {
-        threads.emplace_back([this] {
-            for (int round = 0; round < 5; ++round) {
-                push();
-                EXPECT_EQ(failure([this] { useAll(); }), "");
-                restore();
-            }
-        });
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(push(), pushed + 16);
-    EXPECT_EQ(platform.tasks.size(), 1U);
-    EXPECT_EQ(platform.openLists, 0);
 }
 
 TEST_F(ConcurrencyTest, ALongPushHoldsUpNobody) {

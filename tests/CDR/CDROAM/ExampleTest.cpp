@@ -38,17 +38,4 @@ TEST_F(ExampleTest, ReadsWritesAndResets) {
     EXPECT_EQ(read("Count"), "0");
 }
 
-TEST_F(ExampleTest, KeepsATextOf40Bytes) {
-    const std::string longest(40, 'x');
-    EXPECT_EQ(write("Owner", value("string", longest)), "");
-    EXPECT_EQ(read("Owner"), longest);
-    EXPECT_EQ(write("Owner", value("string", longest + "x")),
-              "4 304 QTX_ExampleProvider Owner length must be must be <= 40");
-    EXPECT_EQ(platform.entry("CDR/Example/OWNER"), "text " + longest);
-    platform.put("CDR/Example/OWNER", "text a\tb");
-    platform.forget();
-    EXPECT_EQ(read("Owner"), "");
-    EXPECT_THAT(platform.log, testing::Contains("2 2 -1 ControlCharacters Found in PDR:OWNER"));
-}
-
 } // namespace

@@ -26,6 +26,11 @@ struct Record {
     ProviderEnvironmentIFCRef env;     ///< of the last call
 };
 
+template <class T>
+Array<T> listOf(std::initializer_list<T> items) {
+    return Array<T>(items.begin(), items.end());
+}
+
 /// The names in the list, or "all".
 std::string shown(const StringArray* list);
 /// "Name=value" of each property, separated by blanks.

@@ -26,9 +26,7 @@ TEST_F(CimomTest, CompletesInstances) {
     EXPECT_TRUE(whole.getProperty(CIMName("C")).getDataType().isArrayType());
     EXPECT_TRUE(whole.getProperty(CIMName("A")).getQualifier(CIMName("Applicable"))) << "a provider's own goes out";
 
-    StringArray list(1, String("c"));
-    list.push_back("a");
-    list.push_back("Unknown");
+    const StringArray list = listOf<String>({"c", "a", "Unknown"});
     InstanceSelection some;
     some.propertyList = &list;
     const CIMInstance part = cimom.getInstance(context, "root/test", path(), some);

@@ -20,11 +20,8 @@ class Modify : public CimomTest {
     }
 
     static CIMPropertyArray all(int a, const char* b) {
-        CIMPropertyArray result(1, text("b", b));
-        result.push_back(CIMProperty(CIMName("A"), CIMValue(UInt8(a))));
-        result.push_back(text("Name", "one"));
-        result.push_back(CIMProperty(CIMName("C"), CIMDataType(CIMDataType::UINT16, -1)));
-        return result;
+        return listOf({text("b", b), CIMProperty(CIMName("A"), CIMValue(UInt8(a))), text("Name", "one"),
+                       CIMProperty(CIMName("C"), CIMDataType(CIMDataType::UINT16, -1))});
     }
 
     Cimom* use = &cimom;
@@ -35,9 +32,9 @@ TEST_F(Modify, HandsOnWhatDiffersInTheOrderOfTheRequest) {
     EXPECT_EQ(modify(all(6, "old")), "modify Name=one A=6 [A] of /root/test:T_Thing.Name=\"one\"");
     EXPECT_EQ(modify(all(6, "new")), "modify Name=one B=new A=6 [B,A] of /root/test:T_Thing.Name=\"one\"");
     EXPECT_TRUE(record.handed.getProperty(CIMName("B")).getOriginClass().equals("T_Thing")) << "the class's property";
-    CIMPropertyArray cleared(1, CIMProperty(CIMName("B"), CIMDataType(CIMDataType::STRING)));
-    cleared.push_back(CIMProperty(CIMName("Name"), CIMDataType(CIMDataType::STRING))); // a NULL key says nothing
-    EXPECT_EQ(modify(cleared), "modify Name=one B=(null) [B] of /root/test:T_Thing.Name=\"one\"")
+    const CIMDataType null = CIMDataType::STRING; // of a key it says nothing
+    EXPECT_EQ(modify(listOf({CIMProperty(CIMName("B"), null), CIMProperty(CIMName("Name"), null)})),
+              "modify Name=one B=(null) [B] of /root/test:T_Thing.Name=\"one\"")
         << "NULL, not the default";
 }
 
@@ -161,10 +158,8 @@ class Invoke : public CimomTest {
 };
 
 TEST_F(Invoke, OrdersTypesAndCompletesParameters) {
-    CIMParamValueArray in(1, value("BOTH", CIMValue("b")));
-    in.push_back(value("Level", CIMValue("3")));
-    record.out.push_back(value("", CIMValue("changed")));
-    record.out.push_back(value("", CIMValue(UInt8(9))));
+    const CIMParamValueArray in = listOf({value("BOTH", CIMValue("b")), value("Level", CIMValue("3"))});
+    record.out = listOf({value("", CIMValue("changed")), value("", CIMValue(UInt8(9)))});
     EXPECT_EQ(invoke(in).first, 0);
     EXPECT_THAT(record.calls, ElementsAre("get root/test /root/test:t_thing.Name=\"one\" all",
                                           "invoke act /root/test:t_thing.Name=\"one\""));
@@ -181,15 +176,13 @@ TEST_F(Invoke, OrdersTypesAndCompletesParameters) {
     EXPECT_EQ(invoke(in).first, 0);
     EXPECT_EQ(out[0].getValue().toString(), String("b")) << "comes preset with what was sent";
     EXPECT_FALSE(out[1].getValue());
-    record.out.push_back(value("", CIMValue("x")));
-    record.out.push_back(value("", CIMValue(UInt32(70000))));
+    record.out = listOf({value("", CIMValue("x")), value("", CIMValue(UInt32(70000)))});
     EXPECT_THAT(invoke(in), Pair(1, "general error (The value of parameter Result cannot be converted to uint16)"));
 }
 
 TEST_F(Invoke, RefusesWhatTheMethodDoesNotTake) {
     for (const char* name : {"Zap", "level", "Result"}) { // unknown, a second time, out only
-        CIMParamValueArray in(1, value("Level", CIMValue(UInt8(1))));
-        in.push_back(value(name, CIMValue("x")));
+        const auto in = listOf({value("Level", CIMValue(UInt8(1))), value(name, CIMValue("x"))});
         EXPECT_THAT(invoke(in).second, testing::HasSubstr(std::string("Unknown or duplicate parameter: ") + name));
     }
     EXPECT_EQ(invoke(CIMParamValueArray(1, value("Level", CIMValue("abc")))).first, 4);

@@ -26,24 +26,19 @@ std::string nested(std::size_t depth) {
 TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
     const std::string secret = "<PROPERTY NAME=\"Password\"><VALUE>x</VALUE></PROPERTY>";
     const std::string gone = "<PROPERTY NAME=\"Password\">***</PROPERTY>";
+    // clang-format off
     const std::pair<std::string, std::string> cases[] = {
-        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it
-        {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
+        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
         {"<A>" + secret + "<VALUE>y</VALUE></A>", "<A>" + gone + "<VALUE>y</VALUE></A>"},
-        {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>",
-         "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
+        {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>", "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
         {"<property NAME='oldPASSWORD'>x</property>", "<property NAME=\"oldPASSWORD\">***</property>"},
         {"<PROPERTY NAME=\"P&#97;ssword\"><VALUE>x</VALUE></PROPERTY>", gone},
-        {"<PROPERTY.ARRAY NAME=\"Passwords\"><VALUE>x</VALUE></PROPERTY.ARRAY>",
-         "<PROPERTY.ARRAY NAME=\"Passwords\">***</PROPERTY.ARRAY>"},
-        {"<PARAMVALUE NAME=\"password\"><VALUE>x</VALUE></PARAMVALUE>",
-         "<PARAMVALUE NAME=\"password\">***</PARAMVALUE>"},
-        {"<KEYBINDING NAME=\"Password\"><KEYVALUE>x</KEYVALUE></KEYBINDING>",
-         "<KEYBINDING NAME=\"Password\">***</KEYBINDING>"},
+        {"<PROPERTY.ARRAY NAME=\"Passwords\"><VALUE>x</VALUE></PROPERTY.ARRAY>", "<PROPERTY.ARRAY NAME=\"Passwords\">***</PROPERTY.ARRAY>"},
+        {"<PARAMVALUE NAME=\"password\"><VALUE>x</VALUE></PARAMVALUE>", "<PARAMVALUE NAME=\"password\">***</PARAMVALUE>"},
+        {"<KEYBINDING NAME=\"Password\"><KEYVALUE>x</KEYVALUE></KEYBINDING>", "<KEYBINDING NAME=\"Password\">***</KEYBINDING>"},
         {"<VALUE>&lt;PROPERTY NAME=\"Password\"&gt;x</VALUE>", "<VALUE>***</VALUE>"},
         {"<VALUE><![CDATA[<PROPERTY NAME=\"P&#97;ssword\">x]]></VALUE>", "<VALUE>***</VALUE>"},
-        {"<?xml version=\"1.0\"?><A><!-- don't " + secret + " --><?x " + secret + "?>" + secret + "</A>",
-         "<A>" + gone + "</A>"},
+        {"<?xml version=\"1.0\"?><A><!-- don't " + secret + " --><?x " + secret + "?>" + secret + "</A>", "<A>" + gone + "</A>"},
         {"<A><!-- " + secret + " --><B/></A>", "<A><B/></A>"},
         {"<PROPERTY NAME=\"Password\"><VALUE><![CDATA[</PROPERTY>x]]></VALUE></PROPERTY>", gone},
         // Not well-formed: nobody can tell where the secret ends.
@@ -54,6 +49,7 @@ TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
         {nested(64), nested(64)},
         {"", ""},
     };
+    // clang-format on
     EXPECT_EQ(masked(nested(65)).request, "***") << "deeper than the limit";
     for (const auto& [text, expected] : cases) {
         EXPECT_EQ(masked(text).request, expected);

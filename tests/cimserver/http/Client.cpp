@@ -108,4 +108,10 @@ std::string post(const std::string& body, const std::string& fields, const std::
            "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
 }
 
+std::string postCall(const std::string& method, const std::string& object, const std::string& call) {
+    return post(R"(<CIM CIMVERSION="2.0" DTDVERSION="2.0"><MESSAGE ID="1" PROTOCOLVERSION="1.0"><SIMPLEREQ>)" + call +
+                    "</SIMPLEREQ></MESSAGE></CIM>",
+                "CIMOperation: MethodCall\r\nCIMMethod: " + method + "\r\nCIMObject: root/cimv2" + object + "\r\n");
+}
+
 } // namespace http_testing

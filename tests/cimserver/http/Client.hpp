@@ -53,4 +53,7 @@ class Client {
 /// A well-formed request with the body; `fields` are further lines, each with its "\r\n".
 std::string post(const std::string& body, const std::string& fields = "", const std::string& version = "HTTP/1.1");
 
+/// A request that calls the method; `object` is the class or instance within root/cimv2, empty for none.
+std::string postCall(const std::string& method, const std::string& object, const std::string& call);
+
 } // namespace http_testing

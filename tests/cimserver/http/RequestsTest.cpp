@@ -13,20 +13,18 @@ using RequestsTest = ServerTest;
 TEST_F(RequestsTest, AnswersWhatTheRulesAllow) {
     settings_.hostNames = {"pbx.example"};
     start();
+    const std::string host = "HTTP/1.1\r\nHost: localhost\r\n";
     const std::string xml = "Content-Type: text/xml; charset=utf-8\r\n";
+    const std::string man = "Man: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73\r\n";
+    const std::string posted = "POST||write|a";
+    // clang-format off
     const std::pair<std::string, std::string> cases[] = {
         {post("a"), "POST||write|a"},
         {"\r\n\n" + post("a"), "POST||write|a"},
-        {"M-POST / HTTP/1.1\r\nHost: localhost\r\n" + xml +
-             "Man: http://www.dmtf.org/cim/mapping/http/v1.0 ; ns=73\r\ncontent-length: 0000000001\r\n\r\na",
-         "M-POST||write|a"},
-        {"POST http://localhost:5988/cimom HTTP/1.1\r\nHost: localhost\r\nCONTENT-TYPE: "
-         "Application/XML\r\ncOnTeNt-LeNgTh: 1\r\n\r\na",
-         "POST||write|a"},
-        {"POST http://localhost HTTP/1.1\r\nHost: localhost\r\n" + xml + "Content-Length: 1\r\n\r\na", "POST||write|a"},
-        {"POST /cimom HTTP/1.1\r\nHost: localhost\r\n" + xml +
-             "Transfer-Encoding: chunked\r\n\r\n1\r\na\r\n3;x=y\r\nbcd\r\n0\r\nX: y\r\n\r\n",
-         "POST||write|abcd"},
+        {"M-POST / " + host + xml + man + "content-length: 0000000001\r\n\r\na", "M-POST||write|a"},
+        {"POST http://localhost:5988/cimom " + host + "CONTENT-TYPE: Application/XML\r\ncOnTeNt-LeNgTh: 1\r\n\r\na", posted},
+        {"POST http://localhost " + host + xml + "Content-Length: 1\r\n\r\na", posted},
+        {"POST /cimom " + host + xml + "Transfer-Encoding: chunked\r\n\r\n1\r\na\r\n3;x=y\r\nbcd\r\n0\r\nX: y\r\n\r\n", posted + "bcd"},
         {post("", "Accept: */*\r\n"), "POST||write|"},
         {post("a", "Accept: text/html;q=1, text/xml;q=0.1\r\n"), "POST||write|a"},
         {post("a", "Accept: application/xml;q=0, text/*\r\n"), "POST||write|a"},
@@ -35,8 +33,9 @@ TEST_F(RequestsTest, AnswersWhatTheRulesAllow) {
         {"GET /health HTTP/1.1\r\nHost: [::1]:5988\r\n\r\n", "ok\n"},
         {"GET /health HTTP/1.1\r\nhost: 10.1.2.3\r\n\r\n", "ok\n"},
         {"GET /health HTTP/1.1\r\nHost: PBX.example:80\r\n\r\n", "ok\n"},
-        {post("a", "Content-Type: application/xml\r\nX: 1\r\nX: 2\r\n"), "POST||write|a"},
+        {post("a", "Content-Type: application/xml\r\nX: 1\r\nX: 2\r\n"), posted},
     };
+    // clang-format on
     for (const auto& [bytes, body] : cases) {
         const auto reply = connect().ask(bytes);
         EXPECT_EQ(reply.status, 200U) << bytes;
@@ -48,7 +47,8 @@ TEST_F(RequestsTest, AnswersWhatTheRulesAllow) {
 /// A refusal leaves the connection open when the next request can be found in it, else it is announced and done.
 TEST_F(RequestsTest, RefusesAndServesOn) {
     start();
-    const std::string head = "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: text/xml\r\n";
+    const std::string host = " HTTP/1.1\r\nHost: localhost\r\n";
+    const std::string head = "POST /cimom" + host + "Content-Type: text/xml\r\n";
     const std::string chunked = "Transfer-Encoding: chunked\r\n\r\n";
     const std::tuple<unsigned, bool, std::string> cases[] = {
         {400, true, "\x16\x03\x01\x02 is TLS\r\n\r\n"},
@@ -80,15 +80,13 @@ TEST_F(RequestsTest, RefusesAndServesOn) {
         {501, false, "BREW /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Length: 4\r\n\r\nbody"},
         {411, false, head + "\r\n"},
         {415, false, "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Length: 4\r\n\r\nbody"},
-        {415, false,
-         "POST /cimom HTTP/1.1\r\nHost: localhost\r\nContent-Type: text/html\r\n" + chunked + "1\r\na\r\n0\r\n\r\n"},
+        {415, false, "POST /cimom" + host + "Content-Type: text/html\r\n" + chunked + "1\r\na\r\n0\r\n\r\n"},
         {415, false, post("a", "Content-Encoding: gzip\r\n")},
         {406, false, post("a", "Accept: text/html, application/json\r\n")},
         {406, false, post("a", "Accept: application/xml;q=0, text/xml;q=0.000, */*\r\n")},
         {417, false, post("a", "Expect: the-unexpected\r\n")},
         {500, false, post("throw")},
-        {404, true,
-         "POST /elsewhere HTTP/1.1\r\nHost: localhost\r\nConnection: close\r\nContent-Length: 4\r\n\r\nbody"},
+        {404, true, "POST /elsewhere" + host + "Connection: close\r\nContent-Length: 4\r\n\r\nbody"},
     };
     for (const auto& [status, closes, bytes] : cases) {
         auto client = connect();

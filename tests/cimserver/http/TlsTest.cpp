@@ -45,11 +45,8 @@ class TlsTest : public ServerTest {
 
 TEST_F(TlsTest, Offers12And13Only) {
     start(true);
-    for (const auto& [version, body] : {std::pair(TLS1_1_VERSION, ""), std::pair(TLS1_2_VERSION, "POST||write|a"),
-                                        std::pair(TLS1_3_VERSION, "POST||write|a")}) {
-        tls_.version = version;
-        EXPECT_EQ(askOver(tls_), body) << version;
-    }
+    tls_.version = TLS1_1_VERSION;
+    EXPECT_EQ(askOver(tls_), "");
     // What the machine's own OpenSSL refuses anyway tells nothing of the server's own bound.
     const auto context = cimserver::http::makeTlsContext(settings_.tls);
     EXPECT_EQ(SSL_CTX_get_min_proto_version(context->native_handle()), TLS1_2_VERSION);
@@ -62,7 +59,9 @@ TEST_F(TlsTest, Offers12And13Only) {
 
 TEST_F(TlsTest, VersionAndCiphersAreTheAdministrators) {
     const std::string served = "POST||write|a";
-    const std::tuple<const char*, const char*, std::string, std::string> cases[] = {
+    const auto usual = settings_.tls;
+    const std::tuple<std::string, std::string, std::string, std::string> cases[] = {
+        {usual.minVersion, usual.ciphers, served, served},
         {"1.3", "ECDHE+AESGCM", "", served},
         {"1.2", "TLS_AES_128_GCM_SHA256", served, served},
         {"1.2", "ECDHE-RSA-AES128-GCM-SHA256", "", served}, // the key is none of RSA

@@ -6,6 +6,7 @@ using cimserver::schema::Repository;
 
 namespace {
 
+// clang-format off
 // The declaration of the property P, its default as text and its type.
 const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
     {"uint8 P = 255;", "255", CIMDataType::UINT8},
@@ -33,6 +34,7 @@ const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
     {"string P[4] = {\"a\", \"b\" \"c\"};", "a,bc", CIMDataType::STRING},
     {"boolean P[] = {};", "", CIMDataType::BOOLEAN},
 };
+// clang-format on
 
 TEST(Defaults, AreOfTheirType) {
     for (const auto& [declaration, value, type] : defaults) {
@@ -47,6 +49,7 @@ TEST(Defaults, AreOfTheirType) {
 const std::string keyed = "class A { [Key] string K; }; ";
 
 const char* const badCharacter = "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)";
+// clang-format off
 // What stands after the qualifiers, so in line 2.
 const std::pair<std::string, const char*> mistakes[] = {
     // Of the characters.
@@ -57,16 +60,14 @@ const std::pair<std::string, const char*> mistakes[] = {
     {"class A { string P = \"\\x0\"; };", badCharacter},
     {"class A { string P = \"\\xD800\"; };", badCharacter},
     {"class A { string P = \"\x01\"; };", "2:23: unexpected byte 1 in a string (in A)"},
-    {"class A { char16 P = ''; };",
-     "2:22: a character is missing between single quotes (one beyond ASCII is written \\xHHHH) (in A)"},
+    {"class A { char16 P = ''; };", "2:22: a character is missing between single quotes (one beyond ASCII is written \\xHHHH) (in A)"},
     {"class A { char16 P = 'ab'; };", "2:22: the character is not closed (in A)"},
     {"class A { uint8 P = 08; };", "2:21: \"08\" is not a number (in A)"},
     {"class A { uint8 P = 12b; };", "2:21: \"12b\" is not a number (in A)"},
     {"class A { uint8 P = 0x; };", "2:21: \"0x\" is not a number (in A)"},
     {"class A { real32 P = 1.; };", "2:22: \"1.\" is not a real number (in A)"},
     {"class A { real64 P = 1.0e999; };", "2:22: \"1.0e999\" is not a real number (in A)"},
-    {"class A { uint64 P = 18446744073709551616; };",
-     "2:22: \"18446744073709551616\" does not fit into 64 bits (in A)"},
+    {"class A { uint64 P = 18446744073709551616; };", "2:22: \"18446744073709551616\" does not fit into 64 bits (in A)"},
     {"class \xc3\xa9 {};", "2:7: unexpected byte 195"},
     {"class A @", "2:9: unexpected '@'"},
     // Of the grammar.
@@ -109,12 +110,9 @@ const std::pair<std::string, const char*> mistakes[] = {
     {"class A { [Key(1)] string P; };", "2:16: the value is not of type boolean (in A.P)"},
     {"class A { [Values(\"x\")] string P; };", "2:19: an array is expected, written in braces (in A.P)"},
     {"class A { [Key : Nope] string P; };", "2:18: \"Nope\" is not a flavor (in A.P)"},
-    {"class A { [Key : EnableOverride DisableOverride] string K; };",
-     "2:33: the flavor \"DisableOverride\" contradicts another one (in A.K)"},
-    {"class A { [Key : ToSubclass Restricted] string P; };",
-     "2:29: the flavor \"Restricted\" contradicts another one (in A.P)"},
-    {"class A { [Key] string P; }; class B : A { [Key(false)] string P; };",
-     "2:45: the qualifier \"Key\" may not be overridden (in B.P)"},
+    {"class A { [Key : EnableOverride DisableOverride] string K; };", "2:33: the flavor \"DisableOverride\" contradicts another one (in A.K)"},
+    {"class A { [Key : ToSubclass Restricted] string P; };", "2:29: the flavor \"Restricted\" contradicts another one (in A.P)"},
+    {"class A { [Key] string P; }; class B : A { [Key(false)] string P; };", "2:45: the qualifier \"Key\" may not be overridden (in B.P)"},
     {"class A { string P; }; class B : A { uint8 P; };", "2:38: \"P\" overrides an element of another type (in B.P)"},
     {"class A { string P; }; class B : A { string P(); };", "2:45: \"P\" is inherited as a property (in B.P)"},
     {"class A { [Override(\"P\")] string P; };", "2:34: \"P\" overrides \"P\", which is not inherited (in A.P)"},
@@ -123,32 +121,25 @@ const std::pair<std::string, const char*> mistakes[] = {
     {"Qualifier Q : string;", "2:11: the qualifier \"Q\" is declared without a scope"},
     {"Qualifier Q : string, Scope(nothing);", "2:29: \"nothing\" is not a scope"},
     {"Qualifier Q : A REF, Scope(any);", "2:15: a qualifier cannot be a reference"},
-    {"class A { [Key] uint8 K; uint8 N; }; instance of A { K = 1; n = 256; };",
-     "2:65: 256 is out of the range of uint8 (in A.n)"},
+    {"class A { [Key] uint8 K; uint8 N; }; instance of A { K = 1; n = 256; };", "2:65: 256 is out of the range of uint8 (in A.n)"},
     {keyed + "instance of A { };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
     {keyed + "instance of A { K = NULL; };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
     {keyed + "instance of A { K = \"1\"; Q = 1; };", "2:55: the class has no such property (in A.Q)"},
     {keyed + "instance of A { K = \"1\"; k = \"2\"; };", "2:55: the property is given twice (in A.k)"},
-    {keyed + "instance of A { K = \"1\"; }; instance of a { K = \"1\"; };",
-     "2:70: the instance A.K=\"1\" is declared already"},
-    {keyed + "instance of A as $x { K = \"1\"; }; instance of A as $X { K = \"2\"; };",
-     "2:76: the alias \"$X\" is given twice"},
-    {"class A { string K; }; instance of A { K = \"1\"; };",
-     "2:36: the class \"A\" has no keys to name an instance by"},
-    {"[Abstract] class A { [Key] string K; }; instance of A { K = \"1\"; };",
-     "2:53: the class \"A\" is abstract: it has no instances"},
-    {keyed + "class B { [Key] string K; }; [Association] class L { [Key] A REF R; }; instance of "
-             "L { R = \"B.K=\\\"1\\\"\"; };",
+    {keyed + "instance of A { K = \"1\"; }; instance of a { K = \"1\"; };", "2:70: the instance A.K=\"1\" is declared already"},
+    {keyed + "instance of A as $x { K = \"1\"; }; instance of A as $X { K = \"2\"; };", "2:76: the alias \"$X\" is given twice"},
+    {"class A { string K; }; instance of A { K = \"1\"; };", "2:36: the class \"A\" has no keys to name an instance by"},
+    {"[Abstract] class A { [Key] string K; }; instance of A { K = \"1\"; };", "2:53: the class \"A\" is abstract: it has no instances"},
+    {keyed + "class B { [Key] string K; }; [Association] class L { [Key] A REF R; }; instance of L { R = \"B.K=\\\"1\\\"\"; };",
      "2:121: \"B\" is no class derived from \"A\" (in L.R)"},
-    {"[Association] class L { [Key] L REF R; }; instance of L as $l { R = $l; };",
-     "2:55: references go in a circle or deeper than 8 (in L.R)"},
+    {"[Association] class L { [Key] L REF R; }; instance of L as $l { R = $l; };", "2:55: references go in a circle or deeper than 8 (in L.R)"},
     {"[Association] class L { [Key] L REF R; }; instance of L { R = $m; };", "2:63: there is no alias \"$m\" (in L.R)"},
     {"[Association] class A { A REF P = $x; };", "2:35: the value is not of type REF (in A.P)"},
-    {"class A { string Q; }; class B : A { [Override(\"C.Q\")] string Q; };",
-     "2:63: \"Q\" overrides \"C.Q\", which is not inherited (in B.Q)"},
+    {"class A { string Q; }; class B : A { [Override(\"C.Q\")] string Q; };", "2:63: \"Q\" overrides \"C.Q\", which is not inherited (in B.Q)"},
     {"class M : L { [Override(\"R\")] C REF R; }; [Association] class L { A REF R; }; class A {}; class C {};",
      "2:31: \"R\" overrides an element of another type (in M.R)"},
 };
+// clang-format on
 
 TEST(Mistakes, AreNamedWithTheirPlace) {
     for (const auto& [mof, message] : mistakes) {

@@ -144,16 +144,6 @@ TEST(Associations, AreThoseOfTheSchema) {
     }
 }
 
-TEST(Lookup, GivesSubclassesInTheOrderOfDeclaration) {
-    Repository repository;
-    repository.compileText("class Z {}; class B : Z {}; class A : Z {}; class C : B {};", "t.mof", "root/test");
-    EXPECT_THAT(names(repository.subclasses("root/test", "", false)), ElementsAre("Z"));
-    EXPECT_THAT(names(repository.subclasses("root/test", "z", false)), ElementsAre("B", "A"));
-    EXPECT_THAT(names(repository.subclasses("root/test", "Z", true)), ElementsAre("B", "C", "A"));
-    EXPECT_THAT(names(repository.subclasses("root/nope", "Z", true)), ElementsAre());
-    EXPECT_EQ(repository.findClass("root/test", "Y"), nullptr);
-}
-
 TEST(Lookup, TakesNamespacesInAnySpellingAndByAlias) {
     Repository repository;
     repository.addAlias("interop", "root/Interop");

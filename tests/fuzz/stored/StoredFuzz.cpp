@@ -10,16 +10,6 @@ namespace {
 
 using namespace OpenWBEM;
 
-std::string hexadecimal(std::string_view bytes) {
-    std::string text;
-    for (const char c : bytes) {
-        char digits[3];
-        std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned char>(c));
-        text += digits;
-    }
-    return text;
-}
-
 /// The module over a platform in which inputs put entries.
 class Device : public ModuleTest {
   public:
@@ -52,7 +42,8 @@ class Device : public ModuleTest {
 
   private:
     void put(const PropertyCase& entry, unsigned kind, std::string_view bytes) {
-        std::string value = "bytes " + hexadecimal(bytes);
+        ZpoSetRegEntryBinary("Fuzz", "S", "last", bytes.data(), static_cast<std::uint32_t>(bytes.size()));
+        std::string value = bytes.empty() ? "bytes " : platform.entry("Fuzz/S/last"); // in hexadecimal digits
         if (kind % 4 == 0) { // of the length that the module expects
             value.resize(entry.stored.size(), '0');
         } else if (kind % 4 == 1) {
