@@ -121,7 +121,7 @@ TEST_F(Queue, IsBoundedAndServedInOrder) {
     passes_.pop_front();
     EXPECT_EQ(called_, "-a b ");
     EXPECT_FALSE(entersElsewhere(gate_, Access::Read)) << "the place is promised";
-    passes_.clear();
+    passes_.pop_front();
     EXPECT_EQ(called_, "-a b c ");
     EXPECT_TRUE(enqueue("d") && enqueue("e", Access::Read));
     EXPECT_FALSE(std::async([this] { return gate_.tryEnter(Access::Read).has_value(); }).get()) << "no read overtakes";
