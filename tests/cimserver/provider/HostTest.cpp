@@ -85,10 +85,14 @@ class Reporter : public CppMethodProviderIFC {
 };
 
 TEST(Registration, ComesFromWhatAProviderReports) {
+    const support::TempDir dir;
+    cimserver::log::configure({dir / "log", cimserver::log::Level::Error});
     Registrations registrations;
     const IntrusiveReference<CppProviderBaseIFC> reporter(new Reporter);
     registrations.add("One", *reporter);
+    EXPECT_EQ(support::contentOf(dir / "log"), "");
     registrations.add("Two", *reporter); // the first keeps its classes
+    EXPECT_EQ(support::countOf("which provider One serves already", support::contentOf(dir / "log")), 2U);
     EXPECT_EQ(registrations.methodProvider("root/any", "whole", "Anything"), "One");
     EXPECT_EQ(registrations.methodProvider("root/test", "Part", "f"), "One");
     EXPECT_EQ(registrations.methodProvider("root/test", "Part", "G"), "");
