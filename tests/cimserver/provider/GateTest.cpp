@@ -1,6 +1,7 @@
 // Who may be inside a provider together, and that no cycle of waiting is for ever.
 #include "cimserver/provider/Gate.hpp"
 #include "Support.hpp"
+#include "cimserver/provider/Attempt.hpp"
 
 #include <atomic>
 #include <future>
@@ -132,6 +133,26 @@ TEST_F(Queue, IsBoundedAndServedInOrder) {
 TEST_F(Queue, IsServedWhenThePlaceBecameFreeMeanwhile) {
     EXPECT_TRUE(enqueue("a"));
     EXPECT_EQ(called_, "a ");
+}
+
+TEST(Gate, ACallOutOfAProviderWaitsForTheNext) {
+    Gate outer(Sharing::None);
+    Gate inner(Sharing::None);
+    std::promise<void> held;
+    std::promise<void> leave;
+    auto holder = std::async(std::launch::async, [&] {
+        const auto pass = inner.tryEnter(Access::Write);
+        held.set_value();
+        leave.get_future().wait();
+    });
+    held.get_future().wait();
+    auto caller = std::async(std::launch::async, [&] {
+        const auto first = admitTo(outer, Access::Write, 1h);
+        return first && admitTo(inner, Access::Write, 1h);
+    });
+    EXPECT_EQ(caller.wait_for(50ms), std::future_status::timeout) << "it has not given up";
+    leave.set_value();
+    EXPECT_TRUE(caller.get());
 }
 
 } // namespace
