@@ -154,7 +154,7 @@ std::string nextId() {
 } // namespace
 
 AuditRecord::AuditRecord(const cimom::RequestContext& context, const RequestMessage& message)
-    : context_(context), message_(message), id_(nextId()) {}
+    : context_(context), message_(message) {}
 
 void AuditRecord::onModification(const CIMPropertyArray& changes, const CIMInstance& previous) {
     changes_ = changes;
@@ -195,7 +195,8 @@ std::string AuditRecord::changes() const {
     return list.empty() ? "(nothing to change)" : list;
 }
 
-std::string AuditRecord::text() const {
+std::string AuditRecord::text() {
+    id_ = id_.empty() ? nextId() : id_;
     const ChangeRequest change = changeRequestIn(message_);
     const std::string values = changes_ ? changes() : sentValues(change);
     return "id=" + id_ + " user=" + (context_.user.empty() ? "-" : named(context_.user)) + " peer=" + context_.peer +
@@ -215,7 +216,7 @@ bool AuditRecord::wantsResult() const {
     return audit::isKept();
 }
 
-void AuditRecord::write(const Outcome& outcome) const {
+void AuditRecord::write(const Outcome& outcome) {
     const std::string result =
         outcome.code == 0 ? "ok"
                           : "error " + std::to_string(outcome.code) + " " + quoted(withoutSecrets(outcome.description));

@@ -34,16 +34,16 @@ class AuditRecord : public cimom::ChangeObserver {
     void target(const OpenWBEM::CIMObjectPath& path);
 
     /// Writes the line.
-    void write(const Outcome& outcome) const;
+    void write(const Outcome& outcome);
 
   private:
-    std::string text() const;
+    std::string text();
     std::string changes() const;
     std::string remark(const OpenWBEM::CIMProperty& change) const;
 
     const cimom::RequestContext& context_;
     const RequestMessage& message_;
-    std::string id_;     ///< the same in the lines before and after a change
+    std::string id_;     ///< the same in the lines before and after a change; made for the first
     std::string target_; ///< empty: as the request names it
     std::optional<OpenWBEM::CIMPropertyArray> changes_;
     OpenWBEM::CIMInstance previous_{OpenWBEM::CIMNULL};

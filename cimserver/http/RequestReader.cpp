@@ -132,11 +132,11 @@ RequestReader::Progress RequestReader::checkFields() {
     if (hosts > 1 || (hosts == 0 && message.version() == 11)) {
         return fail({400, hosts == 0 ? "the Host is missing" : "more than one Host"});
     }
-    std::map<std::string, std::string_view> values;
+    std::map<std::string_view, std::string_view, LessIgnoringCase> values;
     for (const auto& field : message) {
         const std::string_view name(field.name_string().data(), field.name_string().size());
         const std::string_view value(field.value().data(), field.value().size());
-        if (decides(name) && values.emplace(folded(name), value).first->second != value) {
+        if (decides(name) && values.emplace(name, value).first->second != value) {
             return fail({400, "two values of " + std::string(name)});
         }
     }

@@ -32,7 +32,7 @@ std::vector<std::string> keysOf(const ClassInfo& info) {
 } // namespace
 
 void Registrations::put(Table& table, const std::string& key, const std::string& id) {
-    const auto [place, isNew] = table.try_emplace(folded(key), id);
+    const auto [place, isNew] = table.try_emplace(key, id);
     if (!isNew && place->second != id) {
         log::write(log::Level::Error, "provider",
                    "Provider " + id + " reports " + key + ", which provider " + place->second + " serves already");
@@ -40,7 +40,7 @@ void Registrations::put(Table& table, const std::string& key, const std::string&
 }
 
 void Registrations::put(Lists& lists, const std::string& key, const std::string& id) {
-    lists[folded(key)].push_back(id);
+    lists[key].push_back(id);
 }
 
 template <class Entries, class Provider, class Info>
@@ -83,9 +83,9 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
 template <class Entries>
 typename Entries::mapped_type Registrations::get(const Entries& entries, const std::string& ns,
                                                  const std::string& className) {
-    auto found = entries.find(folded(className));
+    auto found = entries.find(className);
     if (found == entries.end()) {
-        found = entries.find(folded(std::string(withoutSlashes(trimmed(ns))) + ":" + className));
+        found = entries.find(std::string(withoutSlashes(trimmed(ns))) + ":" + className);
     }
     return found == entries.end() ? typename Entries::mapped_type() : found->second;
 }

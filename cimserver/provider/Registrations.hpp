@@ -1,10 +1,11 @@
 // Which provider serves which class: what the modules report, and the Provider qualifier.
 #pragma once
 
+#include "cimserver/common/Text.hpp"
+
 #include "OW_CIM.hpp"
 #include "OW_CppProviderBaseIFC.hpp"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -26,8 +27,8 @@ class Registrations {
     std::vector<std::string> secondaryProviders(const OpenWBEM::String& ns, const OpenWBEM::String& className) const;
 
   private:
-    using Table = std::map<std::string, std::string>; ///< folded "class", "ns:class" or either with "/method" to id
-    using Lists = std::map<std::string, std::vector<std::string>>; ///< the same to several ids
+    using Table = NameMap<std::string>;              ///< "class", "ns:class" or either with "/method" to id
+    using Lists = NameMap<std::vector<std::string>>; ///< the same to several ids
 
     static void put(Table& table, const std::string& key, const std::string& id);
     static void put(Lists& lists, const std::string& key, const std::string& id);
