@@ -68,7 +68,7 @@ void forEachElement(const CIMValue& value, const UseText& use) {
 
 /// Writes at most `limit` elements of an array. False when a scalar has no text: nothing is written then.
 bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
-    if (!value.isArray() && !cimom::isEmbedded(value)) {
+    if (!value.isArray() && value.getType() < CIMDataType::REFERENCE) {
         TextBuffer buffer;
         const auto text = scalarText(value, buffer);
         if (text) {

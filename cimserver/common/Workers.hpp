@@ -3,7 +3,6 @@
 
 #include <condition_variable>
 #include <cstddef>
-#include <deque>
 #include <functional>
 #include <list>
 #include <mutex>
@@ -44,7 +43,7 @@ class Workers {
   private:
     struct Queue {
         std::string sender;
-        std::deque<Task> tasks;
+        std::list<Task> tasks;
     };
 
     bool hasWork() const { return waiting_ > 0 && busy_ < count_; }

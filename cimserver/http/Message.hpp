@@ -23,7 +23,12 @@ struct Identity {
 /// Header fields in the order received; names keep their spelling and are compared ignoring case.
 class Fields {
   public:
-    void add(std::string name, std::string value) { fields_.emplace_back(std::move(name), std::move(value)); }
+    void add(std::string name, std::string value) {
+        if (fields_.empty()) {
+            fields_.reserve(8); // most heads have not more
+        }
+        fields_.emplace_back(std::move(name), std::move(value));
+    }
     /// The value of the first field of that name; null when there is none.
     const std::string* find(std::string_view name) const;
     const std::vector<std::pair<std::string, std::string>>& all() const { return fields_; }

@@ -108,16 +108,18 @@ std::vector<std::string> Registrations::secondaryProviders(const String& ns, con
 }
 
 std::string idOfQualifier(const CIMQualifier& qualifier) {
-    if (!qualifier || !qualifier.getValue()) {
+    const CIMValue value = qualifier ? qualifier.getValue() : CIMValue(CIMNULL);
+    if (!value) {
         return {};
     }
-    const std::string text = qualifier.getValue().toString().c_str();
+    const String whole = value.toString();
+    const std::string_view text = whole.c_str();
     const std::size_t colon = text.find(':');
-    const bool known = colon != std::string::npos && folded(text.substr(0, colon)) == "c++";
-    std::string id = known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string();
+    const bool known = colon != std::string_view::npos && equalsIgnoringCase(text.substr(0, colon), "c++");
+    std::string id(known ? text.substr(colon + (text.compare(colon, 2, "::") == 0 ? 2 : 1)) : std::string_view());
     if (!isProviderId(id)) {
-        const std::string message =
-            "Invalid provider: the Provider qualifier \"" + text.substr(0, 200) + "\" is not of the form \"c++::ID\"";
+        const std::string message = "Invalid provider: the Provider qualifier \"" + std::string(text.substr(0, 200)) +
+                                    "\" is not of the form \"c++::ID\"";
         throw CimError(Status::Failed, message);
     }
     return id;
