@@ -184,6 +184,8 @@ void FarEnd::upload(const std::string& path, const Upload& upload) {
     prepare();
     setPath(path);
     setUpload(transfer);
+    // Servers want the TLS session of the control connection for the data, and libcurl forgets it with the first file.
+    set(handle_, CURLOPT_FRESH_CONNECT, settings_.address.protocol == Protocol::Ftps ? 1L : 0L);
     const CURLcode code = perform();
     if (transfer.sizeDiffers) {
         remove(path);
@@ -195,10 +197,9 @@ void FarEnd::upload(const std::string& path, const Upload& upload) {
 }
 
 void FarEnd::confirm(const std::string& path, const std::string& finalPath, const Upload& upload) {
-    static const char kExists[] = "the server already has another file of this name";
     // An FTP server renames over an existing file, an SFTP server does not.
     if (!isSftp() && sizeOf(finalPath)) {
-        throw Failure(Scope::File, kExists);
+        refuseExisting(path);
     }
     Transfer transfer{&upload, false};
     prepare();
@@ -212,11 +213,16 @@ void FarEnd::confirm(const std::string& path, const std::string& finalPath, cons
         throw Failure(Scope::Try, "the server has not got the whole file: its size differs");
     }
     if (code == CURLE_QUOTE_ERROR && sizeOf(finalPath)) {
-        throw Failure(Scope::File, kExists);
+        refuseExisting(path);
     }
     if (code != CURLE_OK) {
         fail(code, transfer);
     }
+}
+
+void FarEnd::refuseExisting(const std::string& path) {
+    remove(path);
+    throw Failure(Scope::File, "the server already has another file of this name");
 }
 
 std::optional<std::uint64_t> FarEnd::sizeOf(const std::string& path) {

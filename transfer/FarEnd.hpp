@@ -51,6 +51,7 @@ class FarEnd {
     void prepare();
     void setPath(const std::string& path);
     void setUpload(Transfer& transfer);
+    [[noreturn]] void refuseExisting(const std::string& path);
     void discardOutput();
     CURLcode perform();
     [[noreturn]] void fail(CURLcode code, const Transfer& transfer);

@@ -125,11 +125,12 @@ class Run {
                     report_.addFailure(file.name, failure.what());
                     return;
                 }
-                if (failure.scope() == Scope::Run || attempt >= settings_.retries) {
-                    report_.addFailure(file.name, failure.what());
-                    throw Failure(Scope::Run, attempt == 0 ? failure.what()
-                                                           : fmt::format("given up after {} tries: {}", attempt + 1,
-                                                                         failure.what()));
+                if (failure.scope() == Scope::Run) {
+                    throw;
+                }
+                if (attempt >= settings_.retries) {
+                    throw Failure(Scope::Run, fmt::format("given up after {}: {}: {}", counted(attempt + 1, "try"),
+                                                          file.name, failure.what()));
                 }
             }
             again = true;
@@ -253,10 +254,9 @@ void runAll(const StateFolder& state, const RunOptions& options, Console& consol
 }
 
 void noteEnd(const RunReport& report, Console& console) {
-    const std::string text = fmt::format("push {}: {} of {} sent, {} in {}{}", stateText(report.state), report.files,
-                                         counted(report.found, "file"), counted(report.bytes, "byte"),
-                                         report.tries == 1 ? "1 try" : fmt::format("{} tries", report.tries),
-                                         report.reason.empty() ? "" : "; " + report.reason);
+    const std::string text = fmt::format(
+        "push {}: {} of {} sent, {} in {}{}", stateText(report.state), report.files, counted(report.found, "file"),
+        counted(report.bytes, "byte"), counted(report.tries, "try"), report.reason.empty() ? "" : "; " + report.reason);
     if (report.state == RunReport::State::Succeeded) {
         log::notice(text);
         console.step(text);

@@ -90,8 +90,8 @@ std::string runLines(const Status& status) {
     if (!run.target.empty()) {
         text += line("", "to " + run.target);
     }
-    text += line("", fmt::format("{} of {} sent, {}, {} tries", run.files, counted(run.found, "file"),
-                                 counted(run.bytes, "byte"), run.tries));
+    text += line("", fmt::format("{} of {} sent, {} in {}", run.files, counted(run.found, "file"),
+                                 counted(run.bytes, "byte"), counted(run.tries, "try")));
     if (!run.reason.empty()) {
         text += line("  ended early:", run.reason);
     }

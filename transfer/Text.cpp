@@ -75,7 +75,11 @@ std::string stampTime(std::time_t time) {
 }
 
 std::string counted(std::uint64_t count, const char* noun) {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
+    std::string word = noun;
+    if (count != 1) {
+        word = word.back() == 'y' ? word.substr(0, word.size() - 1) + "ies" : word + "s";
+    }
+    return std::to_string(count) + " " + word;
 }
 
 } // namespace transfer

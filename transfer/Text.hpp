@@ -22,7 +22,7 @@ std::string cimTime(std::time_t time);
 /// Local time as "20261122-020001", for names of files.
 std::string stampTime(std::time_t time);
 
-/// "1 file", "2 files".
+/// "1 file", "2 files", "2 tries".
 std::string counted(std::uint64_t count, const char* noun);
 
 } // namespace transfer
