@@ -30,21 +30,26 @@ unsigned char readByte(const char* key, unsigned char fallback) {
     return value;
 }
 
-/// A missing entry is empty. A control character is refused: servers and protocols take it for the end of a command.
-std::string readText(const char* key, const char* property) {
+/// A missing entry is empty.
+std::string readText(const char* key) {
     char text[ZPO_REG_MAX_TEXT + 1] = "";
     const std::uint32_t status = ZpoGetRegEntryString(kComponent, kSection, key, text, sizeof text);
     if (status != ZPO_OK && status != ZPO_REG_ENTRY_NOT_FOUND) {
         refuse(key, status);
     }
+    return text;
+}
+
+/// Servers and protocols take a control character for the end of a command.
+const std::string& withoutControl(const std::string& text, const char* property) {
     if (holdsControl(text)) {
         throw Failure(Scope::Run, std::string(property) + " holds a control character");
     }
     return text;
 }
 
-std::string readFolder() {
-    std::string folder = readText("DestFolder", "DestFolder");
+std::string checkedFolder(const std::string& text) {
+    std::string folder = withoutControl(text, "DestFolder");
     if (("/" + folder + "/").find("/../") != std::string::npos) {
         throw Failure(Scope::Run, "DestFolder may not lead upwards (..)");
     }
@@ -66,25 +71,39 @@ std::string PushSettings::pathOf(const std::string& name) const {
     return folder.empty() ? name : folder + (folder == "/" ? "" : "/") + name;
 }
 
-PushSettings readPushSettings() {
+PushSettings checkedSettings(const StoredSettings& stored) {
     PushSettings settings;
-    settings.type = readTransferType();
+    settings.type = stored.type;
     if (settings.type == kPull || settings.type == kNone) {
         throw Failure(Scope::Run, fmt::format("TransferType is {} ({}): nothing is pushed", settings.type,
                                               transferTypeText(settings.type)));
     }
-    settings.address = parseAddress(readText("IpAddr", "IPAddress"));
-    settings.user = readText("UserName", "UserName");
+    settings.address = parseAddress(stored.address);
+    settings.user = withoutControl(stored.user, "UserName");
     if (settings.user.empty()) {
         throw Failure(Scope::Run, "no account is set: UserName is empty");
     }
-    settings.password = readText("Password", "Password");
-    settings.folder = readFolder();
-    settings.retries = readByte("NumRetry", 0);
-    settings.deleteSent = readByte("DeleteFlag", 0) != 0;
-    settings.compress = readByte("CompressFlag", 0) != 0;
-    settings.metrics = readByte("IncludeMetricsFlag", 0) != 0;
+    settings.password = withoutControl(stored.password, "Password");
+    settings.folder = checkedFolder(stored.folder);
+    settings.retries = stored.retries;
+    settings.deleteSent = stored.deleteFlag != 0;
+    settings.compress = stored.compressFlag != 0;
+    settings.metrics = stored.metricsFlag != 0;
     return settings;
+}
+
+PushSettings readPushSettings() {
+    StoredSettings stored;
+    stored.type = readTransferType();
+    stored.address = readText("IpAddr");
+    stored.user = readText("UserName");
+    stored.password = readText("Password");
+    stored.folder = readText("DestFolder");
+    stored.retries = readByte("NumRetry", 0);
+    stored.deleteFlag = readByte("DeleteFlag", 0);
+    stored.compressFlag = readByte("CompressFlag", 0);
+    stored.metricsFlag = readByte("IncludeMetricsFlag", 0);
+    return checkedSettings(stored);
 }
 
 unsigned char readTransferType() {
@@ -97,7 +116,7 @@ std::string transferTypeText(unsigned char type) {
 }
 
 std::string readLastTransferTime() {
-    return readText(kLastTransferTime, kLastTransferTime);
+    return printable(readText(kLastTransferTime));
 }
 
 void writeLastTransferTime(std::time_t time) {

@@ -25,7 +25,18 @@ struct PushSettings {
     std::string pathOf(const std::string& name) const;
 };
 
-/// Reads the settings. Throws Failure, scope Run, when one is unusable, cannot be read, or says that nothing is pushed.
+/// The entries as they are stored: any bytes.
+struct StoredSettings {
+    unsigned char type = 4;
+    std::string address, user, password, folder;
+    unsigned char retries = 0, deleteFlag = 0, compressFlag = 0, metricsFlag = 0;
+};
+
+/// Throws Failure, scope Run, when a setting is unusable or says that nothing is pushed.
+PushSettings checkedSettings(const StoredSettings& stored);
+
+/// Reads the settings and checks them. Throws Failure, scope Run, when one is unusable, cannot be read, or says that
+/// nothing is pushed.
 PushSettings readPushSettings();
 
 /// The transfer type alone; 4 when it is not set.
