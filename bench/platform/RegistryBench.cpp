@@ -62,7 +62,7 @@ void write(benchmark::State& state) {
         }
     }
 }
-BENCHMARK(write)->Threads(1)->Threads(2)->UseRealTime();
+BENCHMARK(write)->Threads(1)->Threads(2)->Threads(8)->Threads(64)->UseRealTime();
 
 } // namespace
 
