@@ -12,8 +12,8 @@
 namespace cdrsim {
 namespace {
 
-constexpr std::uint64_t kSizeUnit = 100 * 1024;
-constexpr std::uint64_t kDiskUnit = 1024 * 1024;
+constexpr std::uint64_t kSizeUnit = 102'400;
+constexpr std::uint64_t kDiskUnit = 1'048'576;
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
 std::uint64_t diskLimit(const ServiceSettings& settings) {
