@@ -175,7 +175,8 @@ export function field(app, cls, draft, property, { label, control: make = contro
     const attributes = { id, 'aria-describedby': `${id}-help ${id}-notes`, 'aria-label': label };
     const control = make(cls, draft, property, attributes);
     const notes = el('div', { id: `${id}-notes`, class: 'notes' });
-    control.element.addEventListener('input', () => { draft.set(property.name, control.get()); app.changed(); });
+    const taken = control.element.tagName === 'SELECT' ? 'change' : 'input';
+    control.element.addEventListener(taken, () => { draft.set(property.name, control.get()); app.changed(); });
     const element = el('div', { class: 'field', 'data-property': property.name },
         label ? null : el('label', { for: id }, titleOf(cls, property)),
         el('div', { class: 'control' }, control.element, property.units && el('span', { class: 'units' }, property.units)),
@@ -286,6 +287,11 @@ class App {
         byId('sign-out').addEventListener('click', () => this.#signOut());
         byId('language').addEventListener('change', ({ target }) => this.#speak(target.value));
         byId('skip').addEventListener('click', (event) => { event.preventDefault(); byId('page').focus(); });
+        byId('view').addEventListener('keydown', ({ key, target }) => {
+            if (key === 'Enter' && target.matches('input') && this.#unsaved() > 0) {
+                this.#save();
+            }
+        });
         addEventListener('hashchange', () => this.#open());
         addEventListener('beforeunload', (event) => this.#unsaved() > 0 && event.preventDefault());
         document.addEventListener('visibilitychange', () => this.refresh());
