@@ -172,6 +172,9 @@ void listen(http::Server& server, const Options& options, const Descriptor& outp
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
+    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : listeners) {
+        announce(output, "console at " + listener.url() + "/console/");
+    }
 }
 
 void logCounters(const http::Server& server, const CimSide& cim) {

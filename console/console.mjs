@@ -38,6 +38,7 @@ export function el(name, attributes = {}, ...content) {
     return element;
 }
 
+const isSecret = (property) => /password/i.test(property.name);
 const isNumeric = (property) => /^[su]int|^real/.test(property.type);
 /** Whether a property counts something: a number that only the server changes. */
 export const isCount = (property) => isNumeric(property) && !property.writable && !property.isKey;
@@ -50,6 +51,9 @@ export function valueText(cls, property, value) {
     }
     if (word || value == null || value === '') {
         return word ?? t('empty');
+    }
+    if (isSecret(property)) {
+        return '••••';
     }
     if (property.type === 'boolean') {
         return t(value.toUpperCase() === 'TRUE' ? 'yes' : 'no');
@@ -109,7 +113,7 @@ function controlFor(cls, draft, property, attributes) {
         const small = !property.choices && { class: 'short' };
         return chooser({ ...attributes, ...small }, () => draft.held(property.name).choices ?? choicesOf(cls, property));
     }
-    const secret = /password/i.test(property.name) && { type: 'password', autocomplete: 'new-password' };
+    const secret = isSecret(property) && { type: 'password', autocomplete: 'new-password' };
     const number = isNumeric(property) && { inputmode: 'numeric', class: 'short' };
     const small = property.maxLength !== null && property.maxLength <= 16 && { class: 'short' };
     return input({ ...attributes, ...small, ...number, ...secret });
@@ -372,12 +376,14 @@ class App {
 
     #take(read) {
         this.#readAt = new Date();
+        if (this.#failures > 0) {
+            this.#say(t('back'));
+        }
         this.#failures = 0;
-        let isNew = false;
+        const shown = () => this.#page?.classes.flatMap((cls) => this.draftsOf(cls)).map(({ instance }) => instance.path);
+        const before = String(shown());
         for (const [cls, instances] of read) {
-            const before = this.draftsOf(cls).map(({ instance }) => instance.path).join('\n');
             this.#lists.set(cls.name, instances.map((instance) => this.#observe(cls, instance)));
-            isNew ||= before !== instances.map(({ path }) => path).join('\n');
         }
         byId('gone').hidden = true;
         byId('problem').hidden = true;
@@ -385,8 +391,8 @@ class App {
         byId('sign-out').hidden = this.#client.user === null;
         byId('sign-out').textContent = t('signOut', { user: this.#client.user });
         this.#tellState(t('live', { time: timeText(this.#readAt, true) }));
-        if (isNew || !this.#view) {
-            this.#build();
+        if (!this.#view || before !== String(shown())) {
+            this.#build().catch(() => this.#fail(new ServerGone()));
         }
         this.changed();
     }
@@ -395,7 +401,7 @@ class App {
         const draft = this.#drafts.get(instance.path) ?? new Draft(cls, instance);
         draft.observe(instance);
         this.#drafts.set(instance.path, draft);
-        for (const { name } of cls.properties.filter(isCount)) {
+        for (const { name } of cls.properties.filter((one) => isCount(one) && draft.applies(one))) {
             const key = `${instance.path} ${name}`;
             const samples = [...(this.#history.get(key) ?? []), { at: Date.now(), value: Number(draft.stored(name)) }];
             this.#history.set(key, samples.slice(-kSamples));
@@ -434,7 +440,7 @@ class App {
             return;
         }
         const { view } = page.module ? await import(page.module) : { view: genericView };
-        if (page !== this.#page) {
+        if (page !== this.#page) { // another was opened meanwhile
             return;
         }
         this.#view = view(this, page);
@@ -443,7 +449,7 @@ class App {
         byId('view').replaceChildren(el('h1', {}, page.title()), page.help ? el('p', { class: 'lead' }, page.help()) : '',
             this.#view.element, el('p', { class: 'links' }, ...links));
         this.#view.show();
-        requestIdleCallback(preload);
+        (globalThis.requestIdleCallback ?? setTimeout)(preload);
     }
 
     #showNav() {
@@ -528,7 +534,7 @@ class App {
         } else if (drafts.some((draft) => draft.hasConflict())) {
             this.#tellOutcome(t('decide'));
         } else if (this.#unsaved() === 0) {
-            byId('said').replaceChildren(el('span', {}, t('saved')));
+            this.#say(t('saved'));
         }
         document.querySelector('[aria-invalid=true], .conflict button')?.focus();
     }
@@ -544,9 +550,8 @@ class App {
                 if (!(error instanceof SignInNeeded)) {
                     throw error;
                 }
-                this.#asking ??= this.#askForUser();
+                this.#asking ??= this.#askForUser().finally(() => { this.#asking = null; });
                 await this.#asking;
-                this.#asking = null;
             }
         }
     }
@@ -567,8 +572,15 @@ class App {
         this.#readAt = null;
         byId('sign-out').hidden = true;
         byId('view').replaceChildren();
+        byId('nav').replaceChildren();
         this.#tellState('');
+        this.changed();
         this.refresh();
+    }
+
+    /** For a moment, and to screen readers. */
+    #say(text) {
+        byId('said').replaceChildren(el('span', {}, text));
     }
 
     #tellState(text) {
@@ -612,7 +624,8 @@ class App {
 
 /** Once the first view is there, so that the others open also when the server is gone. */
 function preload() {
-    ['./dialogs.mjs', ...kPages.map(({ module }) => module).filter(Boolean)].forEach((module) => import(module));
+    ['./dialogs.mjs', ...kPages.map(({ module }) => module).filter(Boolean)]
+        .forEach((module) => import(module).catch(() => null)); // tried again when it is needed
 }
 
 if (globalThis.document) { // not in the tests of its functions

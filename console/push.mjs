@@ -45,16 +45,16 @@ const kControls = {
     },
 };
 
-/** The schedule in words and its next run, with the changes that are not saved. */
-function nextRunText(cls, draft) {
+/** The schedule in words and its next run, [plan, run], with the changes that are not saved. */
+function nextRunTexts(cls, draft) {
     const names = { type: 'TransferType', time: 'TransferTime', weekday: 'TransferDayOfWeek', day: 'TransferDayOfMonth' };
     const used = { 0: ['time'], 1: ['time', 'weekday'], 2: ['time', 'day'] }[draft.value(names.type)];
     if (!used) {
-        return t('noRun');
+        return ['', t('noRun')];
     }
     const isChanged = Object.values(names).some((name) => draft.isChanged(name));
     if (used.some((one) => !draft.held(names[one]).applicable && !draft.isChanged(names[one]))) {
-        return t('afterSaving', { text: t('unknown') });
+        return ['', t('afterSaving', { text: t('unknown') })];
     }
     const plan = Object.fromEntries(Object.entries(names).map(([one, name]) => [one, draft.value(name)]));
     const run = nextRun(plan, new Date());
@@ -62,8 +62,8 @@ function nextRunText(cls, draft) {
         ?.find(([value]) => value === plan.weekday)?.[1] ?? plan.weekday;
     const words = t(['daily', 'weekly', 'monthly'][plan.type],
         { time: padded(plan.time) || '00:00', day: plan.type === '1' ? weekday : plan.day });
-    const text = run ? `${words}: ${dateTimeText(run)}` : t('noRun');
-    return isChanged ? t('afterSaving', { text }) : text;
+    const text = run ? dateTimeText(run) : t('noRun');
+    return [run ? words : '', isChanged ? t('afterSaving', { text }) : text];
 }
 
 function sectionsOf(cls) {
@@ -89,6 +89,7 @@ export function view(app, page) {
         return isNew ? t('pushed', { time: known }) : t('pushedNothing');
     };
     const next = el('p', { id: 'next-run' });
+    const plan = el('p', { id: 'plan' });
     const last = el('p', { id: 'last-transfer' });
     const fields = [];
     const sections = sectionsOf(cls).map(([section, properties]) => {
@@ -96,7 +97,7 @@ export function view(app, page) {
         fields.push(...made);
         return card(t(section), null, ...made.map(({ element }) => element));
     });
-    sections[0].append(el('div', { class: 'fact' }, el('h3', {}, t('nextRun')), next,
+    sections[0].append(el('div', { class: 'fact' }, el('h3', {}, t('nextRun')), next, plan,
         el('p', { class: 'help' }, t('nextRunHelp'))));
     const now = card(t('pushNow'), null, el('div', { class: 'fact' }, el('h3', {}, t('lastTransfer')), last),
         methodButtons(app, cls, draft, outcome));
@@ -104,7 +105,7 @@ export function view(app, page) {
         element: el('div', { class: 'cards' }, ...sections, now),
         show() {
             fields.forEach((one) => one.show());
-            next.textContent = nextRunText(cls, draft);
+            [plan.textContent, next.textContent] = nextRunTexts(cls, draft);
             last.textContent = lastTransfer();
         },
     };

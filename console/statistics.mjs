@@ -49,32 +49,32 @@ function chartOf(app, cls, draft, counters) {
     };
     choice.element.addEventListener('change', show);
     const control = el('div', { class: 'choice' }, el('label', { for: 'chart-of' }, t('chartOf')), choice.element);
-    return { element: card(t('chart'), null, control, plot), show };
+    return { element: el('div', { class: 'history' }, el('h3', {}, t('chart')), control, plot), show };
 }
 
-function cardsOf(app, cls, draft) {
+function cardOf(app, cls, draft) {
     const shown = cls.properties.filter(({ isKey }) => !isKey);
     const counters = shown.filter(isCount);
     const make = (property) => field(app, cls, draft, property);
     const [tiles, others] = [counters.map(make), shown.filter((one) => !isCount(one)).map(make)];
     const reason = el('p', { class: 'note reason' });
     const chart = counters.length > 0 ? chartOf(app, cls, draft, counters) : null;
-    const numbers = card(titleOf(cls), helpOf(cls), reason,
-        el('div', { class: 'tiles' }, ...tiles.map(({ element }) => element)),
-        ...others.map(({ element }) => element), methodButtons(app, cls, draft));
+    const element = card(titleOf(cls), helpOf(cls), reason,
+        el('div', { class: 'tiles' }, ...tiles.map((one) => one.element)), chart?.element,
+        ...others.map((one) => one.element), methodButtons(app, cls, draft));
     const show = () => {
         const off = shown.find((property) => !draft.applies(property));
         reason.hidden = !off;
         reason.textContent = off ? reasonText(app, off) : '';
         [...tiles, ...others, ...(chart ? [chart] : [])].forEach((one) => one.show());
     };
-    return { cards: [numbers, chart?.element].filter(Boolean), show };
+    return { element, show };
 }
 
 export function view(app, page) {
-    const made = page.classes.flatMap((cls) => app.draftsOf(cls).map((draft) => cardsOf(app, cls, draft)));
+    const made = page.classes.flatMap((cls) => app.draftsOf(cls).map((draft) => cardOf(app, cls, draft)));
     return {
-        element: el('div', { class: 'cards' }, ...made.flatMap(({ cards }) => cards)),
+        element: el('div', { class: 'cards' }, ...made.map(({ element }) => element)),
         show: () => made.forEach((one) => one.show()),
     };
 }
