@@ -13,6 +13,7 @@
 #include "cimserver/common/Log.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/provider/Attempt.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
