@@ -17,18 +17,18 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kRoot = "/console/";
-constexpr std::size_t kMaxFileBytes = std::size_t{256} * 1024;
-constexpr std::size_t kMaxFiles = 32;
+constexpr std::string_view kConsoleRoot = "/console/";
+constexpr std::size_t kConsoleFileBytes = std::size_t{256} * 1024;
+constexpr std::size_t kConsoleFiles = 32;
 
 /// Only what these files need: nothing from elsewhere, nothing inline, no frame around the page, and texts that become
 /// documents only through the page's one policy.
-constexpr const char* kContentPolicy =
+constexpr const char* kConsolePolicy =
     "default-src 'none'; script-src 'self'; style-src 'self'; img-src data:; connect-src 'self'; base-uri 'none'; "
     "form-action 'none'; frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types cim-xml";
 
 /// Empty for files that are not served.
-std::string_view mediaTypeOf(const fs::path& file) {
+std::string_view consoleTypeOf(const fs::path& file) {
     constexpr std::pair<std::string_view, std::string_view> kTypes[] = {{".html", "text/html; charset=utf-8"},
                                                                         {".css", "text/css; charset=utf-8"},
                                                                         {".mjs", "text/javascript; charset=utf-8"}};
@@ -41,15 +41,15 @@ std::string_view mediaTypeOf(const fs::path& file) {
     return {};
 }
 
-std::string contentOf(const fs::path& file) {
-    std::string content(kMaxFileBytes + 1, '\0');
+std::string consoleContentOf(const fs::path& file) {
+    std::string content(kConsoleFileBytes + 1, '\0');
     std::ifstream stream(file, std::ios::binary);
     stream.read(content.data(), static_cast<std::streamsize>(content.size()));
     if (!stream.is_open() || stream.bad()) {
         throw std::runtime_error("cannot read " + file.string() + " of the console");
     }
     content.resize(static_cast<std::size_t>(stream.gcount()));
-    if (content.size() > kMaxFileBytes) {
+    if (content.size() > kConsoleFileBytes) {
         throw std::runtime_error(file.string() + " is too large for a file of the console");
     }
     return content;
@@ -68,7 +68,7 @@ std::string tagOf(const std::string& content) {
 }
 
 /// Whether the client has this version of the file.
-bool isKnown(const Request& request, std::string_view tag) {
+bool isKnownTag(const Request& request, std::string_view tag) {
     const auto* known = request.fields.find("If-None-Match");
     const auto tags = split(known == nullptr ? std::string_view() : *known, ',');
     return std::any_of(tags.begin(), tags.end(), [tag](std::string_view one) {
@@ -78,13 +78,13 @@ bool isKnown(const Request& request, std::string_view tag) {
 
 Response movedToRoot() {
     auto response = textResponse(308, "the console is at /console/");
-    response.fields.add("Location", std::string(kRoot));
+    response.fields.add("Location", std::string(kConsoleRoot));
     return response;
 }
 
 void addProtection(Response& response) {
     response.fields.add("Cache-Control", "no-cache");
-    response.fields.add("Content-Security-Policy", kContentPolicy);
+    response.fields.add("Content-Security-Policy", kConsolePolicy);
     response.fields.add("X-Content-Type-Options", "nosniff");
     response.fields.add("Referrer-Policy", "no-referrer");
     response.fields.add("Cross-Origin-Resource-Policy", "same-origin");
@@ -98,15 +98,16 @@ StaticFiles::StaticFiles(const std::string& folder) {
     }
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
-        const auto type = mediaTypeOf(entry.path());
-        if (type.empty() || files_.size() == kMaxFiles) {
+        const auto type = consoleTypeOf(entry.path());
+        if (type.empty() || files_.size() == kConsoleFiles) {
             continue;
         }
-        const auto content = contentOf(entry.path());
+        const auto content = consoleContentOf(entry.path());
         const auto name = entry.path().filename().string();
-        files_[std::string(kRoot) + (name == "index.html" ? "" : name)] = {std::string(type), tagOf(content), content};
+        files_[std::string(kConsoleRoot) + (name == "index.html" ? "" : name)] = {std::string(type), tagOf(content),
+                                                                                  content};
     }
-    if (error || files_.count(kRoot) == 0) {
+    if (error || files_.count(kConsoleRoot) == 0) {
         throw std::runtime_error("there is no console in " + folder + ": it has no index.html");
     }
 }
@@ -116,13 +117,14 @@ std::optional<Response> StaticFiles::answer(const Request& request) const {
         return std::nullopt;
     }
     const auto path = pathOf(request.target);
-    if (path != kRoot.substr(0, kRoot.size() - 1) && path.substr(0, kRoot.size()) != kRoot) {
+    if (path != kConsoleRoot.substr(0, kConsoleRoot.size() - 1) &&
+        path.substr(0, kConsoleRoot.size()) != kConsoleRoot) {
         return std::nullopt;
     }
     if (request.method != "GET" && request.method != "HEAD") {
         return refuseMethod(request.method, "GET, HEAD");
     }
-    if (path.size() < kRoot.size()) {
+    if (path.size() < kConsoleRoot.size()) {
         return movedToRoot();
     }
     const auto found = files_.find(path);
@@ -131,7 +133,7 @@ std::optional<Response> StaticFiles::answer(const Request& request) const {
     }
     const auto& file = found->second;
     Response response;
-    response.status = isKnown(request, file.tag) ? 304 : 200;
+    response.status = isKnownTag(request, file.tag) ? 304 : 200;
     response.fields.add("Content-Type", file.mediaType);
     response.fields.add("ETag", file.tag);
     addProtection(response);
