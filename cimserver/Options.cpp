@@ -189,6 +189,8 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
     declare.add("--audit-log", options.audit.target, "FILE|syslog",
                 "record changes here instead of in the log; a change that cannot be recorded is refused");
     declare.flag("--allow-unaudited", options.audit.optional, "make changes that cannot be recorded all the same");
+    declare.add("--console", options.http.consoleFolder, "DIR",
+                "serve the files of this folder under /console/, a page for browsers");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }

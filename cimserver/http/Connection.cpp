@@ -39,8 +39,8 @@ const std::string& httpDate() {
 } // namespace
 
 Services::Services(const Settings& from, Application to)
-    : settings(from), application(std::move(to)), access(from.login), memory(from.limits.memory),
-      workers(from.workers) {
+    : settings(from), application(std::move(to)), access(from.login), console(from.consoleFolder),
+      memory(from.limits.memory), workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
@@ -139,6 +139,9 @@ void Connection::onHead() {
         const auto& problems = services_.application.problems;
         const auto& notices = services_.application.notices;
         return refuse(healthResponse(problems ? problems() : "", notices ? notices() : ""));
+    }
+    if (const auto response = services_.console.answer(reader_.request())) {
+        return refuse(*response);
     }
     login();
 }
@@ -274,7 +277,7 @@ void Connection::respond(Response response, bool closeAfter) {
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
     output_ = serialiseHead(response, closeAfter);
-    if (reader_.request().method == "HEAD") {
+    if (reader_.request().method == "HEAD" || response.status == 304) { // the length is told all the same
         response.body.clear();
     }
     if (response.body.size() <= kKeptOutput) {
