@@ -136,6 +136,8 @@ class CimSide {
         settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         settings.enumerations.bytes = options.http.limits.memory / 4;
+        settings.errorHints = options.errorHints;
+        settings.hideSecrets = options.hideSecrets;
         return settings;
     }
     /// Throws OptionsError when the option names a provider that does not exist.
