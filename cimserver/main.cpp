@@ -245,7 +245,7 @@ void inspect(http::Server& server, CimSide& cim, StateLock& lock) {
     cim.inspect();
     lock.follow();
     log::follow();
-    audit::sumUp();
+    audit::sumUp(std::chrono::steady_clock::now());
     if (server.responds()) {
         service::alive();
     }
