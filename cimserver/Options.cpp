@@ -91,6 +91,20 @@ class Declaration {
     std::string group_;
 };
 
+/// False when a quoted value has no end. A quote begins only where a value may begin.
+bool endsItsQuotes(std::string_view line) {
+    char quote = '\0';
+    char before = '=';
+    for (const char c : line) {
+        const bool begins =
+            quote == '\0' && (c == '"' || c == '\'') && std::string_view("=[,").find(before) != std::string_view::npos;
+        const bool ends = quote != '\0' && c == quote;
+        quote = begins ? c : ends ? '\0' : quote;
+        before = c == ' ' || c == '\t' ? before : c;
+    }
+    return quote == '\0';
+}
+
 /// The parser takes the lines after an unfinished list for its elements.
 void requireWholeValues(const std::string& text) {
     std::istringstream lines(text);
@@ -101,7 +115,7 @@ void requireWholeValues(const std::string& text) {
         if (line.empty() || line[0] == ';') {
             continue;
         }
-        if (std::count(line.begin(), line.end(), '"') % 2 != 0) {
+        if (!endsItsQuotes(line)) {
             throw std::invalid_argument("line " + std::to_string(number) +
                                         " of the configuration file: a quotation mark is missing");
         }

@@ -284,8 +284,8 @@ void boundHeap() {
 /// The configuration with all files it names, as they are at a start; nothing is written.
 int check(Options options) {
     const auto output = redirectStandardOutput("null");
-    options.http.dumpFile.clear();
     auto problems = fileProblems(options);
+    options.http.dumpFile.clear(); // the server would create it
     if (problems.empty()) {
         CimSide cim(options);
         const http::Server server(options.http, cim.application());
