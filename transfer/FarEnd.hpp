@@ -23,6 +23,9 @@ struct Upload {
     std::function<void(std::uint64_t)> progress;
 };
 
+/// libcurl's URL of a path of the server, escaped by libcurl. Throws Failure, scope Run, when the settings make none.
+std::string urlOf(const PushSettings& settings, const std::string& path);
+
 /// Connects when it is first used and stays connected. All paths are of the server. Every function throws Failure:
 /// scope Run where a further try is useless (authentication, host key, certificate, missing folder), File where the
 /// local file is at fault, else Try. No text of a failure holds the password.
