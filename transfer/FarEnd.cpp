@@ -141,7 +141,7 @@ void FarEnd::prepare() {
     hostKeyProblem_.clear();
     set(handle_, CURLOPT_ERRORBUFFER, &error_[0]);
     set(handle_, CURLOPT_NOSIGNAL, 1L);
-    set(handle_, CURLOPT_PROXY, ""); // the environment's is not meant for the device
+    set(handle_, CURLOPT_PROXY, "");      // the environment's is not meant for the device
     set(handle_, CURLOPT_PATH_AS_IS, 1L); // the commands beside it name the same path
     set(handle_, CURLOPT_PROTOCOLS_STR, isSftp() ? "sftp" : "ftp,ftps");
     set(handle_, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
@@ -249,7 +249,8 @@ std::optional<std::uint64_t> FarEnd::sizeOf(const std::string& path) {
         discardOutput();
     }
     const CURLcode code = perform();
-    if (code == CURLE_REMOTE_FILE_NOT_FOUND) {
+    // An account that may only write cannot ask over SFTP.
+    if (code == CURLE_REMOTE_FILE_NOT_FOUND || (isSftp() && code == CURLE_REMOTE_ACCESS_DENIED)) {
         return std::nullopt;
     }
     if (code != CURLE_OK && !transfer.hasData) {

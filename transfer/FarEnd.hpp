@@ -41,7 +41,7 @@ class FarEnd {
     /// Renames a file that has been uploaded, when its size is the upload's; otherwise nothing is renamed. Never
     /// replaces a file: Failure of scope File when there is one of the final name.
     void confirm(const std::string& path, const std::string& finalPath, const Upload& upload);
-    /// The size of a file; empty when there is none.
+    /// The size of a file; empty when there is none, or none that may be read.
     std::optional<std::uint64_t> sizeOf(const std::string& path);
     /// Removes a file; a missing one is not an error.
     void remove(const std::string& path);
