@@ -234,7 +234,7 @@ bool listen(http::Server& server, const Options& options, const Descriptor& outp
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
-    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : listeners) {
+    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : *listeners) {
         announce(output, "console at " + listener.url() + "/console/");
     }
     return true;
