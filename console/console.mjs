@@ -216,14 +216,18 @@ export function card(title, help, ...content) {
         help ? el('p', { class: 'help' }, help) : null, ...content);
 }
 
-/** A button for each method without parameters. `outcome` makes a text of what a method returned. */
-export function methodButtons(app, cls, draft, outcome = async (value) => t('returned', { value })) {
+/**
+ * A button for each method without parameters. `begin` is called before a method is, `outcome` makes a text of what it
+ * returned.
+ */
+export function methodButtons(app, cls, draft, { begin = () => {}, outcome = (value) => t('returned', { value }) } = {}) {
     return el('div', { class: 'methods' }, ...cls.methods.filter(({ parameters }) => parameters === 0).map((method) => {
         const said = el('p', { class: 'note', role: 'status' });
         const run = async () => {
             const { confirmed } = await import('./dialogs.mjs');
             if (await confirmed(titleOf(cls, method), helpOf(cls, method))) {
                 said.textContent = t('running');
+                begin();
                 said.textContent = await app.invoke(draft, method.name, outcome);
             }
         };
@@ -336,7 +340,7 @@ class App {
         try {
             const value = await this.#withUser(() => this.#client.invoke(draft.instance, method));
             await this.refresh();
-            return await outcome(value);
+            return outcome(value);
         } catch (error) {
             if (error instanceof ServerGone) {
                 this.#fail(error);

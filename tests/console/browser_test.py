@@ -189,7 +189,9 @@ class OpenTest(ConsoleTest):
         self.assertEqual(table.read_text(), "30 8 * * 7 /qv/bin/CDRTransfer\n")
         self.one('[data-method="PushFileNow"]').click()
         self.one('dialog [value="run"]').click()
-        self.until_text(".methods [role=status]", "has recorded no new transfer")
+        self.until_text(".methods [role=status]", "was called")
+        self.lab.run("zporeg", "set", "CDR", "CDRPush", "LastTransferTime", "--text", "20261122083000.000000+000")
+        self.until_text("#last-transfer", "2026 at 8:30 AM: files have arrived")
 
     def test_shows_what_another_client_changed_and_overwrites_nothing_unseen(self):
         self.open()
