@@ -207,6 +207,13 @@ void boundHeap() {
 #endif
 }
 
+/// Gives back what only the start needed, such as the schema's text.
+void trimHeap() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
+}
+
 int serve(const Options& options) {
     Signals signals;
     const auto output = redirectStandardOutput(options.providerStdout);
@@ -222,6 +229,7 @@ int serve(const Options& options) {
     }
     audit::configure(options.audit);
     cim.preload(options.preload);
+    trimHeap();
     listen(server, options, output);
     followSignals(signals, server, cim);
     const bool finished = server.stop(options.stopTimeout);
