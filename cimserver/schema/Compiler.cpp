@@ -150,7 +150,9 @@ void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::pat
 
 /// Makes the class at once if it can, so that a large schema is never held as it is written.
 void Compiler::apply(ast::ClassDeclaration& declaration, const fs::path&) {
-    PendingClass one{std::move(declaration), current_};
+    auto& siblings = current_->children[declaration.superClass];
+    PendingClass one{std::move(declaration), current_, siblings.size()};
+    siblings.emplace_back();
     if (hasSuperClass(one) && declaresQualifiers(*one.ns, one.declaration)) {
         add(one);
     } else {
@@ -190,7 +192,7 @@ void Compiler::add(const PendingClass& pending) {
     const CIMClass* const super = pending.ns->findClass(declaration.superClass);
     const auto built = std::make_shared<const CIMClass>(buildClass(declaration, *pending.ns, inheritanceFrom(super)));
     pending.ns->classes[declaration.name] = built;
-    pending.ns->children[declaration.superClass].push_back(built);
+    pending.ns->children[declaration.superClass][pending.place] = built;
 }
 
 /// Made once for all subclasses, which share it.

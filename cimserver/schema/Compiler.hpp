@@ -26,6 +26,7 @@ class Compiler {
     struct PendingClass {
         ast::ClassDeclaration declaration;
         Namespace* ns;
+        std::size_t place; ///< among its siblings, which stay in their order
     };
 
     void compile(std::string_view mof, const std::string& name, const std::filesystem::path& folder);
