@@ -289,7 +289,7 @@ TEST(RegistryStore, AReaderThatReopensTheFileDoesNotWaitForAWaitingWriter) {
     writer.join();
 }
 
-TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
+TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevelAndOneThatIsReplaced) {
     const TempDir dir;
     const std::string state = dir / "a/b/state";
     EventWatch watch(state, -1, std::chrono::minutes(2));
@@ -304,6 +304,12 @@ TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
     EXPECT_TRUE(watch.wait());
     support::writeFile(dir / "new", "");
     std::filesystem::rename(dir / "new", state + "/registry.mdb");
+    EXPECT_TRUE(watch.wait());
+    std::filesystem::rename(state, dir / "old");
+    std::filesystem::create_directory(state);
+    EXPECT_TRUE(watch.wait());
+    watch.arm();
+    announceEvent(state);
     EXPECT_TRUE(watch.wait());
     alarm(0);
 }
