@@ -1,11 +1,15 @@
 #include "cimserver/Options.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/http/Tls.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <iostream>
+#include <iterator>
+#include <sstream>
 
 namespace cimserver {
 
@@ -87,6 +91,49 @@ class Declaration {
     std::string group_;
 };
 
+/// The value of a line NAME = VALUE without its comment; empty for another line.
+std::string_view valueIn(std::string_view line) {
+    const auto equals = line.find('=');
+    const bool assigns = equals != std::string_view::npos && !line.empty() && line[0] != '#' && line[0] != ';';
+    return assigns ? trimmed(line.substr(equals + 1, line.find('#', equals) - equals - 1)) : std::string_view();
+}
+
+/// The parser takes the lines after an unfinished list for its elements.
+void requireWholeValues(const std::string& text) {
+    std::istringstream lines(text);
+    std::string line;
+    bool inList = false;
+    unsigned begun = 0;
+    for (unsigned number = 1; std::getline(lines, line); ++number) {
+        const auto where = "line " + std::to_string(number) + " of the configuration file: ";
+        const auto value = valueIn(trimmed(line));
+        if (std::count(value.begin(), value.end(), '"') % 2 != 0) {
+            throw std::invalid_argument(where + "a quotation mark is missing");
+        }
+        if (inList && line.find('=') < line.find_first_of("\"#")) {
+            break; // the next option
+        }
+        const bool begins = !inList && !value.empty() && value.front() == '[';
+        begun = begins ? number : begun;
+        const auto piece = begins ? value : trimmed(std::string_view(line).substr(0, line.find('#')));
+        inList = (inList || begins) && (piece.empty() || piece.back() != ']');
+    }
+    if (inList) {
+        throw std::invalid_argument("line " + std::to_string(begun) +
+                                    " of the configuration file: the list has no end: ] is missing");
+    }
+}
+
+class ConfigurationFile : public CLI::ConfigBase {
+  public:
+    std::vector<CLI::ConfigItem> from_config(std::istream& input) const override {
+        const std::string text(std::istreambuf_iterator<char>(input), {});
+        requireWholeValues(text);
+        std::istringstream again(text);
+        return CLI::ConfigBase::from_config(again);
+    }
+};
+
 /// Options that are interpreted once all are read.
 struct Texts {
     std::vector<std::string> listen;
@@ -127,6 +174,7 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         .add("--listen", texts.listen, "ADDR:PORT",
              "listen here; repeatable; http:// or https:// may stand before it; port 0: any free port")
         ->default_str("127.0.0.1:5988");
+    declare.duration("--listen-timeout", options.listenTimeout, "how long to try while an address is in use");
     declare.add("--host-name", http.hostNames, "NAME",
                 "a name of this host that clients may use without users; repeatable");
     declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
@@ -141,6 +189,8 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         ->check(CLI::IsMember({"1.2", "1.3"}));
     declare.add("--tls-ciphers", http.tls.ciphers, "LIST",
                 "in OpenSSL's notation; names of TLS 1.3 (TLS_...) may be among them");
+    declare.flag("--hide-secrets", options.hideSecrets,
+                 "mask the values of properties that hold a password for users with the role read");
     declare.flag("--allow-insecure", options.allowInsecure,
                  "listen beyond this host without TLS or users all the same");
     declare.duration("--login-cache", http.login.cache, "how long a right password is remembered");
@@ -180,6 +230,10 @@ void declareLimits(Declaration& declare, Options& options) {
 void declareAdministration(Declaration& declare, Options& options, Texts& texts) {
     declare.group("Administration");
     declare.flag("--check", options.check, "only check the configuration and all files it names")->configurable(false);
+    declare.add("--user", options.checkUser, "NAME", "check as this user sees the files; needs root")
+        ->configurable(false);
+    declare.add("--ready-command", options.readyCommand, "COMMAND",
+                "must succeed for /ready: a program with arguments, run without a shell");
     declare.add("--state-dir", options.stateDir, "DIR", "locked while running, so that no two servers share it");
     declare.add("--log-file", options.log.file, "FILE", "log here instead of to standard error");
     declare.add("--log-level", texts.logLevel, "LEVEL", "debug, info, warning, error or fatal")
@@ -220,6 +274,9 @@ void interpret(const Texts& texts, Options& options) {
         }
         options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
     }
+    if (!options.checkUser.empty() && !options.check) {
+        throw std::invalid_argument("--user goes with --check");
+    }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
     http::checkCiphers(options.http.tls.ciphers);
@@ -249,9 +306,11 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
     Texts texts;
     CLI::App app("Serves CIM classes to WBEM clients by CIM-XML over HTTP.", "cimserverd");
     app.set_version_flag("--version", kVersion);
-    app.set_config("--config", "",
-                   "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
-        ->type_name("FILE");
+    auto* const config =
+        app.set_config("--config", "",
+                       "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
+            ->type_name("FILE");
+    app.config_formatter(std::make_shared<ConfigurationFile>());
     app.allow_config_extras(CLI::config_extras_mode::error);
     Declaration declare(app);
     declareCim(declare, options, texts);
@@ -260,6 +319,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
     declareAdministration(declare, options, texts);
     try {
         app.parse(argc, argv);
+        options.configFile = config->count() == 0 ? "" : config->as<std::string>();
         interpret(texts, options);
     } catch (const CLI::Success& asked) {
         app.exit(asked);

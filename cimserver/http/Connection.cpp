@@ -140,7 +140,16 @@ void Connection::onHead() {
         const auto& notices = services_.application.notices;
         return refuse(healthResponse(problems ? problems() : "", notices ? notices() : ""));
     }
+    if (isReadyRequest(reader_.request()) && services_.application.ready) {
+        return answerReadiness();
+    }
     login();
+}
+
+void Connection::answerReadiness() {
+    services_.application.ready([self = shared_from_this()](const std::string& problems) {
+        asio::post(self->services_.io, [self, problems] { self->refuse(healthResponse(problems, "")); });
+    });
 }
 
 void Connection::login() {

@@ -83,6 +83,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     void onInput();
     void readHead();
     void onHead();
+    void answerReadiness();
     void login();
     void check(Access::Decision decision);
     void onLogin(const std::optional<Identity>& identity);

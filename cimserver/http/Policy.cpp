@@ -142,6 +142,10 @@ bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
+bool isReadyRequest(const Request& request) {
+    return pathOf(request.target) == "/ready" && isOneOf(request.method, {"GET", "HEAD"});
+}
+
 Response healthResponse(const std::string& problems, const std::string& notices) {
     auto response =
         problems.empty() ? textResponse(200, notices.empty() ? "ok" : notices) : textResponse(503, problems);
@@ -162,7 +166,7 @@ bool acceptsXml(std::string_view accept) {
 
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits) {
     const auto path = pathOf(request.target);
-    if (path == "/health") {
+    if (isOneOf(path, {"/health", "/ready"})) {
         return refuseMethod(request.method, "GET, HEAD");
     }
     if (!isServed(path)) {

@@ -19,7 +19,10 @@ bool isForThisHost(const Request& request, const std::vector<std::string>& hostN
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
-/// The answer to it: 200 "ok" or with the notices, or 503 with the problems.
+/// True for the request whether the server is ready, which needs none either.
+bool isReadyRequest(const Request& request);
+
+/// The answer to either: 200 "ok" or with the notices, or 503 with the problems.
 Response healthResponse(const std::string& problems, const std::string& notices);
 
 /// The methods of the served paths, for the Allow field.
