@@ -91,35 +91,45 @@ class Declaration {
     std::string group_;
 };
 
-/// The value of a line NAME = VALUE without its comment; empty for another line.
-std::string_view valueIn(std::string_view line) {
-    const auto equals = line.find('=');
-    const bool assigns = equals != std::string_view::npos && !line.empty() && line[0] != '#' && line[0] != ';';
-    return assigns ? trimmed(line.substr(equals + 1, line.find('#', equals) - equals - 1)) : std::string_view();
+/// False when a quoted value has no end. A quote begins only where a value may begin.
+bool endsItsQuotes(std::string_view line) {
+    char quote = '\0';
+    char before = '=';
+    for (const char c : line) {
+        const bool begins =
+            quote == '\0' && (c == '"' || c == '\'') && std::string_view("=[,").find(before) != std::string_view::npos;
+        const bool ends = quote != '\0' && c == quote;
+        quote = begins ? c : ends ? '\0' : quote;
+        before = c == ' ' || c == '\t' ? before : c;
+    }
+    return quote == '\0';
 }
 
 /// The parser takes the lines after an unfinished list for its elements.
 void requireWholeValues(const std::string& text) {
     std::istringstream lines(text);
-    std::string line;
-    bool inList = false;
-    unsigned begun = 0;
-    for (unsigned number = 1; std::getline(lines, line); ++number) {
-        const auto where = "line " + std::to_string(number) + " of the configuration file: ";
-        const auto value = valueIn(trimmed(line));
-        if (std::count(value.begin(), value.end(), '"') % 2 != 0) {
-            throw std::invalid_argument(where + "a quotation mark is missing");
+    std::string whole;
+    unsigned list = 0; // the line that began it
+    for (unsigned number = 1; std::getline(lines, whole); ++number) {
+        const auto line = trimmed(std::string_view(whole).substr(0, whole.find('#')));
+        if (line.empty() || line[0] == ';') {
+            continue;
         }
-        if (inList && line.find('=') < line.find_first_of("\"#")) {
-            break; // the next option
+        if (!endsItsQuotes(line)) {
+            throw std::invalid_argument("line " + std::to_string(number) +
+                                        " of the configuration file: a quotation mark is missing");
         }
-        const bool begins = !inList && !value.empty() && value.front() == '[';
-        begun = begins ? number : begun;
-        const auto piece = begins ? value : trimmed(std::string_view(line).substr(0, line.find('#')));
-        inList = (inList || begins) && (piece.empty() || piece.back() != ']');
+        const auto equals = line.find('=');
+        const bool assigns = equals < line.find('"');
+        if (list != 0 && assigns) {
+            break;
+        }
+        const auto value = assigns ? trimmed(line.substr(equals + 1)) : line;
+        list = assigns && !value.empty() && value[0] == '[' ? number : list;
+        list = !value.empty() && value.back() == ']' ? 0 : list;
     }
-    if (inList) {
-        throw std::invalid_argument("line " + std::to_string(begun) +
+    if (list != 0) {
+        throw std::invalid_argument("line " + std::to_string(list) +
                                     " of the configuration file: the list has no end: ] is missing");
     }
 }
@@ -138,6 +148,7 @@ class ConfigurationFile : public CLI::ConfigBase {
 struct Texts {
     std::vector<std::string> listen;
     std::vector<std::string> providerConfig;
+    std::vector<std::string> errorHints;
     std::string logLevel = "info";
     std::string clientCertificates = "none";
 };
@@ -149,6 +160,9 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
     declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
     declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
                 "an item of configuration that providers may ask for; repeatable");
+    declare.add(
+        "--error-hint", texts.errorHints, "NUMBER=TEXT",
+        "what clients are told besides when a provider's error text is only this number, or 'none'; repeatable");
     declare.add("--preload", options.preload, "ID",
                 "initialize this provider at start instead of at its first use; repeatable");
     declare.add("--concurrent-reads", options.concurrentReads, "ID",
@@ -243,6 +257,8 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
     declare.add("--audit-log", options.audit.target, "FILE|syslog",
                 "record changes here instead of in the log; a change that cannot be recorded is refused");
     declare.flag("--allow-unaudited", options.audit.optional, "make changes that cannot be recorded all the same");
+    declare.add("--console", options.http.consoleFolder, "DIR",
+                "serve the files of this folder under /console/, a page for browsers");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }
@@ -262,24 +278,33 @@ http::ClientCertificates clientCertificatesOf(const std::string& name) {
                                 : http::ClientCertificates::None;
 }
 
+std::map<std::string, std::string> pairsOf(const char* option, const std::vector<std::string>& items) {
+    std::map<std::string, std::string> pairs;
+    for (const auto& item : items) {
+        const auto equals = item.find('=');
+        if (equals == 0 || equals == std::string::npos) {
+            throw std::invalid_argument(std::string(option) + ": '" + item + "' is not KEY=VALUE");
+        }
+        pairs[item.substr(0, equals)] = item.substr(equals + 1);
+    }
+    return pairs;
+}
+
 void interpret(const Texts& texts, Options& options) {
     const bool tls = !options.http.tls.certificateFile.empty();
     for (const auto& text : texts.listen.empty() ? std::vector<std::string>{"127.0.0.1:5988"} : texts.listen) {
         options.http.listeners.push_back(http::parseListener(text, tls));
     }
-    for (const auto& item : texts.providerConfig) {
-        const auto equals = item.find('=');
-        if (equals == 0 || equals == std::string::npos) {
-            throw std::invalid_argument("--provider-config: '" + item + "' is not KEY=VALUE");
-        }
-        options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
-    }
+    options.providerConfig = pairsOf("--provider-config", texts.providerConfig);
+    options.errorHints = pairsOf("--error-hint", texts.errorHints);
     if (!options.checkUser.empty() && !options.check) {
         throw std::invalid_argument("--user goes with --check");
     }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
-    http::checkCiphers(options.http.tls.ciphers);
+    if (options.http.tls.ciphers != http::TlsSettings().ciphers) { // OpenSSL takes long to start when it is not needed
+        http::checkCiphers(options.http.tls.ciphers);
+    }
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
         throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
     }

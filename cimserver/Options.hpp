@@ -26,6 +26,7 @@ struct Options {
     std::set<std::string> concurrentProviders;
     std::vector<std::string> preload;
     std::map<std::string, std::string> providerConfig;
+    std::map<std::string, std::string> errorHints; ///< what to tell clients after a provider's text that is this number
     std::chrono::milliseconds providerTimeout{60'000};
     std::chrono::milliseconds slowCall{30'000};
     std::size_t providerThreads = 8;

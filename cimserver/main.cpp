@@ -17,6 +17,7 @@
 #include "cimserver/common/Program.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/provider/Attempt.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -136,6 +137,8 @@ class CimSide {
         settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         settings.enumerations.bytes = options.http.limits.memory / 4;
+        settings.errorHints = options.errorHints;
+        settings.hideSecrets = options.hideSecrets;
         return settings;
     }
     /// Throws OptionsError when the option names a provider that does not exist.
@@ -231,6 +234,9 @@ bool listen(http::Server& server, const Options& options, const Descriptor& outp
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
     }
+    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : listeners) {
+        announce(output, "console at " + listener.url() + "/console/");
+    }
     return true;
 }
 
@@ -243,7 +249,7 @@ void inspect(http::Server& server, CimSide& cim, StateLock& lock) {
     cim.inspect();
     lock.follow();
     log::follow();
-    audit::sumUp();
+    audit::sumUp(std::chrono::steady_clock::now());
     if (server.responds()) {
         service::alive();
     }
@@ -282,8 +288,8 @@ void boundHeap() {
 /// The configuration with all files it names, as they are at a start; nothing is written.
 int check(Options options) {
     const auto output = redirectStandardOutput("null");
-    options.http.dumpFile.clear();
     auto problems = fileProblems(options);
+    options.http.dumpFile.clear(); // the server would create it
     if (problems.empty()) {
         CimSide cim(options);
         const http::Server server(options.http, cim.application());

@@ -204,8 +204,8 @@ void refused(const std::string& user, const std::string& line) {
     }
 }
 
-void sumUp() {
-    for (const auto& [user, count] : refusals.takeEnded(Clock::now())) {
+void sumUp(std::chrono::steady_clock::time_point now) {
+    for (const auto& [user, count] : refusals.takeEnded(now)) {
         end("user=" + user + " -> " + std::to_string(count) + " more requests were refused within a minute");
     }
 }

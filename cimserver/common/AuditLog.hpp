@@ -1,6 +1,7 @@
 // The audit record: who changed what. A file or syslog of its own; without either, lines of the log.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace cimserver::audit {
@@ -28,7 +29,7 @@ void end(const std::string& line);
 constexpr unsigned kMostRefusals = 60;
 void refused(const std::string& user, const std::string& line);
 /// To be called now and then: records the counts whose minute is over.
-void sumUp();
+void sumUp(std::chrono::steady_clock::time_point now);
 
 /// What prevents the record from being written, as a line for monitoring; empty when nothing does.
 std::string problem();

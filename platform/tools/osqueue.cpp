@@ -3,6 +3,7 @@
 #include "CommandLine.hpp"
 #include "Owner.hpp"
 #include "QueueFile.hpp"
+#include "StatusText.hpp"
 #include "osa.h"
 
 #include <cstdint>
@@ -22,36 +23,9 @@ struct Request {
     unsigned count = 0;
 };
 
-const char* textOf(std::uint32_t status) {
-    switch (status) {
-    case OSA_BAD_ARGUMENT:
-        return "a message has 1 to 4096 bytes";
-    case OSA_BAD_NAME:
-        return "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot";
-    case OSA_QUEUE_NOT_FOUND:
-        return "no such queue";
-    case OSA_QUEUE_FULL:
-        return "the queue is full";
-    case OSA_TIMEOUT:
-        return "no message in time";
-    case OSA_NO_ACCESS:
-        return "no permission: osqueue list shows who has it, ipcrm -q ID removes it";
-    case OSA_NO_RESOURCES:
-        return "the system has no room for it";
-    case OSA_STATE_DIRECTORY:
-        return "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable";
-    case OSA_BUSY:
-        return "another process keeps the queues' names locked";
-    default:
-        return "the system failed";
-    }
-}
-
 void require(std::uint32_t status, const std::string& name) {
     if (status != OSA_OK) {
-        char number[16];
-        std::snprintf(number, sizeof number, " (0x%x)", status);
-        throw std::runtime_error(name + ": " + textOf(status) + number);
+        throw std::runtime_error(name + ": " + zpo::statusText(status));
     }
 }
 

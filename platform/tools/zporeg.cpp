@@ -225,8 +225,8 @@ void check() {
     const std::string& directory = *settings().stateDirectory;
     std::size_t damaged = 0;
     const std::string file = directory + "/registry.mdb";
-    if (registryFileExists()) {
-        const std::size_t count = allEntries(damaged).size();
+    const std::size_t count = registryFileExists() ? allEntries(damaged).size() : 0;
+    if (count != 0) {
         require(registry().checkWritable(), file);
         struct statvfs disk {};
         require(statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0 ? ZPO_REG_STORE_FULL : ZPO_OK, file);
@@ -236,7 +236,7 @@ void check() {
         fmt::print("{} entries; the registry can be read and written\n", count);
         return;
     }
-    throw std::runtime_error(file + ": there is no registry; to make one: zporeg restore or zporeg load");
+    throw std::runtime_error(file + ": the registry is empty; to fill it: zporeg restore or zporeg load");
 }
 
 CommandLine::Command addCommand(CommandLine& line, const char* name, const char* help,

@@ -1,6 +1,7 @@
 #include "StatusText.hpp"
 
 #include "ZpoShared.h"
+#include "osa.h"
 
 #include <fmt/format.h>
 
@@ -57,18 +58,34 @@ constexpr Row kRows[] = {
     {ZPO_NOTIFY_TOO_MANY, "too many names are registered"},
     {ZPO_NOTIFY_NO_THREAD, "the notification thread cannot be started"},
     {ZPO_NOTIFY_BAD_SETTING, "ZPO_STATE_DIR, ZPO_REGISTRY_MB or ZPO_LOCK_TIMEOUT has an unusable value"},
+    {OSA_BAD_ARGUMENT, "a message has 1 to 4096 bytes"},
+    {OSA_BAD_NAME, "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot"},
+    {OSA_QUEUE_NOT_FOUND, "no such queue"},
+    {OSA_QUEUE_FULL, "the queue is full"},
+    {OSA_TIMEOUT, "no message in time"},
+    {OSA_BUFFER_TOO_SMALL, "the message is larger than the buffer"},
+    {OSA_NO_ACCESS, "no permission: osqueue list shows who has it, ipcrm -q ID removes the queue"},
+    {OSA_NO_RESOURCES, "the system has no room for it"},
+    {OSA_STATE_DIRECTORY,
+     "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable"},
+    {OSA_SYSTEM_ERROR, "the system failed"},
+    {OSA_BUSY, "another process keeps the queues' names locked"},
 };
 
 } // namespace
 
-std::string statusText(std::uint32_t status) {
-    const char* text = "unknown status";
+const char* findStatusText(std::uint32_t status) {
     for (const Row& row : kRows) {
         if (row.status == status) {
-            text = row.text;
+            return row.text;
         }
     }
-    return fmt::format("{} ({:#x})", text, status);
+    return nullptr;
+}
+
+std::string statusText(std::uint32_t status) {
+    const char* const text = findStatusText(status);
+    return fmt::format("{} ({:#x})", text == nullptr ? "unknown status" : text, status);
 }
 
 } // namespace zpo
