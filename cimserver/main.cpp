@@ -233,9 +233,9 @@ bool listen(http::Server& server, const Options& options, const Descriptor& outp
     for (const auto& listener : *listeners) {
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
-    }
-    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : listeners) {
-        announce(output, "console at " + listener.url() + "/console/");
+        if (!options.http.consoleFolder.empty()) {
+            announce(output, "console at " + listener.url() + "/console/");
+        }
     }
     return true;
 }
