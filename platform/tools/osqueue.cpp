@@ -1,6 +1,7 @@
 // osqueue: creates, listens to, sends to and deletes the platform's message queues.
 
 #include "CommandLine.hpp"
+#include "QueueStatus.hpp"
 #include "osa.h"
 
 #include <cstdint>
@@ -16,36 +17,9 @@ struct Request {
     unsigned count = 0;
 };
 
-const char* textOf(std::uint32_t status) {
-    switch (status) {
-    case OSA_BAD_ARGUMENT:
-        return "a message has 1 to 4096 bytes";
-    case OSA_BAD_NAME:
-        return "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot";
-    case OSA_QUEUE_NOT_FOUND:
-        return "no such queue";
-    case OSA_QUEUE_FULL:
-        return "the queue is full";
-    case OSA_TIMEOUT:
-        return "no message in time";
-    case OSA_NO_ACCESS:
-        return "no permission";
-    case OSA_NO_RESOURCES:
-        return "the system has no room for it";
-    case OSA_STATE_DIRECTORY:
-        return "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable";
-    case OSA_BUSY:
-        return "another process keeps the queues' names locked";
-    default:
-        return "the system failed";
-    }
-}
-
 void require(std::uint32_t status, const std::string& name) {
     if (status != OSA_OK) {
-        char number[16];
-        std::snprintf(number, sizeof number, " (0x%x)", status);
-        throw std::runtime_error(name + ": " + textOf(status) + number);
+        throw std::runtime_error(name + ": " + zpo::queueStatusText(status));
     }
 }
 
