@@ -70,7 +70,7 @@ int statistics(const Context& context, const Watch& watch);
 
 int explainStatus(std::ostream& out, bool json, const std::string& code);
 
-/// A property's value in its own JSON type; null for NULL.
+/// A property's value in its own JSON type; null for NULL and for what does not apply, "***" for a secret.
 nlohmann::ordered_json jsonValue(const Property& property);
 
 } // namespace cdrctl

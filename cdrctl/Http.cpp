@@ -12,7 +12,10 @@
 #include <boost/beast/http.hpp>
 #include <boost/beast/ssl.hpp>
 
-#include <optional>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
 
 namespace cdrctl {
 
@@ -42,7 +45,9 @@ class Steps {
         context_.restart();
         context_.run();
         if (result) {
-            throw ConnectError(url_ + ": cannot " + what + ": " + result.message());
+            const bool plain = result == http::error::end_of_stream && url_.compare(0, 5, "http:") == 0;
+            throw ConnectError(url_ + ": cannot " + what + ": " + result.message() +
+                               (plain ? " (does it want https://?)" : ""));
         }
     }
 
@@ -96,7 +101,17 @@ void check(const error_code& error, const char* what, const std::string& file) {
     }
 }
 
+/// OpenSSL's messages do not say why it cannot open a file.
+void checkReadable(const std::string& file) {
+    if (!file.empty() && ::access(file.c_str(), R_OK) != 0) {
+        throw ConnectError("cannot read " + file + ": " + std::strerror(errno));
+    }
+}
+
 void setUpTls(ssl::context& context, const Access& access) {
+    for (const std::string& file : {access.caFile, access.certificateFile, access.keyFile}) {
+        checkReadable(file);
+    }
     error_code error;
     if (access.caFile.empty()) {
         context.set_default_verify_paths(error);
@@ -126,19 +141,20 @@ std::string certificateProblem(TlsStream& stream) {
 void handshake(Steps& steps, TlsStream& stream, const Address& address, const Access& access) {
     error_code notAnAddress;
     asio::ip::make_address(address.host, notAnAddress);
+    SSL* const tls = stream.native_handle();
     if (notAnAddress) { // a name: a server of several needs to know which is meant
-        SSL_set_tlsext_host_name(stream.native_handle(), address.host.c_str());
-    }
-    if (!access.insecure) {
-        stream.set_verify_callback(ssl::host_name_verification(address.host));
+        SSL_set_tlsext_host_name(tls, address.host.c_str());
+        SSL_set1_host(tls, address.host.c_str());
+    } else {
+        X509_VERIFY_PARAM_set1_ip_asc(SSL_get0_param(tls), address.host.c_str());
     }
     beast::get_lowest_layer(stream).expires_after(access.timeout);
     try {
         steps.run("agree on TLS", [&](auto handler) { stream.async_handshake(ssl::stream_base::client, handler); });
-    } catch (const ConnectError&) {
+    } catch (const ConnectError& error) {
         const std::string problem = certificateProblem(stream);
         if (problem.empty()) {
-            throw;
+            throw ConnectError(std::string(error.what()) + " (does it speak TLS there?)");
         }
         throw ConnectError(address.url() + ": the server's certificate is not trusted: " + problem +
                            " (--cacert FILE names the authority that signed it)");

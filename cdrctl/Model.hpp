@@ -25,6 +25,8 @@ struct Property {
     std::string text(std::string_view qualifier) const;
     /// Whether the boolean qualifier is there and true.
     bool is(std::string_view qualifier) const;
+    /// Whether its value is not to be shown.
+    bool isSecret() const { return cimserver::containsIgnoringCase(name, "password"); }
     /// False when the server says by the qualifier Applicable that the property has no meaning at present.
     bool applies() const { return qualifiers.count("Applicable") == 0 || is("Applicable"); }
 };

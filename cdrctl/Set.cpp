@@ -66,10 +66,6 @@ struct Outcome {
     bool stored;
 };
 
-bool isSecret(const Property& property) {
-    return cimserver::containsIgnoringCase(property.name, "password");
-}
-
 bool isSame(const Property& asked, const std::string& value) {
     return cimserver::equalsIgnoringCase(asked.value.value_or(""), value);
 }
@@ -88,14 +84,14 @@ std::vector<Outcome> outcomesOf(const std::vector<Property>& changed, const Obje
 }
 
 std::string valueText(const Property& property, const std::string& value) {
-    const std::string shown = isSecret(property) && !value.empty() ? "***" : printable(value);
+    const std::string shown = property.isSecret() && !value.empty() ? "***" : printable(value);
     return shown.empty() ? "(empty)" : shown;
 }
 
 void writeStored(std::ostream& out, const Outcome& outcome) {
     const Property& asked = *outcome.asked;
     out << asked.name << ": " << valueText(asked, outcome.before) << " -> " << valueText(asked, outcome.after);
-    if (!isSecret(asked) && !isSame(asked, outcome.after)) {
+    if (!asked.isSecret() && !isSame(asked, outcome.after)) {
         out << " (asked for " << valueText(asked, *asked.value) << ")";
     }
     out << "\n";

@@ -43,7 +43,7 @@ std::string shown(const Property& declared, const Property& property) {
     if (property.type == "boolean") {
         return equalsIgnoringCase(*property.value, "true") ? "yes" : "no";
     }
-    if (cimserver::containsIgnoringCase(property.name, "password") && !property.value->empty()) {
+    if (property.isSecret() && !property.value->empty()) {
         return "***";
     }
     const std::string label = labelOf(declared, *property.value);
@@ -164,10 +164,13 @@ std::string classNamed(const std::string& name) {
 }
 
 ordered_json jsonValue(const Property& property) {
-    if (!property.value) {
+    if (!property.value || !property.applies()) {
         return nullptr;
     }
     const std::string& text = *property.value;
+    if (property.isSecret() && !text.empty()) {
+        return "***";
+    }
     if (property.type == "boolean") {
         return equalsIgnoringCase(text, "true");
     }

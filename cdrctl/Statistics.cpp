@@ -86,7 +86,7 @@ ordered_json jsonOf(const Object& object) {
     ordered_json result;
     for (const Property& property : object.properties) {
         if (!property.is("Key")) {
-            result[property.name] = property.applies() ? jsonValue(property) : ordered_json();
+            result[property.name] = jsonValue(property);
         }
     }
     return result;
