@@ -180,7 +180,7 @@ std::string findProgram(const DevicePlaces& places, const std::vector<Process>& 
     }
     for (const Process& process : processes) {
         std::error_code error;
-        const std::string inside = process.folder + "/root" + places.program;
+        std::string inside = process.folder + "/root" + places.program;
         if (process.name() == "cimserverd" && fs::exists(inside, error)) {
             return inside;
         }
@@ -202,7 +202,7 @@ std::string failureIn(const json& values) {
         return !reason.empty() ? reason : listed ? textIn(failures->front(), "reason") : "no reason is told";
     }
     for (const json& value : values) {
-        const std::string found = value.is_structured() ? failureIn(value) : "";
+        std::string found = value.is_structured() ? failureIn(value) : "";
         if (!found.empty()) {
             return found;
         }

@@ -135,10 +135,9 @@ TEST(Device, IsSeenAsItIs) {
     support::writeFile(home / "proc/77/cmdline", std::string("/bin/busybox\0crond\0-f\0", 22));
     support::writeFile(home / "crontabs/op", "# CDRTransfer\n0 2 * * * /qv/bin/CDRTransfer\n1 1 * * * /bin/other");
     support::writeFile(home / "log/CdrOAM.log", "push task scheduled\nControlCharacters Found in PDR:Push-x\nother\n");
-    support::writeFile(
-        home / "transfer",
-        "#!/bin/sh\ncase $2 in --json) echo '{\"runs\":[{\"state\":\"failed\",\"reason\":\"\",\"failures\":"
-        "[{\"reason\":\"login refused\"}]}]}';; *) echo failed;; esac\n");
+    support::writeFile(home / "transfer",
+                       "#!/bin/sh\ncase $2 in --json) echo '{\"last_run\":{\"state\":\"failed\",\"reason\":null,"
+                       "\"failures\":[{\"reason\":\"login refused\"}]}}';; *) echo failed;; esac\n");
     const auto look = [&] { return lookAround({home / "proc", home / "crontabs", home / "log", home / "transfer"}); };
     EXPECT_EQ(look().programProblem, "it is not executable");
     std::filesystem::permissions(home / "transfer", std::filesystem::perms::owner_all);
