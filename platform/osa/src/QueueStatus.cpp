@@ -2,12 +2,10 @@
 
 #include "osa.h"
 
-#include <cstdio>
-
 namespace zpo {
 namespace {
 
-constexpr StatusRow kRows[] = {
+constexpr StatusRow kQueueRows[] = {
     {OSA_BAD_ARGUMENT, "OSA_BAD_ARGUMENT", "a message has 1 to 4096 bytes", "correct the caller"},
     {OSA_BAD_NAME, "OSA_BAD_NAME", "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot",
      "correct the name"},
@@ -27,14 +25,11 @@ constexpr StatusRow kRows[] = {
 } // namespace
 
 const StatusRow* findQueueStatus(std::uint32_t status) {
-    return findRow(kRows, status);
+    return findRow(kQueueRows, status);
 }
 
 std::string queueStatusText(std::uint32_t status) {
-    const StatusRow* const row = findQueueStatus(status);
-    char number[16];
-    std::snprintf(number, sizeof number, " (0x%x)", status);
-    return (row == nullptr ? "the system failed" : row->text) + std::string(number);
+    return textWithNumber(findQueueStatus(status), status, "the system failed");
 }
 
 } // namespace zpo

@@ -2,8 +2,6 @@
 
 #include "ZpoShared.h"
 
-#include <fmt/format.h>
-
 namespace zpo {
 namespace {
 
@@ -82,8 +80,7 @@ const StatusRow* findStatus(std::uint32_t status) {
 }
 
 std::string statusText(std::uint32_t status) {
-    const StatusRow* const row = findStatus(status);
-    return fmt::format("{} ({:#x})", row == nullptr ? "unknown status" : row->text, status);
+    return textWithNumber(findStatus(status), status, "unknown status");
 }
 
 } // namespace zpo
