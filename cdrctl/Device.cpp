@@ -173,7 +173,8 @@ std::vector<Crontab> systemCrontabs(const std::vector<Process>& processes) {
     return tables;
 }
 
-/// The program may stand only in the file system that the server sees, as in the lab.
+/// The program may stand only in the file system that the server sees, as in the lab. Other users' file systems are not
+/// trusted.
 std::string findProgram(const DevicePlaces& places, const std::vector<Process>& processes) {
     if (fs::exists(places.program)) {
         return places.program;
@@ -181,7 +182,7 @@ std::string findProgram(const DevicePlaces& places, const std::vector<Process>& 
     for (const Process& process : processes) {
         std::error_code error;
         std::string inside = process.folder + "/root" + places.program;
-        if (process.name() == "cimserverd" && fs::exists(inside, error)) {
+        if (process.name() == "cimserverd" && process.user == ::geteuid() && fs::exists(inside, error)) {
             return inside;
         }
     }
@@ -193,18 +194,24 @@ std::string textIn(const json& object, const char* name) {
     return found != object.end() && found->is_string() ? found->get<std::string>() : "";
 }
 
-/// Why a run failed: the reason in the first object whose state is "failed", or that of its first file.
-std::string failureIn(const json& values) {
-    if (values.is_object() && values.value("state", json()) == "failed") {
-        const std::string reason = textIn(values, "reason");
-        const auto failures = values.find("failures");
-        const bool listed = failures != values.end() && failures->is_array() && !failures->empty();
-        return !reason.empty() ? reason : listed ? textIn(failures->front(), "reason") : "no reason is told";
+/// What an object tells to be wrong: its problem, or why it failed, or why its first file did.
+std::string problemOf(const json& object) {
+    const std::string problem = textIn(object, "problem");
+    if (!problem.empty() || textIn(object, "state") != "failed") {
+        return problem;
     }
-    for (const json& value : values) {
-        std::string found = value.is_structured() ? failureIn(value) : "";
-        if (!found.empty()) {
-            return found;
+    const std::string reason = textIn(object, "reason");
+    const auto failures = object.find("failures");
+    const bool listed = failures != object.end() && failures->is_array() && !failures->empty();
+    return "the last run failed: " + (reason.empty() && listed ? textIn(failures->front(), "reason") : reason);
+}
+
+/// What is wrong by the first of the objects inside that tells it.
+std::string problemIn(const json& status) {
+    for (const json& part : status) {
+        std::string problem = problemOf(part);
+        if (!problem.empty()) {
+            return problem;
         }
     }
     return "";
@@ -218,7 +225,7 @@ std::optional<TransferStatus> askProgram(const std::string& program) {
     }
     TransferStatus status{linesOf(told.output), ""};
     const json values = json::parse(run(program + " --status --json 2>/dev/null").output, nullptr, false);
-    status.failure = failureIn(values);
+    status.problem = problemIn(values);
     return status;
 }
 

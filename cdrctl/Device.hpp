@@ -24,7 +24,7 @@ struct LogLine {
 /// What `CDRTransfer --status` tells.
 struct TransferStatus {
     std::vector<std::string> lines;
-    std::string failure; ///< why the last run failed; empty when it did not, or there was none
+    std::string problem; ///< what is wrong by it, such as why the last run failed; empty when nothing is
 };
 
 struct DeviceFacts {

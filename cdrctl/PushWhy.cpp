@@ -140,10 +140,10 @@ class Report {
         if (device.program.empty()) {
             problem("program", std::string(kTransferProgram) + " is missing", "install the transfer program");
         } else if (!device.programProblem.empty()) {
-            problem("program", device.program + " cannot be started: " + device.programProblem,
+            problem("program", std::string(kTransferProgram) + " cannot be started: " + device.programProblem,
                     "chmod +x " + device.program);
         } else {
-            note("program", device.program + " is there");
+            note("program", std::string(kTransferProgram) + " is there");
         }
     }
 
@@ -151,9 +151,9 @@ class Report {
         if (!device.transfer) {
             return;
         }
-        if (!device.transfer->failure.empty()) {
-            problem("transfer", "the last run failed: " + device.transfer->failure,
-                    device.program + " --wait --verbose shows it at work");
+        if (!device.transfer->problem.empty()) {
+            problem("transfer", device.transfer->problem,
+                    std::string(kTransferProgram) + " --wait --verbose, as the server's user, shows it at work");
         }
         for (const std::string& line : device.transfer->lines) {
             note("transfer", line);

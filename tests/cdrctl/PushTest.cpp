@@ -107,7 +107,7 @@ TEST(PushWhy, NamesWhatKeepsAPushFromRunning) {
         {"program: /qv/bin/CDRTransfer is missing", [](PushFacts& f) { f.device->program = ""; }},
         {"transfer: the last run failed: login refused",
          [](PushFacts& f) {
-             f.device->transfer = TransferStatus{{"failed"}, "login refused"};
+             f.device->transfer = TransferStatus{{"failed"}, "the last run failed: login refused"};
          }},
         {"statistics: a push was due Sun 2026-11-22 08:30",
          [](PushFacts& f) { f.lastTransfer = at("2026-11-15 08:31"), f.device.reset(); }},
@@ -146,7 +146,7 @@ TEST(Device, IsSeenAsItIs) {
     ASSERT_EQ(facts.crontabs.size(), 1U);
     EXPECT_THAT(facts.crontabs[0].lines, ElementsAre("0 2 * * * /qv/bin/CDRTransfer"));
     ASSERT_TRUE(facts.transfer.has_value());
-    EXPECT_EQ(facts.transfer->failure, "login refused");
+    EXPECT_EQ(facts.transfer->problem, "the last run failed: login refused");
     ASSERT_EQ(facts.log.size(), 1U);
     EXPECT_EQ(facts.log[0].text, "push task scheduled");
 }
