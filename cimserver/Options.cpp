@@ -222,7 +222,9 @@ void interpret(const Texts& texts, Options& options) {
     }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
-    http::checkCiphers(options.http.tls.ciphers);
+    if (options.http.tls.ciphers != http::TlsSettings().ciphers) { // OpenSSL takes long to start when it is not needed
+        http::checkCiphers(options.http.tls.ciphers);
+    }
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
         throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
     }
