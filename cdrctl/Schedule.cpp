@@ -137,7 +137,8 @@ std::optional<std::time_t> timeOf(const std::string& cimDateTime) {
     }
     parts.tm_year -= 1900;
     parts.tm_mon -= 1;
-    return ::timegm(&parts) - (sign == '+' ? 60 : -60) * offset;
+    constexpr std::time_t kMinute = 60;
+    return ::timegm(&parts) - (sign == '+' ? kMinute : -kMinute) * offset;
 }
 
 } // namespace cdrctl
