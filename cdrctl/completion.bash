@@ -10,9 +10,10 @@ CompressFlag= IncludeMetricsFlag= TransferTime= TransferDayOfMonth= TransferDayO
     local classes="service prefix access push pushed pull"
     local options="--help --version --json --server --user --password-file --cacert --cert --key --insecure --namespace \
 --timeout"
+    local valued=" -s -u --server --user --password-file --cacert --cert --key --namespace --timeout --interval --count --class "
     for ((i = 1; i < COMP_CWORD; i++)); do
         word=${COMP_WORDS[i]}
-        [[ $word == -* || ${COMP_WORDS[i - 1]} == --[spucktni]* ]] || command+=("$word")
+        [[ $word == -* || $valued == *" ${COMP_WORDS[i - 1]} "* ]] || command+=("$word")
     done
     COMPREPLY=()
     case $previous in
