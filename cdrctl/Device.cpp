@@ -136,11 +136,12 @@ std::vector<Crontab> crontabsIn(const std::string& folder) {
         const std::string name = entry.path().filename().string();
         if (entry.is_regular_file(error) && name[0] != '.' && name != "cron.update") {
             const bool readable = ::access(entry.path().c_str(), R_OK) == 0;
-            tables.push_back({name, taskLines(fileText(entry.path())), readable ? "" : "no permission to read it"});
+            tables.push_back(
+                {name, taskLines(fileText(entry.path())), readable ? "" : "no permission to read it", !readable});
         }
     }
     if (tables.empty()) {
-        tables.push_back({userName(::geteuid()), {}, error ? folder + ": " + error.message() : ""});
+        tables.push_back({userName(::geteuid()), {}, error ? folder + ": " + error.message() : "", false});
     }
     return tables;
 }
@@ -161,14 +162,14 @@ std::vector<Crontab> systemCrontabs(const std::vector<Process>& processes) {
         const std::string name = userName(user);
         const bool own = user == ::geteuid();
         if (!own && ::geteuid() != 0) {
-            tables.push_back({name, {}, "only root can read it"});
+            tables.push_back({name, {}, "only root can read it", true});
             continue;
         }
         const bool plain = name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_-") == std::string::npos;
         const Run listed = run(own || !plain ? "crontab -l 2>&1" : "crontab -u " + name + " -l 2>&1");
         const bool none = listed.exitCode == 0 || listed.output.find("no crontab for") != std::string::npos;
         tables.push_back({name, none ? taskLines(listed.output) : std::vector<std::string>(),
-                          none ? "" : "the crontab program failed: " + listed.output.substr(0, 100)});
+                          none ? "" : "the crontab program failed: " + listed.output.substr(0, 100), false});
     }
     return tables;
 }
@@ -229,11 +230,13 @@ std::optional<TransferStatus> askProgram(const std::string& program) {
     return status;
 }
 
-/// The module warns of every empty text at each read.
-bool isAboutPushes(const std::string& line) {
-    return line.find("ControlCharacters Found") == std::string::npos &&
-           (cimserver::containsIgnoringCase(line, "push") || cimserver::containsIgnoringCase(line, "transfer") ||
-            cimserver::containsIgnoringCase(line, "parse error"));
+/// Of the platform's own log every line; of the others not the warnings of empty texts, which come with each read.
+bool isAboutPushes(const std::string& file, const std::string& line) {
+    if (file == "ZpoShared.log" || line.find("ControlCharacters Found") != std::string::npos) {
+        return file == "ZpoShared.log";
+    }
+    return cimserver::containsIgnoringCase(line, "push") || cimserver::containsIgnoringCase(line, "transfer") ||
+           cimserver::containsIgnoringCase(line, "parse error");
 }
 
 void addLogLines(std::vector<LogLine>& log, const fs::path& file) {
@@ -245,8 +248,8 @@ void addLogLines(std::vector<LogLine>& log, const fs::path& file) {
     stream.seekg(std::max<std::streamoff>(0, size - kLogTail));
     std::vector<LogLine> found;
     for (std::string line; std::getline(stream, line);) {
-        if (isAboutPushes(line)) {
-            found.push_back({file.filename().string(), line});
+        if (isAboutPushes(file.filename(), line)) {
+            found.push_back({file.filename(), line});
         }
     }
     const auto most = static_cast<std::ptrdiff_t>(std::min(found.size(), kMostLogLines));
@@ -275,7 +278,7 @@ DeviceFacts lookAround(const DevicePlaces& places) {
     if (!facts.program.empty() && facts.programProblem.empty()) {
         facts.transfer = askProgram(facts.program);
     }
-    for (const char* name : {"CdrOAM.log", "CDRTransfer.log", "crond.log"}) {
+    for (const char* name : {"ZpoShared.log", "CdrOAM.log", "crond.log"}) {
         addLogLines(facts.log, fs::path(places.logs) / name);
     }
     return facts;

@@ -14,6 +14,7 @@ struct Crontab {
     std::string user;
     std::vector<std::string> lines; ///< those that run the program
     std::string problem;            ///< why it could not be read; empty when it could
+    bool denied = false;            ///< only because this user may not
 };
 
 struct LogLine {

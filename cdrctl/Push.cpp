@@ -1,6 +1,7 @@
 #include "cdrctl/Client.hpp"
 #include "cdrctl/Commands.hpp"
 #include "cdrctl/Device.hpp"
+#include "cdrctl/Errors.hpp"
 #include "cdrctl/Model.hpp"
 #include "cdrctl/PushWhy.hpp"
 #include "cdrctl/Text.hpp"
@@ -21,8 +22,8 @@ std::optional<std::time_t> lastTransfer(const Client& client) {
     return timeOf(client.onlyInstance(kPushStatistics).value("LastTransferTime"));
 }
 
-PushFacts factsOf(const Client& client, const DevicePlaces* places) {
-    PushFacts facts;
+/// What the server tells. Throws CimFault.
+void readSettings(const Client& client, PushFacts& facts) {
     const Object settings = client.onlyInstance(kPushSetting);
     const std::string type = settings.value("TransferType");
     int number = 0;
@@ -38,6 +39,15 @@ PushFacts factsOf(const Client& client, const DevicePlaces* places) {
     }
     facts.address = settings.value("IPAddress");
     facts.lastTransfer = lastTransfer(client);
+}
+
+PushFacts factsOf(const Client& client, const DevicePlaces* places) {
+    PushFacts facts;
+    try {
+        readSettings(client, facts);
+    } catch (const CimFault& fault) {
+        facts.unreadable = fault.what();
+    }
     facts.now = std::time(nullptr);
     if (places != nullptr) {
         facts.device = lookAround(*places);

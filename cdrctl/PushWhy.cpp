@@ -1,11 +1,32 @@
 #include "cdrctl/PushWhy.hpp"
 
-#include <algorithm>
+#include "cdrctl/StatusCodes.hpp"
+
+#include <cstdlib>
+#include <string_view>
 
 namespace cdrctl {
 namespace {
 
 constexpr std::time_t kGrace = 600; ///< seconds that a transfer may take before it counts as missing
+
+/// What the status in a log line means, which stands behind "rc=" or "error = ".
+std::string statusIn(const std::string& line) {
+    for (const char* const label : {"rc=", "error = "}) {
+        const auto at = line.find(label);
+        if (at == std::string::npos) {
+            continue;
+        }
+        const auto start = at + std::string_view(label).size();
+        for (const StatusMeaning& meaning :
+             meaningsOf(line.substr(start, line.find_first_not_of("0123456789", start) - start))) {
+            if (meaning.source == "platform" && meaning.number != 0) {
+                return std::to_string(meaning.number) + " is " + meaning.name + ": " + meaning.text;
+            }
+        }
+    }
+    return "";
+}
 
 class Report {
   public:
@@ -22,7 +43,7 @@ class Report {
         statistics();
         if (facts_.device) {
             for (const LogLine& line : facts_.device->log) {
-                note("log", line.file + ": " + line.text);
+                note("log", line.file + ": " + line.text, statusIn(line.text));
             }
         } else {
             note("device", "crontab, cron and logs were not looked at: cdrctl does not run on the device",
@@ -41,9 +62,10 @@ class Report {
 
     void settings() {
         const Schedule& schedule = facts_.schedule;
-        if (!schedule.type) {
-            problem("settings", "the transfer type cannot be read: the device's registry fails",
-                    "on the device, CdrOAM.log tells why; cdrctl status 100");
+        if (!facts_.unreadable.empty() || !schedule.type) {
+            problem("settings",
+                    "the settings cannot be read" + (facts_.unreadable.empty() ? "" : ": " + facts_.unreadable),
+                    "the device's registry fails: on the device, ZpoShared.log and CdrOAM.log tell why");
         } else if (!schedule.isPush()) {
             const std::string label = facts_.typeLabel.empty() ? "" : " (" + facts_.typeLabel + ")";
             problem("settings",
@@ -94,7 +116,8 @@ class Report {
             const std::string whose = "the crontab of " + table.user;
             if (!table.problem.empty()) {
                 unread = true;
-                note("crontab", whose + " could not be read: " + table.problem, "run cdrctl push why as root");
+                const std::string text = whose + " could not be read: " + table.problem;
+                table.denied ? note("crontab", text, "run cdrctl push why as root") : problem("crontab", text);
             }
             for (const std::string& line : table.lines) {
                 found = true;
@@ -113,7 +136,9 @@ class Report {
 
     void task(const std::string& whose, const std::string& line, const DeviceFacts& device) {
         const bool sunday = line.find(" * * 7 ") != std::string::npos;
-        if (!facts_.schedule.isPush()) {
+        if (!facts_.schedule.type) {
+            note("crontab", whose + ": " + line);
+        } else if (!facts_.schedule.isPush()) {
             note("crontab", whose + " runs the program all the same: " + line,
                  "setting a time or day schedules it whatever the type is; set TransferType again to end it");
         } else if (sunday && device.cron == "busybox crond") {
@@ -168,13 +193,27 @@ class Report {
         const auto& last = facts_.lastTransfer;
         const std::string succeeded =
             last ? timeText(*last) + ", " + distanceText(facts_.now, *last) : std::string("never");
-        if (due && last && *last < *due) {
+        if (due && last && *last < *due && scheduledAt() < *due) {
             problem("statistics",
                     "a push was due " + timeText(*due) + ", but the last one that succeeded was " + succeeded,
                     "unless the schedule was changed since: the transfer failed or was not started");
         } else {
             note("statistics", "the last push that succeeded: " + succeeded);
         }
+    }
+
+    /// When the schedule was last changed, as far as the log tells; its times are local.
+    std::time_t scheduledAt() const {
+        std::time_t latest = 0;
+        for (const LogLine& line : facts_.device ? facts_.device->log : std::vector<LogLine>()) {
+            std::tm parts{};
+            if (line.text.find("push task scheduled") != std::string::npos &&
+                ::strptime(line.text.c_str(), "%Y-%m-%dT%H:%M:%S", &parts) != nullptr) {
+                parts.tm_isdst = -1;
+                latest = std::mktime(&parts);
+            }
+        }
+        return latest;
     }
 
     const PushFacts& facts_;

@@ -13,6 +13,7 @@ namespace cdrctl {
 
 /// All that is known. Times are in seconds since 1970.
 struct PushFacts {
+    std::string unreadable; ///< why the server could not tell the settings; empty when it could
     Schedule schedule;
     std::string typeLabel; ///< "Weekly push"
     std::string address;   ///< of the server that the files go to

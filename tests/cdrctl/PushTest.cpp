@@ -71,7 +71,7 @@ PushFacts healthy() {
     facts.now = at("2026-11-22 09:30");
     facts.lastTransfer = at("2026-11-22 08:31");
     facts.device =
-        DeviceFacts{{{"root", {"30 8 * * 7 /qv/bin/CDRTransfer"}, ""}}, "cron", kTransferProgram, "", {}, {}};
+        DeviceFacts{{{"root", {"30 8 * * 7 /qv/bin/CDRTransfer"}, "", false}}, "cron", kTransferProgram, "", {}, {}};
     return facts;
 }
 
@@ -95,7 +95,7 @@ TEST(PushWhy, NamesWhatKeepsAPushFromRunning) {
     const Case cases[] = {
         {"settings: the transfer type is 4 (No transfer)",
          [](PushFacts& f) { f.schedule.type = 4, f.typeLabel = "No transfer", f.device->crontabs[0].lines = {}; }},
-        {"settings: the transfer type cannot be read", [](PushFacts& f) { f.schedule.type.reset(); }},
+        {"settings: the settings cannot be read", [](PushFacts& f) { f.schedule.type.reset(); }},
         {"settings: the push cannot be scheduled: no day of the month",
          [](PushFacts& f) { f.schedule.type = 2, f.device->crontabs[0].lines = {}; }},
         {"settings: no server is set", [](PushFacts& f) { f.address = ""; }},
@@ -124,6 +124,11 @@ TEST(PushWhy, SaysThatTodayIsNotTheDay) {
     facts.now = at("2026-11-24 09:00");
     EXPECT_THAT(problems(facts), ElementsAre());
     EXPECT_THAT(explainPush(facts)[1].text, HasSubstr("the next is Sun 2026-11-29 08:30"));
+    facts.lastTransfer = at("2026-11-21 08:31"); // before the run that was due
+    facts.device->log = {
+        {"CdrOAM.log", "2026-11-23T10:00:00.000+00:00 CDR: push task scheduled successfully, rc=2228230"}};
+    EXPECT_THAT(problems(facts), ElementsAre()) << "the schedule is newer than that";
+    EXPECT_THAT(explainPush(facts).back().advice, HasSubstr("ZPO_SCHED_NOT_WRITABLE"));
 }
 
 TEST(Device, IsSeenAsItIs) {
