@@ -103,6 +103,26 @@ struct FarEnd::Transfer {
     }
 };
 
+std::string urlOf(const PushSettings& settings, const std::string& path) {
+    const Address& address = settings.address;
+    const bool sftp = address.protocol == Protocol::Sftp;
+    const bool absolute = !path.empty() && path.front() == '/';
+    const std::string start = sftp ? (absolute ? "" : "/~/") : "/";
+    const char* const scheme = sftp ? "sftp" : (address.isImplicitTls() ? "ftps" : "ftp");
+    const std::string host = address.host.find(':') == std::string::npos ? address.host : "[" + address.host + "]";
+    const std::unique_ptr<CURLU, UrlDeleter> url(curl_url());
+    char* text = nullptr;
+    if (!url || curl_url_set(url.get(), CURLUPART_SCHEME, scheme, 0) != CURLUE_OK ||
+        curl_url_set(url.get(), CURLUPART_HOST, host.c_str(), 0) != CURLUE_OK ||
+        curl_url_set(url.get(), CURLUPART_PORT, std::to_string(address.port).c_str(), 0) != CURLUE_OK ||
+        curl_url_set(url.get(), CURLUPART_PATH, (start + path).c_str(), CURLU_URLENCODE) != CURLUE_OK ||
+        curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK) {
+        throw Failure(Scope::Run, "IPAddress and DestFolder make no URL: " + settings.target());
+    }
+    const std::unique_ptr<char, void (*)(void*)> owned(text, &curl_free);
+    return text;
+}
+
 FarEnd::FarEnd(const PushSettings& settings, std::string knownHosts, const std::string& authorities)
     : settings_(settings), knownHosts_(std::move(knownHosts)),
       authorities_(access(authorities.c_str(), R_OK) == 0 ? authorities : ""), handle_(curl_easy_init()) {
@@ -121,7 +141,8 @@ void FarEnd::prepare() {
     hostKeyProblem_.clear();
     set(handle_, CURLOPT_ERRORBUFFER, &error_[0]);
     set(handle_, CURLOPT_NOSIGNAL, 1L);
-    set(handle_, CURLOPT_PROXY, ""); // the environment's is not meant for the device
+    set(handle_, CURLOPT_PROXY, "");      // the environment's is not meant for the device
+    set(handle_, CURLOPT_PATH_AS_IS, 1L); // the commands beside it name the same path
     set(handle_, CURLOPT_PROTOCOLS_STR, isSftp() ? "sftp" : "ftp,ftps");
     set(handle_, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
     set(handle_, CURLOPT_LOW_SPEED_LIMIT, 1L);
@@ -147,24 +168,8 @@ void FarEnd::prepare() {
     }
 }
 
-/// The path goes through libcurl's URL functions, which escape it.
 void FarEnd::setPath(const std::string& path) {
-    const std::unique_ptr<CURLU, UrlDeleter> url(curl_url());
-    const bool absolute = !path.empty() && path.front() == '/';
-    const std::string start = isSftp() ? (absolute ? "" : "/~/") : "/";
-    const Address& address = settings_.address;
-    const char* const scheme = isSftp() ? "sftp" : (address.isImplicitTls() ? "ftps" : "ftp");
-    const std::string host = address.host.find(':') == std::string::npos ? address.host : "[" + address.host + "]";
-    char* text = nullptr;
-    if (!url || curl_url_set(url.get(), CURLUPART_SCHEME, scheme, 0) != CURLUE_OK ||
-        curl_url_set(url.get(), CURLUPART_HOST, host.c_str(), 0) != CURLUE_OK ||
-        curl_url_set(url.get(), CURLUPART_PORT, std::to_string(address.port).c_str(), 0) != CURLUE_OK ||
-        curl_url_set(url.get(), CURLUPART_PATH, (start + path).c_str(), CURLU_URLENCODE) != CURLUE_OK ||
-        curl_url_get(url.get(), CURLUPART_URL, &text, 0) != CURLUE_OK) {
-        throw Failure(Scope::Run, "IPAddress and DestFolder make no URL: " + settings_.target());
-    }
-    set(handle_, CURLOPT_URL, text);
-    curl_free(text);
+    set(handle_, CURLOPT_URL, urlOf(settings_, path).c_str());
 }
 
 void FarEnd::setUpload(Transfer& transfer) {
@@ -244,7 +249,8 @@ std::optional<std::uint64_t> FarEnd::sizeOf(const std::string& path) {
         discardOutput();
     }
     const CURLcode code = perform();
-    if (code == CURLE_REMOTE_FILE_NOT_FOUND) {
+    // An account that may only write cannot ask over SFTP.
+    if (code == CURLE_REMOTE_FILE_NOT_FOUND || (isSftp() && code == CURLE_REMOTE_ACCESS_DENIED)) {
         return std::nullopt;
     }
     if (code != CURLE_OK && !transfer.hasData) {

@@ -23,6 +23,9 @@ struct Upload {
     std::function<void(std::uint64_t)> progress;
 };
 
+/// libcurl's URL of a path of the server, escaped by libcurl. Throws Failure, scope Run, when the settings make none.
+std::string urlOf(const PushSettings& settings, const std::string& path);
+
 /// Connects when it is first used and stays connected. All paths are of the server. Every function throws Failure:
 /// scope Run where a further try is useless (authentication, host key, certificate, missing folder), File where the
 /// local file is at fault, else Try. No text of a failure holds the password.
@@ -38,7 +41,7 @@ class FarEnd {
     /// Renames a file that has been uploaded, when its size is the upload's; otherwise nothing is renamed. Never
     /// replaces a file: Failure of scope File when there is one of the final name.
     void confirm(const std::string& path, const std::string& finalPath, const Upload& upload);
-    /// The size of a file; empty when there is none.
+    /// The size of a file; empty when there is none, or none that may be read.
     std::optional<std::uint64_t> sizeOf(const std::string& path);
     /// Removes a file; a missing one is not an error.
     void remove(const std::string& path);

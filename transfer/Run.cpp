@@ -179,10 +179,20 @@ class Run {
             sent_.add(file, std::time(nullptr));
             ++report_.files;
             report_.bytes += payload.size;
+            saveReport();
         }
         console_.clear();
         console_.step(
             fmt::format("{}: arrived as {}, {}", file.name, payload.finalPath, counted(payload.size, "byte")));
+    }
+
+    /// For --status while the run is under way; not for each of many small files.
+    void saveReport() {
+        const auto now = std::chrono::steady_clock::now();
+        if (now - saved_ > std::chrono::seconds(1)) {
+            report_.save(state_);
+            saved_ = now;
+        }
     }
 
     Payload prepare(const LocalFile& file) {
@@ -237,6 +247,7 @@ class Run {
     FarEnd farEnd_;
     SentFiles sent_;
     CurrentUpload interrupted_;
+    std::chrono::steady_clock::time_point saved_;
     bool isMetrics_ = false;
 };
 
