@@ -257,6 +257,8 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
     declare.add("--audit-log", options.audit.target, "FILE|syslog",
                 "record changes here instead of in the log; a change that cannot be recorded is refused");
     declare.flag("--allow-unaudited", options.audit.optional, "make changes that cannot be recorded all the same");
+    declare.add("--console", options.http.consoleFolder, "DIR",
+                "serve the files of this folder under /console/, a page for browsers");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }
@@ -300,7 +302,9 @@ void interpret(const Texts& texts, Options& options) {
     }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
-    http::checkCiphers(options.http.tls.ciphers);
+    if (options.http.tls.ciphers != http::TlsSettings().ciphers) { // OpenSSL takes long to start when it is not needed
+        http::checkCiphers(options.http.tls.ciphers);
+    }
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
         throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
     }

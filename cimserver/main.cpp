@@ -17,6 +17,7 @@
 #include "cimserver/common/Program.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/provider/Attempt.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -232,6 +233,9 @@ bool listen(http::Server& server, const Options& options, const Descriptor& outp
     for (const auto& listener : *listeners) {
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
+    }
+    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : *listeners) {
+        announce(output, "console at " + listener.url() + "/console/");
     }
     return true;
 }

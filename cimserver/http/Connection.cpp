@@ -44,8 +44,8 @@ bool isRefusal(unsigned status) {
 } // namespace
 
 Services::Services(const Settings& from, Application to)
-    : settings(from), application(std::move(to)), access(from.login), memory(from.limits.memory),
-      workers(from.workers) {
+    : settings(from), application(std::move(to)), access(from.login), console(from.consoleFolder),
+      memory(from.limits.memory), workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
@@ -147,6 +147,9 @@ void Connection::onHead() {
     }
     if (isReadyRequest(reader_.request()) && services_.application.ready) {
         return answerReadiness();
+    }
+    if (const auto response = services_.console.answer(reader_.request())) {
+        return refuse(*response);
     }
     login();
 }
@@ -293,7 +296,7 @@ void Connection::respond(Response response, bool closeAfter) {
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
     output_ = serialiseHead(response, closeAfter);
-    if (reader_.request().method == "HEAD") {
+    if (reader_.request().method == "HEAD" || response.status == 304) { // the length is told all the same
         response.body.clear();
     }
     if (response.body.size() <= kKeptOutput) {

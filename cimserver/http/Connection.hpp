@@ -14,6 +14,7 @@
 #include "cimserver/http/RefusalLog.hpp"
 #include "cimserver/http/RequestReader.hpp"
 #include "cimserver/http/Settings.hpp"
+#include "cimserver/http/StaticFiles.hpp"
 #include "cimserver/http/Stream.hpp"
 
 #include <boost/asio/io_context.hpp>
@@ -37,6 +38,7 @@ struct Services {
     Settings settings;
     Application application;
     Access access;
+    StaticFiles console;
     Counters counters;
     MemoryBudget memory;
     std::unique_ptr<Dump> dump;

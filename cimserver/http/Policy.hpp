@@ -9,8 +9,14 @@
 
 namespace cimserver::http {
 
+/// The path of an origin-form or absolute-form target, without the query.
+std::string_view pathOf(std::string_view target);
+
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
+
+/// The answer to a method that a path does not offer (405) or that nobody knows (501).
+Response refuseMethod(const std::string& method, std::string_view allowed);
 
 /// Whether the request is for this server, as Host and an absolute target tell: an IP address, "localhost" or one of
 /// the names. A web page could reach the server by a name of its own that its owner made lead here.

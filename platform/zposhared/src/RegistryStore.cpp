@@ -49,6 +49,15 @@ std::uint32_t putAll(MDB_txn* transaction, MDB_dbi dbi, const std::vector<Entry>
     return ZPO_OK;
 }
 
+// An exception must not leave a transaction open.
+std::uint32_t attempt(const Change::Work& work, MDB_txn* transaction, MDB_dbi entries) {
+    try {
+        return work(transaction, entries);
+    } catch (const std::exception&) {
+        return ZPO_REG_NO_RESOURCES;
+    }
+}
+
 bool isDiskFull(const std::string& path) {
     struct statvfs disk {};
     return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
@@ -167,7 +176,7 @@ void RegistryStore::recover(int error) {
 // interval. Nobody writes meanwhile, so the table cannot be this file's own. False when opening again is of no use.
 bool RegistryStore::dropForeignReaders() {
     FileLock writeLock;
-    if (lockForWriting(writeLock) != ZPO_OK) {
+    if (lockForWriting(writeLock, Change::Clock::now() + lockTimeout_) != ZPO_OK) {
         return false;
     }
     const std::unique_lock<std::shared_mutex> lock(mutex_);
@@ -205,8 +214,9 @@ std::uint32_t RegistryStore::reading(const Read& read) {
 }
 
 // LMDB waits for its own write lock without limit. Whoever holds this lock finds LMDB's free.
-std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
-    const int error = lock.acquire(lockPath_, lockTimeout_);
+std::uint32_t RegistryStore::lockForWriting(FileLock& lock, Deadline until) {
+    const auto left = std::chrono::ceil<std::chrono::milliseconds>(until - Change::Clock::now());
+    const int error = lock.acquire(lockPath_, left);
     if (error == ETIMEDOUT) {
         logInternal(4, fmt::format("registry {}: {}", path_, statusText(ZPO_REG_LOCKED)));
         return ZPO_REG_LOCKED;
@@ -214,13 +224,13 @@ std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
     return error == EACCES || error == EPERM ? ZPO_REG_NOT_WRITABLE : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
+std::uint32_t RegistryStore::committingOnce(const Work& work, Deadline until, int& error) {
     FileLock writeLock;
     std::shared_lock<std::shared_mutex> lock;
     std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
     if (status == ZPO_OK) {
         lock.unlock(); // so that the process's readers can reopen the store meanwhile
-        status = lockForWriting(writeLock);
+        status = lockForWriting(writeLock, until);
     }
     if (status != ZPO_OK || (status = acquire(lock, true)) != ZPO_OK) {
         return status;
@@ -230,7 +240,7 @@ std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
     if (error != 0) {
         return statusOfError(error);
     }
-    status = work(transaction, store_->entries());
+    status = attempt(work, transaction, store_->entries());
     if (status != ZPO_OK) {
         mdb_txn_abort(transaction);
         error = status == ZPO_REG_STORE_FULL ? MDB_MAP_FULL : 0;
@@ -241,17 +251,52 @@ std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
     return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
 }
 
-std::uint32_t RegistryStore::writing(const Work& work) {
+std::uint32_t RegistryStore::committing(const Work& work, Deadline until) {
     int error = 0;
-    std::uint32_t status = writingOnce(work, error);
+    std::uint32_t status = committingOnce(work, until, error);
     if (status == ZPO_REG_STORE_BUSY && error == 0 && dropForeignReaders()) {
-        status = writingOnce(work, error);
+        status = committingOnce(work, until, error);
     }
     if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
         return status;
     }
     recover(error);
-    return writingOnce(work, error);
+    return committingOnce(work, until, error);
+}
+
+// Makes the changes of all who wait in one transaction. When that fails, each is made alone, so that none fails for
+// another's sake.
+void RegistryStore::makeAll(ChangeQueue::Turn& turn, Change& own) {
+    std::vector<Change*> group;
+    const std::uint32_t status = committing(
+        [&](MDB_txn* transaction, MDB_dbi entries) {
+            group = turn.take();
+            std::uint32_t made = ZPO_OK;
+            for (std::size_t i = 0; i < group.size() && made == ZPO_OK; ++i) {
+                made = group[i]->work(transaction, entries);
+            }
+            return made;
+        },
+        own.until);
+    if (status == ZPO_OK || group.size() < 2) {
+        own.status = status;
+        for (Change* const change : group) {
+            change->status = status;
+        }
+        return;
+    }
+    for (Change* const change : group) {
+        change->status = committing(change->work, change->until);
+    }
+}
+
+std::uint32_t RegistryStore::writing(const Work& work) {
+    Change change(work, Change::Clock::now() + lockTimeout_);
+    ChangeQueue::Turn turn(changes_, change);
+    if (turn.leads()) {
+        makeAll(turn, change);
+    }
+    return change.status;
 }
 
 template <class Consume>

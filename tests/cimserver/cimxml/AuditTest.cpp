@@ -82,15 +82,30 @@ TEST_F(Audit, TheFileGoesOnAfterATornLineAndWhenItIsMoved) {
 TEST_F(Audit, GoesToASyslogSocketAndNoticesThatNobodyListens) {
     sockaddr_un address{AF_UNIX, {}};
     (dir_ / "log").copy(address.sun_path, sizeof address.sun_path - 1);
-    const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
-    ASSERT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const auto listen = [&] {
+        const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+        EXPECT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        return server;
+    };
+    const auto expectLine = [](int server, const std::string& line) {
+        char text[200] = {};
+        EXPECT_GT(::recv(server, text, sizeof text - 1, MSG_DONTWAIT), 0);
+        EXPECT_THAT(text, testing::MatchesRegex("<85>cimserverd\\[[0-9]*\\]: audit " + line));
+    };
+    int server = listen();
     audit::configure({dir_ / "log", false});
     EXPECT_TRUE(audit::begin("first"));
-    char text[200] = {};
-    EXPECT_GT(::recv(server, text, sizeof text - 1, MSG_DONTWAIT), 0);
-    EXPECT_THAT(text, testing::MatchesRegex("<85>cimserverd\\[[0-9]*\\]: audit first -> begun"));
+    expectLine(server, "first -> begun");
     ::close(server);
     EXPECT_FALSE(audit::begin("second"));
+    std::filesystem::remove(dir_ / "log");
+    server = listen();
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(audit::begin("third"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("writing " + (dir_ / "log") + " again"));
+    expectLine(server, "1 lines are missing here");
+    expectLine(server, "third -> begun");
+    ::close(server);
 }
 
 } // namespace

@@ -186,6 +186,9 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
         {"overflow", SIGSEGV, "SIGSEGV at 0x", " in a request\n"},
         {"abort", SIGABRT, "SIGABRT sent by", " in a request\n"},
         {"crash in a thread", SIGSEGV, "SIGSEGV at 0x10", " outside of the requests\n"}};
+    char today[11];
+    const std::time_t now = std::time(nullptr);
+    (void)std::strftime(today, sizeof today, "%Y-%m-%d", std::gmtime(&now));
     const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
     for (const auto& [how, signal, line, where] : cases) {
         http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
@@ -194,7 +197,8 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
         for (const char* file : {"log", "err"}) {
             EXPECT_THAT(
                 support::contentOf(dir_ / file),
-                ::testing::AllOf(HasSubstr(line), HasSubstr(where), HasSubstr(task), HasSubstr("libACMEThing.so+0x")));
+                ::testing::AllOf(HasSubstr(line), HasSubstr(where), HasSubstr(task), HasSubstr("libACMEThing.so+0x"),
+                                 ::testing::ContainsRegex(std::string(today) + "T[0-9:.]+.00:00 fatal crash: ")));
             std::filesystem::remove(dir_ / file);
         }
     }
