@@ -233,9 +233,9 @@ bool listen(http::Server& server, const Options& options, const Descriptor& outp
     for (const auto& listener : *listeners) {
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
-    }
-    for (const auto& listener : options.http.consoleFolder.empty() ? std::vector<http::Listener>() : *listeners) {
-        announce(output, "console at " + listener.url() + "/console/");
+        if (!options.http.consoleFolder.empty()) {
+            announce(output, "console at " + listener.url() + "/console/");
+        }
     }
     return true;
 }
@@ -282,6 +282,13 @@ void boundHeap() {
 #ifdef __GLIBC__
     ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
     ::mallopt(M_ARENA_MAX, 2);
+#endif
+}
+
+/// Gives back what only the start needed, such as the schema's text.
+void trimHeap() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
 #endif
 }
 
@@ -339,6 +346,7 @@ int serve(const Options& options) {
     http::Server server(options.http, std::move(application));
     audit::configure(options.audit);
     cim.preload();
+    trimHeap();
     if (listen(server, options, output, signals)) {
         followSignals(signals, server, cim, lock);
     }
