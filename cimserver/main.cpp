@@ -335,6 +335,9 @@ int serve(const Options& options) {
     for (const auto& warning : checkAccess(options)) {
         log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
     }
+    if (const auto warning = foreignState(options.stateDir); !warning.empty()) {
+        log::write(log::Level::Warning, kComponent, warning);
+    }
     StateLock lock(options.stateDir);
     CimSide cim(options);
     auto application = cim.application();
