@@ -52,6 +52,14 @@ void warnIfOthersCanRead(const std::string& file) {
     }
 }
 
+void warnIfServiceCannotRead(const std::string& file) {
+    if (cimserver::http::isHiddenFromService(file)) {
+        std::cerr << "cimserver-passwd: warning: the group of its folder cannot read " << file
+                  << "; to let it: chgrp --reference=\"$(dirname " << file << ")\" " << file << "; chmod g+r " << file
+                  << "\n";
+    }
+}
+
 void run(const Command& command) {
     const auto hash = command.remove ? std::string() : newHash(command); // before the lock: a person may be typing
     const cimserver::http::UserFileLock lock(command.file);
@@ -67,6 +75,7 @@ void run(const Command& command) {
     }
     users.save(command.file);
     warnIfOthersCanRead(command.file);
+    warnIfServiceCannotRead(command.file);
 }
 
 constexpr const char* kUsage = "Usage: cimserver-passwd FILE USER [OPTION...]\n"

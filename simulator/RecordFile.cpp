@@ -12,8 +12,8 @@
 namespace cdrsim {
 namespace {
 
-constexpr std::uint64_t kSizeUnit = 100 * 1024;
-constexpr std::uint64_t kDiskUnit = 1024 * 1024;
+constexpr std::uint64_t kSizeUnit = 102'400;
+constexpr std::uint64_t kDiskUnit = 1'048'576;
 constexpr std::uint64_t kNoLimit = std::numeric_limits<std::uint64_t>::max();
 
 std::uint64_t diskLimit(const ServiceSettings& settings) {
@@ -53,8 +53,7 @@ void RecordFile::add(const std::string& record, const ServiceSettings& settings,
     }
     makeRoom(settings, record.size());
     if (const int error = zpo::writeAll(fd_.get(), record)) {
-        // What was written of the line goes again; when even that fails, the next start does it.
-        static_cast<void>(!ftruncate(fd_.get(), static_cast<off_t>(size_)));
+        static_cast<void>(!ftruncate(fd_.get(), static_cast<off_t>(size_))); // no half line stays
         throwSystemError(folder_.currentFile(), error);
     }
     size_ += record.size();
@@ -83,6 +82,7 @@ void RecordFile::forgetWhenRemoved() {
 }
 
 void RecordFile::clip(std::time_t now) {
+    forgetWhenRemoved();
     if (records_ == 0) {
         return;
     }

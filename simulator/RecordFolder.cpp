@@ -116,7 +116,7 @@ void RecordFolder::rename(const std::string& from, const std::string& to) const 
 }
 
 std::string RecordFolder::finishCurrent(std::time_t time) {
-    const std::string name = freeName(time);
+    std::string name = freeName(time);
     const std::uint64_t size = fs::file_size(currentFile());
     rename("current.part", name);
     finishedBytes_ += size;

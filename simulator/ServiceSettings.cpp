@@ -79,6 +79,7 @@ ServiceSettings readServiceSettings(const ServiceSettings& present, std::vector<
 
 std::vector<std::string> ignoredSettings() {
     std::vector<std::string> lines;
+    lines.reserve(kIgnored.size());
     for (const char* property : kIgnored) {
         lines.push_back(std::string(property) + " has no effect: what its values mean is not known");
     }

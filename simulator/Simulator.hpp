@@ -13,6 +13,8 @@
 
 namespace cdrsim {
 
+class ServiceQueue;
+
 /// The CDR service of a simulated device: makes calls, writes their records and follows the settings. Prints what it
 /// does, one line with the time each.
 class Simulator {
@@ -31,7 +33,7 @@ class Simulator {
   private:
     void readSettings();
     void handle(const std::string& message);
-    void takeMessage(class ServiceQueue& queue, std::chrono::milliseconds wait);
+    void takeMessage(ServiceQueue& queue, std::chrono::milliseconds wait);
     /// Makes a call. Returns whether it is reported; throws when its record cannot be written.
     bool makeCall();
     /// Does the work; a failure is printed, but only once until a record is written or a message comes.

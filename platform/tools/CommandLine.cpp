@@ -5,6 +5,7 @@
 #include <CLI/Formatter.hpp>
 #include <cstdio>
 #include <exception>
+#include <utility>
 
 namespace zpo {
 namespace {
@@ -53,6 +54,7 @@ Command& Command::oneOf(std::initializer_list<Choice> choices) {
 CommandLine::CommandLine(const char* tool, const char* help)
     : tool_(tool), app_(std::make_unique<CLI::App>(help, tool)) {
     app_->require_subcommand(1);
+    app_->set_version_flag("--version", tool_ + " " ZPO_VERSION);
 }
 
 CommandLine::~CommandLine() = default;
@@ -65,6 +67,11 @@ Command CommandLine::add(const char* name, const char* help, std::function<void(
 
 int CommandLine::run(int argc, char** argv) {
     try {
+        const std::string command = argc > 1 ? argv[1] : "-";
+        const auto isCommand = [&command](const CLI::App* one) { return one->get_name() == command; };
+        if (command[0] != '-' && std::as_const(*app_).get_subcommands(isCommand).empty()) {
+            throw CLI::ParseError("there is no command '" + command + "'", kUsageCode);
+        }
         app_->parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {

@@ -109,6 +109,7 @@ std::uint32_t RegistryStore::reopen(bool toWrite) {
     if (isUsable(toWrite)) {
         return ZPO_OK; // another thread has reopened it
     }
+    replaced_ = replaced_ || (store_ != nullptr && !store_->isCurrent());
     store_.reset();
     std::string problem;
     std::uint32_t status = StoreEnvironment::open(path_, mapBytes_, store_, problem);
@@ -126,11 +127,19 @@ std::uint32_t RegistryStore::checkFormat() {
     return error == 0 ? getHead(transaction.get(), store_->entries(), head) : statusOfError(error);
 }
 
+// One line for a failure, and one for its end.
 void RegistryStore::report(std::uint32_t status, const std::string& problem) {
+    if (status == ZPO_REG_STORE_BUSY && problem == StoreEnvironment::kForeignReaders) {
+        return; // a step of taking over a file that replaced another
+    }
     if (status != ZPO_OK && status != reported_) {
         logInternal(
             4, fmt::format("registry {}: {}{}{}", path_, statusText(status), problem.empty() ? "" : ": ", problem));
+    } else if (status == ZPO_OK && (reported_ != ZPO_OK || replaced_)) {
+        logInternal(2, fmt::format("registry {}: {}", path_,
+                                   reported_ != ZPO_OK ? "in use again" : "was replaced; the new file is in use"));
     }
+    replaced_ = replaced_ && status != ZPO_OK;
     reported_ = status;
 }
 
@@ -237,6 +246,7 @@ std::uint32_t RegistryStore::committingOnce(const Work& work, Deadline until, in
         error = status == ZPO_REG_STORE_FULL ? MDB_MAP_FULL : 0;
         return status;
     }
+    store_->keepName();
     error = mdb_txn_commit(transaction);
     // LMDB reports a write cut short by a full disk as an input/output error.
     return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
@@ -412,6 +422,10 @@ std::uint32_t RegistryStore::countBackup() {
         ++head.counters.backups;
         return status == ZPO_OK ? putHead(transaction, entries, head) : status;
     });
+}
+
+std::uint32_t RegistryStore::checkWritable() {
+    return writing([](MDB_txn* /*transaction*/, MDB_dbi /*entries*/) { return std::uint32_t{ZPO_OK}; });
 }
 
 std::uint32_t RegistryStore::counters(StoreCounters& counters) {

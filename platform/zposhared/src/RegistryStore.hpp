@@ -44,6 +44,8 @@ class RegistryStore {
     std::uint32_t list(std::vector<Entry>& entries, std::size_t& damaged);
 
     std::uint32_t countBackup();
+    /// Goes all the way of a write without one: neither the disk nor a counter changes.
+    std::uint32_t checkWritable();
     /// Reads the counters; a store that was never written has all zero.
     std::uint32_t counters(StoreCounters& counters);
 
@@ -80,6 +82,7 @@ class RegistryStore {
     std::unique_ptr<StoreEnvironment> store_;
     std::atomic<std::int64_t> nextFileCheck_{0};
     std::uint32_t reported_ = 0;
+    bool replaced_ = false; ///< the path has led to another file since the last success
 };
 
 } // namespace zpo

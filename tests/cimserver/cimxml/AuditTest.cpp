@@ -42,6 +42,23 @@ TEST_F(Audit, SaysWhatTheProviderShowsAfterwards) {
                 HasSubstr("root A=\"9\", B=\"9\" (reads unchanged), C=\"9\" (reads \"5\"), Password=*** -> ok"));
 }
 
+TEST_F(Audit, RefusedRequestsOfAUserAreSummedUp) {
+    audit::configure({dir_ / "audit", false});
+    for (unsigned i = 0; i < audit::kMostRefusals + 5; ++i) {
+        cimxml::AuditRecord(context_, message_).write({2, "the role is read"});
+    }
+    cimxml::AuditRecord begun(context_, message_);
+    begun.beforeChange();
+    begun.write({1, "failed"}); // is no refusal
+    const auto lines = [this] { return support::countOf("\n", support::contentOf(dir_ / "audit")); };
+    EXPECT_EQ(lines(), audit::kMostRefusals + 2);
+    audit::sumUp(std::chrono::steady_clock::now() + std::chrono::seconds(59));
+    EXPECT_EQ(lines(), audit::kMostRefusals + 2);
+    audit::sumUp(std::chrono::steady_clock::now() + std::chrono::minutes(2));
+    EXPECT_THAT(support::contentOf(dir_ / "audit"),
+                testing::EndsWith(" audit user=ann -> 5 more requests were refused within a minute\n"));
+}
+
 TEST_F(Audit, AChangeThatCannotBeRecordedIsPrevented) {
     audit::configure({"/dev/full", false});
     EXPECT_THROW(record_.beforeChange(), CimError);

@@ -1,0 +1,18 @@
+// What --check finds out without starting the server.
+#pragma once
+
+#include "cimserver/Options.hpp"
+
+#include <string>
+#include <vector>
+
+namespace cimserver {
+
+/// What is wrong with the files and folders that the options name, as the process's user sees them, a line each.
+/// Creates nothing.
+std::vector<std::string> fileProblems(const Options& options);
+
+/// Becomes the user, with its groups. Throws OptionsError when there is no such user, or the process may not.
+void becomeUser(const std::string& name);
+
+} // namespace cimserver

@@ -1,0 +1,119 @@
+#include "FarEndServer.hpp"
+
+#include "ZpoShared.h"
+
+#include <arpa/inet.h>
+#include <sys/socket.h>
+
+namespace transfer_testing {
+namespace {
+
+sockaddr_in localAddress(int port) {
+    sockaddr_in address{};
+    address.sin_family = AF_INET;
+    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(port));
+    return address;
+}
+
+int freePort() {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    sockaddr_in address = localAddress(0);
+    socklen_t length = sizeof address;
+    bind(fd, reinterpret_cast<sockaddr*>(&address), length);
+    getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
+    close(fd);
+    return ntohs(address.sin_port);
+}
+
+bool answers(int port) {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
+    const sockaddr_in address = localAddress(port);
+    const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+    close(fd);
+    return connected;
+}
+
+} // namespace
+
+PushLab::PushLab() : sftpPort_(freePort()), ftpsPort_(freePort()) {
+    static const std::string path = std::string(PROGRAMS) + ":" + getenv("PATH");
+    setenv("PATH", path.c_str(), 1);
+    setenv("ZPO_STATE_DIR", (home_ / "state").c_str(), 1);
+    setenv("ZPO_LOG_DIR", (home_ / "log").c_str(), 1);
+    setenv("ZPO_CRONTAB_DIR", (home_ / "crontabs").c_str(), 1);
+    setenv("CDR_RECORD_DIR", (home_ / "records").c_str(), 1);
+    setenv("CDR_TRANSFER_RETRY_DELAY", "0", 1);
+    setenv("CDR_TRANSFER_SOCKET", (home_ / "no socket").c_str(), 1);
+    for (const char* const name : {"log", "crontabs", "records"}) {
+        std::filesystem::create_directories(home_ / name);
+    }
+}
+
+PushLab::~PushLab() {
+    kill();
+}
+
+PushLab& PushLab::started() {
+    static PushLab lab;
+    if (lab.server_ < 0) {
+        lab.start();
+        EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + lab.sftp()).exitCode);
+    }
+    lab.reset();
+    return lab;
+}
+
+void PushLab::start(const std::vector<std::string>& prefix) {
+    std::vector<std::string> command = prefix;
+    command.insert(command.end(), {FAR_END, home_ / "far", std::to_string(sftpPort_), std::to_string(ftpsPort_)});
+    server_ = support::startChild([&] {
+        setsid();
+        return support::become(command, home_ / "server.out");
+    });
+    ASSERT_TRUE(
+        support::waitUntil([this] { return answers(sftpPort_) && answers(ftpsPort_); }, std::chrono::seconds(20)))
+        << support::contentOf(home_ / "server.out");
+}
+
+void PushLab::kill() {
+    if (server_ > 0) {
+        ::kill(-server_, SIGKILL);
+        support::waitForChild(server_);
+        server_ = -1;
+    }
+}
+
+void PushLab::reset() {
+    run("cd '" + home_.path() +
+        "' && find far/files records -mindepth 1 -delete; cd state/transfer && rm -f sent last-run current");
+    std::filesystem::create_directories(far("in"));
+    std::filesystem::remove(home_ / "log/CdrOAM.log");
+    set("IpAddr", sftp());
+    set("UserName", "cdr");
+    set("Password", password());
+    set("DestFolder", "in");
+    for (const char* const flag : {"TransferType", "NumRetry", "DeleteFlag", "CompressFlag", "IncludeMetricsFlag"}) {
+        setByte(flag, 0);
+    }
+}
+
+void PushLab::set(const std::string& key, const std::string& value) {
+    EXPECT_EQ(ZPO_OK, ZpoSetRegEntryString("CDR", "CDRPush", key.c_str(), value.c_str())) << key;
+}
+
+void PushLab::setByte(const std::string& key, int value) {
+    const auto byte = static_cast<unsigned char>(value);
+    EXPECT_EQ(ZPO_OK, ZpoSetRegEntryBinary("CDR", "CDRPush", key.c_str(), &byte, 1)) << key;
+}
+
+void PushLab::record(const std::string& name, const std::string& content) const {
+    support::writeFile(local(name), content);
+}
+
+std::string PushLab::password() const {
+    const std::string line = support::contentOf(home_ / "far/password");
+    return line.substr(0, line.find('\n'));
+}
+
+} // namespace transfer_testing
