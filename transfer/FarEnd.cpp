@@ -197,20 +197,27 @@ void FarEnd::upload(const std::string& path, const Upload& upload) {
 }
 
 void FarEnd::confirm(const std::string& path, const std::string& finalPath, const Upload& upload) {
-    // An FTP server renames over an existing file, an SFTP server does not.
-    if (!isSftp() && sizeOf(finalPath)) {
-        refuseExisting(path);
+    static const char kDiffers[] = "the server has not got the whole file: its size differs";
+    if (!isSftp()) { // an FTP server renames over an existing file, and tells sizes
+        if (sizeOf(finalPath)) {
+            refuseExisting(path);
+        }
+        if (sizeOf(path) != upload.size) {
+            throw Failure(Scope::Try, kDiffers);
+        }
+        command({"RNFR " + path, "RNTO " + finalPath});
+        return;
     }
+    // An upload of nothing more: libcurl compares the sizes on its way, and renames only when that succeeded.
     Transfer transfer{&upload, false};
     prepare();
     setPath(path);
     setUpload(transfer);
-    const List commands = listOf(isSftp() ? std::vector<std::string>{"rename " + quoted(path) + " " + quoted(finalPath)}
-                                          : std::vector<std::string>{"RNFR " + path, "RNTO " + finalPath});
+    const List commands = listOf({"rename " + quoted(path) + " " + quoted(finalPath)});
     set(handle_, CURLOPT_POSTQUOTE, commands.get());
     const CURLcode code = perform();
     if (transfer.sizeDiffers) {
-        throw Failure(Scope::Try, "the server has not got the whole file: its size differs");
+        throw Failure(Scope::Try, kDiffers);
     }
     if (code == CURLE_QUOTE_ERROR && sizeOf(finalPath)) {
         refuseExisting(path);
@@ -249,15 +256,18 @@ std::optional<std::uint64_t> FarEnd::sizeOf(const std::string& path) {
 }
 
 void FarEnd::remove(const std::string& path) {
-    const Transfer transfer;
+    command({isSftp() ? "*rm " + quoted(path) : "*DELE " + path});
+}
+
+void FarEnd::command(const std::vector<std::string>& lines) {
     prepare();
     setPath("");
     set(handle_, CURLOPT_NOBODY, 1L);
     discardOutput();
-    const List commands = listOf({isSftp() ? "*rm " + quoted(path) : "*DELE " + path});
+    const List commands = listOf(lines);
     set(handle_, CURLOPT_QUOTE, commands.get());
     if (const CURLcode code = perform(); code != CURLE_OK) {
-        fail(code, transfer);
+        fail(code, Transfer());
     }
 }
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace transfer {
 
@@ -52,6 +53,8 @@ class FarEnd {
     void setPath(const std::string& path);
     void setUpload(Transfer& transfer);
     [[noreturn]] void refuseExisting(const std::string& path);
+    /// Runs commands of the protocol; one that begins with '*' may fail.
+    void command(const std::vector<std::string>& lines);
     void discardOutput();
     CURLcode perform();
     [[noreturn]] void fail(CURLcode code, const Transfer& transfer);

@@ -1,5 +1,7 @@
 #include "FarEndServer.hpp"
 
+#include "ZpoShared.h"
+
 #include <arpa/inet.h>
 #include <sys/socket.h>
 
@@ -52,13 +54,17 @@ PushLab::~PushLab() {
     kill();
 }
 
-void PushLab::start(const std::vector<std::string>& prefix) {
-    launch(prefix);
-    reset();
-    EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + sftp()).exitCode);
+PushLab& PushLab::started() {
+    static PushLab lab;
+    if (lab.server_ < 0) {
+        lab.start();
+        EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + lab.sftp()).exitCode);
+    }
+    lab.reset();
+    return lab;
 }
 
-void PushLab::launch(const std::vector<std::string>& prefix) {
+void PushLab::start(const std::vector<std::string>& prefix) {
     std::vector<std::string> command = prefix;
     command.insert(command.end(), {FAR_END, home_ / "far", std::to_string(sftpPort_), std::to_string(ftpsPort_)});
     server_ = support::startChild([&] {
@@ -92,16 +98,13 @@ void PushLab::reset() {
     }
 }
 
-void PushLab::set(const std::string& key, const std::string& value) const {
-    EXPECT_EQ(0, support::run({"zporeg", "set", "CDR", "CDRPush", key, "--text=" + value}).exitCode) << key;
+void PushLab::set(const std::string& key, const std::string& value) {
+    EXPECT_EQ(ZPO_OK, ZpoSetRegEntryString("CDR", "CDRPush", key.c_str(), value.c_str())) << key;
 }
 
-void PushLab::setByte(const std::string& key, int value) const {
-    const std::string digits = "0123456789abcdef";
-    const auto byte = static_cast<unsigned>(value);
-    EXPECT_EQ(0, support::run({"zporeg", "set", "CDR", "CDRPush", key, "--binary",
-                               std::string{digits[byte / 16], digits[byte % 16]}})
-                     .exitCode);
+void PushLab::setByte(const std::string& key, int value) {
+    const auto byte = static_cast<unsigned char>(value);
+    EXPECT_EQ(ZPO_OK, ZpoSetRegEntryBinary("CDR", "CDRPush", key.c_str(), &byte, 1)) << key;
 }
 
 void PushLab::record(const std::string& name, const std::string& content) const {

@@ -5,25 +5,26 @@
 
 namespace transfer_testing {
 
-/// The folders and settings of the device; its server runs when start() has been called.
+/// The folders and settings of the device; its server runs from start() to kill().
 class PushLab {
   public:
+    /// The one of the test program, with its server running and trusted.
+    static PushLab& started();
+
     PushLab();
     ~PushLab();
     PushLab(const PushLab&) = delete;
     PushLab& operator=(const PushLab&) = delete;
 
-    /// Starts the server and trusts it. `prefix`: a command line that runs the server's.
+    /// Starts the server and waits until it answers. `prefix`: a command line that runs the server's.
     void start(const std::vector<std::string>& prefix = {});
-    /// Starts it and waits until it answers.
-    void launch(const std::vector<std::string>& prefix = {});
     /// Kills the server and all its sessions.
     void kill();
     /// Forgets what was sent and received; the settings are those of a daily push by SFTP.
     void reset();
     /// Sets an entry of the push settings.
-    void set(const std::string& key, const std::string& value) const;
-    void setByte(const std::string& key, int value) const;
+    static void set(const std::string& key, const std::string& value);
+    static void setByte(const std::string& key, int value);
     /// A finished file of the record folder.
     void record(const std::string& name, const std::string& content) const;
 

@@ -43,10 +43,9 @@ void expectWhole(const PushLab& lab, bool all) {
 TEST(Faults, AKilledPushLosesNothingAndLeavesNothingHalf) {
     const char* const wanted = getenv("CDR_TRANSFER_KILLS");
     const int kills = wanted == nullptr ? 20 : std::atoi(wanted);
-    PushLab lab;
-    lab.start();
+    PushLab& lab = PushLab::started();
     std::mt19937 random(1);
-    std::uniform_int_distribution<useconds_t> spread(0, 900000);
+    std::uniform_int_distribution<useconds_t> spread(0, 400000);
     int killed = 0;
     for (unsigned round = 0; killed < kills && !testing::Test::HasFailure(); ++round) {
         lab.reset();
@@ -72,9 +71,8 @@ TEST(Faults, AKilledPushLosesNothingAndLeavesNothingHalf) {
 }
 
 TEST(Faults, AServerThatDiesInAFileGetsTheRestAfterwards) {
-    PushLab lab;
-    lab.start();
-    const std::string content(std::size_t{48} << 20U, 'l');
+    PushLab& lab = PushLab::started();
+    const std::string content(std::size_t{24} << 20U, 'l');
     lab.record("CDR-1.csv", content);
     const auto part = [&lab] { return lab.run("stat -c %s " + lab.far("in") + "/*.part 2>/dev/null").output; };
     const pid_t push = startPush();
@@ -86,7 +84,7 @@ TEST(Faults, AServerThatDiesInAFileGetsTheRestAfterwards) {
     EXPECT_GT(half, 0);
     EXPECT_LT(half, static_cast<long>(content.size()));
     lab.run("printf X | dd of=$(echo " + lab.far("in") + "/*.part) conv=notrunc"); // shows that only the rest is sent
-    lab.launch();
+    lab.start();
     EXPECT_EQ(0, lab.run("CDRTransfer --wait").exitCode);
     EXPECT_TRUE(support::contentOf(lab.far("in/CDR-1.csv")) == "X" + content.substr(1));
 }
@@ -96,7 +94,8 @@ TEST(Faults, AFullDiskAtTheFarEndIsTold) {
     if (PushLab::run("unshare --mount true").exitCode != 0) {
         GTEST_SKIP() << "needs the right to mount";
     }
-    PushLab lab;
+    PushLab& lab = PushLab::started();
+    lab.kill();
     lab.start({"unshare", "--mount", "sh", "-c", disk, "sh"});
     lab.set("DestFolder", "");
     lab.setByte("NumRetry", 1);
@@ -107,6 +106,7 @@ TEST(Faults, AFullDiskAtTheFarEndIsTold) {
     EXPECT_THAT(lab.run("CDRTransfer --status").output,
                 testing::AllOf(HasSubstr("1 of 2 files sent"), HasSubstr("given up after 2 tries: CDR-2.csv")));
     EXPECT_EQ("CDR-2.csv\n", lab.run("ls " + lab.local("")).output);
+    lab.kill();
 }
 
 TEST(Faults, ManyAndLargeFilesTakeLittleMemory) {
@@ -114,8 +114,7 @@ TEST(Faults, ManyAndLargeFilesTakeLittleMemory) {
         GTEST_SKIP() << "CDR_TRANSFER_LARGE is not set";
     }
     constexpr std::uintmax_t kLarge = 2000000000;
-    PushLab lab;
-    lab.start();
+    PushLab& lab = PushLab::started();
     for (int i = 0; i < 1000; ++i) {
         lab.record("CDR-" + std::to_string(1000 + i) + ".csv", std::to_string(i));
     }

@@ -246,6 +246,7 @@ std::uint32_t RegistryStore::committingOnce(const Work& work, Deadline until, in
         error = status == ZPO_REG_STORE_FULL ? MDB_MAP_FULL : 0;
         return status;
     }
+    store_->keepName();
     error = mdb_txn_commit(transaction);
     // LMDB reports a write cut short by a full disk as an input/output error.
     return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
