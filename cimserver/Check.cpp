@@ -77,6 +77,7 @@ std::vector<std::string> fileProblems(const Options& options) {
     for (const auto& folder : options.providerDirs) {
         found.readable("--provider-dir", folder, R_OK | X_OK);
     }
+    found.readable("--console", options.http.consoleFolder, R_OK | X_OK);
     found.readable("--user-file", options.http.login.userFile);
     found.readable("--tls-certificate", options.http.tls.certificateFile);
     found.readable("--tls-key", options.http.tls.keyFile);
@@ -97,6 +98,17 @@ std::vector<std::string> fileProblems(const Options& options) {
         found.writable("--state-dir", options.stateDir + "/cimserverd.lock");
     }
     return found.all;
+}
+
+std::string foreignState(const std::string& stateDir) {
+    struct stat state {};
+    if (stateDir.empty() || ::geteuid() != 0 || ::stat(stateDir.c_str(), &state) != 0 || state.st_uid == 0) {
+        return "";
+    }
+    const passwd* const owner = ::getpwuid(state.st_uid);
+    return "root runs the server, but " + stateDir + " belongs to " +
+           (owner != nullptr ? owner->pw_name : std::to_string(state.st_uid)) +
+           ", who will not be able to use what is created now";
 }
 
 void becomeUser(const std::string& name) {

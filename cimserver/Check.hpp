@@ -12,6 +12,9 @@ namespace cimserver {
 /// Creates nothing.
 std::vector<std::string> fileProblems(const Options& options);
 
+/// A warning when root runs the server on another user's state; empty otherwise.
+std::string foreignState(const std::string& stateDir);
+
 /// Becomes the user, with its groups. Throws OptionsError when there is no such user, or the process may not.
 void becomeUser(const std::string& name);
 

@@ -285,6 +285,13 @@ void boundHeap() {
 #endif
 }
 
+/// Gives back what only the start needed, such as the schema's text.
+void trimHeap() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
+}
+
 /// The configuration with all files it names, as they are at a start; nothing is written.
 int check(Options options) {
     const auto output = redirectStandardOutput("null");
@@ -328,6 +335,9 @@ int serve(const Options& options) {
     for (const auto& warning : checkAccess(options)) {
         log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
     }
+    if (const auto warning = foreignState(options.stateDir); !warning.empty()) {
+        log::write(log::Level::Warning, kComponent, warning);
+    }
     StateLock lock(options.stateDir);
     CimSide cim(options);
     auto application = cim.application();
@@ -336,6 +346,7 @@ int serve(const Options& options) {
     http::Server server(options.http, std::move(application));
     audit::configure(options.audit);
     cim.preload();
+    trimHeap();
     if (listen(server, options, output, signals)) {
         followSignals(signals, server, cim, lock);
     }

@@ -170,12 +170,14 @@ function notesOf(app, cls, draft, property) {
     ].filter(Boolean);
 }
 
+let fields = 0;
+
 /**
  * One property of a draft as { element, show() }. Options: `label`, told instead of shown (in tables); `control`, made
  * instead of the one that fits the property.
  */
 export function field(app, cls, draft, property, { label, control: make = controlFor } = {}) {
-    const id = `${draft.instance.path}/${property.name}`.replace(/\W+/g, '-');
+    const id = `field-${++fields}`;
     const attributes = { id, 'aria-describedby': `${id}-help ${id}-notes`, 'aria-label': label };
     const control = make(cls, draft, property, attributes);
     const notes = el('div', { id: `${id}-notes`, class: 'notes' });
@@ -214,14 +216,18 @@ export function card(title, help, ...content) {
         help ? el('p', { class: 'help' }, help) : null, ...content);
 }
 
-/** A button for each method without parameters. `outcome` makes a text of what a method returned. */
-export function methodButtons(app, cls, draft, outcome = async (value) => t('returned', { value })) {
+/**
+ * A button for each method without parameters. `begin` is called before a method is, `outcome` makes a text of what it
+ * returned.
+ */
+export function methodButtons(app, cls, draft, { begin = () => {}, outcome = (value) => t('returned', { value }) } = {}) {
     return el('div', { class: 'methods' }, ...cls.methods.filter(({ parameters }) => parameters === 0).map((method) => {
         const said = el('p', { class: 'note', role: 'status' });
         const run = async () => {
             const { confirmed } = await import('./dialogs.mjs');
             if (await confirmed(titleOf(cls, method), helpOf(cls, method))) {
                 said.textContent = t('running');
+                begin();
                 said.textContent = await app.invoke(draft, method.name, outcome);
             }
         };
@@ -334,7 +340,7 @@ class App {
         try {
             const value = await this.#withUser(() => this.#client.invoke(draft.instance, method));
             await this.refresh();
-            return await outcome(value);
+            return outcome(value);
         } catch (error) {
             if (error instanceof ServerGone) {
                 this.#fail(error);
@@ -392,7 +398,7 @@ class App {
         byId('sign-out').textContent = t('signOut', { user: this.#client.user });
         this.#tellState(t('live', { time: timeText(this.#readAt, true) }));
         if (!this.#view || before !== String(shown())) {
-            this.#build().catch(() => this.#fail(new ServerGone()));
+            this.#build();
         }
         this.changed();
     }
@@ -421,31 +427,43 @@ class App {
     }
 
     #choosePage() {
-        const wanted = decodeURIComponent(location.hash.slice(1));
-        this.#page = this.#pages.find(({ id }) => id === wanted) ?? this.#pages[0];
+        const wanted = location.hash.slice(1);
+        this.#page = this.#pages.find(({ id }) => encodeURI(id) === wanted) ?? this.#pages[0];
     }
 
     async #open() {
         this.#choosePage();
+        await this.#showAnew();
+        byId('page').focus();
+    }
+
+    /** What is known of the page at once, then what it is now. */
+    async #showAnew() {
         this.#view = null;
         byId('view').replaceChildren();
+        this.#showNav();
+        if (this.#page?.classes.every((cls) => this.#lists.has(cls.name))) {
+            await this.#build();
+        }
         await this.refresh();
-        byId('page').focus();
     }
 
     async #build() {
         const page = this.#page;
         this.#showNav();
-        if (!page) {
+        if (!page) { // a server without classes
             return;
         }
-        const { view } = page.module ? await import(page.module) : { view: genericView };
+        const { view } = page.module ? await import(page.module).catch(() => ({})) : { view: genericView };
+        if (!view) {
+            return this.#fail(new ServerGone());
+        }
         if (page !== this.#page) { // another was opened meanwhile
             return;
         }
         this.#view = view(this, page);
         const links = page.id.startsWith('class/') ? [] : page.classes.map((cls) =>
-            el('a', { href: `#class/${cls.name}` }, t('plain', { class: titleOf(cls) })));
+            el('a', { href: encodeURI(`#class/${cls.name}`) }, t('plain', { class: titleOf(cls) })));
         byId('view').replaceChildren(el('h1', {}, page.title()), page.help ? el('p', { class: 'lead' }, page.help()) : '',
             this.#view.element, el('p', { class: 'links' }, ...links));
         this.#view.show();
@@ -454,7 +472,7 @@ class App {
 
     #showNav() {
         const link = (page) => el('a', {
-            href: `#${page.id}`, 'aria-current': page === this.#page ? 'page' : null }, page.title());
+            href: `#${encodeURI(page.id)}`, 'aria-current': page === this.#page ? 'page' : null }, page.title());
         const own = this.#pages.filter(({ id }) => !id.startsWith('class/'));
         const others = this.#pages.filter(({ isOther }) => isOther);
         byId('nav').replaceChildren(...own.map(link),
@@ -475,8 +493,7 @@ class App {
         byId('language').replaceChildren(...languages.map(([one, name]) =>
             el('option', { value: one, selected: one === code }, name)));
         this.#tellState(t('connecting'));
-        this.#view = null;
-        this.refresh();
+        this.#showAnew();
     }
 
     // --- changes
@@ -593,20 +610,22 @@ class App {
     }
 
     #fail(error) {
+        ++this.#turn;
+        clearTimeout(this.#timer);
         if (!(error instanceof ServerGone)) {
             byId('problem').textContent = t('problem', { text: error.message });
             byId('problem').hidden = false;
             this.#timer = setTimeout(() => this.refresh(), kRefresh);
             return;
         }
-        const time = timeText(this.#readAt ?? new Date(), true);
-        byId('gone').replaceChildren(el('p', {}, t('gone', { time })),
-            el('button', { onclick: () => this.refresh() }, t('tryNow')));
-        byId('gone').hidden = false;
+        if (byId('gone').hidden) { // an alert that is put there again would be read out again
+            const time = timeText(this.#readAt ?? new Date(), true);
+            byId('gone').replaceChildren(el('p', {}, t('gone', { time })),
+                el('button', { onclick: () => this.refresh() }, t('tryNow')));
+            byId('gone').hidden = false;
+        }
         document.body.classList.add('lost');
         this.#tellState(t('lost'));
-        ++this.#turn;
-        clearTimeout(this.#timer);
         this.#timer = setTimeout(() => this.#probe(), kRetry[Math.min(this.#failures++, kRetry.length - 1)]);
     }
 

@@ -82,15 +82,12 @@ export function view(app, page) {
         const property = statistics?.properties.find(({ type }) => type === 'datetime');
         return property && last ? valueText(statistics, property, last.stored(property.name)) : t('never');
     };
-    let known = lastTransfer();
-    const outcome = async () => {
-        const isNew = lastTransfer() !== known;
-        known = lastTransfer();
-        return isNew ? t('pushed', { time: known }) : t('pushedNothing');
-    };
+    let before = null; // the last transfer when a push was begun here; the transfer program goes on in the background
+    const methods = methodButtons(app, cls, draft,
+        { begin: () => { before = lastTransfer(); }, outcome: () => t('pushBegun') });
     const next = el('p', { id: 'next-run' });
     const plan = el('p', { id: 'plan' });
-    const last = el('p', { id: 'last-transfer' });
+    const last = el('p', { id: 'last-transfer', role: 'status' });
     const fields = [];
     const sections = sectionsOf(cls).map(([section, properties]) => {
         const made = properties.map((property) => field(app, cls, draft, property, { control: kControls[property.name] }));
@@ -100,13 +97,14 @@ export function view(app, page) {
     sections[0].append(el('div', { class: 'fact' }, el('h3', {}, t('nextRun')), next, plan,
         el('p', { class: 'help' }, t('nextRunHelp'))));
     const now = card(t('pushNow'), null, el('div', { class: 'fact' }, el('h3', {}, t('lastTransfer')), last),
-        methodButtons(app, cls, draft, outcome));
+        methods);
     return {
         element: el('div', { class: 'cards' }, ...sections, now),
         show() {
             fields.forEach((one) => one.show());
             [plan.textContent, next.textContent] = nextRunTexts(cls, draft);
-            last.textContent = lastTransfer();
+            const time = lastTransfer();
+            last.textContent = before !== null && before !== time ? t('arrived', { time }) : time;
         },
     };
 }

@@ -165,9 +165,9 @@ class OpenTest(ConsoleTest):
 
     def test_edits_bins(self):
         self.open("bins")
-        cell = "#QTX_CDRServicePrefixBin-InstanceID-CDRServicePrefixBin_{}-PrefixBin"
-        self.type(self.one(cell.format(3)), "0049")
-        self.type(self.one(cell.format(4)), "12x" + Keys.ENTER)
+        cells = self.until(lambda: self.all('[data-property="PrefixBin"] input'))
+        self.type(cells[3], "0049")
+        self.type(cells[4], "12x" + Keys.ENTER)
         self.until_text("td .refusal", "301")
         self.assertEqual([cell.accessible_name for cell in self.all("td [aria-invalid=true]")], ["Prefix bin, no. 4"])
         self.assertIn("00 00 04 09 0c 0c 0c 0c", self.lab.stored("CDRService", "PREFIX BIN"))
@@ -189,7 +189,9 @@ class OpenTest(ConsoleTest):
         self.assertEqual(table.read_text(), "30 8 * * 7 /qv/bin/CDRTransfer\n")
         self.one('[data-method="PushFileNow"]').click()
         self.one('dialog [value="run"]').click()
-        self.until_text(".methods [role=status]", "has recorded no new transfer")
+        self.until_text(".methods [role=status]", "was called")
+        self.lab.run("zporeg", "set", "CDR", "CDRPush", "LastTransferTime", "--text", "20261122083000.000000+000")
+        self.until_text("#last-transfer", "2026 at 8:30 AM: files have arrived")
 
     def test_shows_what_another_client_changed_and_overwrites_nothing_unseen(self):
         self.open()

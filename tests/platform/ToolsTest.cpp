@@ -36,7 +36,7 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
     play(ZPOREG,
          {{{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
           {{"get", "T", "S", "text"}, 0, "two words\n"},
-          {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
+          {{"set", "T", "S", "empty", "--text="}, 0, ""},
           {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
           {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
           {{"set", "T", "Other", "int", "--int", "1"}, 0, ""},

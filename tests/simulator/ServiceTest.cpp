@@ -40,7 +40,7 @@ class Simulator : public Test {
 };
 
 TEST_F(Simulator, PlaysTheServiceOfADevice) {
-    Lab::run("zporeg set CDR CDRService LONGID --text hostile; zporeg delete CDR CDRService TIME;"
+    Lab::run("zporeg set CDR CDRService LONGID --text hostile --change-kind; zporeg delete CDR CDRService TIME;"
              "zporeg set CDR CDRService FILTER --binary ff");
     start();
     expectSaid("ConnectChar has no effect");
