@@ -447,7 +447,8 @@ class App {
     async #open() {
         this.#choosePage();
         await this.#showAnew();
-        byId('page').focus();
+        scrollTo(0, 0);
+        byId('page').focus({ preventScroll: true });
     }
 
     /** What is known of the page at once, then what it is now. */
