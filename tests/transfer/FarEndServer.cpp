@@ -8,30 +8,16 @@
 namespace transfer_testing {
 namespace {
 
-sockaddr_in localAddress(int port) {
+int freePort() {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    return address;
-}
-
-int freePort() {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = localAddress(0);
     socklen_t length = sizeof address;
     bind(fd, reinterpret_cast<sockaddr*>(&address), length);
     getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
     close(fd);
     return ntohs(address.sin_port);
-}
-
-bool answers(int port) {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    const sockaddr_in address = localAddress(port);
-    const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    close(fd);
-    return connected;
 }
 
 } // namespace
@@ -59,6 +45,8 @@ PushLab& PushLab::started() {
     if (lab.server_ < 0) {
         lab.start();
         EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + lab.sftp()).exitCode);
+        std::filesystem::copy_file(lab.home_ / "far/tls.pem", lab.state("ca.pem"),
+                                   std::filesystem::copy_options::overwrite_existing);
     }
     lab.reset();
     return lab;
@@ -71,9 +59,10 @@ void PushLab::start(const std::vector<std::string>& prefix) {
         setsid();
         return support::become(command, home_ / "server.out");
     });
+    const auto output = [this] { return support::contentOf(home_ / "server.out"); };
     ASSERT_TRUE(
-        support::waitUntil([this] { return answers(sftpPort_) && answers(ftpsPort_); }, std::chrono::seconds(20)))
-        << support::contentOf(home_ / "server.out");
+        support::waitUntil([&] { return support::countOf("STARTUP", output()) == 1; }, std::chrono::seconds(20)))
+        << output();
 }
 
 void PushLab::kill() {
