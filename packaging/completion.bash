@@ -26,7 +26,7 @@ _cdr_complete() {
         [[ $current == -* ]] || { COMPREPLY=($(compgen -W "$(zporeg list 2>/dev/null |
             awk -v given="${COMP_WORDS[*]:2:COMP_CWORD-2}" '
                 BEGIN { n = split(given, want) }
-                { for (i = 1; i <= n; i++) if ($i != want[i]) next; if (n < 3) print $(n + 1) }' | sort -u)" -- "$current")) && return; } ;;
+                { for (i = 1; i <= n; i++) if ($i != want[i]) next; if (n < 3 && $(n + 1) !~ /"/) print $(n + 1) }' | sort -u)" -- "$current")) && return; } ;;
     esac
     COMPREPLY=()
     if [[ $current == -* || -z $subcommand ]]; then
