@@ -8,21 +8,24 @@
 namespace transfer_testing {
 namespace {
 
-int freePort() {
+/// A port that nobody listens on, for 0; else the port, when somebody does.
+int findPort(int wanted) {
     const int fd = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+    address.sin_port = htons(static_cast<std::uint16_t>(wanted));
     socklen_t length = sizeof address;
-    bind(fd, reinterpret_cast<sockaddr*>(&address), length);
+    const int failed = wanted == 0 ? bind(fd, reinterpret_cast<sockaddr*>(&address), length)
+                                   : connect(fd, reinterpret_cast<sockaddr*>(&address), length);
     getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
     close(fd);
-    return ntohs(address.sin_port);
+    return failed != 0 ? 0 : (wanted == 0 ? ntohs(address.sin_port) : wanted);
 }
 
 } // namespace
 
-PushLab::PushLab() : sftpPort_(freePort()), ftpsPort_(freePort()) {
+PushLab::PushLab() : sftpPort_(findPort(0)), ftpsPort_(findPort(0)) {
     static const std::string path = std::string(PROGRAMS) + ":" + getenv("PATH");
     setenv("PATH", path.c_str(), 1);
     setenv("ZPO_STATE_DIR", (home_ / "state").c_str(), 1);
@@ -59,10 +62,8 @@ void PushLab::start(const std::vector<std::string>& prefix) {
         setsid();
         return support::become(command, home_ / "server.out");
     });
-    const auto output = [this] { return support::contentOf(home_ / "server.out"); };
-    ASSERT_TRUE(
-        support::waitUntil([&] { return support::countOf("STARTUP", output()) == 1; }, std::chrono::seconds(20)))
-        << output();
+    const auto answers = [this] { return findPort(sftpPort_) != 0 && findPort(ftpsPort_) != 0; };
+    ASSERT_TRUE(support::waitUntil(answers, std::chrono::seconds(20))) << support::contentOf(home_ / "server.out");
 }
 
 void PushLab::kill() {

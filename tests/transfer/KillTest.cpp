@@ -61,7 +61,7 @@ TEST(Faults, AKilledPushLosesNothingAndLeavesNothingHalf) {
     const int kills = wanted == nullptr ? 20 : std::atoi(wanted);
     PushLab& lab = PushLab::started();
     std::mt19937 random(1);
-    std::uniform_int_distribution<useconds_t> spread(0, 400000);
+    std::uniform_int_distribution<useconds_t> spread(0, 250000);
     int killed = 0;
     for (unsigned round = 0; killed < kills && !testing::Test::HasFailure(); ++round) {
         lab.reset();
