@@ -97,10 +97,6 @@ void PushLab::setByte(const std::string& key, int value) {
     EXPECT_EQ(ZPO_OK, ZpoSetRegEntryBinary("CDR", "CDRPush", key.c_str(), &byte, 1)) << key;
 }
 
-void PushLab::record(const std::string& name, const std::string& content) const {
-    support::writeFile(local(name), content);
-}
-
 std::string PushLab::password() const {
     const std::string line = support::contentOf(home_ / "far/password");
     return line.substr(0, line.find('\n'));
