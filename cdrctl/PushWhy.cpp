@@ -1,32 +1,11 @@
 #include "cdrctl/PushWhy.hpp"
 
-#include "cdrctl/StatusCodes.hpp"
-
 #include <cstdlib>
-#include <string_view>
 
 namespace cdrctl {
 namespace {
 
 constexpr std::time_t kGrace = 600; ///< seconds that a transfer may take before it counts as missing
-
-/// What the status in a log line means, which stands behind "rc=" or "error = ".
-std::string statusIn(const std::string& line) {
-    for (const char* const label : {"rc=", "error = "}) {
-        const auto at = line.find(label);
-        if (at == std::string::npos) {
-            continue;
-        }
-        const auto start = at + std::string_view(label).size();
-        for (const StatusMeaning& meaning :
-             meaningsOf(line.substr(start, line.find_first_not_of("0123456789", start) - start))) {
-            if (meaning.source == "platform" && meaning.number != 0) {
-                return std::to_string(meaning.number) + " is " + meaning.name + ": " + meaning.text;
-            }
-        }
-    }
-    return "";
-}
 
 class Report {
   public:
@@ -43,7 +22,7 @@ class Report {
         statistics();
         if (facts_.device) {
             for (const LogLine& line : facts_.device->log) {
-                note("log", line.file + ": " + line.text, statusIn(line.text));
+                note("log", line.file + ": " + line.text);
             }
         } else {
             note("device", "crontab, cron and logs were not looked at: cdrctl does not run on the device",

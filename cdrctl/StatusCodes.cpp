@@ -1,7 +1,6 @@
 #include "cdrctl/StatusCodes.hpp"
 
 #include "OW_CIMException.hpp"
-#include "QueueStatus.hpp"
 #include "StatusRow.hpp"
 #include "StatusText.hpp"
 #include "cimserver/cim/CimError.hpp"
@@ -78,7 +77,7 @@ std::optional<std::uint32_t> numberOfName(const std::string& name) {
     };
     for (const std::uint32_t group : {0x200000U, 0x210000U, 0x220000U, 0x230000U, 0x300000U}) {
         for (std::uint32_t number = group; number < group + 32; ++number) {
-            if (is(zpo::findStatus(number)) || is(zpo::findQueueStatus(number))) {
+            if (is(zpo::findStatus(number))) {
                 return number;
             }
         }
@@ -111,7 +110,6 @@ std::vector<StatusMeaning> meaningsOf(const std::string& code) {
         return meanings;
     }
     addIf(meanings, "platform", zpo::findStatus(*status));
-    addIf(meanings, "platform", zpo::findQueueStatus(*status));
     addIf(meanings, "CDR module", zpo::findRow(kModuleRows, *status));
     addIf(meanings, "HTTP", zpo::findRow(kHttpRows, *status));
     if (const StatusRow* const row = zpo::findRow(kCimRows, *status)) {

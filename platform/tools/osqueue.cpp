@@ -3,7 +3,7 @@
 #include "CommandLine.hpp"
 #include "Owner.hpp"
 #include "QueueFile.hpp"
-#include "QueueStatus.hpp"
+#include "StatusText.hpp"
 #include "osa.h"
 
 #include <cstdint>
@@ -25,7 +25,7 @@ struct Request {
 
 void require(std::uint32_t status, const std::string& name) {
     if (status != OSA_OK) {
-        throw std::runtime_error(name + ": " + zpo::queueStatusText(status));
+        throw std::runtime_error(name + ": " + zpo::statusText(status));
     }
 }
 

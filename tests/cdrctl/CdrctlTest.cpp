@@ -8,10 +8,15 @@ using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
+void pointAtServer(const std::string& scheme) {
+    const char* const host = getenv("HOST");
+    setenv("CDRCTL_SERVER", (scheme + (host == nullptr ? "" : host)).c_str(), 1);
+}
+
 TEST(Cdrctl, ShowsChangesAndExplains) {
     Lab lab;
     lab.start();
-    setenv("CDRCTL_SERVER", getenv("HOST"), 1);
+    pointAtServer("http://");
     Lab::play({
         {"cdrctl show service", AllOf(HasSubstr("DigitsLimit           10   3 to 24"), HasSubstr("100 KiloBytes"))},
         {"cdrctl set DigitsLimit=12 ClipFileSize_100K=300",
@@ -19,7 +24,7 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
         {"cdrctl set Language=1 DigitsLimit=99 DateFormat=2; echo $?",
          AllOf(HasSubstr("Language: 0 -> 1\n"), HasSubstr("DigitsLimit=99: refused: "),
                HasSubstr("DigitsLimit must be <= 24"), HasSubstr("DateFormat: not tried"), HasSubstr("\n1\n"))},
-        {"cdrctl set DigitLimit=1; echo $?", HasSubstr("is it DigitsLimit?\n2\n")},
+        {"cdrctl set DigitLimit=1 DNISInfo=yes; echo $?", HasSubstr("is it DigitsLimit?\n2\n")},
         {"cdrctl --json show push", AllOf(HasSubstr("label: No transfer,"), HasSubstr("applies: false"))},
         {"cdrctl bins set access 2 91 --suppress 1", "AccessBin: (empty) -> 91\nSuppressBin: 0 -> 1\n"},
         {"cdrctl bins set prefix 3 12a; echo $?", AllOf(HasSubstr("(301)"), HasSubstr("\n1\n"))},
@@ -46,7 +51,7 @@ TEST(Cdrctl, LogsInOverTls) {
         "-addext subjectAltName=IP:127.0.0.1 -keyout key.pem -out cert.pem; printf 'open\\n' >pass; printf 'x\\n' >bad;"
         "chmod 600 pass bad; cimserver-passwd users viewer --role read --stdin <pass");
     lab.start("--tls-certificate cert.pem --tls-key key.pem --user-file users");
-    setenv("CDRCTL_SERVER", ("https://" + std::string(getenv("HOST"))).c_str(), 1);
+    pointAtServer("https://");
     const std::string trust = "cd $LAB && cdrctl --cacert cert.pem ";
     const std::string viewer = trust + "-u viewer --password-file ";
     Lab::play({

@@ -69,8 +69,7 @@ std::string meaningOfStatus(std::string_view text) {
     std::uint32_t status = 0;
     std::from_chars(text.data() + before, text.data() + text.size(), status);
     const bool whole = before != 0 && text.size() - before == kDigits;
-    const StatusRow* const row = findStatus(status);
-    return whole && row != nullptr ? ": " + textWithNumber(row, status, "") : std::string();
+    return whole && findStatus(status) != nullptr ? ": " + statusText(status) : std::string();
 }
 
 std::string formatEntry(std::int32_t category, std::int32_t level, std::int32_t identifier, const char* text) {

@@ -7,10 +7,10 @@
 
 namespace zpo {
 
-/// A status of ZpoShared.h; null when there is none of that number.
+/// A status of ZpoShared.h or osa.h; null when there is none of that number.
 const StatusRow* findStatus(std::uint32_t status);
 
-/// A status of ZpoShared.h in words, with its number: "no such entry (0x20000d)".
+/// A status in words, with its number: "no such entry (0x20000d)".
 std::string statusText(std::uint32_t status);
 
 } // namespace zpo
