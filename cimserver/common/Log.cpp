@@ -11,6 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
@@ -155,7 +156,14 @@ bool isFormat(char32_t code) {
 /// that are not UTF-8.
 void appendEscaped(std::string& to, std::string_view text) {
     constexpr char kHex[] = "0123456789abcdef";
-    while (!text.empty()) {
+    const auto isPlain = [](char c) { return c >= 0x20 && c < 0x7F; };
+    for (;;) {
+        const auto plain = std::find_if_not(text.begin(), text.end(), isPlain) - text.begin();
+        to.append(text, 0, static_cast<std::size_t>(plain));
+        text.remove_prefix(static_cast<std::size_t>(plain));
+        if (text.empty()) {
+            return;
+        }
         const auto [code, length, valid] = decodeUtf8(text);
         if (code == '\n') {
             to += "\\n";
