@@ -1,11 +1,15 @@
 #include "cimserver/Options.hpp"
 
+#include "cimserver/common/Text.hpp"
 #include "cimserver/http/Tls.hpp"
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <iostream>
+#include <iterator>
+#include <sstream>
 
 namespace cimserver {
 
@@ -87,10 +91,64 @@ class Declaration {
     std::string group_;
 };
 
+/// False when a quoted value has no end. A quote begins only where a value may begin.
+bool endsItsQuotes(std::string_view line) {
+    char quote = '\0';
+    char before = '=';
+    for (const char c : line) {
+        const bool begins =
+            quote == '\0' && (c == '"' || c == '\'') && std::string_view("=[,").find(before) != std::string_view::npos;
+        const bool ends = quote != '\0' && c == quote;
+        quote = begins ? c : ends ? '\0' : quote;
+        before = c == ' ' || c == '\t' ? before : c;
+    }
+    return quote == '\0';
+}
+
+/// The parser takes the lines after an unfinished list for its elements.
+void requireWholeValues(const std::string& text) {
+    std::istringstream lines(text);
+    std::string whole;
+    unsigned list = 0; // the line that began it
+    for (unsigned number = 1; std::getline(lines, whole); ++number) {
+        const auto line = trimmed(std::string_view(whole).substr(0, whole.find('#')));
+        if (line.empty() || line[0] == ';') {
+            continue;
+        }
+        if (!endsItsQuotes(line)) {
+            throw std::invalid_argument("line " + std::to_string(number) +
+                                        " of the configuration file: a quotation mark is missing");
+        }
+        const auto equals = line.find('=');
+        const bool assigns = equals < line.find('"');
+        if (list != 0 && assigns) {
+            break;
+        }
+        const auto value = assigns ? trimmed(line.substr(equals + 1)) : line;
+        list = assigns && !value.empty() && value[0] == '[' ? number : list;
+        list = !value.empty() && value.back() == ']' ? 0 : list;
+    }
+    if (list != 0) {
+        throw std::invalid_argument("line " + std::to_string(list) +
+                                    " of the configuration file: the list has no end: ] is missing");
+    }
+}
+
+class ConfigurationFile : public CLI::ConfigBase {
+  public:
+    std::vector<CLI::ConfigItem> from_config(std::istream& input) const override {
+        const std::string text(std::istreambuf_iterator<char>(input), {});
+        requireWholeValues(text);
+        std::istringstream again(text);
+        return CLI::ConfigBase::from_config(again);
+    }
+};
+
 /// Options that are interpreted once all are read.
 struct Texts {
     std::vector<std::string> listen;
     std::vector<std::string> providerConfig;
+    std::vector<std::string> errorHints;
     std::string logLevel = "info";
     std::string clientCertificates = "none";
 };
@@ -102,6 +160,9 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
     declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
     declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
                 "an item of configuration that providers may ask for; repeatable");
+    declare.add(
+        "--error-hint", texts.errorHints, "NUMBER=TEXT",
+        "what clients are told besides when a provider's error text is only this number, or 'none'; repeatable");
     declare.add("--preload", options.preload, "ID",
                 "initialize this provider at start instead of at its first use; repeatable");
     declare.add("--concurrent-reads", options.concurrentReads, "ID",
@@ -127,6 +188,7 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         .add("--listen", texts.listen, "ADDR:PORT",
              "listen here; repeatable; http:// or https:// may stand before it; port 0: any free port")
         ->default_str("127.0.0.1:5988");
+    declare.duration("--listen-timeout", options.listenTimeout, "how long to try while an address is in use");
     declare.add("--host-name", http.hostNames, "NAME",
                 "a name of this host that clients may use without users; repeatable");
     declare.add("--port-file", options.portFile, "FILE", "write the ports that were bound, one a line");
@@ -141,6 +203,8 @@ void declareAccess(Declaration& declare, Options& options, Texts& texts) {
         ->check(CLI::IsMember({"1.2", "1.3"}));
     declare.add("--tls-ciphers", http.tls.ciphers, "LIST",
                 "in OpenSSL's notation; names of TLS 1.3 (TLS_...) may be among them");
+    declare.flag("--hide-secrets", options.hideSecrets,
+                 "mask the values of properties that hold a password for users with the role read");
     declare.flag("--allow-insecure", options.allowInsecure,
                  "listen beyond this host without TLS or users all the same");
     declare.duration("--login-cache", http.login.cache, "how long a right password is remembered");
@@ -180,6 +244,10 @@ void declareLimits(Declaration& declare, Options& options) {
 void declareAdministration(Declaration& declare, Options& options, Texts& texts) {
     declare.group("Administration");
     declare.flag("--check", options.check, "only check the configuration and all files it names")->configurable(false);
+    declare.add("--user", options.checkUser, "NAME", "check as this user sees the files; needs root")
+        ->configurable(false);
+    declare.add("--ready-command", options.readyCommand, "COMMAND",
+                "must succeed for /ready: a program with arguments, run without a shell");
     declare.add("--state-dir", options.stateDir, "DIR", "locked while running, so that no two servers share it");
     declare.add("--log-file", options.log.file, "FILE", "log here instead of to standard error");
     declare.add("--log-level", texts.logLevel, "LEVEL", "debug, info, warning, error or fatal")
@@ -189,6 +257,8 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
     declare.add("--audit-log", options.audit.target, "FILE|syslog",
                 "record changes here instead of in the log; a change that cannot be recorded is refused");
     declare.flag("--allow-unaudited", options.audit.optional, "make changes that cannot be recorded all the same");
+    declare.add("--console", options.http.consoleFolder, "DIR",
+                "serve the files of this folder under /console/, a page for browsers");
     declare.add("--dump", options.http.dumpFile, "FILE",
                 "append all requests and answers, secrets removed, to this file");
 }
@@ -208,21 +278,33 @@ http::ClientCertificates clientCertificatesOf(const std::string& name) {
                                 : http::ClientCertificates::None;
 }
 
+std::map<std::string, std::string> pairsOf(const char* option, const std::vector<std::string>& items) {
+    std::map<std::string, std::string> pairs;
+    for (const auto& item : items) {
+        const auto equals = item.find('=');
+        if (equals == 0 || equals == std::string::npos) {
+            throw std::invalid_argument(std::string(option) + ": '" + item + "' is not KEY=VALUE");
+        }
+        pairs[item.substr(0, equals)] = item.substr(equals + 1);
+    }
+    return pairs;
+}
+
 void interpret(const Texts& texts, Options& options) {
     const bool tls = !options.http.tls.certificateFile.empty();
     for (const auto& text : texts.listen.empty() ? std::vector<std::string>{"127.0.0.1:5988"} : texts.listen) {
         options.http.listeners.push_back(http::parseListener(text, tls));
     }
-    for (const auto& item : texts.providerConfig) {
-        const auto equals = item.find('=');
-        if (equals == 0 || equals == std::string::npos) {
-            throw std::invalid_argument("--provider-config: '" + item + "' is not KEY=VALUE");
-        }
-        options.providerConfig[item.substr(0, equals)] = item.substr(equals + 1);
+    options.providerConfig = pairsOf("--provider-config", texts.providerConfig);
+    options.errorHints = pairsOf("--error-hint", texts.errorHints);
+    if (!options.checkUser.empty() && !options.check) {
+        throw std::invalid_argument("--user goes with --check");
     }
     options.log.level = levelOf(texts.logLevel);
     options.http.tls.clientCertificates = clientCertificatesOf(texts.clientCertificates);
-    http::checkCiphers(options.http.tls.ciphers);
+    if (options.http.tls.ciphers != http::TlsSettings().ciphers) { // OpenSSL takes long to start when it is not needed
+        http::checkCiphers(options.http.tls.ciphers);
+    }
     if (options.http.login.realm.find_first_of("\"\\\r\n") != std::string::npos) {
         throw std::invalid_argument("--realm: quotes, backslashes and line ends cannot stand in it");
     }
@@ -249,9 +331,11 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
     Texts texts;
     CLI::App app("Serves CIM classes to WBEM clients by CIM-XML over HTTP.", "cimserverd");
     app.set_version_flag("--version", kVersion);
-    app.set_config("--config", "",
-                   "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
-        ->type_name("FILE");
+    auto* const config =
+        app.set_config("--config", "",
+                       "read options from FILE: lines of NAME = VALUE or NAME = [\"A\", \"B\"], without dashes")
+            ->type_name("FILE");
+    app.config_formatter(std::make_shared<ConfigurationFile>());
     app.allow_config_extras(CLI::config_extras_mode::error);
     Declaration declare(app);
     declareCim(declare, options, texts);
@@ -260,6 +344,7 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
     declareAdministration(declare, options, texts);
     try {
         app.parse(argc, argv);
+        options.configFile = config->count() == 0 ? "" : config->as<std::string>();
         interpret(texts, options);
     } catch (const CLI::Success& asked) {
         app.exit(asked);

@@ -26,6 +26,7 @@ struct Options {
     std::set<std::string> concurrentProviders;
     std::vector<std::string> preload;
     std::map<std::string, std::string> providerConfig;
+    std::map<std::string, std::string> errorHints; ///< what to tell clients after a provider's text that is this number
     std::chrono::milliseconds providerTimeout{60'000};
     std::chrono::milliseconds slowCall{30'000};
     std::size_t providerThreads = 8;
@@ -40,7 +41,12 @@ struct Options {
     std::size_t enumerations = 256;
     bool forwardUnchanged = false;
     bool allowInsecure = false;
+    std::chrono::milliseconds listenTimeout{0}; ///< how long an address that is in use is tried again
+    std::string readyCommand;                   ///< must succeed for the server to be ready; empty: none
+    bool hideSecrets = false;                   ///< values that are secrets are masked for users with the role "read"
     bool check = false;
+    std::string checkUser;  ///< check as this user
+    std::string configFile; ///< empty: none was given
 };
 
 /// An unusable option; what() names it.

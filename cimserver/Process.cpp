@@ -1,8 +1,11 @@
 #include "cimserver/Process.hpp"
 
+#include "cimserver/common/Log.hpp"
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -10,9 +13,13 @@
 #include <cstdio>
 #include <cstring>
 #include <fstream>
+#include <utility>
 
 namespace cimserver {
 namespace {
+
+constexpr const char* kComponent = "cimserverd";
+constexpr const char* kLockFile = "cimserverd.lock";
 
 int signalPipe = -1; // global, because the signal handler needs it
 
@@ -35,6 +42,27 @@ void handle(int number, void (*handler)(int)) {
 
 [[noreturn]] void fail(const std::string& what) {
     throw std::runtime_error(what + ": " + std::strerror(errno));
+}
+
+Descriptor lockIn(const std::filesystem::path& directory) {
+    std::error_code error;
+    std::filesystem::create_directories(directory, error);
+    const auto file = (directory / kLockFile).string();
+    Descriptor lock(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0640));
+    if (lock.get() < 0) {
+        fail("cannot use the state directory " + directory.string());
+    }
+    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
+        std::string holder;
+        std::getline(std::ifstream(file), holder);
+        throw StateInUse("the state directory " + directory.string() + " is in use by another server, process " +
+                         holder);
+    }
+    const auto text = std::to_string(::getpid()) + "\n";
+    if (::ftruncate(lock.get(), 0) != 0 || ::write(lock.get(), text.data(), text.size()) < 0) {
+        fail("cannot write " + file);
+    }
+    return lock;
 }
 
 } // namespace
@@ -81,25 +109,29 @@ Descriptor redirectStandardOutput(const std::string& where) {
     return own;
 }
 
-Descriptor lockStateDirectory(const std::filesystem::path& directory) {
-    std::error_code error;
-    std::filesystem::create_directories(directory, error);
-    const auto file = (directory / "cimserverd.lock").string();
-    Descriptor lock(::open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0640));
-    if (lock.get() < 0) {
-        fail("cannot use the state directory " + directory.string());
+StateLock::StateLock(std::filesystem::path directory)
+    : directory_(std::move(directory)), lock_(directory_.empty() ? Descriptor() : lockIn(directory_)) {}
+
+bool StateLock::isCurrent() const {
+    struct stat mine {};
+    struct stat named {};
+    return ::fstat(lock_.get(), &mine) == 0 && ::stat((directory_ / kLockFile).c_str(), &named) == 0 &&
+           mine.st_ino == named.st_ino && mine.st_dev == named.st_dev;
+}
+
+void StateLock::follow() noexcept {
+    try {
+        if (directory_.empty() || isCurrent()) {
+            return;
+        }
+        lock_ = lockIn(directory_);
+        failing_ = false;
+        log::write(log::Level::Info, kComponent, "the state directory was replaced; locked the new one");
+    } catch (const std::exception& error) {
+        if (!std::exchange(failing_, true)) {
+            log::write(log::Level::Error, kComponent, error.what());
+        }
     }
-    if (::flock(lock.get(), LOCK_EX | LOCK_NB) != 0) {
-        std::string holder;
-        std::getline(std::ifstream(file), holder);
-        throw StateInUse("the state directory " + directory.string() + " is in use by another server, process " +
-                         holder);
-    }
-    const auto text = std::to_string(::getpid()) + "\n";
-    if (::ftruncate(lock.get(), 0) != 0 || ::write(lock.get(), text.data(), text.size()) < 0) {
-        fail("cannot write " + file);
-    }
-    return lock;
 }
 
 void writeFile(const std::filesystem::path& file, const std::string& text) {

@@ -32,9 +32,24 @@ class StateInUse : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// Creates the directory if needed and locks it as long as the result lives. Throws StateInUse when another process
-/// holds it, and std::runtime_error when it cannot be used.
-Descriptor lockStateDirectory(const std::filesystem::path& directory);
+/// Creates the directory if needed and locks it as long as the object lives.
+class StateLock {
+  public:
+    /// Throws StateInUse when another process holds it, and std::runtime_error when it cannot be used. Without a
+    /// directory nothing is locked.
+    explicit StateLock(std::filesystem::path directory);
+
+    /// To be called now and then: locks the directory anew when it was moved away, replaced or restored. What happens
+    /// is logged once.
+    void follow() noexcept;
+
+  private:
+    bool isCurrent() const;
+
+    const std::filesystem::path directory_;
+    Descriptor lock_;
+    bool failing_ = false;
+};
 
 /// Replaces the file; readers see the old or the new content. Throws std::runtime_error naming it.
 void writeFile(const std::filesystem::path& file, const std::string& text);

@@ -1,6 +1,9 @@
 // cimserverd: connects the parts and serves until a signal stops it.
+#include "cimserver/Check.hpp"
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/Readiness.hpp"
+#include "cimserver/ServiceManager.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/cimom/Interop.hpp"
@@ -11,8 +14,10 @@
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Program.hpp"
 #include "cimserver/http/Message.hpp"
 #include "cimserver/http/Server.hpp"
+#include "cimserver/http/Settings.hpp"
 #include "cimserver/provider/Attempt.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -25,6 +30,7 @@
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -35,6 +41,8 @@ enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsI
 
 constexpr const char* kComponent = "cimserverd";
 constexpr std::chrono::milliseconds kInspectionInterval{1000};
+constexpr std::chrono::milliseconds kListenPause{250};
+constexpr std::chrono::milliseconds kLongestReadyCommand{5000};
 
 /// A request of the transport as a job of the provider host.
 class CimRequest : public provider::Job {
@@ -59,7 +67,8 @@ class CimRequest : public provider::Job {
 class CimSide {
   public:
     explicit CimSide(const Options& options)
-        : host_(hostSettings(options)), cimom_(repository(options), host_, {options.forwardUnchanged}),
+        : preload_(options.preload), host_(hostSettings(options)),
+          cimom_(repository(options), host_, {options.forwardUnchanged}),
           dispatcher_(cimom_, dispatcherSettings(options)) {}
 
     /// Serves as long as this object lives.
@@ -71,17 +80,36 @@ class CimSide {
                 },
                 [this] { return notices(); }};
     }
+    /// Why not everything can be done that the server is there for, a line each.
+    std::string problems() const {
+        std::string lines = audit::problem();
+        for (const auto& id : preload_) {
+            lines += host_.isInitialized(id) ? "" : "\nprovider " + id + " is not initialized";
+        }
+        lines += host_.slowCalls() == 0 ? "" : "\n" + notices();
+        return lines.substr(lines.empty() || lines[0] != '\n' ? 0 : 1);
+    }
     /// To be called every second or so.
     void inspect() { host_.inspect(std::chrono::steady_clock::now()); }
     /// A failure is only logged: the provider is tried again at each request for its classes.
-    void preload(const std::vector<std::string>& ids) {
-        for (const auto& id : ids) {
+    void preload() {
+        for (const auto& id : preload_) {
             try {
                 cimom_.preload(id);
             } catch (const std::exception& error) {
                 log::write(log::Level::Error, kComponent, "--preload " + id + ": " + error.what());
             }
         }
+    }
+    /// Those of `--preload` that cannot be loaded, a line each.
+    std::vector<std::string> preloadProblems() const {
+        std::vector<std::string> lines;
+        for (const auto& id : preload_) {
+            if (!host_.isLoaded(id)) {
+                lines.push_back("--preload: the provider " + id + " cannot be loaded: see the line of the log");
+            }
+        }
+        return lines;
     }
     /// Operations that were answered with a CIM error, HTTP status 200.
     std::uint64_t errors() const { return dispatcher_.errors(); }
@@ -109,6 +137,8 @@ class CimSide {
         settings.enumerations.perUser = options.userEnumerations;
         settings.enumerations.count = options.enumerations;
         settings.enumerations.bytes = options.http.limits.memory / 4;
+        settings.errorHints = options.errorHints;
+        settings.hideSecrets = options.hideSecrets;
         return settings;
     }
     /// Throws OptionsError when the option names a provider that does not exist.
@@ -133,6 +163,7 @@ class CimSide {
         return repository_;
     }
 
+    const std::vector<std::string> preload_;
     schema::Repository repository_;
     provider::ProviderHost host_;
     cimom::Cimom cimom_;
@@ -159,31 +190,78 @@ void checkFolders(const Options& options) {
     }
 }
 
-void listen(http::Server& server, const Options& options, const Descriptor& output) {
+/// Tries again for a while when an address is in use. Nothing when a signal ends the wait.
+std::optional<std::vector<http::Listener>> startListening(http::Server& server, const Options& options,
+                                                          Signals& signals) {
+    const auto end = std::chrono::steady_clock::now() + options.listenTimeout;
+    for (bool told = false;; told = true) {
+        try {
+            return server.start();
+        } catch (const http::ListenError& error) {
+            if (!error.mayPass() || std::chrono::steady_clock::now() >= end) {
+                throw;
+            }
+            if (!told) {
+                log::write(log::Level::Warning, kComponent, std::string(error.what()) + "; trying again");
+            }
+        }
+        service::alive();
+        const int number = signals.next(kListenPause);
+        if (number == SIGTERM || number == SIGINT) {
+            return std::nullopt;
+        }
+    }
+}
+
+/// False when a signal ended the wait for an address.
+bool listen(http::Server& server, const Options& options, const Descriptor& output, Signals& signals) {
+    const auto listeners = startListening(server, options, signals);
+    if (!listeners) {
+        return false;
+    }
     std::string ports;
-    const auto listeners = server.start();
-    for (const auto& listener : listeners) {
+    std::string urls;
+    for (const auto& listener : *listeners) {
         ports += std::to_string(listener.port) + "\n";
+        urls += " " + listener.url();
     }
     if (!options.portFile.empty()) {
         writeFile(options.portFile, ports);
     }
-    for (const auto& listener : listeners) {
+    crash::startIsOver();
+    service::ready("listening on" + urls);
+    for (const auto& listener : *listeners) {
         log::write(log::Level::Info, kComponent, "listening on " + listener.url());
         announce(output, "listening on " + listener.url());
+        if (!options.http.consoleFolder.empty()) {
+            announce(output, "console at " + listener.url() + "/console/");
+        }
     }
+    return true;
 }
 
 void logCounters(const http::Server& server, const CimSide& cim) {
     log::write(log::Level::Info, kComponent, server.statistics() + " cim-errors=" + std::to_string(cim.errors()));
 }
 
+/// What is to be done every second or so.
+void inspect(http::Server& server, CimSide& cim, StateLock& lock) {
+    cim.inspect();
+    lock.follow();
+    log::follow();
+    audit::sumUp(std::chrono::steady_clock::now());
+    if (server.responds()) {
+        service::alive();
+    }
+}
+
 /// Returns when the server is to stop.
-void followSignals(Signals& signals, http::Server& server, CimSide& cim) {
+void followSignals(Signals& signals, http::Server& server, CimSide& cim, StateLock& lock) {
+    const auto interval = service::interval(kInspectionInterval);
     for (;;) {
-        switch (const int number = signals.next(kInspectionInterval)) {
+        switch (const int number = signals.next(interval)) {
         case 0:
-            cim.inspect();
+            inspect(server, cim, lock);
             break;
         case SIGHUP:
             log::reopen();
@@ -207,24 +285,41 @@ void boundHeap() {
 #endif
 }
 
-int serve(const Options& options) {
-    Signals signals;
-    const auto output = redirectStandardOutput(options.providerStdout);
-    for (const auto& warning : checkAccess(options)) {
-        log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
+/// Gives back what only the start needed, such as the schema's text.
+void trimHeap() {
+#ifdef __GLIBC__
+    ::malloc_trim(0);
+#endif
+}
+
+/// The configuration with all files it names, as they are at a start; nothing is written.
+int check(Options options) {
+    const auto output = redirectStandardOutput("null");
+    auto problems = fileProblems(options);
+    options.http.dumpFile.clear(); // the server would create it
+    if (problems.empty()) {
+        CimSide cim(options);
+        const http::Server server(options.http, cim.application());
+        problems = cim.preloadProblems();
+        const auto ready = options.readyCommand.empty() ? ProgramResult{true, ""}
+                                                        : runProgram(options.readyCommand, kLongestReadyCommand);
+        if (!ready.succeeded) {
+            problems.push_back("--ready-command: " + ready.text);
+        }
     }
-    const auto lock = options.stateDir.empty() || options.check ? Descriptor() : lockStateDirectory(options.stateDir);
-    CimSide cim(options);
-    http::Server server(options.http, cim.application());
-    if (options.check) {
+    for (const auto& problem : problems) {
+        std::cerr << "cimserverd: " << problem << "\n";
+    }
+    if (problems.empty()) {
         announce(output, "the configuration is in order");
-        return Stopped;
     }
-    audit::configure(options.audit);
-    cim.preload(options.preload);
-    listen(server, options, output);
-    followSignals(signals, server, cim);
+    return problems.empty() ? Stopped : BadFile;
+}
+
+int finish(http::Server& server, const CimSide& cim, Readiness& readiness, const Options& options) {
+    service::stopping();
     const bool finished = server.stop(options.stopTimeout);
+    readiness.stop(); // before the server, which its answers use
     logCounters(server, cim);
     if (!finished) {
         log::write(log::Level::Error, kComponent, "stopped with requests still under way");
@@ -234,9 +329,33 @@ int serve(const Options& options) {
     return Stopped;
 }
 
+int serve(const Options& options) {
+    Signals signals;
+    const auto output = redirectStandardOutput(options.providerStdout);
+    for (const auto& warning : checkAccess(options)) {
+        log::write(log::Level::Warning, kComponent, warning + " (--allow-insecure)");
+    }
+    if (const auto warning = foreignState(options.stateDir); !warning.empty()) {
+        log::write(log::Level::Warning, kComponent, warning);
+    }
+    StateLock lock(options.stateDir);
+    CimSide cim(options);
+    auto application = cim.application();
+    Readiness readiness(options.readyCommand, [&cim] { return cim.problems(); });
+    application.ready = [&readiness](auto answer) { readiness.ask(std::move(answer)); };
+    http::Server server(options.http, std::move(application));
+    audit::configure(options.audit);
+    cim.preload();
+    trimHeap();
+    if (listen(server, options, output, signals)) {
+        followSignals(signals, server, cim, lock);
+    }
+    return finish(server, cim, readiness, options);
+}
+
 /// Prints one line for whoever started the server, and logs it too if the log is elsewhere.
 int fail(Exit status, const char* text, bool logFile) {
-    std::cerr << "cimserverd: " << text << "\n";
+    std::cerr << (log::isJournal() ? "<2>" : "") << "cimserverd: " << text << "\n";
     if (logFile) {
         log::write(log::Level::Fatal, kComponent, text);
     }
@@ -253,8 +372,15 @@ int main(int argc, char** argv) {
         if (!options) {
             return Stopped;
         }
+        if (!options->checkUser.empty()) {
+            becomeUser(options->checkUser);
+        }
         checkFolders(*options);
         checkAccess(*options);
+        if (options->check) {
+            log::configure({"", options->log.level});
+            return check(*options);
+        }
         log::configure(options->log);
         crash::install(options->log.file);
         logFile = !options->log.file.empty();

@@ -1,11 +1,10 @@
 // cimserver-passwd: adds users to a user file of cimserverd, changes and removes them.
+#include "cimserver/common/Prompt.hpp"
 #include "cimserver/http/UserFile.hpp"
 
 #include <getopt.h>
-#include <termios.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <filesystem>
 #include <iostream>
 #include <optional>
@@ -23,59 +22,15 @@ struct Command {
     bool certificateOnly = false;
 };
 
-/// Turns echo off. Blocks signals meanwhile, so that echo is always turned on again.
-class SilentTerminal {
-  public:
-    SilentTerminal() {
-        sigset_t all;
-        ::sigfillset(&all);
-        ::sigprocmask(SIG_BLOCK, &all, &signals_);
-        ::tcgetattr(STDIN_FILENO, &terminal_);
-        auto silent = terminal_;
-        silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
-    }
-    ~SilentTerminal() {
-        ::tcsetattr(STDIN_FILENO, TCSAFLUSH, &terminal_);
-        ::sigprocmask(SIG_SETMASK, &signals_, nullptr);
-        std::cerr << "\n";
-    }
-    SilentTerminal(const SilentTerminal&) = delete;
-    SilentTerminal& operator=(const SilentTerminal&) = delete;
-
-  private:
-    termios terminal_{};
-    sigset_t signals_{};
-};
-
-/// Reads no more of an endless line than shows that it is too long.
-std::string readLine() {
-    std::string line;
-    int next = std::cin.get();
-    if (next == EOF) {
-        throw std::runtime_error("no password was given");
-    }
-    for (; next != EOF && next != '\n' && line.size() <= cimserver::http::kLongestPassword; next = std::cin.get()) {
-        line += static_cast<char>(next);
-    }
-    return line;
-}
-
-std::string prompt(const char* text) {
-    std::cerr << text << std::flush;
-    const SilentTerminal silent;
-    return readLine();
-}
-
 std::string askPassword(bool fromStdin) {
     if (fromStdin) {
-        return readLine();
+        return cimserver::readPassword(std::cin);
     }
     if (::isatty(STDIN_FILENO) == 0) {
         throw std::runtime_error("standard input is not a terminal; use --stdin to give the password there");
     }
-    auto password = prompt("New password: ");
-    if (password != prompt("The same again: ")) {
+    auto password = cimserver::promptPassword("New password: ");
+    if (password != cimserver::promptPassword("The same again: ")) {
         throw std::runtime_error("the two differ");
     }
     return password;
@@ -97,6 +52,14 @@ void warnIfOthersCanRead(const std::string& file) {
     }
 }
 
+void warnIfServiceCannotRead(const std::string& file) {
+    if (cimserver::http::isHiddenFromService(file)) {
+        std::cerr << "cimserver-passwd: warning: the group of its folder cannot read " << file
+                  << "; to let it: chgrp --reference=\"$(dirname " << file << ")\" " << file << "; chmod g+r " << file
+                  << "\n";
+    }
+}
+
 void run(const Command& command) {
     const auto hash = command.remove ? std::string() : newHash(command); // before the lock: a person may be typing
     const cimserver::http::UserFileLock lock(command.file);
@@ -112,6 +75,7 @@ void run(const Command& command) {
     }
     users.save(command.file);
     warnIfOthersCanRead(command.file);
+    warnIfServiceCannotRead(command.file);
 }
 
 constexpr const char* kUsage = "Usage: cimserver-passwd FILE USER [OPTION...]\n"

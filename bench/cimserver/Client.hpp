@@ -17,6 +17,7 @@ class Connection {
     void send(const std::string& bytes);
     /// Waits for the answer, which must be a success. Returns its body.
     std::string ask(const std::string& request);
+    int fd() const { return fd_; }
 
   private:
     std::size_t headEnd() const { return answer_.find("\r\n\r\n"); }

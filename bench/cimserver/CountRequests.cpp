@@ -77,8 +77,7 @@ class CallgrindFile {
 Counts countRun(const Requests& requests, int number) {
     const LabFolder folder;
     const std::string output = folder.path() + "/callgrind.out";
-    LabServer server({"valgrind", "--quiet", "--tool=callgrind", "--callgrind-out-file=" + output},
-                     {"--mof", BENCH_MOF, "--provider-dir", BENCH_MODULES});
+    LabServer server({"valgrind", "--quiet", "--tool=callgrind", "--callgrind-out-file=" + output}, benchProvider());
     {
         Connection connection(server.port());
         for (int i = 0; i < number; ++i) {

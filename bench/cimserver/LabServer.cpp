@@ -42,29 +42,23 @@ LabFolder::~LabFolder() {
     std::filesystem::remove_all(path_);
 }
 
-LabServer::LabServer(const std::vector<std::string>& command, const std::vector<std::string>& options) {
-    ::waitpid(spawn({ZPOREG, "load", DEFAULTS}), nullptr, 0);
-    std::vector<std::string> arguments = command;
-    arguments.insert(arguments.end(), {CIMSERVERD, "--mof", SCHEMA, "--provider-dir", MODULES, "--concurrent-provider",
-                                       "CDRProvider", "--listen", "127.0.0.1:0", "--port-file", folder() + "/port",
-                                       "--log-file", folder() + "/log", "--provider-stdout", "/dev/null"});
-    arguments.insert(arguments.end(), options.begin(), options.end());
-    child_ = spawn(arguments);
-}
+PortProcess::PortProcess(const std::vector<std::string>& command, std::string portFile)
+    : portFile_(std::move(portFile)), started_(Clock::now()), child_(spawn(command)) {}
 
-LabServer::~LabServer() {
+PortProcess::~PortProcess() {
     stop();
 }
 
-int LabServer::port() const {
+int PortProcess::port() const {
+    constexpr std::chrono::microseconds kStep{100};
     int port = 0;
-    for (int i = 0; i < 6000 && !(std::ifstream(folder() + "/port") >> port); ++i) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    for (int i = 0; i < 600'000 && !(std::ifstream(portFile_) >> port); ++i) {
+        std::this_thread::sleep_for(kStep);
     }
     return port;
 }
 
-std::size_t LabServer::memory(const std::string& field) const {
+std::size_t PortProcess::memory(const std::string& field) const {
     std::ifstream status("/proc/" + std::to_string(child_) + "/status");
     for (std::string line; std::getline(status, line);) {
         if (line.rfind(field + ":", 0) == 0) {
@@ -74,12 +68,39 @@ std::size_t LabServer::memory(const std::string& field) const {
     return 0;
 }
 
-void LabServer::stop() {
+void PortProcess::stop() {
     if (child_ > 0) {
         ::kill(child_, SIGTERM);
         ::waitpid(child_, nullptr, 0);
         child_ = -1;
     }
+}
+
+void loadDefaults() {
+    ::waitpid(spawn({ZPOREG, "load", DEFAULTS}), nullptr, 0);
+}
+
+namespace {
+
+std::vector<std::string> serverCommand(std::vector<std::string> command, const std::string& folder,
+                                       const std::vector<std::string>& options) {
+    loadDefaults();
+    command.insert(command.end(), {CIMSERVERD, "--mof", SCHEMA, "--provider-dir", MODULES, "--concurrent-provider",
+                                   "CDRProvider", "--listen", "127.0.0.1:0", "--port-file", folder + "/port",
+                                   "--log-file", folder + "/log", "--provider-stdout", "/dev/null"});
+    command.insert(command.end(), options.begin(), options.end());
+    return command;
+}
+
+} // namespace
+
+LabServer::LabServer(const std::vector<std::string>& command, const std::vector<std::string>& options)
+    : PortProcess(serverCommand(command, path(), options), path() + "/port") {}
+
+FloorServer::FloorServer() : PortProcess({FLOOR_SERVER, path() + "/port"}, path() + "/port") {}
+
+std::vector<std::string> benchProvider() {
+    return {"--mof", BENCH_MOF, "--provider-dir", BENCH_MODULES};
 }
 
 } // namespace bench

@@ -1,9 +1,11 @@
-// A cimserverd with the module, the schema and the factory settings in a temporary folder of its own.
+// Servers in a temporary folder of their own: a cimserverd with the module, the schema and the factory settings, and
+// the floor that it is compared with.
 #pragma once
+
+#include "Measure.hpp"
 
 #include <sys/types.h>
 
-#include <chrono>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -27,26 +29,45 @@ class LabFolder {
     std::string path_;
 };
 
-class LabServer {
+/// A program that writes the port it listens on to a file.
+class PortProcess {
   public:
-    /// `command` comes before the program, such as valgrind; `options` after the server's own.
-    explicit LabServer(const std::vector<std::string>& command = {}, const std::vector<std::string>& options = {});
-    /// Waits until the server has ended.
-    ~LabServer();
-    LabServer(const LabServer&) = delete;
-    LabServer& operator=(const LabServer&) = delete;
+    PortProcess(const std::vector<std::string>& command, std::string portFile);
+    /// Waits until it has ended.
+    ~PortProcess();
+    PortProcess(const PortProcess&) = delete;
+    PortProcess& operator=(const PortProcess&) = delete;
 
     /// Waits until it listens. 0 if it does not.
     int port() const;
-    const std::string& folder() const { return folder_.path(); }
     /// A line of /proc/PID/status in KiB, such as VmRSS.
     std::size_t memory(const std::string& field) const;
     /// Asks it to end and waits for it.
     void stop();
+    Clock::time_point started() const { return started_; }
 
   private:
-    LabFolder folder_;
+    const std::string portFile_;
+    const Clock::time_point started_;
     pid_t child_;
 };
+
+class LabServer : private LabFolder, public PortProcess {
+  public:
+    /// `command` comes before the program, such as valgrind; `options` after the server's own.
+    explicit LabServer(const std::vector<std::string>& command = {}, const std::vector<std::string>& options = {});
+
+    const std::string& folder() const { return path(); }
+};
+
+class FloorServer : private LabFolder, public PortProcess {
+  public:
+    FloorServer();
+};
+
+/// The options with which a LabServer knows the class BENCH_Thing and its provider.
+std::vector<std::string> benchProvider();
+/// Loads the factory settings into the registry of the LabFolder there is.
+void loadDefaults();
 
 } // namespace bench

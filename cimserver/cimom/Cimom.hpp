@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cimserver/cim/CimError.hpp"
+#include "cimserver/cimom/SchemaCheck.hpp"
 #include "cimserver/provider/Gate.hpp"
 
 #include "OW_CIM.hpp"
@@ -159,6 +160,7 @@ class Cimom {
     const schema::Repository& repository_;
     provider::ProviderHost& host_;
     Settings settings_;
+    SchemaCheck schemaCheck_;
     std::shared_ptr<Cimom*> self_; ///< lets the handles given to providers notice the end of this object
 };
 

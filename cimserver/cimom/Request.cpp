@@ -50,6 +50,9 @@ CIMInstanceArray Cimom::Request::completed(const CIMInstance& delivered, const S
                                            const InstanceSelection& selection, const CIMClass& requested,
                                            const CIMClass& cimClass) {
     CIMInstanceArray instances(1, requireInstance(delivered));
+    if (selection.propertyList == nullptr) {
+        cimom_.schemaCheck_.onAnswer(delivered, cimClass);
+    }
     withSecondaries(cimClass, [&](auto& secondary, const auto& env) {
         if (!instances.empty()) {
             secondary.filterInstances(env, ns_, className, instances, selection.localOnly, selection.deep,

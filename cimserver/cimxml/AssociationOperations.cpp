@@ -62,7 +62,7 @@ void writeObjects(OperationCall& call, AssociationEnd wanted, Find find) {
     Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element object(call.reply, "VALUE.OBJECTWITHPATH");
         writePath(call, nameOfInstance(one, call.nameSpace));
-        writeInstance(call.reply, one, selection.classOrigin());
+        writeFound(call, call.reply, one, selection.classOrigin());
     });
     find(source, filterOf(call, wanted), selection.get(), sink);
 }

@@ -207,6 +207,7 @@ std::string AuditRecord::text() {
 }
 
 void AuditRecord::beforeChange() {
+    begun_ = true;
     if (audit::isKept() && !audit::begin(text())) {
         throw CimError(Status::Failed, "the change was not made, because the audit record cannot be written");
     }
@@ -220,7 +221,12 @@ void AuditRecord::write(const Outcome& outcome) {
     const std::string result =
         outcome.code == 0 ? "ok"
                           : "error " + std::to_string(outcome.code) + " " + quoted(withoutSecrets(outcome.description));
-    audit::end(text() + " -> " + result);
+    const std::string line = text() + " -> " + result;
+    if (outcome.code == 0 || begun_) {
+        audit::end(line);
+    } else {
+        audit::refused(context_.user.empty() ? "-" : named(context_.user), line);
+    }
 }
 
 } // namespace cimserver::cimxml

@@ -43,7 +43,8 @@ class AuditRecord : public cimom::ChangeObserver {
 
     const cimom::RequestContext& context_;
     const RequestMessage& message_;
-    std::string id_;     ///< the same in the lines before and after a change; made for the first
+    std::string id_; ///< the same in the lines before and after a change; made for the first
+    bool begun_ = false;
     std::string target_; ///< empty: as the request names it
     std::optional<OpenWBEM::CIMPropertyArray> changes_;
     OpenWBEM::CIMInstance previous_{OpenWBEM::CIMNULL};

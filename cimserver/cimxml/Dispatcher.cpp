@@ -72,6 +72,11 @@ std::string lineFor(const http::Request& request, std::string_view what) {
     return request.peer + ": " + std::string(what);
 }
 
+std::string resultOf(const Outcome& outcome) {
+    return outcome.code == 0 ? "ok"
+                             : "error " + std::to_string(outcome.code) + " " + withoutSecrets(outcome.description);
+}
+
 } // namespace
 
 Dispatcher::Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings)
@@ -140,16 +145,32 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     if (operation != nullptr && operation->modifies) {
         audit.write(outcome);
     }
+    if (log::enabled(log::Level::Debug)) {
+        log::write(log::Level::Debug, "cimxml",
+                   lineFor(request, std::string(message.name()) + ": " + resultOf(outcome)));
+    }
     if (outcome.code == 0) {
         return document;
     }
     ++errors_;
     const std::string code = std::to_string(outcome.code);
-    log::write(log::Level::Debug, "cimxml",
-               lineFor(request, "error " + code + " " + withoutSecrets(outcome.description)));
     return envelope(message, operation, nullptr, [&](XmlWriter& content) {
-        Element(content, "ERROR").attribute("CODE", code).attribute("DESCRIPTION", outcome.description);
+        Element(content, "ERROR")
+            .attribute("CODE", code)
+            .attribute("DESCRIPTION", outcome.description + hintFor(outcome));
     });
+}
+
+/// What the configuration says about a failure whose text, which stands in brackets at the end, is a number or missing.
+std::string Dispatcher::hintFor(const Outcome& outcome) const {
+    const auto& text = outcome.description;
+    const auto open = text.rfind('(');
+    if (outcome.code != static_cast<int>(Status::Failed) || (open != std::string::npos && text.back() != ')')) {
+        return "";
+    }
+    const auto key = open == std::string::npos ? "none" : text.substr(open + 1, text.size() - open - 2);
+    const auto hint = settings_.errorHints.find(key);
+    return hint == settings_.errorHints.end() ? "" : ": " + hint->second;
 }
 
 void Dispatcher::run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
@@ -162,7 +183,8 @@ void Dispatcher::run(const Operation* operation, const cimom::RequestContext& co
     cimom_.admit(context, nameSpace, operation->modifies ? provider::Access::Write : provider::Access::Read);
     const Arguments arguments(message.call(), operation->parameters);
     const ObjectReader reader(cimom_, nameSpace, settings_.xml);
-    const Services services{cimom_, enumerations_, settings_.hostName, settings_.longestEnumeration};
+    const Services services{cimom_, enumerations_, settings_.hostName, settings_.longestEnumeration,
+                            settings_.hideSecrets};
     OperationCall call{services, context, nameSpace, message, arguments, reader, audit, content};
     operation->run(call);
 }

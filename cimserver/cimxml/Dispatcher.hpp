@@ -1,6 +1,7 @@
 // The CIM-XML side of the server: takes a request from the transport, runs the operation and writes the answer.
 #pragma once
 
+#include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
 #include "cimserver/cimxml/WellFormedness.hpp"
@@ -10,6 +11,7 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -21,10 +23,12 @@ class RequestMessage;
 class XmlWriter;
 
 struct DispatcherSettings {
-    std::string hostName;                         ///< in the paths of replies; empty: this machine's name
-    XmlLimits xml;                                ///< of requests
-    Enumerations::Limits enumerations;            ///< open at a time
-    std::chrono::seconds longestEnumeration{300}; ///< the greatest OperationTimeout
+    std::string hostName;                          ///< in the paths of replies; empty: this machine's name
+    XmlLimits xml;                                 ///< of requests
+    Enumerations::Limits enumerations;             ///< open at a time
+    std::chrono::seconds longestEnumeration{300};  ///< the greatest OperationTimeout
+    std::map<std::string, std::string> errorHints; ///< by number: see hintFor
+    bool hideSecrets = false;                      ///< from users who may not write
 };
 
 /// Answers POST and M-POST requests. May be called from several threads.
@@ -44,6 +48,7 @@ class Dispatcher {
   private:
     http::Response answer(const http::Request& request);
     std::string reply(const http::Request& request, const RequestMessage& message);
+    std::string hintFor(const Outcome& outcome) const;
     void run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
              AuditRecord& audit, XmlWriter& content);
 

@@ -5,6 +5,7 @@
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
+#include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"
@@ -16,12 +17,24 @@ namespace cimserver::cimxml {
 
 using namespace OpenWBEM;
 
+namespace {
+
+bool mustNotKnow(const OperationCall& call) {
+    return call.services.hideSecrets && !call.context.mayWrite;
+}
+
+} // namespace
+
+void writeFound(const OperationCall& call, XmlWriter& writer, const CIMInstance& instance, bool classOrigin) {
+    writeInstance(writer, mustNotKnow(call) ? withoutSecretValues(instance) : instance, classOrigin);
+}
+
 void getInstance(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     const RequestedSelection selection(call.arguments);
     const CIMInstance found = call.services.cimom.getInstance(call.context, call.nameSpace, path, selection.get());
     const Element result(call.reply, "IRETURNVALUE");
-    writeInstance(call.reply, found, selection.classOrigin());
+    writeFound(call, call.reply, found, selection.classOrigin());
 }
 
 void enumerateInstances(OperationCall& call) {
@@ -30,7 +43,7 @@ void enumerateInstances(OperationCall& call) {
     Sink<CIMInstance> sink([&](const CIMInstance& one) {
         const Element named(call.reply, "VALUE.NAMEDINSTANCE");
         writeInstanceName(call.reply, nameOfInstance(one, call.nameSpace));
-        writeInstance(call.reply, one, selection.classOrigin());
+        writeFound(call, call.reply, one, selection.classOrigin());
     });
     call.services.cimom.enumInstances(call.context, call.nameSpace, call.arguments.className("ClassName"),
                                       selection.get(), sink);
@@ -73,10 +86,10 @@ void deleteInstance(OperationCall& call) {
 
 void getProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
-    const CIMValue found =
-        call.services.cimom.getProperty(call.context, call.nameSpace, path, call.arguments.text("PropertyName"));
+    const String name = call.arguments.text("PropertyName");
+    const CIMValue found = call.services.cimom.getProperty(call.context, call.nameSpace, path, name);
     const Element result(call.reply, "IRETURNVALUE");
-    writeValue(call.reply, found);
+    writeValue(call.reply, mustNotKnow(call) ? valueWithoutSecret(name, found) : found);
 }
 
 void setProperty(OperationCall& call) {

@@ -1,5 +1,6 @@
 #include "cimserver/cimxml/Masking.hpp"
 
+#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/WellFormedness.hpp"
 #include "cimserver/common/Text.hpp"
@@ -94,6 +95,36 @@ bool holdsSecret(std::string_view text) {
 std::string withoutSecrets(const std::string& description) {
     const auto at = folded(description).find(kSecret);
     return at == std::string::npos ? description : description.substr(0, at + kSecret.size()) + kMask;
+}
+
+OpenWBEM::CIMValue valueWithoutSecret(const OpenWBEM::String& name, const OpenWBEM::CIMValue& value) {
+    using namespace OpenWBEM;
+    if (!value) {
+        return value;
+    }
+    const auto type = value.getType();
+    const bool text = type == CIMDataType::STRING && !value.isArray();
+    const bool object = type == CIMDataType::EMBEDDEDINSTANCE || type == CIMDataType::EMBEDDEDCLASS;
+    if (!isSecret(view(name)) && !(text && isSecretObject(view(value.toString()))) &&
+        !(object && isSecret(view(value.toString())))) {
+        return value;
+    }
+    return text ? CIMValue(kMask) : CIMValue(CIMNULL);
+}
+
+OpenWBEM::CIMInstance withoutSecretValues(OpenWBEM::CIMInstance instance) {
+    using namespace OpenWBEM;
+    const CIMPropertyArray keys = instance.getKeyValuePairs();
+    CIMPropertyArray properties = instance.getProperties();
+    for (CIMProperty& property : properties) {
+        const CIMValue value = property.getValue();
+        if (value) {
+            const CIMDataType type = property.getDataType();
+            property.setValue(valueWithoutSecret(property.getName(), value));
+            property.setDataType(type);
+        }
+    }
+    return instance.setProperties(properties).setKeys(keys);
 }
 
 http::ShownBodies maskedBodies(const http::Request& request, const http::Response& response, const XmlLimits& limits) {

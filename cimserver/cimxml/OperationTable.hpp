@@ -21,6 +21,7 @@ struct Services {
     Enumerations& enumerations;
     const std::string& hostName; ///< in the paths of replies
     std::chrono::seconds longestEnumeration;
+    bool hideSecrets; ///< from users who may not write
 };
 
 /// One operation at work. The content of the reply's IMETHODRESPONSE or METHODRESPONSE goes to `reply`.
@@ -34,6 +35,9 @@ struct OperationCall {
     AuditRecord& audit;
     XmlWriter& reply;
 };
+
+/// INSTANCE in `writer`, with the values that the user of the call may see.
+void writeFound(const OperationCall& call, XmlWriter& writer, const OpenWBEM::CIMInstance& instance, bool classOrigin);
 
 struct Operation {
     std::string_view name;

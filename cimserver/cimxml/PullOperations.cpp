@@ -98,7 +98,7 @@ void openEnumerateInstances(OperationCall& call) {
         {
             const Element object(writer, kWithPath);
             writeInstancePath(writer, nameOfInstance(one, call.nameSpace), call.services.hostName, call.nameSpace);
-            writeInstance(writer, one, selection.classOrigin());
+            writeFound(call, writer, one, selection.classOrigin());
         }
         elements.push_back(writer.take());
     });

@@ -14,7 +14,10 @@
 
 #include <atomic>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <stdexcept>
@@ -22,6 +25,8 @@
 namespace cimserver::audit {
 
 namespace {
+
+using Clock = std::chrono::steady_clock;
 
 constexpr const char* kSyslog = "/dev/log";
 constexpr timeval kSyslogPatience{1, 0};
@@ -138,6 +143,40 @@ bool Record::write(const std::string& line, bool sync) {
 
 std::unique_ptr<Record> record;
 
+/// The refused requests of each user within a minute.
+class Refusals {
+  public:
+    /// True when there is to be a line for one more.
+    bool add(const std::string& user, Clock::time_point now) {
+        const std::lock_guard lock(mutex_);
+        auto& count = counts_.try_emplace(user, Count{now, 0}).first->second;
+        return ++count.requests <= kMostRefusals;
+    }
+    /// The users whose minute is over, with the number of requests that have no line.
+    std::map<std::string, unsigned long> takeEnded(Clock::time_point now) {
+        std::map<std::string, unsigned long> ended;
+        const std::lock_guard lock(mutex_);
+        for (auto one = counts_.begin(); one != counts_.end();) {
+            const bool over = now - one->second.begun >= std::chrono::minutes(1);
+            if (over && one->second.requests > kMostRefusals) {
+                ended[one->first] = one->second.requests - kMostRefusals;
+            }
+            one = over ? counts_.erase(one) : std::next(one);
+        }
+        return ended;
+    }
+
+  private:
+    struct Count {
+        Clock::time_point begun;
+        unsigned long requests;
+    };
+    std::mutex mutex_;
+    std::map<std::string, Count> counts_;
+};
+
+Refusals refusals;
+
 } // namespace
 
 void configure(const Settings& settings) {
@@ -157,6 +196,18 @@ bool begin(const std::string& line) {
 
 void end(const std::string& line) {
     record ? static_cast<void>(record->write(line, false)) : log::audit(line);
+}
+
+void refused(const std::string& user, const std::string& line) {
+    if (refusals.add(user, Clock::now())) {
+        end(line);
+    }
+}
+
+void sumUp(std::chrono::steady_clock::time_point now) {
+    for (const auto& [user, count] : refusals.takeEnded(now)) {
+        end("user=" + user + " -> " + std::to_string(count) + " more requests were refused within a minute");
+    }
 }
 
 std::string problem() {

@@ -1,6 +1,7 @@
 // The audit record: who changed what. A file or syslog of its own; without either, lines of the log.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace cimserver::audit {
@@ -22,6 +23,13 @@ bool begin(const std::string& line);
 
 /// Records how a request ended.
 void end(const std::string& line);
+
+/// Records a request of the user that was refused before anything was begun. After kMostRefusals lines in a minute the
+/// user's further ones are only counted, and the count is recorded afterwards: nobody may fill the disk with them.
+constexpr unsigned kMostRefusals = 60;
+void refused(const std::string& user, const std::string& line);
+/// To be called now and then: records the counts whose minute is over.
+void sumUp(std::chrono::steady_clock::time_point now);
 
 /// What prevents the record from being written, as a line for monitoring; empty when nothing does.
 std::string problem();

@@ -1,5 +1,7 @@
 #include "cimserver/common/CrashReport.hpp"
 
+#include "cimserver/common/Log.hpp"
+
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
@@ -30,9 +32,15 @@ constexpr std::size_t kStackBytes = std::size_t{64} * 1024;
 constexpr int kFrames = 48;
 constexpr int kHandlerFrames = 2;       ///< the handler and the frame that the kernel makes for it
 constexpr unsigned kLongestReport = 10; ///< seconds
+constexpr std::time_t kPauseAtStart = 1;
+
+/// "2026-11-21T12:13:18.614+00:00 fatal "
+constexpr std::size_t kTimeAndLevel = 36;
 
 char logPath[PATH_MAX];
+bool journal = false;
 std::atomic<bool> reporting{false};
+std::atomic<bool> starting{true};
 
 /// Writes a line like the log's; a long one is cut.
 [[gnu::format(printf, 1, 2)]] void report(const char* format, ...) {
@@ -51,11 +59,16 @@ std::atomic<bool> reporting{false};
     va_end(arguments);
     size = std::min(size, kSpace - 1);
     line[size++] = '\n';
+    // The journal has the time, and takes the level as a number.
+    static constexpr char kPriority[] = "<2>";
     const int log = logPath[0] == '\0' ? -1 : ::open(logPath, O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0640);
-    for (const int fd : {STDERR_FILENO, log}) {
-        [[maybe_unused]] const auto written = ::write(fd, line, static_cast<std::size_t>(size));
-    }
+    [[maybe_unused]] auto written = ::write(log, line, static_cast<std::size_t>(size));
     ::close(log);
+    const std::size_t left = journal ? kTimeAndLevel - (sizeof kPriority - 1) : 0;
+    if (journal) {
+        std::memcpy(line + left, kPriority, sizeof kPriority - 1);
+    }
+    written = ::write(STDERR_FILENO, line + left, static_cast<std::size_t>(size) - left);
 }
 
 /// The stack that the handler runs on: the thread's own may be used up.
@@ -121,6 +134,8 @@ void onCrash(int number, siginfo_t* info, void*) {
     writeCause(number, *info);
     void* frames[kFrames];
     writeStack(frames, ::backtrace(frames, kFrames)); // called here, so that kHandlerFrames is right
+    const timespec pause{starting ? kPauseAtStart : 0, 0};
+    ::nanosleep(&pause, nullptr);
     ::signal(number, SIG_DFL);
     // A fault occurs again when this returns, so that a core dump shows its place; what was sent is sent again.
     if (info->si_code <= 0) {
@@ -132,6 +147,7 @@ void onCrash(int number, siginfo_t* info, void*) {
 
 void install(const std::string& logFile) {
     logFile.copy(logPath, sizeof logPath - 1);
+    journal = log::isJournal();
     void* frames[kFrames];
     ::backtrace(frames, kFrames); // loads the library that it needs
     struct sigaction action {};
@@ -143,6 +159,10 @@ void install(const std::string& logFile) {
     for (const int number : kSignals) {
         ::sigaction(number, &action, nullptr);
     }
+}
+
+void startIsOver() {
+    starting = false;
 }
 
 Task::Task(std::initializer_list<std::string_view> words) : entry_(0), outer_(current) {

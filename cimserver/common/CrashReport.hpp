@@ -14,6 +14,10 @@ namespace cimserver::crash {
 /// addr2line takes it. `logFile` may be empty.
 void install(const std::string& logFile);
 
+/// From now on a crash ends the process at once. Before, that is at the start, it waits a second: whoever starts the
+/// process again at once must not do nothing else.
+void startIsOver();
+
 /// As long as it lives, a crash names the words, joined, as the work of the calling thread; those of the innermost
 /// count. A crash in another thread names the work of all. Holds no secrets: the words are written as they are, but for
 /// control characters. Also makes sure that the thread can report the overflow of its stack.

@@ -12,7 +12,9 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -22,6 +24,19 @@ namespace cimserver::log {
 namespace {
 
 constexpr const char* kPattern = "%Y-%m-%dT%H:%M:%S.%e%z %v";
+constexpr const char* kJournalPattern = "%v";
+
+/// systemd tells by the file's device and number whether standard error goes to the journal.
+bool findJournal() {
+    const char* const stream = std::getenv("JOURNAL_STREAM");
+    unsigned long long device = 0;
+    unsigned long long inode = 0;
+    struct stat state {};
+    return stream != nullptr && std::sscanf(stream, "%llu:%llu", &device, &inode) == 2 &&
+           ::fstat(STDERR_FILENO, &state) == 0 && state.st_dev == device && state.st_ino == inode;
+}
+
+const bool kToJournal = findJournal();
 
 /// A rotating file that can be opened anew. Each file that takes the place of another gets its mode.
 class LogFile : public spdlog::sinks::base_sink<std::mutex> {
@@ -33,6 +48,14 @@ class LogFile : public spdlog::sinks::base_sink<std::mutex> {
     void reopen() {
         const std::lock_guard<std::mutex> lock(mutex_);
         file_ = open();
+    }
+
+    bool isCurrent() {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        struct stat mine {};
+        struct stat named {};
+        return fd_ >= 0 && ::fstat(fd_, &mine) == 0 && ::stat(settings_.file.c_str(), &named) == 0 &&
+               mine.st_ino == named.st_ino && mine.st_dev == named.st_dev;
     }
 
   protected:
@@ -80,8 +103,9 @@ class LogFile : public spdlog::sinks::base_sink<std::mutex> {
 };
 
 std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
+    const bool journal = kToJournal && dynamic_cast<LogFile*>(sink.get()) == nullptr;
     auto logger = std::make_shared<spdlog::logger>("cimserverd", std::move(sink));
-    logger->set_pattern(kPattern);
+    logger->set_pattern(journal ? kJournalPattern : kPattern);
     logger->set_level(spdlog::level::info);
     logger->flush_on(spdlog::level::trace);
     // A full disk must not end the server, and there is nowhere else to report it.
@@ -103,6 +127,24 @@ spdlog::level::level_enum toSpdlog(Level level) {
 std::string_view nameOf(Level level) {
     constexpr std::string_view kNames[] = {"debug", "info", "warning", "error", "fatal"};
     return kNames[static_cast<std::size_t>(level)];
+}
+
+/// What the journal takes for the priority of a line; by the level's first letter.
+std::string_view priorityOf(std::string_view level) {
+    switch (level.front()) {
+    case 'd':
+        return "<7>";
+    case 'i':
+        return "<6>";
+    case 'w':
+        return "<4>";
+    case 'e':
+        return "<3>";
+    case 'f':
+        return "<2>";
+    default: // audit
+        return "<5>";
+    }
 }
 
 /// Line separators, and marks that change the direction of writing.
@@ -137,15 +179,28 @@ void appendEscaped(std::string& to, std::string_view text) {
     }
 }
 
+LogFile* fileInUse() {
+    return dynamic_cast<LogFile*>(logger()->sinks().front().get());
+}
+
 std::string entry(std::string_view level, std::string_view component, std::string_view text) {
     std::string line;
-    line.reserve(level.size() + component.size() + text.size() + 4);
-    line.append(level).append(" ").append(component).append(": ");
+    line.reserve(level.size() + component.size() + text.size() + 8);
+    if (kToJournal && fileInUse() == nullptr) {
+        line.append(priorityOf(level));
+    } else {
+        line.append(level).append(" ");
+    }
+    line.append(component).append(": ");
     appendEscaped(line, withoutUserInfo(text));
     return line;
 }
 
 } // namespace
+
+bool isJournal() noexcept {
+    return kToJournal;
+}
 
 void configure(const Settings& settings) {
     if (!settings.file.empty()) {
@@ -159,11 +214,25 @@ void configure(const Settings& settings) {
 }
 
 void reopen() noexcept {
-    if (auto* const file = dynamic_cast<LogFile*>(logger()->sinks().front().get())) {
-        try {
+    static std::atomic<bool> failing{false};
+    try {
+        if (auto* const file = fileInUse()) {
             file->reopen();
-        } catch (const std::exception& error) {
+            failing = false;
+        }
+    } catch (const std::exception& error) {
+        if (!failing.exchange(true)) {
             write(Level::Error, "cimserverd", std::string("kept the old log file: ") + error.what());
+        }
+    }
+}
+
+void follow() noexcept {
+    auto* const file = fileInUse();
+    if (file != nullptr && !file->isCurrent()) {
+        reopen();
+        if (file->isCurrent()) {
+            write(Level::Info, "cimserverd", "the log file was moved away; this one was begun");
         }
     }
 }

@@ -1,4 +1,5 @@
-// The server's log: one line per entry with time, level, component and text; control characters are escaped.
+// The server's log: one line per entry with time, level, component and text; control characters are escaped. On
+// standard error that is the journal a line has the level as its priority instead, and no time: the journal has both.
 #pragma once
 
 #include <cstddef>
@@ -18,12 +19,18 @@ struct Settings {
     std::size_t keep = 5;              ///< how many renamed files stay
 };
 
+/// Whether standard error goes to the journal.
+bool isJournal() noexcept;
+
 /// Applies the settings; call before other threads log. Throws std::runtime_error when the file cannot be written.
 void configure(const Settings& settings);
 
 /// Opens the log file anew, for it may have been moved away; from any thread. A new file has the mode of the old one.
 /// When there is none to be opened, the old one stays in use.
 void reopen() noexcept;
+
+/// To be called now and then: does the same when the path no longer leads to the file in use.
+void follow() noexcept;
 
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;

@@ -6,7 +6,7 @@
 #include <openssl/crypto.h>
 #include <openssl/evp.h>
 #include <openssl/hmac.h>
-#include <openssl/rand.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -130,8 +130,9 @@ void LoginThrottle::trust(const std::string& peer, Clock::time_point now) {
 }
 
 LoginCache::LoginCache(Clock::duration life) : life_(life) {
-    if (RAND_bytes(secret_.data(), static_cast<int>(secret_.size())) != 1) {
-        throw std::runtime_error("no random numbers from OpenSSL");
+    // From the system: OpenSSL takes long to start when it is not needed.
+    if (::getentropy(secret_.data(), secret_.size()) != 0) {
+        throw std::runtime_error("no random numbers from the system");
     }
 }
 

@@ -36,11 +36,16 @@ const std::string& httpDate() {
     return text;
 }
 
+/// Answers that an administrator looks for in the log, because a limit or a rule of the configuration made them.
+bool isRefusal(unsigned status) {
+    return status == 403 || status == 413 || status == 414 || status == 431;
+}
+
 } // namespace
 
 Services::Services(const Settings& from, Application to)
-    : settings(from), application(std::move(to)), access(from.login), memory(from.limits.memory),
-      workers(from.workers) {
+    : settings(from), application(std::move(to)), access(from.login), console(from.consoleFolder),
+      memory(from.limits.memory), workers(from.workers) {
     if (!from.dumpFile.empty()) {
         dump = std::make_unique<Dump>(from.dumpFile);
     }
@@ -140,7 +145,19 @@ void Connection::onHead() {
         const auto& notices = services_.application.notices;
         return refuse(healthResponse(problems ? problems() : "", notices ? notices() : ""));
     }
+    if (isReadyRequest(reader_.request()) && services_.application.ready) {
+        return answerReadiness();
+    }
+    if (const auto response = services_.console.answer(reader_.request())) {
+        return refuse(*response);
+    }
     login();
+}
+
+void Connection::answerReadiness() {
+    services_.application.ready([self = shared_from_this()](const std::string& problems) {
+        asio::post(self->services_.io, [self, problems] { self->refuse(healthResponse(problems, "")); });
+    });
 }
 
 void Connection::login() {
@@ -269,12 +286,17 @@ void Connection::respond(Response response, bool closeAfter) {
         response = textResponse(503, "the memory for requests and answers is used up (--max-memory)");
         response.fields.add("Retry-After", "1");
     }
+    if (isRefusal(response.status)) {
+        services_.refusals.write(address_ + ": " + std::to_string(response.status) + " " +
+                                     response.body.substr(0, response.body.find('\n')),
+                                 Clock::now());
+    }
     services_.counters.answered(response.status, Clock::now() - began_);
     logAnswer(response);
     closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
     output_ = serialiseHead(response, closeAfter);
-    if (reader_.request().method == "HEAD") {
+    if (reader_.request().method == "HEAD" || response.status == 304) { // the length is told all the same
         response.body.clear();
     }
     if (response.body.size() <= kKeptOutput) {

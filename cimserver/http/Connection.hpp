@@ -14,6 +14,7 @@
 #include "cimserver/http/RefusalLog.hpp"
 #include "cimserver/http/RequestReader.hpp"
 #include "cimserver/http/Settings.hpp"
+#include "cimserver/http/StaticFiles.hpp"
 #include "cimserver/http/Stream.hpp"
 
 #include <boost/asio/io_context.hpp>
@@ -37,6 +38,7 @@ struct Services {
     Settings settings;
     Application application;
     Access access;
+    StaticFiles console;
     Counters counters;
     MemoryBudget memory;
     std::unique_ptr<Dump> dump;
@@ -83,6 +85,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     void onInput();
     void readHead();
     void onHead();
+    void answerReadiness();
     void login();
     void check(Access::Decision decision);
     void onLogin(const std::optional<Identity>& identity);

@@ -9,9 +9,14 @@
 #include <cerrno>
 #include <cstring>
 #include <stdexcept>
+#include <utility>
 
 namespace cimserver::http {
 namespace {
+
+Descriptor open(const std::string& file) {
+    return Descriptor(::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600));
+}
 
 std::string now() {
     return utcNow("%Y-%m-%dT%H:%M:%SZ");
@@ -28,14 +33,21 @@ void appendFields(std::string& text, const Fields& fields) {
 
 } // namespace
 
-Dump::Dump(const std::string& file) : fd_(::open(file.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0600)) {
-    if (fd_ < 0) {
+Dump::Dump(const std::string& file) : path_(file), fd_(open(file)) {
+    if (fd_.get() < 0) {
         throw std::runtime_error("cannot write the dump file " + file + ": " + std::strerror(errno));
     }
 }
 
-Dump::~Dump() {
-    ::close(fd_);
+void Dump::reopen() {
+    Descriptor fresh = open(path_);
+    const std::string why = std::strerror(errno);
+    const std::lock_guard lock(mutex_);
+    if (fresh.get() < 0) {
+        log::write(log::Level::Error, "http", "kept the old dump file: " + path_ + ": " + why);
+    } else {
+        fd_ = std::move(fresh);
+    }
 }
 
 void Dump::write(const Request& request, const Response& response, const Mask& mask) noexcept {
@@ -49,7 +61,7 @@ void Dump::write(const Request& request, const Response& response, const Mask& m
         appendFields(text, response.fields);
         text = withoutUserInfo(text + bodies.response + "\n");
         const std::lock_guard lock(mutex_);
-        const bool failed = ::write(fd_, text.data(), text.size()) != static_cast<ssize_t>(text.size());
+        const bool failed = ::write(fd_.get(), text.data(), text.size()) != static_cast<ssize_t>(text.size());
         if (failed && !failed_) {
             log::write(log::Level::Warning, "http", std::string("the dump is incomplete: ") + std::strerror(errno));
         }

@@ -89,6 +89,9 @@ struct Application {
     Mask mask{};
     /// What the health request is answered instead of "ok" when nothing is wrong; empty for "ok".
     std::function<std::string()> notices{};
+    /// Finds out whether the server can do its work, and calls back once, on any thread, with what is wrong, a line
+    /// each. Called on the I/O thread.
+    std::function<void(std::function<void(const std::string&)>)> ready{};
 };
 
 } // namespace cimserver::http

@@ -24,30 +24,12 @@ std::string hostOf(std::string_view authority) {
     return folded(host);
 }
 
-/// The path of an origin-form or absolute-form target, without the query.
-std::string_view pathOf(std::string_view target) {
-    if (const auto authority = authorityIn(target); authority != std::string_view::npos) {
-        const auto slash = target.find('/', authority);
-        target = slash == std::string_view::npos ? "/" : target.substr(slash);
-    }
-    return target.substr(0, target.find('?'));
-}
-
 bool isOneOf(std::string_view text, std::initializer_list<std::string_view> list) {
     return std::find(list.begin(), list.end(), text) != list.end();
 }
 
 bool isServed(std::string_view path) {
     return isOneOf(path, {"/cimom", "/"});
-}
-
-Response refuseMethod(const std::string& method, std::string_view allowed) {
-    if (!isOneOf(method, {"GET", "HEAD", "POST", "M-POST", "PUT", "DELETE", "PATCH", "TRACE", "CONNECT", "OPTIONS"})) {
-        return textResponse(501, "the method " + method.substr(0, 40) + " is not implemented");
-    }
-    auto response = textResponse(405, "the method " + method + " is not offered here");
-    response.fields.add("Allow", std::string(allowed));
-    return response;
 }
 
 std::string_view mediaTypeOf(std::string_view field) {
@@ -113,11 +95,28 @@ std::optional<Response> refuseContent(const Request& request) {
 
 } // namespace
 
+std::string_view pathOf(std::string_view target) {
+    if (const auto authority = authorityIn(target); authority != std::string_view::npos) {
+        const auto slash = target.find('/', authority);
+        target = slash == std::string_view::npos ? "/" : target.substr(slash);
+    }
+    return target.substr(0, target.find('?'));
+}
+
 Response textResponse(unsigned status, std::string_view text) {
     Response response;
     response.status = status;
     response.fields.add("Content-Type", "text/plain; charset=\"utf-8\"");
     response.body = std::string(text) + "\n";
+    return response;
+}
+
+Response refuseMethod(const std::string& method, std::string_view allowed) {
+    if (!isOneOf(method, {"GET", "HEAD", "POST", "M-POST", "PUT", "DELETE", "PATCH", "TRACE", "CONNECT", "OPTIONS"})) {
+        return textResponse(501, "the method " + method.substr(0, 40) + " is not implemented");
+    }
+    auto response = textResponse(405, "the method " + method + " is not offered here");
+    response.fields.add("Allow", std::string(allowed));
     return response;
 }
 
@@ -142,6 +141,10 @@ bool isHealthRequest(const Request& request) {
     return pathOf(request.target) == "/health" && isOneOf(request.method, {"GET", "HEAD"});
 }
 
+bool isReadyRequest(const Request& request) {
+    return pathOf(request.target) == "/ready" && isOneOf(request.method, {"GET", "HEAD"});
+}
+
 Response healthResponse(const std::string& problems, const std::string& notices) {
     auto response =
         problems.empty() ? textResponse(200, notices.empty() ? "ok" : notices) : textResponse(503, problems);
@@ -162,7 +165,7 @@ bool acceptsXml(std::string_view accept) {
 
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits) {
     const auto path = pathOf(request.target);
-    if (path == "/health") {
+    if (isOneOf(path, {"/health", "/ready"})) {
         return refuseMethod(request.method, "GET, HEAD");
     }
     if (!isServed(path)) {

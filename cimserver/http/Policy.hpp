@@ -9,8 +9,14 @@
 
 namespace cimserver::http {
 
+/// The path of an origin-form or absolute-form target, without the query.
+std::string_view pathOf(std::string_view target);
+
 /// A plain text answer of that status.
 Response textResponse(unsigned status, std::string_view text);
+
+/// The answer to a method that a path does not offer (405) or that nobody knows (501).
+Response refuseMethod(const std::string& method, std::string_view allowed);
 
 /// Whether the request is for this server, as Host and an absolute target tell: an IP address, "localhost" or one of
 /// the names. A web page could reach the server by a name of its own that its owner made lead here.
@@ -19,7 +25,10 @@ bool isForThisHost(const Request& request, const std::vector<std::string>& hostN
 /// True for the health request, which needs no authentication.
 bool isHealthRequest(const Request& request);
 
-/// The answer to it: 200 "ok" or with the notices, or 503 with the problems.
+/// True for the request whether the server is ready, which needs none either.
+bool isReadyRequest(const Request& request);
+
+/// The answer to either: 200 "ok" or with the notices, or 503 with the problems.
 Response healthResponse(const std::string& problems, const std::string& notices);
 
 /// The methods of the served paths, for the Allow field.

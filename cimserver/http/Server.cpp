@@ -9,6 +9,8 @@
 #include <sys/resource.h>
 
 #include <algorithm>
+#include <atomic>
+#include <cerrno>
 #include <future>
 #include <map>
 #include <thread>
@@ -107,6 +109,7 @@ struct Server::Core {
     std::map<asio::ip::address, std::size_t> peers; ///< how many connections each has
     std::uint64_t accepted = 0;
     std::thread ioThread;
+    std::atomic<bool> pulse{true}; ///< false: asked for, and not answered yet
     bool stopped = false;
 };
 
@@ -125,7 +128,8 @@ Listener Server::Core::open(const Listener& listener) {
         socket.listen(tcp::acceptor::max_listen_connections, error);
     }
     if (error) {
-        throw ListenError("cannot listen on " + listener.url() + ": " + error.message());
+        throw ListenError("cannot listen on " + listener.url() + ": " + error.message(),
+                          error == asio::error::address_in_use || error.value() == EADDRNOTAVAIL);
     }
     acceptor->listener.port = socket.local_endpoint().port();
     acceptors.push_back(std::move(acceptor));
@@ -237,6 +241,7 @@ std::vector<Listener> Server::start() {
     auto& core = *core_;
     raiseDescriptorLimit(core.services.settings.limits.connections);
     std::vector<Listener> bound;
+    core.acceptors.clear(); // of an attempt that failed
     for (const auto& listener : core.services.settings.listeners) {
         bound.push_back(core.open(listener));
     }
@@ -272,6 +277,9 @@ bool Server::stop(Milliseconds grace) {
 void Server::reload() {
     auto& core = *core_;
     core.onIoThread([&core] {
+        if (core.services.dump) {
+            core.services.dump->reopen();
+        }
         const auto attempt = [](const char* what, auto action) {
             try {
                 action();
@@ -287,6 +295,15 @@ void Server::reload() {
             attempt("users", [&core] { core.services.access.reload(); });
         }
     });
+}
+
+bool Server::responds() {
+    auto& core = *core_;
+    if (!core.pulse.exchange(false)) {
+        return false;
+    }
+    asio::post(core.services.io, [&core] { core.pulse = true; });
+    return true;
 }
 
 std::string Server::statistics() const {

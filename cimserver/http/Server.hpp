@@ -17,7 +17,12 @@ namespace cimserver::http {
 /// Cannot listen on an address; the text names it.
 class ListenError : public std::runtime_error {
   public:
-    using std::runtime_error::runtime_error;
+    ListenError(const std::string& text, bool mayPass) : std::runtime_error(text), mayPass_(mayPass) {}
+    /// True when the address is in use, or is not this host's yet.
+    bool mayPass() const { return mayPass_; }
+
+  private:
+    bool mayPass_;
 };
 
 class Server {
@@ -29,13 +34,16 @@ class Server {
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;
 
-    /// Binds all listeners and starts serving. Returns them with the ports actually bound. Throws ListenError.
+    /// Binds all listeners and starts serving. Returns them with the ports actually bound. Throws ListenError, and
+    /// may be called again then.
     std::vector<Listener> start();
     /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
     /// not: their handlers still run, and the process should end without tearing anything down.
     bool stop(Milliseconds grace);
     /// Loads the TLS files and the user file again. An unusable file is logged, and the old one stays in use.
     void reload();
+    /// To be called now and then: whether the thread of input and output has come round since the last call.
+    bool responds();
     /// Counters as one line of text.
     std::string statistics() const;
 

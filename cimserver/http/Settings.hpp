@@ -69,8 +69,9 @@ struct Settings {
     Limits limits;
     TlsSettings tls;
     LoginSettings login;
-    unsigned workers = 4; ///< threads that run the handler
-    std::string dumpFile; ///< empty: no dump
+    unsigned workers = 4;      ///< threads that run the handler
+    std::string dumpFile;      ///< empty: no dump
+    std::string consoleFolder; ///< empty: no console
 };
 
 } // namespace cimserver::http

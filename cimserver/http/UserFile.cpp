@@ -93,6 +93,24 @@ int openFolder(const std::filesystem::path& file) {
     return ::open(folder.empty() ? "." : folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
+/// A folder of root that its group may enter and others may not: what is in it is for a service of that group.
+bool isForItsGroup(const struct stat& folder) {
+    return folder.st_uid == 0 && folder.st_gid != 0 && (folder.st_mode & 0027U) == 0 && (folder.st_mode & S_IXGRP) != 0;
+}
+
+/// Gives the first file of root to those whom its folder is for: to the folder's owner, or to its group to read.
+void shareWithFolder(int fd, const std::string& file) {
+    struct stat folder {};
+    if (::geteuid() != 0 || ::fstat(Descriptor(openFolder(file)).get(), &folder) != 0 ||
+        (folder.st_uid == 0 && !isForItsGroup(folder))) {
+        return;
+    }
+    const mode_t mode = folder.st_uid == 0 ? 0640 : 0600;
+    if (::fchown(fd, folder.st_uid, folder.st_gid) != 0 || ::fchmod(fd, mode) != 0) {
+        fail(file, "cannot set the owner and mode: " + errnoText());
+    }
+}
+
 /// Gives the new file the owner and mode of the old one, if there is one.
 void copyOwner(int fd, const std::string& file) {
     struct stat old {};
@@ -100,7 +118,7 @@ void copyOwner(int fd, const std::string& file) {
         if (errno != ENOENT) {
             fail(file, "cannot read its owner and mode: " + errnoText());
         }
-        return;
+        return shareWithFolder(fd, file);
     }
     if (::fchown(fd, old.st_uid, old.st_gid) != 0 || ::fchmod(fd, old.st_mode & 0777U) != 0) {
         fail(file, "cannot keep the owner and mode: " + errnoText());
@@ -223,6 +241,15 @@ void UserFile::save(const std::filesystem::path& path) const {
         throw;
     }
     ::fsync(Descriptor(openFolder(file)).get()); // so that the new name, too, outlives a power failure
+}
+
+bool isHiddenFromService(const std::filesystem::path& path) {
+    const auto file = targetOf(path).string();
+    struct stat folder {};
+    struct stat state {};
+    return ::fstat(Descriptor(openFolder(file)).get(), &folder) == 0 && isForItsGroup(folder) &&
+           ::stat(file.c_str(), &state) == 0 && (state.st_mode & S_IROTH) == 0 &&
+           (state.st_gid != folder.st_gid || (state.st_mode & S_IRGRP) == 0);
 }
 
 const std::size_t kLongestPassword = CRYPT_MAX_PASSPHRASE_SIZE - 1;

@@ -49,8 +49,9 @@ class UserFile {
     void set(User user);
     /// False when there was none.
     bool remove(std::string_view name);
-    /// Replaces the file atomically, keeping its owner and mode; a new one is readable by its owner alone. A symbolic
-    /// link stays, and the file it names is replaced. Comments are lost. Throws std::runtime_error.
+    /// Replaces the file atomically, keeping its owner and mode; a new one is readable by its owner alone, but root
+    /// gives it to its folder's owner, or lets the group of the folder read it when that is closed to others. A
+    /// symbolic link stays, and the file it names is replaced. Comments are lost. Throws std::runtime_error.
     void save(const std::filesystem::path& file) const;
 
   private:
@@ -58,6 +59,10 @@ class UserFile {
 
     std::vector<User> users_;
 };
+
+/// True when a folder of root lets its group in, but the file in it is for root alone: a service of that group could
+/// not read it.
+bool isHiddenFromService(const std::filesystem::path& file);
 
 /// The longest password in bytes that crypt(3) takes.
 extern const std::size_t kLongestPassword;

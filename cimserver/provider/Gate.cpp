@@ -157,14 +157,18 @@ void Gate::remove(Unwanted unwanted, Resumptions& resumptions) {
 
 /// Promises places to those whose turn it is, unless a thread waits for one.
 void Gate::callUp(Resumptions& resumptions) {
+    bool changesWait = false; // for a lane: then no other change finds one, but a read may
     for (auto one = queue_.begin(); one != queue_.end() && blocked_ == 0;) {
         const auto next = std::next(one);
-        if (mayEnter({}, one->access)) {
+        const bool isRead = one->access == Access::Read;
+        if ((isRead || !changesWait) && mayEnter({}, one->access)) {
             auto pass = std::make_shared<Pass>(admit({}, one->access));
             resumptions.emplace_back([resume = std::move(one->resume), pass] { resume(std::move(*pass)); });
             queue_.erase(one);
-        } else if (sharing_ != Sharing::All) {
+        } else if (sharing_ != Sharing::All || isRead) {
             break;
+        } else {
+            changesWait = true;
         }
         one = next;
     }

@@ -42,6 +42,7 @@ class ProviderHost::Slot {
     /// Makes and initializes the object; the caller is inside `starting`.
     void start(const std::vector<fs::path>& folders, const ProviderEnvironmentIFCRef& env);
     void stop() { provider_ = IntrusiveReference<CppProviderBaseIFC>(); }
+    bool loaded() const { return builtIn_ || module_; }
     void adopt(std::unique_ptr<Module> module) { module_ = std::move(module); }
 
     Gate starting;
@@ -229,6 +230,14 @@ std::vector<std::string> ProviderHost::secondaryProviders(const String& ns, cons
 
 bool ProviderHost::has(const std::string& id) const {
     return impl_->builtIns.count(id) != 0 || (isProviderId(id) && !findModule(impl_->settings.folders, id).empty());
+}
+
+bool ProviderHost::isLoaded(const std::string& id) const {
+    return impl_->slot(id).loaded();
+}
+
+bool ProviderHost::isInitialized(const std::string& id) const {
+    return impl_->slot(id).ready();
 }
 
 ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {

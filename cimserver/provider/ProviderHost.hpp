@@ -61,6 +61,11 @@ class ProviderHost {
     /// True when there is a built-in provider of that id or a file for it, whether it can be loaded or not.
     bool has(const std::string& id) const;
 
+    /// True when its module is open and has a factory.
+    bool isLoaded(const std::string& id) const;
+    /// True once it has been initialized.
+    bool isInitialized(const std::string& id) const;
+
     /// Enters the provider for one call: loads and initializes it when needed. The calls of one provider follow one
     /// another, unless its reads, or all its calls, may run concurrently; a thread that is inside the provider enters
     /// again without waiting. The first entry of a job that would have to wait throws a Deferral. Throws CIMException:

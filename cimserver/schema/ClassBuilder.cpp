@@ -14,8 +14,9 @@ namespace {
 
 class Builder {
   public:
-    Builder(const ast::ClassDeclaration& declaration, const Namespace& known)
-        : declaration_(declaration), known_(known), class_(CIMName(declaration.name.c_str())) {}
+    Builder(const ast::ClassDeclaration& declaration, const Namespace& known, const Inheritance& inheritance)
+        : declaration_(declaration), known_(known), inheritance_(inheritance),
+          class_(CIMName(declaration.name.c_str())) {}
 
     CIMClass build();
 
@@ -38,6 +39,7 @@ class Builder {
 
     const ast::ClassDeclaration& declaration_;
     const Namespace& known_;
+    const Inheritance& inheritance_;
     const CIMClass* super_ = nullptr;
     CIMClass class_;
     std::set<std::string> ownNames_;
@@ -167,7 +169,7 @@ CIMProperty Builder::property(const ast::Feature& feature) {
     if (type.isArrayType()) {
         property.setDataSize(type.getSize());
     }
-    property.setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str())).setPropagated(false);
+    property.setQualifiers(qualifiers).setOriginClass(CIMName(class_.getName())).setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getDataType());
         property.setOverridingProperty(replaced);
@@ -207,7 +209,7 @@ CIMMethod Builder::method(const ast::Feature& feature) {
     const CIMQualifierArray qualifiers = buildQualifiers(feature.qualifiers, known_, {CIMScope::METHOD},
                                                          inherited ? inherited.getQualifiers() : CIMQualifierArray());
     CIMMethod method(name);
-    method.setReturnType(type).setQualifiers(qualifiers).setOriginClass(CIMName(declaration_.name.c_str()));
+    method.setReturnType(type).setQualifiers(qualifiers).setOriginClass(CIMName(class_.getName()));
     method.setPropagated(false);
     if (inherited) {
         checkSameType(feature, type, inherited.getReturnType());
@@ -227,27 +229,43 @@ CIMMethod Builder::method(const ast::Feature& feature) {
 }
 
 void Builder::inheritFeatures() {
-    if (super_ == nullptr) {
-        return;
-    }
-    for (CIMProperty inherited : super_->getAllProperties()) {
+    properties_.reserve(properties_.size() + inheritance_.properties.size());
+    methods_.reserve(methods_.size() + inheritance_.methods.size());
+    for (const CIMProperty& inherited : inheritance_.properties) {
         if (inheritsUnchanged(inherited.getName())) {
-            inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
-            properties_.push_back(inherited.setPropagated(true));
+            properties_.push_back(inherited);
         }
     }
-    for (CIMMethod inherited : super_->getAllMethods()) {
+    for (const CIMMethod& inherited : inheritance_.methods) {
         if (inheritsUnchanged(inherited.getName())) {
-            inherited.setQualifiers(propagatedQualifiers(inherited.getQualifiers()));
-            methods_.push_back(inherited.setPropagated(true));
+            methods_.push_back(inherited);
         }
     }
 }
 
+/// As a subclass has it. What is propagated already has been made so for the class itself.
+template <class Feature>
+Feature propagated(Feature feature) {
+    return feature.getPropagated()
+               ? feature
+               : feature.setQualifiers(propagatedQualifiers(feature.getQualifiers())).setPropagated(true);
+}
+
 } // namespace
 
-CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known) {
-    return Builder(declaration, known).build();
+CIMClass buildClass(const ast::ClassDeclaration& declaration, const Namespace& known, const Inheritance& inheritance) {
+    return Builder(declaration, known, inheritance).build();
+}
+
+Inheritance inheritanceFrom(const CIMClass& cimClass) {
+    Inheritance result;
+    for (const CIMProperty& property : cimClass.getAllProperties()) {
+        result.properties.push_back(propagated(property));
+    }
+    for (const CIMMethod& method : cimClass.getAllMethods()) {
+        result.methods.push_back(propagated(method));
+    }
+    return result;
 }
 
 } // namespace cimserver::schema

@@ -32,6 +32,24 @@ bool isNamespaceName(const std::string& name) {
            std::all_of(name.begin(), name.end(), allowed);
 }
 
+bool declares(const Namespace& ns, const ast::QualifierList& qualifiers) {
+    return std::all_of(qualifiers.begin(), qualifiers.end(),
+                       [&](const auto& use) { return ns.qualifiers.find(use.name) != ns.qualifiers.end(); });
+}
+
+bool declares(const Namespace& ns, const ast::Feature& feature) {
+    const auto declaresThose = [&](const ast::Parameter& one) { return declares(ns, one.qualifiers); };
+    return declares(ns, feature.qualifiers) &&
+           (!feature.parameters || std::all_of(feature.parameters->begin(), feature.parameters->end(), declaresThose));
+}
+
+/// Whether the namespace has all of the class's qualifiers, which may otherwise still follow.
+bool declaresQualifiers(const Namespace& ns, const ast::ClassDeclaration& declaration) {
+    return declares(ns, declaration.qualifiers) &&
+           std::all_of(declaration.features.begin(), declaration.features.end(),
+                       [&](const ast::Feature& feature) { return declares(ns, feature); });
+}
+
 bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
     return !(a < b) && !(b < a);
 }
@@ -75,9 +93,8 @@ std::string Compiler::read(const fs::path& file, const std::string& complaint) {
 }
 
 void Compiler::compileFile(const fs::path& file) {
-    const std::string text = read(file, file.string() + ":1:1: ");
     root_ = fs::weakly_canonical(file).parent_path();
-    compile(text, file.string(), root_);
+    compile(read(file, file.string() + ":1:1: "), file.string(), root_);
     finish();
 }
 
@@ -88,8 +105,8 @@ void Compiler::compileText(std::string_view mof, const std::string& name) {
 
 void Compiler::compile(std::string_view mof, const std::string& name, const fs::path& folder) {
     Parser parser(mof, name);
-    while (const auto declaration = parser.next()) {
-        std::visit([&](const auto& it) { apply(it, folder); }, *declaration);
+    while (auto declaration = parser.next()) {
+        std::visit([&](auto& it) { apply(it, folder); }, *declaration);
     }
 }
 
@@ -131,8 +148,16 @@ void Compiler::apply(const ast::QualifierDeclaration& declaration, const fs::pat
     }
 }
 
-void Compiler::apply(const ast::ClassDeclaration& declaration, const fs::path&) {
-    classes_.push_back({declaration, current_});
+/// Makes the class at once if it can, so that a large schema is never held as it is written.
+void Compiler::apply(ast::ClassDeclaration& declaration, const fs::path&) {
+    auto& siblings = current_->children[declaration.superClass];
+    PendingClass one{std::move(declaration), current_, siblings.size()};
+    siblings.emplace_back();
+    if (hasSuperClass(one) && declaresQualifiers(*one.ns, one.declaration)) {
+        add(one);
+    } else {
+        classes_.push_back(std::move(one));
+    }
 }
 
 void Compiler::apply(const ast::InstanceDeclaration& declaration, const fs::path&) {
@@ -143,8 +168,7 @@ void Compiler::finish() {
     for (unsigned level = 0; level < kDeepestInheritance && !classes_.empty(); ++level) {
         std::vector<PendingClass> left;
         for (PendingClass& one : classes_) {
-            const std::string& superClass = one.declaration.superClass;
-            if (superClass.empty() || one.ns->findClass(superClass) != nullptr) {
+            if (hasSuperClass(one)) {
                 add(one);
             } else {
                 left.push_back(std::move(one)); // each round adds at least one level of each tree
@@ -158,10 +182,30 @@ void Compiler::finish() {
     instances_.finish();
 }
 
+bool Compiler::hasSuperClass(const PendingClass& pending) {
+    const std::string& superClass = pending.declaration.superClass;
+    return superClass.empty() || pending.ns->findClass(superClass) != nullptr;
+}
+
 void Compiler::add(const PendingClass& pending) {
-    const auto built = std::make_shared<const CIMClass>(buildClass(pending.declaration, *pending.ns));
-    pending.ns->classes[pending.declaration.name] = built;
-    pending.ns->children[pending.declaration.superClass].push_back(built);
+    const ast::ClassDeclaration& declaration = pending.declaration;
+    const CIMClass* const super = pending.ns->findClass(declaration.superClass);
+    const auto built = std::make_shared<const CIMClass>(buildClass(declaration, *pending.ns, inheritanceFrom(super)));
+    pending.ns->classes[declaration.name] = built;
+    pending.ns->children[declaration.superClass][pending.place] = built;
+}
+
+/// Made once for all subclasses, which share it.
+const Inheritance& Compiler::inheritanceFrom(const CIMClass* super) {
+    static const Inheritance none;
+    if (super == nullptr) {
+        return none;
+    }
+    const auto [found, isNew] = inheritances_.try_emplace(super);
+    if (isNew) {
+        found->second = schema::inheritanceFrom(*super);
+    }
+    return found->second;
 }
 
 } // namespace cimserver::schema

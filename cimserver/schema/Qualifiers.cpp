@@ -70,9 +70,13 @@ bool isTrue(const CIMQualifierArray& qualifiers, const char* name) {
 CIMQualifierArray propagatedQualifiers(const CIMQualifierArray& inherited) {
     CIMQualifierArray result;
     for (CIMQualifier qualifier : inherited) {
-        if (reachesSubclasses(qualifier)) {
-            result.push_back(qualifier.setPropagated(true));
+        if (!reachesSubclasses(qualifier)) {
+            continue;
         }
+        if (!qualifier.getPropagated()) { // else it stays shared
+            qualifier.setPropagated(true);
+        }
+        result.push_back(qualifier);
     }
     return result;
 }

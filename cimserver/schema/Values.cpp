@@ -2,7 +2,9 @@
 
 #include "cimserver/schema/Names.hpp"
 
+#include <array>
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <regex>
 #include <type_traits>
@@ -59,8 +61,19 @@ Char16 character(const Literal& literal, const char* wanted) {
     return Char16(static_cast<UInt16>(scalarOf(literal, TokenKind::Character, wanted).size));
 }
 
+/// Short texts come again and again in a schema, such as the entries of value maps: equal ones share their bytes.
 String text(const Literal& literal, const char* wanted) {
-    return String(scalarOf(literal, TokenKind::String, wanted).text.c_str());
+    constexpr std::size_t kLongest = 40;
+    static thread_local std::array<String, 1024> recent;
+    const std::string& written = scalarOf(literal, TokenKind::String, wanted).text;
+    if (written.size() > kLongest) {
+        return String(written.c_str());
+    }
+    String& known = recent[std::hash<std::string>()(written) % recent.size()];
+    if (known != written.c_str()) {
+        known = String(written.c_str());
+    }
+    return known;
 }
 
 CIMDateTime dateTime(const Literal& literal, const char* wanted) {
@@ -105,6 +118,7 @@ CIMValue convertAll(const Literal& literal, const CIMDataType& type, Convert con
         fail(literal.location, "an array is expected, written in braces");
     }
     Array<decltype(convert(literal, ""))> all;
+    all.reserve(literal.elements.size());
     for (const Literal& element : literal.elements) {
         all.push_back(convert(element, name.c_str()));
     }

@@ -5,12 +5,29 @@
 #include <CLI/Formatter.hpp>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace zpo {
 namespace {
 
 constexpr int kFailureCode = 1;
 constexpr int kUsageCode = 2;
+
+// As the parser takes them. It would miss the value of `--text=`.
+std::vector<std::string> argumentsBackwards(int argc, char** argv) {
+    std::vector<std::string> result;
+    for (int i = argc; --i > 0;) {
+        std::string argument = argv[i];
+        if (argument.rfind("--", 0) == 0 && argument.find('=') + 1 == argument.size()) {
+            result.emplace_back();
+            argument.pop_back();
+        }
+        result.push_back(std::move(argument));
+    }
+    return result;
+}
 
 } // namespace
 
@@ -53,6 +70,7 @@ Command& Command::oneOf(std::initializer_list<Choice> choices) {
 CommandLine::CommandLine(const char* tool, const char* help)
     : tool_(tool), app_(std::make_unique<CLI::App>(help, tool)) {
     app_->require_subcommand(1);
+    app_->set_version_flag("--version", tool_ + " " ZPO_VERSION);
 }
 
 CommandLine::~CommandLine() = default;
@@ -65,7 +83,12 @@ Command CommandLine::add(const char* name, const char* help, std::function<void(
 
 int CommandLine::run(int argc, char** argv) {
     try {
-        app_->parse(argc, argv);
+        const std::string command = argc > 1 ? argv[1] : "-";
+        const auto isCommand = [&command](const CLI::App* one) { return one->get_name() == command; };
+        if (command[0] != '-' && std::as_const(*app_).get_subcommands(isCommand).empty()) {
+            throw CLI::ParseError("there is no command '" + command + "'", kUsageCode);
+        }
+        app_->parse(argumentsBackwards(argc, argv));
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) {
             return app_->exit(error); // help was asked for

@@ -12,8 +12,8 @@ class App;
 
 namespace zpo {
 
-/// A tool's command line: `TOOL COMMAND ARGUMENTS`, with --help for the tool and for each command. The parser's headers
-/// are slow to compile, so one unit alone includes them.
+/// A tool's command line: `TOOL COMMAND ARGUMENTS`, with --help for the tool and for each command, and --version. The
+/// parser's headers are slow to compile, so one unit alone includes them.
 class CommandLine {
   public:
     /// One command. The variables given here must outlive run(), which fills them before the command's work begins.

@@ -1,10 +1,18 @@
-// osqueue: creates, listens to, sends to and deletes the platform's message queues.
+// osqueue: lists, creates, listens to, sends to and deletes the platform's message queues.
 
 #include "CommandLine.hpp"
+#include "Owner.hpp"
+#include "QueueFile.hpp"
+#include "StatusText.hpp"
 #include "osa.h"
 
 #include <cstdint>
 #include <cstdio>
+#include <fmt/format.h>
+#include <fstream>
+#include <grp.h>
+#include <pwd.h>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 
@@ -16,36 +24,9 @@ struct Request {
     unsigned count = 0;
 };
 
-const char* textOf(std::uint32_t status) {
-    switch (status) {
-    case OSA_BAD_ARGUMENT:
-        return "a message has 1 to 4096 bytes";
-    case OSA_BAD_NAME:
-        return "a name has 1 to 64 letters, digits, '.', '_' or '-' and no leading dot";
-    case OSA_QUEUE_NOT_FOUND:
-        return "no such queue";
-    case OSA_QUEUE_FULL:
-        return "the queue is full";
-    case OSA_TIMEOUT:
-        return "no message in time";
-    case OSA_NO_ACCESS:
-        return "no permission";
-    case OSA_NO_RESOURCES:
-        return "the system has no room for it";
-    case OSA_STATE_DIRECTORY:
-        return "the state directory is missing or not writable, or ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT is unusable";
-    case OSA_BUSY:
-        return "another process keeps the queues' names locked";
-    default:
-        return "the system failed";
-    }
-}
-
 void require(std::uint32_t status, const std::string& name) {
     if (status != OSA_OK) {
-        char number[16];
-        std::snprintf(number, sizeof number, " (0x%x)", status);
-        throw std::runtime_error(name + ": " + textOf(status) + number);
+        throw std::runtime_error(name + ": " + zpo::statusText(status));
     }
 }
 
@@ -79,13 +60,59 @@ void send(const Request& request) {
     require(osQueueSend(idOf(request.name), request.message.data(), length), request.name);
 }
 
+std::string userName(unsigned id) {
+    const passwd* const entry = getpwuid(id);
+    return entry != nullptr ? entry->pw_name : std::to_string(id);
+}
+
+std::string groupName(unsigned id) {
+    const group* const entry = getgrgid(id);
+    return entry != nullptr ? entry->gr_name : std::to_string(id);
+}
+
+// What the kernel shows of each queue to everybody: "MESSAGES BYTES OWNER GROUP MODE"; empty when it has no such queue.
+std::string kernelsView(int id) {
+    std::ifstream table("/proc/sysvipc/msg");
+    std::string line;
+    while (std::getline(table, line)) {
+        std::istringstream fields(line);
+        long long key = 0;
+        int queue = -1;
+        std::string mode, bytes, messages;
+        unsigned sender = 0, receiver = 0, user = 0, owningGroup = 0;
+        if (fields >> key >> queue >> mode >> bytes >> messages >> sender >> receiver >> user >> owningGroup &&
+            queue == id) {
+            return fmt::format("{} {} {} {} {}", messages, bytes, userName(user), groupName(owningGroup), mode);
+        }
+    }
+    return "";
+}
+
+void list() {
+    for (const std::string& name : zpo::queueNames()) {
+        zpo::QueueIdentity identity;
+        const std::uint32_t status = zpo::readQueueFile(name, identity);
+        if (status == OSA_OK || status == OSA_NO_ACCESS) {
+            std::printf("%s %d %s %s\n", name.c_str(), identity.id, kernelsView(identity.id).c_str(),
+                        status == OSA_OK ? "usable" : "no-access");
+        } else {
+            std::printf("%s - - - - - - gone\n", name.c_str());
+        }
+    }
+}
+
 void remove(const Request& request) {
     require(osQueueDelete(idOf(request.name)), request.name);
 }
 
 zpo::CommandLine::Command add(zpo::CommandLine& line, Request& request, const char* name, const char* help,
                               void (*work)(const Request&)) {
-    return line.add(name, help, [&request, work] { work(request); })
+    return line
+        .add(name, help,
+             [&request, work] {
+                 zpo::actAsOwnerOfState();
+                 work(request);
+             })
         .argument("NAME", request.name, "the queue, for example CDRService");
 }
 
@@ -93,7 +120,12 @@ zpo::CommandLine::Command add(zpo::CommandLine& line, Request& request, const ch
 
 int main(int argc, char** argv) {
     Request request;
-    zpo::CommandLine line("osqueue", "Works on the platform's message queues of ZPO_STATE_DIR (default /var/lib/zpo).");
+    zpo::CommandLine line("osqueue", "Works on the platform's message queues of ZPO_STATE_DIR (default /var/lib/zpo).\n"
+                                     "For root it acts as the owner of that directory.");
+    line.add("list", "Print a line for each queue: NAME ID MESSAGES BYTES OWNER GROUP MODE usable|no-access|gone", [] {
+        zpo::actAsOwnerOfState();
+        list();
+    });
     add(line, request, "create", "Create a queue unless it exists, and print its id", create);
     add(line, request, "listen", "Print messages as they come, one a line", listen)
         .option("--count", request.count, "stop after so many messages (default: never)")

@@ -5,17 +5,21 @@
 #include "EntryText.hpp"
 #include "EventWatch.hpp"
 #include "Files.hpp"
+#include "Owner.hpp"
 #include "ProcessRegistry.hpp"
 #include "Settings.hpp"
 #include "StatusText.hpp"
 #include "ZpoShared.h"
 
+#include <algorithm>
 #include <cstring>
 #include <filesystem>
 #include <fmt/format.h>
+#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <sys/statvfs.h>
 #include <vector>
 
 namespace {
@@ -26,7 +30,7 @@ using namespace zpo;
 struct Request {
     std::string component, section, key, file;
     std::optional<std::string> binary, text, number;
-    bool keepExisting = false;
+    bool keepExisting = false, ifEmpty = false, changeKind = false;
 
     std::string name() const { return component + ' ' + section + ' ' + key; }
 };
@@ -49,12 +53,43 @@ EntryName entryName(const Request& request) {
     return name;
 }
 
+bool isStandard(const std::string& file) {
+    return file == "-";
+}
+
+std::string readStandardInput() {
+    std::string content;
+    char chunk[16384];
+    while (const std::size_t count = std::fread(chunk, 1, sizeof chunk, stdin)) {
+        content.append(chunk, count);
+        if (content.size() > kMaxBackupBytes) {
+            throw std::runtime_error("standard input is too long");
+        }
+    }
+    return content;
+}
+
 std::string readInput(const std::string& file) {
+    if (isStandard(file)) {
+        return readStandardInput();
+    }
+    const AsCaller caller;
     std::string content;
     if (const int error = readFile(file, kMaxBackupBytes, content)) {
         throw std::runtime_error(file + ": " + std::strerror(error));
     }
     return content;
+}
+
+void writeOutput(const std::string& file, const std::string& content) {
+    if (isStandard(file)) {
+        fmt::print("{}", content);
+        return;
+    }
+    const AsCaller caller;
+    if (const int error = replaceFile(std::filesystem::absolute(file).string(), content, 0600)) {
+        throw std::runtime_error(file + ": " + std::strerror(error));
+    }
 }
 
 std::vector<Entry> allEntries(std::size_t& damaged) {
@@ -92,6 +127,16 @@ void get(const Request& request) {
     }
 }
 
+// A provider that finds another kind than it expects has no value at all.
+void requireKind(const Request& request, EntryKind kind) {
+    Entry present;
+    if (request.changeKind || registry().readEntry(entryName(request), present) != ZPO_OK || present.kind == kind) {
+        return;
+    }
+    throw std::runtime_error(request.name() + ": the entry is of another kind: " + formatEntryText(present) +
+                             " (--change-kind writes it all the same)");
+}
+
 void set(const Request& request) {
     std::string bytes = request.text.value_or("");
     EntryKind kind = EntryKind::Text;
@@ -106,11 +151,22 @@ void set(const Request& request) {
             throw std::runtime_error("'" + *request.number + "' is not a 32-bit number");
         }
     }
+    requireKind(request, kind);
     require(registry().write(entryName(request), kind, bytes), request.name());
 }
 
 void remove(const Request& request) {
     require(registry().remove(entryName(request)), request.name());
+}
+
+// Leaves those that the registry lacks.
+void dropExisting(std::vector<Entry>& entries, const std::vector<Entry>& existing) {
+    const auto exists = [&existing](const Entry& entry) {
+        return std::any_of(existing.begin(), existing.end(), [&entry](const Entry& one) {
+            return one.component == entry.component && one.section == entry.section && one.key == entry.key;
+        });
+    };
+    entries.erase(std::remove_if(entries.begin(), entries.end(), exists), entries.end());
 }
 
 void load(const Request& request) {
@@ -119,8 +175,28 @@ void load(const Request& request) {
     if (!parseEntries(readInput(request.file), entries, error)) {
         throw std::runtime_error(request.file + ": " + error + "; nothing was loaded");
     }
-    require(registry().writeAll(entries, request.keepExisting), request.file);
+    std::size_t damaged = 0;
+    const std::vector<Entry> existing =
+        request.keepExisting || request.ifEmpty ? allEntries(damaged) : std::vector<Entry>();
+    if (request.ifEmpty && (!existing.empty() || damaged != 0)) {
+        entries.clear();
+    }
+    dropExisting(entries, existing);
+    if (!entries.empty()) {
+        require(registry().writeAll(entries, request.keepExisting), request.file);
+    }
     fmt::print("{} entries loaded\n", entries.size());
+}
+
+// The backup is there; that a full disk keeps it from being counted does not make it a failure.
+void tellOfBackup() {
+    const std::uint32_t status = registry().countBackup();
+    if (status == ZPO_OK) {
+        announceEvent(*settings().stateDirectory);
+    } else {
+        fmt::print(stderr, "zporeg: warning: the backup is complete, but programs are not told of it: {}\n",
+                   statusText(status));
+    }
 }
 
 void backup(const Request& request) {
@@ -129,13 +205,9 @@ void backup(const Request& request) {
     if (damaged != 0) {
         throw std::runtime_error(fmt::format("damaged entries: {}; no backup was written", damaged));
     }
-    const auto file = std::filesystem::absolute(request.file).string();
-    if (const int error = replaceFile(file, formatBackup(entries), 0600)) {
-        throw std::runtime_error(request.file + ": " + std::strerror(error));
-    }
-    require(registry().countBackup(), "the backup is written, but nobody is told");
-    announceEvent(*settings().stateDirectory);
-    fmt::print("{} entries saved\n", entries.size());
+    writeOutput(request.file, formatBackup(entries));
+    tellOfBackup();
+    fmt::print(isStandard(request.file) ? stderr : stdout, "{} entries saved\n", entries.size());
 }
 
 void restore(const Request& request) {
@@ -149,20 +221,47 @@ void restore(const Request& request) {
     fmt::print("{} entries restored\n", entries.size());
 }
 
+void check() {
+    const std::string& directory = *settings().stateDirectory;
+    std::size_t damaged = 0;
+    const std::string file = directory + "/registry.mdb";
+    const std::size_t count = registryFileExists() ? allEntries(damaged).size() : 0;
+    if (count != 0) {
+        require(registry().checkWritable(), file);
+        struct statvfs disk {};
+        require(statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0 ? ZPO_REG_STORE_FULL : ZPO_OK, file);
+        if (damaged != 0) {
+            throw std::runtime_error(fmt::format("{}: damaged entries: {}", file, damaged));
+        }
+        fmt::print("{} entries; the registry can be read and written\n", count);
+        return;
+    }
+    throw std::runtime_error(file + ": the registry is empty; to fill it: zporeg restore or zporeg load");
+}
+
+CommandLine::Command addCommand(CommandLine& line, const char* name, const char* help,
+                                const std::function<void()>& work) {
+    return line.add(name, help, [work] {
+        actAsOwnerOfState();
+        work();
+    });
+}
+
 CommandLine::Command addOnEntry(CommandLine& line, Request& request, const char* name, const char* help,
                                 void (*work)(const Request&)) {
-    return line.add(name, help, [&request, work] { work(request); })
+    return addCommand(line, name, help, [&request, work] { work(request); })
         .argument("COMPONENT", request.component, "for example CDR")
         .argument("SECTION", request.section, "for example CDRService")
         .argument("KEY", request.key, "for example DIGITSLIMIT");
 }
 
 void addEntryCommands(CommandLine& line, Request& request) {
-    line.add("list", "Print the entries, in the form that load takes", [&request] { list(request); })
+    addCommand(line, "list", "Print the entries, in the form that load takes", [&request] { list(request); })
         .option("COMPONENT", request.component, "only this component")
         .option("SECTION", request.section, "only this section of it");
     addOnEntry(line, request, "get", "Print an entry's value: a binary one as bytes such as 00 0c", get);
     addOnEntry(line, request, "set", "Write an entry", set)
+        .flag("--change-kind", request.changeKind, "replace an entry of another kind")
         .oneOf({{"--binary", request.binary, "hexadecimal bytes such as 000c"},
                 {"--text", request.text, "a text of at most 511 bytes"},
                 {"--int", request.number, "a number, 0 to 4294967295 or 0x..."}});
@@ -170,21 +269,25 @@ void addEntryCommands(CommandLine& line, Request& request) {
 }
 
 void addFileCommands(CommandLine& line, Request& request) {
-    line.add("load", "Write the entries of a settings file, all or none", [&request] { load(request); })
-        .argument("FILE", request.file, "lines of COMPONENT SECTION KEY binary|text|int VALUE")
-        .flag("--keep-existing", request.keepExisting, "leave entries alone that exist already");
-    line.add("backup", "Save all entries to a file", [&request] { backup(request); })
-        .argument("FILE", request.file, "replaced if it exists");
-    line.add("restore", "Replace all entries by those of a backup and tell the programs running",
-             [&request] { restore(request); })
-        .argument("FILE", request.file, "written by backup");
+    addCommand(line, "load", "Write the entries of a settings file, all or none", [&request] { load(request); })
+        .argument("FILE", request.file, "lines of COMPONENT SECTION KEY binary|text|int VALUE; -: standard input")
+        .flag("--keep-existing", request.keepExisting, "leave entries alone that exist already")
+        .flag("--if-empty", request.ifEmpty, "do nothing when the registry has entries");
+    addCommand(line, "backup", "Save all entries to a file", [&request] {
+        backup(request);
+    }).argument("FILE", request.file, "replaced if it exists; -: standard output");
+    addCommand(line, "restore", "Replace all entries by those of a backup and tell the programs running", [&request] {
+        restore(request);
+    }).argument("FILE", request.file, "written by backup; -: standard input");
+    addCommand(line, "check", "Fail unless the registry can be read and written", check);
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
     Request request;
-    CommandLine line("zporeg", "Shows and changes the configuration registry in ZPO_STATE_DIR (default /var/lib/zpo).");
+    CommandLine line("zporeg", "Shows and changes the configuration registry in ZPO_STATE_DIR (default /var/lib/zpo).\n"
+                               "For root it acts as the owner of that directory.");
     addEntryCommands(line, request);
     addFileCommands(line, request);
     return line.run(argc, argv);

@@ -1,4 +1,5 @@
 #include "LibraryTest.hpp"
+#include "OW_CaseFolding.hpp"
 
 #include <cstdlib>
 #include <map>
@@ -147,6 +148,20 @@ TEST(String, comparesAndSearches) {
     for (const auto& place : places) {
         EXPECT_EQ(place[0], place[1]) << &place - places;
     }
+}
+
+// The sum is that of Python 3.11's str.casefold (Unicode 14): FNV-1a over three code points, padded with 0, for each
+// code point but the surrogates.
+TEST(String, foldsEveryCodePoint) {
+    UInt64 sum = 0xCBF29CE484222325U;
+    for (UInt32 codePoint = 0; codePoint < 0x110000; ++codePoint) {
+        if (codePoint < 0xD800 || codePoint >= 0xE000) {
+            for (const UInt32 folded : foldCase(codePoint)) {
+                sum = (sum ^ folded) * 0x100000001B3U;
+            }
+        }
+    }
+    EXPECT_EQ(sum, 0xDDD5D266BF9A888DU);
 }
 
 TEST(String, takesTextApart) {

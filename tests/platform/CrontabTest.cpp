@@ -24,6 +24,8 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
         "30 8 * * mon /qv/bin/CDRTransfer --now\n",
         "@daily /qv/bin/CDRTransfer\n#30 8 * * * /qv/bin/CDRTransfer\n",
         "30 8 * * * /qv/bin/CDRTransfer", // not a whole line
+        "30 8  * * /qv/bin/CDRTransfer\n",
+        "30 8 " + std::string(30, '1') + " * * /qv/bin/CDRTransfer\n", // longer than a record holds
         std::string("\0binary\xff\n", 9),
     };
     for (const std::string& before : tables) {
@@ -72,6 +74,13 @@ TEST(CrontabTable, RefusesWhatCronWouldMisread) {
     }
     std::fill(std::begin(record.path), std::end(record.path), '/');
     EXPECT_EQ(ZPO_SCHED_BAD_PATH, taskFrom(record, task));
+}
+
+TEST(CrontabTable, ListsADayAsLongAsARecordHolds) {
+    const std::string day(29, '1');
+    const auto tasks = CrontabTable("30 8 " + day + " * * /qv/bin/CDRTransfer\n").list(kDaily.path);
+    ASSERT_EQ(1U, tasks.size());
+    EXPECT_EQ(day, tasks.front().dayOfMonth);
 }
 
 TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {

@@ -20,10 +20,14 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
     const std::uint32_t handle = registerLog("format.log");
     const std::regex start("^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d\\.\\d{3}[+-]\\d\\d:\\d\\d CDROAM\\[\\d+\\] ");
     const std::string longest(2000, 'x');
-    const std::pair<std::string, std::string> texts[] = {{"getFormat error = 5", "getFormat error = 5"},
-                                                         {"a\nb\x01\\n\x7f\xe4", "a\\nb\\x01\\\\n\\x7f\xe4"},
-                                                         {longest, longest},
-                                                         {longest + "x", longest + " [cut]"}};
+    const std::pair<std::string, std::string> texts[] = {
+        {"getFormat error = 5", "getFormat error = 5"},
+        {"error = 2097165", "error = 2097165: no such entry (0x20000d)"},
+        {"error = 3145735x", "error = 3145735x"},
+        {"12097165", "12097165"},
+        {"a\nb\x01\\n\x7f\xe4", "a\\nb\\x01\\\\n\\x7f\xe4"},
+        {longest, longest},
+        {longest + "x", longest + " [cut]"}};
     std::string all;
     for (const auto& [text, written] : texts) {
         EXPECT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, text.c_str()));

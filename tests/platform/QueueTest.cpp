@@ -124,6 +124,7 @@ TEST(Queue, ACreationThatFailsLeavesNothing) {
 TEST(Queue, RefusesUnusableArguments) {
     const Queue queue("Arguments");
     std::uint32_t id = 0;
+    const Queue plain("AZaz09._-");
     for (const std::string& name : {std::string(), std::string("../x"), std::string(65, 'q')}) {
         EXPECT_EQ(OSA_BAD_NAME, osQueueGetId(name.c_str(), &id)) << name;
         EXPECT_EQ(OSA_BAD_NAME, osQueueCreate(name.c_str(), &id)) << name;

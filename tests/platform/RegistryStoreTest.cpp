@@ -4,6 +4,7 @@
 #include "EventWatch.hpp"
 #include "Home.hpp"
 
+#include <atomic>
 #include <cstring>
 #include <random>
 #include <sys/stat.h>
@@ -211,11 +212,65 @@ TEST(RegistryStore, OnlyWritesWaitForAWriterAndNotForEver) {
     ASSERT_EQ(ZPO_OK, store.write(nameOf("a"), EntryKind::Text, "a"));
     FileLock stuck;
     ASSERT_EQ(0, stuck.acquire(dir / "registry.lock", {}));
+    std::thread behind([&] { EXPECT_EQ(ZPO_REG_LOCKED, store.remove(nameOf("a"))); });
     EXPECT_EQ(ZPO_REG_LOCKED, store.write(nameOf("a"), EntryKind::Text, "b"));
+    behind.join();
     Entry entry;
     EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("a"), entry));
     EXPECT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).readEntry(nameOf("a"), entry));
     EXPECT_NE(std::string::npos, support::contentOf(kHome.dir / "log/ZpoShared.log").find("keeps the registry locked"));
+}
+
+std::size_t transactionsIn(const std::string& directory) {
+    MDB_env* env = nullptr;
+    MDB_envinfo info{};
+    mdb_env_create(&env);
+    EXPECT_EQ(0, mdb_env_open(env, (directory + "/registry.mdb").c_str(), MDB_NOSUBDIR | MDB_RDONLY, 0));
+    mdb_env_info(env, &info);
+    mdb_env_close(env);
+    return info.me_last_txnid;
+}
+
+// Changes of threads that wait at the same time, and whether one of them fails: it must not take the others with it.
+TEST(RegistryStore, ChangesThatWaitTogetherShareATransactionButNoFailure) {
+    constexpr int kWriters = 12;
+    const std::pair<std::function<std::uint32_t(RegistryStore&)>, std::uint32_t> others[] = {
+        {[](RegistryStore& store) { return store.write(nameOf("other"), EntryKind::Text, "x"); }, ZPO_OK},
+        {[](RegistryStore& store) { return store.remove(nameOf("absent")); }, ZPO_REG_ENTRY_NOT_FOUND},
+        {[](RegistryStore& store) { return store.writeAll(numbered(100, 60000), false); }, ZPO_REG_STORE_FULL}};
+    for (const auto& [other, status] : others) {
+        const TempDir dir;
+        std::optional<RegistryStore> store(std::in_place, dir.path(), std::size_t{1} << 20U, kTimeout);
+        ASSERT_EQ(ZPO_OK, store->replaceAll({}));
+        std::optional<FileLock> held(std::in_place);
+        ASSERT_EQ(0, held->acquire(dir / "registry.lock", {}));
+        std::atomic<int> begun{0};
+        std::vector<std::thread> writers;
+        for (int i = 0; i < kWriters; ++i) {
+            writers.emplace_back([&, i] {
+                ++begun;
+                EXPECT_EQ(ZPO_OK, store->write(nameOf("key" + std::to_string(i)), EntryKind::Text, "x"));
+            });
+        }
+        writers.emplace_back([&, &make = other, wanted = status] {
+            ++begun;
+            EXPECT_EQ(wanted, make(*store));
+        });
+        while (begun <= kWriters) {
+            std::this_thread::yield();
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(50)); // until they wait
+        held.reset();
+        for (std::thread& writer : writers) {
+            writer.join();
+        }
+        std::vector<Entry> entries;
+        std::size_t damaged = 0;
+        EXPECT_EQ(ZPO_OK, store->list(entries, damaged));
+        EXPECT_EQ(kWriters + (status == ZPO_OK ? 1U : 0U), entries.size());
+        store.reset();
+        EXPECT_LE(transactionsIn(dir.path()), status == ZPO_OK ? kWriters / 2U : 2U + kWriters) << status;
+    }
 }
 
 TEST(RegistryStore, AReaderThatReopensTheFileDoesNotWaitForAWaitingWriter) {
@@ -234,7 +289,7 @@ TEST(RegistryStore, AReaderThatReopensTheFileDoesNotWaitForAWaitingWriter) {
     writer.join();
 }
 
-TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
+TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevelAndOneThatIsReplaced) {
     const TempDir dir;
     const std::string state = dir / "a/b/state";
     EventWatch watch(state, -1, std::chrono::minutes(2));
@@ -249,6 +304,12 @@ TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevel) {
     EXPECT_TRUE(watch.wait());
     support::writeFile(dir / "new", "");
     std::filesystem::rename(dir / "new", state + "/registry.mdb");
+    EXPECT_TRUE(watch.wait());
+    std::filesystem::rename(state, dir / "old");
+    std::filesystem::create_directory(state);
+    EXPECT_TRUE(watch.wait());
+    watch.arm();
+    announceEvent(state);
     EXPECT_TRUE(watch.wait());
     alarm(0);
 }

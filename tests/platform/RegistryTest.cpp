@@ -26,12 +26,15 @@ TEST(Registry, ForksWhileOtherThreadsWork) {
     std::uint32_t handle = 0;
     ASSERT_EQ(ZPO_OK, ZpoDiagRegisterModule("m", "c", "BUSY", "busy.log", &handle));
     std::atomic<bool> done{false};
-    std::thread busy([&] {
-        for (std::uint32_t value = 0; !done; ++value) {
-            ZpoSetRegEntryInt("C", "Fork", "busy", value);
-            ZpoDiagAddLogEntry(handle, 2, 4, -1, "busy");
-        }
-    });
+    std::vector<std::thread> busy(3); // so that one waits for the change of another, too
+    for (std::thread& one : busy) {
+        one = std::thread([&] {
+            for (std::uint32_t value = 0; !done; ++value) {
+                ZpoSetRegEntryInt("C", "Fork", "busy", value);
+                ZpoDiagAddLogEntry(handle, 2, 4, -1, "busy");
+            }
+        });
+    }
     for (int i = 0; i < 20; ++i) {
         EXPECT_EQ(0, support::inChild([&] {
                       alarm(5);
@@ -42,7 +45,9 @@ TEST(Registry, ForksWhileOtherThreadsWork) {
                   }));
     }
     done = true;
-    busy.join();
+    for (std::thread& one : busy) {
+        one.join();
+    }
 }
 
 TEST(Registry, RefusesNamesThatCannotBeShown) {

@@ -3,6 +3,7 @@
 #include "Files.hpp"
 #include "Home.hpp"
 
+#include <atomic>
 #include <cstdio>
 #include <tuple>
 
@@ -67,6 +68,27 @@ TEST_F(Scheduler, FailuresAreStatuses) {
     std::filesystem::remove_all(kHome.dir / "crontabs");
     EXPECT_EQ(0U, listed(kProgram).size());
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(kProgram, 1));
+}
+
+std::atomic<int> restoresTold{0};
+
+TEST_F(Scheduler, ATaskThatCouldNotBeSetIsAskedForAtTheNextStart) {
+    const auto toldOnceRegistered = [](const char* name, std::chrono::milliseconds patience) {
+        restoresTold = 0;
+        EXPECT_EQ(ZPO_OK, ZpoNotifyRegBackupAndRestore(
+                              name, [](unsigned long) { ++restoresTold; }, 2));
+        return support::waitUntil([] { return restoresTold == 1; }, patience);
+    };
+    constexpr std::chrono::milliseconds kShort{150};
+    ASSERT_EQ(ZPO_OK, add(kProgram, 1));
+    EXPECT_FALSE(toldOnceRegistered("fine", kShort));
+    std::filesystem::remove_all(kHome.dir / "crontabs");
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(kProgram, 1));
+    EXPECT_TRUE(toldOnceRegistered("started", std::chrono::seconds(5)));
+    std::filesystem::create_directories(kHome.dir / "crontabs");
+    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(kProgram, 60)) << "nothing that a later attempt could mend";
+    ASSERT_EQ(ZPO_OK, add(kProgram, 1));
+    EXPECT_FALSE(toldOnceRegistered("started again", kShort));
 }
 
 TEST_F(Scheduler, EditsOfSeveralProcessesAreAllKept) {

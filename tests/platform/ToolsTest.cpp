@@ -2,6 +2,9 @@
 
 #include "Home.hpp"
 
+#include <sys/msg.h>
+#include <sys/stat.h>
+
 namespace {
 
 using support::run;
@@ -30,23 +33,28 @@ void play(const char* tool, const std::vector<Step>& steps) {
 }
 
 TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
-    play(ZPOREG, {{{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
-                  {{"get", "T", "S", "text"}, 0, "two words\n"},
-                  {{"set", "T", "S", "empty", "--text", ""}, 0, ""},
-                  {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
-                  {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
-                  {{"set", "T", "Other", "int", "--int", "1"}, 0, ""},
-                  {{"list", "T", "Other"}, 0, "T Other int int 1\n"},
-                  {{"set", "T", "S", "longest", "--text", std::string(511, 'x')}, 0, ""},
-                  {{"get", "T", "S", "longest"}, 0, std::string(511, 'x') + "\n"},
-                  {{"delete", "T", "S", "int"}, 0, ""},
-                  {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
-                  {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
-                  {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
-                  {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
-                  {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
-                  {{"set", "T", "S", "bin", "--int", "1", "--text", "x"}, 2, "zporeg: ..."},
-                  {{"frobnicate"}, 2, "zporeg: ..."}});
+    play(ZPOREG,
+         {{{"set", "T", "S", "text", "--text", "two words"}, 0, ""},
+          {{"get", "T", "S", "text"}, 0, "two words\n"},
+          {{"set", "T", "S", "empty", "--text="}, 0, ""},
+          {{"set", "T", "S", "int", "--int", "0x10"}, 0, ""},
+          {{"list", "T"}, 0, "T S empty text \"\"\nT S int int 16\nT S text text \"two words\"\n"},
+          {{"set", "T", "Other", "int", "--int", "1"}, 0, ""},
+          {{"list", "T", "Other"}, 0, "T Other int int 1\n"},
+          {{"set", "T", "S", "longest", "--text", std::string(511, 'x')}, 0, ""},
+          {{"get", "T", "S", "longest"}, 0, std::string(511, 'x') + "\n"},
+          {{"delete", "T", "S", "int"}, 0, ""},
+          {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+          {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+          {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
+          {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
+          {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
+          {{"set", "T", "S", "bin", "--int", "1", "--text", "x"}, 2, "zporeg: ..."},
+          {{"frobnicate"}, 2, "zporeg: there is no command 'frobnicate'..."},
+          {{"--version"}, 0, "zporeg 1..."},
+          {{"set", "T", "S", "text", "--int", "1"}, 1, "zporeg: T S text: the entry is of another kind: T S..."},
+          {{"set", "T", "S", "text", "--int", "1", "--change-kind"}, 0, ""},
+          {{"get", "T", "S", "text"}, 0, "1\n"}});
 }
 
 TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
@@ -63,7 +71,8 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
           {{"backup", kHome.dir / "no/such/dir"}, 1, "zporeg: ..."},
           {{"set", "L", "S", "a", "--int", "5"}, 0, ""},
           {{"delete", "L", "S", "b"}, 0, ""},
-          {{"load", "--keep-existing", good}, 0, "2 entries loaded\n"},
+          {{"load", "--keep-existing", good}, 0, "1 entries loaded\n"},
+          {{"load", "--if-empty", good}, 0, "0 entries loaded\n"},
           {{"set", "L", "S", "later", "--int", "3"}, 0, ""},
           {{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"}});
     const std::string content = support::contentOf(saved);
@@ -72,6 +81,64 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     play(ZPOREG, {{{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"},
                   {{"restore", saved}, 0, "..."},
                   {{"list", "L"}, 0, "L S a int 1\nL S b int 2\n"}});
+}
+
+TEST(Zporeg, WorksInPipesAndChecksTheRegistry) {
+    const std::string state = "export ZPO_STATE_DIR=" + kHome.dir / "piped" + "; ";
+    const auto shell = [&state](const std::string& command) {
+        const auto result = run({"sh", "-c", state + command});
+        return std::to_string(result.exitCode) + " " + result.output;
+    };
+    const std::string tool = ZPOREG;
+    EXPECT_THAT(shell(tool + " check"), ::testing::MatchesRegex("1 zporeg: .*the registry is empty.*\n"));
+    EXPECT_EQ("0 1 entries loaded\n", shell("echo P S a int 1 | " + tool + " load --if-empty -"));
+    EXPECT_EQ("0 1 entries restored\n", shell(tool + " backup - 2>/dev/null | " + tool + " restore -"));
+    EXPECT_EQ("0 1 entries; the registry can be read and written\n", shell(tool + " check"));
+    // A disk that takes no byte more: the backup is there all the same.
+    EXPECT_THAT(shell("(trap '' XFSZ; ulimit -f 0; " + tool + " backup - 2>&1) | cat"),
+                ::testing::AllOf(HasSubstr("# zpo "), HasSubstr("warning: the backup is complete")));
+}
+
+// What root's tools make in a state directory of another user must serve that user.
+TEST(Tools, OfRootActAsTheOwnerOfTheState) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs root";
+    }
+    constexpr uid_t kOwner = 65534;
+    const support::TempDir home;
+    std::filesystem::permissions(home.path(), std::filesystem::perms(0711));
+    for (const char* folder : {"state", "log"}) {
+        ASSERT_TRUE(std::filesystem::create_directory(home / folder));
+        ASSERT_EQ(0, chown((home / folder).c_str(), kOwner, kOwner));
+    }
+    const auto as = [&home](const std::string& user, const std::string& command) {
+        return run({"sh", "-c",
+                    "export ZPO_STATE_DIR=" + home / "state ZPO_LOG_DIR=" + home.path() + "/log; " + user + command});
+    };
+    const std::string owner = "setpriv --reuid 65534 --regid 65534 --clear-groups ";
+    const std::string file = home / "backup"; // in a folder where only root may write
+    EXPECT_EQ(0, as("", ZPOREG " set O S a --int 1").exitCode);
+    EXPECT_EQ("1 entries saved\n", as("", ZPOREG " backup " + file).output);
+    EXPECT_EQ(0, as("rm $ZPO_STATE_DIR/registry.mdb; ", ZPOREG " restore " + file).exitCode);
+    EXPECT_EQ("1 entries; the registry can be read and written\n", as(owner, ZPOREG " check").output);
+    EXPECT_EQ(0, as("", OSQUEUE " create Q").exitCode);
+    EXPECT_THAT(as(owner, OSQUEUE " list").output, ::testing::MatchesRegex("Q [0-9]+ 0 0 .* 660 usable\n"));
+    EXPECT_EQ(0, as(owner, OSQUEUE " send Q 1").exitCode);
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home / "state")) {
+        struct stat state {};
+        EXPECT_TRUE(stat(entry.path().c_str(), &state) == 0 && state.st_uid == kOwner) << entry.path();
+    }
+    // A queue of root alone, as an earlier version made them, is shown and logged.
+    EXPECT_EQ(0, as("", OSQUEUE " delete Q").exitCode);
+    const int id = msgget(0x51AD, IPC_CREAT | 0600);
+    msqid_ds queue{};
+    ASSERT_EQ(0, msgctl(id, IPC_STAT, &queue));
+    support::writeFile(home / "state/queues/Q", std::to_string(id) + ' ' + std::to_string(queue.msg_perm.__key) + ' ' +
+                                                    std::to_string(std::int64_t{queue.msg_ctime}) + '\n');
+    EXPECT_THAT(as(owner, OSQUEUE " list").output, HasSubstr(" root root 600 no-access\n"));
+    EXPECT_EQ(1, as(owner, OSQUEUE " send Q 1").exitCode);
+    EXPECT_THAT(support::contentOf(home / "log/ZpoShared.log"), HasSubstr("queue Q (id " + std::to_string(id)));
+    EXPECT_EQ(0, msgctl(id, IPC_RMID, nullptr));
 }
 
 TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {

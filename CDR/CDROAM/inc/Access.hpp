@@ -51,8 +51,10 @@ class Access {
 
     /// Caches the literal and writes it to the entry; a failure is ignored.
     void store(Literal literal) const {
-        cacheLiteral(literal);
-        (void)Kind::store(entry_, cache_);
+        typename Kind::Cache content{};
+        Kind::setLiteral(content, literal);
+        (void)Kind::store(entry_, content);
+        cache_ = content;
     }
 
     /// Writes a property's value. Returns the platform's status.

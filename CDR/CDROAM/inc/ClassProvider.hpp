@@ -3,6 +3,7 @@
 
 #include "CFG_Exception.hpp"
 #include "PropertyRow.hpp"
+#include "RequestLock.hpp"
 
 #include "OW_CIM.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
@@ -64,6 +65,8 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         std::vector<PropertyRow<Managed>> properties; ///< in the order in which instances show them
         std::vector<MethodRow<Object>> methods;
         NamedOperations operations;
+        /// How changes of one property each exclude one another; a change of several is always alone.
+        ChangeLock::Sharing singleChanges = ChangeLock::Sharing::Alone;
     };
 
     /// CIM error 17 for an unknown method, 6 for an unknown object; otherwise the operation's result as uint32.
@@ -229,14 +232,12 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
 
     /// Skips null values and properties that cannot be modified. Stops at the first failure, without endChange().
     void apply(Object& object, const OpenWBEM::CIMInstance& instance) const {
+        const std::vector<Change> wanted = changesIn(instance);
+        const ChangeLock lock(wanted.size() > 1 ? ChangeLock::Sharing::Alone : definition().singleChanges);
         requireSuccess(object.startChange(), SourceLine::kStartChange);
-        const OpenWBEM::CIMPropertyArray properties = instance.getProperties();
-        for (const OpenWBEM::CIMProperty& property : properties) {
-            const PropertyRow<Managed>* const row = writableRow(property.getName());
-            const OpenWBEM::CIMValue value = property.getValue();
-            if (row != nullptr && value) {
-                requireSuccess(row->write(object, value, *row, definition().source), SourceLine::kSetter);
-            }
+        for (const Change& change : wanted) {
+            requireSuccess(change.row->write(object, change.value, *change.row, definition().source),
+                           SourceLine::kSetter);
         }
         requireSuccess(object.endChange(), SourceLine::kEndChange);
     }
@@ -283,6 +284,24 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
             use(*Object::getInstanceManager()->next());
         }
         Object::getInstanceManager()->endIteration();
+    }
+
+    struct Change {
+        const PropertyRow<Managed>* row;
+        OpenWBEM::CIMValue value;
+    };
+
+    static std::vector<Change> changesIn(const OpenWBEM::CIMInstance& instance) {
+        std::vector<Change> changes;
+        const OpenWBEM::CIMPropertyArray properties = instance.getProperties();
+        for (const OpenWBEM::CIMProperty& property : properties) {
+            const PropertyRow<Managed>* const row = writableRow(property.getName());
+            const OpenWBEM::CIMValue value = property.getValue();
+            if (row != nullptr && value) {
+                changes.push_back({row, value});
+            }
+        }
+        return changes;
     }
 
     static const PropertyRow<Managed>* writableRow(const OpenWBEM::String& name) {

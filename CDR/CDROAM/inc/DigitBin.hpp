@@ -8,13 +8,16 @@
 #pragma once
 
 #include "DiagnosticLog.hpp"
+#include "GatheredChanges.hpp"
 #include "ManagedObject.hpp"
 #include "Registry.hpp"
+#include "RequestLock.hpp"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 #include <string>
+#include <vector>
 
 namespace cdroam {
 
@@ -43,15 +46,14 @@ int assignDigits(char* text, unsigned char lowest, unsigned char highest, unsign
 
 /// A bin object over its row of the table. `Bin` is the managed class; the first `digits` of each row's `width` bytes
 /// are digit positions. Each getter and setter reads the whole table; a setter then changes its own row and writes the
-/// whole table back. Getters return 0 or 100, setters 0, 101 or 301, which are logged.
+/// whole table back, together with the rows that other threads change at the same time. Getters return 0 or 100,
+/// setters 0, 101 or 301, which are logged.
 template <class Bin, std::size_t rows, std::size_t width, std::size_t digits>
 class DigitBin : public Bin {
   public:
     /// `row` is below `rows`. The registry is not touched.
     DigitBin(const std::string& key, Entry entry, int row)
-        : Bin(key), entry_(entry), offset_(static_cast<std::size_t>(row) * width) {
-        clear();
-    }
+        : Bin(key), entry_(entry), offset_(static_cast<std::size_t>(row) * width) {}
 
     // The encoding of a row. GetBinDigit's text is valid until its next call on any object of the class.
     const char* GetBinDigit(char* row, int length) const { return decodeDigits(row, length, digitText); }
@@ -72,12 +74,12 @@ class DigitBin : public Bin {
 
     /// The setter of the row's digits.
     int setDigits(const char* accessor, std::string& value) {
-        reloadTable();
         if (CheckAllDigits(value.data(), kDigits) == 0) {
             return refuse("CheckAllDigits error");
         }
-        (void)SetBinDigit(row(), value.c_str(), kDigits);
-        return writeTable(accessor);
+        Bytes bytes{};
+        (void)SetBinDigit(reinterpret_cast<char*>(bytes.data()), value.c_str(), kDigits);
+        return writeRow(accessor, {offset_, digits, bytes});
     }
 
     /// Reads the table for a getter. A failure is logged under the accessor's name, sets the value to a single NUL and
@@ -92,17 +94,19 @@ class DigitBin : public Bin {
         return ReadFailed;
     }
 
-    /// Reads the table for a setter. A failed read is not logged and leaves every row empty, so that the setter creates
-    /// the entry anew. That is deliberate.
-    void reloadTable() {
-        if (read() != 0) {
-            clear();
-        }
-    }
+    using Bytes = std::array<unsigned char, width>;
 
-    /// Writes the table back; a failure is logged under the accessor's name and returns 101.
-    int writeTable(const char* accessor) const {
-        const std::uint32_t status = writeBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size()));
+    /// The new content of a part of the table.
+    struct Edit {
+        std::size_t offset;
+        std::size_t length;
+        Bytes bytes;
+    };
+
+    /// Reads the table, changes a part of the row and writes the table back; a failure is logged under the accessor's
+    /// name and returns 101.
+    int writeRow(const char* accessor, const Edit& edit) const {
+        const std::uint32_t status = writeGathered(edit);
         if (status == 0) {
             return Success;
         }
@@ -110,8 +114,12 @@ class DigitBin : public Bin {
         return WriteFailed;
     }
 
-    /// Logs why a value was refused; returns 301.
-    static int refuse(const char* reason) {
+    /// Where the row begins in the table.
+    std::size_t offset() const { return offset_; }
+
+    /// Logs why a value was refused, after a read of the table as before any other change; returns 301.
+    int refuse(const char* reason) const {
+        (void)read();
         (void)addLogEntry(LogError, reason);
         return ValueRefused;
     }
@@ -120,22 +128,42 @@ class DigitBin : public Bin {
     char* row() const { return reinterpret_cast<char*>(&table_.at(offset_)); }
 
   private:
+    using Table = std::array<unsigned char, rows * width>;
+
     std::uint32_t read() const { return readBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size())); }
 
+    std::uint32_t writeGathered(const Edit& edit) const {
+        const WritePause pause;
+        return changes.write(edit, [entry = entry_](const std::vector<Edit>& edits) {
+            // A failed read is not logged and leaves every row empty, so that the setter creates the entry anew. That
+            // is deliberate.
+            Table table{};
+            if (readBytes(entry, table.data(), static_cast<std::uint32_t>(table.size())) != 0) {
+                table = emptyTable();
+            }
+            for (const Edit& one : edits) {
+                std::copy_n(one.bytes.begin(), one.length, table.begin() + one.offset);
+            }
+            return writeBytes(entry, table.data(), static_cast<std::uint32_t>(table.size()));
+        });
+    }
+
     /// Every digit position empty, every count 0.
-    void clear() {
-        table_.fill(0);
-        for (std::size_t start = 0; start < table_.size(); start += width) {
-            std::fill_n(table_.begin() + start, digits, kNoDigit);
+    static Table emptyTable() {
+        Table table{};
+        for (std::size_t start = 0; start < table.size(); start += width) {
+            std::fill_n(table.begin() + start, digits, kNoDigit);
         }
+        return table;
     }
 
     inline static DigitText digitText;
+    inline static GatheredChanges<Edit> changes;
 
     Entry entry_;
     std::size_t offset_;
     /// Read again by each accessor.
-    mutable std::array<unsigned char, rows * width> table_{};
+    mutable Table table_ = emptyTable();
 };
 
 } // namespace cdroam

@@ -53,7 +53,8 @@ class Text {
     std::array<char, kTextCapacity> bytes_{};
 };
 
-// These return the platform's status: 0 is success, ZPO_REG_ENTRY_NOT_FOUND a missing entry.
+// These return the platform's status: 0 is success, ZPO_REG_ENTRY_NOT_FOUND a missing entry. In a change, other
+// requests run while an entry is written, so what is written must not belong to a managed object.
 std::uint32_t readBytes(const Entry& entry, void* buffer, std::uint32_t length);
 std::uint32_t writeBytes(const Entry& entry, const void* buffer, std::uint32_t length);
 std::uint32_t readInteger(const Entry& entry, std::uint32_t& value);
@@ -79,8 +80,10 @@ struct Byte {
     static std::uint32_t store(const Entry& entry, const Cache& cache) { return writeBytes(entry, &cache, 1); }
     template <class Value>
     static std::uint32_t write(const Entry& entry, Cache& cache, Value value) {
-        cache = static_cast<Cache>(value);
-        return store(entry, cache);
+        const auto content = static_cast<Cache>(value);
+        const std::uint32_t status = store(entry, content);
+        cache = content;
+        return status;
     }
     template <class Value>
     static void decode(const Cache& cache, Value& value) {
@@ -109,7 +112,9 @@ struct Integer {
     static std::uint32_t load(const Entry& entry, Cache& cache) { return readInteger(entry, cache); }
     static std::uint32_t store(const Entry& entry, const Cache& cache) { return writeInteger(entry, cache); }
     static std::uint32_t write(const Entry& entry, Cache& cache, unsigned int value) {
-        return store(entry, cache = value);
+        const std::uint32_t status = store(entry, value);
+        cache = value;
+        return status;
     }
     static void decode(const Cache& cache, unsigned int& value) { value = cache; }
     static void setLiteral(Cache& cache, Literal literal) { cache = literal; }
@@ -123,7 +128,9 @@ struct Counter : Integer {
         return writeBytes(entry, &cache, sizeof cache);
     }
     static std::uint32_t write(const Entry& entry, Cache& cache, unsigned int value) {
-        return store(entry, cache = value);
+        const std::uint32_t status = store(entry, value);
+        cache = value;
+        return status;
     }
 };
 

@@ -1,5 +1,7 @@
-// One request at a time.
+// One request at a time, and which of them may run while a change waits for the platform.
 #pragma once
+
+#include <optional>
 
 namespace cdroam {
 
@@ -25,6 +27,30 @@ class RequestPause {
 
   private:
     unsigned held_;
+};
+
+/// Held while the registry or the schedule is changed. While the platform makes a change it may wait for another
+/// process, so a change pauses there (WritePause) and reads go on; other changes must not come in between its writes.
+/// Taken inside a RequestLock, which is released while this one is awaited. A thread that holds it may take it again.
+class ChangeLock {
+  public:
+    /// Changes of a single value that need nothing of one another may run together.
+    enum class Sharing { Alone, Together };
+
+    explicit ChangeLock(Sharing sharing);
+    ChangeLock(const ChangeLock&) = delete;
+    ChangeLock& operator=(const ChangeLock&) = delete;
+    ~ChangeLock();
+};
+
+/// A RequestPause around a call of the platform that changes something. Has no effect in a thread that holds no
+/// ChangeLock: a read that creates a missing entry keeps its place in an enumeration.
+class WritePause {
+  public:
+    WritePause();
+
+  private:
+    std::optional<RequestPause> pause_;
 };
 
 } // namespace cdroam

@@ -34,11 +34,19 @@ void setProgram(Task& task) {
     std::memcpy(task.path, kTransferProgram, sizeof kTransferProgram);
 }
 
+// Calls the scheduler, which may wait for another process.
+template <class Call>
+std::uint32_t paused(Call call) {
+    const WritePause pause;
+    return call();
+}
+
 // Deletes one listed task and logs how it went; returns the scheduler's status.
 std::uint32_t deleteTask(const ZpoScheduledTaskEntry& entry) {
     ZpoScheduledTaskRecord record = entry.record;
     setProgram(record);
-    const std::uint32_t status = ZpoDeleteScheduledTaskEx(record, kReserved, kReserved, kReserved);
+    const std::uint32_t status =
+        paused([&] { return ZpoDeleteScheduledTaskEx(record, kReserved, kReserved, kReserved); });
     if (status == 0) {
         (void)addLogEntry(LogError, "CDR: push task deleted successfully");
         return status;
@@ -75,7 +83,7 @@ int QTX_CDRPushSettingImpl::setPushSchedule() {
     (void)std::snprintf(description, sizeof description, "%s Time=%02d:%02d ", prefix.c_str(), time.hour, time.minute);
 
     const int removed = removePushSchedule();
-    const std::uint32_t status = ZpoSetScheduledTask(task, kReserved, kReserved, kReserved);
+    const std::uint32_t status = paused([&] { return ZpoSetScheduledTask(task, kReserved, kReserved, kReserved); });
     if (status != 0) {
         (void)logFormatted(LogNotice, "CDR: schedule push task failed, %s, rc=%d", description,
                            static_cast<int>(status));
@@ -107,7 +115,7 @@ std::string QTX_CDRPushSettingImpl::setTaskDay(ZpoScheduledTask& task) const {
 
 int QTX_CDRPushSettingImpl::removePushSchedule() {
     ZpoScheduledTaskEntry* tasks = nullptr;
-    (void)ZpoGetScheduledTaskList(kTransferProgram, &tasks, kReserved);
+    (void)paused([&] { return ZpoGetScheduledTaskList(kTransferProgram, &tasks, kReserved); });
     std::uint32_t last = 0; // a failure followed by a success is only logged
     for (const ZpoScheduledTaskEntry* task = tasks; task != nullptr; task = task->next) {
         last = deleteTask(*task);
@@ -154,6 +162,7 @@ int QTX_CDRPushSettingImpl::RestoreCallBackHdlr(unsigned long /*event*/) {
 
 void C_RestoreCallBackHdlr(unsigned long value) {
     const RequestLock lock;
+    const ChangeLock change(ChangeLock::Sharing::Alone);
     QTX_CDRPushSettingImpl* const object = gCDRPushInstance;
     if (object == nullptr) {
         return;

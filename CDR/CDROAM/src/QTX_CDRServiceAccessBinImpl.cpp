@@ -28,11 +28,11 @@ int QTX_CDRServiceAccessBinImpl::getSuppressBin(std::string& value, QualifierArr
 }
 
 int QTX_CDRServiceAccessBinImpl::setSuppressBin(std::string value) {
-    reloadTable();
-    if (AssignDigits(value.data(), 0, kMostSuppressed, suppressCount()) != 0) {
+    unsigned char count = 0;
+    if (AssignDigits(value.data(), 0, kMostSuppressed, &count) != 0) {
         return refuse("AssignDigits error");
     }
-    return writeTable("setSuppressBin");
+    return writeRow("setSuppressBin", {offset() + kDigits, 1, {count}});
 }
 
 int QTX_CDRServiceAccessBinImpl::AssignDigits(void* text, unsigned char lowest, unsigned char highest,

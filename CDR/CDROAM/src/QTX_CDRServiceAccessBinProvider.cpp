@@ -19,6 +19,7 @@ const QTX_CDRServiceAccessBinProvider::Definition& QTX_CDRServiceAccessBinProvid
         {&Provider::QTX_CDRServiceAccessBinToCIMInstance, &Provider::QTX_CDRServiceAccessBinToCIMObjectPath,
          &Provider::getQTX_CDRServiceAccessBinWithCIMObjectPath, &Provider::getQTX_CDRServiceAccessBinWithCIMInstance,
          &Provider::modifyInstance, &Manager::createQTX_CDRServiceAccessBin, &Manager::destroyQTX_CDRServiceAccessBin},
+        ChangeLock::Sharing::Together,
     };
     return kDefinition;
 }

@@ -17,6 +17,7 @@ const QTX_CDRServicePrefixBinProvider::Definition& QTX_CDRServicePrefixBinProvid
         {&Provider::QTX_CDRServicePrefixBinToCIMInstance, &Provider::QTX_CDRServicePrefixBinToCIMObjectPath,
          &Provider::getQTX_CDRServicePrefixBinWithCIMObjectPath, &Provider::getQTX_CDRServicePrefixBinWithCIMInstance,
          &Provider::modifyInstance, &Manager::createQTX_CDRServicePrefixBin, &Manager::destroyQTX_CDRServicePrefixBin},
+        ChangeLock::Sharing::Together,
     };
     return kDefinition;
 }

@@ -47,6 +47,7 @@ const QTX_CDRServiceProvider::Definition& QTX_CDRServiceProvider::definition() {
         {&Provider::QTX_CDRServiceToCIMInstance, &Provider::QTX_CDRServiceToCIMObjectPath,
          &Provider::getQTX_CDRServiceWithCIMObjectPath, &Provider::getQTX_CDRServiceWithCIMInstance,
          &Provider::modifyInstance, &Manager::createQTX_CDRService, &Manager::destroyQTX_CDRService},
+        ChangeLock::Sharing::Together,
     };
     return kDefinition;
 }

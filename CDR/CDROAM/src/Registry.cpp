@@ -1,5 +1,7 @@
 #include "Registry.hpp"
 
+#include "RequestLock.hpp"
+
 #include "OW_UTF8Utils.hpp"
 #ifdef CDR_SUPPLY_ISO8859_TO_UTF8
 #include "ISO8859ToUTF8.hpp"
@@ -57,6 +59,7 @@ std::uint32_t readBytes(const Entry& entry, void* buffer, std::uint32_t length) 
 }
 
 std::uint32_t writeBytes(const Entry& entry, const void* buffer, std::uint32_t length) {
+    const WritePause pause;
     return remembered(ZpoSetRegEntryBinary(kComponent, entry.section, entry.key, buffer, length));
 }
 
@@ -65,6 +68,7 @@ std::uint32_t readInteger(const Entry& entry, std::uint32_t& value) {
 }
 
 std::uint32_t writeInteger(const Entry& entry, std::uint32_t value) {
+    const WritePause pause;
     return remembered(ZpoSetRegEntryInt(kComponent, entry.section, entry.key, value));
 }
 
@@ -81,6 +85,7 @@ std::uint32_t readText(const Entry& entry, Text& text) {
 }
 
 std::uint32_t writeText(const Entry& entry, const char* text) {
+    const WritePause pause;
     return remembered(ZpoSetRegEntryString(kComponent, entry.section, entry.key, text));
 }
 
@@ -90,8 +95,11 @@ unsigned char storedTransferType(unsigned char unread) {
 }
 
 std::uint32_t Word::write(const Entry& entry, Cache& cache, unsigned short value) {
-    setLiteral(cache, value);
-    return store(entry, cache);
+    Cache content{};
+    setLiteral(content, value);
+    const std::uint32_t status = store(entry, content);
+    cache = content;
+    return status;
 }
 
 void Word::decode(const Cache& cache, unsigned short& value) {
@@ -103,8 +111,11 @@ void Word::setLiteral(Cache& cache, Literal literal) {
 }
 
 std::uint32_t PackedDigits::write(const Entry& entry, Cache& cache, const std::string& value) {
-    setLiteral(cache, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
-    return store(entry, cache);
+    Cache content{};
+    setLiteral(content, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
+    const std::uint32_t status = store(entry, content);
+    cache = content;
+    return status;
 }
 
 void PackedDigits::decode(const Cache& cache, std::string& value) {

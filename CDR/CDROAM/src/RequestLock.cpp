@@ -1,6 +1,7 @@
 #include "RequestLock.hpp"
 
 #include <mutex>
+#include <shared_mutex>
 #include <utility>
 
 namespace cdroam {
@@ -10,6 +11,15 @@ std::mutex requestMutex;
 
 // How many RequestLocks this thread holds; the mutex is locked by the first.
 thread_local unsigned heldByThread = 0;
+
+// Passed by each change on its way to `changes`, so that one that needs it alone is not kept out by ever new ones that
+// share it.
+std::mutex turnstile;
+std::shared_mutex changes;
+
+// How many ChangeLocks this thread holds; the first decides about sharing.
+thread_local unsigned changesOfThread = 0;
+thread_local ChangeLock::Sharing sharingOfThread = ChangeLock::Sharing::Alone;
 
 } // namespace
 
@@ -36,6 +46,37 @@ RequestPause::~RequestPause() {
     if (held_ != 0) {
         requestMutex.lock();
         heldByThread = held_;
+    }
+}
+
+ChangeLock::ChangeLock(Sharing sharing) {
+    if (changesOfThread == 0) {
+        const RequestPause pause;
+        const std::lock_guard<std::mutex> turn(turnstile);
+        if (sharing == Sharing::Together) {
+            changes.lock_shared();
+        } else {
+            changes.lock();
+        }
+        sharingOfThread = sharing;
+    }
+    ++changesOfThread;
+}
+
+ChangeLock::~ChangeLock() {
+    if (--changesOfThread != 0) {
+        return;
+    }
+    if (sharingOfThread == Sharing::Together) {
+        changes.unlock_shared();
+    } else {
+        changes.unlock();
+    }
+}
+
+WritePause::WritePause() {
+    if (changesOfThread != 0) {
+        pause_.emplace();
     }
 }
 

@@ -5,6 +5,7 @@
 #include "Settings.hpp"
 #include "osa.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include <random>
 #include <sys/ipc.h>
 #include <sys/msg.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace zpo {
@@ -68,13 +70,28 @@ std::uint32_t lockQueues(FileLock& lock) {
     return statusOfFileError(error);
 }
 
+// Whoever creates it: the group of the state directory may send and receive.
+int shareWithGroup(int id) {
+    struct stat directory {};
+    msqid_ds state{};
+    if (stat(settings().stateDirectory->c_str(), &directory) != 0 || msgctl(id, IPC_STAT, &state) != 0) {
+        return errno;
+    }
+    if (state.msg_perm.gid == directory.st_gid) {
+        return 0;
+    }
+    state.msg_perm.gid = directory.st_gid;
+    return msgctl(id, IPC_SET, &state) == 0 ? 0 : errno;
+}
+
 int newKernelQueue(QueueIdentity& identity) {
     std::random_device random;
     for (int attempt = 0; attempt < kKeyAttempts; ++attempt) {
         const auto key = static_cast<key_t>(random());
         const int id = key == IPC_PRIVATE ? -1 : msgget(key, IPC_CREAT | IPC_EXCL | 0660);
         if (id >= 0) {
-            return inspectQueue(id, identity);
+            const int error = shareWithGroup(id);
+            return error == 0 ? inspectQueue(id, identity) : error;
         }
         if (errno != EEXIST) {
             return errno;
@@ -115,6 +132,7 @@ std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity) {
     }
     const int gone = inspectQueue(named.id, present);
     if (gone == EACCES && msgget(named.key, 0) == named.id) { // any user may ask which queue has the key
+        identity = named;
         return OSA_NO_ACCESS;
     }
     if (gone != 0 || !(present == named)) {
@@ -124,12 +142,24 @@ std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity) {
     return OSA_OK;
 }
 
-std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name) {
+std::vector<std::string> queueNames() {
+    std::vector<std::string> names;
     std::error_code error;
     for (std::filesystem::directory_iterator file(queueDirectory(), error), end; !error && file != end;
          file.increment(error)) {
-        name = file->path().filename();
-        if (isQueueName(name.c_str()) && readQueueFile(name, identity) == OSA_OK && identity.id == id) {
+        const std::string name = file->path().filename();
+        if (isQueueName(name.c_str())) {
+            names.push_back(name);
+        }
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name) {
+    for (const std::string& one : queueNames()) {
+        if (readQueueFile(one, identity) == OSA_OK && identity.id == id) {
+            name = one;
             return OSA_OK;
         }
     }

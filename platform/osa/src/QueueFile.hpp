@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <sys/types.h>
+#include <vector>
 
 namespace zpo {
 
@@ -24,8 +25,11 @@ bool isQueueName(const char* name);
 int inspectQueue(int id, QueueIdentity& identity);
 
 /// Reads the file that names a queue in the state directory and checks that the kernel's queue is still the one it
-/// names. Returns a status of osa.h.
+/// names. Returns a status of osa.h; `identity` is known with OSA_OK and OSA_NO_ACCESS.
 std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity);
+
+/// The names that have files, sorted. Their queues may be gone.
+std::vector<std::string> queueNames();
 
 /// Finds the name file of the queue with this id. OSA_QUEUE_NOT_FOUND when no file names a live queue with it.
 std::uint32_t findQueueFile(int id, QueueIdentity& identity, std::string& name);

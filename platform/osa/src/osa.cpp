@@ -1,5 +1,6 @@
 #include "osa.h"
 
+#include "Diagnostics.hpp"
 #include "PerProcess.hpp"
 #include "QueueFile.hpp"
 
@@ -10,6 +11,8 @@
 #include <exception>
 #include <map>
 #include <mutex>
+#include <set>
+#include <string>
 #include <sys/msg.h>
 #include <thread>
 
@@ -45,6 +48,16 @@ class KnownQueues {
         byId_[identity.id] = identity;
     }
 
+    /// True when the queue was usable, or not asked for, at the last call.
+    bool firstRefusal(const std::string& name) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        return refused_.insert(name).second;
+    }
+    void endRefusal(const std::string& name) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        refused_.erase(name);
+    }
+
     enum class Comparison { Unknown, Same, Other };
 
     Comparison compare(const QueueIdentity& identity) {
@@ -58,10 +71,21 @@ class KnownQueues {
 
   private:
     std::map<int, QueueIdentity> byId_;
+    std::set<std::string> refused_; ///< queues that exist and may not be used
 };
 
 KnownQueues& knownQueues() {
     return sharedState<KnownQueues>();
+}
+
+// A queue that exists and cannot be used is worth a line, once: senders pass over queues that they do not find.
+void reportAccess(const std::string& name, std::uint32_t status, int id) {
+    if (status != OSA_NO_ACCESS) {
+        knownQueues().endRefusal(name);
+    } else if (knownQueues().firstRefusal(name)) {
+        logInternal(4, "queue " + name + " (id " + std::to_string(id) +
+                           ") exists, but this user may not use it (0x300007): see osqueue list");
+    }
 }
 
 // Returns OSA_OK when the id is that of a live queue of the state directory.
@@ -141,6 +165,9 @@ uint32_t osQueueGetId(const char* name, uint32_t* id) {
         if (status == OSA_OK) {
             knownQueues().add(identity);
             *id = static_cast<std::uint32_t>(identity.id);
+        }
+        if (status != OSA_BAD_NAME) {
+            reportAccess(name, status, identity.id);
         }
         return status;
     });

@@ -170,7 +170,9 @@ typedef struct ZpoScheduledTaskEntry {
 } ZpoScheduledTaskEntry;
 #pragma pack(pop)
 
-/* Adds a task. `a`, `b`, `c` are reserved and ignored (callers pass 1000). An identical task is added again.
+/* Adds a task. `a`, `b`, `c` are reserved and ignored (callers pass 1000). An identical task is added again. When the
+ * table cannot be changed, here or in a deletion, the next program that registers for restores is told of one, so that
+ * it sets its tasks again.
  */
 ZPO_API uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c);
 
@@ -194,8 +196,9 @@ typedef void (*ZpoRegBackupAndRestoreCallback)(unsigned long event);
 
 /* Registers `callback` under `name` (1 to 64 bytes): it is called once for each backup or restore of the registry, by
  * whatever process, that is completed from now on. `kind` is a mask of the events wanted. A second registration under
- * the same name in the same process replaces the callback and the mask; events not yet delivered are not lost.
- * The shared object that holds the callback stays loaded until the process ends. A forked child has no registrations.
+ * the same name in the same process replaces the callback and the mask; events not yet delivered are not lost. While a
+ * task is pending (see ZpoSetScheduledTask) a new registration is told of a restore at once. The shared object that
+ * holds the callback stays loaded until the process ends. A forked child has no registrations.
  */
 ZPO_API uint32_t ZpoNotifyRegBackupAndRestore(const char* name, ZpoRegBackupAndRestoreCallback callback, uint32_t kind);
 

@@ -4,9 +4,11 @@
 #include "LogSink.hpp"
 #include "PerProcess.hpp"
 #include "Settings.hpp"
+#include "StatusText.hpp"
 #include "ZpoShared.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <fmt/format.h>
 #include <map>
@@ -60,11 +62,21 @@ std::uint32_t nextHandle(Modules& all) {
     return all.lastHandle;
 }
 
+// What the number at the end of the text means, when it is one of the platform's statuses, as in "error = 2097165".
+std::string meaningOfStatus(std::string_view text) {
+    constexpr std::size_t kDigits = 7; // of all statuses
+    const std::size_t before = text.find_last_not_of("0123456789") + 1;
+    std::uint32_t status = 0;
+    std::from_chars(text.data() + before, text.data() + text.size(), status);
+    const bool whole = before != 0 && text.size() - before == kDigits;
+    return whole && findStatus(status) != nullptr ? ": " + statusText(status) : std::string();
+}
+
 std::string formatEntry(std::int32_t category, std::int32_t level, std::int32_t identifier, const char* text) {
     const std::string_view whole = bounded(text, kMaxText);
     const bool cut = whole.size() > kMaxText;
     return fmt::format("category={} level={} id={}: {}{}", category, level, identifier,
-                       escapeLogText(whole.substr(0, kMaxText)), cut ? " [cut]" : "");
+                       escapeLogText(whole.substr(0, kMaxText)), cut ? " [cut]" : meaningOfStatus(whole));
 }
 
 void writeLine(const Module& module, const std::string& line) {

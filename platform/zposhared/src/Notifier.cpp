@@ -4,6 +4,7 @@
 #include "EventWatch.hpp"
 #include "PerProcess.hpp"
 #include "ProcessRegistry.hpp"
+#include "Scheduler.hpp"
 #include "Settings.hpp"
 
 #include <algorithm>
@@ -31,7 +32,8 @@ struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
     std::optional<StoreCounters>
-        notified; ///< the events it has been notified of; empty: the registry could not be read
+        notified;      ///< the events it has been notified of; empty: the registry could not be read
+    bool owed = false; ///< a restore event, because a task is pending: who sets the tasks then sets them again
 };
 
 struct Call {
@@ -92,7 +94,10 @@ class Notifier {
         if (!start()) {
             return ZPO_NOTIFY_NO_THREAD;
         }
-        registrations_[name] = Registration{callback, kind, currentCounters()};
+        registrations_[name] = Registration{callback, kind, currentCounters(), isTaskPending()};
+        if (registrations_[name].owed) {
+            announceEvent(*settings().stateDirectory); // the thread may be asleep already
+        }
         return ZPO_OK;
     }
 
@@ -155,7 +160,9 @@ class Notifier {
         for (auto& [name, registration] : registrations_) {
             addCalls(calls, registration, ZPO_EVENT_BACKUP, newEvents(registration, *now, &StoreCounters::backups));
             addCalls(calls, registration, ZPO_EVENT_RESTORE, newEvents(registration, *now, &StoreCounters::restores));
+            addCalls(calls, registration, ZPO_EVENT_RESTORE, registration.owed ? 1 : 0);
             registration.notified = now;
+            registration.owed = false;
         }
         return calls;
     }

@@ -5,12 +5,10 @@
 #include "StoreHead.hpp"
 #include "ZpoShared.h"
 
-#include <cerrno>
 #include <cstring>
 #include <ctime>
 #include <fmt/format.h>
 #include <mutex>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace zpo {
@@ -47,11 +45,6 @@ std::uint32_t putAll(MDB_txn* transaction, MDB_dbi dbi, const std::vector<Entry>
         }
     }
     return ZPO_OK;
-}
-
-bool isDiskFull(const std::string& path) {
-    struct statvfs disk {};
-    return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
 }
 
 // Calls `each` for every entry.
@@ -100,6 +93,7 @@ std::uint32_t RegistryStore::reopen(bool toWrite) {
     if (isUsable(toWrite)) {
         return ZPO_OK; // another thread has reopened it
     }
+    replaced_ = replaced_ || (store_ != nullptr && !store_->isCurrent());
     store_.reset();
     std::string problem;
     std::uint32_t status = StoreEnvironment::open(path_, mapBytes_, store_, problem);
@@ -117,11 +111,19 @@ std::uint32_t RegistryStore::checkFormat() {
     return error == 0 ? getHead(transaction.get(), store_->entries(), head) : statusOfError(error);
 }
 
+// One line for a failure, and one for its end.
 void RegistryStore::report(std::uint32_t status, const std::string& problem) {
+    if (status == ZPO_REG_STORE_BUSY && problem == StoreEnvironment::kForeignReaders) {
+        return; // a step of taking over a file that replaced another
+    }
     if (status != ZPO_OK && status != reported_) {
         logInternal(
             4, fmt::format("registry {}: {}{}{}", path_, statusText(status), problem.empty() ? "" : ": ", problem));
+    } else if (status == ZPO_OK && (reported_ != ZPO_OK || replaced_)) {
+        logInternal(2, fmt::format("registry {}: {}", path_,
+                                   reported_ != ZPO_OK ? "in use again" : "was replaced; the new file is in use"));
     }
+    replaced_ = replaced_ && status != ZPO_OK;
     reported_ = status;
 }
 
@@ -158,7 +160,7 @@ void RegistryStore::recover(int error) {
 // interval. Nobody writes meanwhile, so the table cannot be this file's own. False when opening again is of no use.
 bool RegistryStore::dropForeignReaders() {
     FileLock writeLock;
-    if (lockForWriting(writeLock) != ZPO_OK) {
+    if (lockForWriting(writeLock, Change::Clock::now() + lockTimeout_) != ZPO_OK) {
         return false;
     }
     const std::unique_lock<std::shared_mutex> lock(mutex_);
@@ -193,56 +195,6 @@ std::uint32_t RegistryStore::reading(const Read& read) {
     }
     recover(error);
     return readingOnce(read, error);
-}
-
-// LMDB waits for its own write lock without limit. Whoever holds this lock finds LMDB's free.
-std::uint32_t RegistryStore::lockForWriting(FileLock& lock) {
-    const int error = lock.acquire(lockPath_, lockTimeout_);
-    if (error == ETIMEDOUT) {
-        logInternal(4, fmt::format("registry {}: {}", path_, statusText(ZPO_REG_LOCKED)));
-        return ZPO_REG_LOCKED;
-    }
-    return error == EACCES || error == EPERM ? ZPO_REG_NOT_WRITABLE : statusOfError(error);
-}
-
-std::uint32_t RegistryStore::writingOnce(const Work& work, int& error) {
-    FileLock writeLock;
-    std::shared_lock<std::shared_mutex> lock;
-    std::uint32_t status = acquire(lock, true); // also creates the directory that the lock lies in
-    if (status == ZPO_OK) {
-        lock.unlock(); // so that the process's readers can reopen the store meanwhile
-        status = lockForWriting(writeLock);
-    }
-    if (status != ZPO_OK || (status = acquire(lock, true)) != ZPO_OK) {
-        return status;
-    }
-    MDB_txn* transaction = nullptr;
-    error = mdb_txn_begin(store_->env(), nullptr, 0, &transaction);
-    if (error != 0) {
-        return statusOfError(error);
-    }
-    status = work(transaction, store_->entries());
-    if (status != ZPO_OK) {
-        mdb_txn_abort(transaction);
-        error = status == ZPO_REG_STORE_FULL ? MDB_MAP_FULL : 0;
-        return status;
-    }
-    error = mdb_txn_commit(transaction);
-    // LMDB reports a write cut short by a full disk as an input/output error.
-    return error == EIO && isDiskFull(path_) ? ZPO_REG_STORE_FULL : statusOfError(error);
-}
-
-std::uint32_t RegistryStore::writing(const Work& work) {
-    int error = 0;
-    std::uint32_t status = writingOnce(work, error);
-    if (status == ZPO_REG_STORE_BUSY && error == 0 && dropForeignReaders()) {
-        status = writingOnce(work, error);
-    }
-    if (error != MDB_MAP_RESIZED && error != MDB_MAP_FULL && error != MDB_PANIC) {
-        return status;
-    }
-    recover(error);
-    return writingOnce(work, error);
 }
 
 template <class Consume>
@@ -367,6 +319,10 @@ std::uint32_t RegistryStore::countBackup() {
         ++head.counters.backups;
         return status == ZPO_OK ? putHead(transaction, entries, head) : status;
     });
+}
+
+std::uint32_t RegistryStore::checkWritable() {
+    return writing([](MDB_txn* /*transaction*/, MDB_dbi /*entries*/) { return std::uint32_t{ZPO_OK}; });
 }
 
 std::uint32_t RegistryStore::counters(StoreCounters& counters) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "ChangeQueue.hpp"
 #include "Files.hpp"
 #include "RegistryEntry.hpp"
 #include "StoreEnvironment.hpp"
@@ -8,7 +9,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <shared_mutex>
@@ -44,11 +44,14 @@ class RegistryStore {
     std::uint32_t list(std::vector<Entry>& entries, std::size_t& damaged);
 
     std::uint32_t countBackup();
+    /// Goes all the way of a write without one: neither the disk nor a counter changes.
+    std::uint32_t checkWritable();
     /// Reads the counters; a store that was never written has all zero.
     std::uint32_t counters(StoreCounters& counters);
 
   private:
-    using Work = std::function<std::uint32_t(MDB_txn*, MDB_dbi)>;
+    using Work = Change::Work;
+    using Deadline = Change::Clock::time_point;
 
     // `read` is a Work, `consume` takes the kind and the bytes of an entry; templates, since reads are many and short.
     template <class Read>
@@ -58,8 +61,10 @@ class RegistryStore {
     template <class Consume>
     std::uint32_t read(const EntryName& name, const Consume& consume);
     std::uint32_t writing(const Work& work);
-    std::uint32_t writingOnce(const Work& work, int& error);
-    std::uint32_t lockForWriting(FileLock& lock);
+    void makeAll(ChangeQueue::Turn& turn, Change& own);
+    std::uint32_t committing(const Work& work, Deadline until);
+    std::uint32_t committingOnce(const Work& work, Deadline until, int& error);
+    std::uint32_t lockForWriting(FileLock& lock, Deadline until);
     std::uint32_t acquire(std::shared_lock<std::shared_mutex>& lock, bool toWrite);
     std::uint32_t reopen(bool toWrite);
     std::uint32_t checkFormat();
@@ -72,10 +77,12 @@ class RegistryStore {
     const std::string lockPath_; ///< locked while a thread of any process writes
     const std::size_t mapBytes_;
     const std::chrono::milliseconds lockTimeout_;
+    ChangeQueue changes_;
     std::shared_mutex mutex_; ///< shared: using store_; exclusive: replacing it
     std::unique_ptr<StoreEnvironment> store_;
     std::atomic<std::int64_t> nextFileCheck_{0};
     std::uint32_t reported_ = 0;
+    bool replaced_ = false; ///< the path has led to another file since the last success
 };
 
 } // namespace zpo

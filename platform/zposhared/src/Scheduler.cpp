@@ -9,15 +9,38 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
+#include <fmt/format.h>
 #include <functional>
 #include <memory>
+#include <unistd.h>
 
 namespace zpo {
 namespace {
 
+std::string pendingFile() {
+    return *settings().stateDirectory + "/crontab.pending";
+}
+
 std::unique_ptr<CrontabBackend> makeBackend() {
     const std::string& directory = *settings().crontabDirectory;
     return directory.empty() ? makeCrontabProgram() : makeCrontabDirectory(directory);
+}
+
+// Remembers in the state directory that the crontab may not hold what the settings say, or that it does again.
+void keepPending(std::uint32_t status) {
+    if (!settings().stateDirectory) {
+        return;
+    }
+    const std::string file = pendingFile();
+    if (status == ZPO_OK) {
+        unlink(file.c_str());
+    } else if (status != ZPO_SCHED_TASK_NOT_FOUND) {
+        openFile(file, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOFOLLOW, 0660);
+        logInternal(4, fmt::format("crontab: {}; the settings are stored, the task is not as they say: it is set again "
+                                   "after the next start or restore",
+                                   statusText(status)));
+    }
 }
 
 std::uint32_t lockTable(FileLock& lock) {
@@ -80,10 +103,12 @@ std::uint32_t setTask(const ZpoScheduledTask& record) {
     if (task.dayOfWeek == "7") {
         task.dayOfWeek = std::to_string(*settings().sunday);
     }
-    return edit([&](CrontabTable& table) {
+    status = edit([&](CrontabTable& table) {
         table.add(task);
         return ZPO_OK;
     });
+    keepPending(status);
+    return status;
 }
 
 std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
@@ -98,6 +123,7 @@ std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head) {
     std::string text;
     status = makeBackend()->read(text); // needs no lock: the table is replaced atomically
     if (status != ZPO_OK) {
+        keepPending(status); // the caller may mean to remove what it cannot see
         return status;
     }
     const auto tasks = CrontabTable(text).list(path);
@@ -117,7 +143,14 @@ std::uint32_t deleteTask(const ZpoScheduledTaskRecord& record) {
     if (status != ZPO_OK) {
         return status;
     }
-    return edit([&](CrontabTable& table) { return table.remove(task) ? ZPO_OK : ZPO_SCHED_TASK_NOT_FOUND; });
+    const std::uint32_t result =
+        edit([&](CrontabTable& table) { return table.remove(task) ? ZPO_OK : ZPO_SCHED_TASK_NOT_FOUND; });
+    keepPending(result);
+    return result;
+}
+
+bool isTaskPending() {
+    return settings().stateDirectory && access(pendingFile().c_str(), F_OK) == 0;
 }
 
 void freeTasks(ZpoScheduledTaskEntry* head) {

@@ -10,6 +10,8 @@ namespace zpo {
 std::uint32_t setTask(const ZpoScheduledTask& record);
 std::uint32_t listTasks(const char* path, ZpoScheduledTaskEntry** head);
 std::uint32_t deleteTask(const ZpoScheduledTaskRecord& record);
+/// Whether a task could not be set or removed, and none has been since.
+bool isTaskPending();
 void freeTasks(ZpoScheduledTaskEntry* head);
 
 } // namespace zpo

@@ -186,9 +186,14 @@ std::uint32_t StoreEnvironment::rememberFile() {
     inode_ = status.st_ino;
     size_ = status.st_size;
     readersInode_ = inodeOfReaders(path_);
-    // After a power cut a new file's name must be there too, not only its content.
-    syncDirectory(directoryOf(path_));
     return ZPO_OK;
+}
+
+void StoreEnvironment::keepName() {
+    if (!nameKept_) {
+        syncDirectory(directoryOf(path_));
+        nameKept_ = true;
+    }
 }
 
 ReadTransaction::ReadTransaction(StoreEnvironment& store, int& error) : store_(store) {

@@ -32,6 +32,8 @@ class StoreEnvironment {
     bool isReadOnly() const { return readOnly_; }
     /// Whether the path still leads to this file and its table of readers, and the file has not been truncated.
     bool isCurrent() const;
+    /// To be called by each writer: after a power cut the file's name must be there too, not only its content.
+    void keepName();
 
   private:
     friend class ReadTransaction;
@@ -44,6 +46,7 @@ class StoreEnvironment {
     MDB_env* env_ = nullptr;
     MDB_dbi entries_ = 0;
     bool readOnly_ = false;
+    bool nameKept_ = false;
     std::string path_;
     dev_t device_ = 0;
     ino_t inode_ = 0;

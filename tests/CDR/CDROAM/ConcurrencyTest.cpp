@@ -23,21 +23,76 @@ class ConcurrencyTest : public ModuleTest {
     const std::function<void()> arm = [this] { EXPECT_EQ(set(kPushSetting, "TransferTime", "1:00"), ""); };
 };
 
-TEST_F(ConcurrencyTest, RequestsAndRestoresTakeTurns) {
-    const std::function<void()> read = [this] { get(kService); };
-    const std::function<void()> list = [this] { instances("QTX_CDRServicePrefixBin"); };
-    const std::function<void()> refresh = [this] { invoke(path(kService), "Refresh"); };
-    for (const auto& first : {arm, restore}) {
-        for (const auto& second : {read, list, refresh, arm, restore}) {
-            std::future<void> waiting;
-            platform.during("ZpoGetScheduledTaskList", [&] {
-                waiting = std::async(std::launch::async, second);
-                EXPECT_EQ(waiting.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
+// What may run while `first` waits in a function of the platform.
+TEST_F(ConcurrencyTest, ReadsGoOnDuringAChangeAndOtherChangesWait) {
+    using Work = std::function<void()>;
+    const Work read = [this] { get(kService); };
+    const Work list = [this] { instances("QTX_CDRServicePrefixBin"); };
+    const Work refresh = [this] { invoke(path(kService), "Refresh"); };
+    const Work limit = [this] { EXPECT_EQ(set(kService, "DigitsLimit", value("uint16", "9")), ""); };
+    const Work two = [this] {
+        EXPECT_EQ(failure([this] {
+                      modify(changed(kService,
+                                     {{"DigitsLimit", value("uint16", "8")}, {"FeatureCode", value("string", "7")}}));
+                  }),
+                  "");
+    };
+    const Work bin = [this] { EXPECT_EQ(set(binPath("CDRServicePrefixBin", 1), "PrefixBin", "11"), ""); };
+    struct Case {
+        const char* function;
+        Work first;
+        std::vector<Work> run;
+        std::vector<Work> wait;
+    };
+    const std::vector<Work> reads{read, list, refresh};
+    for (const Case& c : {Case{"ZpoGetScheduledTaskList", arm, reads, {arm, restore, limit}},
+                          Case{"ZpoGetScheduledTaskList", restore, reads, {arm, restore, two}},
+                          Case{"ZpoSetRegEntryBinary", limit, {read, list, limit, bin}, {arm, two}},
+                          Case{"ZpoSetRegEntryBinary", two, reads, {two, limit, bin}},
+                          Case{"ZpoSetRegEntryBinary", bin, {read, list, limit}, {bin, two}}}) {
+        const auto during = [&](const Work& second, std::chrono::milliseconds patience, std::future_status expected) {
+            std::future<void> other;
+            platform.during(c.function, [&] {
+                other = std::async(std::launch::async, second);
+                EXPECT_EQ(other.wait_for(patience), expected);
             });
-            first();
-            waiting.get();
+            c.first();
+            other.get();
+        };
+        for (const Work& second : c.run) {
+            during(second, std::chrono::seconds(60), std::future_status::ready);
+        }
+        for (const Work& second : c.wait) {
+            during(second, std::chrono::milliseconds(30), std::future_status::timeout);
         }
     }
+}
+
+// Rows that are changed while the table is written are written together afterwards, and none is lost.
+TEST_F(ConcurrencyTest, RowsThatWaitShareAWrite) {
+    const auto change = [this](int row, const std::string& digits) {
+        EXPECT_EQ(set(binPath("CDRServicePrefixBin", row), "PrefixBin", digits), "");
+    };
+    std::size_t writes = 4;
+    for (int round = 0; round < 100 && writes == 4; ++round) { // until the three have come in time
+        platform.forget();
+        std::vector<std::future<void>> others;
+        platform.during("ZpoSetRegEntryBinary", [&] {
+            for (int row = 1; row < 4; ++row) {
+                others.push_back(std::async(std::launch::async, change, row, std::to_string(round)));
+            }
+            others.back().wait_for(std::chrono::milliseconds(round));
+        });
+        change(0, std::to_string(round));
+        for (std::future<void>& other : others) {
+            other.get();
+        }
+        for (int row = 0; row < 4; ++row) {
+            EXPECT_EQ(shown(get(binPath("CDRServicePrefixBin", row)), "PrefixBin"), std::to_string(round));
+        }
+        writes = platform.calls("ZpoSetRegEntryBinary").size();
+    }
+    EXPECT_LT(writes, 4U);
 }
 
 TEST_F(ConcurrencyTest, ALongPushHoldsUpNobody) {

@@ -38,6 +38,22 @@ TEST_F(CimomTest, CompletesInstances) {
     EXPECT_EQ(record.calls.back(), "get root/test /:T_Thing.Name=\"one\" ");
 }
 
+TEST_F(CimomTest, WarnsOnceOfWhatTheClassDoesNotDeclareSo) {
+    record.present.setProperty(CIMName("Foreign"), CIMValue("x"));
+    record.present.setProperty(CIMProperty(CIMName("B"), CIMValue(UInt8(5))));
+    const StringArray some = listOf<String>({"Name"});
+    InstanceSelection part;
+    part.propertyList = &some;
+    testing::internal::CaptureStderr();
+    instances("T_Thing", part); // may be a part of the instance only
+    instances("T_Thing");
+    instances("T_Thing");
+    const std::string log = testing::internal::GetCapturedStderr();
+    EXPECT_THAT(log, HasSubstr("schema: T_Thing does not fit what its provider delivers: B is declared as string and "
+                               "delivered as uint8; Foreign is not declared\n"));
+    EXPECT_EQ(support::countOf("schema: ", log), 1U) << log;
+}
+
 TEST_F(CimomTest, GivesUntypedPropertiesTheTypeOfTheClassOrRefusesThem) {
     record.present.setProperty(CIMName("C"), CIMValue(CIMNULL));
     EXPECT_TRUE(instances("T_Thing")[0].getProperty(CIMName("C")).getDataType());

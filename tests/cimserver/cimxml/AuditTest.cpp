@@ -42,6 +42,23 @@ TEST_F(Audit, SaysWhatTheProviderShowsAfterwards) {
                 HasSubstr("root A=\"9\", B=\"9\" (reads unchanged), C=\"9\" (reads \"5\"), Password=*** -> ok"));
 }
 
+TEST_F(Audit, RefusedRequestsOfAUserAreSummedUp) {
+    audit::configure({dir_ / "audit", false});
+    for (unsigned i = 0; i < audit::kMostRefusals + 5; ++i) {
+        cimxml::AuditRecord(context_, message_).write({2, "the role is read"});
+    }
+    cimxml::AuditRecord begun(context_, message_);
+    begun.beforeChange();
+    begun.write({1, "failed"}); // is no refusal
+    const auto lines = [this] { return support::countOf("\n", support::contentOf(dir_ / "audit")); };
+    EXPECT_EQ(lines(), audit::kMostRefusals + 2);
+    audit::sumUp(std::chrono::steady_clock::now() + std::chrono::seconds(59));
+    EXPECT_EQ(lines(), audit::kMostRefusals + 2);
+    audit::sumUp(std::chrono::steady_clock::now() + std::chrono::minutes(2));
+    EXPECT_THAT(support::contentOf(dir_ / "audit"),
+                testing::EndsWith(" audit user=ann -> 5 more requests were refused within a minute\n"));
+}
+
 TEST_F(Audit, AChangeThatCannotBeRecordedIsPrevented) {
     audit::configure({"/dev/full", false});
     EXPECT_THROW(record_.beforeChange(), CimError);
@@ -65,15 +82,30 @@ TEST_F(Audit, TheFileGoesOnAfterATornLineAndWhenItIsMoved) {
 TEST_F(Audit, GoesToASyslogSocketAndNoticesThatNobodyListens) {
     sockaddr_un address{AF_UNIX, {}};
     (dir_ / "log").copy(address.sun_path, sizeof address.sun_path - 1);
-    const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
-    ASSERT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const auto listen = [&] {
+        const int server = ::socket(AF_UNIX, SOCK_DGRAM, 0);
+        EXPECT_EQ(::bind(server, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+        return server;
+    };
+    const auto expectLine = [](int server, const std::string& line) {
+        char text[200] = {};
+        EXPECT_GT(::recv(server, text, sizeof text - 1, MSG_DONTWAIT), 0);
+        EXPECT_THAT(text, testing::MatchesRegex("<85>cimserverd\\[[0-9]*\\]: audit " + line));
+    };
+    int server = listen();
     audit::configure({dir_ / "log", false});
     EXPECT_TRUE(audit::begin("first"));
-    char text[200] = {};
-    EXPECT_GT(::recv(server, text, sizeof text - 1, MSG_DONTWAIT), 0);
-    EXPECT_THAT(text, testing::MatchesRegex("<85>cimserverd\\[[0-9]*\\]: audit first -> begun"));
+    expectLine(server, "first -> begun");
     ::close(server);
     EXPECT_FALSE(audit::begin("second"));
+    std::filesystem::remove(dir_ / "log");
+    server = listen();
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(audit::begin("third"));
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("writing " + (dir_ / "log") + " again"));
+    expectLine(server, "1 lines are missing here");
+    expectLine(server, "third -> begun");
+    ::close(server);
 }
 
 } // namespace

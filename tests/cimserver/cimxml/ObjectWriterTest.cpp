@@ -63,8 +63,8 @@ TEST(Properties, AreWritten) {
          R"(&lt;/VALUE&gt;&lt;/PROPERTY&gt;&lt;/INSTANCE&gt;</VALUE>)"},
         {CIMProperty("L", CIMValue(Char16(UInt16(0xD800)))), " NAME=\"L\" TYPE=\"char16\"><VALUE>\xEF\xBF\xBD</VALUE>"},
         {CIMProperty("T\n", CIMValue("a\tb\r\nc")), " NAME=\"T&#10;\" TYPE=\"string\"><VALUE>a\tb&#13;\nc</VALUE>"},
-        {CIMProperty("T", CIMValue("\xE2\x82|\xF0\x9F\x98|\xC3|\xF5|\xEF\xBF\xBE|\xC3\xA4")),
-         " NAME=\"T\" TYPE=\"string\"><VALUE>\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xC3\xA4</VALUE>"},
+        {CIMProperty("T", CIMValue("\xE0\xA0|\xF0\x9F\x98|\xC3|\xF5\x80|\xEF\xBF\xBE|\xC3\xA4")),
+         " NAME=\"T\" TYPE=\"string\"><VALUE>\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD|\xEF\xBF\xBD\xEF\xBF\xBD|\xEF\xBF\xBD|\xC3\xA4</VALUE>"},
         {CIMProperty("R", CIMValue(Real64(0.0) / 0.0)), R"( NAME="R" TYPE="real64"><VALUE>NaN</VALUE>)"},
     };
     // clang-format on

@@ -84,7 +84,7 @@ TEST_F(LimitsTest, AClientThatDoesNotReadItsAnswerIsLeft) {
 
 TEST_F(LimitsTest, ConnectionsOverTheCapAreToldSo) {
     settings_.limits.connections = 2;
-    settings_.limits.loopbackConnections = 2;
+    settings_.limits.loopbackConnections = 3;
     start();
     auto first = connect();
     ASSERT_EQ(first.ask(post("a")).status, 200U);

@@ -68,7 +68,8 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
     const auto name = dir / "conf";
     const auto write = [&name](const char* text) { support::writeFile(name, text); };
     write("# a comment\nlisten = [\"127.0.0.1:1\", \"127.0.0.1:2\"]\nidle-timeout = 250ms\nmax-body = 2M\n"
-          "forward-unchanged = true\nrealm = \"two words\"\nlog-level = error\nprovider-config = [\"a.b=c=d\"]\n"
+          "forward-unchanged = true\nrealm = \"two words\"\nlog-level = error\nprovider-config = [\"a.b=c=d\",\n  "
+          "\"e=f, g\"\n]\n"
           "concurrent-provider = [\"A\", \"B\"]\n");
     const auto options = parse({"--config", name.c_str(), "--max-body", "1K", "--log-level", "debug"});
     EXPECT_EQ(options.http.listeners.size(), 2U);
@@ -77,7 +78,7 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
     EXPECT_TRUE(options.forwardUnchanged);
     EXPECT_EQ(options.http.login.realm, "two words");
     EXPECT_EQ(options.log.level, log::Level::Debug);
-    EXPECT_EQ(options.providerConfig.at("a.b"), "c=d");
+    EXPECT_EQ(options.providerConfig.at("a.b") + options.providerConfig.at("e"), "c=df, g");
     EXPECT_EQ(options.concurrentProviders, (std::set<std::string>{"A", "B"}));
     const std::pair<const char*, const char*> bad[] = {
         {"idle-timout = 3s\n", "the configuration file has an unknown option: idle-timout"},
@@ -86,6 +87,10 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
         {"workers = 0\n", "--workers: Value 0 not in range 1 to 64"},
         {"realm = 'a\"b'\n", "--realm: quotes, backslashes and line ends cannot stand in it"},
         {"provider-config = novalue\n", "--provider-config: 'novalue' is not KEY=VALUE"},
+        {"listen = [\"127.0.0.1:1\",\n \"127.0.0.1:2\"\nrealm = x\n",
+         "line 1 of the configuration file: the list has no end: ] is missing"},
+        {"# [\nlisten = [\"127.0.0.1:1\" # ]\n", "line 2 of the configuration file: the list has no end: ] is missing"},
+        {"realm = \"x\nmof = y\n", "line 1 of the configuration file: a quotation mark is missing"},
     };
     for (const auto& [text, message] : bad) {
         write(text);

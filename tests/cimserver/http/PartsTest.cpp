@@ -88,10 +88,11 @@ TEST(Log, KeepsOneEntryOneLineAndItsLevel) {
     const support::TempDir dir;
     log::configure({dir / "log", log::Level::Error});
     log::write(log::Level::Warning, "test", "below the level");
-    log::write(log::Level::Error, "test", "a\nforged\x1b[2J entry\x7f \xC3\xA4\xF0\x9F\x98\x80 \xC2\x9B\xE9");
+    log::write(log::Level::Error, "test", "a\nforged\x1b[2J entry\x7f \xC3\xA4\xF0\x9F\x98\x80 \xC2\x9B\xFF\x9B\xE9");
     log::write(log::Level::Error, "test", "\xC0\x80\xED\xA0\x80\xE2\x82");
     log::audit("always");
-    const std::string forged = "error test: a\\nforged\\x1b[2J entry\\x7f \xC3\xA4\xF0\x9F\x98\x80 \\xc2\\x9b\\xe9\n";
+    const std::string forged =
+        "error test: a\\nforged\\x1b[2J entry\\x7f \xC3\xA4\xF0\x9F\x98\x80 \\xc2\\x9b\\xff\\x9b\\xe9\n";
     const std::string broken = "error test: \\xc0\\x80\\xed\\xa0\\x80\\xe2\\x82\n";
     EXPECT_EQ(std::regex_replace(support::contentOf(dir / "log"), std::regex("[0-9][^ \n]* (?=error|audit)"), ""),
               forged + broken + "audit cimserverd: always\n");

@@ -5,6 +5,8 @@
 #include "cimserver/http/UserFile.hpp"
 
 #include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 
 using ::testing::HasSubstr;
 
@@ -184,6 +186,9 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
         {"overflow", SIGSEGV, "SIGSEGV at 0x", " in a request\n"},
         {"abort", SIGABRT, "SIGABRT sent by", " in a request\n"},
         {"crash in a thread", SIGSEGV, "SIGSEGV at 0x10", " outside of the requests\n"}};
+    char today[11];
+    const std::time_t now = std::time(nullptr);
+    (void)std::strftime(today, sizeof today, "%Y-%m-%d", std::gmtime(&now));
     const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
     for (const auto& [how, signal, line, where] : cases) {
         http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
@@ -192,9 +197,142 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
         for (const char* file : {"log", "err"}) {
             EXPECT_THAT(
                 support::contentOf(dir_ / file),
-                ::testing::AllOf(HasSubstr(line), HasSubstr(where), HasSubstr(task), HasSubstr("libACMEThing.so+0x")));
+                ::testing::AllOf(HasSubstr(line), HasSubstr(where), HasSubstr(task), HasSubstr("libACMEThing.so+0x"),
+                                 ::testing::ContainsRegex(std::string(today) + "T[0-9:.]+.00:00 fatal crash: ")));
             std::filesystem::remove(dir_ / file);
         }
+    }
+}
+
+// As root the files of somebody else are readable, too.
+TEST_F(ProgramTest, ACheckSeesWhatTheServicesUserSees) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "needs root";
+    }
+    const auto check = [this](const std::string& more) {
+        const auto result = serverWith("--mof empty.mof --check --user nobody " + more);
+        return std::to_string(result.exitCode) + " " + result.output;
+    };
+    EXPECT_EQ(run("chmod 755 . && mkdir -m 700 hidden && install -d -m 750 -g nogroup shared && "
+                  "echo x | " CIMSERVER_PASSWD " hidden/users ann --stdin && "
+                  "echo x | " CIMSERVER_PASSWD " shared/users ann --stdin && touch shared/old && chmod 600 shared/old")
+                  .output,
+              "");
+    EXPECT_EQ(check("--user-file shared/users"), "0 cimserverd: the configuration is in order\n")
+        << "made for its group";
+    EXPECT_THAT(run("echo x | " CIMSERVER_PASSWD " shared/old ann --stdin").output,
+                HasSubstr("warning: the group of its folder cannot read shared/old"));
+    EXPECT_EQ(check("--user-file shared/old --audit-log shared/audit --log-file hidden/log"),
+              "3 cimserverd: --user-file: cannot read shared/old: Permission denied\n"
+              "cimserverd: --log-file: cannot create hidden/log: Permission denied\n"
+              "cimserverd: --audit-log: cannot create shared/audit: Permission denied\n");
+    EXPECT_EQ(check("--ready-command 'sh -c false'"),
+              "3 cimserverd: --ready-command: sh -c false: has failed with status 1\n");
+    support::writeFile(dir_ / "libX.so", "no module");
+    EXPECT_THAT(check("--provider-dir . --preload X"), HasSubstr("--preload: the provider X cannot be loaded"));
+    EXPECT_EQ(check("--state-dir state --dump dump"),
+              "3 cimserverd: --dump: cannot create dump: Permission denied\n"
+              "cimserverd: --state-dir: cannot create state: Permission denied\n");
+    EXPECT_FALSE(std::filesystem::exists(dir_ / "state") || std::filesystem::exists(dir_ / "hidden/log"));
+    EXPECT_EQ(serverWith("--mof empty.mof --check --user nobody2").output,
+              "cimserverd: --user: there is no user nobody2\n");
+}
+
+TEST_F(ProgramTest, IsReadyWhileItsWorkCanBeDone) {
+    http_testing::Client client(serve("--ready-command 'cat flag'"));
+    const auto ready = [&client] { return client.ask("GET /ready HTTP/1.1\r\nHost: localhost\r\n\r\n"); };
+    const auto before = ready();
+    EXPECT_EQ(std::to_string(before.status) + before.body, "503cat: flag: No such file or directory\n");
+    support::writeFile(dir_ / "flag", "");
+    EXPECT_TRUE(support::waitUntil([&] { return ready().status == 200; }));
+    EXPECT_EQ(ready().body, "ok\n");
+    EXPECT_EQ(client.ask("POST /ready HTTP/1.1\r\nHost: localhost\r\nContent-Length: 0\r\n\r\n").status, 405U);
+}
+
+TEST_F(ProgramTest, TellsTheServiceManager) {
+    const int socket = ::socket(AF_UNIX, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    (dir_ / "notify").copy(address.sun_path, sizeof address.sun_path - 1);
+    ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const auto next = [socket] {
+        char text[256];
+        const auto size = ::recv(socket, text, sizeof text, 0);
+        return std::string(text, size > 0 ? static_cast<std::size_t>(size) : 0);
+    };
+    ::setenv("NOTIFY_SOCKET", address.sun_path, 1);
+    ::setenv("WATCHDOG_USEC", "100000", 1);
+    const auto port = serve("");
+    ::unsetenv("NOTIFY_SOCKET");
+    ::unsetenv("WATCHDOG_USEC");
+    EXPECT_EQ(next(), "READY=1\nSTATUS=listening on http://127.0.0.1:" + std::to_string(port));
+    EXPECT_EQ(next(), "WATCHDOG=1");
+    EXPECT_EQ(next(), "WATCHDOG=1");
+    EXPECT_EQ(stop(SIGTERM), 0);
+    std::string last = next();
+    while (last == "WATCHDOG=1") {
+        last = next();
+    }
+    EXPECT_EQ(last, "STOPPING=1");
+    ::close(socket);
+}
+
+TEST_F(ProgramTest, WaitsForAnAddressAndFollowsMovedFiles) {
+    const auto first = serve("");
+    const pid_t holder = std::exchange(server_, -1);
+    const auto address = "127.0.0.1:" + std::to_string(first);
+    const auto second = inFolder("exec " CIMSERVERD " --mof empty.mof --state-dir state --dump dump --log-file log "
+                                 "--listen-timeout 1m --listen " +
+                                 address + " >out2 2>err");
+    server_ = support::startChild([&] { return support::become({"sh", "-c", second}); });
+    awaitText("log", "Address already in use; trying again");
+    ::kill(holder, SIGTERM);
+    support::waitForChild(holder);
+    awaitText("log", "listening on http://" + address);
+    EXPECT_EQ(run("mv log log.old && mv state state.old && mv dump dump.old").exitCode, 0);
+    awaitText("log", "the log file was moved away; this one was begun");
+    support::waitUntil([this] { return std::filesystem::exists(dir_ / "state/cimserverd.lock"); });
+    EXPECT_EQ(serverWith("--mof empty.mof --state-dir state").exitCode, 5) << "the new directory is locked, too";
+    ::kill(server_, SIGHUP);
+    EXPECT_TRUE(support::waitUntil([this] { return std::filesystem::exists(dir_ / "dump"); }));
+}
+
+TEST_F(ProgramTest, TheJournalGetsPrioritiesAndNoTime) {
+    const auto port = std::to_string(serve(""));
+    run("touch journal; export JOURNAL_STREAM=$(stat -c %d:%i journal); exec " CIMSERVERD
+        " --mof empty.mof --allow-insecure --listen 0.0.0.0:" +
+        port + " 2>>journal");
+    EXPECT_THAT(
+        support::contentOf(dir_ / "journal"),
+        ::testing::MatchesRegex("<4>cimserverd: http://0[^\n]* TLS [^\n]*\n<2>cimserverd: cannot listen [^\n]*\n"));
+}
+
+TEST_F(ProgramTest, UsersWhoMayOnlyReadDoNotSeeSecrets) {
+    support::writeFile(dir_ / "s.mof",
+                       "class S { [Key] string Name; string Password; [EmbeddedObject] string Inside; };\n"
+                       "instance of S { Name = \"a\"; Password = \"sesame\"; };\n");
+    EXPECT_EQ(run("echo x | " CIMSERVER_PASSWD " users ann --stdin && "
+                  "echo x | " CIMSERVER_PASSWD " users bob --role write --stdin")
+                  .exitCode,
+              0);
+    const auto port = serve("--mof s.mof --user-file users --hide-secrets");
+    const std::string ns = "<LOCALNAMESPACEPATH><NAMESPACE NAME='root'/><NAMESPACE NAME='cimv2'/></LOCALNAMESPACEPATH>";
+    const std::string name = "<IPARAMVALUE NAME='InstanceName'><INSTANCENAME CLASSNAME='S'><KEYBINDING NAME='Name'>"
+                             "<KEYVALUE>a</KEYVALUE></KEYBINDING></INSTANCENAME></IPARAMVALUE>";
+    const std::string ofClass = "<IPARAMVALUE NAME='ClassName'><CLASSNAME NAME='S'/></IPARAMVALUE>";
+    const std::pair<const char*, std::string> calls[] = {
+        {"GetInstance", name},
+        {"GetProperty", name + "<IPARAMVALUE NAME='PropertyName'><VALUE>password</VALUE></IPARAMVALUE>"},
+        {"EnumerateInstances", ofClass},
+        {"OpenEnumerateInstances", ofClass + "<IPARAMVALUE NAME='MaxObjectCount'><VALUE>9</VALUE></IPARAMVALUE>"}};
+    for (const auto& [call, parameters] : calls) {
+        std::string body = "<IMETHODCALL NAME='";
+        body.append(call).append("'>").append(ns).append(parameters).append("</IMETHODCALL>");
+        auto request = http_testing::postCall(call, "", body);
+        request.insert(request.find("CIMOperation"), "Authorization: Basic YW5uOng=\r\n"); // ann:x
+        const auto ann = http_testing::Client(port).ask(request).body;
+        EXPECT_TRUE(ann.find("***") != std::string::npos && ann.find("sesame") == std::string::npos) << ann;
+        request.replace(request.find("YW5uOng="), 8, "Ym9iOng="); // bob:x
+        EXPECT_THAT(http_testing::Client(port).ask(request).body, HasSubstr("sesame"));
     }
 }
 

@@ -1,0 +1,16 @@
+// Passwords from a person, from standard input or from a file.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+
+namespace cimserver {
+
+/// The first line, without its end; of one that is longer than any password may be only as much as shows that. Throws
+/// std::runtime_error when there is none.
+std::string readPassword(std::istream& input);
+
+/// Asks on standard error and reads from standard input, which must be a terminal, without showing what is typed.
+std::string promptPassword(const char* text);
+
+} // namespace cimserver

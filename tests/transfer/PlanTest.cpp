@@ -1,0 +1,76 @@
+// Addresses and times: what is read from texts.
+#include "Address.hpp"
+#include "Failure.hpp"
+#include "Schedule.hpp"
+#include "Support.hpp"
+#include "Text.hpp"
+
+#include <cstring>
+
+namespace {
+
+using namespace transfer;
+
+std::string parsed(const std::string& text) {
+    try {
+        const Address address = parseAddress(text);
+        return address.url() + " " + address.knownHostsName() + (address.isImplicitTls() ? " implicit" : "");
+    } catch (const Failure&) {
+        return "refused";
+    }
+}
+
+TEST(Address, IsAHostAPortOrAUrl) {
+    const std::vector<std::pair<std::string, std::string>> addresses = {
+        {"files.example", "sftp://files.example:22 files.example"},
+        {"192.0.2.1:2022", "sftp://192.0.2.1:2022 [192.0.2.1]:2022"},
+        {"2001:db8::1", "sftp://[2001:db8::1]:22 2001:db8::1"},
+        {"[2001:db8::1]:99", "sftp://[2001:db8::1]:99 [2001:db8::1]:99"},
+        {"sftp://h/", "sftp://h:22 h"},
+        {"ftps://h", "ftps://h:21 [h]:21"},
+        {"ftps://h:990", "ftps://h:990 [h]:990 implicit"},
+        {"ftp://h:65535", "ftp://h:65535 [h]:65535"},
+    };
+    for (const auto& [text, expected] : addresses) {
+        EXPECT_EQ(expected, parsed(text));
+    }
+    for (const std::string text : {"h:0", "h:65536", "h:", "h:22x", "h:+22", "http://h", "sftp://", "sftp://u:p@h",
+                                   "h/in", "[::1", "[::1]x", "-h", "h h", "h\n", "SFTP://h", "\xc3\xa4"}) {
+        EXPECT_EQ("refused", parsed(text)) << text;
+    }
+    EXPECT_EQ("refused", parsed(std::string(254, 'h')));
+}
+
+struct Firing {
+    int minute, hour;
+    const char *dayOfMonth, *dayOfWeek;
+    int month;
+    const char* next;
+};
+
+TEST(Schedule, FiresNextAsCronDoes) {
+    setenv("TZ", "Europe/Berlin", 1);
+    tzset();
+    constexpr std::time_t kSaturday = 1774655940; // 00:59:00, the day before the clock goes forward
+    const Firing firings[] = {
+        {0, 2, "*", "*", 1024, "2026-03-28 02:00:00"},       {59, 0, "*", "*", 1024, "2026-03-29 00:59:00"},
+        {30, 3, "*", "7", 1024, "2026-03-29 03:30:00"},      {30, 8, "*", "0", 1024, "2026-03-29 08:30:00"},
+        {5, 0, "31", "*", 1024, "2026-03-31 00:05:00"},      {0, 0, "30", "*", 2, "never"},
+        {0, 0, "29", "*", 2, "2028-02-29 00:00:00"},         {0, 0, "1", "1", 1024, "2026-03-30 00:00:00"},
+        {1024, 1024, "*", "*", 1024, "2026-03-28 01:00:00"},
+    };
+    for (const Firing& firing : firings) {
+        ZpoScheduledTaskRecord task{};
+        task.minute = static_cast<std::uint16_t>(firing.minute);
+        task.hour = static_cast<std::uint16_t>(firing.hour);
+        task.month = static_cast<std::uint16_t>(firing.month);
+        std::strcpy(task.dayOfMonth, firing.dayOfMonth);
+        std::strcpy(task.dayOfWeek, firing.dayOfWeek);
+        EXPECT_EQ(firing.next, timeText(nextTime(task, kSaturday)));
+    }
+    EXPECT_EQ("20260328005900.000000+060", cimTime(kSaturday));
+    EXPECT_EQ("2026-03-28T00:59:00+01:00", isoTime(kSaturday));
+    EXPECT_EQ(R"("a\"\\\u000a\u00e4")", jsonText("a\"\\\n\xe4"));
+}
+
+} // namespace
