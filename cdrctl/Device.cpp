@@ -1,5 +1,6 @@
 #include "cdrctl/Device.hpp"
 
+#include "Files.hpp"
 #include "Settings.hpp"
 #include "cimserver/common/Text.hpp"
 
@@ -12,7 +13,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <set>
@@ -70,14 +73,6 @@ std::vector<std::string> taskLines(const std::string& table) {
     return lines;
 }
 
-std::string fileText(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::string text(kMostOutput, '\0');
-    file.read(text.data(), static_cast<std::streamsize>(text.size()));
-    text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-    return text;
-}
-
 std::string userName(uid_t user) {
     const passwd* const entry = ::getpwuid(user);
     return entry == nullptr ? std::to_string(user) : entry->pw_name;
@@ -104,7 +99,9 @@ std::vector<Process> processesIn(const std::string& folder) {
             ::stat(process.folder.c_str(), &status) != 0) {
             continue;
         }
-        std::istringstream line(fileText(entry.path() / "cmdline")); // empty for one that has ended
+        std::string words; // none for one that has ended
+        zpo::readFile(process.folder + "/cmdline", kMostOutput, words);
+        std::istringstream line(words);
         for (std::string argument; std::getline(line, argument, '\0');) {
             process.arguments.push_back(argument);
         }
@@ -135,9 +132,9 @@ std::vector<Crontab> crontabsIn(const std::string& folder) {
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         const std::string name = entry.path().filename().string();
         if (entry.is_regular_file(error) && name[0] != '.' && name != "cron.update") {
-            const bool readable = ::access(entry.path().c_str(), R_OK) == 0;
-            tables.push_back(
-                {name, taskLines(fileText(entry.path())), readable ? "" : "no permission to read it", !readable});
+            std::string table;
+            const int status = zpo::readFile(entry.path(), kMostOutput, table);
+            tables.push_back({name, taskLines(table), status == 0 ? "" : std::strerror(status), status == EACCES});
         }
     }
     if (tables.empty()) {

@@ -66,7 +66,11 @@ struct Outcome {
     bool stored;
 };
 
+/// A server may not show a secret that it has stored.
 bool isSame(const Property& asked, const std::string& value) {
+    if (asked.isSecret()) {
+        return asked.value.value_or("").empty() == value.empty();
+    }
     return cimserver::equalsIgnoringCase(asked.value.value_or(""), value);
 }
 
@@ -91,7 +95,7 @@ std::string valueText(const Property& property, const std::string& value) {
 void writeStored(std::ostream& out, const Outcome& outcome) {
     const Property& asked = *outcome.asked;
     out << asked.name << ": " << valueText(asked, outcome.before) << " -> " << valueText(asked, outcome.after);
-    if (!asked.isSecret() && !isSame(asked, outcome.after)) {
+    if (!isSame(asked, outcome.after)) {
         out << " (asked for " << valueText(asked, *asked.value) << ")";
     }
     out << "\n";

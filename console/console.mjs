@@ -377,7 +377,19 @@ class App {
         }
         const counted = this.#readAt ? this.#classes.filter((cls) => cls.properties.some(isCount)) : [];
         const wanted = [...new Set([...(this.#page?.classes ?? []), ...counted])];
-        return Promise.all(wanted.map(async (cls) => [cls, await this.#client.instances(cls.name)]));
+        return Promise.all(wanted.map(async (cls) => [cls, await this.#instancesOf(cls)]));
+    }
+
+    /** What cannot be read of classes that are not on the page does not concern it. */
+    async #instancesOf(cls) {
+        try {
+            return await this.#client.instances(cls.name);
+        } catch (error) {
+            if (error instanceof CimError && !this.#page?.classes.includes(cls)) {
+                return [];
+            }
+            throw error;
+        }
     }
 
     #take(read) {
@@ -419,10 +431,11 @@ class App {
 
     #makePages() {
         const known = (names) => names.map((name) => this.#classes.find((cls) => cls.name === name)).filter(Boolean);
-        const own = kPages.map((page) => ({ ...page, title: () => t(page.id), classes: known(page.classes) }));
+        const own = kPages.filter(({ classes }) => known([classes[0]]).length > 0)
+            .map((page) => ({ ...page, title: () => t(page.id), classes: known(page.classes) }));
         const plain = this.#classes.map((cls) => ({ id: `class/${cls.name}`, title: () => titleOf(cls), classes: [cls],
             help: () => helpOf(cls), isOther: !kPages.some(({ classes }) => classes.includes(cls.name)) }));
-        this.#pages = [...own.filter(({ classes }) => classes.length > 0), ...plain];
+        this.#pages = [...own, ...plain];
         this.#choosePage();
     }
 
@@ -434,7 +447,8 @@ class App {
     async #open() {
         this.#choosePage();
         await this.#showAnew();
-        byId('page').focus();
+        scrollTo(0, 0);
+        byId('page').focus({ preventScroll: true });
     }
 
     /** What is known of the page at once, then what it is now. */
@@ -454,7 +468,8 @@ class App {
         if (!page) { // a server without classes
             return;
         }
-        const { view } = page.module ? await import(page.module).catch(() => ({})) : { view: genericView };
+        const hasLayout = page.module && this.draftsOf(page.classes[0]).length > 0;
+        const { view } = hasLayout ? await import(page.module).catch(() => ({})) : { view: genericView };
         if (!view) {
             return this.#fail(new ServerGone());
         }

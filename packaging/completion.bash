@@ -19,15 +19,16 @@ _cdr_complete() {
     *:--role) COMPREPLY=($(compgen -W 'read write' -- "$current")) && return ;;
     *:--log-level) COMPREPLY=($(compgen -W 'debug info warning error fatal' -- "$current")) && return ;;
     *:--tls-client-certificates) COMPREPLY=($(compgen -W 'none optional required' -- "$current")) && return ;;
-    osqueue:?*) [[ $current == -* ]] || COMPREPLY=($(compgen -W "$(cd /var/lib/zpo/queues 2>/dev/null && ls)" -- "$current")) ;;
+    osqueue:[cdls]*)
+        [[ $current == -* ]] || { COMPREPLY=($(compgen -W "$(osqueue list 2>/dev/null | cut -d' ' -f1)" -- "$current")) && return; } ;;
     zporeg:get:* | zporeg:set:* | zporeg:delete:* | zporeg:list:*)
         # The entries that begin with the words before this one, and their next words.
-        [[ $current == -* ]] || COMPREPLY=($(compgen -W "$(zporeg list 2>/dev/null |
+        [[ $current == -* ]] || { COMPREPLY=($(compgen -W "$(zporeg list 2>/dev/null |
             awk -v given="${COMP_WORDS[*]:2:COMP_CWORD-2}" '
                 BEGIN { n = split(given, want) }
-                { for (i = 1; i <= n; i++) if ($i != want[i]) next; if (n < 3) print $(n + 1) }')" -- "$current")) ;;
+                { for (i = 1; i <= n; i++) if ($i != want[i]) next; if (n < 3 && $(n + 1) !~ /"/) print $(n + 1) }' | sort -u)" -- "$current")) && return; } ;;
     esac
-    [[ ${COMPREPLY[*]} ]] && return
+    COMPREPLY=()
     if [[ $current == -* || -z $subcommand ]]; then
         COMPREPLY=($(compgen -W "$(_cdr_offers "$program" ${subcommand:+"$subcommand"})" -- "$current"))
     fi

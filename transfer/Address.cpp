@@ -62,7 +62,7 @@ std::string takeHost(std::string_view& rest, const std::string& text) {
     if (end == std::string_view::npos) {
         refuse(text, "the bracket of the address is not closed");
     }
-    const std::string host(rest.substr(bracket ? 1 : 0, end - (bracket ? 1 : 0)));
+    std::string host(rest.substr(bracket ? 1 : 0, end - (bracket ? 1 : 0)));
     rest.remove_prefix(end + (bracket ? 1 : 0));
     const auto isAllowed = bracket || bare ? isAddressCharacter : isHostCharacter;
     if (host.empty() || host.size() > kMaxHost || host.front() == '-' ||

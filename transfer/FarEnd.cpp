@@ -13,7 +13,7 @@ namespace {
 
 constexpr long kConnectSeconds = 30;
 constexpr long kSilentSeconds = 60; // without a byte the connection counts as broken
-constexpr long kUploadBuffer = 256 * 1024;
+constexpr long kUploadBuffer = 256L * 1024;
 constexpr long kDiskFullReply = 552;
 
 template <class Value>

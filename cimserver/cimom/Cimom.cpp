@@ -33,10 +33,9 @@ String Cimom::namespaceOf(const String& ns) const {
 }
 
 const CIMClass& Cimom::classOf(const String& ns, const String& className, Status missing) const {
-    const String canonical = namespaceOf(ns);
-    const CIMClass* const found = repository_.findClass(canonical, className);
+    const CIMClass* const found = repository_.findClass(ns, className);
     if (found == nullptr) {
-        throw CimError(missing, std::string("/") + canonical.c_str() + ":" + className.c_str());
+        throw CimError(missing, std::string("/") + namespaceOf(ns).c_str() + ":" + className.c_str());
     }
     return *found;
 }

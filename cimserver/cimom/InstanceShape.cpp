@@ -2,6 +2,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 
+#include "OW_CIMAccess.hpp"
 #include "OW_CIMValueCast.hpp"
 
 #include <algorithm>
@@ -13,46 +14,29 @@ namespace cimserver::cimom {
 namespace {
 
 bool isUntyped(const CIMProperty& property) {
-    const CIMDataType type = property.getDataType();
-    return !type || type.getType() == CIMDataType::CIMNULL;
+    return !CIMAccess::dataType(property);
 }
 
-/// Finds properties by name; quick when they are asked for in about their order.
-class Finder {
-  public:
-    explicit Finder(const CIMPropertyArray& properties) : properties_(properties) {}
-
-    /// The position, or the number of properties when none has the name.
-    std::size_t find(const String& name) {
-        const std::size_t count = properties_.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::size_t at = (next_ + i) % count;
-            if (properties_[at].getName().equalsIgnoreCase(name)) {
-                next_ = at + 1;
-                return at;
-            }
-        }
-        return count;
-    }
-
-  private:
-    const CIMPropertyArray& properties_;
-    std::size_t next_ = 0;
-};
+/// True when the properties are those of the class, in its order, each with a type.
+bool areComplete(const CIMPropertyArray& delivered, const CIMClass& cimClass) {
+    const CIMPropertyArray& declared = CIMAccess::properties(cimClass);
+    return std::equal(delivered.begin(), delivered.end(), declared.begin(), declared.end(),
+                      [](const CIMProperty& one, const CIMProperty& known) {
+                          return CIMAccess::name(one) == CIMAccess::name(known) && !isUntyped(one);
+                      });
+}
 
 CIMPropertyArray completeProperties(const CIMPropertyArray& delivered, const CIMClass& cimClass,
                                     const StringArray* covered) {
     CIMPropertyArray all(delivered);
-    const CIMPropertyArray declaredOnes = cimClass.getAllProperties();
-    Finder finder(delivered);
-    for (const CIMProperty& declared : declaredOnes) {
-        const std::size_t at = finder.find(declared.getName());
-        if (at == delivered.size()) {
+    for (const CIMProperty& declared : CIMAccess::properties(cimClass)) {
+        const CIMProperty* const found = CIMAccess::find(delivered, CIMAccess::name(declared));
+        if (found == nullptr) {
             if (isWanted(covered, declared.getName())) {
-                all.push_back(CIMProperty(CIMName(declared.getName()), declared.getDataType()));
+                all.push_back(CIMProperty(CIMAccess::name(declared), CIMAccess::dataType(declared)));
             }
-        } else if (isUntyped(delivered[at])) {
-            all[at].setDataType(declared.getDataType());
+        } else if (isUntyped(*found)) {
+            all[static_cast<std::size_t>(found - &delivered.front())].setDataType(CIMAccess::dataType(declared));
         }
     }
     return all;
@@ -75,9 +59,17 @@ CIMPropertyArray selected(const CIMPropertyArray& all, const StringArray* proper
     return propertyList != nullptr ? wanted : all;
 }
 
-bool hasValue(const CIMPropertyArray& properties, const String& name) {
+bool hasValue(const CIMPropertyArray& properties, const CIMName& name) {
     return std::any_of(properties.begin(), properties.end(),
-                       [&](const CIMProperty& p) { return p.getName().equalsIgnoreCase(name) && bool(p.getValue()); });
+                       [&](const CIMProperty& p) { return CIMAccess::name(p) == name && bool(CIMAccess::value(p)); });
+}
+
+/// The first key of the class that has no value among those; null when all have.
+const CIMProperty* missingKey(const CIMPropertyArray& keys, const CIMClass& cimClass) {
+    const CIMPropertyArray& declared = CIMAccess::keys(cimClass);
+    const auto missing = std::find_if(declared.begin(), declared.end(),
+                                      [&](const CIMProperty& key) { return !hasValue(keys, CIMAccess::name(key)); });
+    return missing == declared.end() ? nullptr : &*missing;
 }
 
 /// The key with its value from the instance's key list, its properties or the path; null when none has it.
@@ -95,14 +87,11 @@ CIMProperty keyOf(const CIMInstance& instance, const CIMProperty& declared, cons
 }
 
 CIMPropertyArray completeKeys(const CIMInstance& delivered, const CIMClass& cimClass, const CIMObjectPath& path) {
-    CIMPropertyArray keys = delivered.getKeyValuePairs();
-    const CIMPropertyArray declared = cimClass.getKeys();
-    const auto there = [&](const CIMProperty& key) { return hasValue(keys, key.getName()); };
-    if (std::all_of(declared.begin(), declared.end(), there)) {
-        return keys;
+    if (missingKey(CIMAccess::keys(delivered), cimClass) == nullptr) {
+        return CIMAccess::keys(delivered);
     }
-    keys.clear();
-    for (const CIMProperty& key : declared) {
+    CIMPropertyArray keys;
+    for (const CIMProperty& key : CIMAccess::keys(cimClass)) {
         const CIMProperty found = keyOf(delivered, key, path);
         if (found.getValue()) {
             keys.push_back(found);
@@ -191,9 +180,14 @@ CIMInstance shaped(const CIMInstance& delivered, const CIMClass& cimClass, const
     if (result.getClassName().empty()) {
         result.setClassName(CIMName(cimClass.getName()));
     }
+    const CIMPropertyArray& properties = CIMAccess::properties(delivered);
+    if (propertyList == nullptr && areComplete(properties, cimClass) &&
+        missingKey(CIMAccess::keys(delivered), cimClass) == nullptr) {
+        return result;
+    }
     const CIMPropertyArray keys = completeKeys(delivered, cimClass, path);
     result.setProperties(
-        selected(completeProperties(delivered.getProperties(), cimClass, covered ? &*covered : nullptr), propertyList));
+        selected(completeProperties(properties, cimClass, covered ? &*covered : nullptr), propertyList));
     return result.setKeys(keys);
 }
 
@@ -212,11 +206,8 @@ const CIMInstance& requireInstance(const CIMInstance& delivered) {
 }
 
 void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
-    const CIMPropertyArray declared = cimClass.getKeys();
-    for (const CIMProperty& key : declared) {
-        if (!hasValue(keys, key.getName())) {
-            throw CimError(Status::Failed, std::string("No key value for ") + key.getName().c_str());
-        }
+    if (const CIMProperty* const missing = missingKey(keys, cimClass)) {
+        throw CimError(Status::Failed, std::string("No key value for ") + missing->getName().c_str());
     }
 }
 

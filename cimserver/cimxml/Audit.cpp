@@ -27,9 +27,9 @@ constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopq
 
 /// In double quotes, with backslashes before quotes and backslashes. An outcome follows "->", so ">" is escaped, too.
 std::string quoted(std::string_view text) {
-    std::string result;
-    for (const char c : withoutUserInfo(text.substr(0, kLongestText))) {
-        result += c == '"' || c == '\\' ? std::string{'\\', c} : std::string(1, c);
+    std::string result = withoutUserInfo(text.substr(0, kLongestText));
+    for (auto at = result.find_first_of("\"\\"); at != std::string::npos; at = result.find_first_of("\"\\", at + 2)) {
+        result.insert(at, 1, '\\');
     }
     result = log::escaped(result);
     for (auto at = result.find('>'); at != std::string::npos; at = result.find('>', at)) {
@@ -163,9 +163,9 @@ void AuditRecord::onModification(const CIMPropertyArray& changes, const CIMInsta
 
 void AuditRecord::target(const CIMObjectPath& path) {
     std::string keys;
-    for (const CIMProperty& key : path.getKeys()) {
-        const std::string text = valueText(key.getValue());
-        append(keys, ",", assigned(view(key.getName()), text, text));
+    for (const CIMProperty& key : CIMAccess::keys(path)) {
+        const std::string text = valueText(CIMAccess::value(key));
+        append(keys, ",", assigned(view(CIMAccess::name(key)), text, text));
     }
     target_ =
         named(view(path.getNameSpace())) + ":" + named(view(path.getClassName())) + (keys.empty() ? "" : ".") + keys;
@@ -208,7 +208,7 @@ std::string AuditRecord::text() {
 
 void AuditRecord::beforeChange() {
     begun_ = true;
-    if (!audit::begin(text())) {
+    if (audit::isKept() && !audit::begin(text())) {
         throw CimError(Status::Failed, "the change was not made, because the audit record cannot be written");
     }
 }

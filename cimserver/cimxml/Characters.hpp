@@ -2,6 +2,8 @@
 // back.
 #pragma once
 
+#include "OW_CIMAccess.hpp"
+#include "OW_CIMName.hpp"
 #include "OW_String.hpp"
 
 #include <string>
@@ -17,6 +19,9 @@ std::string percentDecoded(std::string_view text);
 
 inline std::string_view view(const OpenWBEM::String& text) {
     return {text.c_str(), text.length()};
+}
+inline std::string_view view(const OpenWBEM::CIMName& name) {
+    return view(OpenWBEM::CIMAccess::text(name));
 }
 inline std::string toStd(const OpenWBEM::String& text) {
     return std::string(view(text));

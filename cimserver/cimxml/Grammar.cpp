@@ -113,7 +113,7 @@ struct Item {
 using Sequence = std::vector<Item>;
 
 struct AttributeRule {
-    std::string_view name;
+    std::string name;
     bool required = false;
     char kind = ' ';
 };
@@ -224,12 +224,13 @@ class Checker {
         if (found == table().end()) {
             throw GrammarError(GrammarError::Kind::Unknown, "unknown element " + quote(element.name()));
         }
-        checkAttributes(element, found->second);
-        checkCharacters(element, found->second);
+        const ElementRule& rule = found->second;
+        checkAttributes(element, rule);
+        checkCharacters(element, rule);
         for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
             check(child);
         }
-        checkContent(element, found->second);
+        checkContent(element, rule);
     }
 
   private:
@@ -239,12 +240,12 @@ class Checker {
 
     void checkAttributes(pugi::xml_node element, const ElementRule& rule) const {
         for (const AttributeRule& attribute : rule.attributes) {
-            const pugi::xml_attribute given = element.attribute(std::string(attribute.name).c_str());
+            const pugi::xml_attribute given = element.attribute(attribute.name.c_str());
             if (!given && attribute.required) {
-                fail(element, "attribute " + std::string(attribute.name) + " is missing");
+                fail(element, "attribute " + attribute.name + " is missing");
             }
             if (given && !fits(attribute.kind, given.value(), strictness_)) {
-                fail(element, "attribute " + std::string(attribute.name) + " cannot be " + quote(given.value()));
+                fail(element, "attribute " + attribute.name + " cannot be " + quote(given.value()));
             }
         }
         if (strictness_ == Strictness::Strict) {
@@ -262,10 +263,7 @@ class Checker {
     }
 
     static void checkCharacters(pugi::xml_node element, const ElementRule& rule) {
-        if (rule.characters) {
-            return;
-        }
-        for (const pugi::xml_node child : element.children()) {
+        for (pugi::xml_node child = element.first_child(); child && !rule.characters; child = child.next_sibling()) {
             const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
             if (text && std::string_view(child.value()).find_first_not_of(" \t\r\n") != std::string_view::npos) {
                 fail(element, "text is not allowed here"); // not quoted: it may be a secret outside its VALUE
@@ -290,7 +288,7 @@ class Checker {
     }
 
     static bool named(pugi::xml_node node, const Item& item) {
-        return std::find(item.names.begin(), item.names.end(), node.name()) != item.names.end();
+        return std::find(item.names.begin(), item.names.end(), std::string_view(node.name())) != item.names.end();
     }
 
     /// Matches greedily, which suffices: no item shares a name with the next one, but for "SIMPLEREQ, SIMPLEREQ+" and

@@ -45,26 +45,25 @@ std::string_view keyValueType(CIMDataType::Type type) {
 }
 
 void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& className) {
-    const CIMValue value = key.getValue();
+    const CIMValue& value = CIMAccess::value(key);
     if (!value || value.isArray()) {
         throw CimError(Status::Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " has no value");
     }
     Element binding(writer, "KEYBINDING");
-    binding.attribute("NAME", view(key.getName()));
+    binding.attribute("NAME", view(CIMAccess::name(key)));
     if (value.getType() == CIMDataType::REFERENCE) {
         writeReference(writer, value.toCIMObjectPath());
         return;
     }
-    forEachText(value, [&](std::optional<std::string_view> text) {
-        if (!text) {
-            throw CimError(Status::Failed,
-                           "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
-        }
-        Element(writer, "KEYVALUE")
-            .attribute("VALUETYPE", keyValueType(value.getType()))
-            .attribute("TYPE", typeName(value.getType()))
-            .text(*text);
-    });
+    TextBuffer buffer;
+    const auto text = scalarText(value, buffer);
+    if (!text) {
+        throw CimError(Status::Failed, "key " + toStd(key.getName()) + " of " + toStd(className) + " is no date-time");
+    }
+    Element(writer, "KEYVALUE")
+        .attribute("VALUETYPE", keyValueType(value.getType()))
+        .attribute("TYPE", typeName(value.getType()))
+        .text(*text);
 }
 
 } // namespace
@@ -72,8 +71,7 @@ void writeKeyBinding(XmlWriter& writer, const CIMProperty& key, const String& cl
 void writeInstanceName(XmlWriter& writer, const CIMObjectPath& path) {
     Element name(writer, "INSTANCENAME");
     name.attribute("CLASSNAME", view(path.getClassName()));
-    const CIMPropertyArray keys = path.getKeys(); // constant: otherwise the loop would copy them
-    for (const CIMProperty& key : keys) {
+    for (const CIMProperty& key : CIMAccess::keys(path)) {
         writeKeyBinding(writer, key, path.getClassName());
     }
 }

@@ -87,17 +87,14 @@ CIMDataType claimedType(pugi::xml_node keyValue) {
 }
 
 void requireNew(const CIMPropertyArray& present, const CIMProperty& next, const char* kind) {
-    const String name = next.getName();
-    for (const CIMProperty& one : present) {
-        if (one.getName().equalsIgnoreCase(name)) {
-            throw CimError(Status::InvalidParameter, std::string(kind) + " " + toStd(name) + " occurs twice");
-        }
+    if (CIMAccess::find(present, CIMAccess::name(next)) != nullptr) {
+        throw CimError(Status::InvalidParameter, std::string(kind) + " " + toStd(next.getName()) + " occurs twice");
     }
 }
 
 /// The name of the only key of a class, for an INSTANCENAME that leaves it out.
 String onlyKey(const CIMClass* cimClass, const String& className) {
-    const CIMPropertyArray keys = cimClass != nullptr ? cimClass->getKeys() : CIMPropertyArray();
+    const CIMPropertyArray keys = cimClass != nullptr ? CIMAccess::keys(*cimClass) : CIMPropertyArray();
     if (keys.size() != 1) {
         throw CimError(Status::InvalidParameter, "the key value of " + toStd(className) + " has no name");
     }
@@ -150,6 +147,7 @@ CIMObjectPath ObjectReader::objectName(pugi::xml_node element, Status missing) c
 CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& nameSpace, const CIMClass* cimClass) const {
     const String className = nameOf(instanceName, "CLASSNAME");
     CIMPropertyArray keys;
+    keys.reserve(cimClass != nullptr ? CIMAccess::keys(*cimClass).size() : 0);
     if (instanceName.child("KEYVALUE") || instanceName.child("VALUE.REFERENCE")) {
         keys.push_back(key(instanceName, onlyKey(cimClass, className), cimClass));
     }
@@ -167,19 +165,20 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
 }
 
 CIMProperty ObjectReader::key(pugi::xml_node parent, const String& name, const CIMClass* cimClass) const {
-    const CIMProperty known = cimClass != nullptr ? cimClass->getProperty(name) : CIMProperty(CIMNULL);
-    if (cimClass != nullptr && (!known || !known.isKey())) {
+    const CIMName given(name);
+    const CIMProperty* const known = cimClass != nullptr ? CIMAccess::find(CIMAccess::keys(*cimClass), given) : nullptr;
+    if (cimClass != nullptr && known == nullptr) {
         throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
     }
     const pugi::xml_node keyValue = parent.child("KEYVALUE");
-    const CIMDataType type = known      ? known.getDataType()
-                             : keyValue ? claimedType(keyValue)
-                                        : CIMDataType(CIMDataType::REFERENCE);
+    const CIMDataType type = known != nullptr ? CIMAccess::dataType(*known)
+                             : keyValue       ? claimedType(keyValue)
+                                              : CIMDataType(CIMDataType::REFERENCE);
     const ExpectedValue expected{view(name), type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
         expected.refuse(firstElement(parent).name());
     }
-    return {known ? known.getName() : name,
+    return {known != nullptr ? CIMAccess::name(*known) : given,
             keyValue ? scalarValue(keyValue, expected) : CIMValue(reference(parent.child("VALUE.REFERENCE")))};
 }
 

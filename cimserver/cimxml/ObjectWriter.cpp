@@ -68,15 +68,17 @@ void forEachElement(const CIMValue& value, const UseText& use) {
 
 /// Writes at most `limit` elements of an array. False when a scalar has no text: nothing is written then.
 bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
-    bool written = true;
+    if (!value.isArray() && !cimom::isEmbedded(value)) {
+        TextBuffer buffer;
+        const auto text = scalarText(value, buffer);
+        if (text) {
+            Element(writer, "VALUE").text(*text);
+        }
+        return text.has_value();
+    }
     if (!value.isArray()) {
-        forEachElement(value, [&](std::optional<std::string_view> text) {
-            written = text.has_value();
-            if (text) {
-                Element(writer, "VALUE").text(*text);
-            }
-        });
-        return written;
+        forEachElement(value, [&](std::optional<std::string_view> text) { Element(writer, "VALUE").text(*text); });
+        return true;
     }
     const Element array(writer, "VALUE.ARRAY");
     forEachElement(value, [&writer, left = limit](std::optional<std::string_view> text) mutable {
@@ -101,7 +103,8 @@ void warnOfDateTime(const std::string& name) {
 bool hasText(const CIMValue& value, std::string_view name) {
     bool valid = static_cast<bool>(value);
     if (valid && value.getType() == CIMDataType::DATETIME && !value.isArray()) {
-        forEachText(value, [&valid](std::optional<std::string_view> text) { valid = text.has_value(); });
+        TextBuffer buffer;
+        valid = scalarText(value, buffer).has_value();
         if (!valid) {
             warnOfDateTime(std::string(name));
         }
@@ -120,7 +123,7 @@ Shape shapeOf(const CIMProperty& property, const CIMValue& value) {
     if (value) {
         return {value.getType(), value.isArray()};
     }
-    const CIMDataType declared = property.getDataType();
+    const CIMDataType& declared = CIMAccess::dataType(property);
     return declared ? Shape{declared.getType(), declared.isArrayType()} : Shape{CIMDataType::CIMNULL, false};
 }
 
@@ -152,8 +155,8 @@ void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQua
 
 void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMProperty& property, const Shape& shape,
                              const ObjectForm& form) {
-    const CIMDataType declared = property.getDataType();
-    element.attribute("NAME", view(property.getName()));
+    const CIMDataType& declared = CIMAccess::dataType(property);
+    element.attribute("NAME", view(CIMAccess::name(property)));
     if (shape.type == CIMDataType::REFERENCE) {
         const String target = declared ? declared.getRefClassName() : String();
         element.attributeIf(!target.empty(), "REFERENCECLASS", view(target));
@@ -162,10 +165,10 @@ void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMPrope
         if (shape.array && declared && declared.isArrayType() && declared.getSize() > 0) {
             element.attribute("ARRAYSIZE", std::to_string(declared.getSize()));
         }
-        writeEmbeddedObject(writer, shape.type, property.getQualifiers());
+        writeEmbeddedObject(writer, shape.type, CIMAccess::qualifiers(property));
     }
-    const String origin = property.getOriginClass();
-    element.attributeIf(form.classOrigin && !origin.empty(), "CLASSORIGIN", view(origin));
+    const String origin = form.classOrigin ? property.getOriginClass() : String();
+    element.attributeIf(!origin.empty(), "CLASSORIGIN", view(origin));
     element.attributeIf(property.getPropagated(), "PROPAGATED", "true");
 }
 
@@ -287,7 +290,7 @@ bool writeValue(XmlWriter& writer, const CIMValue& value) {
 }
 
 void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_view owner, const ObjectForm& form) {
-    const CIMValue value = property.getValue();
+    const CIMValue& value = CIMAccess::value(property);
     const Shape shape = shapeOf(property, value);
     const auto name = [&] { return std::string(owner) + "." + toStd(property.getName()); };
     if (!canBeProperty(shape)) {
@@ -298,7 +301,7 @@ void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_v
     Element element(writer, propertyElement(shape));
     writePropertyAttributes(writer, element, property, shape, form);
     if (form.qualifiers) {
-        writeQualifiers(writer, property.getQualifiers(), true);
+        writeQualifiers(writer, CIMAccess::qualifiers(property), true);
     }
     if (!writeValue(writer, value)) {
         warnOfDateTime(name());
@@ -314,8 +317,7 @@ void writeInstance(XmlWriter& writer, const CIMInstance& instance, bool classOri
     Element element(writer, "INSTANCE");
     element.attribute("CLASSNAME", owner);
     writeQualifiers(writer, instance.getQualifiers(), true);
-    const CIMPropertyArray properties = instance.getProperties();
-    for (const CIMProperty& property : properties) {
+    for (const CIMProperty& property : CIMAccess::properties(instance)) {
         writeProperty(writer, property, owner, ObjectForm{true, classOrigin});
     }
 }
@@ -351,8 +353,7 @@ void writeClass(XmlWriter& writer, const CIMClass& cimClass, const ClassForm& fo
     if (form.object.qualifiers) {
         writeQualifiers(writer, cimClass.getQualifiers(), !form.localOnly);
     }
-    const CIMPropertyArray properties = cimClass.getAllProperties();
-    for (const CIMProperty& property : properties) {
+    for (const CIMProperty& property : CIMAccess::properties(cimClass)) {
         if (!(form.localOnly && property.getPropagated()) && cimom::isWanted(form.propertyList, property.getName())) {
             writeProperty(writer, property, name, form.object);
         }

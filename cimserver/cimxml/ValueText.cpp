@@ -117,13 +117,6 @@ bool parse(std::string_view text, String& value) {
     return true;
 }
 
-/// Where a text lies that is not part of the value itself.
-struct TextBuffer {
-    char number[40];
-    std::string character;
-    String dateTime;
-};
-
 using Text = std::optional<std::string_view>;
 
 template <typename T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
@@ -133,8 +126,8 @@ Text format(T value, TextBuffer& buffer) {
             return std::isnan(value) ? "NaN" : value < 0 ? "-INF" : "INF";
         }
     }
-    char* const begin = buffer.number;
-    const auto result = std::to_chars(begin, begin + sizeof buffer.number, value);
+    char* const begin = buffer.bytes;
+    const auto result = std::to_chars(begin, begin + sizeof buffer.bytes, value);
     return std::string_view(begin, static_cast<std::size_t>(result.ptr - begin));
 }
 
@@ -144,15 +137,16 @@ Text format(const Bool& value, TextBuffer& /*buffer*/) {
 
 /// Half of a surrogate pair becomes bytes that XmlWriter replaces.
 Text format(const Char16& value, TextBuffer& buffer) {
-    buffer.character.clear();
-    appendUtf8(buffer.character, value.getValue());
-    return buffer.character;
+    std::string character;
+    appendUtf8(character, value.getValue());
+    buffer.text = toCim(character);
+    return view(buffer.text);
 }
 
 Text format(const CIMDateTime& value, TextBuffer& buffer) {
     try {
-        buffer.dateTime = value.toString();
-        return isDateTime(view(buffer.dateTime)) ? Text(view(buffer.dateTime)) : std::nullopt;
+        buffer.text = value.toString();
+        return isDateTime(view(buffer.text)) ? Text(view(buffer.text)) : std::nullopt;
     } catch (const Exception&) {
         return std::nullopt; // a null date-time inside a value
     }
@@ -188,9 +182,9 @@ bool isDate(std::string_view text) {
 } // namespace
 
 std::string_view typeName(CIMDataType::Type type) {
-    constexpr std::string_view kNames[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
-                                           "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
-                                           "real64", "datetime", "char16", "reference"};
+    static constexpr std::string_view kNames[] = {"string", "uint8",    "sint8",  "uint16",   "sint16",  "uint32",
+                                                  "sint32", "uint64",   "sint64", "string",   "boolean", "real32",
+                                                  "real64", "datetime", "char16", "reference"};
     return static_cast<std::size_t>(type) < std::size(kNames) ? kNames[type] : "string";
 }
 
@@ -235,16 +229,22 @@ std::optional<CIMValue> parseArray(CIMDataType::Type type, const std::vector<std
     });
 }
 
+Text scalarText(const CIMValue& value, TextBuffer& buffer) {
+    return withType(value.getType(), [&](auto tag) {
+        typename decltype(tag)::Type one{};
+        value.get(one);
+        return format(one, buffer);
+    });
+}
+
 void forEachText(const CIMValue& value, const UseText& use) {
+    TextBuffer buffer;
+    if (!value.isArray()) {
+        use(scalarText(value, buffer));
+        return;
+    }
     withType(value.getType(), [&](auto tag) {
         using T = typename decltype(tag)::Type;
-        TextBuffer buffer;
-        if (!value.isArray()) {
-            T one{};
-            value.get(one);
-            use(format(one, buffer));
-            return;
-        }
         Array<T> values;
         value.get(values);
         const Array<T>& all = values; // reading does not copy what the value shares

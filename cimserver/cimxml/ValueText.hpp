@@ -23,7 +23,17 @@ std::optional<OpenWBEM::CIMValue> parseScalar(OpenWBEM::CIMDataType::Type type, 
 std::optional<OpenWBEM::CIMValue> parseArray(OpenWBEM::CIMDataType::Type type, const std::vector<std::string>& texts,
                                              std::string& bad);
 
-/// Takes the text of an element; nothing for an element that has no valid text (an impossible date).
+/// Where the text of a value lies that is not part of the value itself.
+struct TextBuffer {
+    char bytes[40];
+    OpenWBEM::String text;
+};
+
+/// The text of a scalar of a simple type; nothing when it has no valid text (an impossible date). Valid as long as the
+/// value and the buffer.
+std::optional<std::string_view> scalarText(const OpenWBEM::CIMValue& value, TextBuffer& buffer);
+
+/// Takes the text of an element; nothing for an element that has no valid text.
 using UseText = std::function<void(std::optional<std::string_view> text)>;
 
 /// Calls `use` with the text of each element of a value of a simple type, of a scalar once.

@@ -96,6 +96,12 @@ class Scanner {
         at_ += there ? expected.size() : 0;
         return there;
     }
+    void require(char expected) {
+        if (peek() != expected || atEnd()) {
+            fail(quote(std::string_view(&expected, 1)) + " is missing");
+        }
+        ++at_;
+    }
     void require(std::string_view expected) {
         if (!skip(expected)) {
             fail(quote(expected) + " is missing");
@@ -135,7 +141,7 @@ class Scanner {
             } else if (known == BeyondAscii) {
                 wideCharacter();
                 --at_;
-            } else if (stops.find(text_[at_]) != std::string_view::npos) {
+            } else if (std::find(stops.begin(), stops.end(), text_[at_]) != stops.end()) {
                 return;
             }
         }
@@ -209,7 +215,7 @@ class Scanner {
 
     void equals() {
         skipBlanks();
-        require("=");
+        require('=');
         skipBlanks();
     }
 
@@ -231,7 +237,7 @@ class Scanner {
         if (peek() == '[') {
             fail("a document type with declarations is not supported");
         }
-        require(">");
+        require('>');
     }
 
     void publicIdentifier() {
@@ -259,7 +265,7 @@ class Scanner {
     bool commentOrInstruction() {
         if (skip("<!--")) {
             charactersThrough("--");
-            require(">");
+            require('>');
             return true;
         }
         if (!skip("<?")) {
@@ -290,7 +296,9 @@ class Scanner {
     void content() {
         charactersUpTo("<&]");
         const char next = text_[at_];
-        if (next == '&') {
+        if (next == '<' && (classOf(at_ + 1) & NameStart) != 0) {
+            startTag();
+        } else if (next == '&') {
             reference();
         } else if (next == ']') {
             if (startsWith("]]>")) {
@@ -325,7 +333,7 @@ class Scanner {
             fail("elements are nested more than " + std::to_string(limits_.depth) + " deep");
         }
         if (!skip("/>")) {
-            require(">");
+            require('>');
             open_.push_back(element);
         }
     }
@@ -362,11 +370,13 @@ class Scanner {
     void endTag() {
         const std::size_t from = at_;
         at_ += 2;
-        if (name() != open_.back()) {
+        if (!skip(open_.back()) || (classOf(at_) & (NameStart | NameOnly | BeyondAscii)) != 0) {
+            at_ = from + 2;
+            name(); // for its own complaints
             failAt(from, "the end of " + quote(open_.back()) + " is missing");
         }
         skipBlanks();
-        require(">");
+        require('>');
         open_.pop_back();
     }
 
@@ -385,7 +395,7 @@ class Scanner {
         for (; !atEnd() && text_[at_] != ';' && code <= 0x10FFFF; ++at_, ++digits) {
             code = code * (hexadecimal ? 16 : 10) + digit(text_[at_], hexadecimal);
         }
-        require(";");
+        require(';');
         if (digits == 0 || !isXmlCharacter(code)) {
             failAt(from, "a reference to no character");
         }

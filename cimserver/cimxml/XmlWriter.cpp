@@ -44,7 +44,6 @@ std::string_view reference(char c, bool attribute) {
     }
 }
 
-constexpr std::size_t kUnaccounted = 65536;
 constexpr std::size_t kMargin = 4096; // for what is written between two elements
 
 constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
@@ -71,18 +70,10 @@ void XmlWriter::putThrough(std::string_view part) {
     }
 }
 
-void XmlWriter::endTag() {
-    if (tagOpen_) {
-        put('>');
-        tagOpen_ = false;
-    }
-}
-
 /// Lets a long text grow only by what the account has, with old and new copy counted.
-void XmlWriter::account(std::size_t more) {
+void XmlWriter::accountLong(std::size_t more) {
     const auto size = text_.size() + used_ + more;
-    const bool fits = size + kMargin < text_.capacity() && text_.capacity() <= accounted_;
-    if (memory_ == nullptr || size < kUnaccounted || fits) {
+    if (size + kMargin < text_.capacity() && text_.capacity() <= accounted_) {
         return;
     }
     const auto wanted = 2 * std::max(size, text_.capacity());
@@ -92,29 +83,6 @@ void XmlWriter::account(std::size_t more) {
     text_.reserve(wanted);
     memory_->shrink(accounted_);
     accounted_ = wanted;
-}
-
-void XmlWriter::open(std::string_view name) {
-    account(name.size());
-    endTag();
-    put('<');
-    put(name);
-    tagOpen_ = true;
-}
-
-void XmlWriter::close(std::string_view name) {
-    endTag();
-    put("</");
-    put(name);
-    put('>');
-}
-
-void XmlWriter::attribute(std::string_view name, std::string_view value) {
-    put(' ');
-    put(name);
-    put("=\"");
-    escape(value, true);
-    put('"');
 }
 
 void XmlWriter::characters(std::string_view data) {
@@ -129,17 +97,17 @@ void XmlWriter::raw(std::string_view markup) {
 }
 
 void XmlWriter::escape(std::string_view data, bool attribute) {
-    while (!data.empty()) {
-        std::size_t length = 0;
-        while (length < data.size() && kPlain[static_cast<unsigned char>(data[length])]) {
-            ++length;
-        }
+    const auto isSpecial = [](char c) { return !kPlain[static_cast<unsigned char>(c)]; };
+    for (;;) {
+        const auto special = std::find_if(data.begin(), data.end(), isSpecial);
+        auto length = static_cast<std::size_t>(special - data.begin());
         put(data.substr(0, length));
         data.remove_prefix(length);
-        if (!data.empty()) {
-            escapeOne(data, length, attribute);
-            data.remove_prefix(length);
+        if (data.empty()) {
+            return;
         }
+        escapeOne(data, length, attribute);
+        data.remove_prefix(length);
     }
 }
 

@@ -23,11 +23,28 @@ class XmlWriter {
     std::string take();
 
     /// Opens an element; the caller closes it (or lets an Element do both).
-    void open(std::string_view name);
+    void open(std::string_view name) {
+        account(name.size());
+        endTag();
+        put('<');
+        put(name);
+        tagOpen_ = true;
+    }
     /// Always writes an end tag: some clients do not accept the short form of an empty element.
-    void close(std::string_view name);
+    void close(std::string_view name) {
+        endTag();
+        put("</");
+        put(name);
+        put('>');
+    }
     /// Only right after open. CR, newline and tab become references, because a parser would turn them into blanks.
-    void attribute(std::string_view name, std::string_view value);
+    void attribute(std::string_view name, std::string_view value) {
+        put(' ');
+        put(name);
+        put("=\"");
+        escape(value, true);
+        put('"');
+    }
     /// Character data: & < > " and CR become references; invalid UTF-8 and characters that XML does not allow become
     /// U+FFFD.
     void characters(std::string_view data);
@@ -48,16 +65,28 @@ class XmlWriter {
     }
     void putThrough(std::string_view part);
     void flush();
-    void endTag();
-    void account(std::size_t more);
+    void endTag() {
+        if (tagOpen_) {
+            put('>');
+            tagOpen_ = false;
+        }
+    }
+    void account(std::size_t more) {
+        if (memory_ != nullptr && text_.size() + used_ + more >= kUnaccounted) {
+            accountLong(more);
+        }
+    }
+    void accountLong(std::size_t more);
     void escape(std::string_view data, bool attribute);
     void escapeOne(std::string_view rest, std::size_t& length, bool attribute);
+
+    static constexpr std::size_t kUnaccounted = 65536;
 
     MemoryAccount* memory_;
     std::size_t accounted_ = 0;
     std::string text_;
-    std::array<char, 512> block_; ///< what comes after the text: most pieces are of a few bytes
-    std::size_t used_ = 0;        ///< bytes of the block
+    std::array<char, 4096> block_; ///< what comes after the text: most answers are not longer
+    std::size_t used_ = 0;         ///< bytes of the block
     std::size_t replaced_ = 0;
     bool tagOpen_ = false;
 };

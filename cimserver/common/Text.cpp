@@ -18,7 +18,7 @@ char lower(char c) {
 }
 
 bool equalLower(char a, char b) {
-    return lower(a) == lower(b);
+    return a == b || lower(a) == lower(b);
 }
 
 std::size_t findIgnoringCase(std::string_view text, std::string_view part) {
@@ -52,8 +52,8 @@ bool equalsIgnoringCase(std::string_view a, std::string_view b) {
 }
 
 bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const {
-    return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(),
-                                        [](char x, char y) { return lower(x) < lower(y); });
+    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equalLower);
+    return y != b.end() && (x == a.end() || lower(*x) < lower(*y));
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
@@ -97,6 +97,9 @@ std::string quote(std::string_view text) {
 }
 
 std::string withoutUserInfo(std::string_view text) {
+    if (text.find('%') == std::string_view::npos && text.find("://") == std::string_view::npos) {
+        return std::string(text);
+    }
     std::string result = withoutUserInfo(text, "://", "/", "@");
     for (const char* at : {"%40", "@"}) {
         result = withoutUserInfo(result, "%3A%2F%2F", "%2F", at);

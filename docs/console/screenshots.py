@@ -8,13 +8,14 @@ sys.path.insert(0, str(pathlib.Path(__file__).parents[2] / "tests/console"))
 import browser_test as lab  # noqa: E402 (from the folder just added)
 from selenium.webdriver.support.ui import Select
 
+lab.SHELF = "// the device alone\n"
 FOLDER = lab.ROOT / "docs/console"
 
 
 def fill(test):
     """A device in use."""
     for entry in (("CDRPush", "TransferType", "--binary", "01"), ("CDRPush", "TranTime", "--text", "8:30"),
-                  ("CDRPush", "IpAddr", "--text", "sftp://records.example"), ("CDRPush", "UserName", "--text", "pbx"),
+                  ("CDRPush", "IpAddr", "--text", "sftp://files.example"), ("CDRPush", "UserName", "--text", "pbx"),
                   ("CDRPush", "DestFolder", "--text", "/incoming/cdr"), ("CDRPush", "Password", "--text", "secret")):
         test.lab.run("zporeg", "set", "CDR", *entry)
 

@@ -110,6 +110,7 @@ class OW_COMMON_API CIMClass : public CIMElement {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMClass& x, const CIMClass& y);
     friend bool operator>(const CIMClass& x, const CIMClass& y) { return y < x; }
     friend bool operator<=(const CIMClass& x, const CIMClass& y) { return !(y < x); }

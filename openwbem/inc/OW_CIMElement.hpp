@@ -7,7 +7,7 @@
 
 namespace OpenWBEM {
 
-class CIMNameAccess; // inside the library
+class CIMAccess;
 
 /// Base of the named classes of the model. All comparisons here compare the names only, ignoring case.
 class OW_COMMON_API CIMElement : public CIMBase {

@@ -130,6 +130,7 @@ class OW_COMMON_API CIMInstance : public CIMElement {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMInstance& x, const CIMInstance& y);
 
   private:

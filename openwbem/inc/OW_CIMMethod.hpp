@@ -73,7 +73,7 @@ class OW_COMMON_API CIMMethod : public CIMElement {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
-    friend class CIMNameAccess;
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMMethod& x, const CIMMethod& y);
 
   private:

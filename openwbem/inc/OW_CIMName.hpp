@@ -19,10 +19,10 @@ class OW_COMMON_API CIMName : public SerializableIFC {
     CIMName(const String& name);
     /// A null pointer gives the empty name. The text is copied.
     CIMName(const char* name);
-    CIMName(const CIMName& other);
-    ~CIMName() override;
+    CIMName(const CIMName& other) = default;
+    ~CIMName() override = default;
 
-    CIMName& operator=(const CIMName& other);
+    CIMName& operator=(const CIMName& other) = default;
     CIMName& operator=(const String& name);
     CIMName& operator=(const char* name);
 
@@ -38,7 +38,11 @@ class OW_COMMON_API CIMName : public SerializableIFC {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
-    friend OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
+    friend class CIMAccess;
+    friend bool operator==(const CIMName& x, const CIMName& y) {
+        const bool differ = x.hash_ != y.hash_ && x.hash_ != 0 && y.hash_ != 0;
+        return !differ && x.name_.equalsIgnoreCase(y.name_);
+    }
     friend OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
     friend bool operator!=(const CIMName& x, const CIMName& y) { return !(x == y); }
     friend bool operator>(const CIMName& x, const CIMName& y) { return y < x; }
@@ -47,12 +51,13 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 
   private:
     String name_;
-    UInt32 hash_; // of the name in lower-case letters; 0 for a name that is not ASCII
+    /// Of the name in lower-case letters; 0 for a name that is not ASCII. Names with different hashes differ, unless
+    /// one hash is 0.
+    UInt32 hash_;
 };
 
 /// Comparisons ignore the case of all letters, not only of ASCII ones. Different names sort by their spelling, see
 /// UTF8Utils::compareToIgnoreCase().
-OW_COMMON_API bool operator==(const CIMName& x, const CIMName& y);
 OW_COMMON_API bool operator<(const CIMName& x, const CIMName& y);
 
 /// Prints the spelling.

@@ -102,6 +102,7 @@ class OW_COMMON_API CIMObjectPath : public CIMBase {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMObjectPath& x, const CIMObjectPath& y);
     friend bool operator==(const CIMObjectPath& x, const CIMObjectPath& y) { return x.equals(y); }
     friend bool operator!=(const CIMObjectPath& x, const CIMObjectPath& y) { return !x.equals(y); }

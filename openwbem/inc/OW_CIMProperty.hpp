@@ -104,7 +104,7 @@ class OW_COMMON_API CIMProperty : public CIMElement {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
-    friend class CIMNameAccess;
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMProperty& x, const CIMProperty& y);
 
   private:

@@ -135,7 +135,7 @@ class OW_COMMON_API CIMQualifier : public CIMElement {
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;
 
-    friend class CIMNameAccess;
+    friend class CIMAccess;
     friend OW_COMMON_API bool operator<(const CIMQualifier& x, const CIMQualifier& y);
 
   private:

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "OW_CIMFwd.hpp"
+#include "OW_COWIntrusiveCountableBase.hpp"
 #include "OW_COWIntrusiveReference.hpp"
 #include "OW_CommonFwd.hpp"
 #include "OW_Exception.hpp"
@@ -10,6 +11,8 @@
 #include "OW_config.h"
 #include <cstddef>
 #include <iosfwd>
+#include <string>
+#include <utility>
 
 namespace OpenWBEM {
 
@@ -29,11 +32,11 @@ class OW_COMMON_API String {
     static const size_t npos = ~static_cast<size_t>(0);
 
     /// Empty, without a buffer.
-    String();
+    String() = default;
     /// A copy of the NUL-terminated text; a null pointer gives a String without a buffer.
     String(const char* str);
-    String(const String& arg);
-    String(String&& arg) noexcept;
+    String(const String& arg) = default;
+    String(String&& arg) noexcept = default;
     /// The number in decimal.
     explicit String(Int32 val);
     explicit String(UInt32 val);
@@ -57,19 +60,27 @@ class OW_COMMON_API String {
     explicit String(const Char16& val) OW_DEPRECATED;
     explicit String(const CIMDateTime& val) OW_DEPRECATED;
     explicit String(const CIMObjectPath& val) OW_DEPRECATED;
-    ~String();
+    ~String() = default;
 
-    String& operator=(const String& arg);
-    String& operator=(String&& arg) noexcept;
-    void swap(String& x);
+    String& operator=(const String& arg) = default;
+    String& operator=(String&& arg) noexcept = default;
+    void swap(String& x) {
+        buf_.swap(x.buf_);
+    }
 
     /// Bytes, without the terminator.
-    size_t length() const;
-    bool empty() const;
+    size_t length() const {
+        return buf_ ? buf_.getPtr()->text.length() : 0;
+    }
+    bool empty() const {
+        return length() == 0;
+    }
     /// Code points of the UTF-8 text.
     size_t UTF8Length() const;
     /// The bytes, always NUL-terminated, never null; valid until this String is changed or destroyed.
-    const char* c_str() const;
+    const char* c_str() const {
+        return buf_ ? buf_.getPtr()->text.c_str() : "";
+    }
     const char* getBytes() const OW_DEPRECATED;
     /// A copy for the caller to free(); null if there is no memory.
     char* allocateCString() const;
@@ -175,7 +186,13 @@ class OW_COMMON_API String {
     static String getLine(std::istream& istr);
 
   private:
-    class ByteBuf;
+    struct ByteBuf : public COWIntrusiveCountableBase {
+        ByteBuf() = default;
+        explicit ByteBuf(std::string t) : text(std::move(t)) {}
+        ByteBuf* clone() const { return new ByteBuf(text); }
+
+        std::string text;
+    };
     typedef COWIntrusiveReference<ByteBuf> buf_t;
 
     ByteBuf& writable();

@@ -39,6 +39,16 @@ struct CIMClass::Data : public ModelData<CIMClass::Data> {
     }
 };
 
+const CIMName& CIMAccess::name(const CIMClass& cimClass) {
+    return cimClass.data_->name;
+}
+const CIMPropertyArray& CIMAccess::properties(const CIMClass& cimClass) {
+    return cimClass.data_->properties;
+}
+const CIMPropertyArray& CIMAccess::keys(const CIMClass& cimClass) {
+    return cimClass.data_->keys;
+}
+
 void CIMClass::Data::rebuildKeys() {
     keys.clear();
     const CIMPropertyArray& all = properties;
@@ -214,11 +224,11 @@ CIMClass& CIMClass::setQualifiers(const CIMQualifierArray& qualifiers) {
 }
 
 bool CIMClass::hasQualifier(const CIMQualifier& qualifier) const {
-    return !!getQualifier(CIMNameAccess::of(qualifier));
+    return !!getQualifier(CIMAccess::name(qualifier));
 }
 
 bool CIMClass::removeQualifier(const CIMQualifier& qualifier) {
-    return removeQualifier(CIMNameAccess::of(qualifier));
+    return removeQualifier(CIMAccess::name(qualifier));
 }
 
 bool CIMClass::removeQualifier(const CIMName& name) {

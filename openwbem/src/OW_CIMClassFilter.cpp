@@ -54,7 +54,7 @@ CIMClass CIMClass::filterProperties(const StringArray& propertyList, bool noProp
     CIMPropertyArray kept;
     const CIMPropertyArray all = getAllProperties();
     for (const CIMProperty& property : all) {
-        if (!noProps && (propertyList.empty() || listContains(propertyList, CIMNameAccess::of(property)))) {
+        if (!noProps && (propertyList.empty() || listContains(propertyList, CIMAccess::name(property)))) {
             kept.push_back(property);
         }
     }
@@ -67,7 +67,7 @@ namespace {
 /// requestedClass has are included, with localOnly only those it declares itself; those subclasses add, only with deep.
 bool isWanted(const CIMProperty& property, const CIMClass& requestedClass, WBEMFlags::ELocalOnlyFlag localOnly,
               WBEMFlags::EDeepFlag deep) {
-    const CIMProperty requested = requestedClass.getProperty(CIMNameAccess::of(property));
+    const CIMProperty requested = requestedClass.getProperty(CIMAccess::name(property));
     if (!requested) {
         return deep == WBEMFlags::E_DEEP;
     }
@@ -81,7 +81,7 @@ StringArray CIMClass::getCloneProps(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFla
     StringArray names;
     const CIMPropertyArray all = getAllProperties();
     for (const CIMProperty& property : all) {
-        const bool listed = !propertyList || listContains(*propertyList, CIMNameAccess::of(property));
+        const bool listed = !propertyList || listContains(*propertyList, CIMAccess::name(property));
         if (listed && isWanted(property, requestedClass, localOnly, deep)) {
             names.push_back(property.getName());
         }
@@ -104,7 +104,7 @@ String CIMClass::toString() const {
 namespace {
 
 bool isIndication(const CIMQualifier& qualifier) {
-    return CIMNameAccess::of(qualifier) == CIMQualifier::CIM_QUAL_INDICATION;
+    return CIMAccess::name(qualifier) == CIMQualifier::CIM_QUAL_INDICATION;
 }
 
 /// The qualifiers in the order of MOF: Association moves to the front, then Indication swaps places with the first.

@@ -23,6 +23,13 @@ struct CIMInstance::Data : public ModelData<CIMInstance::Data> {
     void rebuildKeys();
 };
 
+const CIMPropertyArray& CIMAccess::properties(const CIMInstance& instance) {
+    return instance.data_->properties;
+}
+const CIMPropertyArray& CIMAccess::keys(const CIMInstance& instance) {
+    return instance.data_->keys;
+}
+
 void CIMInstance::Data::rebuildKeys() {
     CIMPropertyArray rebuilt;
     const CIMPropertyArray all = properties;
@@ -123,7 +130,7 @@ CIMInstance& CIMInstance::setProperty(const CIMProperty& property) {
         return *this;
     }
     CIMPropertyArray& properties = data_->properties;
-    const size_t i = indexOfName(properties, CIMNameAccess::of(property));
+    const size_t i = indexOfName(properties, CIMAccess::name(property));
     bool concernsKeys = property.isKey();
     if (i < properties.size()) {
         concernsKeys = concernsKeys || properties[i].isKey();
@@ -142,7 +149,7 @@ CIMInstance& CIMInstance::updatePropertyValue(const CIMName& name, const CIMValu
 }
 
 CIMInstance& CIMInstance::updatePropertyValue(const CIMProperty& property) {
-    CIMProperty present = getProperty(CIMNameAccess::of(property));
+    CIMProperty present = getProperty(CIMAccess::name(property));
     return present ? setProperty(present.setValue(property.getValue())) : *this;
 }
 
@@ -210,7 +217,7 @@ bool CIMInstance::propertiesAreEqualTo(const CIMInstance& other) const {
         return false;
     }
     for (const CIMProperty& property : mine) {
-        const CIMProperty counterpart = elementNamed(others, CIMNameAccess::of(property));
+        const CIMProperty counterpart = elementNamed(others, CIMAccess::name(property));
         if (!counterpart || counterpart.getDataType() != property.getDataType() ||
             counterpart.getValue() != property.getValue()) {
             return false;

@@ -28,7 +28,7 @@ CIMInstance CIMInstance::clone(WBEMFlags::ELocalOnlyFlag localOnly, WBEMFlags::E
     CIMPropertyArray kept;
     const CIMPropertyArray all = getProperties();
     for (const CIMProperty& property : all) {
-        const bool listed = !propertyList || listContains(*propertyList, CIMNameAccess::of(property));
+        const bool listed = !propertyList || listContains(*propertyList, CIMAccess::name(property));
         if (listed && !(localOnly && property.getPropagated())) {
             kept.push_back(property.clone(includeQualifiers, includeClassOrigin));
         }
@@ -74,7 +74,7 @@ CIMProperty fit(const CIMProperty& declared, const CIMProperty& given) {
 CIMPropertyArray withoutUnknown(const CIMPropertyArray& properties, const CIMClass& cimClass) {
     CIMPropertyArray known;
     for (const CIMProperty& property : properties) {
-        if (cimClass.getProperty(CIMNameAccess::of(property))) {
+        if (cimClass.getProperty(CIMAccess::name(property))) {
             known.push_back(property);
         }
     }
@@ -95,7 +95,7 @@ CIMInstance& CIMInstance::syncWithClass(const CIMClass& cimClass, WBEMFlags::EIn
     CIMPropertyArray properties = withoutUnknown(getProperties(), cimClass);
     const CIMPropertyArray allDeclared = cimClass.getAllProperties();
     for (const CIMProperty& declared : allDeclared) {
-        const size_t i = indexOfName(properties, CIMNameAccess::of(declared));
+        const size_t i = indexOfName(properties, CIMAccess::name(declared));
         if (i < properties.size()) {
             properties[i] = fit(declared, properties[i]);
         } else {
@@ -122,8 +122,8 @@ CIMInstance CIMInstance::createModifiedInstance(const CIMInstance& previousInsta
     }
     const CIMPropertyArray all = modified.getProperties();
     for (const CIMProperty& property : all) {
-        const CIMProperty previous = previousInstance.getProperty(CIMNameAccess::of(property));
-        if (previous && !listContains(*propertyList, CIMNameAccess::of(property))) {
+        const CIMProperty previous = previousInstance.getProperty(CIMAccess::name(property));
+        if (previous && !listContains(*propertyList, CIMAccess::name(property))) {
             modified.updatePropertyValue(previous);
         }
     }

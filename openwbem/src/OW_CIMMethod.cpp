@@ -25,7 +25,7 @@ struct CIMMethod::Data : public ModelData<CIMMethod::Data> {
     }
 };
 
-const CIMName& CIMNameAccess::of(const CIMMethod& method) {
+const CIMName& CIMAccess::name(const CIMMethod& method) {
     return method.data_->name;
 }
 

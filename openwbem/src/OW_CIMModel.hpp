@@ -3,6 +3,7 @@
 // What the classes of the CIM model share inside the library.
 
 #include "OW_Array.hpp"
+#include "OW_CIMAccess.hpp"
 #include "OW_CIMException.hpp"
 #include "OW_CIMFwd.hpp"
 #include "OW_CIMNULL.hpp"
@@ -11,6 +12,7 @@
 #include "OW_COWIntrusiveReference.hpp"
 #include "OW_String.hpp"
 
+#include <algorithm>
 #include <tuple>
 
 namespace OpenWBEM {
@@ -37,26 +39,15 @@ bool sortsBefore(const COWIntrusiveReference<D>& x, const COWIntrusiveReference<
     return D::fields(*x) < D::fields(*y);
 }
 
-/// Reaches the names inside elements, so that look-ups need not copy them.
-class CIMNameAccess {
-  public:
-    static const CIMName& of(const CIMProperty& property);
-    static const CIMName& of(const CIMQualifier& qualifier);
-    static const CIMName& of(const CIMMethod& method);
-};
-
 /// The position of the first element of that name, or the size of the array.
 ///
 /// Elements are looked through in their order: there are some tens of them, and CIMName compares hashes first. An index
 /// would cost every instance more than it saves.
 template <class T>
 size_t indexOfName(const Array<T>& elements, const CIMName& name) {
-    size_t i = 0;
-    const size_t size = elements.size();
-    while (i < size && !(CIMNameAccess::of(elements[i]) == name)) {
-        ++i;
-    }
-    return i;
+    const auto found =
+        std::find_if(elements.begin(), elements.end(), [&](const T& one) { return CIMAccess::name(one) == name; });
+    return static_cast<size_t>(found - elements.begin());
 }
 
 /// The element of that name, or a null one.
@@ -70,7 +61,7 @@ T elementNamed(const Array<T>& elements, const CIMName& name) {
 template <class T>
 T elementNamed(const Array<T>& elements, const CIMName& name, const CIMName& originClass) {
     for (const T& element : elements) {
-        if (CIMNameAccess::of(element) == name && originClass == element.getOriginClass()) {
+        if (CIMAccess::name(element) == name && originClass == element.getOriginClass()) {
             return element;
         }
     }
@@ -83,7 +74,7 @@ void setElement(Array<T>& elements, const T& element) {
     if (!element) {
         return;
     }
-    const size_t i = indexOfName(elements, CIMNameAccess::of(element));
+    const size_t i = indexOfName(elements, CIMAccess::name(element));
     if (i < elements.size()) {
         elements[i] = element;
     } else {
@@ -94,7 +85,7 @@ void setElement(Array<T>& elements, const T& element) {
 /// Appends the element; throws CIMException ALREADY_EXISTS if there is one of its name. The message names it by what.
 template <class T>
 void addElement(Array<T>& elements, const T& element, const char* what) {
-    const CIMName& name = CIMNameAccess::of(element);
+    const CIMName& name = CIMAccess::name(element);
     if (indexOfName(elements, name) < elements.size()) {
         const String message = String(what) + " " + name.toString() + " already exists";
         OW_THROWCIMMSG(CIMException::ALREADY_EXISTS, message.c_str());

@@ -1,5 +1,6 @@
 #include "OW_CIMName.hpp"
 
+#include "OW_CIMAccess.hpp"
 #include "OW_CIMElement.hpp"
 #include "OW_CIMStream.hpp"
 #include "OW_CaseFolding.hpp"
@@ -10,10 +11,12 @@ namespace OpenWBEM {
 
 namespace {
 
+constexpr UInt32 kHashOfNothing = 2166136261u;
+
 /// The FNV-1a hash of an ASCII name in lower case; 0 for any other name, whose lower case can differ in length and in
-/// bytes. Names with different hashes differ, unless one hash is 0.
+/// bytes.
 UInt32 hashOf(const String& name) {
-    UInt32 hash = 2166136261u;
+    UInt32 hash = kHashOfNothing;
     for (const char* p = name.c_str(); *p; ++p) {
         if (!isASCII(*p)) {
             return 0;
@@ -25,12 +28,9 @@ UInt32 hashOf(const String& name) {
 
 } // namespace
 
-CIMName::CIMName() : CIMName(String()) {}
+CIMName::CIMName() : hash_(kHashOfNothing) {}
 CIMName::CIMName(const String& name) : name_(name), hash_(hashOf(name)) {}
 CIMName::CIMName(const char* name) : CIMName(String(name)) {}
-CIMName::CIMName(const CIMName& other) = default;
-CIMName::~CIMName() = default;
-CIMName& CIMName::operator=(const CIMName& other) = default;
 
 CIMName& CIMName::operator=(const String& name) {
     name_ = name;
@@ -40,6 +40,10 @@ CIMName& CIMName::operator=(const String& name) {
 
 CIMName& CIMName::operator=(const char* name) {
     return *this = String(name);
+}
+
+const String& CIMAccess::text(const CIMName& name) {
+    return name.name_;
 }
 
 String CIMName::toString() const {
@@ -58,11 +62,6 @@ void CIMName::readObject(std::istream& istrm) {
 
 void CIMName::writeObject(std::ostream& ostrm) const {
     CIMStream::put(ostrm, name_);
-}
-
-bool operator==(const CIMName& x, const CIMName& y) {
-    const bool differ = x.hash_ != y.hash_ && x.hash_ != 0 && y.hash_ != 0;
-    return !differ && x.name_.equalsIgnoreCase(y.name_);
 }
 
 bool operator<(const CIMName& x, const CIMName& y) {

@@ -24,6 +24,10 @@ struct CIMObjectPath::Data : public ModelData<CIMObjectPath::Data> {
     }
 };
 
+const CIMPropertyArray& CIMAccess::keys(const CIMObjectPath& path) {
+    return path.data_->keys;
+}
+
 CIMObjectPath::CIMObjectPath() : data_(sharedDefault<Data>()) {}
 CIMObjectPath::CIMObjectPath(CIMNULL_t) {}
 CIMObjectPath::CIMObjectPath(const CIMName& className) : CIMObjectPath() {
@@ -170,7 +174,7 @@ bool CIMObjectPath::isInstancePath() const {
 namespace {
 
 bool isSameKey(const CIMProperty& x, const CIMProperty& y) {
-    return CIMNameAccess::of(x) == CIMNameAccess::of(y) && x.getValue() == y.getValue();
+    return CIMAccess::name(x) == CIMAccess::name(y) && x.getValue() == y.getValue();
 }
 
 /// Same keys in any order. They nearly always come in the same one.
@@ -182,7 +186,7 @@ bool sameKeys(const CIMPropertyArray& x, const CIMPropertyArray& y) {
         if (isSameKey(x[i], y[i])) {
             continue;
         }
-        const CIMProperty other = elementNamed(y, CIMNameAccess::of(x[i]));
+        const CIMProperty other = elementNamed(y, CIMAccess::name(x[i]));
         if (!other || !isSameKey(x[i], other)) {
             return false;
         }
@@ -200,28 +204,37 @@ bool CIMObjectPath::equals(const CIMObjectPath& other) const {
            sameKeys(data_->keys, other.data_->keys);
 }
 
+namespace {
+
+/// Same name, spelled alike, and same type.
+bool isDeclaredAs(const CIMProperty& key, const CIMProperty& declared) {
+    return CIMAccess::text(CIMAccess::name(key)).equals(CIMAccess::text(CIMAccess::name(declared))) &&
+           CIMAccess::dataType(key) == CIMAccess::dataType(declared);
+}
+
+} // namespace
+
 CIMObjectPath& CIMObjectPath::syncWithClass(const CIMClass& cimClass) {
-    if (isClassPath()) {
+    const CIMPropertyArray given = getKeys();
+    const CIMPropertyArray& classKeys = CIMAccess::keys(cimClass);
+    if (isClassPath() || std::equal(given.begin(), given.end(), classKeys.begin(), classKeys.end(), isDeclaredAs)) {
         return *this;
     }
-    const CIMPropertyArray given = getKeys();
-    const CIMPropertyArray classKeys = cimClass.getKeys();
     CIMPropertyArray keys;
     for (const CIMProperty& key : given) {
-        const CIMProperty declared = cimClass.getProperty(CIMNameAccess::of(key));
+        const CIMProperty declared = cimClass.getProperty(CIMAccess::name(key));
         if (!declared) {
             continue;
         }
         CIMProperty fitted = key;
-        const bool fits = key.getName().equals(declared.getName()) && key.getDataType() == declared.getDataType();
-        if (!fits && declared.isKey()) {
-            fitted.setName(CIMNameAccess::of(declared));
+        if (!isDeclaredAs(key, declared) && declared.isKey()) {
+            fitted.setName(CIMAccess::name(declared));
             fitted.setDataType(declared.getDataType());
         }
         keys.push_back(fitted);
     }
     for (const CIMProperty& classKey : classKeys) {
-        if (indexOfName(keys, CIMNameAccess::of(classKey)) == keys.size()) {
+        if (indexOfName(keys, CIMAccess::name(classKey)) == keys.size()) {
             keys.push_back(classKey);
         }
     }

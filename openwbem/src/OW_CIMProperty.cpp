@@ -22,6 +22,9 @@ struct CIMProperty::Data : public ModelData<CIMProperty::Data> {
     Int32 size = -1;
     bool propagated = false;
 
+    Data() = default;
+    Data(const CIMName& n, const CIMDataType& type, const CIMValue& v) : name(n), dataType(type), value(v) {}
+
     template <class Self>
     static auto fields(Self& self) {
         return std::tie(self.name, self.dataType, self.value, self.qualifiers, self.originClass,
@@ -29,22 +32,31 @@ struct CIMProperty::Data : public ModelData<CIMProperty::Data> {
     }
 };
 
-const CIMName& CIMNameAccess::of(const CIMProperty& property) {
+const CIMName& CIMAccess::name(const CIMProperty& property) {
     return property.data_->name;
+}
+const CIMDataType& CIMAccess::dataType(const CIMProperty& property) {
+    return property.data_->dataType;
+}
+const CIMValue& CIMAccess::value(const CIMProperty& property) {
+    return property.data_->value;
+}
+const CIMQualifierArray& CIMAccess::qualifiers(const CIMProperty& property) {
+    return property.data_->qualifiers;
+}
+const CIMProperty* CIMAccess::find(const CIMPropertyArray& properties, const CIMName& name) {
+    const size_t i = indexOfName(properties, name);
+    return i < properties.size() ? &properties[i] : nullptr;
 }
 
 CIMProperty::CIMProperty() : data_(sharedDefault<Data>()) {}
 CIMProperty::CIMProperty(CIMNULL_t) {}
-CIMProperty::CIMProperty(const CIMName& name) : CIMProperty() {
-    data_->name = name;
-}
+CIMProperty::CIMProperty(const CIMName& name) : CIMProperty(name, CIMDataType()) {}
 CIMProperty::CIMProperty(const char* name) : CIMProperty(CIMName(name)) {}
-CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value) : CIMProperty(name, value.getCIMDataType()) {
-    data_->value = value;
-}
-CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType) : CIMProperty(name) {
-    data_->dataType = dataType;
-}
+CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
+    : data_(new Data(name, value.getCIMDataType(), value)) {}
+CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType)
+    : data_(new Data(name, dataType, CIMValue(CIMNULL))) {}
 CIMProperty::CIMProperty(const CIMProperty& other) = default;
 CIMProperty::~CIMProperty() = default;
 CIMProperty& CIMProperty::operator=(const CIMProperty& other) = default;

@@ -86,7 +86,7 @@ struct CIMQualifier::Data : public ModelData<CIMQualifier::Data> {
     }
 };
 
-const CIMName& CIMNameAccess::of(const CIMQualifier& qualifier) {
+const CIMName& CIMAccess::name(const CIMQualifier& qualifier) {
     return qualifier.data_->name;
 }
 

@@ -2,7 +2,6 @@
 
 #include "OW_Array.hpp"
 #include "OW_ExceptionIds.hpp"
-#include "OW_StringByteBuf.hpp"
 #include "OW_UTF8Utils.hpp"
 #include <cstdarg>
 #include <cstdio>
@@ -19,13 +18,6 @@ namespace OpenWBEM {
 OW_DEFINE_EXCEPTION_WITH_ID(StringConversion)
 
 const size_t String::npos;
-
-String::String() = default;
-String::String(const String& arg) = default;
-String::String(String&& arg) noexcept = default;
-String::~String() = default;
-String& String::operator=(const String& arg) = default;
-String& String::operator=(String&& arg) noexcept = default;
 
 String::String(const char* str) : buf_(str ? new ByteBuf(str) : nullptr) {}
 String::String(Int32 val) : buf_(new ByteBuf(std::to_string(val))) {}
@@ -55,24 +47,8 @@ String::ByteBuf& String::writable() {
     return *buf_;
 }
 
-void String::swap(String& x) {
-    buf_.swap(x.buf_);
-}
-
-size_t String::length() const {
-    return buf_ ? buf_->text.length() : 0;
-}
-
-bool String::empty() const {
-    return length() == 0;
-}
-
 size_t String::UTF8Length() const {
     return UTF8Utils::charCount(c_str());
-}
-
-const char* String::c_str() const {
-    return buf_ ? buf_.getPtr()->text.c_str() : "";
 }
 
 const char* String::getBytes() const {

@@ -8,7 +8,6 @@
 #include "OW_Format.hpp"
 #include "OW_String.hpp"
 #include "OW_StringBuffer.hpp"
-#include "OW_StringByteBuf.hpp"
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>

@@ -3,7 +3,6 @@
 #include "OW_Array.hpp"
 #include "OW_CaseFolding.hpp"
 #include "OW_String.hpp"
-#include "OW_StringByteBuf.hpp"
 #include "OW_UTF8Utils.hpp"
 #include <algorithm>
 #include <cctype>
@@ -51,8 +50,8 @@ bool String::equals(const char* arg) const {
 }
 
 bool String::equalsIgnoreCase(const String& arg) const {
-    return (length() == arg.length() && std::memcmp(c_str(), arg.c_str(), length()) == 0) ||
-           compareToIgnoreCase(arg) == 0;
+    const bool same = length() == arg.length() && std::memcmp(c_str(), arg.c_str(), length()) == 0;
+    return same || compareToIgnoreCase(arg) == 0;
 }
 
 bool String::equalsIgnoreCase(const char* arg) const {

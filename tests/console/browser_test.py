@@ -22,7 +22,8 @@ BUILD = pathlib.Path(sys.argv.pop(1) if len(sys.argv) > 1 else ROOT / "build/dev
 SERVICE = ('QTX_CDRService.SystemCreationClassName="QTX_System",SystemName="QTX",'
            'CreationClassName="QTX_CDRService",Name="CDRService"')
 SHELF = 'class ACME_Shelf { [Key] string Name; [Units("Slots")] uint16 BoardCount = 2; };\n' \
-        'instance of ACME_Shelf { Name = "left & <right>"; };\n'
+        'instance of ACME_Shelf { Name = "left & <right>"; };\n' \
+        '[Provider("c++::Lost")] class ACME_Lost { [Key] string Name; uint32 Count; };\n'
 FLAGS = ["--headless=new", "--no-sandbox", "--disable-dev-shm-usage", "--disable-background-networking",
          "--hide-scrollbars", "--lang=en-US", "--host-resolver-rules=MAP * ~NOTFOUND, EXCLUDE 127.0.0.1"]
 
@@ -252,6 +253,8 @@ class OpenTest(ConsoleTest):
         self.until_text("h2", "left & <right>")
         self.until_text('[data-property="BoardCount"]', "Slots")
         self.until_text('[data-property="BoardCount"] output', "2")
+        self.open("class/ACME_Lost")
+        self.until_text("#problem", "Lost")
 
     def test_is_small_needs_nothing_from_elsewhere_and_keeps_nothing(self):
         self.open()

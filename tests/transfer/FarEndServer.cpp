@@ -8,35 +8,24 @@
 namespace transfer_testing {
 namespace {
 
-sockaddr_in localAddress(int port) {
+/// A port that nobody listens on, for 0; else the port, when somebody does.
+int findPort(int wanted) {
+    const int fd = socket(AF_INET, SOCK_STREAM, 0);
     sockaddr_in address{};
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    address.sin_port = htons(static_cast<std::uint16_t>(port));
-    return address;
-}
-
-int freePort() {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    sockaddr_in address = localAddress(0);
+    address.sin_port = htons(static_cast<std::uint16_t>(wanted));
     socklen_t length = sizeof address;
-    bind(fd, reinterpret_cast<sockaddr*>(&address), length);
+    const int failed = wanted == 0 ? bind(fd, reinterpret_cast<sockaddr*>(&address), length)
+                                   : connect(fd, reinterpret_cast<sockaddr*>(&address), length);
     getsockname(fd, reinterpret_cast<sockaddr*>(&address), &length);
     close(fd);
-    return ntohs(address.sin_port);
-}
-
-bool answers(int port) {
-    const int fd = socket(AF_INET, SOCK_STREAM, 0);
-    const sockaddr_in address = localAddress(port);
-    const bool connected = connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
-    close(fd);
-    return connected;
+    return failed != 0 ? 0 : (wanted == 0 ? ntohs(address.sin_port) : wanted);
 }
 
 } // namespace
 
-PushLab::PushLab() : sftpPort_(freePort()), ftpsPort_(freePort()) {
+PushLab::PushLab() : sftpPort_(findPort(0)), ftpsPort_(findPort(0)) {
     static const std::string path = std::string(PROGRAMS) + ":" + getenv("PATH");
     setenv("PATH", path.c_str(), 1);
     setenv("ZPO_STATE_DIR", (home_ / "state").c_str(), 1);
@@ -59,6 +48,8 @@ PushLab& PushLab::started() {
     if (lab.server_ < 0) {
         lab.start();
         EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + lab.sftp()).exitCode);
+        std::filesystem::copy_file(lab.home_ / "far/tls.pem", lab.state("ca.pem"),
+                                   std::filesystem::copy_options::overwrite_existing);
     }
     lab.reset();
     return lab;
@@ -71,9 +62,8 @@ void PushLab::start(const std::vector<std::string>& prefix) {
         setsid();
         return support::become(command, home_ / "server.out");
     });
-    ASSERT_TRUE(
-        support::waitUntil([this] { return answers(sftpPort_) && answers(ftpsPort_); }, std::chrono::seconds(20)))
-        << support::contentOf(home_ / "server.out");
+    const auto answers = [this] { return findPort(sftpPort_) != 0 && findPort(ftpsPort_) != 0; };
+    ASSERT_TRUE(support::waitUntil(answers, std::chrono::seconds(20))) << support::contentOf(home_ / "server.out");
 }
 
 void PushLab::kill() {
@@ -105,10 +95,6 @@ void PushLab::set(const std::string& key, const std::string& value) {
 void PushLab::setByte(const std::string& key, int value) {
     const auto byte = static_cast<unsigned char>(value);
     EXPECT_EQ(ZPO_OK, ZpoSetRegEntryBinary("CDR", "CDRPush", key.c_str(), &byte, 1)) << key;
-}
-
-void PushLab::record(const std::string& name, const std::string& content) const {
-    support::writeFile(local(name), content);
 }
 
 std::string PushLab::password() const {

@@ -26,12 +26,10 @@ class PushLab {
     static void set(const std::string& key, const std::string& value);
     static void setByte(const std::string& key, int value);
     /// A finished file of the record folder.
-    void record(const std::string& name, const std::string& content) const;
+    void record(const std::string& name, const std::string& content) const { support::writeFile(local(name), content); }
 
     /// The exit status is that of the command line, "CDRTransfer OPTIONS" for the program itself.
     static support::Result run(const std::string& command) { return support::run({"/bin/sh", "-c", command}); }
-    /// What is at the far end: "NAME" lines, sorted.
-    std::string farNames() const { return run("ls '" + far("") + "'").output; }
     std::string far(const std::string& name) const { return home_ / "far/files/" + name; }
     std::string local(const std::string& name) const { return home_ / "records/" + name; }
     std::string state(const std::string& name) const { return home_ / "state/transfer/" + name; }
@@ -39,7 +37,6 @@ class PushLab {
     std::string ftps() const { return "ftps://127.0.0.1:" + std::to_string(ftpsPort_); }
     std::string password() const;
     std::string log() const { return support::contentOf(home_ / "log/CdrOAM.log"); }
-    const support::TempDir& home() const { return home_; }
 
   private:
     support::TempDir home_;

@@ -191,7 +191,9 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
             if (row.isKey()) {
                 keys.push_back(property);
             }
-            property.setQualifiers(qualifiers);
+            if (!qualifiers.empty()) {
+                property.setQualifiers(qualifiers);
+            }
             properties.push_back(property);
         }
         if (properties.size() == definition().properties.size()) {

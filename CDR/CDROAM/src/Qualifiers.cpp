@@ -5,6 +5,7 @@
 #include "OW_CIMQualifierType.hpp"
 #include "OW_CIMValue.hpp"
 
+#include <array>
 #include <numeric>
 #include <vector>
 
@@ -26,20 +27,31 @@ CIMQualifier makeQualifier(const char* typeName, CIMDataType::Type type, const c
     return qualifier;
 }
 
-} // namespace
-
-bool appendApplicable(QualifierArray& qualifiers, bool applicable) {
-    qualifiers.push_back(
-        makeQualifier("boolean", CIMDataType::BOOLEAN, "Applicable", CIMValue(OpenWBEM::Bool(applicable))));
-    return applicable;
+CIMQualifier makeApplicable(bool applicable) {
+    return makeQualifier("boolean", CIMDataType::BOOLEAN, "Applicable", CIMValue(OpenWBEM::Bool(applicable)));
 }
 
-void appendValidValueMap(QualifierArray& qualifiers, unsigned int last) {
+CIMQualifier makeValidValueMap(unsigned int last) {
     std::vector<OpenWBEM::UInt32> numbers(last + 1);
     std::iota(numbers.begin(), numbers.end(), OpenWBEM::UInt32(0));
     const OpenWBEM::UInt32Array values(numbers.begin(), numbers.end());
     // A qualifier of type "string" with numbers as its value is deliberate: clients know it like this.
-    qualifiers.push_back(makeQualifier("string", CIMDataType::STRING, "ValidValueMap", CIMValue(values)));
+    return makeQualifier("string", CIMDataType::STRING, "ValidValueMap", CIMValue(values));
+}
+
+} // namespace
+
+bool appendApplicable(QualifierArray& qualifiers, bool applicable) {
+    static const CIMQualifier yes = makeApplicable(true);
+    static const CIMQualifier no = makeApplicable(false);
+    qualifiers.push_back(applicable ? yes : no);
+    return applicable;
+}
+
+void appendValidValueMap(QualifierArray& qualifiers, unsigned int last) {
+    static const std::array<CIMQualifier, 4> kFirst{makeValidValueMap(0), makeValidValueMap(1), makeValidValueMap(2),
+                                                    makeValidValueMap(3)};
+    qualifiers.push_back(last < kFirst.size() ? kFirst[last] : makeValidValueMap(last));
 }
 
 } // namespace cdroam
