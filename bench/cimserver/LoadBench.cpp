@@ -29,7 +29,7 @@ std::string modification(unsigned connection, unsigned number) {
 }
 
 std::vector<Work> works() {
-    const auto same = [](const std::string& text) { return [text](unsigned, unsigned) { return text; }; };
+    const auto same = [](const std::string& text) -> Requests { return [text](unsigned, unsigned) { return text; }; };
     return {{"GetInstance", same(getInstance(serviceName()))},
             {"EnumerateInstances of 8", same(enumerate("QTX_CDRServicePrefixBin"))},
             {"EnumerateInstances of 10", same(enumerate("BENCH_Thing"))},
@@ -112,8 +112,7 @@ void benchWork(Report& report, int port, int floorPort, const Work& work, const 
 
 /// One client beside hundreds that are silent or do not end their request.
 void benchSilence(Report& report, int port, const Effort& effort) {
-    const std::string text = getInstance(serviceName());
-    const Requests requests = [&](unsigned, unsigned) { return text; };
+    const Requests requests = [](unsigned, unsigned) { return getInstance(serviceName()); };
     const double alone = measureLoad(port, 1, effort.slice, requests).p50;
     std::vector<std::unique_ptr<Connection>> others;
     for (int i = 0; i < 200; ++i) {
