@@ -194,7 +194,7 @@ std::string textIn(const json& object, const char* name) {
 
 /// What an object tells to be wrong: its problem, or why it failed, or why its first file did.
 std::string problemOf(const json& object) {
-    const std::string problem = textIn(object, "problem");
+    std::string problem = textIn(object, "problem");
     if (!problem.empty() || textIn(object, "state") != "failed") {
         return problem;
     }

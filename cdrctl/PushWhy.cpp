@@ -115,15 +115,13 @@ class Report {
 
     void task(const std::string& whose, const std::string& line, const DeviceFacts& device) {
         const bool sunday = line.find(" * * 7 ") != std::string::npos;
-        if (!facts_.schedule.type) {
-            note("crontab", whose + ": " + line);
-        } else if (!facts_.schedule.isPush()) {
+        if (facts_.schedule.type && !facts_.schedule.isPush()) {
             note("crontab", whose + " runs the program all the same: " + line,
                  "setting a time or day schedules it whatever the type is; set TransferType again to end it");
         } else if (sunday && device.cron == "busybox crond") {
             problem("crontab", whose + " says \"" + line + "\", which BusyBox's crond ignores: it knows Sunday as 0",
                     "start the server with ZPO_CRONTAB_SUNDAY=0 and set the day again");
-        } else if (isExpected(line)) {
+        } else if (!facts_.schedule.type || isExpected(line)) {
             note("crontab", whose + ": " + line);
         } else {
             problem("crontab", whose + " says \"" + line + "\", which is not what the settings say",
