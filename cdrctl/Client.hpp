@@ -9,8 +9,7 @@
 
 namespace cdrctl {
 
-/// One request each; none is repeated. All throw ConnectError, LoginError, CimFault, or std::runtime_error for an
-/// answer that is not CIM-XML.
+/// One request each; none is repeated. All throw ConnectError, LoginError or CimFault.
 class Client {
   public:
     Client(Address address, Access access, std::string nameSpace)

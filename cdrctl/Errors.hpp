@@ -6,7 +6,7 @@
 
 namespace cdrctl {
 
-/// The server cannot be reached or does not speak HTTP, or its certificate is not trusted.
+/// The server cannot be reached or does not speak CIM-XML over HTTP, or its certificate is not trusted.
 class ConnectError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;

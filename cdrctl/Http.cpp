@@ -90,6 +90,8 @@ Answer exchange(Steps& steps, Stream& stream, const Access& access, const Reques
     beast::flat_buffer buffer;
     http::response_parser<http::string_body> parser;
     parser.body_limit(kLargestAnswer);
+    // First the header, so that the limit is seen before the body's memory is taken.
+    steps.run("read the answer", [&](auto handler) { http::async_read_header(stream, buffer, parser, handler); });
     steps.run("read the answer", [&](auto handler) { http::async_read(stream, buffer, parser, handler); });
     const auto& response = parser.get();
     return {response.result_int(), std::string(response["CIMError"]), response.body()};

@@ -7,7 +7,6 @@
 
 #include <cstdio>
 #include <sstream>
-#include <stdexcept>
 
 namespace cdrctl {
 
@@ -23,13 +22,13 @@ class ReplyDocument {
     explicit ReplyDocument(const std::string& body) try : document_(body, kLimits) {
         response_ = firstElement(document_.root().child("MESSAGE").child("SIMPLERSP"));
         if (!response_) {
-            throw std::runtime_error("the server's answer is not a CIM-XML reply");
+            throw ConnectError("the server's answer is not a CIM-XML reply");
         }
         if (const pugi::xml_node error = response_.child("ERROR")) {
             throw CimFault(error.attribute("CODE").as_int(1), error.attribute("DESCRIPTION").value());
         }
     } catch (const HttpError& error) {
-        throw std::runtime_error(std::string("the server's answer is not XML: ") + error.what());
+        throw ConnectError(std::string("the server's answer is not XML: ") + error.what());
     }
 
     pugi::xml_node response() const { return response_; }
@@ -134,7 +133,7 @@ Object readClass(const std::string& body) {
     const ReplyDocument reply(body);
     const pugi::xml_node found = reply.result().child("CLASS");
     if (!found) {
-        throw std::runtime_error("the server's answer holds no class");
+        throw ConnectError("the server's answer holds no class");
     }
     return readObject(found, "NAME");
 }

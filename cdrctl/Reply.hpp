@@ -8,7 +8,7 @@
 
 namespace cdrctl {
 
-// All throw CimFault for an ERROR, and std::runtime_error for a text that is not the reply expected.
+// All throw CimFault for an ERROR, and ConnectError for a text that is not the reply expected.
 
 Object readClass(const std::string& body);
 /// Instances with their names.

@@ -36,7 +36,7 @@ bool findJournal() {
            ::fstat(STDERR_FILENO, &state) == 0 && state.st_dev == device && state.st_ino == inode;
 }
 
-const bool toJournal = findJournal();
+const bool kToJournal = findJournal();
 
 /// A rotating file that can be opened anew. Each file that takes the place of another gets its mode.
 class LogFile : public spdlog::sinks::base_sink<std::mutex> {
@@ -103,7 +103,7 @@ class LogFile : public spdlog::sinks::base_sink<std::mutex> {
 };
 
 std::shared_ptr<spdlog::logger> makeLogger(spdlog::sink_ptr sink) {
-    const bool journal = toJournal && dynamic_cast<LogFile*>(sink.get()) == nullptr;
+    const bool journal = kToJournal && dynamic_cast<LogFile*>(sink.get()) == nullptr;
     auto logger = std::make_shared<spdlog::logger>("cimserverd", std::move(sink));
     logger->set_pattern(journal ? kJournalPattern : kPattern);
     logger->set_level(spdlog::level::info);
@@ -186,7 +186,7 @@ LogFile* fileInUse() {
 std::string entry(std::string_view level, std::string_view component, std::string_view text) {
     std::string line;
     line.reserve(level.size() + component.size() + text.size() + 8);
-    if (toJournal && fileInUse() == nullptr) {
+    if (kToJournal && fileInUse() == nullptr) {
         line.append(priorityOf(level));
     } else {
         line.append(level).append(" ");
@@ -199,7 +199,7 @@ std::string entry(std::string_view level, std::string_view component, std::strin
 } // namespace
 
 bool isJournal() noexcept {
-    return toJournal;
+    return kToJournal;
 }
 
 void configure(const Settings& settings) {

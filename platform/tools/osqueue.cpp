@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <fmt/format.h>
 #include <fstream>
 #include <grp.h>
 #include <pwd.h>
@@ -81,7 +82,7 @@ std::string kernelsView(int id) {
         unsigned sender = 0, receiver = 0, user = 0, owningGroup = 0;
         if (fields >> key >> queue >> mode >> bytes >> messages >> sender >> receiver >> user >> owningGroup &&
             queue == id) {
-            return messages + ' ' + bytes + ' ' + userName(user) + ' ' + groupName(owningGroup) + ' ' + mode;
+            return fmt::format("{} {} {} {} {}", messages, bytes, userName(user), groupName(owningGroup), mode);
         }
     }
     return "";

@@ -41,7 +41,8 @@ class Simulator : public Test {
 
 TEST_F(Simulator, PlaysTheServiceOfADevice) {
     Lab::run("zporeg set CDR CDRService LONGID --text hostile --change-kind; zporeg delete CDR CDRService TIME;"
-             "zporeg set CDR CDRService FILTER --binary ff");
+             "zporeg set CDR CDRService FILTER --binary ff;"
+             "zporeg set CDR CDRService DIGITSLIMIT --binary 0102");
     start();
     expectSaid("ConnectChar has no effect");
     expectSaid("LongCLIDSupport cannot be read");
@@ -56,7 +57,7 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     EXPECT_THAT(latest(), MatchesRegex("[0-9]+,[0-9]{8},[0-9:]{8},OUT,2[0-9]+,[1-8],2[0-9]+,,,[0-9]{3},9,(9|011|123|),"
                                        ",[0-9]*,[0-9]+,\n"));
     Lab::run("zporeg restore $LAB/backup");
-    expectSaid("DigitsLimit is 10, it was 3");
+    expectSaid("DigitsLimit is 258, it was 3");
     Lab::run("osqueue delete CDRService");
     EXPECT_TRUE(support::waitUntil([] { return Lab::run("osqueue send CDRService 0").empty(); })) << "made anew";
 

@@ -325,8 +325,9 @@ TEST_F(ProgramTest, UsersWhoMayOnlyReadDoNotSeeSecrets) {
         {"EnumerateInstances", ofClass},
         {"OpenEnumerateInstances", ofClass + "<IPARAMVALUE NAME='MaxObjectCount'><VALUE>9</VALUE></IPARAMVALUE>"}};
     for (const auto& [call, parameters] : calls) {
-        auto request = http_testing::postCall(
-            call, "", std::string("<IMETHODCALL NAME='") + call + "'>" + ns + parameters + "</IMETHODCALL>");
+        std::string body = "<IMETHODCALL NAME='";
+        body.append(call).append("'>").append(ns).append(parameters).append("</IMETHODCALL>");
+        auto request = http_testing::postCall(call, "", body);
         request.insert(request.find("CIMOperation"), "Authorization: Basic YW5uOng=\r\n"); // ann:x
         const auto ann = http_testing::Client(port).ask(request).body;
         EXPECT_TRUE(ann.find("***") != std::string::npos && ann.find("sesame") == std::string::npos) << ann;
