@@ -3,6 +3,7 @@
 #include "ZpoShared.h"
 
 #include <arpa/inet.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 
 namespace transfer_testing {
@@ -60,6 +61,7 @@ void PushLab::start(const std::vector<std::string>& prefix) {
     command.insert(command.end(), {FAR_END, home_ / "far", std::to_string(sftpPort_), std::to_string(ftpsPort_)});
     server_ = support::startChild([&] {
         setsid();
+        prctl(PR_SET_PDEATHSIG, SIGKILL); // also when the test is killed
         return support::become(command, home_ / "server.out");
     });
     const auto answers = [this] { return findPort(sftpPort_) != 0 && findPort(ftpsPort_) != 0; };
