@@ -56,7 +56,8 @@ TEST(Cdrctl, LogsInOverTls) {
     const std::string viewer = trust + "-u viewer --password-file ";
     Lab::play({
         {"cdrctl bins; echo $?", AllOf(HasSubstr("not trusted: self-signed certificate"), HasSubstr("\n3\n"))},
-        {trust + "-s ${CDRCTL_SERVER%127.0.0.1*}localhost:${HOST#*:} bins", HasSubstr("not trusted: hostname mismatch")},
+        {trust + "-s ${CDRCTL_SERVER%127.0.0.1*}localhost:${HOST#*:} bins",
+         HasSubstr("not trusted: hostname mismatch")},
         {trust + "bins; echo $?", AllOf(HasSubstr("a user is needed"), HasSubstr("\n4\n"))},
         {viewer + "bad bins; echo $?", AllOf(HasSubstr("wrong password"), HasSubstr("\n4\n"))},
         {viewer + "pass set DigitsLimit=12; echo $?",
