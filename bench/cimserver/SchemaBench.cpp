@@ -57,7 +57,8 @@ std::string schemaOf(int classes) {
     for (int i = 0; i < classes; ++i) {
         const std::string name = className(i);
         const std::string parent = i == 0 ? "" : " : " + className((i - 1) / kChildren);
-        mof += "[Version(\"1.0.0\"), " + description(name, 6) + "]\nclass " + name + parent + "\n{\n";
+        mof.append("[Version(\"1.0.0\"), ").append(description(name, 6));
+        mof.append("]\nclass ").append(name).append(parent).append("\n{\n");
         mof += i == 0 ? "  [Key, " + description("the key", 1) + "] string InstanceID;\n" : "";
         for (int feature = 0; feature < kFeatures; ++feature) {
             mof += property(name.substr(6), feature);

@@ -61,6 +61,7 @@ void readAll(const std::vector<std::string>& keys) {
 
 Pairs compareReads(const Effort& effort, RawStore& raw, const std::vector<std::string>& keys) {
     std::vector<std::string> encoded;
+    encoded.reserve(keys.size());
     for (const std::string& key : keys) {
         encoded.push_back(std::string("CDR") + '\0' + "Bench" + '\0' + key);
     }
