@@ -298,7 +298,9 @@ class Scanner {
         const char next = text_[at_];
         if (next == '<' && (classOf(at_ + 1) & NameStart) != 0) {
             startTag();
-        } else if (next == '&') {
+            return;
+        }
+        if (next == '&') {
             reference();
         } else if (next == ']') {
             if (startsWith("]]>")) {
