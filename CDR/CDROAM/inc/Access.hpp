@@ -53,8 +53,7 @@ class Access {
     void store(Literal literal) const {
         typename Kind::Cache content{};
         Kind::setLiteral(content, literal);
-        (void)Kind::store(entry_, content);
-        cache_ = content;
+        (void)storeAndCache<Kind>(entry_, cache_, content);
     }
 
     /// Writes a property's value. Returns the platform's status.

@@ -62,12 +62,14 @@ class DigitBin : public Bin {
 
   protected:
     static constexpr int kDigits = static_cast<int>(digits);
+    using Bytes = std::array<unsigned char, width>;
 
     /// The getter of the row's digits.
     int getDigits(const char* accessor, std::string& value) const {
-        const int status = readTable(accessor, value);
+        Bytes row{};
+        const int status = readRow(accessor, row, value);
         if (status == Success) {
-            value = GetBinDigit(row(), kDigits);
+            value = GetBinDigit(reinterpret_cast<char*>(row.data()), kDigits);
         }
         return status;
     }
@@ -82,19 +84,19 @@ class DigitBin : public Bin {
         return writeRow(accessor, {offset_, digits, bytes});
     }
 
-    /// Reads the table for a getter. A failure is logged under the accessor's name, sets the value to a single NUL and
+    /// Reads the row for a getter. A failure is logged under the accessor's name, sets the value to a single NUL and
     /// returns 100.
-    int readTable(const char* accessor, std::string& value) const {
-        const std::uint32_t status = read();
+    int readRow(const char* accessor, Bytes& row, std::string& value) const {
+        Table table{};
+        const std::uint32_t status = readTable(entry_, table);
         if (status == 0) {
+            std::copy_n(table.begin() + offset_, width, row.begin());
             return Success;
         }
         (void)writeError(accessor, status);
         value.assign(1, '\0');
         return ReadFailed;
     }
-
-    using Bytes = std::array<unsigned char, width>;
 
     /// The new content of a part of the table.
     struct Edit {
@@ -119,18 +121,18 @@ class DigitBin : public Bin {
 
     /// Logs why a value was refused, after a read of the table as before any other change; returns 301.
     int refuse(const char* reason) const {
-        (void)read();
+        Table table{};
+        (void)readTable(entry_, table);
         (void)addLogEntry(LogError, reason);
         return ValueRefused;
     }
 
-    /// The bytes of the object's row.
-    char* row() const { return reinterpret_cast<char*>(&table_.at(offset_)); }
-
   private:
     using Table = std::array<unsigned char, rows * width>;
 
-    std::uint32_t read() const { return readBytes(entry_, table_.data(), static_cast<std::uint32_t>(table_.size())); }
+    static std::uint32_t readTable(const Entry& entry, Table& table) {
+        return readBytes(entry, table.data(), static_cast<std::uint32_t>(table.size()));
+    }
 
     std::uint32_t writeGathered(const Edit& edit) const {
         const WritePause pause;
@@ -138,7 +140,7 @@ class DigitBin : public Bin {
             // A failed read is not logged and leaves every row empty, so that the setter creates the entry anew. That
             // is deliberate.
             Table table{};
-            if (readBytes(entry, table.data(), static_cast<std::uint32_t>(table.size())) != 0) {
+            if (readTable(entry, table) != 0) {
                 table = emptyTable();
             }
             for (const Edit& one : edits) {
@@ -162,8 +164,6 @@ class DigitBin : public Bin {
 
     Entry entry_;
     std::size_t offset_;
-    /// Read again by each accessor.
-    mutable Table table_ = emptyTable();
 };
 
 } // namespace cdroam

@@ -17,8 +17,4 @@ class QTX_CDRServiceAccessBinImpl : public cdroam::DigitBin<QTX_CDRServiceAccess
     int setSuppressBin(std::string value) override;
 
     int AssignDigits(void* text, unsigned char lowest, unsigned char highest, unsigned char* destination);
-
-  private:
-    /// Where the row's suppress count lies in the table.
-    unsigned char* suppressCount() const;
 };

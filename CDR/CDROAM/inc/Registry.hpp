@@ -71,6 +71,14 @@ std::uint32_t writeText(const Entry& entry, const char* text);
 //   setLiteral       converts a literal to content
 //   isDisplayable    whether the content may be shown
 
+/// Writes content and then caches it, also when it could not be written. Not before: other requests may read meanwhile.
+template <class Kind>
+std::uint32_t storeAndCache(const Entry& entry, typename Kind::Cache& cache, const typename Kind::Cache& content) {
+    const std::uint32_t status = Kind::store(entry, content);
+    cache = content;
+    return status;
+}
+
 /// One byte: an enumeration, a flag (0 is false, anything else true, true is stored as 1) or a number of which only the
 /// low-order byte is kept.
 struct Byte {
@@ -80,10 +88,7 @@ struct Byte {
     static std::uint32_t store(const Entry& entry, const Cache& cache) { return writeBytes(entry, &cache, 1); }
     template <class Value>
     static std::uint32_t write(const Entry& entry, Cache& cache, Value value) {
-        const auto content = static_cast<Cache>(value);
-        const std::uint32_t status = store(entry, content);
-        cache = content;
-        return status;
+        return storeAndCache<Byte>(entry, cache, static_cast<Cache>(value));
     }
     template <class Value>
     static void decode(const Cache& cache, Value& value) {
@@ -112,9 +117,7 @@ struct Integer {
     static std::uint32_t load(const Entry& entry, Cache& cache) { return readInteger(entry, cache); }
     static std::uint32_t store(const Entry& entry, const Cache& cache) { return writeInteger(entry, cache); }
     static std::uint32_t write(const Entry& entry, Cache& cache, unsigned int value) {
-        const std::uint32_t status = store(entry, value);
-        cache = value;
-        return status;
+        return storeAndCache<Integer>(entry, cache, value);
     }
     static void decode(const Cache& cache, unsigned int& value) { value = cache; }
     static void setLiteral(Cache& cache, Literal literal) { cache = literal; }
@@ -128,9 +131,7 @@ struct Counter : Integer {
         return writeBytes(entry, &cache, sizeof cache);
     }
     static std::uint32_t write(const Entry& entry, Cache& cache, unsigned int value) {
-        const std::uint32_t status = store(entry, value);
-        cache = value;
-        return status;
+        return storeAndCache<Counter>(entry, cache, value);
     }
 };
 

@@ -20,9 +20,10 @@ int QTX_CDRServiceAccessBinImpl::setAccessBin(std::string value) {
 }
 
 int QTX_CDRServiceAccessBinImpl::getSuppressBin(std::string& value, QualifierArray& /*qualifiers*/) const {
-    const int status = readTable("getSuppressBin", value);
+    Bytes row{};
+    const int status = readRow("getSuppressBin", row, value);
     if (status == Success) {
-        value = std::to_string(*suppressCount());
+        value = std::to_string(row.at(kDigits));
     }
     return status;
 }
@@ -38,8 +39,4 @@ int QTX_CDRServiceAccessBinImpl::setSuppressBin(std::string value) {
 int QTX_CDRServiceAccessBinImpl::AssignDigits(void* text, unsigned char lowest, unsigned char highest,
                                               unsigned char* destination) {
     return assignDigits(static_cast<char*>(text), lowest, highest, destination);
-}
-
-unsigned char* QTX_CDRServiceAccessBinImpl::suppressCount() const {
-    return reinterpret_cast<unsigned char*>(row()) + kDigits;
 }

@@ -97,9 +97,7 @@ unsigned char storedTransferType(unsigned char unread) {
 std::uint32_t Word::write(const Entry& entry, Cache& cache, unsigned short value) {
     Cache content{};
     setLiteral(content, value);
-    const std::uint32_t status = store(entry, content);
-    cache = content;
-    return status;
+    return storeAndCache<Word>(entry, cache, content);
 }
 
 void Word::decode(const Cache& cache, unsigned short& value) {
@@ -113,9 +111,7 @@ void Word::setLiteral(Cache& cache, Literal literal) {
 std::uint32_t PackedDigits::write(const Entry& entry, Cache& cache, const std::string& value) {
     Cache content{};
     setLiteral(content, static_cast<Literal>(digitAt(value, 0) << 4U | digitAt(value, 1)));
-    const std::uint32_t status = store(entry, content);
-    cache = content;
-    return status;
+    return storeAndCache<PackedDigits>(entry, cache, content);
 }
 
 void PackedDigits::decode(const Cache& cache, std::string& value) {
