@@ -5,7 +5,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -113,10 +112,7 @@ StateLock::StateLock(std::filesystem::path directory)
     : directory_(std::move(directory)), lock_(directory_.empty() ? Descriptor() : lockIn(directory_)) {}
 
 bool StateLock::isCurrent() const {
-    struct stat mine {};
-    struct stat named {};
-    return ::fstat(lock_.get(), &mine) == 0 && ::stat((directory_ / kLockFile).c_str(), &named) == 0 &&
-           mine.st_ino == named.st_ino && mine.st_dev == named.st_dev;
+    return isFileAt(lock_.get(), (directory_ / kLockFile).c_str());
 }
 
 void StateLock::follow() noexcept {

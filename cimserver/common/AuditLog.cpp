@@ -91,10 +91,7 @@ int Record::connect() {
 
 /// A record that was moved away, or removed, is begun anew.
 bool Record::isMoved() const {
-    struct stat mine {};
-    struct stat named {};
-    return fd_.get() < 0 || ::fstat(fd_.get(), &mine) != 0 || ::stat(path_.c_str(), &named) != 0 ||
-           mine.st_ino != named.st_ino || mine.st_dev != named.st_dev;
+    return !isFileAt(fd_.get(), path_.c_str());
 }
 
 int Record::send(const std::string& line) const {

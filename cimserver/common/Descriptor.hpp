@@ -1,6 +1,7 @@
-// Owns a file descriptor.
+// Owns a file descriptor, and tells whether its file has been moved away.
 #pragma once
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <utility>
@@ -25,5 +26,13 @@ class Descriptor {
   private:
     int fd_;
 };
+
+/// Whether the path still leads to the file that is open as `fd`; false for -1.
+inline bool isFileAt(int fd, const char* path) {
+    struct stat open {};
+    struct stat named {};
+    return ::fstat(fd, &open) == 0 && ::stat(path, &named) == 0 && open.st_ino == named.st_ino &&
+           open.st_dev == named.st_dev;
+}
 
 } // namespace cimserver

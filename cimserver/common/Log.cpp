@@ -1,5 +1,6 @@
 #include "cimserver/common/Log.hpp"
 
+#include "cimserver/common/Descriptor.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
 
@@ -52,10 +53,7 @@ class LogFile : public spdlog::sinks::base_sink<std::mutex> {
 
     bool isCurrent() {
         const std::lock_guard<std::mutex> lock(mutex_);
-        struct stat mine {};
-        struct stat named {};
-        return fd_ >= 0 && ::fstat(fd_, &mine) == 0 && ::stat(settings_.file.c_str(), &named) == 0 &&
-               mine.st_ino == named.st_ino && mine.st_dev == named.st_dev;
+        return isFileAt(fd_, settings_.file.c_str());
     }
 
   protected:
