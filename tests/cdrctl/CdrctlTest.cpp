@@ -39,6 +39,8 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
         {"cdrctl set TransferTime=8:30 >/dev/null; cat $LAB/crontabs/$(id -un)", HasSubstr("30 8 * * 3 /qv/bin/")},
         {"cdrctl statistics --watch --count 2 --interval 0.1", HasSubstr("last success")},
         {"cdrctl show QTX_None; echo $?", HasSubstr("(CIM error 6)\n1\n")},
+        {"cdrctl --server $CDRCTL_SERVER/other bins; echo $?",
+         HasSubstr("status 404: the server has nothing under this path (the path is /cimom)")},
         {"cdrctl --server 127.0.0.1:1 bins; echo $?", HasSubstr("Connection refused\n3\n")},
     });
     EXPECT_EQ(lab.heard(), "0\n0\n0\n") << "three changes of the service";
