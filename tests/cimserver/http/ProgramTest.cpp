@@ -2,11 +2,15 @@
 #include "Client.hpp"
 #include "Support.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/ProcessMemory.hpp"
 #include "cimserver/http/UserFile.hpp"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+
+#include <fstream>
 
 using ::testing::HasSubstr;
 
@@ -350,6 +354,30 @@ TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
     EXPECT_EQ(support::contentOf(dir_ / "provider"), "printed by a provider\n");
     EXPECT_EQ(own("null"), "ready\n");
     EXPECT_THAT(own("inherit"), HasSubstr("ready\n"));
+}
+
+TEST(ProcessMemory, GivesBackWhatIsInFilesButNoPageThatWasChanged) {
+    constexpr std::size_t kPage = 65536; // a multiple of each system's
+    alignas(kPage) static const std::array<char, 16 * kPage> kTable{'a', 'b'};
+    const volatile char* const table = kTable.data();
+    auto* const changed = const_cast<char*>(kTable.data()) + kPage;
+    ASSERT_EQ(0, mprotect(changed, kPage, PROT_READ | PROT_WRITE));
+    *static_cast<volatile char*>(changed) = 'c';
+    for (std::size_t at = 2 * kPage; at < kTable.size(); at += 4096) {
+        EXPECT_EQ(table[at], '\0');
+    }
+    const auto pages = [] {
+        std::size_t size = 0;
+        std::size_t all = 0;
+        std::size_t ofFiles = 0;
+        std::ifstream("/proc/self/statm") >> size >> all >> ofFiles;
+        return ofFiles;
+    };
+    const auto before = pages();
+    cimserver::giveBackStart();
+    EXPECT_LT(pages() + 14 * kPage / static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), before + 20);
+    EXPECT_EQ(table[1], 'b');
+    EXPECT_EQ(table[kPage], 'c');
 }
 
 } // namespace
