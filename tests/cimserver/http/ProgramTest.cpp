@@ -6,6 +6,7 @@
 #include "cimserver/http/UserFile.hpp"
 
 #include <fcntl.h>
+#include <pty.h>
 #include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -13,6 +14,7 @@
 #include <fstream>
 
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -35,6 +37,28 @@ class ProgramTest : public ::testing::Test {
     }
     support::Result serverWith(const std::string& options) const { return run(CIMSERVERD " " + options); }
     support::Result passwd(const std::string& rest) const { return run(CIMSERVER_PASSWD " users " + rest); }
+
+    /// Asks for a password at a terminal and types a line at each prompt; gives what the terminal shows.
+    std::string typed(const std::string& rest, const std::vector<std::string>& lines) const {
+        int terminal = -1;
+        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == 0) {
+            _exit(support::become({"sh", "-c", inFolder("exec " CIMSERVER_PASSWD " users " + rest)}));
+        }
+        std::string shown;
+        std::size_t typedLines = 0;
+        char more[512];
+        for (ssize_t got = 0; (got = ::read(terminal, more, sizeof more)) > 0;) {
+            shown.append(more, static_cast<std::size_t>(got));
+            if (shown.size() > 2 && shown.compare(shown.size() - 2, 2, ": ") == 0 && typedLines < lines.size()) {
+                const std::string line = lines[typedLines++] + "\n";
+                EXPECT_EQ(::write(terminal, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+            }
+        }
+        ::close(terminal);
+        support::waitForChild(child);
+        return shown;
+    }
 
     /// Starts the server and waits until it is ready; gives its port.
     std::uint16_t serve(const std::string& options) {
@@ -145,6 +169,10 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
          {"ann --delete", "a:b --stdin < bad.mof", "ann < /dev/null", "ann --stdin < /dev/null"}) {
         EXPECT_EQ(passwd(refused).exitCode, 1) << refused;
     }
+    EXPECT_THAT(typed("ann", {"a long secret", "another secret"}), HasSubstr("the two differ"));
+    EXPECT_EQ(passwd("ann --delete").exitCode, 1) << "nothing was written";
+    EXPECT_THAT(typed("ann --role read", {"a long secret", "a long secret"}), Not(HasSubstr("secret")));
+    EXPECT_NE(cimserver::http::UserFile::load(dir_ / "users").verify("ann", "a long secret"), nullptr);
     for (const char* misused : {"", "ann --role admin", "ann --rle read", "ann bob"}) {
         EXPECT_EQ(passwd(misused).exitCode, 2) << misused;
     }
