@@ -5,6 +5,7 @@
 #include "cimserver/ProcessMemory.hpp"
 #include "cimserver/Readiness.hpp"
 #include "cimserver/ServiceManager.hpp"
+#include "cimserver/Supervisor.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/cimom/Interop.hpp"
@@ -366,10 +367,13 @@ int main(int argc, char** argv) {
             log::configure({"", options->log.level});
             return check(*options);
         }
-        log::configure(options->log);
-        crash::install(options->log.file);
-        logFile = !options->log.file.empty();
-        return serve(*options);
+        const auto work = [&options, &logFile] {
+            log::configure(options->log);
+            crash::install(options->log.file);
+            logFile = !options->log.file.empty();
+            return serve(*options);
+        };
+        return options->respawn ? supervise(work) : work();
     } catch (const OptionsError& error) {
         return fail(BadOptions, error.what(), logFile);
     } catch (const http::ListenError& error) {

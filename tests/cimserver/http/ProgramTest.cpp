@@ -384,6 +384,38 @@ TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
     EXPECT_THAT(own("inherit"), HasSubstr("ready\n"));
 }
 
+TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
+    serve("--respawn");
+    const auto child = [this] {
+        const auto id = std::to_string(server_);
+        return std::atoi(support::contentOf("/proc/" + id + "/task/" + id + "/children").c_str());
+    };
+    for (const int signal : {SIGSEGV, SIGABRT, SIGKILL}) {
+        const int crashing = child();
+        std::filesystem::resize_file(dir_ / "out", 0);
+        ::kill(crashing, signal);
+        awaitText("err", "ended by signal " + std::to_string(signal) + ", and started again");
+        awaitText("out", "listening");
+        EXPECT_NE(child(), crashing);
+    }
+    EXPECT_EQ(http_testing::Client(static_cast<std::uint16_t>(std::stoul(support::contentOf(dir_ / "port"))))
+                  .ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n")
+                  .status,
+              200U);
+    ::kill(server_, SIGUSR1);
+    awaitText("err", "requests=1 ");
+    const int serving = child();
+    EXPECT_EQ(stop(SIGTERM), 0);
+    awaitText("err", "stopped");
+    EXPECT_NE(::kill(serving, 0), 0);
+    EXPECT_EQ(serverWith("--mof bad.mof --respawn").exitCode, 3);
+
+    serve("--respawn");
+    const int orphan = child();
+    EXPECT_EQ(stop(SIGKILL), -SIGKILL);
+    EXPECT_TRUE(support::waitUntil([orphan] { return ::kill(orphan, 0) != 0; })) << "it ends with its parent";
+}
+
 TEST(ProcessMemory, GivesBackWhatIsInFilesButNoPageThatWasChanged) {
     constexpr std::size_t kPage = 65536; // a multiple of each system's
     alignas(kPage) static const std::array<char, 16 * kPage> kTable{'a', 'b'};
