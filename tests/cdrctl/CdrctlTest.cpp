@@ -32,8 +32,7 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
         {"cdrctl bins", HasSubstr("2            91      1\n")},
         {"cdrctl push why; echo $?",
          AllOf(HasSubstr("as it should: the transfer type is 4 (No transfer)"), HasSubstr("\n5\n"))},
-        {"cdrctl --json push why",
-         AllOf(HasSubstr("running: false"), HasSubstr("reason: the transfer type"))},
+        {"cdrctl --json push why", AllOf(HasSubstr("running: false"), HasSubstr("reason: the transfer type"))},
         {"cdrctl set TransferType=weekly TransferDayOfWeek=Wednesday TransferTime=8:30 IPAddress=h",
          HasSubstr("4 -> 1")},
         {"cdrctl push now", HasSubstr("was started")},
@@ -48,6 +47,21 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
         {"cdrctl --server 127.0.0.1:1 bins; echo $?", HasSubstr("Connection refused\n3\n")},
     });
     EXPECT_EQ(lab.heard(), "0\n0\n0\n") << "three changes of the service";
+}
+
+/// Commands and all that they print: "$ COMMAND" and the lines below it.
+TEST(Cdrctl, PrintsWhatTheTranscriptHas) {
+    Lab lab;
+    lab.start();
+    pointAtServer("http://");
+    const std::string transcript = support::contentOf(TRANSCRIPT);
+    std::string replayed;
+    for (std::size_t at = 0, next = 0; at < transcript.size(); at = next) {
+        next = std::min(transcript.find("\n$ ", at), transcript.size() - 1) + 1;
+        const std::string command = transcript.substr(at + 2, transcript.find('\n', at) - at - 2);
+        replayed += "$ " + command + "\n" + support::run({"/bin/sh", "-c", command}).output;
+    }
+    EXPECT_EQ(transcript, replayed);
 }
 
 TEST(Cdrctl, LogsInOverTls) {
