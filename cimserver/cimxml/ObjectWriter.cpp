@@ -72,12 +72,12 @@ bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
         TextBuffer buffer;
         const auto text = scalarText(value, buffer);
         if (text) {
-            Element(writer, "VALUE").text(*text);
+            writer.element("VALUE", *text);
         }
         return text.has_value();
     }
     if (!value.isArray()) {
-        forEachElement(value, [&](std::optional<std::string_view> text) { Element(writer, "VALUE").text(*text); });
+        forEachElement(value, [&](std::optional<std::string_view> text) { writer.element("VALUE", *text); });
         return true;
     }
     const Element array(writer, "VALUE.ARRAY");
@@ -87,7 +87,7 @@ bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
         }
         --left;
         if (text) {
-            Element(writer, "VALUE").text(*text);
+            writer.element("VALUE", *text);
         } else {
             Element(writer, "VALUE.NULL");
         }
@@ -153,15 +153,23 @@ void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQua
     }
 }
 
+void writeName(Element& element, const CIMName& name) {
+    if (CIMAccess::isIdentifier(name)) {
+        element.plainAttribute("NAME", view(name));
+    } else {
+        element.attribute("NAME", view(name));
+    }
+}
+
 void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMProperty& property, const Shape& shape,
                              const ObjectForm& form) {
     const CIMDataType& declared = CIMAccess::dataType(property);
-    element.attribute("NAME", view(CIMAccess::name(property)));
+    writeName(element, CIMAccess::name(property));
     if (shape.type == CIMDataType::REFERENCE) {
         const String target = declared ? declared.getRefClassName() : String();
         element.attributeIf(!target.empty(), "REFERENCECLASS", view(target));
     } else {
-        element.attribute("TYPE", typeName(shape.type));
+        element.plainAttribute("TYPE", typeName(shape.type));
         if (shape.array && declared && declared.isArrayType() && declared.getSize() > 0) {
             element.attribute("ARRAYSIZE", std::to_string(declared.getSize()));
         }

@@ -60,13 +60,13 @@ void XmlWriter::flush() {
     used_ = 0;
 }
 
-/// Puts what does not fit into the block.
+/// Puts what may not fit into the block.
 void XmlWriter::putThrough(std::string_view part) {
     flush();
     if (part.size() > block_.size()) {
         text_ += part;
     } else {
-        put(part);
+        putInBlock(part);
     }
 }
 

@@ -12,6 +12,8 @@ namespace OpenWBEM {
 class OW_COMMON_API CIMAccess {
   public:
     static const String& text(const CIMName& name);
+    /// True when the name has only ASCII letters, digits and underscores. May be false for such a name, too.
+    static bool isIdentifier(const CIMName& name);
 
     static const CIMName& name(const CIMProperty& property);
     static const CIMName& name(const CIMQualifier& qualifier);
