@@ -28,7 +28,7 @@ class RequestMessage {
     /// True for a method of a class, false for an operation of the protocol itself.
     bool isMethodCall() const { return std::string_view(call_.name()) == "METHODCALL"; }
     /// Name of the operation or method as sent.
-    std::string_view name() const { return call_.attribute("NAME").value(); }
+    std::string_view name() const { return name_; }
     /// IMETHODCALL or METHODCALL.
     pugi::xml_node call() const { return call_; }
     /// "root/cimv2"
@@ -42,6 +42,7 @@ class RequestMessage {
     XmlDocument document_;
     MessageFrame frame_;
     pugi::xml_node call_;
+    std::string_view name_;
     pugi::xml_node target_;
     std::string nameSpace_;
 };

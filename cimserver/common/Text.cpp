@@ -47,8 +47,8 @@ std::string withoutUserInfo(std::string_view text, std::string_view scheme, std:
 
 } // namespace
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), equalLower);
+bool sameIgnoringCase(std::string_view a, std::string_view b) {
+    return std::equal(a.begin(), a.end(), b.begin(), equalLower);
 }
 
 bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const {
@@ -67,11 +67,14 @@ std::string folded(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-        return {};
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {
