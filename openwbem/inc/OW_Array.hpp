@@ -56,9 +56,9 @@ class Array {
     Array(InputIterator first, InputIterator last);
 
     iterator begin() { return writable().begin(); }
-    const_iterator begin() const { return readable().begin(); }
+    const_iterator begin() const { return impl_ ? impl_.getPtr()->v.begin() : const_iterator(); }
     iterator end() { return writable().end(); }
-    const_iterator end() const { return readable().end(); }
+    const_iterator end() const { return impl_ ? impl_.getPtr()->v.end() : const_iterator(); }
     reverse_iterator rbegin() { return writable().rbegin(); }
     const_reverse_iterator rbegin() const { return readable().rbegin(); }
     reverse_iterator rend() { return writable().rend(); }

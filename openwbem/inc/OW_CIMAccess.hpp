@@ -32,6 +32,7 @@ class OW_COMMON_API CIMAccess {
 
     /// The property of that name; null if there is none.
     static const CIMProperty* find(const CIMPropertyArray& properties, const CIMName& name);
+    static const CIMProperty* find(const CIMPropertyArray& properties, const char* name);
 };
 
 } // namespace OpenWBEM

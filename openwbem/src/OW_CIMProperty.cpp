@@ -48,6 +48,12 @@ const CIMProperty* CIMAccess::find(const CIMPropertyArray& properties, const CIM
     const size_t i = indexOfName(properties, name);
     return i < properties.size() ? &properties[i] : nullptr;
 }
+const CIMProperty* CIMAccess::find(const CIMPropertyArray& properties, const char* name) {
+    const auto found = std::find_if(properties.begin(), properties.end(), [name](const CIMProperty& one) {
+        return text(CIMAccess::name(one)).equalsIgnoreCase(name);
+    });
+    return found != properties.end() ? &*found : nullptr;
+}
 
 CIMProperty::CIMProperty() : data_(sharedDefault<Data>()) {}
 CIMProperty::CIMProperty(CIMNULL_t) {}
