@@ -7,24 +7,40 @@
 
 namespace cimserver::cimom {
 
+namespace {
+
+/// Makes handles in the name of one request.
+class Handles : public provider::HandleSource {
+  public:
+    Handles(std::weak_ptr<Cimom*> cimom, RequestContext context)
+        : cimom_(std::move(cimom)), context_(std::move(context)) {}
+    CIMOMHandleIFCRef makeHandle() const override { return makeCimomHandle(cimom_, context_); }
+
+  private:
+    const std::weak_ptr<Cimom*> cimom_;
+    const RequestContext context_;
+};
+
+} // namespace
+
 const InstanceSelection Cimom::Request::kWhole{WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP,
                                                WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
                                                nullptr};
 
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
-    : cimom_(cimom), access_(access), operation_(context.operationName), observer_(context.observer),
-      ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
+    : cimom_(cimom), access_(access), observer_(context.observer), ns_(cimom.admit(context, ns, access)),
+      origin_(originOf(cimom, context)) {}
 
-provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
-    RequestContext shared = context;
-    shared.observer = nullptr;
-    if (!shared.operation) {
-        shared.operation = std::make_shared<OperationContext>();
+provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, RequestContext context) {
+    context.observer = nullptr;
+    if (!context.operation) {
+        context.operation = std::make_shared<OperationContext>();
     }
     provider::CallOrigin origin;
-    origin.user = shared.user;
-    origin.operation = shared.operation;
-    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] { return makeCimomHandle(self, shared); };
+    origin.user = context.user;
+    origin.what = context.operationName;
+    origin.operation = context.operation;
+    origin.handles = std::make_shared<const Handles>(cimom.self_, std::move(context));
     return origin;
 }
 

@@ -23,7 +23,7 @@ class Cimom::Request {
     Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access);
 
     /// What a provider's environment knows about the request.
-    static provider::CallOrigin originOf(const Cimom& cimom, const RequestContext& context);
+    static provider::CallOrigin originOf(const Cimom& cimom, RequestContext context);
 
     /// The namespace in its own spelling.
     const String& ns() const { return ns_; }
@@ -99,14 +99,14 @@ class Cimom::Request {
         if (id.empty()) {
             return false;
         }
-        const crash::Task task{operation_,
+        const crash::Task task{origin_.what,
                                " of ",
                                cimClass.getName().c_str(),
                                ", provider ",
                                id,
                                ", user ",
                                origin_.user.empty() ? "-" : origin_.user.c_str()};
-        origin_.what = quote(operation_) + " of " + cimClass.getName().c_str();
+        origin_.className = cimClass.getName();
         const provider::ProviderCall call = host().enter(id, access_, origin_);
         return asCimError([&] {
             Interface* const provider = (call.*side)();
@@ -119,7 +119,6 @@ class Cimom::Request {
 
     Cimom& cimom_;
     provider::Access access_;
-    std::string operation_;
     ChangeObserver* observer_;
     String ns_;
     provider::CallOrigin origin_;
