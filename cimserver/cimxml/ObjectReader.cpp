@@ -149,11 +149,10 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& clas
                                  const CIMClass* cimClass) const {
     CIMPropertyArray keys;
     keys.reserve(cimClass != nullptr ? CIMAccess::keys(*cimClass).size() : 0);
-    if (instanceName.child("KEYVALUE") || instanceName.child("VALUE.REFERENCE")) {
-        keys.push_back(key(instanceName, onlyKey(cimClass, className).c_str(), cimClass));
-    }
-    for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
-        const CIMProperty next = key(binding, binding.attribute("NAME").value(), cimClass);
+    for (pugi::xml_node child = firstElement(instanceName); child; child = nextElement(child)) {
+        const bool named = std::string_view(child.name()) == "KEYBINDING";
+        const CIMProperty next = named ? key(child, child.attribute("NAME").value(), cimClass)
+                                       : key(instanceName, onlyKey(cimClass, className).c_str(), cimClass);
         requireNew(keys, next, "key");
         if (keys.size() == kMostKeys) {
             throw CimError(Status::InvalidParameter, "the path of " + toStd(className) + " has too many keys");

@@ -9,11 +9,11 @@
 
 namespace cimserver::cimxml {
 
-/// What the reply repeats of the request.
+/// What the reply repeats of the request; valid as long as its message.
 struct MessageFrame {
-    std::string id;
-    std::string protocolVersion = "1.0";
-    std::string cimVersion = "2.0";
+    std::string_view id;
+    std::string_view protocolVersion = "1.0";
+    std::string_view cimVersion = "2.0";
     std::string dtdVersion = "2.0";
 };
 

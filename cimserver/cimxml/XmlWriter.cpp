@@ -66,7 +66,7 @@ void XmlWriter::putThrough(std::string_view part) {
     if (part.size() > block_.size()) {
         text_ += part;
     } else {
-        putInBlock(part);
+        put(part);
     }
 }
 

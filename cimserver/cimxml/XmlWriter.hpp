@@ -65,13 +65,15 @@ class XmlWriter {
     void put(const Parts&... parts) {
         if ((std::string_view(parts).size() + ...) > block_.size() - used_) {
             (putThrough(parts), ...);
-        } else {
-            (putInBlock(parts), ...);
+            return;
         }
+        char* end = block_.data() + used_;
+        ((end = copied(parts, end)), ...);
+        used_ = static_cast<std::size_t>(end - block_.data());
     }
-    void putInBlock(std::string_view part) {
-        std::memcpy(block_.data() + used_, part.data(), part.size());
-        used_ += part.size();
+    static char* copied(std::string_view part, char* to) {
+        std::memcpy(to, part.data(), part.size());
+        return to + part.size();
     }
     void putThrough(std::string_view part);
     void flush();

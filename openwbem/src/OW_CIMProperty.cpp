@@ -23,7 +23,8 @@ struct CIMProperty::Data : public ModelData<CIMProperty::Data> {
     bool propagated = false;
 
     Data() = default;
-    Data(const CIMName& n, const CIMDataType& type, const CIMValue& v) : name(n), dataType(type), value(v) {}
+    Data(const CIMName& n, const CIMDataType& type) : name(n), dataType(type) {}
+    Data(const CIMName& n, const CIMValue& v) : name(n), dataType(v.getCIMDataType()), value(v) {}
 
     template <class Self>
     static auto fields(Self& self) {
@@ -59,10 +60,8 @@ CIMProperty::CIMProperty() : data_(sharedDefault<Data>()) {}
 CIMProperty::CIMProperty(CIMNULL_t) {}
 CIMProperty::CIMProperty(const CIMName& name) : CIMProperty(name, CIMDataType()) {}
 CIMProperty::CIMProperty(const char* name) : CIMProperty(CIMName(name)) {}
-CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
-    : data_(new Data(name, value.getCIMDataType(), value)) {}
-CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType)
-    : data_(new Data(name, dataType, CIMValue(CIMNULL))) {}
+CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value) : data_(new Data(name, value)) {}
+CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType) : data_(new Data(name, dataType)) {}
 CIMProperty::CIMProperty(const CIMProperty& other) = default;
 CIMProperty::~CIMProperty() = default;
 CIMProperty& CIMProperty::operator=(const CIMProperty& other) = default;

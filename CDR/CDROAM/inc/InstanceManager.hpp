@@ -46,7 +46,11 @@ class InstanceManagerOf<Factory, Object, std::index_sequence<keys...>> : public 
     virtual void remove(Object* object) { table_.remove(object->compositeKey()); }
     /// The object with these keys, which are compared as one concatenated text. Throws CFG_NoInstance when there is
     /// none.
-    virtual Object* get(KeyText<keys>... values) { return table_.get((std::string() + ... + values)); }
+    virtual Object* get(KeyText<keys>... values) {
+        std::string all;
+        all.reserve((values.size() + ...));
+        return table_.get((all += ... += values));
+    }
 
     // One iteration at a time, in byte-wise key order: startIteration, next while hasNext, endIteration.
     virtual void startIteration() { table_.startIteration(); }
