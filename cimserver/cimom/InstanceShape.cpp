@@ -102,9 +102,9 @@ CIMPropertyArray completeKeys(const CIMInstance& delivered, const CIMClass& cimC
 
 /// The property's present value; from the path when the instance does not have the property.
 CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, const CIMProperty& declared) {
-    const CIMName name(declared.getName());
-    const CIMProperty shown = previous.getProperty(name);
-    const CIMValue value = shown ? shown.getValue() : path.getKeyValue(name);
+    const CIMName& name = CIMAccess::name(declared);
+    const CIMProperty* const shown = CIMAccess::find(CIMAccess::properties(previous), name);
+    const CIMValue value = shown != nullptr ? CIMAccess::value(*shown) : path.getKeyValue(name);
     if (isEmbedded(value)) {
         return value;
     }
@@ -149,7 +149,7 @@ bool sameValue(const CIMValue& present, const CIMValue& sent) {
 CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimClass) {
     CIMPropertyArray keys = cimClass.getKeys();
     for (CIMProperty& key : keys) {
-        key.setValue(path.getKeyValue(CIMName(key.getName())));
+        key.setValue(path.getKeyValue(CIMAccess::name(key)));
     }
     return keys;
 }
@@ -157,7 +157,7 @@ CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimCla
 /// Refuses a key that differs from the path's; NULL is ignored.
 void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
     const CIMValue value = sent.getValue();
-    if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {
+    if (value && !value.equal(path.getKeyValue(CIMAccess::name(sent)))) {
         throw CimError(Status::InvalidParameter,
                        std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
     }
@@ -220,10 +220,9 @@ Modification modificationOf(const CIMInstance& modified, const CIMInstance& prev
         result.changes.push_back(property);
         result.names.push_back(property.getName());
     };
-    const CIMPropertyArray sentOnes = modified.getProperties();
-    for (const CIMProperty& sent : sentOnes) {
-        CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
-        property.setValue(sent.getValue());
+    for (const CIMProperty& sent : CIMAccess::properties(modified)) {
+        CIMProperty property = cimClass.getProperty(CIMAccess::name(sent));
+        property.setValue(CIMAccess::value(sent));
         if (property.isKey()) {
             requireSameKey(property, path);
         } else if (propertyList != nullptr

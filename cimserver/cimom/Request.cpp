@@ -1,9 +1,10 @@
 #include "cimserver/cimom/Request.hpp"
 
 #include "cimserver/cimom/CimomHandle.hpp"
-#include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
+
+#include <optional>
 
 namespace cimserver::cimom {
 
@@ -62,13 +63,10 @@ ProviderEnvironmentIFCRef Cimom::Request::environment() const {
         new provider::Environment(origin_, "schema", std::make_shared<const provider::ConfigItems>()));
 }
 
-CIMInstanceArray Cimom::Request::completed(const CIMInstance& delivered, const String& className,
-                                           const InstanceSelection& selection, const CIMClass& requested,
-                                           const CIMClass& cimClass) {
+CIMInstanceArray Cimom::Request::filtered(const CIMInstance& delivered, const String& className,
+                                          const InstanceSelection& selection, const CIMClass& requested,
+                                          const CIMClass& cimClass) {
     CIMInstanceArray instances(1, requireInstance(delivered));
-    if (selection.propertyList == nullptr) {
-        cimom_.schemaCheck_.onAnswer(delivered, cimClass);
-    }
     withSecondaries(cimClass, [&](auto& secondary, const auto& env) {
         if (!instances.empty()) {
             secondary.filterInstances(env, ns_, className, instances, selection.localOnly, selection.deep,
@@ -86,11 +84,16 @@ CIMInstance Cimom::Request::read(CppInstanceProviderIFC& provider, const Provide
                                                        selection.includeClassOrigin, selection.propertyList, cimClass);
     InstanceSelection one(selection);
     one.deep = WBEMFlags::E_DEEP;
-    const CIMInstanceArray left = completed(delivered, path.getClassName(), one, cimClass, cimClass);
-    if (left.empty()) {
+    std::optional<CIMInstance> found;
+    withCompleted(delivered, path.getClassName(), one, cimClass, cimClass, [&found](const CIMInstance& completed) {
+        if (!found) {
+            found = completed;
+        }
+    });
+    if (!found) {
         throw CimError(Status::NotFound, path.toString().c_str());
     }
-    return requireInstance(left[0]);
+    return requireInstance(*found);
 }
 
 CIMObjectPath Cimom::Request::synced(const CIMObjectPath& path, const CIMClass& cimClass) const {

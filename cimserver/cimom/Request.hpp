@@ -4,6 +4,7 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Text.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
@@ -75,10 +76,23 @@ class Cimom::Request {
         }
     }
 
-    /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
-    /// Failed for a null instance.
-    CIMInstanceArray completed(const CIMInstance& delivered, const String& className, const InstanceSelection&,
-                               const CIMClass& requested, const CIMClass& cimClass);
+    /// Calls use(const CIMInstance&) for what the secondary providers make of an instance that the class's provider
+    /// delivered; they may drop it. Throws Failed for a null instance.
+    template <class Use>
+    void withCompleted(const CIMInstance& delivered, const String& className, const InstanceSelection& selection,
+                       const CIMClass& requested, const CIMClass& cimClass, Use&& use) {
+        if (selection.propertyList == nullptr) {
+            cimom_.schemaCheck_.onAnswer(requireInstance(delivered), cimClass);
+        }
+        if (host().secondaryProviders(ns_, cimClass).empty()) {
+            use(requireInstance(delivered));
+            return;
+        }
+        const CIMInstanceArray left = filtered(delivered, className, selection, requested, cimClass);
+        for (const CIMInstance& one : left) {
+            use(one);
+        }
+    }
 
     /// The instance that the provider, which withInstances gave, and the secondary providers have for the path. Throws
     /// what they throw, and NotFound when it was dropped.
@@ -87,6 +101,9 @@ class Cimom::Request {
 
   private:
     static const InstanceSelection kWhole;
+
+    CIMInstanceArray filtered(const CIMInstance& delivered, const String& className, const InstanceSelection&,
+                              const CIMClass& requested, const CIMClass& cimClass);
 
     provider::ProviderHost& host() { return cimom_.host_; }
 

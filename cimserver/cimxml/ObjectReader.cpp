@@ -221,9 +221,10 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 }
 
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
-    const String name = nameOf(element);
-    CIMProperty result = cimom::propertyOf(cimClass, name);
-    result.setValue(value(element, result.getDataType(), result.getQualifiers(), view(name)));
+    const char* const name = element.attribute("NAME").value();
+    const CIMProperty& known = cimom::propertyOf(cimClass, name);
+    CIMProperty result(known);
+    result.setValue(value(element, CIMAccess::dataType(known), CIMAccess::qualifiers(known), name));
     return result;
 }
 

@@ -48,12 +48,13 @@ std::string withoutUserInfo(std::string_view text, std::string_view scheme, std:
 } // namespace
 
 bool sameIgnoringCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), equalLower);
+    return a == b || std::equal(a.begin(), a.end(), b.begin(), equalLower);
 }
 
 bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const {
-    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equalLower);
-    return y != b.end() && (x == a.end() || lower(*x) < lower(*y));
+    const auto end = a.begin() + std::min(a.size(), b.size());
+    const auto [x, y] = std::mismatch(a.begin(), end, b.begin(), equalLower);
+    return x == end ? a.size() < b.size() : lower(*x) < lower(*y);
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {

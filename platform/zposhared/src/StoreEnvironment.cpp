@@ -37,9 +37,9 @@ std::uint32_t allocateLockFile(const std::string& path) {
 }
 
 // 0 when there is none: on a read-only file system.
-ino_t inodeOfReaders(const std::string& path) {
+ino_t inodeAt(const std::string& readersPath) {
     struct stat status {};
-    return stat((path + "-lock").c_str(), &status) == 0 ? status.st_ino : 0;
+    return stat(readersPath.c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
 std::uint32_t ensureParent(const std::string& path) {
@@ -105,6 +105,7 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
     }
     std::unique_ptr<StoreEnvironment> store(new StoreEnvironment);
     store->path_ = path;
+    store->readersPath_ = path + "-lock";
     status = store->openMap(mapBytes, 0);
     if (status == ZPO_REG_NO_ACCESS || status == ZPO_REG_NOT_WRITABLE) {
         store->readOnly_ = true;
@@ -181,7 +182,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     device_ = status.st_dev;
     inode_ = status.st_ino;
     size_ = status.st_size;
-    readersInode_ = inodeOfReaders(path_);
+    readersInode_ = inodeAt(readersPath_);
     return ZPO_OK;
 }
 
@@ -214,7 +215,7 @@ ReadTransaction::~ReadTransaction() {
 bool StoreEnvironment::isCurrent() const {
     struct stat status {};
     return stat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_ &&
-           status.st_size >= size_ && inodeOfReaders(path_) == readersInode_;
+           status.st_size >= size_ && inodeAt(readersPath_) == readersInode_;
 }
 
 } // namespace zpo

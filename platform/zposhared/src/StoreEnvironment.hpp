@@ -49,6 +49,7 @@ class StoreEnvironment {
     bool readOnly_ = false;
     bool nameKept_ = false;
     std::string path_;
+    std::string readersPath_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
     ino_t readersInode_ = 0;
