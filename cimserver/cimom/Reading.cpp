@@ -54,7 +54,7 @@ CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, 
     CIMObjectPath wanted = request.synced(path, cimClass);
     CIMInstance result(CIMNULL);
     // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
-    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
+    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace(String());
     request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         result = request.read(provider, env, bare, cimClass, selection);
     });

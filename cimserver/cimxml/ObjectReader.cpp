@@ -208,7 +208,7 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
     const String className = nameOf(element, "CLASSNAME");
     const CIMClass& cimClass = cimom_.classOf(nameSpace_, className);
     CIMPropertyArray properties;
-    for (const pugi::xml_node child : element.children()) {
+    for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
         if (std::string_view(child.name()).substr(0, 8) == "PROPERTY") {
             const CIMProperty next = property(child, cimClass);
             requireNew(properties, next, "property");
