@@ -248,6 +248,7 @@ void declareAdministration(Declaration& declare, Options& options, Texts& texts)
         ->configurable(false);
     declare.add("--ready-command", options.readyCommand, "COMMAND",
                 "must succeed for /ready: a program with arguments, run without a shell");
+    declare.flag("--respawn", options.respawn, "serve in a child process, and start it again when it crashes");
     declare.add("--state-dir", options.stateDir, "DIR", "locked while running, so that no two servers share it");
     declare.add("--log-file", options.log.file, "FILE", "log here instead of to standard error");
     declare.add("--log-level", texts.logLevel, "LEVEL", "debug, info, warning, error or fatal")

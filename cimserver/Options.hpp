@@ -44,6 +44,7 @@ struct Options {
     std::chrono::milliseconds listenTimeout{0}; ///< how long an address that is in use is tried again
     std::string readyCommand;                   ///< must succeed for the server to be ready; empty: none
     bool hideSecrets = false;                   ///< values that are secrets are masked for users with the role "read"
+    bool respawn = false;                       ///< after a crash
     bool check = false;
     std::string checkUser;  ///< check as this user
     std::string configFile; ///< empty: none was given

@@ -1,9 +1,12 @@
 #include "cimserver/ServiceManager.hpp"
 
 #include <systemd/sd-daemon.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <cstdlib>
+#include <string>
 
 namespace cimserver::service {
 
@@ -29,6 +32,13 @@ std::chrono::milliseconds interval(std::chrono::milliseconds longest) {
     }
     const std::chrono::milliseconds wanted(microseconds / kCallsPerLimit / 1000);
     return std::clamp(wanted, std::chrono::milliseconds(1), longest);
+}
+
+void replaceParent() {
+    constexpr const char* kWatched = "WATCHDOG_PID";
+    if (::getenv(kWatched) != nullptr) {
+        ::setenv(kWatched, std::to_string(::getpid()).c_str(), 1);
+    }
 }
 
 } // namespace cimserver::service

@@ -13,5 +13,8 @@ void stopping();
 void alive();
 /// How often alive() is to be called: a fraction of WatchdogSec, at most `longest`.
 std::chrono::milliseconds interval(std::chrono::milliseconds longest);
+/// To be called in a child of the process that systemd started, which serves in its place: the notices are its own from
+/// now on (NotifyAccess=all).
+void replaceParent();
 
 } // namespace cimserver::service

@@ -2,8 +2,10 @@
 #include "cimserver/Check.hpp"
 #include "cimserver/Options.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/ProcessMemory.hpp"
 #include "cimserver/Readiness.hpp"
 #include "cimserver/ServiceManager.hpp"
+#include "cimserver/Supervisor.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/cimom/Interop.hpp"
@@ -22,7 +24,6 @@
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
 
-#include <malloc.h>
 #include <unistd.h>
 
 #include <csignal>
@@ -277,21 +278,6 @@ void followSignals(Signals& signals, http::Server& server, CimSide& cim, StateLo
     }
 }
 
-/// Gives large texts back to the system as soon as they are freed, instead of keeping room for them in the heap.
-void boundHeap() {
-#ifdef __GLIBC__
-    ::mallopt(M_MMAP_THRESHOLD, 128 * 1024);
-    ::mallopt(M_ARENA_MAX, 2);
-#endif
-}
-
-/// Gives back what only the start needed, such as the schema's text.
-void trimHeap() {
-#ifdef __GLIBC__
-    ::malloc_trim(0);
-#endif
-}
-
 /// The configuration with all files it names, as they are at a start; nothing is written.
 int check(Options options) {
     const auto output = redirectStandardOutput("null");
@@ -346,7 +332,7 @@ int serve(const Options& options) {
     http::Server server(options.http, std::move(application));
     audit::configure(options.audit);
     cim.preload();
-    trimHeap();
+    giveBackStart();
     if (listen(server, options, output, signals)) {
         followSignals(signals, server, cim, lock);
     }
@@ -381,10 +367,13 @@ int main(int argc, char** argv) {
             log::configure({"", options->log.level});
             return check(*options);
         }
-        log::configure(options->log);
-        crash::install(options->log.file);
-        logFile = !options->log.file.empty();
-        return serve(*options);
+        const auto work = [&options, &logFile] {
+            log::configure(options->log);
+            crash::install(options->log.file);
+            logFile = !options->log.file.empty();
+            return serve(*options);
+        };
+        return options->respawn ? supervise(work) : work();
     } catch (const OptionsError& error) {
         return fail(BadOptions, error.what(), logFile);
     } catch (const http::ListenError& error) {

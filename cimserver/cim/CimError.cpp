@@ -30,7 +30,7 @@ const char* textOfNewerCode(Status code) {
 CimError::CimError(Status code, std::string_view detail)
     : CIMException(__FILE__, __LINE__, static_cast<ErrNoType>(code), std::string(detail).c_str()) {
     if (const char* text = textOfNewerCode(code)) {
-        text_ = (std::string(text) + " (" + std::string(detail) + ")").c_str();
+        text_ = (detail.empty() ? text : std::string(text) + " (" + std::string(detail) + ")").c_str();
     }
 }
 

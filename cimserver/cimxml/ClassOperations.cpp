@@ -39,9 +39,14 @@ void getClass(OperationCall& call) {
 
 void enumerateClasses(OperationCall& call) {
     const Element result(call.reply, "IRETURNVALUE");
-    for (const CIMClass* one : subclassesFor(call)) {
-        writeClass(call.reply, *one, formOf(call));
+    const auto classes = subclassesFor(call);
+    if (classes.empty()) {
+        return;
     }
+    call.reply.inPieces([classes, form = formOf(call), next = std::size_t(0)](XmlWriter& writer) mutable {
+        writeClass(writer, *classes[next], form);
+        return ++next < classes.size();
+    });
 }
 
 void enumerateClassNames(OperationCall& call) {

@@ -39,7 +39,8 @@ http::Response refusal(const HttpError& error) {
 /// The reply document around what `write` writes. An operation's name has its proper spelling, a method's that of the
 /// request.
 template <class Write>
-std::string envelope(const RequestMessage& message, const Operation* operation, MemoryAccount* memory, Write&& write) {
+http::Response envelope(const RequestMessage& message, const Operation* operation, MemoryAccount* memory,
+                        Write&& write) {
     const MessageFrame& frame = message.frame();
     XmlWriter writer(memory);
     writer.raw("<?xml version=\"1.0\" encoding=\"utf-8\" ?>\n");
@@ -55,7 +56,10 @@ std::string envelope(const RequestMessage& message, const Operation* operation, 
         write(writer);
     }
     writer.raw("\n");
-    return writer.take();
+    http::Response response;
+    response.rest = writer.takeRest();
+    response.body = writer.take();
+    return response;
 }
 
 /// The tree of a request is several times as large as its text.
@@ -115,7 +119,7 @@ http::Response Dispatcher::answer(const http::Request& request) {
         accountTree(request);
         const RequestMessage message(request.body, settings_.xml);
         headers.requireAgreement(message);
-        response.body = reply(request, message);
+        response = reply(request, message);
         response.fields.add("Content-Type", "application/xml; charset=\"utf-8\"");
         headers.add(response, "CIMOperation", "MethodResponse");
         response.fields.add("Cache-Control", "no-cache");
@@ -128,7 +132,7 @@ http::Response Dispatcher::answer(const http::Request& request) {
     return response;
 }
 
-std::string Dispatcher::reply(const http::Request& request, const RequestMessage& message) {
+http::Response Dispatcher::reply(const http::Request& request, const RequestMessage& message) {
     cimom::RequestContext context;
     context.user = request.identity.user;
     context.peer = request.peer;
@@ -137,7 +141,7 @@ std::string Dispatcher::reply(const http::Request& request, const RequestMessage
     const Operation* operation = findOperation(message);
     AuditRecord audit(context, message);
     context.observer = operation != nullptr && operation->modifies ? &audit : nullptr;
-    std::string document;
+    http::Response document;
     const Outcome outcome = outcomeOf([&] {
         document = envelope(message, operation, request.memory,
                             [&](XmlWriter& content) { run(operation, context, message, audit, content); });

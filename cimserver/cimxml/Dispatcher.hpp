@@ -47,7 +47,7 @@ class Dispatcher {
 
   private:
     http::Response answer(const http::Request& request);
-    std::string reply(const http::Request& request, const RequestMessage& message);
+    http::Response reply(const http::Request& request, const RequestMessage& message);
     std::string hintFor(const Outcome& outcome) const;
     void run(const Operation* operation, const cimom::RequestContext& context, const RequestMessage& message,
              AuditRecord& audit, XmlWriter& content);

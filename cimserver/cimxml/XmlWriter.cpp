@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace cimserver::cimxml {
 namespace {
@@ -53,6 +54,34 @@ constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 std::string XmlWriter::take() {
     flush();
     return std::move(text_);
+}
+
+void XmlWriter::inPieces(Part part) {
+    while (part(*this)) {
+        if (text_.size() >= kPiece) {
+            flush();
+            rest_ = std::move(part);
+            restAt_ = text_.size();
+            return;
+        }
+    }
+}
+
+std::function<std::string()> XmlWriter::takeRest() {
+    if (!rest_) {
+        return nullptr;
+    }
+    flush();
+    std::string after = text_.substr(restAt_);
+    text_.resize(restAt_);
+    return [part = std::exchange(rest_, nullptr), after = std::move(after)]() mutable {
+        XmlWriter writer;
+        if (part) {
+            writer.inPieces(std::exchange(part, nullptr));
+            part = std::move(writer.rest_);
+        }
+        return part ? writer.take() : writer.take() + std::exchange(after, "");
+    };
 }
 
 void XmlWriter::flush() {

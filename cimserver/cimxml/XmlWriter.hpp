@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstring>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,15 @@ class XmlWriter {
 
     /// The text; the writer is empty afterwards.
     std::string take();
+
+    /// Writes a part of the text, and returns false when it was the last.
+    using Part = std::function<bool(XmlWriter&)>;
+    /// Writes part after part. Once kPiece bytes are there, the parts that are left are kept for takeRest(). Once only
+    /// for a writer.
+    void inPieces(Part part);
+    /// What inPieces() kept, with all that was written after it: each call returns the next piece, an empty one is the
+    /// end. Null when nothing was kept. To be called before take(), which returns the rest of it then.
+    std::function<std::string()> takeRest();
 
     /// Opens an element; the caller closes it (or lets an Element do both).
     void open(std::string_view name) {
@@ -93,6 +103,7 @@ class XmlWriter {
     void escapeOne(std::string_view rest, std::size_t& length, bool attribute);
 
     static constexpr std::size_t kUnaccounted = 65536;
+    static constexpr std::size_t kPiece = 262144;
 
     MemoryAccount* memory_;
     std::size_t accounted_ = 0;
@@ -101,6 +112,8 @@ class XmlWriter {
     std::size_t used_ = 0;         ///< bytes of the block
     std::size_t replaced_ = 0;
     bool tagOpen_ = false;
+    Part rest_;
+    std::size_t restAt_ = 0; ///< where it belongs
 };
 
 /// An element that is open while the object lives.

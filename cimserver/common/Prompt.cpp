@@ -53,8 +53,8 @@ std::string readPassword(std::istream& input) {
 }
 
 std::string promptPassword(const char* text) {
+    const SilentTerminal silent; // first, so that nothing typed after the question is lost or shown
     std::cerr << text << std::flush;
-    const SilentTerminal silent;
     return readPassword(std::cin);
 }
 

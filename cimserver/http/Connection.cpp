@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <sstream>
 
 namespace cimserver::http {
 
@@ -255,7 +256,14 @@ void Connection::handle() {
     });
 }
 
+/// A dump shows whole answers.
 void Connection::answer(Response response) {
+    if (services_.dump && response.rest) {
+        const auto rest = std::exchange(response.rest, nullptr);
+        for (auto piece = rest(); !piece.empty() && memory_.grow(piece.size()); piece = rest()) {
+            response.body += piece;
+        }
+    }
     asio::post(services_.io, [self = shared_from_this(), response = std::move(response)]() mutable {
         self->respond(std::move(response), false);
     });
@@ -293,11 +301,16 @@ void Connection::respond(Response response, bool closeAfter) {
     }
     services_.counters.answered(response.status, Clock::now() - began_);
     logAnswer(response);
-    closeAfter = closeAfter || services_.stopping || !reader_.framing().keepAlive;
+    const bool untilClosed = response.rest && reader_.request().version == 10;
+    closeAfter = closeAfter || untilClosed || services_.stopping || !reader_.framing().keepAlive;
     phase_ = Phase::Busy;
     output_ = serialiseHead(response, closeAfter);
     if (reader_.request().method == "HEAD" || response.status == 304) { // the length is told all the same
         response.body.clear();
+    } else if (response.rest) {
+        reader_.dropBody();
+        rest_ = std::move(response.rest);
+        return writePiece(std::move(response.body), closeAfter);
     }
     if (response.body.size() <= kKeptOutput) {
         output_ += response.body;
@@ -306,8 +319,45 @@ void Connection::respond(Response response, bool closeAfter) {
     }
     reader_.dropBody();
     memory_.hold(reader_.held() + output_.capacity() + body_.capacity());
+    writeAnswer([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
+}
+
+/// What the first piece held stands for all of them: only one is in memory at a time. An empty one is the end.
+void Connection::writePiece(std::string piece, bool closeAfter) {
+    if (phase_ == Phase::Closed) {
+        return;
+    }
+    const bool last = piece.empty();
+    if (reader_.request().version != 10) {
+        std::ostringstream length;
+        length << std::hex << piece.size() << "\r\n";
+        output_ += length.str();
+        piece += "\r\n";
+    }
+    body_ = std::move(piece);
+    writeAnswer(
+        [last, closeAfter](Connection& self) { last ? self.onAnswered(closeAfter) : self.makePiece(closeAfter); });
+}
+
+void Connection::makePiece(bool closeAfter) {
+    cancelTimer();
+    output_.clear();
+    std::string().swap(body_);
+    post([self = shared_from_this(), closeAfter] {
+        try {
+            asio::post(self->services_.io, [self, piece = self->rest_(), closeAfter]() mutable {
+                self->writePiece(std::move(piece), closeAfter);
+            });
+        } catch (const std::exception& error) {
+            log::write(log::Level::Error, "http", std::string("an answer ended early: ") + error.what());
+            asio::post(self->services_.io, [self] { self->close(); });
+        }
+    });
+}
+
+void Connection::writeAnswer(std::function<void(Connection&)> next) {
     within(services_.settings.limits.write, [](Connection& self) { self.timeOut("answer"); });
-    write([closeAfter](Connection& self) { self.onAnswered(closeAfter); });
+    write(std::move(next));
 }
 
 void Connection::write(std::function<void(Connection&)> next) {
@@ -347,13 +397,19 @@ std::string Connection::serialiseHead(const Response& response, bool closeAfter)
     } else if (reader_.request().version == 10) {
         text += "Connection: keep-alive\r\n";
     }
-    text.append("Content-Length: ").append(std::to_string(response.body.size())).append("\r\n\r\n");
+    if (!response.rest) {
+        text.append("Content-Length: ").append(std::to_string(response.body.size())).append("\r\n");
+    } else if (reader_.request().version != 10) {
+        text += "Transfer-Encoding: chunked\r\n";
+    }
+    text += "\r\n";
     return text;
 }
 
 void Connection::onAnswered(bool closeAfter) {
     std::string().swap(output_); // an assignment would keep the memory
     std::string().swap(body_);
+    rest_ = nullptr;
     if (closeAfter) {
         return finish();
     }

@@ -97,6 +97,9 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     void refuse(const Response& response);
     void fail(unsigned status, const std::string& text);
     void respond(Response response, bool closeAfter);
+    void writeAnswer(std::function<void(Connection&)> next);
+    void writePiece(std::string piece, bool closeAfter);
+    void makePiece(bool closeAfter);
     void onAnswered(bool closeAfter);
     void drain();
     void finish();
@@ -132,9 +135,10 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     bool bodyUnread_ = false;
     std::atomic<bool> abandoned_{false}; ///< the client's end was read while the application had a request
     Clock::time_point began_{};
-    std::string output_;           ///< the answer's head, with a small body
-    std::string body_;             ///< a large one
-    std::array<char, 4096> input_; // not initialised: an idle connection does not touch its pages
+    std::string output_;                ///< the answer's head, with a small body
+    std::string body_;                  ///< a large one, or a piece of it
+    std::function<std::string()> rest_; ///< makes the next piece
+    std::array<char, 4096> input_;      // not initialised: an idle connection does not touch its pages
 };
 
 } // namespace cimserver::http

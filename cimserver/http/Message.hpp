@@ -49,11 +49,15 @@ struct Request {
     MemoryAccount* memory = nullptr; ///< of the request and its answer, if the transport keeps one
 };
 
-/// An answer; the transport adds Content-Length, Connection and Date.
+/// An answer; the transport adds Content-Length (or Transfer-Encoding), Connection and Date.
 struct Response {
     unsigned status = 200;
     Fields fields;
     std::string body;
+    /// The rest of a body that is made no faster than it is taken: each call returns what follows, the one after the
+    /// last returns nothing. Null when the body is whole. Called on workers, one call at a time; an exception ends the
+    /// connection, so that the client sees a body cut short.
+    std::function<std::string()> rest{};
 };
 
 /// What a dump shows of the bodies of a request and its answer.

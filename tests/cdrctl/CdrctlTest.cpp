@@ -25,11 +25,14 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
          AllOf(HasSubstr("Language: 0 -> 1\n"), HasSubstr("DigitsLimit=99: refused: "),
                HasSubstr("DigitsLimit must be <= 24"), HasSubstr("DateFormat: not tried"), HasSubstr("\n1\n"))},
         {"cdrctl set DigitLimit=1 DNISInfo=yes; echo $?", HasSubstr("is it DigitsLimit?\n2\n")},
+        {"cdrctl --json show service", HasSubstr("units: 100 KiloBytes")},
         {"cdrctl --json show push", AllOf(HasSubstr("label: No transfer,"), HasSubstr("applies: false"))},
         {"cdrctl bins set access 2 91 --suppress 1", "AccessBin: (empty) -> 91\nSuppressBin: 0 -> 1\n"},
         {"cdrctl bins set prefix 3 12a; echo $?", AllOf(HasSubstr("(301)"), HasSubstr("\n1\n"))},
         {"cdrctl bins", HasSubstr("2            91      1\n")},
-        {"cdrctl push why; echo $?", AllOf(HasSubstr("the transfer type is 4 (No transfer)"), HasSubstr("\n5\n"))},
+        {"cdrctl push why; echo $?",
+         AllOf(HasSubstr("as it should: the transfer type is 4 (No transfer)"), HasSubstr("\n5\n"))},
+        {"cdrctl --json push why", AllOf(HasSubstr("running: false"), HasSubstr("reason: the transfer type"))},
         {"cdrctl set TransferType=weekly TransferDayOfWeek=Wednesday TransferTime=8:30 IPAddress=h",
          HasSubstr("4 -> 1")},
         {"cdrctl push now", HasSubstr("was started")},
@@ -39,9 +42,26 @@ TEST(Cdrctl, ShowsChangesAndExplains) {
         {"cdrctl set TransferTime=8:30 >/dev/null; cat $LAB/crontabs/$(id -un)", HasSubstr("30 8 * * 3 /qv/bin/")},
         {"cdrctl statistics --watch --count 2 --interval 0.1", HasSubstr("last success")},
         {"cdrctl show QTX_None; echo $?", HasSubstr("(CIM error 6)\n1\n")},
+        {"cdrctl --server $CDRCTL_SERVER/other bins; echo $?",
+         HasSubstr("status 404: the server has nothing under this path (the path is /cimom)")},
         {"cdrctl --server 127.0.0.1:1 bins; echo $?", HasSubstr("Connection refused\n3\n")},
     });
     EXPECT_EQ(lab.heard(), "0\n0\n0\n") << "three changes of the service";
+}
+
+/// Commands and all that they print: "$ COMMAND" and the lines below it.
+TEST(Cdrctl, PrintsWhatTheTranscriptHas) {
+    Lab lab;
+    lab.start();
+    pointAtServer("http://");
+    const std::string transcript = support::contentOf(TRANSCRIPT);
+    std::string replayed;
+    for (std::size_t at = 0, next = 0; at < transcript.size(); at = next) {
+        next = std::min(transcript.find("\n$ ", at), transcript.size() - 1) + 1;
+        const std::string command = transcript.substr(at + 2, transcript.find('\n', at) - at - 2);
+        replayed += "$ " + command + "\n" + support::run({"/bin/sh", "-c", command}).output;
+    }
+    EXPECT_EQ(transcript, replayed);
 }
 
 TEST(Cdrctl, LogsInOverTls) {

@@ -129,6 +129,8 @@ TEST(CIMUrl, isTakenApart) {
     EXPECT_EQ(space.getHostUrl().toString(), "http://127.0.0.1:5988/cimom");
     EXPECT_EQ(CIMNameSpace(context, "n").getFileName(), "f");
     EXPECT_EQ(space.toMOF(), "UMIMPLEMENTED");
+    EXPECT_TRUE(space == CIMNameSpace("ROOT/cimv2"));
+    EXPECT_FALSE(space == CIMNameSpace("root") || space == CIMNameSpace(context, "root/cimv2"));
 }
 
 } // namespace

@@ -123,7 +123,8 @@ TEST(String, convertsToNumbersOrSaysWhyNot) {
 TEST(String, comparesAndSearches) {
     const String text("Hello, hello");
     const String none;
-    EXPECT_TRUE(text.startsWith("Hello") && text.startsWith('H') && none.startsWith(""));
+    EXPECT_TRUE(text.startsWith("Hello") && text.startsWith(text) && text.endsWith(text) && text.startsWith('H') &&
+                none.startsWith(""));
     EXPECT_TRUE(text.startsWith("hello", String::E_CASE_INSENSITIVE));
     EXPECT_FALSE(text.startsWith("hello") || text.startsWith("") || none.startsWith('H'));
     EXPECT_FALSE(text.startsWith("Hello, hello, hello") || text.endsWith(""));

@@ -297,6 +297,7 @@ TEST(EventWatch, FindsADirectoryThatIsMadeLevelByLevelAndOneThatIsReplaced) {
     for (const char* made : {"a", "a/b", "a/b/state"}) {
         watch.arm();
         std::filesystem::create_directory(dir / made);
+        EXPECT_TRUE(support::isOpen(getpid(), "inotify", 1));
         EXPECT_TRUE(watch.wait());
     }
     watch.arm();

@@ -48,6 +48,7 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     expectSaid("LongCLIDSupport cannot be read");
     expectSaid("ReportFilter is 255: the simulator knows 0 to 3 and takes it as 0");
     EXPECT_THAT(Lab::run("cdrsim --once 1 2>&1 >/dev/null"), HasSubstr("another simulator"));
+    EXPECT_EQ("640\n", Lab::run("stat -c %a $LAB/records/current.part")) << "records tell who called whom";
 
     Lab::run("zporeg backup $LAB/backup");
     Lab::run("wbemcli mi $SERVICE ReportFilter=2,DigitsLimit=3,DateFormat=3,CLIDWithName=FALSE");

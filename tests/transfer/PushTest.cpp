@@ -3,7 +3,10 @@
 #include "Files.hpp"
 #include "Records.hpp"
 
+#include <poll.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 
 namespace {
 
@@ -151,6 +154,33 @@ TEST_F(Push, WorksInTheBackgroundOneAtATime) {
         support::waitUntil([] { return PushLab::run("CDRTransfer --status --json | grep succeeded").exitCode == 0; },
                            std::chrono::seconds(20)));
     EXPECT_EQ("1", support::contentOf(lab->far("in/CDR-1.csv")));
+}
+
+/// A listening socket as systemd passes it to the service.
+TEST_F(Push, IsDoneByTheServiceWhereThereIsOne) {
+    lab->record("CDR-1.csv", "1");
+    sockaddr_un address{AF_UNIX, "service"}; // in the record folder
+    const int listener = socket(AF_UNIX, SOCK_STREAM, 0);
+    std::filesystem::current_path(lab->local(""));
+    ASSERT_EQ(0, bind(listener, reinterpret_cast<sockaddr*>(&address), sizeof address));
+    ASSERT_EQ(0, listen(listener, 8));
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(0, PushLab::run("CDR_TRANSFER_SOCKET=service CDRTransfer").exitCode);
+    }
+    EXPECT_THAT(PushLab::run("CDRTransfer --status").output, Not(HasSubstr("succeeded")))
+        << "that is the service's work";
+    const pid_t service = support::startChild([listener] {
+        dup2(listener, 3);
+        setenv("LISTEN_FDS", "1", 1);
+        setenv("LISTEN_PID", std::to_string(getpid()).c_str(), 1);
+        return support::become({"CDRTransfer", "--wait"});
+    });
+    EXPECT_EQ(0, support::waitForChild(service));
+    EXPECT_EQ("1", support::contentOf(lab->far("in/CDR-1.csv")));
+    pollfd waiting{listener, POLLIN, 0};
+    EXPECT_EQ(0, poll(&waiting, 1, 0)) << "one run serves all that asked";
+    close(listener);
+    EXPECT_EQ(0, PushLab::run("CDR_TRANSFER_SOCKET=service CDRTransfer --wait").exitCode) << "nobody listens";
 }
 
 TEST_F(Push, AsksBeforeItTrusts) {

@@ -95,4 +95,28 @@ TEST(MethodResults, LeaveOutWhatIsNull) {
                              "</CLASSNAME></VALUE.REFERENCE></PARAMVALUE>");
 }
 
+TEST(Pieces, AreTheWholeText) {
+    for (const int count : {1, 3, 4, 20}) {
+        XmlWriter writer;
+        {
+            const Element list(writer, "L");
+            writer.inPieces([done = 0, count](XmlWriter& part) mutable {
+                Element(part, "P").text(std::string(90'000, static_cast<char>('a' + done)));
+                return ++done < count;
+            });
+        }
+        std::string expected = "<L>";
+        for (int i = 0; i < count; ++i) {
+            expected += "<P>" + std::string(90'000, static_cast<char>('a' + i)) + "</P>";
+        }
+        const auto rest = writer.takeRest();
+        EXPECT_EQ(rest != nullptr, count > 3) << count;
+        std::string text = writer.take();
+        for (std::string piece; rest && !(piece = rest()).empty(); text += piece) {
+            EXPECT_LT(piece.size(), 400'000U) << count;
+        }
+        EXPECT_TRUE(text == expected + "</L>") << count;
+    }
+}
+
 } // namespace

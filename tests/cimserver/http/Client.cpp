@@ -81,12 +81,48 @@ Reply Client::read() {
     if (reply.status < 200) {
         return reply;
     }
-    const auto length = std::stoul(reply.fields.at("content-length"));
-    while (buffer_.size() < length && fill()) {
+    if (reply.fields.count("content-length") != 0) {
+        const auto length = std::stoul(reply.fields.at("content-length"));
+        fillTo(length);
+        reply.body = take(length);
+    } else if (reply.fields.count("transfer-encoding") == 0) {
+        while (fill()) {
+        }
+        reply.body = take(buffer_.size());
+    } else if (!readChunks(reply.body)) {
+        reply.status = 0;
     }
-    reply.body = buffer_.substr(0, length);
-    buffer_.erase(0, length);
     return reply;
+}
+
+bool Client::readChunks(std::string& body) {
+    for (;;) {
+        while (buffer_.find("\r\n") == std::string::npos) {
+            if (!fill()) {
+                return false;
+            }
+        }
+        const auto length = std::stoul(take(buffer_.find("\r\n") + 2), nullptr, 16);
+        if (!fillTo(length + 2)) {
+            return false;
+        }
+        body += take(length);
+        if (take(2) != "\r\n" || length == 0) {
+            return length == 0;
+        }
+    }
+}
+
+bool Client::fillTo(std::size_t size) {
+    while (buffer_.size() < size && fill()) {
+    }
+    return buffer_.size() >= size;
+}
+
+std::string Client::take(std::size_t size) {
+    std::string taken = buffer_.substr(0, size);
+    buffer_.erase(0, size);
+    return taken;
 }
 
 bool Client::ended() {

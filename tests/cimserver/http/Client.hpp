@@ -1,4 +1,4 @@
-// A client that writes bytes as they are told and reads answers strictly: each must have a Content-Length.
+// A client that writes bytes as they are told and reads answers strictly.
 #pragma once
 
 #include <openssl/ssl.h>
@@ -33,7 +33,7 @@ class Client {
 
     void send(const std::string& bytes);
     void endSending();
-    /// The next answer, waiting for at most ten seconds.
+    /// The next answer, waiting for at most ten seconds. Status 0 also when one in chunks is cut short.
     Reply read();
     /// The next answer to a HEAD request: a Content-Length without a body.
     Reply readHead();
@@ -45,6 +45,9 @@ class Client {
 
   private:
     bool fill();
+    bool fillTo(std::size_t size);
+    std::string take(std::size_t size);
+    bool readChunks(std::string& body);
 
     std::unique_ptr<BIO, void (*)(BIO*)> bio_;
     std::string buffer_;

@@ -27,6 +27,14 @@ Response ServerTest::handle(const Exchange& exchange) {
     response.fields.add("Content-Type", "application/xml; charset=\"utf-8\"");
     response.body = request.method + "|" + request.identity.user + "|" +
                     (request.identity.mayWrite ? "write" : "read") + "|" + request.body;
+    if (request.body == "pieces" || request.body == "broken") {
+        response.rest = [this, broken = request.body == "broken"] {
+            if (broken && made_ == 2) {
+                throw std::runtime_error("no third piece");
+            }
+            return made_ == 40 ? "" : std::string(1'000'000, static_cast<char>('a' + made_++ % 26));
+        };
+    }
     return response;
 }
 

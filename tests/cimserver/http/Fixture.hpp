@@ -31,7 +31,8 @@ class ServerTest : public ::testing::Test {
     std::string trouble_;        ///< what /health is told
     std::promise<void> release_; ///< lets handlers go that got the body "wait"
     std::shared_future<void> released_{release_.get_future()};
-    std::atomic<unsigned> waiting_{0};                ///< such handlers so far
+    std::atomic<unsigned> waiting_{0}; ///< such handlers so far
+    std::atomic<unsigned> made_{0};    ///< pieces of a megabyte for the bodies "pieces" (40) and "broken"
     std::unique_ptr<cimserver::http::Server> server_; ///< last: it ends before what its handlers use
 
   private:

@@ -150,6 +150,41 @@ TEST_F(LimitsTest, BodiesAreBoundedTogetherAsTheyArrive) {
         << "what was held is free again";
 }
 
+/// Forty megabytes, with room for three.
+TEST_F(LimitsTest, LongAnswersAreMadeAsTheyAreTaken) {
+    settings_.limits.memory = 3'000'000;
+    start();
+    auto slow = connect();
+    slow.send(post("pieces"));
+    EXPECT_TRUE(support::waitUntil([&] { return made_ > 0; }));
+    for (int i = 0; i < 3; ++i) {
+        expectServes();
+    }
+    EXPECT_LT(made_, 40U) << "what is not taken is not made";
+    const auto reply = slow.read();
+    EXPECT_EQ(reply.body.size(), 40'000'018U);
+    EXPECT_EQ(reply.body.back(), 'a' + 39 % 26);
+    EXPECT_EQ(slow.ask(post("good")).status, 200U) << "the connection goes on";
+
+    made_ = 0;
+    auto old = connect();
+    const auto untilClosed = old.ask(post("pieces", "Connection: keep-alive\r\n", "HTTP/1.0"));
+    EXPECT_EQ(untilClosed.fields.count("transfer-encoding"), 0U);
+    EXPECT_EQ(untilClosed.body.size(), 40'000'018U);
+    EXPECT_TRUE(untilClosed.closes());
+
+    made_ = 0;
+    EXPECT_EQ(connect().ask(post("broken")).status, 0U) << "cut short";
+    EXPECT_EQ(timesLogged("an answer ended early: no third piece"), 1U);
+
+    made_ = 0;
+    settings_.dumpFile = path("dump");
+    start();
+    EXPECT_EQ(connect().ask(post("pieces")).status, 503U) << "a dump shows whole answers, if there is room";
+    made_ = 38;
+    EXPECT_EQ(connect().ask(post("pieces")).fields["content-length"], "2000018");
+}
+
 TEST_F(LimitsTest, AnswersCountUntilTheyAreTaken) {
     settings_.limits.bodyBytes = 64'000'000;
     settings_.limits.memory = 100'000'000;

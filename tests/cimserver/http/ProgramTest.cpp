@@ -2,13 +2,19 @@
 #include "Client.hpp"
 #include "Support.hpp"
 #include "cimserver/Process.hpp"
+#include "cimserver/ProcessMemory.hpp"
 #include "cimserver/http/UserFile.hpp"
 
 #include <fcntl.h>
+#include <pty.h>
+#include <sys/mman.h>
 #include <sys/socket.h>
 #include <sys/un.h>
 
+#include <fstream>
+
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 namespace {
 
@@ -31,6 +37,28 @@ class ProgramTest : public ::testing::Test {
     }
     support::Result serverWith(const std::string& options) const { return run(CIMSERVERD " " + options); }
     support::Result passwd(const std::string& rest) const { return run(CIMSERVER_PASSWD " users " + rest); }
+
+    /// Asks for a password at a terminal and types a line at each prompt; gives what the terminal shows.
+    std::string typed(const std::string& rest, const std::vector<std::string>& lines) const {
+        int terminal = -1;
+        const pid_t child = forkpty(&terminal, nullptr, nullptr, nullptr);
+        if (child == 0) {
+            _exit(support::become({"sh", "-c", inFolder("exec " CIMSERVER_PASSWD " users " + rest)}));
+        }
+        std::string shown;
+        std::size_t typedLines = 0;
+        char more[512];
+        for (ssize_t got = 0; (got = ::read(terminal, more, sizeof more)) > 0;) {
+            shown.append(more, static_cast<std::size_t>(got));
+            if (shown.size() > 2 && shown.compare(shown.size() - 2, 2, ": ") == 0 && typedLines < lines.size()) {
+                const std::string line = lines[typedLines++] + "\n";
+                EXPECT_EQ(::write(terminal, line.data(), line.size()), static_cast<ssize_t>(line.size()));
+            }
+        }
+        ::close(terminal);
+        support::waitForChild(child);
+        return shown;
+    }
 
     /// Starts the server and waits until it is ready; gives its port.
     std::uint16_t serve(const std::string& options) {
@@ -141,6 +169,10 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
          {"ann --delete", "a:b --stdin < bad.mof", "ann < /dev/null", "ann --stdin < /dev/null"}) {
         EXPECT_EQ(passwd(refused).exitCode, 1) << refused;
     }
+    EXPECT_THAT(typed("ann", {"a long secret", "another secret"}), HasSubstr("the two differ"));
+    EXPECT_EQ(passwd("ann --delete").exitCode, 1) << "nothing was written";
+    EXPECT_THAT(typed("ann --role read", {"a long secret", "a long secret"}), Not(HasSubstr("secret")));
+    EXPECT_NE(cimserver::http::UserFile::load(dir_ / "users").verify("ann", "a long secret"), nullptr);
     for (const char* misused : {"", "ann --role admin", "ann --rle read", "ann bob"}) {
         EXPECT_EQ(passwd(misused).exitCode, 2) << misused;
     }
@@ -350,6 +382,62 @@ TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
     EXPECT_EQ(support::contentOf(dir_ / "provider"), "printed by a provider\n");
     EXPECT_EQ(own("null"), "ready\n");
     EXPECT_THAT(own("inherit"), HasSubstr("ready\n"));
+}
+
+TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
+    serve("--respawn");
+    const auto child = [this] {
+        const auto id = std::to_string(server_);
+        return std::atoi(support::contentOf("/proc/" + id + "/task/" + id + "/children").c_str());
+    };
+    for (const int signal : {SIGSEGV, SIGABRT, SIGKILL}) {
+        const int crashing = child();
+        std::filesystem::resize_file(dir_ / "out", 0);
+        ::kill(crashing, signal);
+        awaitText("err", "ended by signal " + std::to_string(signal) + ", and started again");
+        awaitText("out", "listening");
+        EXPECT_NE(child(), crashing);
+    }
+    EXPECT_EQ(http_testing::Client(static_cast<std::uint16_t>(std::stoul(support::contentOf(dir_ / "port"))))
+                  .ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n")
+                  .status,
+              200U);
+    ::kill(server_, SIGUSR1);
+    awaitText("err", "requests=1 ");
+    const int serving = child();
+    EXPECT_EQ(stop(SIGTERM), 0);
+    awaitText("err", "stopped");
+    EXPECT_NE(::kill(serving, 0), 0);
+    EXPECT_EQ(serverWith("--mof bad.mof --respawn").exitCode, 3);
+
+    serve("--respawn");
+    const int orphan = child();
+    EXPECT_EQ(stop(SIGKILL), -SIGKILL);
+    EXPECT_TRUE(support::waitUntil([orphan] { return ::kill(orphan, 0) != 0; })) << "it ends with its parent";
+}
+
+TEST(ProcessMemory, GivesBackWhatIsInFilesButNoPageThatWasChanged) {
+    constexpr std::size_t kPage = 65536; // a multiple of each system's
+    alignas(kPage) static const std::array<char, 16 * kPage> kTable{'a', 'b'};
+    const volatile char* const table = kTable.data();
+    auto* const changed = const_cast<char*>(kTable.data()) + kPage;
+    ASSERT_EQ(0, mprotect(changed, kPage, PROT_READ | PROT_WRITE));
+    *static_cast<volatile char*>(changed) = 'c';
+    for (std::size_t at = 2 * kPage; at < kTable.size(); at += 4096) {
+        EXPECT_EQ(table[at], '\0');
+    }
+    const auto pages = [] {
+        std::size_t size = 0;
+        std::size_t all = 0;
+        std::size_t ofFiles = 0;
+        std::ifstream("/proc/self/statm") >> size >> all >> ofFiles;
+        return ofFiles;
+    };
+    const auto before = pages();
+    cimserver::giveBackStart();
+    EXPECT_LT(pages() + 14 * kPage / static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), before + 20);
+    EXPECT_EQ(table[1], 'b');
+    EXPECT_EQ(table[kPage], 'c');
 }
 
 } // namespace

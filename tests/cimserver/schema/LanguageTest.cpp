@@ -106,6 +106,7 @@ const std::pair<std::string, const char*> mistakes[] = {
     {"class A { uint8 F(uint8 x, uint8 X); };", "2:34: the parameter \"X\" is declared twice (in A.F)"},
     {"[Nope] class A {};", "2:2: the qualifier \"Nope\" is not declared (in A)"},
     {"[Key] class A {};", "2:2: the qualifier \"Key\" is not allowed here by its scope (in A)"},
+    {"Qualifier Q : boolean, Scope(association); [Q] class A {};", "2:45: the qualifier \"Q\" is not allowed here by its scope (in A)"},
     {"class A { [Key, key] string P; };", "2:17: the qualifier \"key\" is given twice (in A.P)"},
     {"class A { [Key(1)] string P; };", "2:16: the value is not of type boolean (in A.P)"},
     {"class A { [Values(\"x\")] string P; };", "2:19: an array is expected, written in braces (in A.P)"},

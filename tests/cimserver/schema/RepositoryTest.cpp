@@ -75,6 +75,8 @@ TEST(Inheritance, MakesClassesComplete) {
         {"[Association] class A { [Key] C REF R; }; class B : A { [Override(\"R\"), Min(1), Weak] D REF R; };"
          "class C { [Key] string K; }; class D : C {};",
          "B Association*: R Override Min Weak Key*<R@B[-1]=(null);"},
+        {"Qualifier Q : boolean, Scope(association); [Association] class A { A REF R; }; [Q] class B : A {};",
+         "B Q Association*: R*<@A[-1]=(null);"},
         {"#pragma autorecover\n#pragma classflags(\"a\", 2)\n#pragma namespace(\"root/x\")\n"
          "#pragma namespace(\"\\\\\\\\.\\\\root\\\\test\")\nclass B as $B { string P; };",
          "B: P<@B[-1]=(null);"},
