@@ -145,13 +145,12 @@ bool sameValue(const CIMValue& present, const CIMValue& sent) {
     return std::equal(before.begin(), before.end(), after.begin(), after.end(), sameInstance);
 }
 
-/// The class's key properties with the values of the path: providers find the object by them.
-CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimClass) {
-    CIMPropertyArray keys = cimClass.getKeys();
-    for (CIMProperty& key : keys) {
-        key.setValue(path.getKeyValue(CIMAccess::name(key)));
+/// Appends the class's key properties with the values of the path: providers find the object by them.
+void appendKeys(CIMPropertyArray& properties, const CIMObjectPath& path, const CIMClass& cimClass) {
+    for (const CIMProperty& declared : CIMAccess::keys(cimClass)) {
+        CIMProperty key(declared);
+        properties.push_back(key.setValue(path.getKeyValue(CIMAccess::name(declared))));
     }
-    return keys;
 }
 
 /// Refuses a key that differs from the path's; NULL is ignored.
@@ -214,7 +213,9 @@ void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all) {
     Modification result;
-    CIMPropertyArray properties = keyProperties(path, cimClass);
+    CIMPropertyArray properties;
+    properties.reserve(CIMAccess::keys(cimClass).size() + CIMAccess::properties(modified).size());
+    appendKeys(properties, path, cimClass);
     const auto take = [&](const CIMProperty& property) {
         properties.push_back(property);
         result.changes.push_back(property);

@@ -22,8 +22,12 @@ bool equalLower(char a, char b) {
 }
 
 std::size_t findIgnoringCase(std::string_view text, std::string_view part) {
-    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower);
-    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+    for (std::size_t at = 0; !part.empty() && at + part.size() <= text.size(); ++at) {
+        if (equalLower(text[at], part.front()) && equalsIgnoringCase(text.substr(at, part.size()), part)) {
+            return at;
+        }
+    }
+    return part.empty() ? 0 : std::string_view::npos;
 }
 
 /// Replaces what stands before the last `at` of the authority after each `scheme`. An authority ends at a `slash` or at
@@ -58,7 +62,7 @@ bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const 
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower) != text.end();
+    return findIgnoringCase(text, part) != std::string_view::npos;
 }
 
 std::string folded(std::string_view text) {
