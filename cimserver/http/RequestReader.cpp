@@ -4,11 +4,11 @@
 
 #include <boost/beast/http/buffer_body.hpp>
 #include <boost/beast/http/parser.hpp>
+#include <boost/container/small_vector.hpp>
 
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <map>
 
 namespace cimserver::http {
 
@@ -132,13 +132,20 @@ RequestReader::Progress RequestReader::checkFields() {
     if (hosts > 1 || (hosts == 0 && message.version() == 11)) {
         return fail({400, hosts == 0 ? "the Host is missing" : "more than one Host"});
     }
-    std::map<std::string_view, std::string_view, LessIgnoringCase> values;
+    boost::container::small_vector<std::pair<std::string_view, std::string_view>, 16> deciding;
     for (const auto& field : message) {
         const std::string_view name(field.name_string().data(), field.name_string().size());
-        const std::string_view value(field.value().data(), field.value().size());
-        if (decides(name) && values.emplace(name, value).first->second != value) {
-            return fail({400, "two values of " + std::string(name)});
+        if (decides(name)) {
+            deciding.emplace_back(name, std::string_view(field.value().data(), field.value().size()));
         }
+    }
+    std::sort(deciding.begin(), deciding.end(),
+              [](const auto& a, const auto& b) { return LessIgnoringCase()(a.first, b.first); });
+    const auto twice = std::adjacent_find(deciding.begin(), deciding.end(), [](const auto& a, const auto& b) {
+        return equalsIgnoringCase(a.first, b.first) && a.second != b.second;
+    });
+    if (twice != deciding.end()) {
+        return fail({400, "two values of " + std::string(twice->first)});
     }
     return Progress::Done;
 }
