@@ -85,7 +85,9 @@ typename Entries::mapped_type Registrations::get(const Entries& entries, const s
                                                  const std::string& className) {
     auto found = entries.find(className);
     if (found == entries.end()) {
-        found = entries.find(std::string(withoutSlashes(trimmed(ns))) + ":" + className);
+        std::string key;
+        key.reserve(ns.size() + 1 + className.size());
+        found = entries.find(key.append(withoutSlashes(trimmed(ns))).append(":").append(className));
     }
     return found == entries.end() ? typename Entries::mapped_type() : found->second;
 }
