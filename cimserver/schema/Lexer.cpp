@@ -2,6 +2,7 @@
 
 #include "cimserver/common/Utf8.hpp"
 
+#include <algorithm>
 #include <cctype>
 #include <charconv>
 #include <cmath>
@@ -29,6 +30,11 @@ bool continuesIdentifier(char c) {
 
 bool isControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7f;
+}
+
+/// In a string: stands for itself.
+bool isPlain(char c) {
+    return c >= 0x20 && c < 0x7f && c != '"' && c != '\\';
 }
 
 std::string shown(char c) {
@@ -74,6 +80,15 @@ char Lexer::take() {
         ++location_.column;
     }
     return c;
+}
+
+template <class Belongs>
+std::string_view Lexer::takeRun(Belongs belongs) {
+    const std::string_view rest = text_.substr(at_);
+    const auto length = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), belongs) - rest.begin());
+    at_ += length;
+    location_.column += static_cast<unsigned>(length);
+    return rest.substr(0, length);
 }
 
 void Lexer::skipBlanksAndComments() {
@@ -150,9 +165,7 @@ Token Lexer::next() {
 Token Lexer::identifier() {
     Token token = start();
     token.kind = TokenKind::Identifier;
-    while (continuesIdentifier(peek())) {
-        token.text += take();
-    }
+    token.text = takeRun(continuesIdentifier);
     if (token.text.empty()) {
         fail(token.location, "a name is missing");
     }
@@ -215,8 +228,10 @@ Token Lexer::string() {
     Token token = start();
     token.kind = TokenKind::String;
     take();
+    token.text = takeRun(isPlain);
     while (peek() != '"' || at_ >= text_.size()) {
         appendCharacter(token.text, token.location);
+        token.text += takeRun(isPlain);
     }
     take();
     return token;

@@ -30,6 +30,9 @@ class Lexer {
   private:
     char peek(std::size_t ahead = 0) const;
     char take();
+    /// The characters from here on that belong together; none is a line's end.
+    template <class Belongs>
+    std::string_view takeRun(Belongs belongs);
     void skipBlanksAndComments();
     void skipComment();
     Token identifier();

@@ -1,6 +1,7 @@
 // What is particular to the service settings and the statistics.
 #include "ModuleTest.hpp"
 #include "QTX_CDRPushStatistics.hpp"
+#include "QTX_CDRServiceImpl.hpp"
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -35,6 +36,14 @@ TEST_F(ServiceTest, TellsTheServiceThroughTheQueueOfTheMoment) {
     changeLanguage();
     EXPECT_THAT(platform.log, ElementsAre("2 1 -1 Notifying CDRService QueueSend failed rc =30abcd"));
     EXPECT_EQ(output(), "");
+}
+
+TEST_F(ServiceTest, KnowsTheQueueFromItsBeginning) {
+    platform.queues["CDRService"] = 9;
+    QTX_CDRServiceImpl service("QTX_System", "QTX", "QTX_CDRService", "CDRService");
+    platform.queues.clear();
+    service.ClipFile();
+    EXPECT_THAT(platform.calls("osQueueSend"), ElementsAre("osQueueSend 9 1"));
 }
 
 TEST_F(ServiceTest, TracesAnswerSupervision) {
