@@ -68,11 +68,16 @@ std::string assigned(std::string_view name, std::string_view asShown, std::strin
 }
 
 /// Appends an item, unless the list has become too long.
-void append(std::string& list, const char* separator, const std::string& item) {
-    if (list.size() < kLongestList) {
-        list.append(list.empty() ? "" : separator).append(item);
-        list.append(list.size() < kLongestList ? "" : "...");
+void append(std::string& list, const char* separator, std::string item) {
+    if (list.size() >= kLongestList) {
+        return;
     }
+    if (list.empty()) {
+        list = std::move(item);
+    } else {
+        list.append(separator).append(item);
+    }
+    list.append(list.size() < kLongestList ? "" : "...");
 }
 
 /// NAME="value" of an element with the value inside. A value of a less simple kind is shown as its XML.

@@ -81,8 +81,8 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
 }
 
 template <class Entries>
-typename Entries::mapped_type Registrations::get(const Entries& entries, const std::string& ns,
-                                                 const std::string& className) {
+typename Entries::mapped_type Registrations::get(const Entries& entries, std::string_view ns,
+                                                 std::string_view className) {
     auto found = entries.find(className);
     if (found == entries.end()) {
         std::string key;
