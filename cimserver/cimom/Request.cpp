@@ -1,6 +1,7 @@
 #include "cimserver/cimom/Request.hpp"
 
 #include "cimserver/cimom/CimomHandle.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 

@@ -7,6 +7,7 @@
 #include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Text.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"

@@ -4,6 +4,7 @@
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Workers.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/CallWatch.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Gate.hpp"
