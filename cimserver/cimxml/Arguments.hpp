@@ -4,6 +4,7 @@
 #include "OW_Array.hpp"
 #include "OW_String.hpp"
 
+#include <boost/container/small_vector.hpp>
 #include <pugixml.hpp>
 
 #include <cstdint>
@@ -67,7 +68,7 @@ class Arguments {
     void requireAll() const;
 
     const std::vector<Parameter>& declared_;
-    std::vector<Given> given_;
+    boost::container::small_vector<Given, 8> given_;
 };
 
 } // namespace cimserver::cimxml

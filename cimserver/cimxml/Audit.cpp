@@ -61,17 +61,23 @@ std::string named(std::string_view text) {
 }
 
 std::string assigned(std::string_view name, std::string_view asShown, std::string_view text) {
-    std::string assignment = named(name);
-    assignment.append("=").append(holdsSecret(name) || holdsSecret(text) ? kMask : asShown);
+    std::string assignment;
+    assignment.reserve(name.size() + 1 + asShown.size());
+    assignment.append(named(name)).append("=").append(holdsSecret(name) || holdsSecret(text) ? kMask : asShown);
     return assignment;
 }
 
 /// Appends an item, unless the list has become too long.
-void append(std::string& list, const char* separator, const std::string& item) {
-    if (list.size() < kLongestList) {
-        list.append(list.empty() ? "" : separator).append(item);
-        list.append(list.size() < kLongestList ? "" : "...");
+void append(std::string& list, const char* separator, std::string item) {
+    if (list.size() >= kLongestList) {
+        return;
     }
+    if (list.empty()) {
+        list = std::move(item);
+    } else {
+        list.append(separator).append(item);
+    }
+    list.append(list.size() < kLongestList ? "" : "...");
 }
 
 /// NAME="value" of an element with the value inside. A value of a less simple kind is shown as its XML.
@@ -157,10 +163,15 @@ std::string valueText(const CIMValue& value) {
     if (type == CIMDataType::REFERENCE || type == CIMDataType::EMBEDDEDCLASS || type == CIMDataType::EMBEDDEDINSTANCE) {
         return quoted(view(value.toString()));
     }
+    if (!value.isArray()) {
+        TextBuffer buffer;
+        const auto text = scalarText(value, buffer);
+        return text ? quoted(*text) : "NULL";
+    }
     std::string list;
     forEachText(value,
                 [&list](std::optional<std::string_view> text) { append(list, ", ", text ? quoted(*text) : "NULL"); });
-    return value.isArray() ? "{" + list + "}" : list;
+    return "{" + list + "}";
 }
 
 std::string nextId() {
@@ -184,8 +195,12 @@ void AuditRecord::target(const CIMObjectPath& path) {
         const std::string text = valueText(CIMAccess::value(key));
         append(keys, ",", assigned(view(CIMAccess::name(key)), text, text));
     }
-    target_ = named(view(path.getNameSpace()));
-    target_.append(":").append(named(view(path.getClassName()))).append(keys.empty() ? "" : ".").append(keys);
+    target_.reserve(kUsualLine);
+    target_.append(named(view(path.getNameSpace())))
+        .append(":")
+        .append(named(view(path.getClassName())))
+        .append(keys.empty() ? "" : ".")
+        .append(keys);
 }
 
 std::string AuditRecord::remark(const CIMProperty& change) const {

@@ -33,14 +33,15 @@ CIMValue readObject(const std::string& text, const XmlLimits& limits, const Read
 
 std::optional<String> embeddedClassName(const CIMDataType& type, const CIMQualifierArray& qualifiers) {
     for (const CIMQualifier& qualifier : qualifiers) {
-        const CIMValue value = qualifier.getValue();
-        if (type.getType() != CIMDataType::STRING || !value) {
+        const String& name = CIMAccess::text(CIMAccess::name(qualifier));
+        if (type.getType() != CIMDataType::STRING || !name.startsWith("Embedded", String::E_CASE_INSENSITIVE)) {
             continue;
         }
-        if (qualifier.getName().equalsIgnoreCase("EmbeddedInstance")) {
+        const CIMValue value = qualifier.getValue();
+        if (value && name.equalsIgnoreCase("EmbeddedInstance")) {
             return value.toString();
         }
-        if (qualifier.getName().equalsIgnoreCase("EmbeddedObject") && value.equal(CIMValue(true))) {
+        if (value && name.equalsIgnoreCase("EmbeddedObject") && value.equal(CIMValue(true))) {
             return String();
         }
     }

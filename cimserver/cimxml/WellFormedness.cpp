@@ -53,6 +53,10 @@ constexpr std::array<std::uint8_t, 256> makeClasses() {
 
 constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
 
+bool isInName(char c) {
+    return (kClasses[static_cast<unsigned char>(c)] & (NameStart | NameOnly)) != 0;
+}
+
 class Scanner {
   public:
     Scanner(std::string_view text, const XmlLimits& limits) : text_(text), limits_(limits) {}
@@ -161,9 +165,8 @@ class Scanner {
     std::string_view name() {
         const std::size_t from = at_;
         if ((classOf(at_) & NameStart) != 0) {
-            while ((classOf(at_) & (NameStart | NameOnly)) != 0) {
-                ++at_;
-            }
+            const std::string_view rest = text_.substr(at_ + 1);
+            at_ += 1 + static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), isInName) - rest.begin());
         }
         if (classOf(at_) == BeyondAscii) {
             fail("a name beyond ASCII, which no document of CIM has, is not supported");

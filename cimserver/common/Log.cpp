@@ -190,7 +190,7 @@ std::string entry(std::string_view level, std::string_view component, std::strin
         line.append(level).append(" ");
     }
     line.append(component).append(": ");
-    appendEscaped(line, withoutUserInfo(text));
+    appendEscaped(line, mayHoldUrl(text) ? withoutUserInfo(text) : text);
     return line;
 }
 

@@ -104,8 +104,12 @@ std::string quote(std::string_view text) {
     return '"' + shown.substr(0, kLongestQuote) + (shown.size() > kLongestQuote ? "...\"" : "\"");
 }
 
+bool mayHoldUrl(std::string_view text) {
+    return text.find('%') != std::string_view::npos || text.find("://") != std::string_view::npos;
+}
+
 std::string withoutUserInfo(std::string_view text) {
-    if (text.find('%') == std::string_view::npos && text.find("://") == std::string_view::npos) {
+    if (!mayHoldUrl(text)) {
         return std::string(text);
     }
     std::string result = withoutUserInfo(text, "://", "/", "@");

@@ -41,6 +41,9 @@ std::string_view withoutSlashes(std::string_view nameSpace);
 /// The text in double quotes, cut to a length that suits an error description.
 std::string quote(std::string_view text);
 
+/// False for a text in which withoutUserInfo finds nothing.
+bool mayHoldUrl(std::string_view text);
+
 /// The text with "***" for user name and password in each URL, also in percent-encoded ones.
 std::string withoutUserInfo(std::string_view text);
 

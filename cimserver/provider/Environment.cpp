@@ -6,6 +6,8 @@
 #include "OW_Logger.hpp"
 #include "OW_RepositoryIFC.hpp"
 
+#include <string_view>
+
 namespace cimserver::provider {
 
 using namespace OpenWBEM;
@@ -45,11 +47,11 @@ class ServerLogger : public Logger {
 
 } // namespace
 
-LoggerRef makeLogger(const std::string& component) {
-    return LoggerRef(new ServerLogger(String(component.c_str()), levelOfServer()));
+LoggerRef makeLogger(const String& component) {
+    return LoggerRef(new ServerLogger(component, levelOfServer()));
 }
 
-Environment::Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config)
+Environment::Environment(CallOrigin origin, String component, std::shared_ptr<const ConfigItems> config)
     : origin_(std::move(origin)), component_(std::move(component)), config_(std::move(config)) {
     if (!origin_.operation) {
         origin_.operation = std::make_shared<OperationContext>();
@@ -76,7 +78,7 @@ LoggerRef Environment::getLogger() const {
 }
 
 LoggerRef Environment::getLogger(const String& componentName) const {
-    return makeLogger(componentName.c_str());
+    return makeLogger(componentName);
 }
 
 String Environment::getConfigItem(const String& name, const String& defRetVal) const {
@@ -93,8 +95,9 @@ OperationContext& Environment::getOperationContext() {
 }
 
 std::string Environment::described() const {
+    const std::string_view component = component_.c_str();
     return origin_.described() + " for user '" + origin_.user + "' in provider " +
-           component_.substr(component_.find('.') + 1);
+           std::string(component.substr(component.find('.') + 1));
 }
 
 } // namespace cimserver::provider

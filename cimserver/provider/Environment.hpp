@@ -18,7 +18,7 @@ using ConfigItems = std::map<std::string, std::string>;
 class Environment : public OpenWBEM::ProviderEnvironmentIFC {
   public:
     /// `component` names the provider in the log: "provider.ID".
-    Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config);
+    Environment(CallOrigin origin, OpenWBEM::String component, std::shared_ptr<const ConfigItems> config);
 
     OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
     /// As getCIMOMHandle: providers and declared instances are reached in the same way.
@@ -36,11 +36,11 @@ class Environment : public OpenWBEM::ProviderEnvironmentIFC {
 
   private:
     CallOrigin origin_;
-    std::string component_;
+    OpenWBEM::String component_;
     std::shared_ptr<const ConfigItems> config_;
 };
 
 /// A logger whose lines go to the server's log with their level and component.
-OpenWBEM::LoggerRef makeLogger(const std::string& component);
+OpenWBEM::LoggerRef makeLogger(const OpenWBEM::String& component);
 
 } // namespace cimserver::provider

@@ -35,8 +35,8 @@ namespace {
 class ProviderHost::Slot {
   public:
     Slot(std::string id, Sharing sharing, const GateLimits& limits, Factory builtIn)
-        : component("provider." + id), starting(Sharing::None, limits), gate(sharing, limits), id_(std::move(id)),
-          builtIn_(std::move(builtIn)) {}
+        : component(("provider." + id).c_str()), starting(Sharing::None, limits), gate(sharing, limits),
+          id_(std::move(id)), builtIn_(std::move(builtIn)) {}
 
     bool ready() const { return ready_; }
     CppProviderBaseIFC& provider() const { return *provider_; }
@@ -47,7 +47,7 @@ class ProviderHost::Slot {
     bool loaded() const { return builtIn_ || module_; }
     void adopt(std::unique_ptr<Module> module) { module_ = std::move(module); }
 
-    const std::string component; ///< in the log
+    const String component; ///< in the log
     Gate starting;
     Gate gate;
 

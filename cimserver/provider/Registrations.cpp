@@ -81,11 +81,13 @@ void Registrations::add(const std::string& id, CppProviderBaseIFC& provider) {
 }
 
 template <class Entries>
-typename Entries::mapped_type Registrations::get(const Entries& entries, const std::string& ns,
-                                                 const std::string& className) {
+typename Entries::mapped_type Registrations::get(const Entries& entries, std::string_view ns,
+                                                 std::string_view className) {
     auto found = entries.find(className);
     if (found == entries.end()) {
-        found = entries.find(std::string(withoutSlashes(trimmed(ns))) + ":" + className);
+        std::string key;
+        key.reserve(ns.size() + 1 + className.size());
+        found = entries.find(key.append(withoutSlashes(trimmed(ns))).append(":").append(className));
     }
     return found == entries.end() ? typename Entries::mapped_type() : found->second;
 }

@@ -7,6 +7,7 @@
 #include "OW_CppProviderBaseIFC.hpp"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace cimserver::provider {
@@ -34,8 +35,7 @@ class Registrations {
     static void put(Lists& lists, const std::string& key, const std::string& id);
     /// The class's entry, default-constructed when there is none.
     template <class Entries>
-    static typename Entries::mapped_type get(const Entries& entries, const std::string& ns,
-                                             const std::string& className);
+    static typename Entries::mapped_type get(const Entries& entries, std::string_view ns, std::string_view className);
     /// Lists the classes that the provider reports; nothing for null.
     template <class Entries, class Provider, class Info>
     static void putClasses(Entries& entries, Provider* provider, void (Provider::*report)(Info&),
