@@ -22,7 +22,7 @@ ChangeQueue::Turn::Turn(ChangeQueue& queue, Change& change) : queue_(queue), own
     leads_ = queue_.led_ = change.state == Change::State::Waiting;
 }
 
-const std::vector<Change*>& ChangeQueue::Turn::take() {
+void ChangeQueue::Turn::take() {
     const std::lock_guard<std::mutex> lock(queue_.mutex_);
     auto& waiting = queue_.waiting_;
     taken_.reserve(taken_.size() + waiting.size());
@@ -32,7 +32,6 @@ const std::vector<Change*>& ChangeQueue::Turn::take() {
         taken_.push_back(change);
     }
     waiting.clear();
-    return taken_;
 }
 
 ChangeQueue::Turn::~Turn() {

@@ -40,8 +40,10 @@ class ChangeQueue {
         ~Turn();
 
         bool leads() const { return leads_; }
-        /// The changes to be made, this thread's first. May be called again for those that have come since.
-        const std::vector<Change*>& take();
+        /// Takes the changes that wait. May be called again for those that have come since.
+        void take();
+        /// The changes to be made, this thread's first.
+        const std::vector<Change*>& taken() const { return taken_; }
 
       private:
         ChangeQueue& queue_;

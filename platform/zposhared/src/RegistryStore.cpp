@@ -8,6 +8,7 @@
 #include <cstring>
 #include <ctime>
 #include <fmt/format.h>
+#include <functional>
 #include <mutex>
 #include <unistd.h>
 
@@ -262,11 +263,12 @@ std::uint32_t RegistryStore::write(const EntryName& name, EntryKind kind, std::s
         return valid;
     }
     const std::string record = encodeRecord(kind, bytes);
-    return writing([&](MDB_txn* transaction, MDB_dbi entries) {
+    const auto putting = [&](MDB_txn* transaction, MDB_dbi entries) {
         HeadRecord head{};
         const std::uint32_t status = ensureHead(transaction, entries, head);
         return status == ZPO_OK ? put(transaction, entries, name.encoded(), record, false) : status;
-    });
+    };
+    return writing(std::cref(putting));
 }
 
 std::uint32_t RegistryStore::remove(const EntryName& name) {

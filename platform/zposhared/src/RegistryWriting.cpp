@@ -85,25 +85,23 @@ std::uint32_t RegistryStore::committing(const Work& work, Deadline until) {
 // Makes the changes of all who wait in one transaction. When that fails, each is made alone, so that none fails for
 // another's sake.
 void RegistryStore::makeAll(ChangeQueue::Turn& turn, Change& own) {
-    std::vector<Change*> group;
-    const std::uint32_t status = committing(
-        [&](MDB_txn* transaction, MDB_dbi entries) {
-            group = turn.take();
-            std::uint32_t made = ZPO_OK;
-            for (std::size_t i = 0; i < group.size() && made == ZPO_OK; ++i) {
-                made = group[i]->work(transaction, entries);
-            }
-            return made;
-        },
-        own.until);
-    if (status == ZPO_OK || group.size() < 2) {
+    const auto making = [&turn](MDB_txn* transaction, MDB_dbi entries) {
+        turn.take();
+        std::uint32_t made = ZPO_OK;
+        for (std::size_t i = 0; i < turn.taken().size() && made == ZPO_OK; ++i) {
+            made = turn.taken()[i]->work(transaction, entries);
+        }
+        return made;
+    };
+    const std::uint32_t status = committing(making, own.until);
+    if (status == ZPO_OK || turn.taken().size() < 2) {
         own.status = status;
-        for (Change* const change : group) {
+        for (Change* const change : turn.taken()) {
             change->status = status;
         }
         return;
     }
-    for (Change* const change : group) {
+    for (Change* const change : turn.taken()) {
         change->status = committing(change->work, change->until);
     }
 }
