@@ -290,7 +290,7 @@ class Checker {
     }
 
     /// `child` is the first element inside.
-    void checkContent(pugi::xml_node element, const ElementRule& rule, Position child) const {
+    void checkContent(pugi::xml_node element, const ElementRule& rule, const Position& child) const {
         if (rule.alternatives.empty() && child == inside_.end()) {
             return;
         }
