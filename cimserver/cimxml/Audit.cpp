@@ -53,17 +53,23 @@ std::string quoted(std::string_view text) {
     return '"' + result + '"' + (text.size() > kLongestText ? "..." : "");
 }
 
-/// A name: quoted unless it is as names are.
-std::string named(std::string_view text) {
+/// Quoted unless it is as names are.
+std::string& appendName(std::string& to, std::string_view text) {
     const bool plain =
         !text.empty() && text.size() <= kLongestText && std::all_of(text.begin(), text.end(), isNameCharacter);
-    return plain ? std::string(text) : quoted(text);
+    return plain ? to.append(text) : to.append(quoted(text));
+}
+
+std::string named(std::string_view text) {
+    std::string name;
+    appendName(name, text);
+    return name;
 }
 
 std::string assigned(std::string_view name, std::string_view asShown, std::string_view text) {
     std::string assignment;
     assignment.reserve(name.size() + 1 + asShown.size());
-    assignment.append(named(name)).append("=").append(holdsSecret(name) || holdsSecret(text) ? kMask : asShown);
+    appendName(assignment, name).append("=").append(holdsSecret(name) || holdsSecret(text) ? kMask : asShown);
     return assignment;
 }
 
@@ -196,11 +202,8 @@ void AuditRecord::target(const CIMObjectPath& path) {
         append(keys, ",", assigned(view(CIMAccess::name(key)), text, text));
     }
     target_.reserve(kUsualLine);
-    target_.append(named(view(path.getNameSpace())))
-        .append(":")
-        .append(named(view(path.getClassName())))
-        .append(keys.empty() ? "" : ".")
-        .append(keys);
+    appendName(target_, view(path.getNameSpace())).append(":");
+    appendName(target_, view(path.getClassName())).append(keys.empty() ? "" : ".").append(keys);
 }
 
 std::string AuditRecord::remark(const CIMProperty& change) const {

@@ -32,7 +32,11 @@ void Workers::post(const std::string& sender, Task task) {
     if (queue == queues_.end()) {
         queue = queues_.insert(queue, Queue{sender, {}});
     }
-    queue->tasks.push_back(std::move(task));
+    if (spare_.empty()) {
+        spare_.emplace_back();
+    }
+    spare_.front() = std::move(task);
+    queue->tasks.splice(queue->tasks.end(), spare_, spare_.begin());
     ++waiting_;
     employ();
 }
@@ -40,7 +44,7 @@ void Workers::post(const std::string& sender, Task task) {
 Workers::Task Workers::next() {
     auto& queue = queues_.front();
     auto task = std::move(queue.tasks.front());
-    queue.tasks.pop_front();
+    spare_.splice(spare_.end(), queue.tasks, queue.tasks.begin());
     --waiting_;
     if (queue.tasks.empty()) {
         queues_.pop_front();

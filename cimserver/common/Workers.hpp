@@ -56,6 +56,7 @@ class Workers {
     std::mutex mutex_; ///< guards the members below
     std::condition_variable changed_;
     std::list<Queue> queues_; ///< of senders with tasks, the next one first
+    std::list<Task> spare_;   ///< emptied, for the next tasks
     std::size_t waiting_ = 0; ///< tasks in them
     std::vector<std::thread> threads_;
     unsigned busy_ = 0; ///< threads with a task that have not stepped aside
