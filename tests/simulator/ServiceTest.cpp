@@ -63,12 +63,18 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     EXPECT_TRUE(support::waitUntil([] { return Lab::run("osqueue send CDRService 0").empty(); })) << "made anew";
 
     EXPECT_NE("", latest());
+    Lab::run("osqueue send CDRService xyz");
+    expectSaid("an unknown message of 3 bytes came");
     end(SIGKILL);
     start();
     expectSaid("left behind by a simulator that was killed");
     EXPECT_EQ(0, end(SIGTERM));
     EXPECT_THAT(Lab::run("ls $LAB/records/current.part; osqueue send CDRService 0"),
                 AllOf(HasSubstr("No such file"), HasSubstr("no such queue")));
+}
+
+TEST_F(Simulator, PrintsWhatTheTranscriptHas) {
+    support::expectTranscript(TRANSCRIPT);
 }
 
 TEST_F(Simulator, CountsWhatAClientPulls) {
