@@ -55,6 +55,7 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     expectSaid("CLIDWithName is 0, it was 1");
     Lab::run("wbemcli mi $PREFIX3 PrefixBin=123; wbemcli cm $SERVICE ClipFile");
     expectSaid("finished CDR-");
+    EXPECT_THAT(support::contentOf(log_), Not(HasSubstr("no record to clip")));
     EXPECT_THAT(latest(), MatchesRegex("[0-9]+,[0-9]{8},[0-9:]{8},OUT,2[0-9]+,[1-8],2[0-9]+,,,[0-9]{3},9,(9|011|123|),"
                                        ",[0-9]*,[0-9]+,\n"));
     Lab::run("zporeg restore $LAB/backup");
