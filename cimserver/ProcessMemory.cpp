@@ -35,8 +35,10 @@ void giveBackUnchanged(int map, std::uintptr_t begin, std::uintptr_t end) {
         auto* const last = pages.begin() + std::min(pages.size(), (end - at + size - 1) / size);
         for (auto* first = pages.begin(); (first = std::find_if(first, last, isUnchanged)) != last;) {
             auto* const past = std::find_if_not(first, last, isUnchanged);
-            auto* const address = reinterpret_cast<void*>(at + static_cast<std::size_t>(first - pages.begin()) * size);
-            ::madvise(address, static_cast<std::size_t>(past - first) * size, MADV_DONTNEED);
+            const auto offset = static_cast<std::size_t>(first - pages.begin()) * size;
+            // NOLINTNEXTLINE(performance-no-int-to-ptr): the dynamic linker tells addresses as numbers
+            ::madvise(reinterpret_cast<void*>(at + offset), static_cast<std::size_t>(past - first) * size,
+                      MADV_DONTNEED);
             first = past;
         }
     }

@@ -2,6 +2,8 @@
 
 #include "cimserver/schema/Repository.hpp"
 
+#include "OW_CIMAccess.hpp"
+
 namespace cimserver::cimom {
 
 using provider::Access;
@@ -9,12 +11,12 @@ using provider::Access;
 Cimom::Cimom(const schema::Repository& repository, provider::ProviderHost& host, Settings settings)
     : repository_(repository), host_(host), settings_(settings), self_(std::make_shared<Cimom*>(this)) {}
 
-CIMProperty propertyOf(const CIMClass& cimClass, const String& name) {
-    CIMProperty found = cimClass.getProperty(CIMName(name));
-    if (!found) {
-        throw CimError(Status::NoSuchProperty, name.c_str());
+const CIMProperty& propertyOf(const CIMClass& cimClass, const char* name) {
+    const CIMProperty* const found = CIMAccess::find(CIMAccess::properties(cimClass), name);
+    if (found == nullptr) {
+        throw CimError(Status::NoSuchProperty, name);
     }
-    return found;
+    return *found;
 }
 
 String Cimom::admit(const RequestContext& context, const String& ns, Access access) const {

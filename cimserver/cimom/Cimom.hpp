@@ -71,7 +71,7 @@ struct AssociationFilter {
 enum class AssociationEnd { Associator, Reference };
 
 /// The class's property. Throws NoSuchProperty.
-CIMProperty propertyOf(const CIMClass& cimClass, const String& name);
+const CIMProperty& propertyOf(const CIMClass& cimClass, const char* name);
 
 /// Every operation throws CIMException with the code and text meant for the client: AccessDenied and
 /// InvalidNamespace as admit, InvalidClass for an unknown class (NotFound in methods and associations), otherwise what

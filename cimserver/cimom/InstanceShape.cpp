@@ -102,9 +102,9 @@ CIMPropertyArray completeKeys(const CIMInstance& delivered, const CIMClass& cimC
 
 /// The property's present value; from the path when the instance does not have the property.
 CIMValue presentValue(const CIMInstance& previous, const CIMObjectPath& path, const CIMProperty& declared) {
-    const CIMName name(declared.getName());
-    const CIMProperty shown = previous.getProperty(name);
-    const CIMValue value = shown ? shown.getValue() : path.getKeyValue(name);
+    const CIMName& name = CIMAccess::name(declared);
+    const CIMProperty* const shown = CIMAccess::find(CIMAccess::properties(previous), name);
+    const CIMValue value = shown != nullptr ? CIMAccess::value(*shown) : path.getKeyValue(name);
     if (isEmbedded(value)) {
         return value;
     }
@@ -145,19 +145,18 @@ bool sameValue(const CIMValue& present, const CIMValue& sent) {
     return std::equal(before.begin(), before.end(), after.begin(), after.end(), sameInstance);
 }
 
-/// The class's key properties with the values of the path: providers find the object by them.
-CIMPropertyArray keyProperties(const CIMObjectPath& path, const CIMClass& cimClass) {
-    CIMPropertyArray keys = cimClass.getKeys();
-    for (CIMProperty& key : keys) {
-        key.setValue(path.getKeyValue(CIMName(key.getName())));
+/// Appends the class's key properties with the values of the path: providers find the object by them.
+void appendKeys(CIMPropertyArray& properties, const CIMObjectPath& path, const CIMClass& cimClass) {
+    for (const CIMProperty& declared : CIMAccess::keys(cimClass)) {
+        CIMProperty key(declared);
+        properties.push_back(key.setValue(path.getKeyValue(CIMAccess::name(declared))));
     }
-    return keys;
 }
 
 /// Refuses a key that differs from the path's; NULL is ignored.
 void requireSameKey(const CIMProperty& sent, const CIMObjectPath& path) {
     const CIMValue value = sent.getValue();
-    if (value && !value.equal(path.getKeyValue(CIMName(sent.getName())))) {
+    if (value && !value.equal(path.getKeyValue(CIMAccess::name(sent)))) {
         throw CimError(Status::InvalidParameter,
                        std::string("The key property ") + sent.getName().c_str() + " cannot be modified");
     }
@@ -214,16 +213,17 @@ void requireKeys(const CIMPropertyArray& keys, const CIMClass& cimClass) {
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all) {
     Modification result;
-    CIMPropertyArray properties = keyProperties(path, cimClass);
+    CIMPropertyArray properties;
+    properties.reserve(CIMAccess::keys(cimClass).size() + CIMAccess::properties(modified).size());
+    appendKeys(properties, path, cimClass);
     const auto take = [&](const CIMProperty& property) {
         properties.push_back(property);
         result.changes.push_back(property);
         result.names.push_back(property.getName());
     };
-    const CIMPropertyArray sentOnes = modified.getProperties();
-    for (const CIMProperty& sent : sentOnes) {
-        CIMProperty property = cimClass.getProperty(CIMName(sent.getName()));
-        property.setValue(sent.getValue());
+    for (const CIMProperty& sent : CIMAccess::properties(modified)) {
+        CIMProperty property = cimClass.getProperty(CIMAccess::name(sent));
+        property.setValue(CIMAccess::value(sent));
         if (property.isKey()) {
             requireSameKey(property, path);
         } else if (propertyList != nullptr

@@ -4,6 +4,8 @@
 #include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/cimom/Request.hpp"
 
+#include "OW_CIMAccess.hpp"
+
 namespace cimserver::cimom {
 
 using provider::Access;
@@ -12,12 +14,12 @@ namespace {
 
 /// Refuses unknown names, so that a mistyped property is not believed to be set.
 void requireProperties(const CIMClass& cimClass, const CIMInstance& instance, const StringArray* propertyList) {
-    for (const CIMProperty& property : instance.getProperties()) {
-        propertyOf(cimClass, property.getName());
+    for (const CIMProperty& property : CIMAccess::properties(instance)) {
+        propertyOf(cimClass, CIMAccess::text(CIMAccess::name(property)).c_str());
     }
     if (propertyList != nullptr) {
         for (const String& name : *propertyList) {
-            propertyOf(cimClass, name);
+            propertyOf(cimClass, name.c_str());
         }
     }
 }
@@ -68,7 +70,7 @@ void Cimom::setProperty(const RequestContext& context, const String& ns, const C
     admit(context, ns, Access::Write);
     const CIMClass& cimClass = classOf(ns, path.getClassName());
     CIMInstance modified{CIMName(path.getClassName())};
-    modified.setProperty(propertyOf(cimClass, name).setValue(value));
+    modified.setProperty(CIMProperty(propertyOf(cimClass, name.c_str())).setValue(value));
     const StringArray list(1, name);
     modifyInstance(context, ns, path, modified, WBEMFlags::E_EXCLUDE_QUALIFIERS, &list);
 }

@@ -54,7 +54,7 @@ CIMInstance Cimom::getInstance(const RequestContext& context, const String& ns, 
     CIMObjectPath wanted = request.synced(path, cimClass);
     CIMInstance result(CIMNULL);
     // Providers get the path of a client's read without its namespace; the namespace is the argument before it.
-    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace("");
+    const CIMObjectPath bare = CIMObjectPath(wanted).setNameSpace(String());
     request.withInstances(cimClass, [&](auto& provider, const auto& env) {
         result = request.read(provider, env, bare, cimClass, selection);
     });
@@ -68,13 +68,13 @@ void Cimom::enumInstances(const RequestContext& context, const String& ns, const
     const CIMClass& requested = request.classOf(className);
     for (const CIMClass* const cimClass : request.family(requested)) {
         Sink<CIMInstance> sink([&](const CIMInstance& delivered) {
-            for (const CIMInstance& one :
-                 request.completed(delivered, cimClass->getName(), selection, requested, *cimClass)) {
+            const auto handle = [&](const CIMInstance& one) {
                 const CIMClass& own = ownClass(requireInstance(one), repository_, request.ns(), *cimClass);
                 const auto covered = coveredBy(selection.localOnly, selection.deep, requested, own);
                 const CIMInstance whole = shapedWithKeys(one, own, selection.propertyList, covered);
                 result.handle(selection.deep == WBEMFlags::E_DEEP ? whole : withoutAdded(whole, own, requested));
-            }
+            };
+            request.withCompleted(delivered, cimClass->getName(), selection, requested, *cimClass, handle);
         });
         request.withInstances(*cimClass, [&](auto& provider, const auto& env) {
             provider.enumInstances(env, request.ns(), cimClass->getName(), sink, selection.localOnly, selection.deep,
@@ -100,7 +100,7 @@ void Cimom::enumInstanceNames(const RequestContext& context, const String& ns, c
 
 CIMValue Cimom::getProperty(const RequestContext& context, const String& ns, const CIMObjectPath& path,
                             const String& name) {
-    propertyOf(classOf(ns, path.getClassName()), name);
+    propertyOf(classOf(ns, path.getClassName()), name.c_str());
     return getInstance(context, ns, path, InstanceSelection()).getPropertyValue(CIMName(name));
 }
 

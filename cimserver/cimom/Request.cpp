@@ -1,30 +1,48 @@
 #include "cimserver/cimom/Request.hpp"
 
 #include "cimserver/cimom/CimomHandle.hpp"
-#include "cimserver/cimom/InstanceShape.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 
+#include <optional>
+
 namespace cimserver::cimom {
+
+namespace {
+
+/// Makes handles in the name of one request.
+class Handles : public provider::HandleSource {
+  public:
+    Handles(std::weak_ptr<Cimom*> cimom, RequestContext context)
+        : cimom_(std::move(cimom)), context_(std::move(context)) {}
+    CIMOMHandleIFCRef makeHandle() const override { return makeCimomHandle(cimom_, context_); }
+
+  private:
+    const std::weak_ptr<Cimom*> cimom_;
+    const RequestContext context_;
+};
+
+} // namespace
 
 const InstanceSelection Cimom::Request::kWhole{WBEMFlags::E_NOT_LOCAL_ONLY, WBEMFlags::E_DEEP,
                                                WBEMFlags::E_INCLUDE_QUALIFIERS, WBEMFlags::E_INCLUDE_CLASS_ORIGIN,
                                                nullptr};
 
 Cimom::Request::Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access)
-    : cimom_(cimom), access_(access), operation_(context.operationName), observer_(context.observer),
-      ns_(cimom.admit(context, ns, access)), origin_(originOf(cimom, context)) {}
+    : cimom_(cimom), access_(access), observer_(context.observer), ns_(cimom.admit(context, ns, access)),
+      origin_(originOf(cimom, context)) {}
 
-provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, const RequestContext& context) {
-    RequestContext shared = context;
-    shared.observer = nullptr;
-    if (!shared.operation) {
-        shared.operation = std::make_shared<OperationContext>();
+provider::CallOrigin Cimom::Request::originOf(const Cimom& cimom, RequestContext context) {
+    context.observer = nullptr;
+    if (!context.operation) {
+        context.operation = std::make_shared<OperationContext>();
     }
     provider::CallOrigin origin;
-    origin.user = shared.user;
-    origin.operation = shared.operation;
-    origin.makeHandle = [self = std::weak_ptr<Cimom*>(cimom.self_), shared] { return makeCimomHandle(self, shared); };
+    origin.user = context.user;
+    origin.what = context.operationName;
+    origin.operation = context.operation;
+    origin.handles = std::make_shared<const Handles>(cimom.self_, std::move(context));
     return origin;
 }
 
@@ -46,13 +64,10 @@ ProviderEnvironmentIFCRef Cimom::Request::environment() const {
         new provider::Environment(origin_, "schema", std::make_shared<const provider::ConfigItems>()));
 }
 
-CIMInstanceArray Cimom::Request::completed(const CIMInstance& delivered, const String& className,
-                                           const InstanceSelection& selection, const CIMClass& requested,
-                                           const CIMClass& cimClass) {
+CIMInstanceArray Cimom::Request::filtered(const CIMInstance& delivered, const String& className,
+                                          const InstanceSelection& selection, const CIMClass& requested,
+                                          const CIMClass& cimClass) {
     CIMInstanceArray instances(1, requireInstance(delivered));
-    if (selection.propertyList == nullptr) {
-        cimom_.schemaCheck_.onAnswer(delivered, cimClass);
-    }
     withSecondaries(cimClass, [&](auto& secondary, const auto& env) {
         if (!instances.empty()) {
             secondary.filterInstances(env, ns_, className, instances, selection.localOnly, selection.deep,
@@ -70,11 +85,16 @@ CIMInstance Cimom::Request::read(CppInstanceProviderIFC& provider, const Provide
                                                        selection.includeClassOrigin, selection.propertyList, cimClass);
     InstanceSelection one(selection);
     one.deep = WBEMFlags::E_DEEP;
-    const CIMInstanceArray left = completed(delivered, path.getClassName(), one, cimClass, cimClass);
-    if (left.empty()) {
+    std::optional<CIMInstance> found;
+    withCompleted(delivered, path.getClassName(), one, cimClass, cimClass, [&found](const CIMInstance& completed) {
+        if (!found) {
+            found = completed;
+        }
+    });
+    if (!found) {
         throw CimError(Status::NotFound, path.toString().c_str());
     }
-    return requireInstance(left[0]);
+    return requireInstance(*found);
 }
 
 CIMObjectPath Cimom::Request::synced(const CIMObjectPath& path, const CIMClass& cimClass) const {

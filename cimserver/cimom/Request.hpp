@@ -4,8 +4,10 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/DeclaredProvider.hpp"
+#include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Text.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"
 #include "cimserver/schema/Repository.hpp"
@@ -23,7 +25,7 @@ class Cimom::Request {
     Request(Cimom& cimom, const RequestContext& context, const String& ns, provider::Access access);
 
     /// What a provider's environment knows about the request.
-    static provider::CallOrigin originOf(const Cimom& cimom, const RequestContext& context);
+    static provider::CallOrigin originOf(const Cimom& cimom, RequestContext context);
 
     /// The namespace in its own spelling.
     const String& ns() const { return ns_; }
@@ -75,10 +77,23 @@ class Cimom::Request {
         }
     }
 
-    /// What the secondary providers make of an instance that the class's provider delivered; they may drop it. Throws
-    /// Failed for a null instance.
-    CIMInstanceArray completed(const CIMInstance& delivered, const String& className, const InstanceSelection&,
-                               const CIMClass& requested, const CIMClass& cimClass);
+    /// Calls use(const CIMInstance&) for what the secondary providers make of an instance that the class's provider
+    /// delivered; they may drop it. Throws Failed for a null instance.
+    template <class Use>
+    void withCompleted(const CIMInstance& delivered, const String& className, const InstanceSelection& selection,
+                       const CIMClass& requested, const CIMClass& cimClass, Use&& use) {
+        if (selection.propertyList == nullptr) {
+            cimom_.schemaCheck_.onAnswer(requireInstance(delivered), cimClass);
+        }
+        if (host().secondaryProviders(ns_, cimClass).empty()) {
+            use(requireInstance(delivered));
+            return;
+        }
+        const CIMInstanceArray left = filtered(delivered, className, selection, requested, cimClass);
+        for (const CIMInstance& one : left) {
+            use(one);
+        }
+    }
 
     /// The instance that the provider, which withInstances gave, and the secondary providers have for the path. Throws
     /// what they throw, and NotFound when it was dropped.
@@ -87,6 +102,9 @@ class Cimom::Request {
 
   private:
     static const InstanceSelection kWhole;
+
+    CIMInstanceArray filtered(const CIMInstance& delivered, const String& className, const InstanceSelection&,
+                              const CIMClass& requested, const CIMClass& cimClass);
 
     provider::ProviderHost& host() { return cimom_.host_; }
 
@@ -99,14 +117,14 @@ class Cimom::Request {
         if (id.empty()) {
             return false;
         }
-        const crash::Task task{operation_,
+        const crash::Task task{origin_.what,
                                " of ",
                                cimClass.getName().c_str(),
                                ", provider ",
                                id,
                                ", user ",
                                origin_.user.empty() ? "-" : origin_.user.c_str()};
-        origin_.what = quote(operation_) + " of " + cimClass.getName().c_str();
+        origin_.className = cimClass.getName();
         const provider::ProviderCall call = host().enter(id, access_, origin_);
         return asCimError([&] {
             Interface* const provider = (call.*side)();
@@ -119,7 +137,6 @@ class Cimom::Request {
 
     Cimom& cimom_;
     provider::Access access_;
-    std::string operation_;
     ChangeObserver* observer_;
     String ns_;
     provider::CallOrigin origin_;

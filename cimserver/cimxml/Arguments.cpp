@@ -102,7 +102,8 @@ pugi::xml_node Arguments::findParameter(std::string_view name) const {
 }
 
 pugi::xml_node Arguments::element(std::string_view name) const {
-    return firstElement(findParameter(name));
+    const pugi::xml_node parameterElement = findParameter(name);
+    return parameterElement ? firstElement(parameterElement) : parameterElement;
 }
 
 bool Arguments::flag(std::string_view name) const {

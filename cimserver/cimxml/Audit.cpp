@@ -11,6 +11,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <sstream>
 
@@ -22,11 +23,25 @@ namespace {
 
 constexpr std::size_t kLongestText = 1024;
 constexpr std::size_t kLongestList = std::size_t{48} * 1024;
+constexpr std::size_t kUsualLine = 256;
 constexpr std::string_view kMask = "***";
-constexpr std::string_view kPlain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_./:[]%-";
+
+bool isWordCharacter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_' || c == '.';
+}
+
+bool isNameCharacter(char c) {
+    return isWordCharacter(c) || std::string_view("/:[]%-").find(c) != std::string_view::npos;
+}
 
 /// In double quotes, with backslashes before quotes and backslashes. An outcome follows "->", so ">" is escaped, too.
 std::string quoted(std::string_view text) {
+    if (text.size() <= kLongestText && std::all_of(text.begin(), text.end(), isWordCharacter)) {
+        std::string plain;
+        plain.reserve(text.size() + 2);
+        plain.append(1, '"').append(text).append(1, '"');
+        return plain;
+    }
     std::string result = withoutUserInfo(text.substr(0, kLongestText));
     for (auto at = result.find_first_of("\"\\"); at != std::string::npos; at = result.find_first_of("\"\\", at + 2)) {
         result.insert(at, 1, '\\');
@@ -41,19 +56,21 @@ std::string quoted(std::string_view text) {
 /// A name: quoted unless it is as names are.
 std::string named(std::string_view text) {
     const bool plain =
-        !text.empty() && text.size() <= kLongestText && text.find_first_not_of(kPlain) == std::string_view::npos;
+        !text.empty() && text.size() <= kLongestText && std::all_of(text.begin(), text.end(), isNameCharacter);
     return plain ? std::string(text) : quoted(text);
 }
 
-std::string assigned(std::string_view name, const std::string& asShown, std::string_view text) {
-    return named(name) + "=" + (holdsSecret(name) || holdsSecret(text) ? std::string(kMask) : asShown);
+std::string assigned(std::string_view name, std::string_view asShown, std::string_view text) {
+    std::string assignment = named(name);
+    assignment.append("=").append(holdsSecret(name) || holdsSecret(text) ? kMask : asShown);
+    return assignment;
 }
 
 /// Appends an item, unless the list has become too long.
 void append(std::string& list, const char* separator, const std::string& item) {
     if (list.size() < kLongestList) {
-        list += (list.empty() ? "" : separator) + item;
-        list += list.size() < kLongestList ? "" : "...";
+        list.append(list.empty() ? "" : separator).append(item);
+        list.append(list.size() < kLongestList ? "" : "...");
     }
 }
 
@@ -167,8 +184,8 @@ void AuditRecord::target(const CIMObjectPath& path) {
         const std::string text = valueText(CIMAccess::value(key));
         append(keys, ",", assigned(view(CIMAccess::name(key)), text, text));
     }
-    target_ =
-        named(view(path.getNameSpace())) + ":" + named(view(path.getClassName())) + (keys.empty() ? "" : ".") + keys;
+    target_ = named(view(path.getNameSpace()));
+    target_.append(":").append(named(view(path.getClassName()))).append(keys.empty() ? "" : ".").append(keys);
 }
 
 std::string AuditRecord::remark(const CIMProperty& change) const {
@@ -192,18 +209,28 @@ std::string AuditRecord::changes() const {
         const std::string text = valueText(change.getValue());
         append(list, ", ", assigned(view(change.getName()), text, text) + remark(change));
     }
-    return list.empty() ? "(nothing to change)" : list;
+    if (list.empty()) {
+        list = "(nothing to change)";
+    }
+    return list;
 }
 
 std::string AuditRecord::text() {
     id_ = id_.empty() ? nextId() : id_;
-    const ChangeRequest change = changeRequestIn(message_);
+    const bool known = changes_ && !target_.empty();
+    const ChangeRequest change = known ? ChangeRequest() : changeRequestIn(message_);
     const std::string values = changes_ ? changes() : sentValues(change);
-    return "id=" + id_ + " user=" + (context_.user.empty() ? "-" : named(context_.user)) + " peer=" + context_.peer +
-           " " + named(message_.name()) + " " +
-           (target_.empty() ? named(message_.nameSpace()) + (change.object ? ":" + objectText(change.object) : "")
-                            : target_) +
-           (values.empty() ? "" : " " + values);
+    std::string line;
+    line.reserve(kUsualLine);
+    line.append("id=").append(id_).append(" user=").append(context_.user.empty() ? "-" : named(context_.user));
+    line.append(" peer=").append(context_.peer).append(" ").append(named(message_.name())).append(" ");
+    if (!target_.empty()) {
+        line.append(target_);
+    } else {
+        line.append(named(message_.nameSpace())).append(change.object ? ":" + objectText(change.object) : "");
+    }
+    line.append(values.empty() ? "" : " ").append(values);
+    return line;
 }
 
 void AuditRecord::beforeChange() {
@@ -221,7 +248,8 @@ void AuditRecord::write(const Outcome& outcome) {
     const std::string result =
         outcome.code == 0 ? "ok"
                           : "error " + std::to_string(outcome.code) + " " + quoted(withoutSecrets(outcome.description));
-    const std::string line = text() + " -> " + result;
+    std::string line = text();
+    line.append(" -> ").append(result);
     if (outcome.code == 0 || begun_) {
         audit::end(line);
     } else {

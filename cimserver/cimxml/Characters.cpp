@@ -15,15 +15,16 @@ bool isXmlCharacter(char32_t c) {
 
 std::string percentDecoded(std::string_view text) {
     std::string decoded;
-    for (std::size_t i = 0; i < text.size(); ++i) {
+    for (auto percent = text.find('%'); percent != std::string_view::npos; percent = text.find('%')) {
         unsigned char byte = 0;
-        const char* const end = text.data() + std::min(i + 3, text.size());
-        const bool encoded = text[i] == '%' && end - text.data() == static_cast<std::ptrdiff_t>(i + 3) &&
-                             std::from_chars(text.data() + i + 1, end, byte, 16).ptr == end;
-        decoded += encoded ? static_cast<char>(byte) : text[i];
-        i += encoded ? 2 : 0;
+        const std::string_view digits = text.substr(percent + 1, 2);
+        const char* const end = digits.data() + digits.size();
+        const bool encoded = digits.size() == 2 && std::from_chars(digits.data(), end, byte, 16).ptr == end;
+        decoded += text.substr(0, percent);
+        decoded += encoded ? static_cast<char>(byte) : '%';
+        text.remove_prefix(percent + (encoded ? 3 : 1));
     }
-    return decoded;
+    return decoded.append(text);
 }
 
 } // namespace cimserver::cimxml

@@ -5,6 +5,8 @@
 #include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
 
+#include <boost/container/small_vector.hpp>
+
 #include <algorithm>
 #include <array>
 #include <string_view>
@@ -105,8 +107,10 @@ const Row kRows[] = {
 #undef FLAVORS
 #undef ORIGIN
 
+struct ElementRule;
+
 struct Item {
-    std::vector<std::string_view> names;
+    std::vector<const ElementRule*> elements;
     bool optional = false;
     bool repeated = false;
 };
@@ -119,12 +123,15 @@ struct AttributeRule {
 };
 
 struct ElementRule {
+    std::string_view name;
     bool characters = false;
     std::vector<Sequence> alternatives; ///< none: the element is empty
     std::vector<AttributeRule> attributes;
 };
 
-Item compileItem(std::string_view text) {
+using Table = std::unordered_map<std::string_view, ElementRule>;
+
+Item compileItem(std::string_view text, const Table& all) {
     Item item;
     const char last = text.back();
     item.optional = last == '?' || last == '*';
@@ -132,14 +139,16 @@ Item compileItem(std::string_view text) {
     if (item.optional || item.repeated) {
         text.remove_suffix(1);
     }
-    item.names = split(text, '/');
+    for (const std::string_view name : split(text, '/')) {
+        item.elements.push_back(&all.at(name));
+    }
     return item;
 }
 
-Sequence compileSequence(std::string_view text) {
+Sequence compileSequence(std::string_view text, const Table& all) {
     Sequence sequence;
     for (const std::string_view item : split(text, ',')) {
-        sequence.push_back(compileItem(item));
+        sequence.push_back(compileItem(item, all));
     }
     return sequence;
 }
@@ -155,28 +164,29 @@ AttributeRule compileAttribute(std::string_view text) {
     return rule;
 }
 
-ElementRule compile(const Row& row) {
-    ElementRule rule;
+void compile(const Row& row, Table& all) {
+    ElementRule& rule = all.at(row.name);
+    rule.name = row.name;
     const std::string_view content = row.content;
     rule.characters = content == "#";
     if (!rule.characters) {
         for (const std::string_view alternative : split(content, '|')) {
-            rule.alternatives.push_back(compileSequence(alternative));
+            rule.alternatives.push_back(compileSequence(alternative, all));
         }
     }
     for (const std::string_view attribute : split(row.attributes, ' ')) {
         rule.attributes.push_back(compileAttribute(attribute));
     }
-    return rule;
 }
-
-using Table = std::unordered_map<std::string_view, ElementRule>;
 
 const Table& table() {
     static const Table compiled = [] {
         Table all;
         for (const Row& row : kRows) {
-            all.emplace(row.name, compile(row));
+            all.try_emplace(row.name);
+        }
+        for (const Row& row : kRows) {
+            compile(row, all);
         }
         return all;
     }();
@@ -219,21 +229,31 @@ class Checker {
   public:
     explicit Checker(Strictness strictness) : strictness_(strictness) {}
 
-    void check(pugi::xml_node element) const {
+    /// Returns the element's rule.
+    const ElementRule& check(pugi::xml_node element) {
         const auto found = table().find(element.name());
         if (found == table().end()) {
             throw GrammarError(GrammarError::Kind::Unknown, "unknown element " + quote(element.name()));
         }
         const ElementRule& rule = found->second;
         checkAttributes(element, rule);
-        checkCharacters(element, rule);
-        for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
-            check(child);
+        const std::size_t first = inside_.size();
+        for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
+            if (child.type() == pugi::node_element) {
+                inside_.push_back(&check(child));
+            } else if (!rule.characters) {
+                checkBlank(element, child);
+            }
         }
-        checkContent(element, rule);
+        checkContent(element, rule, inside_.begin() + static_cast<std::ptrdiff_t>(first));
+        inside_.resize(first);
+        return rule;
     }
 
   private:
+    using Elements = boost::container::small_vector<const ElementRule*, 64>;
+    using Position = Elements::const_iterator;
+
     [[noreturn]] static void fail(pugi::xml_node element, const std::string& text) {
         throw GrammarError(GrammarError::Kind::Broken, "element " + std::string(element.name()) + ": " + text);
     }
@@ -244,7 +264,7 @@ class Checker {
             if (!given && attribute.required) {
                 fail(element, "attribute " + attribute.name + " is missing");
             }
-            if (given && !fits(attribute.kind, given.value(), strictness_)) {
+            if (given && attribute.kind != ' ' && !fits(attribute.kind, given.value(), strictness_)) {
                 fail(element, "attribute " + attribute.name + " cannot be " + quote(given.value()));
             }
         }
@@ -262,53 +282,51 @@ class Checker {
         }
     }
 
-    static void checkCharacters(pugi::xml_node element, const ElementRule& rule) {
-        for (pugi::xml_node child = element.first_child(); child && !rule.characters; child = child.next_sibling()) {
-            const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
-            if (text && std::string_view(child.value()).find_first_not_of(" \t\r\n") != std::string_view::npos) {
-                fail(element, "text is not allowed here"); // not quoted: it may be a secret outside its VALUE
-            }
+    static void checkBlank(pugi::xml_node element, pugi::xml_node child) {
+        const bool text = child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata;
+        if (text && std::string_view(child.value()).find_first_not_of(" \t\r\n") != std::string_view::npos) {
+            fail(element, "text is not allowed here"); // not quoted: it may be a secret outside its VALUE
         }
     }
 
-    static void checkContent(pugi::xml_node element, const ElementRule& rule) {
-        pugi::xml_node furthest = firstElement(element);
-        if (rule.alternatives.empty() && !furthest) {
+    /// `child` is the first element inside.
+    void checkContent(pugi::xml_node element, const ElementRule& rule, Position child) const {
+        if (rule.alternatives.empty() && child == inside_.end()) {
             return;
         }
+        Position furthest = child;
         for (const Sequence& sequence : rule.alternatives) {
-            pugi::xml_node stopped;
-            if (matches(element, sequence, stopped)) {
+            furthest = child;
+            if (matches(sequence, furthest)) {
                 return;
             }
-            furthest = stopped;
         }
-        fail(element, furthest ? "element " + std::string(furthest.name()) + " is not allowed here"
-                               : std::string("content is missing"));
+        fail(element, furthest != inside_.end() ? "element " + std::string((*furthest)->name) + " is not allowed here"
+                                                : std::string("content is missing"));
     }
 
-    static bool named(pugi::xml_node node, const Item& item) {
-        return std::find(item.names.begin(), item.names.end(), std::string_view(node.name())) != item.names.end();
+    static bool allows(const Item& item, const ElementRule* element) {
+        return std::find(item.elements.begin(), item.elements.end(), element) != item.elements.end();
     }
 
     /// Matches greedily, which suffices: no item shares a name with the next one, but for "SIMPLEREQ, SIMPLEREQ+" and
     /// its like, where the first takes exactly one. `child` becomes the first element that did not match.
-    static bool matches(pugi::xml_node element, const Sequence& sequence, pugi::xml_node& child) {
-        child = firstElement(element);
+    bool matches(const Sequence& sequence, Position& child) const {
         for (const Item& item : sequence) {
             std::size_t count = 0;
-            while (child && named(child, item) && (item.repeated || count == 0)) {
-                child = nextElement(child);
+            while (child != inside_.end() && allows(item, *child) && (item.repeated || count == 0)) {
+                ++child;
                 ++count;
             }
             if (count == 0 && !item.optional) {
                 return false;
             }
         }
-        return !child;
+        return child == inside_.end();
     }
 
     Strictness strictness_;
+    Elements inside_; ///< the elements found so far in the one that is checked, after those in the ones around it
 };
 
 } // namespace

@@ -131,8 +131,8 @@ CimHeaders::CimHeaders(const http::Request& request) : request_(request) {
     }
 }
 
-const std::string* CimHeaders::find(const std::string& name) const {
-    return request_.fields.find(prefix_ + name);
+const std::string* CimHeaders::find(std::string_view name) const {
+    return prefix_.empty() ? request_.fields.find(name) : request_.fields.find(prefix_ + std::string(name));
 }
 
 void CimHeaders::requireMethodCall() const {

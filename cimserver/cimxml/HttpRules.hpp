@@ -5,6 +5,7 @@
 #include "cimserver/http/Message.hpp"
 
 #include <string>
+#include <string_view>
 
 namespace cimserver::cimxml {
 
@@ -29,7 +30,7 @@ class CimHeaders {
     void addExtension(http::Response& response) const;
 
   private:
-    const std::string* find(const std::string& name) const;
+    const std::string* find(std::string_view name) const;
 
     const http::Request& request_;
     std::string prefix_; ///< "" or "73-"

@@ -96,7 +96,8 @@ void setProperty(OperationCall& call) {
     const CIMObjectPath path = call.reader.instanceName(call.arguments.element("InstanceName"));
     call.audit.target(path);
     const String name = call.arguments.text("PropertyName");
-    const CIMProperty known = cimom::propertyOf(call.services.cimom.classOf(call.nameSpace, path.getClassName()), name);
+    const CIMClass& cimClass = call.services.cimom.classOf(call.nameSpace, path.getClassName());
+    const CIMProperty& known = cimom::propertyOf(cimClass, name.c_str());
     const CIMValue value = call.reader.value(call.arguments.findParameter("NewValue"), known.getDataType(),
                                              known.getQualifiers(), view(name), Status::TypeMismatch);
     call.services.cimom.setProperty(call.context, call.nameSpace, path, name, value);

@@ -132,7 +132,8 @@ CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, con
 }
 
 CIMObjectPath ObjectReader::instanceName(pugi::xml_node element, Status missing) const {
-    return path(element, nameSpace_, &cimom_.classOf(nameSpace_, nameOf(element, "CLASSNAME"), missing));
+    const String className = nameOf(element, "CLASSNAME");
+    return path(element, className, nameSpace_, &cimom_.classOf(nameSpace_, className, missing));
 }
 
 CIMObjectPath ObjectReader::objectName(pugi::xml_node element, Status missing) const {
@@ -144,15 +145,14 @@ CIMObjectPath ObjectReader::objectName(pugi::xml_node element, Status missing) c
     return {name, nameSpace_};
 }
 
-CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& nameSpace, const CIMClass* cimClass) const {
-    const String className = nameOf(instanceName, "CLASSNAME");
+CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& className, const String& nameSpace,
+                                 const CIMClass* cimClass) const {
     CIMPropertyArray keys;
     keys.reserve(cimClass != nullptr ? CIMAccess::keys(*cimClass).size() : 0);
-    if (instanceName.child("KEYVALUE") || instanceName.child("VALUE.REFERENCE")) {
-        keys.push_back(key(instanceName, onlyKey(cimClass, className), cimClass));
-    }
-    for (const pugi::xml_node binding : instanceName.children("KEYBINDING")) {
-        const CIMProperty next = key(binding, nameOf(binding), cimClass);
+    for (pugi::xml_node child = firstElement(instanceName); child; child = nextElement(child)) {
+        const bool named = std::string_view(child.name()) == "KEYBINDING";
+        const CIMProperty next = named ? key(child, child.attribute("NAME").value(), cimClass)
+                                       : key(instanceName, onlyKey(cimClass, className).c_str(), cimClass);
         requireNew(keys, next, "key");
         if (keys.size() == kMostKeys) {
             throw CimError(Status::InvalidParameter, "the path of " + toStd(className) + " has too many keys");
@@ -164,21 +164,20 @@ CIMObjectPath ObjectReader::path(pugi::xml_node instanceName, const String& name
     return result;
 }
 
-CIMProperty ObjectReader::key(pugi::xml_node parent, const String& name, const CIMClass* cimClass) const {
-    const CIMName given(name);
-    const CIMProperty* const known = cimClass != nullptr ? CIMAccess::find(CIMAccess::keys(*cimClass), given) : nullptr;
+CIMProperty ObjectReader::key(pugi::xml_node parent, const char* name, const CIMClass* cimClass) const {
+    const CIMProperty* const known = cimClass != nullptr ? CIMAccess::find(CIMAccess::keys(*cimClass), name) : nullptr;
     if (cimClass != nullptr && known == nullptr) {
-        throw CimError(Status::InvalidParameter, quote(view(name)) + " is no key of " + toStd(cimClass->getName()));
+        throw CimError(Status::InvalidParameter, quote(name) + " is no key of " + toStd(cimClass->getName()));
     }
     const pugi::xml_node keyValue = parent.child("KEYVALUE");
     const CIMDataType type = known != nullptr ? CIMAccess::dataType(*known)
                              : keyValue       ? claimedType(keyValue)
                                               : CIMDataType(CIMDataType::REFERENCE);
-    const ExpectedValue expected{view(name), type, Status::InvalidParameter};
+    const ExpectedValue expected{name, type, Status::InvalidParameter};
     if (type.isReferenceType() == static_cast<bool>(keyValue)) {
         expected.refuse(firstElement(parent).name());
     }
-    return {known != nullptr ? CIMAccess::name(*known) : given,
+    return {known != nullptr ? CIMAccess::name(*known) : CIMName(name),
             keyValue ? scalarValue(keyValue, expected) : CIMValue(reference(parent.child("VALUE.REFERENCE")))};
 }
 
@@ -194,10 +193,11 @@ CIMObjectPath ObjectReader::reference(pugi::xml_node valueReference) const {
     if (local) {
         name = name.child("INSTANCENAME") ? name.child("INSTANCENAME") : name.child("CLASSNAME");
     }
-    CIMObjectPath result =
-        std::string_view(name.name()) == "CLASSNAME"
-            ? CIMObjectPath(nameOf(name), nameSpace)
-            : path(name, nameSpace, cimom_.repository().findClass(nameSpace, nameOf(name, "CLASSNAME")));
+    const bool ofClass = std::string_view(name.name()) == "CLASSNAME";
+    const String className = nameOf(name, ofClass ? "NAME" : "CLASSNAME");
+    CIMObjectPath result = ofClass
+                               ? CIMObjectPath(className, nameSpace)
+                               : path(name, className, nameSpace, cimom_.repository().findClass(nameSpace, className));
     if (!host.empty()) {
         result.setHost(host);
     }
@@ -208,7 +208,7 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
     const String className = nameOf(element, "CLASSNAME");
     const CIMClass& cimClass = cimom_.classOf(nameSpace_, className);
     CIMPropertyArray properties;
-    for (const pugi::xml_node child : element.children()) {
+    for (pugi::xml_node child = firstElement(element); child; child = nextElement(child)) {
         if (std::string_view(child.name()).substr(0, 8) == "PROPERTY") {
             const CIMProperty next = property(child, cimClass);
             requireNew(properties, next, "property");
@@ -221,9 +221,10 @@ CIMInstance ObjectReader::instance(pugi::xml_node element) const {
 }
 
 CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimClass) const {
-    const String name = nameOf(element);
-    CIMProperty result = cimom::propertyOf(cimClass, name);
-    result.setValue(value(element, result.getDataType(), result.getQualifiers(), view(name)));
+    const char* const name = element.attribute("NAME").value();
+    const CIMProperty& known = cimom::propertyOf(cimClass, name);
+    CIMProperty result(known);
+    result.setValue(value(element, CIMAccess::dataType(known), CIMAccess::qualifiers(known), name));
     return result;
 }
 

@@ -38,10 +38,9 @@ class ObjectReader {
                              Status mismatch = Status::InvalidParameter) const;
 
   private:
-    OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& nameSpace,
-                                 const OpenWBEM::CIMClass* cimClass) const;
-    OpenWBEM::CIMProperty key(pugi::xml_node parent, const OpenWBEM::String& name,
-                              const OpenWBEM::CIMClass* cimClass) const;
+    OpenWBEM::CIMObjectPath path(pugi::xml_node instanceName, const OpenWBEM::String& className,
+                                 const OpenWBEM::String& nameSpace, const OpenWBEM::CIMClass* cimClass) const;
+    OpenWBEM::CIMProperty key(pugi::xml_node parent, const char* name, const OpenWBEM::CIMClass* cimClass) const;
     OpenWBEM::CIMObjectPath reference(pugi::xml_node valueReference) const;
     OpenWBEM::CIMProperty property(pugi::xml_node element, const OpenWBEM::CIMClass& cimClass) const;
     /// An INSTANCE that stands in a property or parameter: each property plain, without what the class says of it. The

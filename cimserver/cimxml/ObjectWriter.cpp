@@ -66,18 +66,24 @@ void forEachElement(const CIMValue& value, const UseText& use) {
     }
 }
 
-/// Writes at most `limit` elements of an array. False when a scalar has no text: nothing is written then.
-bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
-    if (!value.isArray() && value.getType() < CIMDataType::REFERENCE) {
+/// Writes a value that is not NULL, of an array at most `limit` elements. False when a scalar has no text: nothing is
+/// written then.
+bool writeElements(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
+    const CIMDataType::Type type = value.getType();
+    if (type == CIMDataType::REFERENCE) {
+        writeReferences(writer, value);
+        return true;
+    }
+    if (!value.isArray() && type < CIMDataType::REFERENCE) {
         TextBuffer buffer;
         const auto text = scalarText(value, buffer);
         if (text) {
-            Element(writer, "VALUE").text(*text);
+            writer.element("VALUE", *text);
         }
         return text.has_value();
     }
     if (!value.isArray()) {
-        forEachElement(value, [&](std::optional<std::string_view> text) { Element(writer, "VALUE").text(*text); });
+        forEachElement(value, [&](std::optional<std::string_view> text) { writer.element("VALUE", *text); });
         return true;
     }
     const Element array(writer, "VALUE.ARRAY");
@@ -87,7 +93,7 @@ bool writeTexts(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
         }
         --left;
         if (text) {
-            Element(writer, "VALUE").text(*text);
+            writer.element("VALUE", *text);
         } else {
             Element(writer, "VALUE.NULL");
         }
@@ -153,15 +159,23 @@ void writeEmbeddedObject(XmlWriter& writer, CIMDataType::Type type, const CIMQua
     }
 }
 
+void writeName(Element& element, const CIMName& name) {
+    if (CIMAccess::isIdentifier(name)) {
+        element.plainAttribute("NAME", view(name));
+    } else {
+        element.attribute("NAME", view(name));
+    }
+}
+
 void writePropertyAttributes(XmlWriter& writer, Element& element, const CIMProperty& property, const Shape& shape,
                              const ObjectForm& form) {
     const CIMDataType& declared = CIMAccess::dataType(property);
-    element.attribute("NAME", view(CIMAccess::name(property)));
+    writeName(element, CIMAccess::name(property));
     if (shape.type == CIMDataType::REFERENCE) {
         const String target = declared ? declared.getRefClassName() : String();
         element.attributeIf(!target.empty(), "REFERENCECLASS", view(target));
     } else {
-        element.attribute("TYPE", typeName(shape.type));
+        element.plainAttribute("TYPE", typeName(shape.type));
         if (shape.array && declared && declared.isArrayType() && declared.getSize() > 0) {
             element.attribute("ARRAYSIZE", std::to_string(declared.getSize()));
         }
@@ -200,7 +214,7 @@ void writeQualifier(XmlWriter& writer, const CIMQualifier& qualifier, std::size_
         .attributeIf(qualifier.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED)), "TOSUBCLASS", "false")
         .attributeIf(qualifier.hasFlavor(CIMFlavor(CIMFlavor::TRANSLATE)), "TRANSLATABLE", "true");
     if (value && value.getType() != CIMDataType::REFERENCE) {
-        writeTexts(writer, value, limit);
+        writeElements(writer, value, limit);
     }
 }
 
@@ -279,14 +293,7 @@ void writeScope(XmlWriter& writer, const CIMQualifierType& declaration) {
 } // namespace
 
 bool writeValue(XmlWriter& writer, const CIMValue& value) {
-    if (!value) {
-        return true;
-    }
-    if (value.getType() == CIMDataType::REFERENCE) {
-        writeReferences(writer, value);
-        return true;
-    }
-    return writeTexts(writer, value, kNoLimit);
+    return !value || writeElements(writer, value, kNoLimit);
 }
 
 void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_view owner, const ObjectForm& form) {
@@ -300,7 +307,7 @@ void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_v
     const std::size_t replaced = writer.replaced();
     Element element(writer, propertyElement(shape));
     writePropertyAttributes(writer, element, property, shape, form);
-    if (form.qualifiers) {
+    if (form.qualifiers && !CIMAccess::qualifiers(property).empty()) {
         writeQualifiers(writer, CIMAccess::qualifiers(property), true);
     }
     if (!writeValue(writer, value)) {

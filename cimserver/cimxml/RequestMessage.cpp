@@ -78,6 +78,7 @@ RequestMessage::RequestMessage(std::string_view body, const XmlLimits& limits) :
         throw HttpError(400, "unsupported-operation", "the message is not a request");
     }
     call_ = lastElement(request);
+    name_ = call_.attribute("NAME").value();
     pugi::xml_node path = call_;
     if (isMethodCall()) {
         path = call_.child("LOCALINSTANCEPATH") ? call_.child("LOCALINSTANCEPATH") : call_.child("LOCALCLASSPATH");

@@ -9,11 +9,11 @@
 
 namespace cimserver::cimxml {
 
-/// What the reply repeats of the request.
+/// What the reply repeats of the request; valid as long as its message.
 struct MessageFrame {
-    std::string id;
-    std::string protocolVersion = "1.0";
-    std::string cimVersion = "2.0";
+    std::string_view id;
+    std::string_view protocolVersion = "1.0";
+    std::string_view cimVersion = "2.0";
     std::string dtdVersion = "2.0";
 };
 
@@ -28,7 +28,7 @@ class RequestMessage {
     /// True for a method of a class, false for an operation of the protocol itself.
     bool isMethodCall() const { return std::string_view(call_.name()) == "METHODCALL"; }
     /// Name of the operation or method as sent.
-    std::string_view name() const { return call_.attribute("NAME").value(); }
+    std::string_view name() const { return name_; }
     /// IMETHODCALL or METHODCALL.
     pugi::xml_node call() const { return call_; }
     /// "root/cimv2"
@@ -42,6 +42,7 @@ class RequestMessage {
     XmlDocument document_;
     MessageFrame frame_;
     pugi::xml_node call_;
+    std::string_view name_;
     pugi::xml_node target_;
     std::string nameSpace_;
 };

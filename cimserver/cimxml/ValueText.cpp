@@ -132,7 +132,7 @@ Text format(T value, TextBuffer& buffer) {
 }
 
 Text format(const Bool& value, TextBuffer& /*buffer*/) {
-    return value ? "TRUE" : "FALSE";
+    return value ? std::string_view("TRUE") : std::string_view("FALSE");
 }
 
 /// Half of a surrogate pair becomes bytes that XmlWriter replaces.

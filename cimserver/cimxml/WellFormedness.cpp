@@ -5,12 +5,13 @@
 #include "cimserver/common/Text.hpp"
 #include "cimserver/common/Utf8.hpp"
 
+#include <boost/container/small_vector.hpp>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <iterator>
 #include <string>
-#include <vector>
 
 namespace cimserver::cimxml {
 namespace {
@@ -54,7 +55,7 @@ constexpr std::array<std::uint8_t, 256> kClasses = makeClasses();
 
 class Scanner {
   public:
-    Scanner(std::string_view text, const XmlLimits& limits) : text_(text), limits_(limits) { open_.reserve(16); }
+    Scanner(std::string_view text, const XmlLimits& limits) : text_(text), limits_(limits) {}
 
     void run() {
         skip("\xEF\xBB\xBF");
@@ -418,8 +419,9 @@ class Scanner {
     const XmlLimits& limits_;
     std::size_t at_ = 0;
     std::size_t elements_ = 0;
-    std::vector<std::string_view> open_;       ///< the names of the elements that the position is in
-    std::vector<std::string_view> attributes_; ///< of the present start tag
+    using Names = boost::container::small_vector<std::string_view, 16>;
+    Names open_;       ///< of the elements that the position is in
+    Names attributes_; ///< of the present start tag
 };
 
 } // namespace

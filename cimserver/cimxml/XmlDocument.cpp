@@ -30,7 +30,7 @@ pugi::xml_node lastElement(pugi::xml_node parent) {
 
 std::string textOf(pugi::xml_node element) {
     std::string text;
-    for (const pugi::xml_node child : element.children()) {
+    for (pugi::xml_node child = element.first_child(); child; child = child.next_sibling()) {
         if (child.type() == pugi::node_pcdata || child.type() == pugi::node_cdata) {
             text += child.value();
         }

@@ -89,7 +89,7 @@ void XmlWriter::flush() {
     used_ = 0;
 }
 
-/// Puts what does not fit into the block.
+/// Puts what may not fit into the block.
 void XmlWriter::putThrough(std::string_view part) {
     flush();
     if (part.size() > block_.size()) {

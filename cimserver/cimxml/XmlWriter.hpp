@@ -36,24 +36,29 @@ class XmlWriter {
     void open(std::string_view name) {
         account(name.size());
         endTag();
-        put('<');
-        put(name);
+        put("<", name);
         tagOpen_ = true;
     }
     /// Always writes an end tag: some clients do not accept the short form of an empty element.
     void close(std::string_view name) {
         endTag();
-        put("</");
-        put(name);
-        put('>');
+        put("</", name, ">");
     }
     /// Only right after open. CR, newline and tab become references, because a parser would turn them into blanks.
     void attribute(std::string_view name, std::string_view value) {
-        put(' ');
-        put(name);
-        put("=\"");
+        put(" ", name, "=\"");
         escape(value, true);
-        put('"');
+        put("\"");
+    }
+    /// The same for a value that needs no reference, such as an identifier.
+    void plainAttribute(std::string_view name, std::string_view value) { put(" ", name, "=\"", value, "\""); }
+    /// An element without attributes that holds nothing but character data.
+    void element(std::string_view name, std::string_view data) {
+        account(name.size());
+        endTag();
+        put("<", name, ">");
+        escape(data, false);
+        put("</", name, ">");
     }
     /// Character data: & < > " and CR become references; invalid UTF-8 and characters that XML does not allow become
     /// U+FFFD.
@@ -65,19 +70,26 @@ class XmlWriter {
     std::size_t replaced() const { return replaced_; }
 
   private:
-    void put(char c) { put(std::string_view(&c, 1)); }
-    void put(std::string_view part) {
-        if (part.size() > block_.size() - used_) {
-            return putThrough(part);
+    /// Puts the parts one after the other.
+    template <class... Parts>
+    void put(const Parts&... parts) {
+        if ((std::string_view(parts).size() + ...) > block_.size() - used_) {
+            (putThrough(parts), ...);
+            return;
         }
-        std::memcpy(block_.data() + used_, part.data(), part.size());
-        used_ += part.size();
+        char* end = block_.data() + used_;
+        ((end = copied(parts, end)), ...);
+        used_ = static_cast<std::size_t>(end - block_.data());
+    }
+    static char* copied(std::string_view part, char* to) {
+        std::memcpy(to, part.data(), part.size());
+        return to + part.size();
     }
     void putThrough(std::string_view part);
     void flush();
     void endTag() {
         if (tagOpen_) {
-            put('>');
+            put(">");
             tagOpen_ = false;
         }
     }
@@ -119,6 +131,10 @@ class Element {
     /// Written only when `condition` holds.
     Element& attributeIf(bool condition, std::string_view name, std::string_view value) {
         return condition ? attribute(name, value) : *this;
+    }
+    Element& plainAttribute(std::string_view name, std::string_view value) {
+        writer_.plainAttribute(name, value);
+        return *this;
     }
     Element& text(std::string_view data) {
         writer_.characters(data);

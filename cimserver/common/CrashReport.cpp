@@ -108,6 +108,12 @@ struct Entry {
 };
 
 std::array<Entry, kTasks> tasks;
+
+char printable(char c) {
+    const auto byte = static_cast<unsigned char>(c);
+    return (byte < 0x20 && byte != '\0') || byte == 0x7F ? '?' : c;
+}
+
 thread_local std::size_t current = kTasks; ///< the calling thread's entry
 
 void writeCause(int number, const siginfo_t& info) {
@@ -120,7 +126,9 @@ void writeCause(int number, const siginfo_t& info) {
            mine ? "in a request" : "outside of the requests");
     for (std::size_t i = 0; i < kTasks; ++i) {
         if (mine ? i == current : tasks[i].used.load()) {
-            report("under way: %s", tasks[i].text.data());
+            char text[kTaskBytes];
+            std::transform(tasks[i].text.begin(), tasks[i].text.end(), text, printable);
+            report("under way: %s", text);
         }
     }
 }
@@ -173,13 +181,12 @@ Task::Task(std::initializer_list<std::string_view> words) : entry_(0), outer_(cu
     if (entry_ == kTasks) {
         return;
     }
-    auto* to = tasks[entry_].text.begin();
-    const auto* const end = tasks[entry_].text.end() - 1;
+    auto* to = tasks[entry_].text.data();
+    std::size_t room = kTaskBytes - 1;
     for (const auto word : words) {
-        for (std::size_t i = 0; i < word.size() && to != end; ++i) {
-            const auto byte = static_cast<unsigned char>(word[i]);
-            *to++ = byte < 0x20 || byte == 0x7F ? '?' : word[i];
-        }
+        const std::size_t size = word.copy(to, room);
+        to += size;
+        room -= size;
     }
     *to = '\0';
     current = entry_;

@@ -22,8 +22,12 @@ bool equalLower(char a, char b) {
 }
 
 std::size_t findIgnoringCase(std::string_view text, std::string_view part) {
-    const auto found = std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower);
-    return found == text.end() ? std::string_view::npos : static_cast<std::size_t>(found - text.begin());
+    for (std::size_t at = 0; !part.empty() && at + part.size() <= text.size(); ++at) {
+        if (equalLower(text[at], part.front()) && equalsIgnoringCase(text.substr(at, part.size()), part)) {
+            return at;
+        }
+    }
+    return part.empty() ? 0 : std::string_view::npos;
 }
 
 /// Replaces what stands before the last `at` of the authority after each `scheme`. An authority ends at a `slash` or at
@@ -47,17 +51,18 @@ std::string withoutUserInfo(std::string_view text, std::string_view scheme, std:
 
 } // namespace
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b) {
-    return a.size() == b.size() && std::equal(a.begin(), a.end(), b.begin(), equalLower);
+bool sameIgnoringCase(std::string_view a, std::string_view b) {
+    return a == b || std::equal(a.begin(), a.end(), b.begin(), equalLower);
 }
 
 bool LessIgnoringCase::operator()(std::string_view a, std::string_view b) const {
-    const auto [x, y] = std::mismatch(a.begin(), a.end(), b.begin(), b.end(), equalLower);
-    return y != b.end() && (x == a.end() || lower(*x) < lower(*y));
+    const auto end = a.begin() + std::min(a.size(), b.size());
+    const auto [x, y] = std::mismatch(a.begin(), end, b.begin(), equalLower);
+    return x == end ? a.size() < b.size() : lower(*x) < lower(*y);
 }
 
 bool containsIgnoringCase(std::string_view text, std::string_view part) {
-    return std::search(text.begin(), text.end(), part.begin(), part.end(), equalLower) != text.end();
+    return findIgnoringCase(text, part) != std::string_view::npos;
 }
 
 std::string folded(std::string_view text) {
@@ -67,11 +72,14 @@ std::string folded(std::string_view text) {
 }
 
 std::string_view trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos) {
-        return {};
+    const auto isBlank = [](char c) { return c == ' ' || c == '\t'; };
+    while (!text.empty() && isBlank(text.front())) {
+        text.remove_prefix(1);
     }
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    while (!text.empty() && isBlank(text.back())) {
+        text.remove_suffix(1);
+    }
+    return text;
 }
 
 std::vector<std::string_view> split(std::string_view text, char separator) {

@@ -8,7 +8,12 @@
 
 namespace cimserver {
 
-bool equalsIgnoringCase(std::string_view a, std::string_view b);
+/// For texts of one length.
+bool sameIgnoringCase(std::string_view a, std::string_view b);
+
+inline bool equalsIgnoringCase(std::string_view a, std::string_view b) {
+    return a.size() == b.size() && sameIgnoringCase(a, b);
+}
 
 /// Orders texts ignoring case; look-ups need no std::string.
 struct LessIgnoringCase {

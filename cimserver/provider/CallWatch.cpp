@@ -6,9 +6,16 @@
 
 namespace cimserver::provider {
 
-CallWatch::Ticket::Ticket(CallWatch& watch, std::string what) : watch_(&watch) {
+using OpenWBEM::IntrusiveReference;
+
+std::string CallWatch::Call::described() const {
+    return phase + environment->described();
+}
+
+CallWatch::Ticket::Ticket(CallWatch& watch, IntrusiveReference<const Environment> environment, const char* phase)
+    : watch_(&watch) {
     const std::lock_guard lock(watch.mutex_);
-    call_ = watch.calls_.insert(watch.calls_.end(), Call{std::move(what), Clock::now()});
+    call_ = watch.calls_.insert(watch.calls_.end(), Call{phase, std::move(environment), Clock::now()});
 }
 
 CallWatch::Ticket::Ticket(Ticket&& other) noexcept : watch_(std::exchange(other.watch_, nullptr)), call_(other.call_) {}
@@ -17,13 +24,15 @@ CallWatch::Ticket::~Ticket() {
     if (watch_ == nullptr) {
         return;
     }
+    std::list<Call> ended; // outlives the lock: the environment may hold what a provider made
     const std::lock_guard lock(watch_->mutex_);
+    ended.splice(ended.end(), watch_->calls_, call_);
     if (call_->slow) {
         --watch_->slow_;
         const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(Clock::now() - call_->begun).count();
-        log::write(log::Level::Info, "provider", call_->what + " has ended after " + std::to_string(seconds) + " s");
+        log::write(log::Level::Info, "provider",
+                   call_->described() + " has ended after " + std::to_string(seconds) + " s");
     }
-    watch_->calls_.erase(call_);
 }
 
 void CallWatch::inspect(Clock::time_point now) {
@@ -33,7 +42,7 @@ void CallWatch::inspect(Clock::time_point now) {
             call.slow = true;
             ++slow_;
             log::write(log::Level::Warning, "provider",
-                       call.what + " has been running for more than " + std::to_string(limit_.count()) + " ms");
+                       call.described() + " has been running for more than " + std::to_string(limit_.count()) + " ms");
         }
     }
 }

@@ -1,6 +1,10 @@
 // The provider calls under way, and which of them take long.
 #pragma once
 
+#include "cimserver/provider/Environment.hpp"
+
+#include "OW_IntrusiveReference.hpp"
+
 #include <atomic>
 #include <chrono>
 #include <list>
@@ -14,15 +18,20 @@ class CallWatch {
   public:
     using Clock = std::chrono::steady_clock;
     struct Call {
-        std::string what; ///< operation, class, user and provider, for the log
+        const char* phase;
+        OpenWBEM::IntrusiveReference<const Environment> environment;
         Clock::time_point begun;
         bool slow = false;
+
+        /// Phase, operation, class, user and provider, for the log.
+        std::string described() const;
     };
 
     /// One call, as long as it lives.
     class Ticket {
       public:
-        Ticket(CallWatch& watch, std::string what);
+        /// `phase` stands before the call in the log; it must outlive the ticket.
+        Ticket(CallWatch& watch, OpenWBEM::IntrusiveReference<const Environment> environment, const char* phase = "");
         Ticket(Ticket&& other) noexcept;
         Ticket& operator=(Ticket&&) = delete;
         ~Ticket();

@@ -57,10 +57,10 @@ Environment::Environment(CallOrigin origin, std::string component, std::shared_p
 }
 
 CIMOMHandleIFCRef Environment::getCIMOMHandle() const {
-    if (!origin_.makeHandle) {
+    if (!origin_.handles) {
         throw CimError(Status::NotSupported, "No CIMOM handle is available here");
     }
-    return origin_.makeHandle();
+    return origin_.handles->makeHandle();
 }
 
 CIMOMHandleIFCRef Environment::getRepositoryCIMOMHandle() const {
@@ -90,6 +90,11 @@ String Environment::getUserName() const {
 
 OperationContext& Environment::getOperationContext() {
     return *origin_.operation;
+}
+
+std::string Environment::described() const {
+    return origin_.described() + " for user '" + origin_.user + "' in provider " +
+           component_.substr(component_.find('.') + 1);
 }
 
 } // namespace cimserver::provider

@@ -1,7 +1,7 @@
 // What a provider sees of the server during a call.
 #pragma once
 
-#include "cimserver/provider/ProviderCall.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 
 #include "OW_ProviderEnvironmentIFC.hpp"
 
@@ -17,7 +17,7 @@ using ConfigItems = std::map<std::string, std::string>;
 /// CIMOM handle until the server ends.
 class Environment : public OpenWBEM::ProviderEnvironmentIFC {
   public:
-    /// `component` names the provider in the log.
+    /// `component` names the provider in the log: "provider.ID".
     Environment(CallOrigin origin, std::string component, std::shared_ptr<const ConfigItems> config);
 
     OpenWBEM::CIMOMHandleIFCRef getCIMOMHandle() const override;
@@ -30,6 +30,9 @@ class Environment : public OpenWBEM::ProviderEnvironmentIFC {
     OpenWBEM::String getConfigItem(const OpenWBEM::String& name, const OpenWBEM::String& defRetVal = "") const override;
     OpenWBEM::String getUserName() const override;
     OpenWBEM::OperationContext& getOperationContext() override;
+
+    /// Operation, class, user and provider, for the log.
+    std::string described() const;
 
   private:
     CallOrigin origin_;

@@ -5,28 +5,13 @@
 #include "cimserver/provider/CallWatch.hpp"
 #include "cimserver/provider/Gate.hpp"
 
-#include "OW_CIMOMHandleIFC.hpp"
 #include "OW_CppAssociatorProviderIFC.hpp"
 #include "OW_CppInstanceProviderIFC.hpp"
 #include "OW_CppMethodProviderIFC.hpp"
 #include "OW_CppSecondaryInstanceProviderIFC.hpp"
-#include "OW_OperationContext.hpp"
 #include "OW_ProviderEnvironmentIFC.hpp"
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-
 namespace cimserver::provider {
-
-/// For whom a call is made; the provider's environment answers from it.
-struct CallOrigin {
-    std::string user; ///< empty without authentication
-    std::string what; ///< operation and class, for the log
-    std::shared_ptr<OpenWBEM::OperationContext> operation;
-    std::function<OpenWBEM::CIMOMHandleIFCRef()> makeHandle; ///< makes the handle by which providers call the server
-};
 
 /// Is inside the provider's gate until it is destroyed; the thread is no worker meanwhile. The interface pointers
 /// belong to the provider and are null when it does not implement the interface.

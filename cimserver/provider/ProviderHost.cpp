@@ -4,6 +4,7 @@
 #include "cimserver/common/CrashReport.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Workers.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/CallWatch.hpp"
 #include "cimserver/provider/Environment.hpp"
 #include "cimserver/provider/Gate.hpp"
@@ -34,7 +35,8 @@ namespace {
 class ProviderHost::Slot {
   public:
     Slot(std::string id, Sharing sharing, const GateLimits& limits, Factory builtIn)
-        : starting(Sharing::None, limits), gate(sharing, limits), id_(std::move(id)), builtIn_(std::move(builtIn)) {}
+        : component("provider." + id), starting(Sharing::None, limits), gate(sharing, limits), id_(std::move(id)),
+          builtIn_(std::move(builtIn)) {}
 
     bool ready() const { return ready_; }
     CppProviderBaseIFC& provider() const { return *provider_; }
@@ -45,6 +47,7 @@ class ProviderHost::Slot {
     bool loaded() const { return builtIn_ || module_; }
     void adopt(std::unique_ptr<Module> module) { module_ = std::move(module); }
 
+    const std::string component; ///< in the log
     Gate starting;
     Gate gate;
 
@@ -242,18 +245,15 @@ bool ProviderHost::isInitialized(const std::string& id) const {
 
 ProviderCall ProviderHost::enter(const std::string& id, Access access, const CallOrigin& origin) {
     Slot& slot = impl_->slot(id);
-    const ProviderEnvironmentIFCRef env(new Environment(origin, "provider." + id, impl_->config));
-    const auto ticket = [&](const std::string& what) {
-        return CallWatch::Ticket(impl_->watch, what + " for user '" + origin.user + "' in provider " + id);
-    };
+    const IntrusiveReference<Environment> env(new Environment(origin, slot.component, impl_->config));
     if (!slot.ready()) {
         const Gate::Pass alone = impl_->admit(id, slot.starting, Access::Write);
         const Workers::Aside aside;
-        const auto watched = ticket("initialization by " + origin.what);
+        const CallWatch::Ticket watched(impl_->watch, env, "initialization by ");
         slot.start(impl_->settings.folders, env);
     }
     auto pass = impl_->admit(id, slot.gate, access);
-    return ProviderCall(std::move(pass), ticket(origin.what), slot.provider(), env);
+    return ProviderCall(std::move(pass), CallWatch::Ticket(impl_->watch, env), slot.provider(), env);
 }
 
 void ProviderHost::run(const std::shared_ptr<Job>& job) {

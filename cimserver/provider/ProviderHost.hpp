@@ -3,6 +3,7 @@
 #pragma once
 
 #include "cimserver/provider/Attempt.hpp"
+#include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/Gate.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 

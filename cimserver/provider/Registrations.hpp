@@ -53,7 +53,8 @@ std::string idOfQualifier(const OpenWBEM::CIMQualifier& qualifier);
 /// The same for a class or method.
 template <class Element>
 std::string idOfQualifier(const Element& element) {
-    return idOfQualifier(element.getQualifier(OpenWBEM::CIMQualifier::CIM_QUAL_PROVIDER));
+    static const OpenWBEM::CIMName kProvider(OpenWBEM::CIMQualifier::CIM_QUAL_PROVIDER);
+    return idOfQualifier(element.getQualifier(kProvider));
 }
 
 } // namespace cimserver::provider

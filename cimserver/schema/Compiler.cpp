@@ -71,7 +71,7 @@ void Compiler::enterNamespace(const std::string& name, const Location& location)
     const auto alias = aliases_.find(local);
     current_ = &target_[alias == aliases_.end() ? local : alias->second];
     if (current_->name.empty()) {
-        current_->name = local;
+        current_->name = local.c_str();
     }
 }
 

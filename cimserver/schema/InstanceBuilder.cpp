@@ -34,9 +34,9 @@ CIMObjectPath completeReference(const CIMObjectPath& written, const Namespace& n
                                 const Location& location) {
     CIMObjectPath path(written);
     if (path.getNameSpace().empty()) {
-        path.setNameSpace(ns.name.c_str());
+        path.setNameSpace(ns.name);
     }
-    if (!written.getFullNameSpace().isLocal() || !equalsIgnoringCase(path.getNameSpace().c_str(), ns.name)) {
+    if (!written.getFullNameSpace().isLocal() || !equalsIgnoringCase(path.getNameSpace().c_str(), ns.name.c_str())) {
         return path;
     }
     const CIMClass* const target = ns.findClass(path.getClassName().c_str());
@@ -86,7 +86,7 @@ const CIMObjectPath& InstanceBuilder::build(Item& item) {
                                item.declaration.className + "\" has no value");
         }
     }
-    item.path = CIMObjectPath(CIMName(cimClass.getName()), keys).setNameSpace(item.ns->name.c_str());
+    item.path = CIMObjectPath(CIMName(cimClass.getName()), keys).setNameSpace(item.ns->name);
     const std::string shown = item.path->modelPath().c_str();
     if (shown.size() > kLongestPath) {
         fail(location, "the keys are longer than " + std::to_string(kLongestPath) + " bytes");

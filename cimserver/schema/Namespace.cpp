@@ -44,7 +44,7 @@ std::string Namespace::instanceKey(const CIMObjectPath& path) const {
             reference ? instanceKey(value.toCIMObjectPath()) : std::string(value.toString().c_str());
     }
     const std::string where = folded(withoutSlashes(trimmed(path.getNameSpace().c_str())));
-    std::string text = (where == folded(name) ? "" : where) + ":" + folded(path.getClassName().c_str());
+    std::string text = (where == folded(name.c_str()) ? "" : where) + ":" + folded(path.getClassName().c_str());
     for (const auto& [keyName, value] : keys) {
         text.append(".").append(keyName).append("=").append(std::to_string(value.size())).append(":").append(value);
     }

@@ -20,7 +20,7 @@ struct Namespace {
     using ClassPointer = std::shared_ptr<const OpenWBEM::CIMClass>;
     using InstancePointer = std::shared_ptr<const OpenWBEM::CIMInstance>;
 
-    std::string name;
+    OpenWBEM::String name;
     NameMap<std::shared_ptr<const OpenWBEM::CIMQualifierType>> qualifiers;
     NameMap<ClassPointer> classes;
     NameMap<std::vector<ClassPointer>> children;       ///< by superclass; "" holds the top classes

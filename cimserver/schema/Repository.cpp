@@ -47,7 +47,7 @@ bool Repository::hasNamespace(const String& ns) const {
 std::vector<String> Repository::namespaces() const {
     std::vector<String> names;
     for (const auto& [key, ns] : impl_->namespaces) {
-        names.emplace_back(ns.name.c_str());
+        names.push_back(ns.name);
     }
     return names;
 }
@@ -62,7 +62,7 @@ std::vector<String> Repository::aliases() const {
 
 String Repository::canonicalNamespace(const String& ns) const {
     const Namespace* const found = impl_->find(ns);
-    return found == nullptr ? String() : String(found->name.c_str());
+    return found == nullptr ? String() : found->name;
 }
 
 const CIMClass* Repository::findClass(const String& ns, const String& name) const {

@@ -56,17 +56,17 @@ class Array {
     Array(InputIterator first, InputIterator last);
 
     iterator begin() { return writable().begin(); }
-    const_iterator begin() const { return readable().begin(); }
+    const_iterator begin() const { return impl_ ? impl_.getPtr()->v.begin() : const_iterator(); }
     iterator end() { return writable().end(); }
-    const_iterator end() const { return readable().end(); }
+    const_iterator end() const { return impl_ ? impl_.getPtr()->v.end() : const_iterator(); }
     reverse_iterator rbegin() { return writable().rbegin(); }
     const_reverse_iterator rbegin() const { return readable().rbegin(); }
     reverse_iterator rend() { return writable().rend(); }
     const_reverse_iterator rend() const { return readable().rend(); }
-    size_type size() const { return readable().size(); }
+    size_type size() const { return impl_ ? impl_.getPtr()->v.size() : 0; }
     size_type max_size() const { return readable().max_size(); }
     size_type capacity() const { return readable().capacity(); }
-    bool empty() const { return readable().empty(); }
+    bool empty() const { return size() == 0; }
     void reserve(size_type n) { writable().reserve(n); }
 
     /// Element n; throws OutOfBoundsException if there is none.

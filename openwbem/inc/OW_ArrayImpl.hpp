@@ -10,7 +10,7 @@ namespace OpenWBEM {
 template <class T>
 inline const typename Array<T>::V& Array<T>::readable() const {
     static const V none;
-    return impl_ ? impl_->v : none;
+    return impl_ ? impl_.getPtr()->v : none;
 }
 template <class T>
 inline typename Array<T>::V& Array<T>::writable() {

@@ -12,6 +12,8 @@ namespace OpenWBEM {
 class OW_COMMON_API CIMAccess {
   public:
     static const String& text(const CIMName& name);
+    /// True when the name has only ASCII letters, digits and underscores. May be false for such a name, too.
+    static bool isIdentifier(const CIMName& name);
 
     static const CIMName& name(const CIMProperty& property);
     static const CIMName& name(const CIMQualifier& qualifier);
@@ -30,6 +32,7 @@ class OW_COMMON_API CIMAccess {
 
     /// The property of that name; null if there is none.
     static const CIMProperty* find(const CIMPropertyArray& properties, const CIMName& name);
+    static const CIMProperty* find(const CIMPropertyArray& properties, const char* name);
 };
 
 } // namespace OpenWBEM

@@ -51,8 +51,8 @@ class OW_COMMON_API CIMName : public SerializableIFC {
 
   private:
     String name_;
-    /// Of the name in lower-case letters; 0 for a name that is not ASCII. Names with different hashes differ, unless
-    /// one hash is 0.
+    /// Of the name in lower-case letters; 0 for a name that is no identifier. Names with different hashes differ,
+    /// unless one hash is 0.
     UInt32 hash_;
 };
 

@@ -13,15 +13,21 @@ namespace {
 
 constexpr UInt32 kHashOfNothing = 2166136261u;
 
-/// The FNV-1a hash of an ASCII name in lower case; 0 for any other name, whose lower case can differ in length and in
-/// bytes.
+bool isWordCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9') || c == '_';
+}
+
+/// The FNV-1a hash of an identifier in lower case. 0 for any other name: the lower case of one that is not ASCII can
+/// differ in length and in bytes.
 UInt32 hashOf(const String& name) {
     UInt32 hash = kHashOfNothing;
-    for (const char* p = name.c_str(); *p; ++p) {
-        if (!isASCII(*p)) {
+    const char* const end = name.c_str() + name.length();
+    for (const char* p = name.c_str(); p != end; ++p) {
+        const char c = toLowerASCII(*p);
+        if (!isWordCharacter(c)) {
             return 0;
         }
-        hash = (hash ^ static_cast<unsigned char>(toLowerASCII(*p))) * 16777619u;
+        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
     }
     return hash;
 }
@@ -44,6 +50,10 @@ CIMName& CIMName::operator=(const char* name) {
 
 const String& CIMAccess::text(const CIMName& name) {
     return name.name_;
+}
+
+bool CIMAccess::isIdentifier(const CIMName& name) {
+    return name.hash_ != 0;
 }
 
 String CIMName::toString() const {

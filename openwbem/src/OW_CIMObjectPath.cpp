@@ -138,7 +138,9 @@ String CIMObjectPath::getNameSpace() const {
 }
 
 CIMObjectPath& CIMObjectPath::setNameSpace(const String& ns) {
-    data_->nameSpace.setNameSpace(ns);
+    if (!getNameSpace().equals(ns)) {
+        data_->nameSpace.setNameSpace(ns);
+    }
     return *this;
 }
 

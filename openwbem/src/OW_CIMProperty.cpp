@@ -23,7 +23,8 @@ struct CIMProperty::Data : public ModelData<CIMProperty::Data> {
     bool propagated = false;
 
     Data() = default;
-    Data(const CIMName& n, const CIMDataType& type, const CIMValue& v) : name(n), dataType(type), value(v) {}
+    Data(const CIMName& n, const CIMDataType& type) : name(n), dataType(type) {}
+    Data(const CIMName& n, const CIMValue& v) : name(n), dataType(v.getCIMDataType()), value(v) {}
 
     template <class Self>
     static auto fields(Self& self) {
@@ -48,15 +49,19 @@ const CIMProperty* CIMAccess::find(const CIMPropertyArray& properties, const CIM
     const size_t i = indexOfName(properties, name);
     return i < properties.size() ? &properties[i] : nullptr;
 }
+const CIMProperty* CIMAccess::find(const CIMPropertyArray& properties, const char* name) {
+    const auto found = std::find_if(properties.begin(), properties.end(), [name](const CIMProperty& one) {
+        return text(CIMAccess::name(one)).equalsIgnoreCase(name);
+    });
+    return found != properties.end() ? &*found : nullptr;
+}
 
 CIMProperty::CIMProperty() : data_(sharedDefault<Data>()) {}
 CIMProperty::CIMProperty(CIMNULL_t) {}
 CIMProperty::CIMProperty(const CIMName& name) : CIMProperty(name, CIMDataType()) {}
 CIMProperty::CIMProperty(const char* name) : CIMProperty(CIMName(name)) {}
-CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value)
-    : data_(new Data(name, value.getCIMDataType(), value)) {}
-CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType)
-    : data_(new Data(name, dataType, CIMValue(CIMNULL))) {}
+CIMProperty::CIMProperty(const CIMName& name, const CIMValue& value) : data_(new Data(name, value)) {}
+CIMProperty::CIMProperty(const CIMName& name, const CIMDataType& dataType) : data_(new Data(name, dataType)) {}
 CIMProperty::CIMProperty(const CIMProperty& other) = default;
 CIMProperty::~CIMProperty() = default;
 CIMProperty& CIMProperty::operator=(const CIMProperty& other) = default;

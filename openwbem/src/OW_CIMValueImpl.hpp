@@ -61,7 +61,9 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
     }
 
     bool isArray() const { return storage.index() >= kScalarKinds; }
-    CIMDataType::Type type() const { return kValueKinds[storage.index() % kScalarKinds].type; }
+    CIMDataType::Type type() const {
+        return kValueKinds[isArray() ? storage.index() - kScalarKinds : storage.index()].type;
+    }
 
     /// The value as exactly a T, or for a scalar sint64 as any number; throws ValueCastException otherwise.
     template <class T>

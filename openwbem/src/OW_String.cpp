@@ -119,7 +119,7 @@ String& String::erase() {
 }
 
 String& String::erase(size_t idx, size_t len) {
-    if (idx < length()) {
+    if (idx < length() && len != 0) {
         writable().text.erase(idx, len);
     }
     return *this;

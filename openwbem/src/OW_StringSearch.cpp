@@ -55,7 +55,7 @@ bool String::equalsIgnoreCase(const String& arg) const {
 }
 
 bool String::equalsIgnoreCase(const char* arg) const {
-    return compareToIgnoreCase(arg) == 0;
+    return equals(arg) || compareToIgnoreCase(arg) == 0;
 }
 
 bool String::startsWith(const char* arg, EIgnoreCaseFlag ignoreCase) const {

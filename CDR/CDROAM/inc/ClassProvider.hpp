@@ -181,6 +181,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         OpenWBEM::CIMPropertyArray properties;
         OpenWBEM::CIMPropertyArray keys;
         properties.reserve(definition().properties.size());
+        keys.reserve(kKeys);
         for (const PropertyRow<Managed>& row : definition().properties) {
             OpenWBEM::CIMValue value(OpenWBEM::CIMNULL);
             QualifierArray qualifiers;

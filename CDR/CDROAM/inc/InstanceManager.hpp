@@ -46,7 +46,7 @@ class InstanceManagerOf<Factory, Object, std::index_sequence<keys...>> : public 
     virtual void remove(Object* object) { table_.remove(object->compositeKey()); }
     /// The object with these keys, which are compared as one concatenated text. Throws CFG_NoInstance when there is
     /// none.
-    virtual Object* get(KeyText<keys>... values) { return table_.get((std::string() + ... + values)); }
+    virtual Object* get(KeyText<keys>... values) { return table_.get(concatenated(values...)); }
 
     // One iteration at a time, in byte-wise key order: startIteration, next while hasNext, endIteration.
     virtual void startIteration() { table_.startIteration(); }
@@ -56,6 +56,16 @@ class InstanceManagerOf<Factory, Object, std::index_sequence<keys...>> : public 
     virtual void endIteration() { table_.endIteration(); }
 
   private:
+    static const std::string& concatenated(const std::string& only) { return only; }
+    template <class... Others>
+    static std::string concatenated(const std::string& first, const Others&... others) {
+        std::string all;
+        all.reserve((first.size() + ... + others.size()));
+        all += first;
+        (all += ... += others);
+        return all;
+    }
+
     InstanceTable<Object> table_;
 };
 

@@ -20,7 +20,9 @@ RegistryStore* processRegistry() {
 }
 
 bool registryFileExists() {
-    return settings().stateDirectory && access((*settings().stateDirectory + "/registry.mdb").c_str(), F_OK) == 0;
+    const auto& directory = settings().stateDirectory;
+    static const auto* const path = new std::string(directory ? *directory + "/registry.mdb" : "");
+    return access(path->c_str(), F_OK) == 0;
 }
 
 } // namespace zpo

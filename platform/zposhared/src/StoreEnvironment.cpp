@@ -12,7 +12,6 @@
 namespace zpo {
 namespace {
 
-constexpr unsigned kMaxReaders = 1024; // threads of all processes that read at once
 // At least what LMDB needs for that: 64 bytes per reader and 128 of its own. The rest gives more places.
 constexpr off_t kLockFileBytes = off_t{kMaxReaders} * 64 + 4096;
 constexpr int kHeadAttempts = 20;
@@ -38,9 +37,9 @@ std::uint32_t allocateLockFile(const std::string& path) {
 }
 
 // 0 when there is none: on a read-only file system.
-ino_t inodeOfReaders(const std::string& path) {
+ino_t inodeAt(const std::string& readersPath) {
     struct stat status {};
-    return stat((path + "-lock").c_str(), &status) == 0 ? status.st_ino : 0;
+    return stat(readersPath.c_str(), &status) == 0 ? status.st_ino : 0;
 }
 
 std::uint32_t ensureParent(const std::string& path) {
@@ -106,7 +105,7 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
     }
     std::unique_ptr<StoreEnvironment> store(new StoreEnvironment);
     store->path_ = path;
-    store->idle_.reserve(kMaxReaders); // so that a transaction's end cannot fail
+    store->readersPath_ = path + "-lock";
     status = store->openMap(mapBytes, 0);
     if (status == ZPO_REG_NO_ACCESS || status == ZPO_REG_NOT_WRITABLE) {
         store->readOnly_ = true;
@@ -125,9 +124,7 @@ std::uint32_t StoreEnvironment::open(const std::string& path, std::size_t mapByt
 }
 
 StoreEnvironment::~StoreEnvironment() {
-    for (MDB_txn* const transaction : idle_) {
-        mdb_txn_abort(transaction);
-    }
+    idle_.consume_all(mdb_txn_abort);
     mdb_env_close(env_);
 }
 
@@ -185,7 +182,7 @@ std::uint32_t StoreEnvironment::rememberFile() {
     device_ = status.st_dev;
     inode_ = status.st_ino;
     size_ = status.st_size;
-    readersInode_ = inodeOfReaders(path_);
+    readersInode_ = inodeAt(readersPath_);
     return ZPO_OK;
 }
 
@@ -197,15 +194,8 @@ void StoreEnvironment::keepName() {
 }
 
 ReadTransaction::ReadTransaction(StoreEnvironment& store, int& error) : store_(store) {
-    {
-        const std::lock_guard<std::mutex> lock(store_.idleMutex_);
-        if (!store_.idle_.empty()) {
-            transaction_ = store_.idle_.back();
-            store_.idle_.pop_back();
-        }
-    }
-    error = transaction_ != nullptr ? mdb_txn_renew(transaction_)
-                                    : mdb_txn_begin(store_.env_, nullptr, MDB_RDONLY, &transaction_);
+    error = store_.idle_.pop(transaction_) ? mdb_txn_renew(transaction_)
+                                           : mdb_txn_begin(store_.env_, nullptr, MDB_RDONLY, &transaction_);
     if (error != 0) {
         mdb_txn_abort(transaction_); // null is allowed
         transaction_ = nullptr;
@@ -217,14 +207,15 @@ ReadTransaction::~ReadTransaction() {
         return;
     }
     mdb_txn_reset(transaction_);
-    const std::lock_guard<std::mutex> lock(store_.idleMutex_);
-    store_.idle_.push_back(transaction_);
+    if (!store_.idle_.push(transaction_)) {
+        mdb_txn_abort(transaction_);
+    }
 }
 
 bool StoreEnvironment::isCurrent() const {
     struct stat status {};
     return stat(path_.c_str(), &status) == 0 && status.st_dev == device_ && status.st_ino == inode_ &&
-           status.st_size >= size_ && inodeOfReaders(path_) == readersInode_;
+           status.st_size >= size_ && inodeAt(readersPath_) == readersInode_;
 }
 
 } // namespace zpo

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <boost/lockfree/stack.hpp>
 #include <cstdint>
 #include <lmdb.h>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <sys/types.h>
-#include <vector>
 
 namespace zpo {
+
+constexpr unsigned kMaxReaders = 1024; ///< threads of all processes that read at once
 
 /// The status of ZpoShared.h for an LMDB or system error code.
 std::uint32_t statusOfError(int error);
@@ -48,12 +49,13 @@ class StoreEnvironment {
     bool readOnly_ = false;
     bool nameKept_ = false;
     std::string path_;
+    std::string readersPath_;
     dev_t device_ = 0;
     ino_t inode_ = 0;
     ino_t readersInode_ = 0;
     off_t size_ = 0;
-    std::mutex idleMutex_;
-    std::vector<MDB_txn*> idle_; ///< read transactions that have been reset, for the next readers
+    /// Read transactions that have been reset, for the next readers.
+    boost::lockfree::stack<MDB_txn*, boost::lockfree::capacity<kMaxReaders>> idle_;
 };
 
 /// A view of the store as it is now, for one thread. Ended ones are kept and begun again, which neither allocates nor

@@ -276,7 +276,8 @@ TEST(Calls, ThatTakeLongAreCountedAndLoggedOnce) {
     host.addBuiltIn("Stuck", [] { return new Scripted(nullptr); });
     CallOrigin origin;
     origin.user = "otto";
-    origin.what = "GetInstance of C";
+    origin.what = "GetInstance";
+    origin.className = "C";
     {
         const ProviderCall call = host.enter("Stuck", Access::Read, origin);
         for (const auto hours : {0, 1, 2}) {
@@ -285,7 +286,7 @@ TEST(Calls, ThatTakeLongAreCountedAndLoggedOnce) {
         }
     }
     EXPECT_EQ(host.slowCalls(), 0U);
-    const std::string call = "GetInstance of C for user 'otto' in provider Stuck has ";
+    const std::string call = "\"GetInstance\" of C for user 'otto' in provider Stuck has ";
     EXPECT_EQ(support::countOf(call + "been running for more than 30000 ms", support::contentOf(dir / "log")), 1U);
     EXPECT_EQ(support::countOf(call + "ended after", support::contentOf(dir / "log")), 1U);
 }
