@@ -1,5 +1,6 @@
 // Addresses and times: what is read from texts.
 #include "Address.hpp"
+#include "Console.hpp"
 #include "Failure.hpp"
 #include "HostKeys.hpp"
 #include "PushSettings.hpp"
@@ -11,6 +12,7 @@
 #include "Text.hpp"
 
 #include <cstring>
+#include <pty.h>
 
 namespace {
 
@@ -102,6 +104,31 @@ TEST(LocalFile, IsNotSentWhileItChanges) {
     std::filesystem::create_symlink("/etc/passwd", dir / "a.csv");
     EXPECT_FALSE(file.isUnchanged());
     EXPECT_THROW(file.open(), Failure);
+}
+
+/// What the console draws first on a terminal.
+std::string drawn(bool waited, std::uint64_t sent, std::uint64_t size) {
+    int ends[2];
+    EXPECT_EQ(0, openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
+    const int kept = dup(2);
+    dup2(ends[1], 2);
+    Console(waited, false).progress(std::string(40, 'n'), sent, size);
+    (void)!write(2, ".", 1);
+    dup2(kept, 2);
+    char text[256];
+    const ssize_t count = read(ends[0], text, sizeof text);
+    for (const int fd : {ends[0], ends[1], kept}) {
+        close(fd);
+    }
+    return {text, static_cast<std::size_t>(count)};
+}
+
+TEST(Console, DrawsHowMuchIsSent) {
+    const std::string name = "\r" + std::string(32, 'n') + " [";
+    EXPECT_EQ(name + std::string(7, '#') + std::string(23, ' ') + "]  25 %       0 kB/s.", drawn(true, 1, 4));
+    EXPECT_EQ(name + std::string(30, '#') + "] 100 %       0 kB/s.", drawn(true, 0, 0));
+    EXPECT_EQ(name + std::string(30, '#') + "] 150 %       0 kB/s.", drawn(true, 3, 2)) << "it has become shorter";
+    EXPECT_EQ(".", drawn(false, 1, 4));
 }
 
 struct Firing {
