@@ -113,6 +113,9 @@ void writeRefused(std::ostream& out, const Outcome& outcome, const CimFault& fau
 /// first that is not stored. Null when all are.
 const Outcome* refusedOf(const std::vector<Outcome>& outcomes, const CimFault* fault) {
     const Outcome* first = nullptr;
+    if (fault == nullptr) {
+        return first;
+    }
     for (const Outcome& outcome : outcomes) {
         if (!outcome.stored && std::string_view(fault->what()).find(outcome.asked->name) != std::string_view::npos) {
             return &outcome;
