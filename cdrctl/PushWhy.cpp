@@ -5,6 +5,12 @@
 namespace cdrctl {
 namespace {
 
+/// "Sun 2026-11-22".
+std::string dayText(std::time_t time) {
+    const std::string text = timeText(time);
+    return text.substr(0, text.rfind(' '));
+}
+
 constexpr std::time_t kGrace = 600; ///< seconds that a transfer may take before it counts as missing
 
 class Report {
@@ -68,9 +74,10 @@ class Report {
         const auto next = facts_.schedule.next(facts_.now);
         const auto previous = facts_.schedule.previous(facts_.now);
         if (next && *next - facts_.now > 86400) {
+            const bool today = previous && dayText(*previous) == dayText(facts_.now);
             note("settings",
-                 "today is not its day: the last was " + (previous ? timeText(*previous) : "never") + ", the next is " +
-                     timeText(*next),
+                 (today ? "its time today is over: the last was " : "today is not its day: the last was ") +
+                     (previous ? timeText(*previous) : "never") + ", the next is " + timeText(*next),
                  "cdrctl push now runs it at once; cdrctl set changes the day");
         }
         if (facts_.schedule.type == 2 && std::atoi(facts_.schedule.dayOfMonth.c_str()) > 28) {
@@ -121,7 +128,7 @@ class Report {
         } else if (sunday && device.cron == "busybox crond") {
             problem("crontab", whose + " says \"" + line + "\", which BusyBox's crond ignores: it knows Sunday as 0",
                     "start the server with ZPO_CRONTAB_SUNDAY=0 and set the day again");
-        } else if (!facts_.schedule.type || isExpected(line)) {
+        } else if (!facts_.schedule.type || !facts_.schedule.problem().empty() || isExpected(line)) {
             note("crontab", whose + ": " + line);
         } else {
             problem("crontab", whose + " says \"" + line + "\", which is not what the settings say",

@@ -117,7 +117,7 @@ std::string distanceText(std::time_t from, std::time_t to) {
         ++unit;
     }
     if (unit->seconds == 0) {
-        return to < from ? "just now" : "in less than a minute";
+        return to <= from ? "just now" : "in less than a minute";
     }
     const auto count = distance / unit->seconds;
     const std::string amount = std::to_string(count) + " " + unit->name + (count == 1 ? "" : "s");

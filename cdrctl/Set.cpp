@@ -109,19 +109,34 @@ void writeRefused(std::ostream& out, const Outcome& outcome, const CimFault& fau
     }
 }
 
+/// The one that was refused: that which the fault names, for a server may check all before it stores any, else the
+/// first that is not stored. Null when all are.
+const Outcome* refusedOf(const std::vector<Outcome>& outcomes, const CimFault* fault) {
+    const Outcome* first = nullptr;
+    if (fault == nullptr) {
+        return first;
+    }
+    for (const Outcome& outcome : outcomes) {
+        if (!outcome.stored && std::string_view(fault->what()).find(outcome.asked->name) != std::string_view::npos) {
+            return &outcome;
+        }
+        first = first == nullptr && !outcome.stored ? &outcome : first;
+    }
+    return first;
+}
+
 void writeText(std::ostream& out, const std::vector<Outcome>& outcomes, const CimFault* fault) {
-    bool refused = false;
+    const Outcome* const refused = refusedOf(outcomes, fault);
     for (const Outcome& outcome : outcomes) {
         if (outcome.stored) {
             writeStored(out, outcome);
-        } else if (!refused) {
-            refused = true;
+        } else if (&outcome == refused) {
             writeRefused(out, outcome, *fault);
         } else {
             out << outcome.asked->name << ": not tried, because another was refused\n";
         }
     }
-    if (fault != nullptr && !refused) { // all read as asked, and yet something failed, such as the scheduler
+    if (fault != nullptr && refused == nullptr) { // all read as asked, and yet something failed, such as the scheduler
         out << "the server reports: " << printable(fault->what()) << " (CIM error " << fault->code() << ")\n"
             << "  -> all values read as asked for; cdrctl push why tells whether a push is scheduled\n";
     }
@@ -130,13 +145,12 @@ void writeText(std::ostream& out, const std::vector<Outcome>& outcomes, const Ci
 void writeJson(std::ostream& out, const std::string& className, const std::vector<Outcome>& outcomes,
                const CimFault* fault) {
     ordered_json result{{"class", className}};
-    bool refused = false;
+    const Outcome* const refused = refusedOf(outcomes, fault);
     for (const Outcome& outcome : outcomes) {
         ordered_json& row = result["properties"][outcome.asked->name];
-        row["result"] = outcome.stored ? "stored" : (refused ? "not tried" : "refused");
+        row["result"] = outcome.stored ? "stored" : (&outcome == refused ? "refused" : "not tried");
         row["before"] = valueText(*outcome.asked, outcome.before);
         row["after"] = valueText(*outcome.asked, outcome.after);
-        refused = refused || !outcome.stored;
     }
     if (fault != nullptr) {
         result["error"] = {{"code", fault->code()}, {"text", fault->what()}};

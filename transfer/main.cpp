@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <cstring>
 #include <iostream>
+#include <optional>
 
 namespace {
 
@@ -30,7 +31,7 @@ struct Options {
     bool verbose = false;
     bool status = false;
     bool json = false;
-    std::string trust;
+    std::optional<std::string> trust;
     std::string records = "/var/lib/cdr/records";
     unsigned retryDelay = 5;
 
@@ -112,7 +113,7 @@ int work(const Options& options) {
         return Done;
     }
     state.create();
-    return options.trust.empty() ? push(state, options) : trust(state, options.trust);
+    return options.trust ? trust(state, *options.trust) : push(state, options);
 }
 
 } // namespace

@@ -23,9 +23,12 @@ TEST(Address, IsReadInEachForm) {
     EXPECT_EQ(read("HTTPS://device/"), "https://device:5989/cimom");
     EXPECT_EQ(read("https://device:1/other"), "https://device:1/other");
     EXPECT_EQ(read("[::1]:80"), "http://[::1]:80/cimom local");
+    EXPECT_EQ(read("LocalHost:5"), "http://LocalHost:5/cimom local");
+    EXPECT_EQ(read("device:12345"), "http://device:12345/cimom");
     EXPECT_EQ(read("127.0.0.9"), "http://127.0.0.9:5988/cimom local");
     EXPECT_EQ(read("http://[fe80::1]"), "http://[fe80::1]:5988/cimom");
-    for (const char* bad : {"", "ftp://device", "device:", "device:http", "http://:80", "user:secret@device"}) {
+    for (const char* bad : {"", "ftp://device", "device:", "device:http", "http://:80", "device:123456", "device:1x",
+                            "user:secret@device"}) {
         EXPECT_THROW(Address::parse(bad), std::invalid_argument) << bad;
     }
 }
@@ -48,6 +51,17 @@ TEST(StatusCodes, AreExplained) {
     for (const char* none : {"", "0x", "-1", "99999999999", "0x20000Bx", "NO_NAME"}) {
         EXPECT_EQ(text(none), "") << none;
     }
+    std::size_t named = 0;
+    for (const std::uint32_t group : {0x200000U, 0x210000U, 0x220000U, 0x230000U, 0x300000U}) {
+        for (std::uint32_t number = group; number < group + 100; ++number) {
+            const auto meanings = meaningsOf(std::to_string(number));
+            if (!meanings.empty()) {
+                ++named;
+                EXPECT_EQ(number, meaningsOf(meanings.front().name).at(0).number);
+            }
+        }
+    }
+    EXPECT_GT(named, 20U);
     EXPECT_EQ(moduleStatusIn("general error (301)")->number, 301U);
     EXPECT_FALSE(moduleStatusIn("general error (1301)").has_value());
 }
@@ -70,6 +84,20 @@ TEST(Reply, IsReadWhateverComes) {
     EXPECT_TRUE(instances[0].find("K")->is("Key"));
     EXPECT_FALSE(instances[0].find("n")->applies());
     EXPECT_EQ(instances[0].find("n")->value, std::nullopt);
+    const std::string name =
+        R"(<INSTANCENAME CLASSNAME="C"><KEYBINDING NAME="A"><KEYVALUE VALUETYPE="numeric">1</KEYVALUE>)"
+        R"(</KEYBINDING><KEYBINDING NAME="B"><KEYVALUE VALUETYPE="string">%~\</KEYVALUE>)"
+        "</KEYBINDING></INSTANCENAME>";
+    const auto several = readInstances(reply(
+        "<IRETURNVALUE><VALUE.NAMEDINSTANCE>" + name +
+        R"(<INSTANCE CLASSNAME="C"><PROPERTY.ARRAY NAME="L" TYPE="string">)"
+        "<VALUE.ARRAY><VALUE>a</VALUE><VALUE>b</VALUE></VALUE.ARRAY></PROPERTY.ARRAY></INSTANCE></VALUE.NAMEDINSTANCE>"
+        "<VALUE.NAMEDINSTANCE>" +
+        name + R"(<INSTANCE CLASSNAME="D"/></VALUE.NAMEDINSTANCE></IRETURNVALUE>)"));
+    ASSERT_EQ(several.size(), 2U);
+    EXPECT_EQ(several[1].nameText, "C.A=1,B=\"%25~\\\\\"");
+    EXPECT_EQ(several[1].nameXml, name);
+    EXPECT_EQ(several[0].value("l"), "a, b");
     for (const std::string& bad :
          {std::string(), std::string("<CIM>"), std::string("<CIM></CIM>"), reply("<CLASS/>"),
           std::string("<!DOCTYPE x [<!ENTITY e \"e\">]><CIM>&e;</CIM>"), std::string(99, '<')}) {
@@ -81,6 +109,42 @@ TEST(Reply, IsReadWhateverComes) {
 TEST(Text, IsSafeForATerminal) {
     EXPECT_EQ(printable("gr\xC3\xBC\xC3\x9F\n\x1b[2J\xC2\x9B\xFF\xE2\x80\xAE"),
               "gr\xC3\xBC\xC3\x9F \xEF\xBF\xBD[2J\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");
+    const auto isShown = [](const char* character) { return printable(character) == character; };
+    // the marks of direction, the controls, and what stands just outside of each range
+    for (const char* control :
+         {"\x01", "\x1F", "\x7F", "\u0080", "\u009F", "\u200E", "\u200F", "\u202A", "\u202E", "\u2066", "\u2069"}) {
+        EXPECT_FALSE(isShown(control)) << control;
+    }
+    for (const char* shown : {" ", "~", "\u00A0", "\u200D", "\u2010", "\u2029", "\u202F", "\u2065", "\u206A"}) {
+        EXPECT_TRUE(isShown(shown)) << shown;
+    }
+}
+
+TEST(Text, IsLaidOutAndCounted) {
+    Table table;
+    EXPECT_TRUE(table.empty());
+    table.row({"gr\xC3\xBC\xC3\x9F", "x", ""});
+    table.row({"a", "", "y"});
+    table.row({"longer"});
+    EXPECT_EQ(" gr\xC3\xBC\xC3\x9F    x\n a          y\n longer\n", table.text(" "));
+    const std::pair<double, const char*> sizes[] = {
+        {0, "0"},        {999, "999"},      {1000, "1.0 kB"},   {999900, "999.9 kB"},
+        {1e6, "1.0 MB"}, {2.5e9, "2.5 GB"}, {5e12, "5000.0 GB"}};
+    for (const auto& [bytes, text] : sizes) {
+        EXPECT_EQ(text, bytesText(bytes));
+    }
+    const std::pair<double, const char*> bars[] = {
+        {-1, "░░░░"}, {0.12, "░░░░"}, {0.13, "█░░░"}, {0.5, "██░░"}, {2, "████"}};
+    for (const auto& [share, text] : bars) {
+        EXPECT_EQ(text, bar(share, 4));
+    }
+    const std::tuple<const char*, const char*, std::size_t> distances[] = {
+        {"", "", 0},    {"abc", "ABC", 0}, {"abc", "abxc", 1}, {"abc", "ac", 1}, {"kitten", "sitting", 3},
+        {"", "abc", 3}, {"ab", "ba", 2}};
+    for (const auto& [one, other, distance] : distances) {
+        EXPECT_EQ(distance, editDistance(one, other)) << one << other;
+        EXPECT_EQ(distance, editDistance(other, one)) << one << other;
+    }
 }
 
 /// A new setting of the schema is to be offered by the shell, too.

@@ -41,6 +41,69 @@ TEST(RecordFile, IsClippedBySizeAndTheOldestGoFirst) {
     EXPECT_EQ(9U, folder.finished().size()) << "as many as there is room for, ten records in each";
 }
 
+TEST(RecordFile, IsClippedWhenItWouldGrowTooLargeAndWhenItsTimeIsOver) {
+    const support::TempDir dir;
+    RecordFolder folder(dir.path());
+    RecordFile file(folder);
+    ServiceSettings settings;
+    settings.headerFormat = settings.clipFileSize100K = settings.diskSpaceLimitMb = 0; // without limits
+    const auto add = [&](std::size_t size) { file.add(std::string(size - 1, 'r') + "\n", settings, kTime); };
+    add(3 << 20U);
+    EXPECT_TRUE(folder.finished().empty());
+    settings.clipFileSize100K = 1;
+    add(102400);
+    EXPECT_EQ(1U, folder.finished().size());
+    add(1);
+    EXPECT_EQ(2U, folder.finished().size());
+    add(102399);
+    EXPECT_EQ(2U, folder.finished().size()) << "just as large as it may be";
+    file.clipWhenDue(4, kTime + 59);
+    EXPECT_EQ(2U, folder.finished().size());
+    file.clipWhenDue(4, kTime + 60);
+    EXPECT_TRUE(file.isEmpty());
+    file.clipWhenDue(4, kTime + 120);
+    EXPECT_EQ(3U, folder.finished().size());
+    settings.diskSpaceLimitMb = 3;
+    file.keepWithinDiskLimit(settings);
+    EXPECT_EQ(2U, folder.finished().size());
+    EXPECT_EQ(204800U, folder.finishedBytes());
+    EXPECT_THAT(file.takeNews().back(), testing::MatchesRegex("removed CDR-.*: the disk limit is reached"));
+    EXPECT_EQ(2U, folder.shrinkTo(102399).size());
+    add(10);
+    std::filesystem::remove(folder.currentFile());
+    add(10);
+    EXPECT_EQ("the current file was removed by someone else, with 1 records", file.takeNews().at(0));
+    std::filesystem::rename(folder.currentFile(), dir / "kept");
+    support::writeFile(folder.currentFile(), "another's");
+    EXPECT_ANY_THROW(add(10)) << "which is not this program's";
+    EXPECT_TRUE(file.isEmpty());
+}
+
+TEST(RecordFolder, NumbersTheFilesOfASecond) {
+    const support::TempDir dir;
+    RecordFolder folder(dir.path());
+    const auto finish = [&] {
+        support::writeFile(folder.currentFile(), "1,a\n");
+        return folder.finishCurrent(kTime).substr(19);
+    };
+    const std::string first = "CDR-20261122-120000-"; // in UTC
+    setenv("TZ", "UTC", 1);
+    support::writeFile(dir / first + "001.csv", "");
+    support::writeFile(dir / first + "002.csv.pulled", "");
+    EXPECT_EQ("-003.csv", finish());
+    char number[16];
+    for (int i = 4; i < 999; ++i) {
+        std::snprintf(number, sizeof number, "%03d.csv", i);
+        support::writeFile(dir / first + number, "");
+    }
+    EXPECT_EQ("-999.csv", finish());
+    EXPECT_EQ("-000.csv", finish());
+    EXPECT_THROW(finish(), std::runtime_error);
+    EXPECT_EQ("-001.csv", folder.finishCurrent(kTime + 1).substr(19)) << "the search has come around";
+    EXPECT_EQ(1000U, folder.finished().size()) << "the fetched one does not count";
+    EXPECT_EQ(16U, folder.finishedBytes());
+}
+
 TEST(RecordFile, KeepsItsLinesWhole) {
     const auto limitFiles = [](rlim_t size) {
         const rlimit limit{size, RLIM_INFINITY};

@@ -1,5 +1,6 @@
 // A call and a setting in, a record out.
 #include "RecordFormat.hpp"
+#include "CallGenerator.hpp"
 #include "Support.hpp"
 
 namespace {
@@ -49,6 +50,8 @@ TEST(Record, FollowsEachSetting) {
     };
     for (const Case& one : std::vector<Case>{
              {&S::dateFormat, 1, kIncoming, "8,11/22/2026,12:00:00,"},
+             {&S::dateFormat, 2, kIncoming, "8,22.11.2026,12:00:00,"},
+             {&S::dateFormat, 3, kIncoming, "8,20261122,12:00:00,"},
              {&S::dnisInfo, 0, kIncoming, ",Ruth,,,,,,5,60,"},
              {&S::clidWithCallType, 2, kIncoming, ",Ruth,INTERNATIONAL,"},
              {&S::longClidSupport, 1, kIncoming, ",441632960123,"},
@@ -65,6 +68,35 @@ TEST(Record, FollowsEachSetting) {
         settings.*one.setting = one.value;
         EXPECT_THAT(recordOf(settings, kBins, one.call, 8), testing::HasSubstr(one.expected));
     }
+}
+
+TEST(Record, StandsBelowItsHead) {
+    S settings;
+    std::string heads;
+    for (settings.headerFormat = 0; settings.headerFormat <= 2; ++settings.headerFormat) {
+        const std::string head = headOf(settings, kNoon);
+        heads += std::to_string(support::countOf("\n", head)) + head.substr(0, 43) + ";";
+    }
+    EXPECT_EQ("0;1Record,Date,Time,Direction,Extension,Trunk,;2# CDR simulator, begun 2026-11-22T12:00:00+;", heads);
+    EXPECT_TRUE(isHeadLine("") && isHeadLine("# begun") && isHeadLine("Record,Date"));
+    EXPECT_FALSE(isHeadLine("1,2026"));
+}
+
+/// All that is told of made-up calls, and the pauses between them.
+TEST(Calls, AreTheSameWithTheSameSeed) {
+    S settings;
+    settings.longClidSupport = settings.clidWithCallType = settings.supportCallCharge = 1;
+    settings.digitsSuppress = 2;
+    settings.digitsLimit = 24;
+    CallGenerator calls(1);
+    std::string text;
+    for (std::uint64_t number = 1; number <= 60; ++number) {
+        text += recordOf(settings, kBins, calls.next(kNoon), number);
+    }
+    for (const unsigned rate : {1U, 60U, 60U, 60000U}) {
+        text += std::to_string(calls.gap(rate).count()) + " ms\n";
+    }
+    support::expectGolden(CALLS, text);
 }
 
 TEST(Record, IsLeftOutByTheFilters) {

@@ -55,6 +55,7 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     expectSaid("CLIDWithName is 0, it was 1");
     Lab::run("wbemcli mi $PREFIX3 PrefixBin=123; wbemcli cm $SERVICE ClipFile");
     expectSaid("finished CDR-");
+    EXPECT_THAT(support::contentOf(log_), Not(HasSubstr("no record to clip")));
     EXPECT_THAT(latest(), MatchesRegex("[0-9]+,[0-9]{8},[0-9:]{8},OUT,2[0-9]+,[1-8],2[0-9]+,,,[0-9]{3},9,(9|011|123|),"
                                        ",[0-9]*,[0-9]+,\n"));
     Lab::run("zporeg restore $LAB/backup");
@@ -63,12 +64,18 @@ TEST_F(Simulator, PlaysTheServiceOfADevice) {
     EXPECT_TRUE(support::waitUntil([] { return Lab::run("osqueue send CDRService 0").empty(); })) << "made anew";
 
     EXPECT_NE("", latest());
+    Lab::run("osqueue send CDRService xyz");
+    expectSaid("an unknown message of 3 bytes came");
     end(SIGKILL);
     start();
     expectSaid("left behind by a simulator that was killed");
     EXPECT_EQ(0, end(SIGTERM));
     EXPECT_THAT(Lab::run("ls $LAB/records/current.part; osqueue send CDRService 0"),
                 AllOf(HasSubstr("No such file"), HasSubstr("no such queue")));
+}
+
+TEST_F(Simulator, PrintsWhatTheTranscriptHas) {
+    support::expectTranscript(TRANSCRIPT);
 }
 
 TEST_F(Simulator, CountsWhatAClientPulls) {

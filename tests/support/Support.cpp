@@ -100,4 +100,22 @@ void writeFile(const std::string& path, const std::string& content) {
     std::ofstream(path, std::ios::binary | std::ios::trunc) << content;
 }
 
+void expectGolden(const std::string& file, const std::string& text) {
+    if (getenv("UPDATE_GOLDEN") != nullptr) {
+        writeFile(file, text);
+    }
+    EXPECT_EQ(contentOf(file), text) << file;
+}
+
+void expectTranscript(const std::string& file) {
+    const std::string transcript = contentOf(file);
+    std::string replayed;
+    for (std::size_t at = 0, next = 0; at < transcript.size(); at = next) {
+        next = std::min(transcript.find("\n$ ", at), transcript.size() - 1) + 1;
+        const std::string command = transcript.substr(at + 2, transcript.find('\n', at) - at - 2);
+        replayed += "$ " + command + "\n" + run({"/bin/sh", "-c", command}).output;
+    }
+    expectGolden(file, replayed);
+}
+
 } // namespace support

@@ -64,4 +64,11 @@ std::string userName();
 std::string contentOf(const std::string& path);
 void writeFile(const std::string& path, const std::string& content);
 
+/// The text is what the file of the source tree holds. With UPDATE_GOLDEN set the file is written instead, for a look
+/// at the difference.
+void expectGolden(const std::string& file, const std::string& text);
+
+/// A golden file of commands and all that they print: "$ COMMAND" of the shell and the lines below it.
+void expectTranscript(const std::string& file);
+
 } // namespace support

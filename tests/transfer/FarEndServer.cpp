@@ -27,6 +27,13 @@ int findPort(int wanted) {
 } // namespace
 
 PushLab::PushLab() : sftpPort_(findPort(0)), ftpsPort_(findPort(0)) {
+    for (const char* const name : {"log", "crontabs", "records"}) {
+        std::filesystem::create_directories(home_ / name);
+    }
+    use();
+}
+
+void PushLab::use() const {
     static const std::string path = std::string(PROGRAMS) + ":" + getenv("PATH");
     setenv("PATH", path.c_str(), 1);
     setenv("ZPO_STATE_DIR", (home_ / "state").c_str(), 1);
@@ -35,9 +42,6 @@ PushLab::PushLab() : sftpPort_(findPort(0)), ftpsPort_(findPort(0)) {
     setenv("CDR_RECORD_DIR", (home_ / "records").c_str(), 1);
     setenv("CDR_TRANSFER_RETRY_DELAY", "0", 1);
     setenv("CDR_TRANSFER_SOCKET", (home_ / "no socket").c_str(), 1);
-    for (const char* const name : {"log", "crontabs", "records"}) {
-        std::filesystem::create_directories(home_ / name);
-    }
 }
 
 PushLab::~PushLab() {
@@ -46,6 +50,7 @@ PushLab::~PushLab() {
 
 PushLab& PushLab::started() {
     static PushLab lab;
+    lab.use();
     if (lab.server_ < 0) {
         lab.start();
         EXPECT_EQ(0, run("echo yes | CDRTransfer --trust " + lab.sftp()).exitCode);

@@ -16,6 +16,8 @@ class PushLab {
     PushLab(const PushLab&) = delete;
     PushLab& operator=(const PushLab&) = delete;
 
+    /// From now on the programs work on this device.
+    void use() const;
     /// Starts the server and waits until it answers. `prefix`: a command line that runs the server's.
     void start(const std::vector<std::string>& prefix = {});
     /// Kills the server and all its sessions.

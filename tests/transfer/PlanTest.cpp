@@ -1,11 +1,18 @@
 // Addresses and times: what is read from texts.
 #include "Address.hpp"
+#include "Console.hpp"
 #include "Failure.hpp"
+#include "HostKeys.hpp"
+#include "PushSettings.hpp"
+#include "Records.hpp"
+#include "RunReport.hpp"
 #include "Schedule.hpp"
+#include "StateFolder.hpp"
 #include "Support.hpp"
 #include "Text.hpp"
 
 #include <cstring>
+#include <pty.h>
 
 namespace {
 
@@ -39,6 +46,89 @@ TEST(Address, IsAHostAPortOrAUrl) {
         EXPECT_EQ("refused", parsed(text)) << text;
     }
     EXPECT_EQ("refused", parsed(std::string(254, 'h')));
+}
+
+TEST(HostKey, TellsItsKindWhenItIsOne) {
+    const auto kind = [](const std::string& blob) { return HostKey{blob}.kind(); };
+    const auto withLength = [](std::size_t length) {
+        return std::string("\0\0\0", 3) + static_cast<char>(length) + std::string(length, 'a');
+    };
+    EXPECT_EQ("ssh-rsa", kind(std::string("\0\0\0\7ssh-rsaXYZ", 14)));
+    EXPECT_EQ("a", kind(withLength(1)));
+    EXPECT_EQ(std::string(64, 'a'), kind(withLength(64)));
+    for (const std::string& bad :
+         {std::string(), std::string("\0\0\0", 3), withLength(0), withLength(65), withLength(9).substr(0, 12),
+          std::string("\0\0\1\1a", 5), std::string("\0\0\0\3a b", 7), std::string("\0\0\0\2A\n", 6)}) {
+        EXPECT_EQ("unknown", kind(bad));
+    }
+    EXPECT_EQ("SHA256:ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0", HostKey{"abc"}.fingerprint());
+    EXPECT_EQ("YWJj", HostKey{"abc"}.base64());
+    EXPECT_EQ("YWI=", HostKey{"ab"}.base64());
+}
+
+TEST(PushSettings, NameThePathOfAFile) {
+    const std::pair<const char*, const char*> folders[] = {
+        {"", "a.csv"}, {"/", "/a.csv"}, {"in", "in/a.csv"}, {"/in//", "/in/a.csv"}, {"in/x/", "in/x/a.csv"}};
+    for (const auto& [folder, path] : folders) {
+        StoredSettings stored;
+        stored.type = 0;
+        stored.address = "h";
+        stored.user = "u";
+        stored.folder = folder;
+        EXPECT_EQ(path, checkedSettings(stored).pathOf("a.csv")) << folder;
+    }
+}
+
+TEST(RunReport, ListsTheFirstFailures) {
+    RunReport report;
+    for (int i = 0; i < 23; ++i) {
+        report.addFailure("a\nb.csv", "no\troom");
+    }
+    EXPECT_EQ(20U, report.failures.size());
+    EXPECT_EQ(3U, report.moreFailures);
+    EXPECT_EQ("a?b.csv", report.failures[0].file);
+    EXPECT_EQ("no?room", report.failures[19].reason);
+}
+
+/// What is sent is the file that was listed.
+TEST(LocalFile, IsNotSentWhileItChanges) {
+    const support::TempDir dir;
+    support::writeFile(dir / "a.csv", "12");
+    const LocalFile file = finishedFiles(dir.path()).at(0);
+    EXPECT_TRUE(file.isUnchanged());
+    EXPECT_TRUE(static_cast<bool>(file.open()));
+    support::writeFile(dir / "a.csv", "123");
+    EXPECT_FALSE(file.isUnchanged());
+    EXPECT_THROW(file.open(), Failure);
+    std::filesystem::remove(dir / "a.csv");
+    std::filesystem::create_symlink("/etc/passwd", dir / "a.csv");
+    EXPECT_FALSE(file.isUnchanged());
+    EXPECT_THROW(file.open(), Failure);
+}
+
+/// What the console draws first on a terminal.
+std::string drawn(bool waited, std::uint64_t sent, std::uint64_t size) {
+    int ends[2];
+    EXPECT_EQ(0, openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
+    const int kept = dup(2);
+    dup2(ends[1], 2);
+    Console(waited, false).progress(std::string(40, 'n'), sent, size);
+    (void)!write(2, ".", 1);
+    dup2(kept, 2);
+    char text[256];
+    const ssize_t count = read(ends[0], text, sizeof text);
+    for (const int fd : {ends[0], ends[1], kept}) {
+        close(fd);
+    }
+    return {text, static_cast<std::size_t>(count)};
+}
+
+TEST(Console, DrawsHowMuchIsSent) {
+    const std::string name = "\r" + std::string(32, 'n') + " [";
+    EXPECT_EQ(name + std::string(7, '#') + std::string(23, ' ') + "]  25 %       0 kB/s.", drawn(true, 1, 4));
+    EXPECT_EQ(name + std::string(30, '#') + "] 100 %       0 kB/s.", drawn(true, 0, 0));
+    EXPECT_EQ(name + std::string(30, '#') + "] 150 %       0 kB/s.", drawn(true, 3, 2)) << "it has become shorter";
+    EXPECT_EQ(".", drawn(false, 1, 4));
 }
 
 struct Firing {

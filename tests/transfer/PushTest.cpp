@@ -73,6 +73,22 @@ struct Refusal {
     int tries = 1;
 };
 
+TEST(Transfer, PrintsWhatTheTranscriptHas) {
+    const PushLab lab; // with an empty registry; this process stays with that of the other tests
+    setenv("STATE", lab.state("").c_str(), 1);
+    setenv("TZ", "UTC", 1);
+    support::expectTranscript(TRANSCRIPT);
+    unsetenv("TZ");
+}
+
+TEST_F(Push, PrintsWhatTheTranscriptHas) {
+    setenv("STATE", lab->state("").c_str(), 1);
+    setenv("FAR", lab->far("").c_str(), 1);
+    setenv("SFTP", lab->sftp().c_str(), 1);
+    setenv("FTPS", lab->ftps().c_str(), 1);
+    support::expectTranscript(PUSHES);
+}
+
 TEST_F(Push, ThatFailsTellsWhyAndLosesNothing) {
     const std::vector<Refusal> refusals = {
         {"Password", "wrong secret", "the server refuses UserName or Password"},
