@@ -85,7 +85,7 @@ CIMDateTime dateTime(const Literal& literal, const char* wanted) {
     return CIMDateTime(String(written.c_str()));
 }
 
-/// The path's namespace is empty when none is written.
+/// Null for a text without a path. The path's namespace is empty when none is written.
 CIMObjectPath parsePath(const std::string& written) {
     const std::size_t colon = written.find(':');
     const bool hasNamespace = colon < written.find('=');
@@ -93,7 +93,7 @@ CIMObjectPath parsePath(const std::string& written) {
         return CIMObjectPath::parse(written.c_str());
     }
     CIMObjectPath path = CIMObjectPath::parse(written.substr(hasNamespace ? colon + 1 : 0).c_str());
-    return path.setNameSpace(hasNamespace ? localNamespace(written.substr(0, colon)).c_str() : "");
+    return path ? path.setNameSpace(hasNamespace ? localNamespace(written.substr(0, colon)).c_str() : "") : path;
 }
 
 CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasResolver& resolve) {
@@ -101,10 +101,12 @@ CIMObjectPath reference(const Literal& literal, const char* wanted, const AliasR
         return resolve(literal.scalar);
     }
     try {
-        return parsePath(text(literal, wanted).c_str());
-    } catch (const CIMException&) {
-        fail(literal.location, "\"" + literal.scalar.text + "\" is not an object path");
+        if (const CIMObjectPath path = parsePath(text(literal, wanted).c_str())) {
+            return path;
+        }
+    } catch (const CIMException&) { // told below
     }
+    fail(literal.location, "\"" + literal.scalar.text + "\" is not an object path");
 }
 
 /// Converts one value or, for an array type, each element.

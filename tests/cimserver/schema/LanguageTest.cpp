@@ -135,6 +135,7 @@ const std::pair<std::string, const char*> mistakes[] = {
      "2:121: \"B\" is no class derived from \"A\" (in L.R)"},
     {"[Association] class L { [Key] L REF R; }; instance of L as $l { R = $l; };", "2:55: references go in a circle or deeper than 8 (in L.R)"},
     {"[Association] class L { [Key] L REF R; }; instance of L { R = $m; };", "2:63: there is no alias \"$m\" (in L.R)"},
+    {"[Association] class L { [Key] L REF R; }; instance of L { R = \"\"; };", "2:63: \"\" is not an object path (in L.R)"},
     {"[Association] class A { A REF P = $x; };", "2:35: the value is not of type REF (in A.P)"},
     {"class A { string Q; }; class B : A { [Override(\"C.Q\")] string Q; };", "2:63: \"Q\" overrides \"C.Q\", which is not inherited (in B.Q)"},
     {"class M : L { [Override(\"R\")] C REF R; }; [Association] class L { A REF R; }; class A {}; class C {};",
