@@ -40,6 +40,7 @@ class Lexer {
     static Token integer(Token written);
     Token string();
     Token character();
+    void appendPlain(std::string& out);
     void appendCharacter(std::string& out, const Location& opening);
     std::uint32_t escape();
     std::uint32_t hexEscape();
