@@ -11,6 +11,7 @@
 #include "Support.hpp"
 #include "Text.hpp"
 
+#include <algorithm>
 #include <cstring>
 #include <pty.h>
 
@@ -115,12 +116,16 @@ std::string drawn(bool waited, std::uint64_t sent, std::uint64_t size) {
     Console(waited, false).progress(std::string(40, 'n'), sent, size);
     (void)!write(2, ".", 1);
     dup2(kept, 2);
-    char text[256];
-    const ssize_t count = read(ends[0], text, sizeof text);
+    std::string text;
+    char more[256];
+    for (ssize_t count = 1; count > 0 && (text.empty() || text.back() != '.');) { // the terminal passes on what it has
+        count = read(ends[0], more, sizeof more);
+        text.append(more, static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
     for (const int fd : {ends[0], ends[1], kept}) {
         close(fd);
     }
-    return {text, static_cast<std::size_t>(count)};
+    return text;
 }
 
 TEST(Console, DrawsHowMuchIsSent) {
