@@ -8,8 +8,10 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <cctype>
 #include <optional>
 #include <ostream>
+#include <string_view>
 
 namespace cdrctl {
 
@@ -109,6 +111,18 @@ void writeRefused(std::ostream& out, const Outcome& outcome, const CimFault& fau
     }
 }
 
+/// Whether the text has the name as a word: "Format" is none of "DateFormat".
+bool names(std::string_view text, std::string_view name) {
+    const auto isWordCharacter = [&text](std::size_t at) {
+        return at < text.size() && (std::isalnum(static_cast<unsigned char>(text[at])) != 0 || text[at] == '_');
+    };
+    auto at = text.find(name);
+    while (at != std::string_view::npos && (isWordCharacter(at - 1) || isWordCharacter(at + name.size()))) {
+        at = text.find(name, at + 1);
+    }
+    return at != std::string_view::npos;
+}
+
 /// The one that was refused: that which the fault names, for a server may check all before it stores any, else the
 /// first that is not stored. Null when all are.
 const Outcome* refusedOf(const std::vector<Outcome>& outcomes, const CimFault* fault) {
@@ -117,7 +131,7 @@ const Outcome* refusedOf(const std::vector<Outcome>& outcomes, const CimFault* f
         return first;
     }
     for (const Outcome& outcome : outcomes) {
-        if (!outcome.stored && std::string_view(fault->what()).find(outcome.asked->name) != std::string_view::npos) {
+        if (!outcome.stored && names(fault->what(), outcome.asked->name)) {
             return &outcome;
         }
         first = first == nullptr && !outcome.stored ? &outcome : first;
