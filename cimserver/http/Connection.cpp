@@ -61,6 +61,9 @@ Connection::Connection(Services& services, std::unique_ptr<Stream> stream, const
 void Connection::start() {
     within(services_.settings.limits.firstByte, [](Connection& self) { self.timeOut("handshake"); });
     stream_->handshake([self = shared_from_this()](const error_code& error, std::size_t) {
+        if (self->phase_ == Phase::Closed) {
+            return; // meanwhile; the handshake may have succeeded all the same
+        }
         if (error) {
             log::write(log::Level::Info, "http", self->peer_ + ": TLS handshake failed: " + error.message());
             self->close();
@@ -215,13 +218,17 @@ void Connection::answerOrReadBody() {
     beginBody();
 }
 
+/// The time for the body begins after the interim answer: output_ must not change before that is written.
 void Connection::beginBody() {
-    within(services_.settings.limits.body, [](Connection& self) { self.timeOut("body"); });
+    const auto begin = [](Connection& self) {
+        self.within(self.services_.settings.limits.body, [](Connection& late) { late.timeOut("body"); });
+        self.readBody();
+    };
     if (!reader_.framing().expectsContinue || reader_.framing().contentLength.value_or(1) == 0) {
-        return readBody();
+        return begin(*this);
     }
     output_ = "HTTP/1.1 100 Continue\r\n\r\n";
-    write([](Connection& self) { self.readBody(); });
+    writeAnswer(begin);
 }
 
 void Connection::readBody() {
@@ -363,7 +370,7 @@ void Connection::writeAnswer(std::function<void(Connection&)> next) {
 void Connection::write(std::function<void(Connection&)> next) {
     stream_->write(output_, body_,
                    [self = shared_from_this(), next = std::move(next)](const error_code& error, std::size_t) {
-                       if (error) {
+                       if (error || self->phase_ == Phase::Closed) {
                            return self->close();
                        }
                        next(*self);

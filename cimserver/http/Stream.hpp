@@ -26,7 +26,7 @@ class Stream {
     /// Tells the peer that no more comes, then reads and drops what it still sends until it closes too: closing with
     /// unread bytes would reset the connection, and the client could lose the last answer.
     virtual void finish(Done done) = 0;
-    /// Closes; every operation under way ends with an error.
+    /// Closes; operations under way end with an error, but one that had ended before may still report success.
     virtual void close() = 0;
     /// After the handshake; see verifiedCommonName(). Empty for a plain stream.
     virtual std::string certificateUser() = 0;

@@ -1,8 +1,9 @@
-// The parts that need no server: listener texts, the counters, the log's escaping.
+// The parts that need no server: listener texts, one connection, the counters, the log's escaping.
 #include "Support.hpp"
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Memory.hpp"
 #include "cimserver/common/Text.hpp"
+#include "cimserver/http/Connection.hpp"
 #include "cimserver/http/Counters.hpp"
 #include "cimserver/http/Settings.hpp"
 
@@ -34,6 +35,33 @@ TEST(Listener, ReadsAddresses) {
                              "::1:80", "[127.0.0.1]:80", "host.example:80", "127.1:80", "ftp://127.0.0.1:21"}) {
         EXPECT_THROW(parseListener(text, false), std::invalid_argument) << text;
     }
+}
+
+/// Its handshake ends when the test says so.
+struct SlowStream : Stream {
+    void handshake(Done done) override { handshaken = std::move(done); }
+    void read(char*, std::size_t, Done) override { reads = true; }
+    void write(const std::string&, const std::string&, Done) override {}
+    void finish(Done) override {}
+    void close() override {}
+    std::string certificateUser() override { return {}; }
+
+    Done handshaken;
+    bool reads = false;
+};
+
+TEST(Connection, StaysClosedWhenItsHandshakeHadEnded) {
+    Services services(Settings(), {});
+    unsigned closed = 0;
+    services.onClosed = [&closed](Connection&) { ++closed; };
+    auto* const stream = new SlowStream;
+    const Sender sender{1, "a", "1", "a"};
+    const auto connection = std::make_shared<Connection>(services, std::unique_ptr<Stream>(stream), sender, false);
+    connection->start();
+    connection->close();
+    std::exchange(stream->handshaken, nullptr)({}, 0);
+    EXPECT_FALSE(stream->reads);
+    EXPECT_EQ(closed, 1U);
 }
 
 TEST(Memory, IsBoundedInAllAndForEachPeerButNotForSmallRequests) {
