@@ -161,15 +161,16 @@ std::size_t Server::Core::connectionsOf(const asio::ip::address& peer) const {
     return found == peers.end() ? 0 : found->second;
 }
 
-/// Whether one more connection of the peer is within the caps; one that no user has used yet gives way to it.
+/// Whether one more connection of the peer is within the caps; one that no user has used yet gives way to it: one of
+/// its own when the peer has its share.
 bool Server::Core::makeRoom(const asio::ip::address& peer) {
     const auto& limits = services.settings.limits;
-    const bool whole = connections.size() >= limits.connections;
-    if (!whole && connectionsOf(peer) < peerCap(limits, peer)) {
+    const bool hasShare = connectionsOf(peer) >= peerCap(limits, peer);
+    if (!hasShare && connections.size() < limits.connections) {
         return true;
     }
     for (const auto& [number, entry] : connections) {
-        if ((whole || entry.peer == peer) && entry.connection->isDispensable()) {
+        if ((!hasShare || entry.peer == peer) && entry.connection->isDispensable()) {
             entry.connection->close();
             return true;
         }
@@ -239,12 +240,12 @@ Server::~Server() {
 
 std::vector<Listener> Server::start() {
     auto& core = *core_;
-    raiseDescriptorLimit(core.services.settings.limits.connections);
     std::vector<Listener> bound;
     core.acceptors.clear(); // of an attempt that failed
     for (const auto& listener : core.services.settings.listeners) {
         bound.push_back(core.open(listener));
     }
+    raiseDescriptorLimit(core.services.settings.limits.connections);
     for (auto& acceptor : core.acceptors) {
         core.accept(*acceptor);
     }

@@ -1,6 +1,8 @@
 // Each limit is met, answered as it should be, and the server serves on.
 #include "Fixture.hpp"
 
+#include <netinet/in.h>
+
 #include <regex>
 
 using namespace http_testing;
@@ -104,8 +106,14 @@ TEST_F(LimitsTest, ConnectionsOverTheCapAreToldSo) {
 }
 
 TEST_F(LimitsTest, OneAddressHasItsShareAndUnusedConnectionsGiveWay) {
+    settings_.limits.connections = 3;
     settings_.limits.loopbackConnections = 2;
     start();
+    const int other = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0); // unused too, but of another address
+    sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK + 1)}, {}};
+    ASSERT_EQ(::bind(other, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    address = {AF_INET, htons(port_), {htonl(INADDR_LOOPBACK)}, {}};
+    ASSERT_EQ(::connect(other, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
     auto unused = connect();
     EXPECT_EQ(unused.ask("GET /health HTTP/1.1\r\nHost: localhost\r\n\r\n").status, 200U);
     auto first = connect();
@@ -115,7 +123,8 @@ TEST_F(LimitsTest, OneAddressHasItsShareAndUnusedConnectionsGiveWay) {
     EXPECT_TRUE(unused.ended());
     EXPECT_EQ(connect().ask(post("a")).status, 503U);
     EXPECT_EQ(first.ask(post("b")).status, 200U);
-    EXPECT_EQ(timesLogged("refused 127.0.0.1: 2 of 2 connections"), 1U);
+    EXPECT_EQ(timesLogged("refused 127.0.0.1: 2 of 3 connections"), 1U);
+    ::close(other);
 }
 
 TEST_F(LimitsTest, HealthDoesNotKeepAConnection) {
