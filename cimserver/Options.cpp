@@ -5,9 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
-#include <algorithm>
 #include <charconv>
-#include <iostream>
 #include <iterator>
 #include <sstream>
 
@@ -38,9 +36,10 @@ std::uint64_t parseNumber(const std::string& text, std::initializer_list<Unit> u
     throw std::invalid_argument("'" + text + "' is not " + what);
 }
 
+/// Empty for 0, a default that cannot be given.
 std::string durationText(milliseconds time) {
     const auto count = time.count();
-    return count % 1000 == 0 ? std::to_string(count / 1000) + "s" : std::to_string(count) + "ms";
+    return count == 0 ? "" : count % 1000 == 0 ? std::to_string(count / 1000) + "s" : std::to_string(count) + "ms";
 }
 
 std::string sizeText(std::size_t size) {
@@ -120,7 +119,7 @@ void requireWholeValues(const std::string& text) {
                                         " of the configuration file: a quotation mark is missing");
         }
         const auto equals = line.find('=');
-        const bool assigns = equals < line.find('"');
+        const bool assigns = equals < line.find_first_of("\"'");
         if (list != 0 && assigns) {
             break;
         }
@@ -160,9 +159,9 @@ void declareCim(Declaration& declare, Options& options, Texts& texts) {
     declare.add("--provider-dir", options.providerDirs, "DIR", "look for provider modules here; repeatable");
     declare.add("--provider-config", texts.providerConfig, "KEY=VALUE",
                 "an item of configuration that providers may ask for; repeatable");
-    declare.add(
-        "--error-hint", texts.errorHints, "NUMBER=TEXT",
-        "what clients are told besides when a provider's error text is only this number, or 'none'; repeatable");
+    declare.add("--error-hint", texts.errorHints, "NUMBER=TEXT",
+                "what clients are told besides when a provider's error text is only this number ('none': when it is "
+                "missing); repeatable");
     declare.add("--preload", options.preload, "ID",
                 "initialize this provider at start instead of at its first use; repeatable");
     declare.add("--concurrent-reads", options.concurrentReads, "ID",
@@ -221,7 +220,8 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.size("--max-body", limits.bodyBytes, "bytes of a request's body");
     declare.size("--max-memory", limits.memory, "bytes of all requests and of answers not yet taken");
     declare.number("--max-connections", limits.connections, 1, 100'000, "connections at a time");
-    declare.number("--max-peer-connections", limits.peerConnections, 0, 100'000, "of one address; 0: a quarter of all");
+    declare.number("--max-peer-connections", limits.peerConnections, 0, 100'000,
+                   "of one address or IPv6 network; 0: a quarter of all");
     declare.number("--max-loopback-connections", limits.loopbackConnections, 0, 100'000,
                    "of one address of this host; 0: half of all");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
@@ -352,6 +352,9 @@ std::optional<Options> parseOptions(int argc, const char* const* argv) {
         return std::nullopt;
     } catch (const CLI::ConfigError& error) {
         const std::string text = error.what();
+        if (const auto end = text.find(": This option is not allowed"); end != std::string::npos) {
+            throw OptionsError("--" + text.substr(0, end) + " cannot stand in the configuration file");
+        }
         throw OptionsError("the configuration file has an unknown option: " + text.substr(text.rfind(' ') + 1));
     } catch (const CLI::ParseError& error) {
         throw OptionsError(error.what());

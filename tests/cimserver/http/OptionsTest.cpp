@@ -69,7 +69,7 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
     const auto write = [&name](const char* text) { support::writeFile(name, text); };
     write("# a comment\nlisten = [\"127.0.0.1:1\", \"127.0.0.1:2\"]\nidle-timeout = 250ms\nmax-body = 2M\n"
           "forward-unchanged = true\nrealm = \"two words\"\nlog-level = error\nprovider-config = [\"a.b=c=d\",\n  "
-          "\"e=f, g\"\n]\n"
+          "'e=f, g'\n]\n"
           "concurrent-provider = [\"A\", \"B\"]\n");
     const auto options = parse({"--config", name.c_str(), "--max-body", "1K", "--log-level", "debug"});
     EXPECT_EQ(options.http.listeners.size(), 2U);
@@ -82,6 +82,7 @@ TEST(Options, ComeFromTheConfigurationFileAndTheCommandLineGoesFirst) {
     EXPECT_EQ(options.concurrentProviders, (std::set<std::string>{"A", "B"}));
     const std::pair<const char*, const char*> bad[] = {
         {"idle-timout = 3s\n", "the configuration file has an unknown option: idle-timout"},
+        {"check = true\n", "--check cannot stand in the configuration file"},
         {"idle-timeout = never\n", "--idle-timeout: 'never' is not a time from 1ms to 24h, such as 250ms, 10s or 5m"},
         {"listen = nowhere\n", "cannot listen on 'nowhere': expected ADDRESS:PORT"},
         {"workers = 0\n", "--workers: Value 0 not in range 1 to 64"},
