@@ -38,7 +38,7 @@ class CimomHandle : public CIMOMHandleIFC {
                               {localOnly, deep, includeQualifiers, includeClassOrigin, propertyList}, result);
     }
     void enumQualifierTypes(const String& ns, CIMQualifierTypeResultHandlerIFC& result) override {
-        for (const CIMQualifierType* const type : cimom().repository().qualifierTypes(ns)) {
+        for (const CIMQualifierType* const type : cimom().repository().qualifierTypes(cimom().namespaceOf(ns))) {
             result.handle(*type);
         }
     }

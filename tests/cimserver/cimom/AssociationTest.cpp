@@ -57,6 +57,7 @@ TEST_F(CimomTest, GivesProvidersAWayBackWithoutDeadlock) {
         refused = thrownBy([&] { handle->deleteInstance("root/test", path()); });
         EXPECT_EQ(thrownBy([&] { handle->createClass("root/test", CIMClass(CIMName("X"))); }).first, 7);
         EXPECT_EQ(thrownBy([&] { handle->enumClassNamesA("root/nope", ""); }).first, 3);
+        EXPECT_EQ(thrownBy([&] { handle->enumQualifierTypesA("root/nope"); }).first, 3);
     };
     cimom.getInstance(context, "root/test", path(), InstanceSelection());
     ASSERT_TRUE(inner);
