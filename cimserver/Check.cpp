@@ -1,7 +1,5 @@
 #include "cimserver/Check.hpp"
 
-#include "cimserver/common/Text.hpp"
-
 #include <grp.h>
 #include <pwd.h>
 #include <sys/stat.h>
@@ -20,6 +18,10 @@ namespace fs = std::filesystem;
 std::string folderOf(const std::string& file) {
     const auto folder = fs::path(file).parent_path().string();
     return folder.empty() ? "." : folder;
+}
+
+bool isMissing(const std::string& path) {
+    return ::access(path.c_str(), F_OK) != 0 && errno == ENOENT;
 }
 
 /// Gathers what is wrong.
@@ -45,16 +47,17 @@ class Findings {
             add(option, "cannot create " + file);
         }
     }
-    /// A folder that the server writes in.
+    /// A folder that the server writes in, and creates with those above it when it is missing.
     void folder(const char* option, const std::string& path) {
         if (path.empty()) {
             return;
         }
-        if (::access(path.c_str(), F_OK) != 0 && errno == ENOENT) {
-            return writable(option, path); // is created
+        std::string present = path;
+        for (std::string above; isMissing(present) && (above = folderOf(present)) != present;) {
+            present = above;
         }
-        if (::access(path.c_str(), W_OK | X_OK) != 0) {
-            add(option, "cannot write in " + path);
+        if (::access(present.c_str(), W_OK | X_OK) != 0) {
+            add(option, (present == path ? "cannot write in " : "cannot create ") + path);
         }
     }
 
@@ -94,7 +97,7 @@ std::vector<std::string> fileProblems(const Options& options) {
         found.writable("--provider-stdout", options.providerStdout);
     }
     found.folder("--state-dir", options.stateDir);
-    if (!options.stateDir.empty() && fs::exists(options.stateDir)) {
+    if (std::error_code hidden; !options.stateDir.empty() && fs::exists(options.stateDir, hidden)) {
         found.writable("--state-dir", options.stateDir + "/cimserverd.lock");
     }
     return found.all;

@@ -3,7 +3,6 @@
 #include "cimserver/common/Log.hpp"
 #include "cimserver/common/Program.hpp"
 
-#include <exception>
 #include <utility>
 
 namespace cimserver {
@@ -11,7 +10,6 @@ namespace cimserver {
 namespace {
 
 constexpr std::chrono::seconds kGoodFor{1};
-constexpr std::chrono::milliseconds kLongestCheck{5000};
 
 } // namespace
 
@@ -39,7 +37,7 @@ void Readiness::ask(Answer answer) {
 void Readiness::check() {
     std::string problems = problems_();
     if (!command_.empty()) {
-        const auto result = runProgram(command_, kLongestCheck);
+        const auto result = runProgram(command_, kLongestReadyCommand);
         problems += result.succeeded ? "" : (problems.empty() ? "" : "\n") + result.text;
     }
     std::unique_lock lock(mutex_);

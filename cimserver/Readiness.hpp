@@ -10,6 +10,9 @@
 
 namespace cimserver {
 
+/// How long the ready command may take.
+constexpr std::chrono::milliseconds kLongestReadyCommand{5000};
+
 /// All members may be called from any thread. A check runs on a thread of its own, one at a time; its result is good
 /// for a second, so that nobody can make the server check all the time.
 class Readiness {

@@ -43,7 +43,6 @@ enum Exit { Stopped = 0, BadOptions = 2, BadFile = 3, CannotListen = 4, StateIsI
 constexpr const char* kComponent = "cimserverd";
 constexpr std::chrono::milliseconds kInspectionInterval{1000};
 constexpr std::chrono::milliseconds kListenPause{250};
-constexpr std::chrono::milliseconds kLongestReadyCommand{5000};
 
 /// A request of the transport as a job of the provider host.
 class CimRequest : public provider::Job {
@@ -107,7 +106,7 @@ class CimSide {
         std::vector<std::string> lines;
         for (const auto& id : preload_) {
             if (!host_.isLoaded(id)) {
-                lines.push_back("--preload: the provider " + id + " cannot be loaded: see the line of the log");
+                lines.push_back("--preload: the provider " + id + " cannot be loaded: see the log");
             }
         }
         return lines;
@@ -178,14 +177,21 @@ void announce(const Descriptor& output, const std::string& text) {
     [[maybe_unused]] const auto written = ::write(output.get(), line.data(), line.size());
 }
 
-void checkFolders(const Options& options) {
+/// A path that may not be looked at passes: whoever reads it says why it cannot.
+void checkPaths(const Options& options) {
+    using std::filesystem::file_type;
+    const auto isNot = [](file_type wanted, const std::string& path) {
+        std::error_code hidden;
+        const auto type = std::filesystem::status(path, hidden).type();
+        return type != wanted && type != file_type::none;
+    };
     for (const auto& folder : options.providerDirs) {
-        if (!std::filesystem::is_directory(folder)) {
+        if (isNot(file_type::directory, folder)) {
             throw OptionsError("--provider-dir: " + folder + " is not a directory");
         }
     }
     for (const auto& file : options.mofFiles) {
-        if (!std::filesystem::is_regular_file(file)) {
+        if (isNot(file_type::regular, file)) {
             throw OptionsError("--mof: there is no file " + file);
         }
     }
@@ -353,6 +359,7 @@ int fail(Exit status, const char* text, bool logFile) {
 int main(int argc, char** argv) {
     bool logFile = false;
     boundHeap();
+    std::signal(SIGCHLD, SIG_DFL); // inherited as ignored, no child could be waited for
     try {
         const auto options = parseOptions(argc, argv);
         if (!options) {
@@ -361,7 +368,7 @@ int main(int argc, char** argv) {
         if (!options->checkUser.empty()) {
             becomeUser(options->checkUser);
         }
-        checkFolders(*options);
+        checkPaths(*options);
         checkAccess(*options);
         if (options->check) {
             log::configure({"", options->log.level});

@@ -55,8 +55,12 @@ bool readAll(int fd, Clock::time_point end, std::string& text) {
     for (;;) {
         const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now());
         pollfd wanted{fd, POLLIN, 0};
-        if (left <= Milliseconds(0) || (::poll(&wanted, 1, static_cast<int>(left.count())) == 0)) {
+        const int ready = left <= Milliseconds(0) ? 0 : ::poll(&wanted, 1, static_cast<int>(left.count()));
+        if (ready == 0) {
             return false;
+        }
+        if (ready < 0) { // by a signal: a read could take longer than until the end
+            continue;
         }
         const auto count = ::read(fd, piece, sizeof piece);
         if (count == 0) {
@@ -67,10 +71,11 @@ bool readAll(int fd, Clock::time_point end, std::string& text) {
     }
 }
 
-/// Its exit status; -1 when a signal ended it, or it had to be killed.
+/// Its exit status; -1 when a signal ended it, it had to be killed, or another thread of the process has waited for it.
 int finish(pid_t child, Clock::time_point end) {
     int status = 0;
-    while (::waitpid(child, &status, WNOHANG) == 0) {
+    pid_t ended = 0;
+    while ((ended = ::waitpid(child, &status, WNOHANG)) == 0) {
         if (Clock::now() > end) {
             ::kill(child, SIGKILL);
             ::waitpid(child, &status, 0);
@@ -78,7 +83,7 @@ int finish(pid_t child, Clock::time_point end) {
         }
         std::this_thread::sleep_for(kEndStep);
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return ended == child && WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }
 
 std::string lastLine(std::string_view text) {

@@ -125,6 +125,7 @@ TEST_F(ProgramTest, EveryFailingStartIsOneClearLine) {
     support::writeFile(dir_ / "conf", "mof = empty.mof\nlisten = \"127.0.0.1:1\"\nstate-dir = state\n");
     const auto checked = serverWith("--config conf --check"); // the lock has ended with its holder
     EXPECT_EQ(checked.output + std::to_string(checked.exitCode), "cimserverd: the configuration is in order\n0");
+    EXPECT_EQ(serverWith("--config conf --check --state-dir new/folder").exitCode, 0);
 }
 
 TEST_F(ProgramTest, FollowsSignals) {
@@ -242,7 +243,8 @@ TEST_F(ProgramTest, ACheckSeesWhatTheServicesUserSees) {
         GTEST_SKIP() << "needs root";
     }
     const auto check = [this](const std::string& more) {
-        const auto result = serverWith("--mof empty.mof --check --user nobody " + more);
+        const auto result =
+            run("env --ignore-signal=CHLD " CIMSERVERD " --mof empty.mof --check --user nobody " + more);
         return std::to_string(result.exitCode) + " " + result.output;
     };
     EXPECT_EQ(run("chmod 755 . && mkdir -m 700 hidden && install -d -m 750 -g nogroup shared && "
@@ -254,10 +256,13 @@ TEST_F(ProgramTest, ACheckSeesWhatTheServicesUserSees) {
         << "made for its group";
     EXPECT_THAT(run("echo x | " CIMSERVER_PASSWD " shared/old ann --stdin").output,
                 HasSubstr("warning: the group of its folder cannot read shared/old"));
-    EXPECT_EQ(check("--user-file shared/old --audit-log shared/audit --log-file hidden/log"),
-              "3 cimserverd: --user-file: cannot read shared/old: Permission denied\n"
+    EXPECT_EQ(check("--mof hidden/mof --state-dir hidden/state "
+                    "--user-file shared/old --audit-log shared/audit --log-file hidden/log"),
+              "3 cimserverd: --mof: cannot read hidden/mof: Permission denied\n"
+              "cimserverd: --user-file: cannot read shared/old: Permission denied\n"
               "cimserverd: --log-file: cannot create hidden/log: Permission denied\n"
-              "cimserverd: --audit-log: cannot create shared/audit: Permission denied\n");
+              "cimserverd: --audit-log: cannot create shared/audit: Permission denied\n"
+              "cimserverd: --state-dir: cannot write in hidden/state: Permission denied\n");
     EXPECT_EQ(check("--ready-command 'sh -c false'"),
               "3 cimserverd: --ready-command: sh -c false: has failed with status 1\n");
     support::writeFile(dir_ / "libX.so", "no module");
