@@ -51,8 +51,7 @@ class CimError : public OpenWBEM::CIMException {
 class Deferral {};
 
 /// Rethrows the exception being handled: a CIMException and a Deferral unchanged, any other as CimError::fromException
-/// with its text
-/// ("Unknown Exception" when it is not a std::exception).
+/// with its text ("Unknown Exception" when it has none).
 [[noreturn]] void rethrowAsCimException();
 
 /// Runs `call` and translates exceptions like rethrowAsCimException.

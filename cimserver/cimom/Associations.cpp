@@ -51,7 +51,7 @@ Sink<CIMInstance> objectSink(const schema::Repository& repository, const String&
 
 } // namespace
 
-/// Throws for the name of a class that does not exist or is none of an association.
+/// Throws for the name of a class that does not exist or is no association.
 void Cimom::requireAssociation(const String& ns, const String& named) const {
     if (!named.empty() && !classOf(ns, named, Status::NotFound).isAssociation()) {
         throw CimError(Status::InvalidParameter, std::string("class ") + named.c_str() + " is not an association");

@@ -139,7 +139,7 @@ class Cimom {
     std::vector<const CIMClass*> classesFor(AssociationEnd wanted, const RequestContext&, const String& ns,
                                             const CIMObjectPath& path, const AssociationFilter& filter) const;
 
-    /// The names of classes are answered for a class; instances are not, which is InvalidParameter.
+    /// About a class the ...Names operations give the names of classes; the others throw InvalidParameter.
     void associators(const RequestContext&, const String& ns, const CIMObjectPath& path, const AssociationFilter&,
                      const InstanceSelection&, CIMInstanceResultHandlerIFC& result);
     void associatorNames(const RequestContext&, const String& ns, const CIMObjectPath& path, const AssociationFilter&,

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "OW_CIM.hpp"
-#include "OW_WBEMFlags.hpp"
 
 #include <optional>
 
@@ -47,8 +46,8 @@ struct Modification {
 
 /// The instance holds the key properties, by which providers find their object, and then the changes. Without a list
 /// these are the properties of `modified`, in their order, whose value differs from `previous` (with `all` the others
-/// too). Embedded instances are the same when their class and their values are. With a list they are those of
-/// `modified` that it names, and then those it names that `modified` lacks, with their default. Each is the class's
+/// too). With a list they are those of `modified` that it names, and then those it names that `modified` lacks, with
+/// their default. Embedded instances are the same when their class and their values are. Each change is the class's
 /// property with the new value. Throws CimError InvalidParameter when `modified` has another key than `path`.
 Modification modificationOf(const CIMInstance& modified, const CIMInstance& previous, const CIMClass& cimClass,
                             const CIMObjectPath& path, const StringArray* propertyList, bool all);

@@ -1,5 +1,4 @@
 // The operations of Cimom that read instances.
-#include "cimserver/cim/CimError.hpp"
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimom/InstanceShape.hpp"

@@ -6,7 +6,6 @@
 #include "cimserver/cimom/DeclaredProvider.hpp"
 #include "cimserver/cimom/InstanceShape.hpp"
 #include "cimserver/common/CrashReport.hpp"
-#include "cimserver/common/Text.hpp"
 #include "cimserver/provider/CallOrigin.hpp"
 #include "cimserver/provider/ProviderCall.hpp"
 #include "cimserver/provider/ProviderHost.hpp"

@@ -89,7 +89,7 @@ class HandlerStack {
     stack_t previous_{};
 };
 
-/// The frames of the handler.
+/// The stack that the crash interrupted, without the frames of the handler.
 void writeStack(void* const* frames, int count) {
     for (int i = std::min(kHandlerFrames, count); i < count; ++i) {
         // A caller's frame has the address after the call, which may belong to the next line of the source.

@@ -14,8 +14,8 @@ namespace cimserver::crash {
 /// addr2line takes it. `logFile` may be empty.
 void install(const std::string& logFile);
 
-/// From now on a crash ends the process at once. Before, that is at the start, it waits a second: whoever starts the
-/// process again at once must not do nothing else.
+/// From now on a crash ends the process at once. Before, that is at the start, it waits a second, so that one that is
+/// started again at once does not take the processor by crashing over and over.
 void startIsOver();
 
 /// As long as it lives, a crash names the words, joined, as the work of the calling thread; those of the innermost

@@ -150,8 +150,8 @@ bool isFormat(char32_t code) {
     return code == 0x200E || code == 0x200F || (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
 }
 
-/// Control characters would let a text from outside forge entries or control a terminal: they become \xNN, as do bytes
-/// that are not UTF-8.
+/// Control characters would let a text from outside forge entries or control a terminal: they become \xNN (a newline
+/// \n), as do bytes that are not UTF-8.
 void appendEscaped(std::string& to, std::string_view text) {
     constexpr char kHex[] = "0123456789abcdef";
     const auto isPlain = [](char c) { return c >= 0x20 && c < 0x7F; };

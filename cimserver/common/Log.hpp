@@ -1,5 +1,6 @@
-// The server's log: one line per entry with time, level, component and text; control characters are escaped. On
-// standard error that is the journal a line has the level as its priority instead, and no time: the journal has both.
+// The server's log: one line per entry with time, level, component and text; control characters are escaped. Where
+// standard error goes to the journal, a line begins with its priority in place of time and level: the journal keeps
+// both.
 #pragma once
 
 #include <cstddef>
@@ -35,7 +36,7 @@ void follow() noexcept;
 /// Writes one entry; from any thread. Never throws.
 void write(Level level, std::string_view component, std::string_view text) noexcept;
 
-/// The text as entries show it.
+/// The text with control characters escaped, as entries show them.
 std::string escaped(std::string_view text);
 
 /// True when an entry of this level would be written: lets callers build a costly text only when needed.

@@ -1,11 +1,11 @@
 // The memory for requests that are being received or served and for answers that wait to be taken.
 #pragma once
 
-#include <atomic>
 #include <cstddef>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace cimserver {
 

@@ -6,7 +6,7 @@
 
 namespace cimserver {
 
-/// The first line, without its end; of one that is longer than any password may be only as much as shows that. Throws
+/// The first line, without its end. A line that is longer than any password may be is cut, but stays too long. Throws
 /// std::runtime_error when there is none.
 std::string readPassword(std::istream& input);
 

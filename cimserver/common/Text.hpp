@@ -8,7 +8,7 @@
 
 namespace cimserver {
 
-/// For texts of one length.
+/// For texts of the same length.
 bool sameIgnoringCase(std::string_view a, std::string_view b);
 
 inline bool equalsIgnoringCase(std::string_view a, std::string_view b) {
@@ -38,7 +38,7 @@ std::vector<std::string_view> split(std::string_view text, char separator);
 /// A namespace's name without leading slashes.
 std::string_view withoutSlashes(std::string_view nameSpace);
 
-/// The text in double quotes, cut to a length that suits an error description.
+/// The text in double quotes, as withoutUserInfo gives it, cut to a length that suits an error description.
 std::string quote(std::string_view text);
 
 /// False for a text in which withoutUserInfo finds nothing.

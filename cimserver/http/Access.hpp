@@ -62,7 +62,7 @@ class LoginThrottle {
 
     LoginSettings settings_;
     std::unordered_map<std::string, Peer> peers_;
-    std::unordered_map<std::string, Clock::time_point> trusted_; ///< by the time of their last successful login
+    std::unordered_map<std::string, Clock::time_point> trusted_; ///< peers with the time of their last successful login
 };
 
 /// Remembers for a short time which credentials were right, by a hash keyed with a secret of this process.

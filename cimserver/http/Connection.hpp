@@ -19,7 +19,6 @@
 
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
-#include <boost/asio/thread_pool.hpp>
 
 #include <array>
 #include <atomic>
@@ -130,7 +129,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     std::string peer_;
     bool overCapacity_;
     bool admitted_ = false;        ///< had a request whose sender may be here
-    Clock::time_point admittedBy_; ///< the end of the connection, unless it has had one
+    Clock::time_point admittedBy_; ///< the end of a connection that has had none
     Phase phase_ = Phase::Idle;
     bool bodyUnread_ = false;
     std::atomic<bool> abandoned_{false}; ///< the client's end was read while the application had a request

@@ -11,7 +11,7 @@ namespace cimserver::http {
 
 class Dump {
   public:
-    /// Opens the file for appending, readable by its owner only. Throws std::runtime_error.
+    /// Opens the file for appending; a new one is readable by its owner only. Throws std::runtime_error.
     explicit Dump(const std::string& file);
 
     /// Opens the file anew, for it may have been moved away. When that fails, the old one stays in use.

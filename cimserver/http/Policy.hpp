@@ -19,7 +19,7 @@ Response textResponse(unsigned status, std::string_view text);
 Response refuseMethod(const std::string& method, std::string_view allowed);
 
 /// Whether the request is for this server, as Host and an absolute target tell: an IP address, "localhost" or one of
-/// the names. A web page could reach the server by a name of its own that its owner made lead here.
+/// the names. Otherwise a web page could reach the server by its own host name, which its owner made lead here.
 bool isForThisHost(const Request& request, const std::vector<std::string>& hostNames);
 
 /// True for the health request, which needs no authentication.
@@ -37,8 +37,8 @@ constexpr const char* kAllowed = "POST, M-POST, OPTIONS";
 /// True for the OPTIONS request, which the application's fixed response answers.
 bool asksForOptions(const Request& request);
 
-/// The transport's own refusals (404, 405, 501, 411, 413, 415, 406, 417). Nothing
-/// when the request is one for the handler.
+/// The transport's own refusals (404, 405, 501, 411, 413, 415, 406, 417). Nothing when the request is one for the
+/// handler.
 std::optional<Response> answerFromHead(const Request& request, const Framing& framing, const Limits& limits);
 
 /// False when an Accept field excludes both application/xml and text/xml.

@@ -16,7 +16,6 @@ namespace beast = boost::beast;
 
 struct RequestReader::Parser {
     std::optional<beast::http::request_parser<beast::http::buffer_body>> now;
-    bool headDone = false;
 };
 
 namespace {
@@ -63,7 +62,6 @@ void RequestReader::reset() {
     request_ = Request();
     framing_ = Framing();
     authorization_.reset();
-    parser_->headDone = false;
     auto& parser = parser_->now.emplace();
     parser.header_limit(static_cast<std::uint32_t>(limits_.headBytes));
     // The caller checks the announced length, before the body is read.
@@ -119,7 +117,6 @@ void RequestReader::takeHead() {
     }
     framing_.expectsContinue =
         message.version() >= 11 && beast::iequals(message[beast::http::field::expect], "100-continue");
-    parser_->headDone = true;
     parser.body_limit(limits_.bodyBytes);
     parser.eager(true);
 }

@@ -27,7 +27,8 @@ class ListenError : public std::runtime_error {
 
 class Server {
   public:
-    /// Loads the TLS files and the user file; throws std::runtime_error naming the one that cannot be used.
+    /// Loads the TLS files, the user file and the console, and opens the dump; throws std::runtime_error naming the one
+    /// that cannot be used.
     Server(const Settings& settings, Application application);
     /// Stops at once if stop() was not called.
     ~Server();
@@ -40,7 +41,8 @@ class Server {
     /// Accepts no more, closes what is idle, lets requests under way finish for at most `grace`. False when some did
     /// not: their handlers still run, and the process should end without tearing anything down.
     bool stop(Milliseconds grace);
-    /// Loads the TLS files and the user file again. An unusable file is logged, and the old one stays in use.
+    /// Loads the TLS files and the user file again, and opens the dump anew. An unusable file is logged, and the old
+    /// one stays in use.
     void reload();
     /// To be called now and then: whether the thread of input and output has come round since the last call.
     bool responds();

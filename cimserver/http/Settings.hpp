@@ -31,11 +31,11 @@ struct Limits {
     std::size_t bodyBytes = std::size_t{1024} * 1024;   ///< 413
     std::size_t memory = std::size_t{32} * 1024 * 1024; ///< for requests and answers together: 503
     std::size_t connections = 1000;                     ///< 503
-    std::size_t peerConnections = 0;                    ///< of one address; 0: a quarter of all, at least one
+    std::size_t peerConnections = 0;                    ///< of one address or IPv6 network; 0: a quarter, at least one
     std::size_t loopbackConnections = 0;                ///< of one loopback address; 0: half of all, at least one
     Milliseconds firstByte{30'000}; ///< for the TLS handshake, and from then to the first request's first byte
     Milliseconds head{10'000};      ///< from a request's first byte to the end of its head: 408
-    Milliseconds body{30'000};      ///< from the head's end to the body's end: 408
+    Milliseconds body{30'000};      ///< from the head's end, or 100 Continue, to the body's end: 408
     Milliseconds idle{60'000};      ///< between an answer and the next request
     Milliseconds write{30'000};     ///< for the client to take an answer
     Milliseconds linger{2'000};     ///< after a closing answer, for the client to read it

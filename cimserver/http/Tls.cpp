@@ -4,7 +4,7 @@
 
 #include <boost/asio/error.hpp>
 #include <openssl/ssl.h>
-#include <openssl/x509v3.h>
+#include <openssl/x509.h>
 #include <unistd.h>
 
 #include <cerrno>

@@ -204,9 +204,10 @@ void UserFile::set(User user) {
                                      [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; });
     if (user.name.empty() || user.name.size() > 255 || control || user.name[0] == '#' ||
         user.name.find(':') != std::string::npos || trimmed(user.name) != user.name) {
-        throw std::invalid_argument("'" + user.name +
-                                    "' cannot be a user name: it must not be empty, start with '#', "
-                                    "hold ':' or control characters, or begin or end with a blank");
+        throw std::invalid_argument(
+            "'" + user.name +
+            "' cannot be a user name: it must not be empty or longer than 255 bytes, start with "
+            "'#', hold ':' or control characters, or begin or end with a blank");
     }
     remove(user.name);
     users_.push_back(std::move(user));

@@ -38,7 +38,6 @@ class UserFile {
 
     /// Null when there is none.
     const User* find(std::string_view name) const;
-    bool empty() const { return users_.empty(); }
 
     /// The user when the password is right, else null. Slow by design. Hashes for an unknown name too, with the cost of
     /// an existing user's hash, so that the time does not reveal which names exist.
@@ -60,8 +59,8 @@ class UserFile {
     std::vector<User> users_;
 };
 
-/// True when a folder of root lets its group in, but the file in it is for root alone: a service of that group could
-/// not read it.
+/// True when a folder of root lets its group in, but that group may not read the file in it: a service of the group
+/// could not.
 bool isHiddenFromService(const std::filesystem::path& file);
 
 /// The longest password in bytes that crypt(3) takes.

@@ -24,7 +24,7 @@ enum class Sharing { None, Reads, All };
 
 struct GateLimits {
     std::size_t lanes = 8;   ///< calls inside at a time, where they share; one of them is kept for reads
-    std::size_t queue = 128; ///< waiters in the queue; a quarter as many threads may wait besides
+    std::size_t queue = 128; ///< waiters in the queue; a quarter as many threads may wait besides, at least `lanes`
 };
 
 class Gate {

@@ -14,7 +14,6 @@
 #include <algorithm>
 #include <atomic>
 #include <mutex>
-#include <optional>
 
 namespace cimserver::provider {
 
@@ -23,9 +22,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-[[noreturn]] void invalid(const std::string& id, const ModuleError& error) {
+void logUnusable(const std::string& id, const ModuleError& error) {
     log::write(log::Level::Error, "provider",
                "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
+}
+
+[[noreturn]] void invalid(const std::string& id, const ModuleError& error) {
+    logUnusable(id, error);
     throw CimError(Status::Failed, "Invalid provider: " + id + " (" + error.what() + ")");
 }
 
@@ -112,7 +115,7 @@ struct ProviderHost::Impl {
     Registrations registrations;
     std::mutex mutex; ///< guards the members below
     std::map<std::string, Slot*> slotsById;
-    std::vector<std::unique_ptr<Slot>> slots; ///< in the order of first use
+    std::vector<std::unique_ptr<Slot>> slots; ///< the oldest first
 
     Slot& slot(const std::string& id);
     Sharing sharingOf(const std::string& id) const;
@@ -183,8 +186,7 @@ void ProviderHost::Impl::scan(const fs::path& file) {
     } catch (const NoProviderModule& error) {
         log::write(log::Level::Debug, "provider", "Passed over: " + error.details());
     } catch (const ModuleError& error) {
-        log::write(log::Level::Error, "provider",
-                   "Provider " + id + " cannot be used: " + error.what() + ": " + error.details());
+        logUnusable(id, error);
     }
 }
 
