@@ -18,7 +18,7 @@
 
 namespace cdroam {
 
-/// Raises a CIM error whose message is the status in decimal.
+/// Raises CIM error 1 with the status in decimal as its message.
 [[noreturn]] void throwFailed(const char* source, int line, int status);
 
 /// How many keys an instance manager's operation takes.
