@@ -65,7 +65,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         std::vector<PropertyRow<Managed>> properties; ///< in the order in which instances show them
         std::vector<MethodRow<Object>> methods;
         NamedOperations operations;
-        /// How changes of one property each exclude one another; a change of several is always alone.
+        /// Whether changes of a single property may run together; a change of several is always alone.
         ChangeLock::Sharing singleChanges = ChangeLock::Sharing::Alone;
     };
 
