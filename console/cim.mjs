@@ -197,7 +197,7 @@ export class Client {
         this.#authorization = null;
     }
 
-    /** Whether the server answers at all, be it that not all is well; needs no user. */
+    /** Whether the server answers at all, whatever it says; needs no user. */
     async isThere() {
         try {
             await fetch('/health', { cache: 'no-store', signal: AbortSignal.timeout(kLimit) });
