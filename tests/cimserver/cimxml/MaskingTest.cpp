@@ -28,7 +28,8 @@ TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
     const std::string gone = "<PROPERTY NAME=\"Password\">***</PROPERTY>";
     // clang-format off
     const std::pair<std::string, std::string> cases[] = {
-        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
+        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it
+        {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
         {"<A>" + secret + "<VALUE>y</VALUE></A>", "<A>" + gone + "<VALUE>y</VALUE></A>"},
         {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>", "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
         {"<property NAME='oldPASSWORD'>x</property>", "<property NAME=\"oldPASSWORD\">***</property>"},
