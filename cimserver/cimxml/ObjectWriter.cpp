@@ -95,8 +95,8 @@ bool writeElements(XmlWriter& writer, const CIMValue& value, std::size_t limit) 
         if (text) {
             writer.element("VALUE", *text);
         } else {
-            Element(writer, "VALUE.NULL");
             valid = false;
+            Element(writer, "VALUE.NULL");
         }
     });
     return valid;
