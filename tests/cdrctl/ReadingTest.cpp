@@ -106,6 +106,15 @@ TEST(Reply, IsReadWhateverComes) {
     EXPECT_THROW(requireSuccess(reply("<ERROR CODE=\"4\" DESCRIPTION=\"no\"/>")), CimFault);
 }
 
+TEST(Labels, AreThoseThatTheClassGives) {
+    Property property;
+    property.qualifiers = {{"ValueMap", {"5", "7", "9"}}, {"Values", {"Five pieces", "Seven"}}};
+    EXPECT_EQ(labelOf(property, "7"), "Seven");
+    EXPECT_EQ(labelOf(property, "9") + labelOf(property, "1"), "") << "no label, no such value";
+    EXPECT_EQ(valueMeant(property, "FIVE"), "5");
+    EXPECT_EQ(valueMeant(property, "pieces"), "pieces");
+}
+
 TEST(Text, IsSafeForATerminal) {
     EXPECT_EQ(printable("gr\xC3\xBC\xC3\x9F\n\x1b[2J\xC2\x9B\xFF\xE2\x80\xAE"),
               "gr\xC3\xBC\xC3\x9F \xEF\xBF\xBD[2J\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD");

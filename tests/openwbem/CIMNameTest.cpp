@@ -122,6 +122,8 @@ TEST(CIMUrl, isTakenApart) {
     }
     const CIMUrl withRef(String("https://h:7/f#r"));
     EXPECT_TRUE(context.sameFile(withRef) && context != withRef && context < withRef);
+    const CIMUrl none = CIMUrl(CIMNULL);
+    EXPECT_TRUE(none < context && !(context < none) && !(none < none));
     EXPECT_FALSE(context.sameFile(CIMUrl(String("https://H:7/f"))));
     EXPECT_EQ(context.toMOF(), "UNIMPLEMENTED");
     const CIMNameSpace space(" //root/cimv2 ");

@@ -37,6 +37,7 @@ TEST(Address, IsAHostAPortOrAUrl) {
         {"sftp://h/", "sftp://h:22 h"},
         {"ftps://h", "ftps://h:21 [h]:21"},
         {"ftps://h:990", "ftps://h:990 [h]:990 implicit"},
+        {"ftp://h", "ftp://h:21 [h]:21"},
         {"ftp://h:65535", "ftp://h:65535 [h]:65535"},
     };
     for (const auto& [text, expected] : addresses) {

@@ -3,6 +3,7 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
+#include "cimserver/common/Memory.hpp"
 
 #include <gtest/gtest.h>
 
@@ -36,6 +37,22 @@ CIMQualifier misdeclared() {
 
 CIMDateTime date(const char* text) {
     return CIMDateTime(String(text));
+}
+
+TEST(LongAnswer, TakesMemoryFromItsRequestWhileItGrows) {
+    constexpr std::size_t kAll = 1048576; // three quarters are the peer's
+    cimserver::MemoryBudget budget(kAll);
+    cimserver::MemoryAccount account(budget, "one");
+    XmlWriter xml(&account);
+    const std::string part(10000, 'x');
+    const auto write = [&](int parts) {
+        for (int i = 0; i < parts; ++i) {
+            xml.raw(part);
+        }
+    };
+    write(20);
+    EXPECT_FALSE(cimserver::MemoryAccount(budget, "one").hold(kAll * 3 / 4 - 20 * part.size()));
+    EXPECT_THROW(write(80), cimserver::CimError);
 }
 
 TEST(Properties, AreWritten) {

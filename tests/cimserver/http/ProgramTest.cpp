@@ -162,6 +162,8 @@ TEST_F(ProgramTest, UsersOfTheToolLogInAfterAReload) {
     const auto users = cimserver::http::UserFile::load(dir_ / "users");
     EXPECT_TRUE(users.find("ann")->mayWrite) << "a new password keeps the role";
     EXPECT_NE(users.verify("ann", "second secret"), nullptr);
+    EXPECT_EQ(passwd("ann --certificate-only < /dev/null").exitCode, 0);
+    EXPECT_EQ(support::contentOf(dir_ / "users"), "ann:*:write\n");
     EXPECT_EQ(passwd("ann --delete").exitCode, 0);
     EXPECT_EQ(support::contentOf(dir_ / "users"), "");
     EXPECT_EQ(passwd("ann --delete").output, "cimserver-passwd: users has no user 'ann'\n");
@@ -390,6 +392,13 @@ TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
         const auto id = std::to_string(server_);
         return std::atoi(support::contentOf("/proc/" + id + "/task/" + id + "/children").c_str());
     };
+    const auto residentPages = [](int process) {
+        std::size_t all = 0;
+        std::size_t resident = 0;
+        std::ifstream("/proc/" + std::to_string(process) + "/statm") >> all >> resident;
+        return resident;
+    };
+    EXPECT_LT(2 * residentPages(server_), residentPages(child())) << "the parent gave back what it read at its start";
     for (const int signal : {SIGSEGV, SIGABRT, SIGKILL}) {
         const int crashing = child();
         std::filesystem::resize_file(dir_ / "out", 0);

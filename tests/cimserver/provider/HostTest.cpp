@@ -54,6 +54,10 @@ TEST(Registration, ComesFromTheProviderQualifier) {
                            "[Provider(\"perl::X\")] class Perl {}; [Provider(\"One\")] class Bare {};"
                            "[Provider(\"c++::../../etc/x\")] class Path {}; [Provider(\"c++::\")] class None {};",
                            "t.mof", "root/test");
+    repository.compileText("[Provider(\"c++::" + std::string(128, 'x') + "\")] class Longest {};", "l.mof",
+                           "root/test");
+    repository.compileText("[Provider(\"c++::" + std::string(129, 'x') + "\")] class TooLong {};", "l.mof",
+                           "root/test");
     const ProviderHost host{HostSettings()};
     const auto idOf = [&](const char* name) {
         return host.instanceProvider("root/test", *repository.findClass("root/test", name));
@@ -61,11 +65,12 @@ TEST(Registration, ComesFromTheProviderQualifier) {
     EXPECT_EQ(idOf("A"), "One");
     EXPECT_EQ(idOf("B"), "One") << "inherited";
     EXPECT_EQ(idOf("C"), "");
+    EXPECT_EQ(idOf("Longest").size(), 128U);
     EXPECT_EQ(idOf("D"), "") << "NULL takes the inherited one away";
     const CIMClass& a = *repository.findClass("root/test", "A");
     EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("F"))), "One");
     EXPECT_EQ(host.methodProvider("root/test", a, a.getMethod(CIMName("G"))), "Two");
-    for (const char* bad : {"Perl", "Bare", "Path", "None"}) {
+    for (const char* bad : {"Perl", "Bare", "Path", "None", "TooLong"}) {
         EXPECT_THAT(outcomeOf([&] { idOf(bad); }).description, HasSubstr("is not of the form \"c++::ID\"")) << bad;
     }
 }

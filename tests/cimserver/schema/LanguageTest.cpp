@@ -19,6 +19,7 @@ const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
     {"sint64 P = -9223372036854775808;", "-9223372036854775808", CIMDataType::SINT64},
     {"uint8 P = 0;", "0", CIMDataType::UINT8},
     {"real32 P = -.5;", "-0.5", CIMDataType::REAL32},
+    {"real32 P = -3.4028234663852886e38;", "-3.40282e+38", CIMDataType::REAL32},
     {"real64 P = 1.5E+3;", "1500", CIMDataType::REAL64},
     {"real64 P = -3;", "-3", CIMDataType::REAL64},
     {"boolean P = TRUE;", "true", CIMDataType::BOOLEAN},
