@@ -350,8 +350,8 @@ TEST_F(ProgramTest, TheJournalGetsPrioritiesAndNoTime) {
 
 TEST_F(ProgramTest, UsersWhoMayOnlyReadDoNotSeeSecrets) {
     support::writeFile(dir_ / "s.mof",
-                       "class S { [Key] string Name; string Password; [EmbeddedObject] string Inside; };\n"
-                       "instance of S { Name = \"a\"; Password = \"sesame\"; };\n");
+                       "class S { [Key] string Name; string Password; [EmbeddedObject] string In[]; };\n"
+                       "instance of S { Name = \"a\"; Password = \"sesame\"; In = {\"<P N='password'>sesame\"}; };\n");
     EXPECT_EQ(run("echo x | " CIMSERVER_PASSWD " users ann --stdin && "
                   "echo x | " CIMSERVER_PASSWD " users bob --role write --stdin")
                   .exitCode,
