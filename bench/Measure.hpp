@@ -21,7 +21,7 @@ inline double nanoseconds(Clock::duration time) {
     return std::chrono::duration<double, std::nano>(time).count();
 }
 
-/// The value that the part (0 to 1) of all others lie below.
+/// The value below which the part (0 to 1) of them lies.
 inline double quantile(std::vector<double> values, double part) {
     if (values.empty()) {
         return 0;

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <map>
@@ -225,6 +224,9 @@ void Report::addFromChild(const std::function<void(Report&)>& work) {
     }
     std::fflush(stdout);
     const pid_t child = ::fork();
+    if (child < 0) {
+        throw std::runtime_error("cannot start a child process");
+    }
     if (child == 0) {
         ::close(ends[0]);
         try {

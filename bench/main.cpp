@@ -11,7 +11,6 @@
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 namespace {
@@ -44,7 +43,7 @@ void run(Report& report, const Effort& effort, const std::string& only) {
     }
 }
 
-/// What else the machine did, of which figures from a shared machine need to be judged.
+/// What else the machine did: figures from a shared machine are judged by it.
 std::string machine() {
     double load[3] = {};
     ::getloadavg(load, 3);

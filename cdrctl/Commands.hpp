@@ -70,7 +70,9 @@ int statistics(const Context& context, const Watch& watch);
 
 int explainStatus(std::ostream& out, bool json, const std::string& code);
 
-/// A property's value in its own JSON type; null for NULL and for what does not apply, "***" for a secret.
+/// A property's value for people: "yes" or "no" of a boolean, "***" for a secret, nothing for NULL.
+std::string valueText(const Property& property);
+/// The same in its own JSON type; null for NULL and for what does not apply.
 nlohmann::ordered_json jsonValue(const Property& property);
 
 } // namespace cdrctl

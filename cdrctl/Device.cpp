@@ -1,5 +1,6 @@
 #include "cdrctl/Device.hpp"
 
+#include "Characters.hpp"
 #include "Files.hpp"
 #include "Settings.hpp"
 #include "cimserver/common/Text.hpp"
@@ -76,6 +77,10 @@ std::vector<std::string> taskLines(const std::string& table) {
 std::string userName(uid_t user) {
     const passwd* const entry = ::getpwuid(user);
     return entry == nullptr ? std::to_string(user) : entry->pw_name;
+}
+
+bool isPlainInShell(char c) {
+    return zpo::isAlphanumeric(c) || c == '.' || c == '_' || c == '-';
 }
 
 /// A running program.
@@ -162,8 +167,12 @@ std::vector<Crontab> systemCrontabs(const std::vector<Process>& processes) {
             tables.push_back({name, {}, "only root can read it", true});
             continue;
         }
-        const bool plain = name.find_first_not_of("abcdefghijklmnopqrstuvwxyz0123456789_-") == std::string::npos;
-        const Run listed = run(own || !plain ? "crontab -l 2>&1" : "crontab -u " + name + " -l 2>&1");
+        if (!own && !std::all_of(name.begin(), name.end(), isPlainInShell)) {
+            tables.push_back(
+                {name, {}, "its name holds other characters than letters, digits, '.', '_' and '-'", false});
+            continue;
+        }
+        const Run listed = run(own ? "crontab -l 2>&1" : "crontab -u " + name + " -l 2>&1");
         const bool none = listed.exitCode == 0 || listed.output.find("no crontab for") != std::string::npos;
         tables.push_back({name, none ? taskLines(listed.output) : std::vector<std::string>(),
                           none ? "" : "the crontab program failed: " + listed.output.substr(0, 100), false});
@@ -174,11 +183,11 @@ std::vector<Crontab> systemCrontabs(const std::vector<Process>& processes) {
 /// The program may stand only in the file system that the server sees, as in the lab. Other users' file systems are not
 /// trusted.
 std::string findProgram(const DevicePlaces& places, const std::vector<Process>& processes) {
-    if (fs::exists(places.program)) {
+    std::error_code error; // who may not look finds nothing
+    if (fs::exists(places.program, error)) {
         return places.program;
     }
     for (const Process& process : processes) {
-        std::error_code error;
         std::string inside = process.folder + "/root" + places.program;
         if (process.name() == "cimserverd" && process.user == ::geteuid() && fs::exists(inside, error)) {
             return inside;

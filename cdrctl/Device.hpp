@@ -34,7 +34,7 @@ struct DeviceFacts {
     std::string program;        ///< where the transfer program was found; empty when it is missing
     std::string programProblem; ///< why it cannot be started; empty when it can
     std::optional<TransferStatus> transfer;
-    std::vector<LogLine> log; ///< the last lines about pushes, oldest first
+    std::vector<LogLine> log; ///< the last lines about pushes of each log, oldest first
 };
 
 /// Where to look. Tests look elsewhere.

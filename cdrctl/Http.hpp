@@ -44,8 +44,9 @@ struct Answer {
 
 using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 
-/// Posts the body and returns the answer, whatever its status. Each step may take as long as the timeout; an answer of
-/// more than 16 MiB is refused. Throws ConnectError.
+/// Posts the body and returns the answer, whatever its status. Each step may take as long as the timeout, but looking
+/// up the host's name as long as the system's resolver takes; an answer of more than 16 MiB is refused. Throws
+/// ConnectError.
 Answer post(const Address& address, const Access& access, const HeaderFields& fields, const std::string& body);
 
 } // namespace cdrctl

@@ -26,7 +26,8 @@ enum class Weight { Note, Problem };
 
 struct Finding {
     Weight weight = Weight::Note;
-    std::string source; ///< where it is from: "settings", "statistics", "crontab", "cron", "program", "transfer", "log"
+    std::string source; ///< where it is from: "settings", "statistics", "crontab", "cron", "program", "transfer",
+                        ///< "log", "device"
     std::string text;
     std::string advice; ///< a command or a hint; may be empty
 };

@@ -14,7 +14,7 @@ namespace {
 constexpr int kWeekly = 1;
 constexpr int kMonthly = 2;
 constexpr int kSunday = 7;
-constexpr int kLongestPause = 62; ///< days from one run to the next: a day 31 that July and August are before or after
+constexpr int kLongestPause = 62; ///< days; from 31 March to the next day 31 there are 61
 constexpr const char* kDays[] = {"Sunday", "Monday", "Tuesday", "Wednesday", "Thursday", "Friday", "Saturday"};
 
 std::tm localTime(std::time_t time) {

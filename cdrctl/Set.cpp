@@ -63,13 +63,20 @@ Object classOf(const Client& client, const std::string& className, const std::st
 /// What became of one property of a request.
 struct Outcome {
     const Property* asked;
-    std::string before;
-    std::string after;
+    Property before;
+    Property after;
     bool stored;
 };
 
+/// The property of the instance; without a value when there is none.
+Property propertyOf(const Object& instance, const std::string& name) {
+    const Property* const found = instance.find(name);
+    return found == nullptr ? Property{name, "", std::nullopt, {}} : *found;
+}
+
 /// A server may not show a secret that it has stored.
-bool isSame(const Property& asked, const std::string& value) {
+bool isSame(const Property& asked, const Property& now) {
+    const std::string value = now.value.value_or("");
     if (asked.isSecret()) {
         return asked.value.value_or("").empty() == value.empty();
     }
@@ -82,30 +89,30 @@ std::vector<Outcome> outcomesOf(const std::vector<Property>& changed, const Obje
     std::vector<Outcome> outcomes;
     bool stopped = false;
     for (const Property& property : changed) {
-        const std::string now = after.value(property.name);
+        Property now = propertyOf(after, property.name);
         stopped = stopped || (failed && !isSame(property, now));
-        outcomes.push_back({&property, before.value(property.name), now, !stopped});
+        outcomes.push_back({&property, propertyOf(before, property.name), std::move(now), !stopped});
     }
     return outcomes;
 }
 
-std::string valueText(const Property& property, const std::string& value) {
-    const std::string shown = property.isSecret() && !value.empty() ? "***" : printable(value);
-    return shown.empty() ? "(empty)" : shown;
+std::string valueOrEmpty(const Property& property) {
+    const std::string text = valueText(property);
+    return text.empty() ? "(empty)" : text;
 }
 
 void writeStored(std::ostream& out, const Outcome& outcome) {
     const Property& asked = *outcome.asked;
-    out << asked.name << ": " << valueText(asked, outcome.before) << " -> " << valueText(asked, outcome.after);
+    out << asked.name << ": " << valueOrEmpty(outcome.before) << " -> " << valueOrEmpty(outcome.after);
     if (!isSame(asked, outcome.after)) {
-        out << " (asked for " << valueText(asked, *asked.value) << ")";
+        out << " (asked for " << valueOrEmpty(asked) << ")";
     }
     out << "\n";
 }
 
 void writeRefused(std::ostream& out, const Outcome& outcome, const CimFault& fault) {
-    out << outcome.asked->name << "=" << valueText(*outcome.asked, *outcome.asked->value)
-        << ": refused: " << printable(fault.what()) << " (CIM error " << fault.code() << ")\n";
+    out << outcome.asked->name << "=" << valueOrEmpty(*outcome.asked) << ": refused: " << printable(fault.what())
+        << " (CIM error " << fault.code() << ")\n";
     if (const auto status = moduleStatusIn(fault.what())) {
         out << "  " << status->number << ": " << status->text << "\n  -> " << status->advice << "\n";
     }
@@ -163,8 +170,8 @@ void writeJson(std::ostream& out, const std::string& className, const std::vecto
     for (const Outcome& outcome : outcomes) {
         ordered_json& row = result["properties"][outcome.asked->name];
         row["result"] = outcome.stored ? "stored" : (&outcome == refused ? "refused" : "not tried");
-        row["before"] = valueText(*outcome.asked, outcome.before);
-        row["after"] = valueText(*outcome.asked, outcome.after);
+        row["before"] = jsonValue(outcome.before);
+        row["after"] = jsonValue(outcome.after);
     }
     if (fault != nullptr) {
         result["error"] = {{"code", fault->code()}, {"text", fault->what()}};

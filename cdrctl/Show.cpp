@@ -40,14 +40,8 @@ std::string shown(const Property& declared, const Property& property) {
     if (!property.value) {
         return "(not readable)";
     }
-    if (property.type == "boolean") {
-        return equalsIgnoringCase(*property.value, "true") ? "yes" : "no";
-    }
-    if (property.isSecret() && !property.value->empty()) {
-        return "***";
-    }
-    const std::string label = labelOf(declared, *property.value);
-    return printable(*property.value) + (label.empty() ? "" : " (" + printable(label) + ")");
+    const std::string label = property.isSecret() ? "" : labelOf(declared, *property.value);
+    return valueText(property) + (label.empty() ? "" : " (" + printable(label) + ")");
 }
 
 std::string rangeOf(const Property& declared, const Property& property) {
@@ -161,6 +155,17 @@ std::string classNamed(const std::string& name) {
         }
     }
     return name;
+}
+
+std::string valueText(const Property& property) {
+    const std::string text = property.value.value_or("");
+    if (property.isSecret() && !text.empty()) {
+        return "***";
+    }
+    if (property.type == "boolean" && (equalsIgnoringCase(text, "true") || equalsIgnoringCase(text, "false"))) {
+        return equalsIgnoringCase(text, "true") ? "yes" : "no";
+    }
+    return printable(text);
 }
 
 ordered_json jsonValue(const Property& property) {

@@ -31,7 +31,7 @@ struct Statistics {
     }
 };
 
-/// "  +3" when the count has grown since the last look.
+/// "+3" when the count has changed since the last look.
 std::string growth(double before, double now) {
     char text[32];
     std::snprintf(text, sizeof text, "%+.0f", now - before);

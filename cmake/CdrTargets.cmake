@@ -1,4 +1,4 @@
-# What every target of the project gets: warnings as errors, hidden symbols, the chosen sanitizers.
+# What every target of the project gets: warnings as errors, the chosen sanitizers or hardening.
 
 # cdr_target_warnings(TARGET): the project's warnings, each an error.
 function(cdr_target_warnings target)

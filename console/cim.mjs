@@ -67,6 +67,7 @@ function propertyOf(element) {
         name,
         title: qualifiers.get('displayname') ?? words(name),
         type: element.getAttribute('TYPE') ?? 'reference',
+        isList: element.tagName === 'PROPERTY.ARRAY',
         isKey: isTrue(qualifiers.get('key')),
         writable: single && isTrue(qualifiers.get('write')) && !isTrue(qualifiers.get('key')),
         description: qualifiers.get('description') ?? '',
@@ -196,10 +197,11 @@ export class Client {
         this.#authorization = null;
     }
 
-    /** Whether the server answers at all; needs no user. */
+    /** Whether the server answers at all, whatever it says; needs no user. */
     async isThere() {
         try {
-            return (await fetch('/health', { cache: 'no-store', signal: AbortSignal.timeout(kLimit) })).ok;
+            await fetch('/health', { cache: 'no-store', signal: AbortSignal.timeout(kLimit) });
+            return true;
         } catch {
             return false;
         }
@@ -298,7 +300,7 @@ export class Draft {
 
     /** The server's value as a text; NULL is the empty text. */
     stored(name) {
-        return String(this.held(name).value ?? '');
+        return [this.held(name).value ?? ''].flat().join(', ');
     }
 
     value(name) {

@@ -41,10 +41,13 @@ export function el(name, attributes = {}, ...content) {
 const isSecret = (property) => /password/i.test(property.name);
 const isNumeric = (property) => /^[su]int|^real/.test(property.type);
 /** Whether a property counts something: a number that only the server changes. */
-export const isCount = (property) => isNumeric(property) && !property.writable && !property.isKey;
+export const isCount = (property) => isNumeric(property) && !property.writable && !property.isKey && !property.isList;
 
 /** A value as a person reads it. */
 export function valueText(cls, property, value) {
+    if (property.isList) {
+        return value || t('empty');
+    }
     const word = choicesOf(cls, property)?.find(([one]) => one === value)?.[1];
     if (property.type === 'datetime') {
         return cimTimeText(value) ?? t('never');

@@ -32,7 +32,7 @@ _cdr_complete() {
     if [[ $current == -* || -z $subcommand ]]; then
         COMPREPLY=($(compgen -W "$(_cdr_offers "$program" ${subcommand:+"$subcommand"})" -- "$current"))
     fi
-    [[ ${COMPREPLY[*]} ]] || COMPREPLY=($(compgen -f -- "$current"))
+    [[ ${COMPREPLY[*]} ]] || mapfile -t COMPREPLY < <(compgen -f -- "$current")
 }
 
 complete -o filenames -F _cdr_complete zporeg osqueue cimserverd cimserver-passwd cimserver-cert CDRTransfer cdrsim

@@ -12,7 +12,7 @@ struct Options {
     std::optional<std::uint32_t> seed;
     std::uint64_t once = 0; ///< write so many records and end; 0: run until stopped
     bool pull = false;
-    std::string pullFailure; ///< count a failed transfer with this reason
+    std::optional<std::string> pullFailure; ///< count a failed transfer with this reason
 };
 
 /// Reads the command line and the environment. Returns the exit code when the program is to end: 0 after help, 2 on

@@ -15,7 +15,7 @@ void countPull(const std::vector<FinishedFile>& files, std::time_t now);
 /// Counts one transfer that failed. Throws when the registry fails.
 void countFailedPull(const std::string& reason, std::time_t now);
 
-/// Whether clients fetch the files: the transfer type of the push settings is 3 or not set.
+/// Whether clients fetch the files: the transfer type of the push settings is 3, or there is none.
 bool isPullSet();
 
 } // namespace cdrsim

@@ -5,7 +5,6 @@
 #include "osa.h"
 
 #include <array>
-#include <cstdio>
 #include <stdexcept>
 #include <thread>
 
@@ -16,9 +15,7 @@ constexpr const char* kName = "CDRService";
 
 void require(std::uint32_t status) {
     if (status != OSA_OK) {
-        std::array<char, 64> text{};
-        std::snprintf(text.data(), text.size(), "the queue %s fails with status 0x%x", kName, status);
-        throw std::runtime_error(text.data());
+        throw std::runtime_error(std::string("the queue ") + kName + ": " + zpo::statusText(status));
     }
 }
 

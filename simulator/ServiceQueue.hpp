@@ -9,8 +9,8 @@ namespace cdrsim {
 /// The queue "CDRService", by which the device's CDR service is told what to do. This process owns it.
 class ServiceQueue {
   public:
-    /// Creates the queue, or takes over that of a killed owner with its messages. Throws when that fails. Restores of
-    /// the registry are from now on messages, too: those of a changed setting.
+    /// Creates the queue, or takes over that of a killed owner with its messages. Throws when that fails. From now on a
+    /// restore of the registry comes as a message, too: that of a changed setting.
     ServiceQueue();
     /// Deletes the queue.
     ~ServiceQueue();

@@ -22,8 +22,8 @@ void onSignal(int) {
 void run(const cdrsim::Options& options) {
     if (options.pull) {
         cdrsim::pull(options.records);
-    } else if (!options.pullFailure.empty()) {
-        cdrsim::countFailedPull(options.pullFailure, std::time(nullptr));
+    } else if (options.pullFailure) {
+        cdrsim::countFailedPull(*options.pullFailure, std::time(nullptr));
     } else if (options.once > 0) {
         cdrsim::Simulator(options).writeRecords(options.once);
     } else {

@@ -51,7 +51,7 @@ class Run {
         report_.found = files.size();
         report_.save(state_);
         begin();
-        forgetAbandoned(files);
+        takeUpInterrupted(files);
         for (const LocalFile& file : files) {
             sendWithRetries(file, settings_.deleteSent);
         }
@@ -69,11 +69,10 @@ class Run {
         }
         if (report_.reason.empty()) {
             for (const LocalFile& file : finishedFiles(state_ / "outbox", ".txt")) {
-                isMetrics_ = true;
-                sendWithRetries(file, true);
+                sendMetricsFile(file);
             }
+            CurrentUpload::clear(state_);
         }
-        CurrentUpload::clear(state_);
     }
 
   private:
@@ -95,18 +94,37 @@ class Run {
         files.erase(std::remove_if(files.begin(), files.end(), arrived), files.end());
     }
 
-    /// Removes from the server what an interrupted run left of a file that is not to be sent any more.
-    void forgetAbandoned(const std::vector<LocalFile>& files) {
-        const bool known = std::find(files.begin(), files.end(), interrupted_.file) != files.end();
-        if (interrupted_.partPath.empty() || known || interrupted_.target != report_.target) {
+    /// The file that an interrupted run was sending comes first, before "current" tells of another. What such a run
+    /// left on the server of a file that is not to be sent any more is removed.
+    void takeUpInterrupted(std::vector<LocalFile>& files) {
+        if (interrupted_.partPath.empty() || interrupted_.target != report_.target) {
             return;
         }
+        const auto record = std::find(files.begin(), files.end(), interrupted_.file);
+        LocalFile metrics = interrupted_.file;
+        metrics.folder = state_ / "outbox";
+        if (record != files.end()) {
+            std::rotate(files.begin(), record, record + 1);
+        } else if (settings_.metrics && metrics.isUnchanged()) {
+            sendMetricsFile(metrics);
+        } else {
+            removeAbandoned();
+        }
+    }
+
+    void removeAbandoned() {
         try {
             farEnd_.remove(interrupted_.partPath);
         } catch (const Failure& failure) {
             console_.step("an unfinished upload is left on the server: " + std::string(failure.what()));
         }
         interrupted_ = CurrentUpload();
+    }
+
+    void sendMetricsFile(const LocalFile& file) {
+        isMetrics_ = true;
+        sendWithRetries(file, true);
+        isMetrics_ = false;
     }
 
     void sendWithRetries(const LocalFile& file, bool deleteSent) {
@@ -145,11 +163,12 @@ class Run {
     }
 
     void waitBefore(unsigned attempt) {
+        const auto longest = std::max(kLongestDelay, options_.retryDelay);
         auto delay = options_.retryDelay;
-        for (unsigned i = 1; i < attempt && delay < kLongestDelay; ++i) {
+        for (unsigned i = 1; i < attempt && delay < longest; ++i) {
             delay *= 2;
         }
-        delay = std::min(delay, kLongestDelay);
+        delay = std::min(delay, longest);
         console_.step(fmt::format("try {} of {} in {}", attempt + 1, settings_.retries + 1,
                                   counted(static_cast<std::uint64_t>(delay.count()), "second")));
         report_.save(state_);

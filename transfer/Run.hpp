@@ -20,7 +20,7 @@ namespace transfer {
 
 struct RunOptions {
     std::string records;             ///< the record folder
-    std::chrono::seconds retryDelay; ///< before the first further try; doubled for each one after it
+    std::chrono::seconds retryDelay; ///< before the first further try; doubled for each one after it, up to 5 minutes
 };
 
 /// Runs and keeps the report. The caller holds the lock. Never throws Failure.

@@ -2,7 +2,7 @@
 
 #include "Failure.hpp"
 
-#include <cstdlib>
+#include <charconv>
 #include <cstring>
 #include <fmt/format.h>
 #include <memory>
@@ -28,12 +28,19 @@ bool isAny(const char* day) {
     return std::strcmp(day, "*") == 0;
 }
 
+/// Of a day field; -1 when it is none, or one that no day has.
+int numberOf(const char* day) {
+    int number = -1;
+    std::from_chars(day, day + std::strlen(day), number);
+    return number;
+}
+
 bool fallsOn(const ZpoScheduledTaskRecord& task, const std::tm& day) {
     if (!matches(task.month, day.tm_mon + 1)) {
         return false;
     }
-    const bool dayOfMonth = std::atoi(task.dayOfMonth) == day.tm_mday;
-    const bool dayOfWeek = std::atoi(task.dayOfWeek) % 7 == day.tm_wday;
+    const bool dayOfMonth = numberOf(task.dayOfMonth) == day.tm_mday;
+    const bool dayOfWeek = numberOf(task.dayOfWeek) % 7 == day.tm_wday;
     if (isAny(task.dayOfMonth)) {
         return isAny(task.dayOfWeek) || dayOfWeek;
     }

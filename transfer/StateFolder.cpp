@@ -2,6 +2,7 @@
 
 #include "Failure.hpp"
 #include "Files.hpp"
+#include "Privileges.hpp"
 #include "Settings.hpp"
 
 #include <cerrno>
@@ -9,8 +10,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fmt/format.h>
-#include <grp.h>
-#include <pwd.h>
 #include <random>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -27,12 +26,6 @@ constexpr std::size_t kMaxFile = std::size_t{64} << 20U;
 void makeFolder(const std::string& path, mode_t mode) {
     if (mkdir(path.c_str(), mode) != 0 && errno != EEXIST) {
         refuse(path, errno);
-    }
-}
-
-void becomeUser(const passwd& user) {
-    if (initgroups(user.pw_name, user.pw_gid) != 0 || setgid(user.pw_gid) != 0 || setuid(user.pw_uid) != 0) {
-        refuse(std::string("becoming the user ") + user.pw_name, errno);
     }
 }
 
@@ -55,14 +48,8 @@ void StateFolder::create() const {
 }
 
 void StateFolder::becomeOwner() const {
-    struct stat status {};
-    if (geteuid() != 0 || stat(stateDirectory_.c_str(), &status) != 0 || status.st_uid == 0) {
-        return;
-    }
-    if (const passwd* const user = getpwuid(status.st_uid)) {
-        becomeUser(*user);
-    } else if (setgroups(0, nullptr) != 0 || setgid(status.st_gid) != 0 || setuid(status.st_uid) != 0) {
-        refuse("becoming the owner of " + stateDirectory_, errno);
+    if (const int error = zpo::becomeOwnerOf(stateDirectory_, zpo::RootRights::Dropped)) {
+        refuse("becoming the owner of " + stateDirectory_, error);
     }
 }
 

@@ -40,7 +40,7 @@ class StateFolder {
 
 /// Replaces a file of the state folder. Throws Failure, scope Run, with the file unchanged.
 void saveFile(const std::string& path, const std::string& content);
-/// The file's content; empty when it is missing or cannot be read. At most 64 MiB are read.
+/// The file's content; empty when it is missing, cannot be read or is larger than 64 MiB.
 std::string loadFile(const std::string& path);
 /// Removes every file of a folder of this program.
 void emptyFolder(const std::string& path);

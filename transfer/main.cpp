@@ -16,6 +16,7 @@
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 
@@ -35,7 +36,11 @@ struct Options {
     std::string records = "/var/lib/cdr/records";
     unsigned retryDelay = 5;
 
-    RunOptions run() const { return {records, std::chrono::seconds(retryDelay)}; }
+    /// The record folder by its absolute path, because a run in the background leaves the working folder.
+    RunOptions run() const {
+        std::error_code error;
+        return {std::filesystem::absolute(records, error).string(), std::chrono::seconds(retryDelay)};
+    }
 };
 
 void addOptions(CLI::App& app, Options& options) {
@@ -51,7 +56,7 @@ void addOptions(CLI::App& app, Options& options) {
     app.add_option("--records", options.records, "Folder of the record files (/var/lib/cdr/records)")
         ->envname("CDR_RECORD_DIR");
     app.add_option("--retry-delay", options.retryDelay,
-                   "Seconds before the first further try (5), doubled for each one after it")
+                   "Seconds before the first further try (5), doubled for each one after it, up to 5 minutes")
         ->envname("CDR_TRANSFER_RETRY_DELAY")
         ->check(CLI::Range(0, 3600));
 }
@@ -95,9 +100,10 @@ int push(const StateFolder& state, const Options& options) {
         std::fprintf(stderr, "CDRTransfer: a run is under way; this one ends\n");
         return Done;
     }
+    const RunOptions run = options.run();
     const bool background = !waited && continueInBackground();
     Console console(!background, options.verbose);
-    return runPush(state, options.run(), console).state == RunReport::State::Succeeded ? Done : Failed;
+    return runPush(state, run, console).state == RunReport::State::Succeeded ? Done : Failed;
 }
 
 int work(const Options& options) {

@@ -13,7 +13,6 @@
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
-#include <atomic>
 #include <cstdio>
 #include <filesystem>
 #include <stdexcept>

@@ -176,7 +176,7 @@ void printRow(const std::string& name, const Counts& now, const Counts* before) 
     (void)std::fflush(stdout);
 }
 
-/// Counts and prints each; true when none grew.
+/// Counts and prints each; true when the file has all of them and none grew, or is written anew.
 bool compare(const std::string& file, const std::string& only, bool update) {
     const Table committed = readTable(file);
     std::vector<std::pair<std::string, Counts>> rows;
@@ -206,7 +206,8 @@ int main(int argc, char** argv) {
     std::string file = COUNTS_FILE;
     std::string only;
     bool update = false;
-    CLI::App app("Counts instructions and allocations a request; ends with 1 when one grew by more than 5 %.");
+    CLI::App app(
+        "Counts instructions and allocations a request; ends with 1 when one grew by more than 5 % or is new.");
     app.add_option("--table", file, "the committed counts")->capture_default_str();
     CLI::Option* const filter = app.add_option("--only", only, "only requests whose name contains this");
     app.add_flag("--update", update, "write the table")->excludes(filter);

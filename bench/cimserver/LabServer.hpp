@@ -33,7 +33,7 @@ class LabFolder {
 class PortProcess {
   public:
     PortProcess(const std::vector<std::string>& command, std::string portFile);
-    /// Waits until it has ended.
+    /// Stops it.
     ~PortProcess();
     PortProcess(const PortProcess&) = delete;
     PortProcess& operator=(const PortProcess&) = delete;

@@ -14,7 +14,7 @@ struct LoadResult {
     double p99 = 0;
 };
 
-/// The request that a connection sends as its so many-th.
+/// A connection's request of this number, from 0 on.
 using Requests = std::function<std::string(unsigned connection, unsigned number)>;
 
 /// Loads the server at 127.0.0.1 for so long. Throws std::runtime_error when an answer is not a success.

@@ -5,7 +5,6 @@
 #include "ServerBench.hpp"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,7 +16,7 @@ struct Work {
     Requests requests;
 };
 
-/// Changes a bin to what it never was, so that each request is a change.
+/// Sets a bin to another value each time, so that each request is a change.
 std::string modification(unsigned connection, unsigned number) {
     constexpr unsigned kBins = 8;
     constexpr unsigned kDigits = 10'000;

@@ -1,5 +1,5 @@
 // Schemas of one to many classes, generated in the manner of the large published ones: a tree with descriptions, value
-// maps and methods, about 7 KB a class.
+// maps and methods, about 6 KB a class.
 #include "Client.hpp"
 #include "LabServer.hpp"
 #include "ServerBench.hpp"

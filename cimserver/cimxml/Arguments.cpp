@@ -2,7 +2,6 @@
 
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
@@ -84,9 +83,7 @@ void Arguments::take(pugi::xml_node parameterElement) {
 
 void Arguments::requireAll() const {
     for (const Parameter& parameter : declared_) {
-        const bool enough = parameter.kind == ParameterKind::Value ? static_cast<bool>(findParameter(parameter.name))
-                                                                   : has(parameter.name);
-        if (parameter.presence == Presence::Required && !enough) {
+        if (parameter.presence == Presence::Required && !has(parameter.name)) {
             refuse(parameter.name, "is missing");
         }
     }

@@ -2,7 +2,6 @@
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimom/Cimom.hpp"
-#include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"

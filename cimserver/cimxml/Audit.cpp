@@ -42,7 +42,8 @@ std::string quoted(std::string_view text) {
         plain.append(1, '"').append(text).append(1, '"');
         return plain;
     }
-    std::string result = withoutUserInfo(text.substr(0, kLongestText));
+    const std::string shown = withoutUserInfo(text); // before an end that gives user and password away is cut off
+    std::string result = shown.substr(0, kLongestText);
     for (auto at = result.find_first_of("\"\\"); at != std::string::npos; at = result.find_first_of("\"\\", at + 2)) {
         result.insert(at, 1, '\\');
     }
@@ -50,7 +51,7 @@ std::string quoted(std::string_view text) {
     for (auto at = result.find('>'); at != std::string::npos; at = result.find('>', at)) {
         result.replace(at, 1, "\\x3e");
     }
-    return '"' + result + '"' + (text.size() > kLongestText ? "..." : "");
+    return '"' + result + '"' + (shown.size() > kLongestText ? "..." : "");
 }
 
 /// Quoted unless it is as names are.

@@ -65,9 +65,9 @@ http::Response envelope(const RequestMessage& message, const Operation* operatio
 /// The tree of a request is several times as large as its text.
 void accountTree(const http::Request& request) {
     constexpr std::size_t kSmall = 16384;
-    constexpr std::size_t kNodesPerByte = 8;
+    constexpr std::size_t kTreeBytesPerByte = 8;
     if (request.memory != nullptr && request.body.size() > kSmall &&
-        !request.memory->grow(kNodesPerByte * request.body.size())) {
+        !request.memory->grow(kTreeBytesPerByte * request.body.size())) {
         throw HttpError(503, "", "no memory for the request");
     }
 }
@@ -124,9 +124,12 @@ http::Response Dispatcher::answer(const http::Request& request) {
         headers.add(response, "CIMOperation", "MethodResponse");
         response.fields.add("Cache-Control", "no-cache");
     } catch (const HttpError& error) {
-        log::write(log::Level::Info, "cimxml", lineFor(request, error.cimError() + ": " + error.what()));
+        const std::string& kind = error.cimError();
+        log::write(log::Level::Info, "cimxml", lineFor(request, (kind.empty() ? "" : kind + ": ") + error.what()));
         response = refusal(error);
-        headers.add(response, "CIMError", error.cimError());
+        if (!kind.empty()) {
+            headers.add(response, "CIMError", kind);
+        }
     }
     headers.addExtension(response);
     return response;
@@ -165,15 +168,17 @@ http::Response Dispatcher::reply(const http::Request& request, const RequestMess
     });
 }
 
-/// What the configuration says about a failure whose text, which stands in brackets at the end, is a number or missing.
+/// What the configuration says about a failure by the provider's text, which follows the standard one in brackets;
+/// "none" stands for a missing text.
 std::string Dispatcher::hintFor(const Outcome& outcome) const {
+    const std::string standard = CimError::fromException("").getMessage();
     const auto& text = outcome.description;
-    const auto open = text.rfind('(');
-    if (outcome.code != static_cast<int>(Status::Failed) || (open != std::string::npos && text.back() != ')')) {
+    if (outcome.code != static_cast<int>(Status::Failed) || text.compare(0, standard.size(), standard) != 0) {
         return "";
     }
-    const auto key = open == std::string::npos ? "none" : text.substr(open + 1, text.size() - open - 2);
-    const auto hint = settings_.errorHints.find(key);
+    const auto bracketed = text.substr(standard.size()); // " (101)"
+    const auto key = bracketed.size() > 3 ? bracketed.substr(2, bracketed.size() - 3) : bracketed;
+    const auto hint = settings_.errorHints.find(key.empty() ? "none" : key);
     return hint == settings_.errorHints.end() ? "" : ": " + hint->second;
 }
 

@@ -5,7 +5,6 @@
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
 #include "cimserver/cimxml/WellFormedness.hpp"
-#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/http/Message.hpp"
 
 #include <atomic>
@@ -13,7 +12,6 @@
 #include <cstdint>
 #include <map>
 #include <string>
-#include <string_view>
 
 namespace cimserver::cimxml {
 
@@ -27,7 +25,7 @@ struct DispatcherSettings {
     XmlLimits xml;                                 ///< of requests
     Enumerations::Limits enumerations;             ///< open at a time
     std::chrono::seconds longestEnumeration{300};  ///< the greatest OperationTimeout
-    std::map<std::string, std::string> errorHints; ///< by number: see hintFor
+    std::map<std::string, std::string> errorHints; ///< by a failure's text, or "none"
     bool hideSecrets = false;                      ///< from users who may not write
 };
 
@@ -38,8 +36,8 @@ class Dispatcher {
     explicit Dispatcher(cimom::Cimom& cimom, DispatcherSettings settings = {});
 
     /// Other HTTP methods get 405; a request that is not valid CIM-XML gets 400 or 501, usually with a CIMError header;
-    /// an internal failure gets 500. Every other request gets 200 with the result or an ERROR. Throws nothing but
-    /// a Deferral.
+    /// one for which there is no memory gets 503, an internal failure 500. Every other request gets 200 with the result
+    /// or an ERROR. Throws nothing but a Deferral.
     http::Response handle(const http::Request& request);
     const DispatcherSettings& settings() const { return settings_; }
     /// Operations that ended in a CIM error since the start.

@@ -1,7 +1,6 @@
 #include "cimserver/cimxml/Enumerations.hpp"
 
 #include "cimserver/cim/CimError.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <sys/random.h>

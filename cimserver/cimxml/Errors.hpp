@@ -8,7 +8,8 @@
 
 namespace cimserver::cimxml {
 
-/// The request is not a CIM-XML operation that this server understands: HTTP 400, 405 or 501.
+/// The request is not a CIM-XML operation that this server understands (HTTP 400, 405 or 501), or there is no memory to
+/// read it (503).
 class HttpError : public std::exception {
   public:
     /// `cimError` is the value of the CIMError header, empty for none; `text` names the offending item.

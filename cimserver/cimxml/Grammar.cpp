@@ -2,7 +2,6 @@
 // names that an item may have; ? * or + after them says how often. "#" is character data.
 #include "cimserver/cimxml/Grammar.hpp"
 
-#include "cimserver/cimxml/XmlDocument.hpp"
 #include "cimserver/common/Text.hpp"
 
 #include <boost/container/small_vector.hpp>
@@ -34,6 +33,7 @@ const Row kRows[] = {
     {"MESSAGE", "SIMPLEREQ/SIMPLERSP/MULTIREQ/MULTIRSP/SIMPLEEXPREQ/MULTIEXPREQ", "ID! PROTOCOLVERSION!"},
     {"MULTIREQ", "SIMPLEREQ, SIMPLEREQ+", ""},
     {"SIMPLEREQ", "CORRELATOR*, METHODCALL/IMETHODCALL", ""},
+    {"MULTIRSP", "SIMPLERSP, SIMPLERSP+", ""},
     {"SIMPLERSP", "METHODRESPONSE/IMETHODRESPONSE", ""},
     {"CORRELATOR", "VALUE", "NAME! TYPE!:t"},
     {"METHODCALL", "LOCALCLASSPATH/LOCALINSTANCEPATH, PARAMVALUE*", "NAME!"},
@@ -95,7 +95,6 @@ const Row kRows[] = {
     {"PARAMETER.REFARRAY", "QUALIFIER*", "NAME! REFERENCECLASS ARRAYSIZE"},
 
     // Exported indications: known, so that they are refused as another kind of message and not as unknown elements.
-    {"MULTIRSP", "SIMPLERSP, SIMPLERSP+", ""},
     {"SIMPLEEXPREQ", "CORRELATOR*, EXPMETHODCALL", ""},
     {"MULTIEXPREQ", "SIMPLEEXPREQ, SIMPLEEXPREQ+", ""},
     {"EXPMETHODCALL", "EXPPARAMVALUE*", "NAME!"},

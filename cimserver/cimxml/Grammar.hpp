@@ -14,7 +14,7 @@ class GrammarError : public std::runtime_error {
   public:
     enum class Kind {
         Unknown, ///< an element that CIM-XML does not have
-        Broken   ///< a known element missing, misplaced or without a needed attribute
+        Broken   ///< a known element missing or misplaced, or an attribute missing or wrong
     };
     GrammarError(Kind kind, const std::string& text) : std::runtime_error(text), kind_(kind) {}
     Kind kind() const noexcept { return kind_; }

@@ -4,7 +4,6 @@
 #include "cimserver/cimom/Cimom.hpp"
 #include "cimserver/cimxml/Audit.hpp"
 #include "cimserver/cimxml/Characters.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/Masking.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
@@ -89,7 +88,8 @@ void getProperty(OperationCall& call) {
     const String name = call.arguments.text("PropertyName");
     const CIMValue found = call.services.cimom.getProperty(call.context, call.nameSpace, path, name);
     const Element result(call.reply, "IRETURNVALUE");
-    writeValue(call.reply, mustNotKnow(call) ? valueWithoutSecret(name, found) : found);
+    writeValue(call.reply, mustNotKnow(call) ? valueWithoutSecret(name, found) : found,
+               toStd(path.getClassName()) + "." + toStd(name));
 }
 
 void setProperty(OperationCall& call) {

@@ -23,9 +23,12 @@ bool isSecret(std::string_view text) {
     return containsIgnoringCase(text, kSecret);
 }
 
-/// An embedded object is XML inside a text; a name written with character references there could hide anything.
+/// An embedded object is XML inside a text, maybe with another one in it. A name in it that is written with character
+/// references, or interrupted by a comment, a CDATA section or an instruction around the inner one, could be anything.
 bool isSecretObject(std::string_view text) {
-    return text.find('<') != std::string_view::npos && (isSecret(text) || text.find("&#") != std::string_view::npos);
+    const auto holds = [text](std::string_view part) { return text.find(part) != std::string_view::npos; };
+    return holds("<") && (isSecret(text) || holds("&#") || holds("amp;#") || holds("<!") || holds("lt;!") ||
+                          text.find("<?", 1) != std::string_view::npos || holds("lt;?"));
 }
 
 /// The element's name is compared in any case: a request with a wrong one is refused, but dumped.
@@ -103,13 +106,13 @@ OpenWBEM::CIMValue valueWithoutSecret(const OpenWBEM::String& name, const OpenWB
         return value;
     }
     const auto type = value.getType();
-    const bool text = type == CIMDataType::STRING && !value.isArray();
+    const bool text = type == CIMDataType::STRING;
     const bool object = type == CIMDataType::EMBEDDEDINSTANCE || type == CIMDataType::EMBEDDEDCLASS;
     if (!isSecret(view(name)) && !(text && isSecretObject(view(value.toString()))) &&
         !(object && isSecret(view(value.toString())))) {
         return value;
     }
-    return text ? CIMValue(kMask) : CIMValue(CIMNULL);
+    return text && !value.isArray() ? CIMValue(kMask) : CIMValue(CIMNULL);
 }
 
 OpenWBEM::CIMInstance withoutSecretValues(OpenWBEM::CIMInstance instance) {

@@ -1,7 +1,6 @@
 // Calls of methods that classes declare: the parameters are converted to the types of the method's declaration.
 #include "cimserver/cim/CimError.hpp"
 #include "cimserver/cimxml/Characters.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/ObjectReader.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"

@@ -19,7 +19,7 @@ void writeClassPath(XmlWriter& writer, const OpenWBEM::String& className, std::s
                     const OpenWBEM::String& nameSpace);
 /// VALUE.REFERENCE, with the path's namespace when it has one; a path without keys names a class.
 void writeReference(XmlWriter& writer, const OpenWBEM::CIMObjectPath& path);
-/// The path with the instance's class and key list in the namespace.
+/// The instance's path in the namespace, with its class and its key list.
 OpenWBEM::CIMObjectPath nameOfInstance(const OpenWBEM::CIMInstance& instance, const OpenWBEM::String& nameSpace);
 
 } // namespace cimserver::cimxml

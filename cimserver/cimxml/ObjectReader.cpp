@@ -2,7 +2,6 @@
 
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/EmbeddedObjects.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/RequestMessage.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
 #include "cimserver/cimxml/XmlDocument.hpp"
@@ -53,17 +52,26 @@ CIMValue scalarValue(pugi::xml_node element, const ExpectedValue& expected) {
     return *value;
 }
 
-CIMValue arrayValue(pugi::xml_node element, const ExpectedValue& expected) {
-    std::vector<std::string> texts;
-    for (pugi::xml_node item = firstElement(element); item; item = nextElement(item)) {
+/// The elements of VALUE.ARRAY or VALUE.REFARRAY; refuses NULL and more than fit.
+std::vector<pugi::xml_node> arrayElements(pugi::xml_node array, const ExpectedValue& expected) {
+    std::vector<pugi::xml_node> elements;
+    for (pugi::xml_node item = firstElement(array); item; item = nextElement(item)) {
         if (std::string_view(item.name()) == "VALUE.NULL") {
             expected.refuse("a NULL element in the array");
         }
-        texts.push_back(textOf(item));
+        elements.push_back(item);
     }
     const auto most = expected.type.getSize();
-    if (most > 0 && texts.size() > static_cast<std::size_t>(most)) {
-        expected.refuse(std::to_string(texts.size()) + " elements, where " + std::to_string(most) + " fit,");
+    if (most > 0 && elements.size() > static_cast<std::size_t>(most)) {
+        expected.refuse(std::to_string(elements.size()) + " elements, where " + std::to_string(most) + " fit,");
+    }
+    return elements;
+}
+
+CIMValue arrayValue(pugi::xml_node array, const ExpectedValue& expected) {
+    std::vector<std::string> texts;
+    for (const pugi::xml_node item : arrayElements(array, expected)) {
+        texts.push_back(textOf(item));
     }
     std::string bad;
     const auto value = parseArray(expected.type.getType(), texts, bad);
@@ -123,7 +131,7 @@ CIMValue ObjectReader::value(pugi::xml_node parent, const CIMDataType& type, con
     }
     if (type.isReferenceType() && type.isArrayType() && kind == "VALUE.REFARRAY") {
         CIMObjectPathArray paths;
-        for (const pugi::xml_node item : element.children("VALUE.REFERENCE")) {
+        for (const pugi::xml_node item : arrayElements(element, expected)) {
             paths.push_back(reference(item));
         }
         return CIMValue(paths);
@@ -230,7 +238,8 @@ CIMProperty ObjectReader::property(pugi::xml_node element, const CIMClass& cimCl
 
 CIMValue ObjectReader::embedded(const CIMValue& texts, const String& className, std::string_view name) const {
     if (depth_ == kDeepestObject) {
-        throw CimError(Status::InvalidParameter, std::string(name) + ": objects are embedded in one another too deep");
+        throw CimError(Status::InvalidParameter,
+                       std::string(name) + ": objects are embedded in one another too deeply");
     }
     ObjectReader inner(*this);
     ++inner.depth_;

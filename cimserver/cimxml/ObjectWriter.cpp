@@ -6,7 +6,6 @@
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ValueText.hpp"
 #include "cimserver/common/Log.hpp"
-#include "cimserver/common/Text.hpp"
 
 #include <algorithm>
 #include <limits>
@@ -66,8 +65,8 @@ void forEachElement(const CIMValue& value, const UseText& use) {
     }
 }
 
-/// Writes a value that is not NULL, of an array at most `limit` elements. False when a scalar has no text: nothing is
-/// written then.
+/// Writes a value that is not NULL, of an array at most `limit` elements. False when a date-time in it is none: a
+/// scalar is not written then.
 bool writeElements(XmlWriter& writer, const CIMValue& value, std::size_t limit) {
     const CIMDataType::Type type = value.getType();
     if (type == CIMDataType::REFERENCE) {
@@ -87,7 +86,8 @@ bool writeElements(XmlWriter& writer, const CIMValue& value, std::size_t limit) 
         return true;
     }
     const Element array(writer, "VALUE.ARRAY");
-    forEachElement(value, [&writer, left = limit](std::optional<std::string_view> text) mutable {
+    bool valid = true;
+    forEachElement(value, [&writer, &valid, left = limit](std::optional<std::string_view> text) mutable {
         if (left == 0) {
             return;
         }
@@ -95,14 +95,19 @@ bool writeElements(XmlWriter& writer, const CIMValue& value, std::size_t limit) 
         if (text) {
             writer.element("VALUE", *text);
         } else {
+            valid = false;
             Element(writer, "VALUE.NULL");
         }
     });
-    return true;
+    return valid;
 }
 
 void warnOfDateTime(const std::string& name) {
     warn(name + ": no valid date-time, sent as NULL");
+}
+
+void warnOfCharacters(const std::string& name) {
+    warn(name + ": characters that XML does not allow were replaced");
 }
 
 /// False for NULL and for an invalid date-time, which is logged.
@@ -292,8 +297,14 @@ void writeScope(XmlWriter& writer, const CIMQualifierType& declaration) {
 
 } // namespace
 
-bool writeValue(XmlWriter& writer, const CIMValue& value) {
-    return !value || writeElements(writer, value, kNoLimit);
+void writeValue(XmlWriter& writer, const CIMValue& value, std::string_view name) {
+    const std::size_t replaced = writer.replaced();
+    if (value && !writeElements(writer, value, kNoLimit)) {
+        warnOfDateTime(std::string(name));
+    }
+    if (writer.replaced() != replaced) {
+        warnOfCharacters(std::string(name));
+    }
 }
 
 void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_view owner, const ObjectForm& form) {
@@ -310,11 +321,11 @@ void writeProperty(XmlWriter& writer, const CIMProperty& property, std::string_v
     if (form.qualifiers && !CIMAccess::qualifiers(property).empty()) {
         writeQualifiers(writer, CIMAccess::qualifiers(property), true);
     }
-    if (!writeValue(writer, value)) {
+    if (value && !writeElements(writer, value, kNoLimit)) {
         warnOfDateTime(name());
     }
     if (writer.replaced() != replaced) {
-        warn(name() + ": characters that XML does not allow were replaced");
+        warnOfCharacters(name());
     }
 }
 
@@ -336,11 +347,12 @@ void writeParamValue(XmlWriter& writer, std::string_view name, const CIMValue& v
     Element element(writer, "PARAMVALUE");
     element.attribute("NAME", name).attribute("PARAMTYPE", typeName(value.getType()));
     writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());
-    writeValue(writer, value);
+    writeValue(writer, value, name);
 }
 
 void writeReturnValue(XmlWriter& writer, const CIMValue& value) {
-    if (!hasText(value, "return value")) {
+    constexpr std::string_view kName = "return value";
+    if (!hasText(value, kName)) {
         return;
     }
     if (value.isArray()) {
@@ -349,7 +361,7 @@ void writeReturnValue(XmlWriter& writer, const CIMValue& value) {
     Element element(writer, "RETURNVALUE");
     writeEmbeddedObject(writer, value.getType(), CIMQualifierArray());
     element.attribute("PARAMTYPE", typeName(value.getType()));
-    writeValue(writer, value);
+    writeValue(writer, value, kName);
 }
 
 void writeClass(XmlWriter& writer, const CIMClass& cimClass, const ClassForm& form) {
@@ -384,7 +396,7 @@ void writeQualifierDeclaration(XmlWriter& writer, const CIMQualifierType& declar
         .attributeIf(declaration.hasFlavor(CIMFlavor(CIMFlavor::RESTRICTED)), "TOSUBCLASS", "false")
         .attributeIf(declaration.hasFlavor(CIMFlavor(CIMFlavor::TRANSLATE)), "TRANSLATABLE", "true");
     writeScope(writer, declaration);
-    writeValue(writer, declaration.getDefaultValue());
+    writeValue(writer, declaration.getDefaultValue(), toStd(declaration.getName()));
 }
 
 } // namespace cimserver::cimxml

@@ -6,7 +6,6 @@
 
 #include "OW_CIM.hpp"
 
-#include <string>
 #include <string_view>
 
 namespace cimserver::cimxml {
@@ -24,9 +23,8 @@ struct ClassForm {
     const OpenWBEM::StringArray* propertyList = nullptr; ///< null: all properties
 };
 
-/// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for NULL. False, and nothing, for a date-time that is
-/// none.
-bool writeValue(XmlWriter& writer, const OpenWBEM::CIMValue& value);
+/// VALUE, VALUE.ARRAY, VALUE.REFERENCE or VALUE.REFARRAY; nothing for NULL. `name` is for the log.
+void writeValue(XmlWriter& writer, const OpenWBEM::CIMValue& value, std::string_view name);
 
 /// PROPERTY, PROPERTY.ARRAY or PROPERTY.REFERENCE; `owner` is its class's name for the log.
 void writeProperty(XmlWriter& writer, const OpenWBEM::CIMProperty& property, std::string_view owner,

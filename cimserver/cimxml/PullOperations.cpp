@@ -3,7 +3,6 @@
 #include "cimserver/cim/Sink.hpp"
 #include "cimserver/cimxml/Characters.hpp"
 #include "cimserver/cimxml/Enumerations.hpp"
-#include "cimserver/cimxml/Errors.hpp"
 #include "cimserver/cimxml/NameWriter.hpp"
 #include "cimserver/cimxml/ObjectWriter.hpp"
 #include "cimserver/cimxml/OperationTable.hpp"

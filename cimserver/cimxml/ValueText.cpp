@@ -75,20 +75,16 @@ std::string_view withoutPlus(std::string_view text) {
 }
 
 // Decimal only: object managers accept neither blanks around a number nor hexadecimal.
-template <typename T, std::enable_if_t<std::is_integral_v<T>, int> = 0>
+template <typename T, std::enable_if_t<std::is_arithmetic_v<T>, int> = 0>
 bool parse(std::string_view text, T& value) {
     text = withoutPlus(text);
     const char* end = text.data() + text.size();
     const auto result = std::from_chars(text.data(), end, value);
-    return result.ec == std::errc() && result.ptr == end;
-}
-
-template <typename T, std::enable_if_t<std::is_floating_point_v<T>, int> = 0>
-bool parse(std::string_view text, T& value) {
-    text = withoutPlus(text);
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, value);
-    return result.ec == std::errc() && result.ptr == end && std::isfinite(value);
+    const bool whole = result.ec == std::errc() && result.ptr == end;
+    if constexpr (std::is_floating_point_v<T>) {
+        return whole && std::isfinite(value);
+    }
+    return whole;
 }
 
 bool parse(std::string_view text, Bool& value) {

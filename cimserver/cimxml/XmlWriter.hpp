@@ -17,7 +17,8 @@ namespace cimserver::cimxml {
 /// The text written so far and how many characters had to be replaced in it.
 class XmlWriter {
   public:
-    /// With an account, open() and raw() throw CimError ServerLimitsExceeded when a long text gets too long for it.
+    /// With an account, open(), element() and raw() throw CimError ServerLimitsExceeded when a long text gets too long
+    /// for it.
     explicit XmlWriter(MemoryAccount* memory = nullptr) : memory_(memory) {}
 
     /// The text; the writer is empty afterwards.
@@ -29,7 +30,7 @@ class XmlWriter {
     /// for a writer.
     void inPieces(Part part);
     /// What inPieces() kept, with all that was written after it: each call returns the next piece, an empty one is the
-    /// end. Null when nothing was kept. To be called before take(), which returns the rest of it then.
+    /// end. Null when nothing was kept. To be called before take(), which then returns what comes before them.
     std::function<std::string()> takeRest();
 
     /// Opens an element; the caller closes it (or lets an Element do both).

@@ -74,7 +74,7 @@ void Connection::start() {
 }
 
 void Connection::stop() {
-    if (phase_ == Phase::Idle) {
+    if (phase_ == Phase::Idle || phase_ == Phase::AwaitingLogin) {
         close();
     }
 }
@@ -173,12 +173,14 @@ void Connection::login() {
     if (decision.turn.wait <= Clock::duration::zero()) {
         return check(std::move(decision));
     }
+    phase_ = Phase::AwaitingLogin;
     const auto wait = std::chrono::ceil<Milliseconds>(decision.turn.wait);
     within(wait, [decision = std::move(decision)](Connection& self) { self.check(decision); });
 }
 
 /// Hashes on the queue's thread and continues on the I/O thread.
 void Connection::check(Access::Decision decision) {
+    phase_ = Phase::Busy;
     const unsigned rank = decision.turn.rank;
     auto work = [self = shared_from_this(), decision = std::move(decision)] {
         auto identity = self->services_.access.verify(*decision.check);

@@ -67,7 +67,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     bool isDispensable() const { return phase_ == Phase::Idle && !admitted_; }
 
     void start();
-    /// Closes now between requests, else after the answer under way.
+    /// Closes now between requests and while a login waits for its turn, else after the answer under way.
     void stop();
     /// Closes now, whatever is under way.
     void close();
@@ -78,7 +78,7 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     void post(std::function<void()> task) override;
 
   private:
-    enum class Phase { Idle, Busy, Closed };
+    enum class Phase { Idle, AwaitingLogin, Busy, Closed };
 
     void await(Milliseconds limit);
     void onInput();

@@ -1,7 +1,7 @@
 #include "cimserver/schema/Compiler.hpp"
 
 #include "cimserver/common/Text.hpp"
-#include "cimserver/schema/ClassBuilder.hpp"
+#include "cimserver/schema/Names.hpp"
 #include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/QualifierTypes.hpp"
 
@@ -50,6 +50,13 @@ bool declaresQualifiers(const Namespace& ns, const ast::ClassDeclaration& declar
                        [&](const ast::Feature& feature) { return declares(ns, feature); });
 }
 
+/// The beginning of a file, for what is wrong with it as a whole.
+Location startOf(const std::string& file) {
+    Location start;
+    start.file = std::make_shared<const std::string>(file);
+    return start;
+}
+
 bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
     return !(a < b) && !(b < a);
 }
@@ -58,9 +65,7 @@ bool identical(const CIMQualifierType& a, const CIMQualifierType& b) {
 
 Compiler::Compiler(Namespaces& target, const Aliases& aliases, const std::string& ns)
     : target_(target), aliases_(aliases) {
-    Location start;
-    start.file = std::make_shared<const std::string>("namespace option");
-    enterNamespace(ns, start);
+    enterNamespace(ns, startOf("namespace option"));
 }
 
 void Compiler::enterNamespace(const std::string& name, const Location& location) {
@@ -69,21 +74,27 @@ void Compiler::enterNamespace(const std::string& name, const Location& location)
         fail(location, "\"" + name + "\" is not the name of a namespace of this server");
     }
     const auto alias = aliases_.find(local);
-    current_ = &target_[alias == aliases_.end() ? local : alias->second];
+    const std::string& own = alias == aliases_.end() ? local : alias->second;
+    current_ = &target_[own];
     if (current_->name.empty()) {
-        current_->name = local.c_str();
+        current_->name = own.c_str();
     }
 }
 
-std::string Compiler::read(const fs::path& file, const std::string& complaint) {
+/// The text of a file; `where` is blamed when it cannot be read.
+std::string Compiler::read(const fs::path& file, const Location& where) {
     std::error_code error;
-    const auto size = fs::is_regular_file(file, error) ? fs::file_size(file, error) : 0;
-    std::ifstream in(file, std::ios::binary);
-    if (error || !in || !fs::is_regular_file(file)) {
-        throw MofError(complaint + "the file \"" + file.string() + "\" cannot be read");
+    const bool regular = fs::is_regular_file(file, error); // opening a FIFO would wait for a writer
+    const auto size = regular ? fs::file_size(file, error) : 0;
+    std::ifstream in;
+    if (regular && !error) {
+        in.open(file, std::ios::binary);
+    }
+    if (!in.is_open()) {
+        fail(where, "the file \"" + file.string() + "\" cannot be read");
     }
     if (size > kMostBytes - std::min(kMostBytes, bytesRead_)) {
-        throw MofError(complaint + "the schema is larger than " + std::to_string(kMostBytes >> 20) + " MiB");
+        fail(where, "the schema is larger than " + std::to_string(kMostBytes >> 20) + " MiB");
     }
     std::string text(static_cast<std::size_t>(size), '\0');
     in.read(text.data(), static_cast<std::streamsize>(size));
@@ -94,7 +105,7 @@ std::string Compiler::read(const fs::path& file, const std::string& complaint) {
 
 void Compiler::compileFile(const fs::path& file) {
     root_ = fs::weakly_canonical(file).parent_path();
-    compile(read(file, file.string() + ":1:1: "), file.string(), root_);
+    compile(read(file, startOf(file.string())), file.string(), root_);
     finish();
 }
 
@@ -133,8 +144,7 @@ void Compiler::include(const ast::Pragma& pragma, const fs::path& folder) {
     if (error || fs::path(written).is_absolute() || !isWithin(file, root_)) {
         fail(pragma.location, "the include \"" + pragma.argument + "\" leads out of the schema's folder");
     }
-    const std::string text = read(file, *pragma.location.file + ":" + std::to_string(pragma.location.line) + ":" +
-                                            std::to_string(pragma.location.column) + ": ");
+    const std::string text = read(file, pragma.location);
     ++depth_;
     compile(text, file.string(), file.parent_path());
     --depth_;

@@ -40,7 +40,7 @@ class Compiler {
     const Inheritance& inheritanceFrom(const OpenWBEM::CIMClass* super);
     void include(const ast::Pragma& pragma, const std::filesystem::path& folder);
     void enterNamespace(const std::string& name, const Location& location);
-    std::string read(const std::filesystem::path& file, const std::string& complaint);
+    std::string read(const std::filesystem::path& file, const Location& where);
 
     Namespaces& target_;
     const Aliases& aliases_;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "cimserver/common/Text.hpp"
-#include "cimserver/schema/Names.hpp"
 
 #include "OW_CIM.hpp"
 

@@ -1,7 +1,6 @@
 #include "cimserver/schema/Parser.hpp"
 
 #include "cimserver/common/Text.hpp"
-#include "cimserver/schema/Names.hpp"
 
 namespace cimserver::schema {
 
@@ -346,9 +345,9 @@ Literal Parser::scalar() {
     literal.scalar = take();
     while (literal.scalar.kind == TokenKind::String && token_.kind == TokenKind::String) {
         literal.scalar.text += take().text;
-        if (literal.scalar.text.size() > kLongestString) {
-            fail(literal.location, "a string is longer than " + std::to_string(kLongestString) + " bytes");
-        }
+    }
+    if (literal.scalar.text.size() > kLongestString) {
+        fail(literal.location, "a string is longer than " + std::to_string(kLongestString) + " bytes");
     }
     return literal;
 }

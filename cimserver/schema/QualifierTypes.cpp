@@ -1,7 +1,6 @@
 #include "cimserver/schema/QualifierTypes.hpp"
 
 #include "cimserver/common/Text.hpp"
-#include "cimserver/schema/Names.hpp"
 #include "cimserver/schema/Parser.hpp"
 #include "cimserver/schema/Values.hpp"
 
@@ -74,8 +73,7 @@ constexpr Standard kStandard[] = {
     {"Override", "string, Scope(property, method, reference), Flavor(Restricted)"},
     {"Propagated", "string, Scope(property, reference), Flavor(DisableOverride)"},
     {"ArrayType EmbeddedInstance NonLocal NonLocalType NullValue Provider PUnit Schema Source SourceType Syntax "
-     "SyntaxType "
-     "TriggerType",
+     "SyntaxType TriggerType",
      "string, Scope(any)"},
     {"Deprecated", "string[], Scope(any), Flavor(Restricted)"},
     {"MappingStrings ModelCorrespondence", "string[], Scope(any)"},

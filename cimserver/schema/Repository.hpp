@@ -34,7 +34,7 @@ class Repository {
     bool hasNamespace(const OpenWBEM::String& ns) const;
     /// The namespaces in their own spelling, without aliases, sorted.
     std::vector<OpenWBEM::String> namespaces() const;
-    /// The aliases, in lower case, sorted.
+    /// The aliases as they were given, sorted.
     std::vector<OpenWBEM::String> aliases() const;
     /// A namespace's own spelling for any spelling or alias of it; empty when there is none.
     OpenWBEM::String canonicalNamespace(const OpenWBEM::String& ns) const;

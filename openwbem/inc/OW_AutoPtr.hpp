@@ -6,7 +6,7 @@
 
 namespace OpenWBEM {
 
-/// Deletes its object when it goes. Cannot be copied.
+/// Owns an object and deletes it. Cannot be copied.
 template <class X>
 class AutoPtr {
   public:
@@ -44,7 +44,7 @@ class AutoPtr {
     X* ptr_;
 };
 
-/// Deletes its array (made with new[]) when it goes. Cannot be copied.
+/// Owns an array made with new[] and deletes it. Cannot be copied.
 template <class X>
 class AutoPtrVec {
   public:

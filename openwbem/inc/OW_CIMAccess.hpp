@@ -18,7 +18,6 @@ class OW_COMMON_API CIMAccess {
     static const CIMName& name(const CIMProperty& property);
     static const CIMName& name(const CIMQualifier& qualifier);
     static const CIMName& name(const CIMMethod& method);
-    static const CIMName& name(const CIMClass& cimClass);
 
     static const CIMDataType& dataType(const CIMProperty& property);
     static const CIMValue& value(const CIMProperty& property);

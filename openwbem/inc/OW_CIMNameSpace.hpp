@@ -46,7 +46,7 @@ class OW_COMMON_API CIMNameSpace : public CIMBase {
 
     /// The namespace alone.
     String toString() const override;
-    /// A constant: MOF has no namespaces with a place.
+    /// A constant: MOF cannot express it.
     String toMOF() const override;
     void readObject(std::istream& istrm) override;
     void writeObject(std::ostream& ostrm) const override;

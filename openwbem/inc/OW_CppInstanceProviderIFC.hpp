@@ -12,9 +12,9 @@
 namespace OpenWBEM {
 
 /// Serves the instances of its classes. Reads may be called by several threads at once; modify, create and delete calls
-/// are exclusive. ns is the namespace of the request; that of a path may be empty. A null propertyList asks for all
-/// properties, an empty one for none. cimClass is complete, with inherited properties and qualifiers. What a provider
-/// returns goes to the client unchanged.
+/// are exclusive, unless the object manager is configured otherwise. ns is the namespace of the request; that of a path
+/// may be empty. A null propertyList asks for all properties, an empty one for none. cimClass is complete, with
+/// inherited properties and qualifiers. What a provider returns may go to the client unchanged.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppInstanceProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppInstanceProviderIFC() override;

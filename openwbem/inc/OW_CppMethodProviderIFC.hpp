@@ -9,7 +9,7 @@
 
 namespace OpenWBEM {
 
-/// Serves the methods of its classes. Calls are exclusive.
+/// Serves the methods of its classes. Calls are exclusive, unless the object manager is configured otherwise.
 class OW_VISIBILITY_DEFAULT OW_CPPPROVIFC_API CppMethodProviderIFC : public virtual CppProviderBaseIFC {
   public:
     ~CppMethodProviderIFC() override;

@@ -14,7 +14,7 @@ namespace OpenWBEM {
 
 /// Elements are added at the end and taken from the front. Copies share them: an element taken from one is gone from
 /// all. They are kept in their binary form, large queues in a temporary file: T needs readObject(), writeObject() and a
-/// default constructor. All functions throw EnumerationException when the file fails.
+/// default constructor. When the file fails, functions throw EnumerationException or what those of T throw.
 template <class T>
 class Enumeration {
   public:

@@ -1,3 +1,5 @@
+// CIMBase, and the numbers and texts of the binary form.
+
 #include "OW_CIMStream.hpp"
 
 #include <algorithm>
@@ -16,12 +18,19 @@ void readBytes(std::istream& istrm, char* bytes, size_t count) {
     }
 }
 
+void requireWritten(const std::ostream& ostrm) {
+    if (!ostrm) {
+        OW_THROW(CIMStreamException, "The binary form of a CIM object cannot be written");
+    }
+}
+
 } // namespace
 
 void putNumber(std::ostream& ostrm, UInt64 number, int bytes) {
     for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
         ostrm.put(static_cast<char>(number >> shift));
     }
+    requireWritten(ostrm);
 }
 
 UInt64 takeNumber(std::istream& istrm, int bytes) {
@@ -37,6 +46,7 @@ UInt64 takeNumber(std::istream& istrm, int bytes) {
 void put(std::ostream& ostrm, const String& text) {
     put(ostrm, static_cast<UInt32>(text.length()));
     ostrm.write(text.c_str(), static_cast<std::streamsize>(text.length()));
+    requireWritten(ostrm);
 }
 
 void take(std::istream& istrm, String& text) {

@@ -39,9 +39,6 @@ struct CIMClass::Data : public ModelData<CIMClass::Data> {
     }
 };
 
-const CIMName& CIMAccess::name(const CIMClass& cimClass) {
-    return cimClass.data_->name;
-}
 const CIMPropertyArray& CIMAccess::properties(const CIMClass& cimClass) {
     return cimClass.data_->properties;
 }

@@ -1,3 +1,5 @@
+// CIMFlavor and CIMScope.
+
 #include "OW_CIMFlavor.hpp"
 
 #include "OW_CIMScope.hpp"

@@ -1,3 +1,5 @@
+// CIMName and CIMElement.
+
 #include "OW_CIMName.hpp"
 
 #include "OW_CIMAccess.hpp"

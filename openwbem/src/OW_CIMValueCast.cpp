@@ -16,7 +16,7 @@ bool isEmbedded(CIMDataType::Type type) {
     return type == CIMDataType::EMBEDDEDCLASS || type == CIMDataType::EMBEDDEDINSTANCE;
 }
 
-/// Types that convert to no other type but a string, and from no other one; embedded objects not even from strings.
+/// Types that convert only to and from strings; embedded objects only to them.
 bool convertsOnlyToString(CIMDataType::Type type) {
     return type == CIMDataType::DATETIME || type == CIMDataType::REFERENCE || isEmbedded(type);
 }

@@ -48,7 +48,7 @@ class CIMValue::CIMValueImpl : public COWIntrusiveCountableBase {
 
     CIMValueImpl* clone() const { return new CIMValueImpl(*this); }
 
-    /// A new one, but shared for the truth values and the smallest numbers, which most properties of devices have.
+    /// A new one, but a shared one for boolean and uint8, which most properties of devices are.
     template <class T>
     static COWIntrusiveReference<CIMValueImpl> of(const T& x) {
         if constexpr (std::is_same<T, Bool>::value) {

@@ -1,13 +1,12 @@
 #include "Owner.hpp"
 
 #include "Files.hpp"
+#include "Privileges.hpp"
 #include "Settings.hpp"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <grp.h>
-#include <pwd.h>
 #include <stdexcept>
 #include <string>
 #include <sys/stat.h>
@@ -33,13 +32,6 @@ void makeFor(const std::string& directory, const struct stat& owner) {
     require(fd && fchown(fd.get(), owner.st_uid, owner.st_gid) == 0, directory);
 }
 
-void become(uid_t user, gid_t group) {
-    const passwd* const entry = getpwuid(user);
-    const bool groups = entry != nullptr ? initgroups(entry->pw_name, group) == 0 : setgroups(0, nullptr) == 0;
-    require(groups && setegid(group) == 0 && seteuid(user) == 0,
-            "cannot act as the owner of the state directory, user " + std::to_string(user));
-}
-
 } // namespace
 
 void actAsOwnerOfState() {
@@ -55,8 +47,8 @@ void actAsOwnerOfState() {
         }
         makeFor(*given.stateDirectory, log);
     }
-    if (stat(given.stateDirectory->c_str(), &state) == 0 && state.st_uid != 0) {
-        become(state.st_uid, state.st_gid);
+    if (const int error = becomeOwnerOf(*given.stateDirectory, RootRights::Kept)) {
+        throw std::runtime_error("cannot act as the owner of " + *given.stateDirectory + ": " + std::strerror(error));
     }
 }
 

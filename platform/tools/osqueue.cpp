@@ -70,7 +70,7 @@ std::string groupName(unsigned id) {
     return entry != nullptr ? entry->gr_name : std::to_string(id);
 }
 
-// What the kernel shows of each queue to everybody: "MESSAGES BYTES OWNER GROUP MODE"; empty when it has no such queue.
+// What the kernel shows of each queue to everybody: "MESSAGES BYTES OWNER GROUP MODE"; dashes when it shows none.
 std::string kernelsView(int id) {
     std::ifstream table("/proc/sysvipc/msg");
     std::string line;
@@ -85,7 +85,7 @@ std::string kernelsView(int id) {
             return fmt::format("{} {} {} {} {}", messages, bytes, userName(user), groupName(owningGroup), mode);
         }
     }
-    return "";
+    return "- - - - -";
 }
 
 void list() {
@@ -93,7 +93,8 @@ void list() {
         zpo::QueueIdentity identity;
         const std::uint32_t status = zpo::readQueueFile(name, identity);
         if (status == OSA_OK || status == OSA_NO_ACCESS) {
-            std::printf("%s %d %s %s\n", name.c_str(), identity.id, kernelsView(identity.id).c_str(),
+            const std::string id = identity.id < 0 ? "-" : std::to_string(identity.id);
+            std::printf("%s %s %s %s\n", name.c_str(), id.c_str(), kernelsView(identity.id).c_str(),
                         status == OSA_OK ? "usable" : "no-access");
         } else {
             std::printf("%s - - - - - - gone\n", name.c_str());

@@ -87,6 +87,10 @@ void writeOutput(const std::string& file, const std::string& content) {
         return;
     }
     const AsCaller caller;
+    const auto present = std::filesystem::symlink_status(file).type();
+    if (present != std::filesystem::file_type::not_found && present != std::filesystem::file_type::regular) {
+        throw std::runtime_error(file + ": not a regular file (- is standard output)"); // it would be replaced
+    }
     if (const int error = replaceFile(std::filesystem::absolute(file).string(), content, 0600)) {
         throw std::runtime_error(file + ": " + std::strerror(error));
     }
@@ -222,21 +226,21 @@ void restore(const Request& request) {
 }
 
 void check() {
+    RegistryStore& store = registry(); // fails when ZPO_STATE_DIR is unusable
     const std::string& directory = *settings().stateDirectory;
-    std::size_t damaged = 0;
     const std::string file = directory + "/registry.mdb";
+    std::size_t damaged = 0;
     const std::size_t count = registryFileExists() ? allEntries(damaged).size() : 0;
-    if (count != 0) {
-        require(registry().checkWritable(), file);
-        struct statvfs disk {};
-        require(statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0 ? ZPO_REG_STORE_FULL : ZPO_OK, file);
-        if (damaged != 0) {
-            throw std::runtime_error(fmt::format("{}: damaged entries: {}", file, damaged));
-        }
-        fmt::print("{} entries; the registry can be read and written\n", count);
-        return;
+    if (count == 0) {
+        throw std::runtime_error(file + ": the registry is empty; to fill it: zporeg restore or zporeg load");
     }
-    throw std::runtime_error(file + ": the registry is empty; to fill it: zporeg restore or zporeg load");
+    require(store.checkWritable(), file);
+    struct statvfs disk {};
+    require(statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0 ? ZPO_REG_STORE_FULL : ZPO_OK, file);
+    if (damaged != 0) {
+        throw std::runtime_error(fmt::format("{}: damaged entries: {}", file, damaged));
+    }
+    fmt::print("{} entries; the registry can be read and written\n", count);
 }
 
 CommandLine::Command addCommand(CommandLine& line, const char* name, const char* help,

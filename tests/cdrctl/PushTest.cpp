@@ -276,6 +276,7 @@ TEST_F(Device, IsSeenAsItIs) {
 
 TEST_F(Device, IsSeenWithWhatIsMissing) {
     std::filesystem::remove_all(home_ / "crontabs");
+    std::filesystem::create_symlink("transfer", home_ / "transfer"); // leads nowhere
     const DeviceFacts bare = look();
     EXPECT_EQ("", bare.cron + bare.program + bare.programProblem);
     EXPECT_FALSE(bare.transfer.has_value());

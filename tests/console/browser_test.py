@@ -21,7 +21,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 BUILD = pathlib.Path(sys.argv.pop(1) if len(sys.argv) > 1 else ROOT / "build/dev").resolve()
 SERVICE = ('QTX_CDRService.SystemCreationClassName="QTX_System",SystemName="QTX",'
            'CreationClassName="QTX_CDRService",Name="CDRService"')
-SHELF = 'class ACME_Shelf { [Key] string Name; [Units("Slots")] uint16 BoardCount = 2; };\n' \
+SHELF = 'class ACME_Shelf { [Key] string Name; [Units("Slots")] uint16 BoardCount = 2; uint16 Sizes[] = {3, 4}; };\n' \
         'instance of ACME_Shelf { Name = "left & <right>"; };\n' \
         '[Provider("c++::Lost")] class ACME_Lost { [Key] string Name; uint32 Count; };\n'
 FLAGS = ["--headless=new", "--no-sandbox", "--disable-dev-shm-usage", "--disable-background-networking",
@@ -253,6 +253,7 @@ class OpenTest(ConsoleTest):
         self.until_text("h2", "left & <right>")
         self.until_text('[data-property="BoardCount"]', "Slots")
         self.until_text('[data-property="BoardCount"] output', "2")
+        self.until_text('[data-property="Sizes"] output', "3, 4")
         self.open("class/ACME_Lost")
         self.until_text("#problem", "Lost")
 

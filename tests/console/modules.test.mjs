@@ -3,8 +3,8 @@ import assert from 'node:assert/strict';
 import { readFileSync } from 'node:fs';
 import { test } from 'node:test';
 
-const { Draft, basic, escaped, modifiedInstance, requestText, ruleIn, words } = await import('../../console/cim.mjs');
-const { grouped, isCount } = await import('../../console/console.mjs');
+const { Client, Draft, basic, escaped, modifiedInstance, requestText, ruleIn, words } = await import('../../console/cim.mjs');
+const { grouped, isCount, valueText } = await import('../../console/console.mjs');
 const { nextRun, padded } = await import('../../console/push.mjs');
 const { lineOf } = await import('../../console/statistics.mjs');
 const { cimTimeText, languages, setLanguage, t } = await import('../../console/texts.mjs');
@@ -21,6 +21,14 @@ test('texts go into XML and headers whole', () => {
         /<INSTANCENAME CLASSNAME="C"\/><INSTANCE CLASSNAME="C"><PROPERTY NAME="P" TYPE="string"><VALUE>&lt;<\/VALUE>/);
 });
 
+test('a server that answers is there, whatever it says', async () => {
+    const answers = [[async () => ({ ok: false, status: 503 }), true], [async () => { throw new TypeError(); }, false]];
+    for (const [answer, there] of answers) {
+        globalThis.fetch = answer;
+        assert.equal(await new Client().isThere(), there);
+    }
+});
+
 test('names become words', () => {
     const cases = {
         DigitsLimit: 'Digits limit', ClipFileSize_100K: 'Clip file size', CDRDiskSpaceLimit_MB: 'CDR disk space limit',
@@ -34,6 +42,14 @@ const kClass = { properties: [property('A'), property('B'), property('C', { desc
 const held = (value, applicable = true) => ({ value, applicable, choices: null });
 const instance = (a, b, c = held('', false)) =>
     ({ properties: new Map([['A', held(a)], ['B', held(b)], ['C', c]]) });
+
+test('arrays are shown as they are', () => {
+    for (const type of ['uint16', 'boolean', 'datetime']) {
+        const list = property('A', { type, writable: false, isList: true });
+        assert.ok(!isCount(list));
+        assert.equal(valueText(kClass, list, new Draft(kClass, instance(['1', '2'])).stored('A')), '1, 2', type);
+    }
+});
 
 test('a draft sends only what was changed, in the order of the class, and what applies', () => {
     const draft = new Draft(kClass, instance('0', null));

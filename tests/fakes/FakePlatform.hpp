@@ -1,4 +1,4 @@
-// The platform's C functions (Zpo*, os*, system) in memory: every call is recorded, any of them can be made to fail.
+// The platform's C functions (Zpo*, os*, system) in memory: each valid call is recorded and can be made to fail.
 // The C functions may be called from several threads; what a test looks at it looks at while none is.
 //
 // Texts stand for what goes in and out, so that expectations can be lists of texts:
@@ -56,7 +56,7 @@ class FakePlatform {
     // ---- Scheduler, notifications, queues
 
     std::vector<ZpoScheduledTaskRecord> tasks;   ///< the table; one that was created has only its path there
-    std::vector<ZpoScheduledTask> created;       ///< as they were handed over
+    std::vector<ZpoScheduledTask> created;       ///< as they were handed over, also when it failed
     std::vector<ZpoScheduledTaskRecord> deleted; ///< as they were handed over, also when it failed
     int openLists = 0;                           ///< lists handed out and not yet freed
     std::map<std::string, ZpoRegBackupAndRestoreCallback> callbacks; ///< by the name they were registered under

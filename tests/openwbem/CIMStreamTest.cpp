@@ -39,6 +39,8 @@ TEST(CIMStream, readsBackWhatItWrote) {
     CIMParamValue parameter;
     parameter.readObject(stream);
     EXPECT_EQ(parameter.toString(), "CIMParamValue(p): 5");
+    std::ostream closed(nullptr);
+    EXPECT_THROW(before.writeObject(closed), CIMStreamException);
 }
 
 TEST(CIMStream, refusesEveryTruncationAndSurvivesEveryChange) {

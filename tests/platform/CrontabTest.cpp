@@ -21,7 +21,10 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
         "# comment\n0 1 * * * /bin/last-line-without-its-end",
         "30 8 * * * '/qv/bin/CDRTransfer'\n", // the library would not quote it
         "*/5 8 * * * /qv/bin/CDRTransfer\n",
-        "30 8 * * mon /qv/bin/CDRTransfer --now\n",
+        "30 8 * * * /qv/bin/CDRTransfer --now\n",
+        "30 8 * * mon /qv/bin/CDRTransfer\n",
+        "30 8 * * 1-5 /qv/bin/CDRTransfer\n",
+        "30 8 1,15 * * /qv/bin/CDRTransfer\n",
         "@daily /qv/bin/CDRTransfer\n#30 8 * * * /qv/bin/CDRTransfer\n",
         "30 8 * * * /qv/bin/CDRTransfer", // not a whole line
         "30 8  * * /qv/bin/CDRTransfer\n",

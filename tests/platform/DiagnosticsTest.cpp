@@ -76,10 +76,10 @@ int writeLines(int writer, int count) {
 
 // Three processes write 36 KB through a log that is rotated at 16 KB: every line arrives once and whole.
 TEST(Diagnostics, ProcessesShareALogThroughItsRotation) {
-    constexpr int perWriter = 100;
+    constexpr int kPerWriter = 100;
     pid_t writers[3];
     for (int i = 0; i < 3; ++i) {
-        writers[i] = support::startChild([i] { return writeLines(i, perWriter); });
+        writers[i] = support::startChild([i] { return writeLines(i, kPerWriter); });
     }
     for (const pid_t writer : writers) {
         EXPECT_EQ(0, support::waitForChild(writer));
@@ -91,7 +91,7 @@ TEST(Diagnostics, ProcessesShareALogThroughItsRotation) {
     EXPECT_GT(std::filesystem::file_size(kHome.dir / "log/shared.1.log"), 8000U);
     EXPECT_LE(std::filesystem::file_size(kHome.dir / "log/shared.log"), 16384U);
     for (int writer = 0; writer < 3; ++writer) {
-        for (int i = 0; i < perWriter; ++i) {
+        for (int i = 0; i < kPerWriter; ++i) {
             EXPECT_NE(std::string::npos, all.find(lineOf(writer, i) + "\n")) << writer << "." << i;
         }
     }

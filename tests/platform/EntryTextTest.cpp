@@ -75,6 +75,8 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
         setenv("ZPO_STATE_DIR", bad.c_str(), 1);
         EXPECT_FALSE(readSettings().stateDirectory.has_value()) << bad;
     }
+    setenv("ZPO_STATE_DIR", "/a/b//", 1);
+    EXPECT_EQ("/a/b", *readSettings().stateDirectory);
     unsetenv("ZPO_STATE_DIR");
     EXPECT_EQ("/var/lib/zpo", *readSettings().stateDirectory);
     using Number = std::optional<std::uint64_t>;

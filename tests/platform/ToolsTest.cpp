@@ -75,6 +75,10 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
           {{"load", "--if-empty", good}, 0, "0 entries loaded\n"},
           {{"set", "L", "S", "later", "--int", "3"}, 0, ""},
           {{"list", "L"}, 0, "L S a int 5\nL S b int 2\nL S later int 3\n"}});
+    std::filesystem::create_symlink("saved", kHome.dir / "device");
+    play(ZPOREG,
+         {{{"backup", kHome.dir / "device"}, 1, "zporeg: " + kHome.dir / "device" + ": not a regular file..."}});
+    EXPECT_TRUE(std::filesystem::is_symlink(kHome.dir / "device")); // as /dev/stdout is one
     const std::string content = support::contentOf(saved);
     support::writeFile(bad, content.substr(0, content.size() / 2));
     EXPECT_THAT(run({ZPOREG, "restore", bad}).output, HasSubstr("the registry is as it was"));
@@ -91,6 +95,7 @@ TEST(Zporeg, WorksInPipesAndChecksTheRegistry) {
     };
     const std::string tool = ZPOREG;
     EXPECT_THAT(shell(tool + " check"), ::testing::MatchesRegex("1 zporeg: .*the registry is empty.*\n"));
+    EXPECT_THAT(shell("ZPO_STATE_DIR=here " + tool + " check"), HasSubstr("1 zporeg: registry: ZPO_STATE_DIR, "));
     EXPECT_EQ("0 1 entries loaded\n", shell("echo P S a int 1 | " + tool + " load --if-empty -"));
     EXPECT_EQ("0 1 entries restored\n", shell(tool + " backup - 2>/dev/null | " + tool + " restore -"));
     EXPECT_EQ("0 1 entries; the registry can be read and written\n", shell(tool + " check"));
@@ -108,7 +113,7 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
     const support::TempDir home;
     std::filesystem::permissions(home.path(), std::filesystem::perms(0711));
     ASSERT_TRUE(std::filesystem::create_directory(home / "log")); // the state directory is made for its owner
-    ASSERT_EQ(0, chown((home / "log").c_str(), kOwner, kOwner));
+    ASSERT_EQ(0, chown((home / "log").c_str(), kOwner, 0));       // files get the owner's own group
     const auto as = [&home](const std::string& user, const std::string& command) {
         // LeakSanitizer cannot look into a process that has changed its user.
         return run({"sh", "-c",
@@ -128,6 +133,8 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
         struct stat state {};
         EXPECT_TRUE(stat(entry.path().c_str(), &state) == 0 && (state.st_uid == kOwner || entry.path() == file))
             << entry.path();
+        EXPECT_TRUE(state.st_gid == kOwner || entry.path() == home / "log" || entry.path() == home / "state")
+            << entry.path();
     }
     // A queue of root alone, as an earlier version made them, is shown and logged.
     EXPECT_EQ(0, as("", OSQUEUE " delete Q").exitCode);
@@ -138,6 +145,8 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
                                                     std::to_string(std::int64_t{queue.msg_ctime}) + '\n');
     EXPECT_THAT(as(owner, OSQUEUE " list").output, HasSubstr(" root root 600 no-access\n"));
     EXPECT_EQ(1, as(owner, OSQUEUE " send Q 1").exitCode);
+    std::filesystem::permissions(home / "state/queues/Q", std::filesystem::perms(0600));
+    EXPECT_EQ("Q - - - - - - no-access\n", as(owner, OSQUEUE " list").output);
     EXPECT_THAT(support::contentOf(home / "log/ZpoShared.log"), HasSubstr("queue Q (id " + std::to_string(id)));
     EXPECT_EQ(0, msgctl(id, IPC_RMID, nullptr));
 }
@@ -157,6 +166,18 @@ TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
                  {{state, ZPOREG, "list"}, 1, "zporeg: damaged entries: 1; they are not shown\nD S good text fine\n"},
                  {{state, ZPOREG, "backup", copy}, 1, "zporeg: damaged entries: 1; no backup was written\n"}});
     EXPECT_EQ("", support::contentOf(copy));
+}
+
+// In a user name space that does not know the group of the state directory.
+TEST(Osqueue, LeavesNoQueueThatItCannotShare) {
+    const support::TempDir state;
+    const bool given = chown(state.path().c_str(), geteuid(), 4711) == 0;
+    const auto result = run({"env", "ZPO_STATE_DIR=" + state.path(), "unshare", "--user", "--map-root-user", "--ipc",
+                             "sh", "-c", OSQUEUE " create Q; wc -l </proc/sysvipc/msg"});
+    if (!given || result.output.find("unshare") != std::string::npos) {
+        GTEST_SKIP() << "needs the right to a name space of its own";
+    }
+    EXPECT_THAT(result.output, ::testing::MatchesRegex("osqueue: Q: .*\n1\n")) << "only the headline";
 }
 
 TEST(Osqueue, CarriesMessages) {

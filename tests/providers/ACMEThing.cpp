@@ -282,6 +282,7 @@ class ACMEThing : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
         const std::map<std::string, void (*)()> ways = {
             {"cim", [] { OW_THROWCIMMSG(CIMException::ACCESS_DENIED, "keep <out>"); }},
             {"own code", [] { OW_THROWCIMMSG(CIMException::ErrNoType(30), "odd"); }},
+            {"no text", [] { OW_THROWCIM(CIMException::FAILED); }},
             {"openwbem", [] { String("abc").toUInt32(); }},
             {"null object", [] { CIMInstance(CIMNULL).getProperties(); }},
             {"std", [] { throw std::runtime_error("out of paper"); }},

@@ -8,7 +8,7 @@
 
 namespace support {
 
-TempDir::TempDir() : path_((std::filesystem::temp_directory_path() / "platform-XXXXXX").string()), owner_(getpid()) {
+TempDir::TempDir() : path_((std::filesystem::temp_directory_path() / "cdr-test-XXXXXX").string()), owner_(getpid()) {
     if (mkdtemp(path_.data()) == nullptr) {
         std::abort();
     }

@@ -2,7 +2,6 @@
 // CDR_TRANSFER_LARGE=1 adds 1,000 files and one of 2 GB.
 #include "FarEndServer.hpp"
 
-#include <fstream>
 #include <random>
 #include <sys/resource.h>
 #include <sys/wait.h>

@@ -5,7 +5,6 @@
 
 #include <poll.h>
 #include <sys/socket.h>
-#include <sys/stat.h>
 #include <sys/un.h>
 
 namespace {
@@ -140,19 +139,28 @@ TEST_F(Push, NeitherReplacesAnotherFileNorStopsAtIt) {
 }
 
 TEST_F(Push, KnowsAFileThatArrivedUnheard) {
+    lab->record("CDR-0.csv", "new");
     lab->record("CDR-1.csv", "arrived");
     support::writeFile(lab->far("in/CDR-1.csv"), "arrived");
-    transfer::CurrentUpload current{transfer::finishedFiles(lab->local("")).at(0), "in/CDR-1.csv.1.part",
+    transfer::CurrentUpload current{transfer::finishedFiles(lab->local("")).at(1), "in/CDR-1.csv.1.part",
                                     "in/CDR-1.csv", "sftp://cdr@" + lab->sftp() + "/in"};
     current.save(transfer::StateFolder());
-    EXPECT_THAT(lab->run("CDRTransfer --verbose").output, HasSubstr("1 of 1 file sent"));
+    EXPECT_THAT(lab->run("CDRTransfer --verbose").output, HasSubstr("2 of 2 files sent"));
+    lab->setByte("IncludeMetricsFlag", 1);
+    support::writeFile(lab->state("outbox/m.txt"), "arrived");
+    support::writeFile(lab->far("in/m.txt"), "arrived");
+    current.file = transfer::finishedFiles(lab->state("outbox"), ".txt").at(0);
+    current.finalPath = "in/m.txt";
+    current.save(transfer::StateFolder());
+    EXPECT_EQ(0, lab->run("CDRTransfer --wait").exitCode);
+    lab->setByte("IncludeMetricsFlag", 0);
     lab->record("CDR-2.csv", "another than was begun");
     support::writeFile(lab->far("in/CDR-2.csv.1.part"), "begun");
     current.file.name = "CDR-2.csv";
     current.partPath = "in/CDR-2.csv.1.part";
     current.save(transfer::StateFolder());
     EXPECT_EQ(0, lab->run("CDRTransfer --wait").exitCode);
-    EXPECT_EQ("CDR-1.csv\nCDR-2.csv\n", lab->run("ls " + lab->far("in")).output);
+    EXPECT_EQ("CDR-0.csv\nCDR-1.csv\nCDR-2.csv\nm.txt\n", lab->run("ls " + lab->far("in")).output);
 }
 
 TEST_F(Push, WorksInTheBackgroundOneAtATime) {
@@ -165,7 +173,7 @@ TEST_F(Push, WorksInTheBackgroundOneAtATime) {
         EXPECT_THAT(second.output, HasSubstr("a run is under way"));
         EXPECT_THAT(lab->run("CDRTransfer --status --json").output, HasSubstr("\"under_way\": true"));
     }
-    EXPECT_EQ("", lab->run("CDRTransfer").output);
+    EXPECT_EQ("", lab->run("cd " + lab->local("") + " && CDRTransfer --records .").output);
     EXPECT_TRUE(
         support::waitUntil([] { return PushLab::run("CDRTransfer --status --json | grep succeeded").exitCode == 0; },
                            std::chrono::seconds(20)));

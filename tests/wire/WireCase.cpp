@@ -17,7 +17,7 @@ void replaceAll(std::string& text, const std::string& from, const std::string& t
     }
 }
 
-constexpr const char* nameSpacePath =
+constexpr const char* kNameSpacePath =
     "<LOCALNAMESPACEPATH><NAMESPACE NAME=\"root\"/><NAMESPACE NAME=\"cimv2\"/></LOCALNAMESPACEPATH>";
 
 std::string unescaped(std::string text) {
@@ -127,7 +127,7 @@ Request requestOf(const Step& step, const std::string& context) {
     std::map<std::string, std::string> headers{{"CIMOperation", "MethodCall"}};
     std::string body = unescaped(step.body);
     replaceAll(body, "{context}", context);
-    replaceAll(body, "{ns}", nameSpacePath);
+    replaceAll(body, "{ns}", kNameSpacePath);
     pugi::xml_document call;
     call.load_string(body.c_str());
     const std::string root = call.document_element().name();

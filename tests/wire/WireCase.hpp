@@ -4,8 +4,8 @@
 // IMETHODCALL or METHODCALL is wrapped into a message, and gets the header fields that belong to it; a header line
 // replaces its field, one without value takes it away, and "@user", "@role" set who asks. In bodies \xNN is a byte,
 // {ns} the LOCALNAMESPACEPATH of root/cimv2 and {context} what the last answer gave as EnumerationContext. A line "<<<
-// STATUS CIMERROR" opens the answer with what is in SIMPLERSP, where * stands for any text; "+++ TEXT" wants TEXT in
-// the log and "--- TEXT" wants it kept out.
+// STATUS CIMERROR" opens the answer: what is in SIMPLERSP, or the whole CIM, where * stands for any text; "+++ TEXT"
+// wants TEXT in the log and "--- TEXT" wants it kept out.
 #pragma once
 
 #include "cimserver/http/Message.hpp"

@@ -7,6 +7,7 @@
 
 #include "cimserver/cimxml/Grammar.hpp"
 #include "cimserver/common/Log.hpp"
+#include "cimserver/common/Memory.hpp"
 
 #include <regex>
 
@@ -26,13 +27,14 @@ std::vector<fs::path> allCases() {
     return found;
 }
 
-cimxml::DispatcherSettings limits() {
-    cimxml::DispatcherSettings limits;
-    limits.hostName = "host.example";
-    limits.enumerations.perUser = 2;
-    limits.enumerations.count = 3;
-    limits.xml.elements = 500;
-    return limits;
+cimxml::DispatcherSettings settings() {
+    cimxml::DispatcherSettings settings;
+    settings.hostName = "host.example";
+    settings.enumerations.perUser = 2;
+    settings.enumerations.count = 3;
+    settings.xml.elements = 500;
+    settings.errorHints = {{"none", "see the log"}, {"an objection", "the diary is full"}};
+    return settings;
 }
 
 /// The server counts a CIM error for each reply that holds one.
@@ -102,7 +104,7 @@ class Wire : public testing::TestWithParam<fs::path> {};
 TEST_P(Wire, Case) {
     const support::TempDir folder;
     log::configure({folder / "log"});
-    wire::Server server(limits());
+    wire::Server server(settings());
     std::string context;
     for (const wire::Step& step : wire::readCase(GetParam())) {
         SCOPED_TRACE(GetParam().string() + "\n" + step.body);
@@ -121,6 +123,15 @@ TEST_P(Wire, Case) {
         }
         expectStillAnswers(server);
     }
+}
+
+TEST(Memory, MustHoldTheTreeOfALongRequest) {
+    MemoryBudget budget(100'000);
+    MemoryAccount memory(budget, "peer");
+    http::Request request{"POST", "/", 11, {}, std::string(20'000, ' '), "", {}, &memory};
+    request.fields.add("CIMOperation", "MethodCall");
+    const http::Response response = wire::Server().handle(request);
+    EXPECT_TRUE(response.status == 503 && response.fields.find("CIMError") == nullptr);
 }
 
 std::string caseName(const testing::TestParamInfo<fs::path>& info) {

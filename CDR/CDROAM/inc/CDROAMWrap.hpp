@@ -17,7 +17,7 @@ class CDROAMWrap {
     CDROAMWrap();
     CDROAMWrap(const CDROAMWrap&) = delete;
     CDROAMWrap& operator=(const CDROAMWrap&) = delete;
-    /// Deletes the objects and ends the registration.
+    /// Deletes the objects and ends the registration; waits for a restore that is being followed up.
     virtual ~CDROAMWrap();
 
     /// The holder made by createCDROAMInstances; null until then.

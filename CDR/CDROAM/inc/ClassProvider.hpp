@@ -18,7 +18,7 @@
 
 namespace cdroam {
 
-/// Raises a CIM error whose message is the status in decimal.
+/// Raises CIM error 1 with the status in decimal as its message.
 [[noreturn]] void throwFailed(const char* source, int line, int status);
 
 /// How many keys an instance manager's operation takes.
@@ -65,7 +65,7 @@ class ClassProvider : public OpenWBEM::CppMethodProviderIFC, public OpenWBEM::Cp
         std::vector<PropertyRow<Managed>> properties; ///< in the order in which instances show them
         std::vector<MethodRow<Object>> methods;
         NamedOperations operations;
-        /// How changes of one property each exclude one another; a change of several is always alone.
+        /// Whether changes of a single property may run together; a change of several is always alone.
         ChangeLock::Sharing singleChanges = ChangeLock::Sharing::Alone;
     };
 

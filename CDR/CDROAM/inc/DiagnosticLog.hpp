@@ -1,7 +1,6 @@
 // The module's entries in the platform's diagnostic log "CdrOAM.log".
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 
 #pragma GCC visibility push(default)

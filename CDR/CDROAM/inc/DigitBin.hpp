@@ -119,7 +119,7 @@ class DigitBin : public Bin {
     /// Where the row begins in the table.
     std::size_t offset() const { return offset_; }
 
-    /// Logs why a value was refused, after a read of the table as before any other change; returns 301.
+    /// Reads the table, as every change does, logs why the value was refused and returns 301.
     int refuse(const char* reason) const {
         Table table{};
         (void)readTable(entry_, table);

@@ -10,8 +10,8 @@
 
 namespace cdroam {
 
-/// Gathers edits of something that can only be written as a whole. While one thread writes, those that come wait, and
-/// are then written together by the first of them. Without other threads each edit is written by itself, at once.
+/// Gathers edits of something that can only be written as a whole. Edits that arrive while a thread writes wait, and
+/// are then written together by the first of their threads; one without others is written at once.
 template <class Edit>
 class GatheredChanges {
   public:
@@ -20,6 +20,7 @@ class GatheredChanges {
     /// must not throw.
     template <class Put>
     std::uint32_t write(Edit edit, Put put) {
+        std::shared_ptr<Batch> following = std::make_shared<Batch>(); // later, a failure would leave others waiting
         std::unique_lock<std::mutex> lock(mutex_);
         const std::shared_ptr<Batch> batch = next_;
         batch->edits.push_back(std::move(edit));
@@ -29,7 +30,7 @@ class GatheredChanges {
         }
         changed_.wait(lock, [this] { return !writing_; });
         writing_ = true;
-        next_ = std::make_shared<Batch>();
+        next_ = std::move(following);
         lock.unlock();
         const std::uint32_t status = put(batch->edits);
         lock.lock();

@@ -2,7 +2,7 @@
 // virtual functions in the same order; only the two that create and destroy are named after the class, in its header:
 //
 //   InstanceManagerBase     destructor, init
-//   CFactory                createC, destroyC
+//   CFactory                createC, destroyC; they always throw
 //   InstanceManager         add, remove, get, startIteration, hasNext, next, endIteration
 //
 // A manager does not own the objects that it lists.
@@ -24,7 +24,7 @@ class InstanceManagerBase {
     InstanceManagerBase& operator=(const InstanceManagerBase&) = delete;
     virtual ~InstanceManagerBase() = default;
 
-    /// Called when the manager becomes its class's current one.
+    /// Called when the manager becomes its class's current one; does nothing.
     virtual void init() {}
 };
 

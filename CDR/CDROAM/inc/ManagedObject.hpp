@@ -2,25 +2,12 @@
 //
 //   C                     a getter for each property, a setter for each that can be modified, an operation for each
 //                         method; its own getters and setters do not reach the registry
-//   CInstanceManager      the list of the live objects, by their keys; derives from CFactory, whose create and destroy
-//                         operations always throw
+//   CInstanceManager      the list of the live objects, by their keys (InstanceManager.hpp)
 //   CImplInstanceManager  the instance manager that the provider installs
 //   CImpl                 C over the configuration registry
 //   CProvider             C as a CIM class
 //
-// The order of the virtual functions of C and of its managers is part of the interface. The instance managers of all
-// classes behave alike:
-//
-//   init             called when the manager becomes the current one; does nothing
-//   createC          always throws CFG_InstanceCreationFailed
-//   destroyC         always throws CFG_InstanceDeletionFailed
-//   add              lists an object under its keys; replaces one that is listed under the same keys
-//   remove           takes the object's keys off the list; a missing key is not an error
-//   get              the object with these keys, compared as one concatenated text; throws CFG_NoInstance
-//   startIteration, hasNext, next, endIteration
-//                    one iteration at a time, in byte-wise key order; next throws CFG_NoInstance at the end
-//
-// A manager does not own the objects it lists.
+// The order of the virtual functions of C and of its managers is part of the interface.
 #pragma once
 
 #include "OW_Array.hpp"

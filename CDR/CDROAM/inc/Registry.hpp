@@ -1,5 +1,4 @@
-// Access to the configuration registry: entries of component "CDR", the texts in them, and how an entry stores a
-// number.
+// Access to the configuration registry: entries of component "CDR", and how an entry stores a value.
 #pragma once
 
 #include "ZpoShared.h"

@@ -29,9 +29,10 @@ class RequestPause {
     unsigned held_;
 };
 
-/// Held while the registry or the schedule is changed. While the platform makes a change it may wait for another
-/// process, so a change pauses there (WritePause) and reads go on; other changes must not come in between its writes.
-/// Taken inside a RequestLock, which is released while this one is awaited. A thread that holds it may take it again.
+/// Held while properties are modified or statistics cleared, while a restore is followed up, and while the managed
+/// objects are deleted. While the platform makes a change it may wait for another process, so a change pauses there
+/// (WritePause) and reads go on; other changes must not come in between its writes. Taken inside a RequestLock, which
+/// is released while this one is awaited. A thread that holds it may take it again.
 class ChangeLock {
   public:
     /// Changes of a single value that need nothing of one another may run together.

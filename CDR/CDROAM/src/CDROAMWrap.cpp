@@ -53,6 +53,7 @@ CDROAMWrap::CDROAMWrap() {
 
 CDROAMWrap::~CDROAMWrap() {
     const cdroam::RequestLock lock;
+    const cdroam::ChangeLock change(cdroam::ChangeLock::Sharing::Alone); // a paused restore still uses its object
     delete pullStatistics_;
     delete pushSetting_;
     delete pushStatistics_;

@@ -1,6 +1,7 @@
 #include "QTX_CDRPullStatisticsImpl.hpp"
 
 #include "Qualifiers.hpp"
+#include "RequestLock.hpp"
 
 using namespace cdroam;
 
@@ -16,6 +17,7 @@ int QTX_CDRPullStatisticsImpl::setQulifier(QualifierArray& qualifiers) const {
 }
 
 unsigned int QTX_CDRPullStatisticsImpl::Refresh() {
+    const ChangeLock lock(ChangeLock::Sharing::Alone); // so that reads go on during the writes
     mostRecentSuccessfulTransfer_.clear();
     numberOfSuccessfulTransfers_.clear();
     mostRecentFailedTransfer_.clear();

@@ -12,8 +12,8 @@ std::mutex requestMutex;
 // How many RequestLocks this thread holds; the mutex is locked by the first.
 thread_local unsigned heldByThread = 0;
 
-// Passed by each change on its way to `changes`, so that one that needs it alone is not kept out by ever new ones that
-// share it.
+// Each change passes it on its way to `changes`, so that a steady stream of changes that share cannot keep out one that
+// must be alone.
 std::mutex turnstile;
 std::shared_mutex changes;
 

@@ -24,6 +24,9 @@ std::optional<std::string> directory(const char* variable, const char* fallback)
         return fallback;
     }
     std::string path(value, strnlen(value, kMaxDirectory + 1));
+    while (path.size() > 1 && path.back() == '/') {
+        path.pop_back(); // what lies above it is found by the last slash
+    }
     return isUsableDirectory(path) ? std::optional(path) : std::nullopt;
 }
 

@@ -90,8 +90,14 @@ int newKernelQueue(QueueIdentity& identity) {
         const auto key = static_cast<key_t>(random());
         const int id = key == IPC_PRIVATE ? -1 : msgget(key, IPC_CREAT | IPC_EXCL | 0660);
         if (id >= 0) {
-            const int error = shareWithGroup(id);
-            return error == 0 ? inspectQueue(id, identity) : error;
+            int error = shareWithGroup(id);
+            if (error == 0) {
+                error = inspectQueue(id, identity);
+            }
+            if (error != 0) {
+                msgctl(id, IPC_RMID, nullptr);
+            }
+            return error;
         }
         if (errno != EEXIST) {
             return errno;

@@ -25,7 +25,8 @@ bool isQueueName(const char* name);
 int inspectQueue(int id, QueueIdentity& identity);
 
 /// Reads the file that names a queue in the state directory and checks that the kernel's queue is still the one it
-/// names. Returns a status of osa.h; `identity` is known with OSA_OK and OSA_NO_ACCESS.
+/// names. Returns a status of osa.h; `identity` is known with OSA_OK, and with OSA_NO_ACCESS unless the file itself
+/// cannot be read.
 std::uint32_t readQueueFile(const std::string& name, QueueIdentity& identity);
 
 /// The names that have files, sorted. Their queues may be gone.

@@ -83,8 +83,8 @@ void reportAccess(const std::string& name, std::uint32_t status, int id) {
     if (status != OSA_NO_ACCESS) {
         knownQueues().endRefusal(name);
     } else if (knownQueues().firstRefusal(name)) {
-        logInternal(4, "queue " + name + " (id " + std::to_string(id) +
-                           ") exists, but this user may not use it (0x300007): see osqueue list");
+        const std::string known = id < 0 ? "" : " (id " + std::to_string(id) + ")";
+        logInternal(4, "queue " + name + known + " exists, but this user may not use it (0x300007): see osqueue list");
     }
 }
 

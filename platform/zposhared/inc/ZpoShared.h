@@ -73,7 +73,7 @@ extern "C" {
 #define ZPO_SCHED_BUSY 0x220008u            /* another process has kept the crontab locked for ZPO_LOCK_TIMEOUT */
 #define ZPO_SCHED_LOCK_FAILED 0x220009u     /* the lock file in the state directory cannot be opened */
 #define ZPO_SCHED_NO_PROGRAM 0x22000Au      /* the crontab program is not installed */
-#define ZPO_SCHED_NO_USER 0x22000Bu         /* the process's user has no name to file the crontab under */
+#define ZPO_SCHED_NO_USER 0x22000Bu         /* the process's user has no name, or one with '.' or '/' */
 #define ZPO_SCHED_NO_RESOURCES 0x22000Cu    /* memory, processes or file descriptors are exhausted */
 #define ZPO_SCHED_BAD_SETTING 0x22000Du     /* an environment variable above has an unusable value */
 
@@ -171,8 +171,8 @@ typedef struct ZpoScheduledTaskEntry {
 #pragma pack(pop)
 
 /* Adds a task. `a`, `b`, `c` are reserved and ignored (callers pass 1000). An identical task is added again. When the
- * table cannot be changed, here or in a deletion, the next program that registers for restores is told of one, so that
- * it sets its tasks again.
+ * table cannot be changed here or in a deletion, or not read for a list, the next program that registers for restores
+ * is told of one, so that it sets its tasks again.
  */
 ZPO_API uint32_t ZpoSetScheduledTask(ZpoScheduledTask task, uint32_t a, uint32_t b, uint32_t c);
 

@@ -64,7 +64,7 @@ bool takeDay(std::string_view& rest, std::string& day) {
     std::string_view word;
     const bool ok = takeWord(rest, word) && word.size() <= kMaxDayText;
     day = word;
-    return ok;
+    return ok && (day == "*" || day.find_first_not_of("0123456789") == std::string::npos);
 }
 
 // Undoes quoted(). Accepts any text: the caller checks that quoted() gives it back.

@@ -34,7 +34,7 @@ std::uint32_t checkPath(const char* path);
 ///
 /// A task is a line of exactly this form; the program's path is quoted for the shell where it needs it:
 ///     30 8 * * 3 /qv/bin/CDRTransfer
-/// A line with steps, names, arguments or anything else is not a task.
+/// A line with lists, ranges, steps, names, arguments or anything else is not a task.
 class CrontabTable {
   public:
     explicit CrontabTable(std::string text) : text_(std::move(text)) {}

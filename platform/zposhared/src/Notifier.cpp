@@ -18,7 +18,6 @@
 #include <pthread.h>
 #include <sys/eventfd.h>
 #include <thread>
-#include <unistd.h>
 #include <vector>
 
 namespace zpo {

@@ -22,7 +22,7 @@ class EntryName {
   private:
     bool append(const char* part);
 
-    std::array<char, 384> bytes_; // as many as length_ says
+    std::array<char, 384> bytes_; // only the first length_ are set
     std::size_t length_ = 0;
 };
 

@@ -8,7 +8,6 @@
 #include "StatusText.hpp"
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <fmt/format.h>
 #include <functional>
@@ -50,7 +49,6 @@ std::uint32_t lockTable(FileLock& lock) {
     }
     const int error = lock.acquire(directory + "/crontab.lock", std::chrono::seconds(*settings().lockSeconds));
     if (error == ETIMEDOUT) {
-        logInternal(4, statusText(ZPO_SCHED_BUSY));
         return ZPO_SCHED_BUSY;
     }
     return error == 0 ? ZPO_OK : ZPO_SCHED_LOCK_FAILED;

@@ -61,7 +61,7 @@ constexpr StatusRow kRows[] = {
      "state directory, permissions"},
     {ZPO_SCHED_NO_PROGRAM, "ZPO_SCHED_NO_PROGRAM", "the crontab program is not installed",
      "install cron or set ZPO_CRONTAB_DIR"},
-    {ZPO_SCHED_NO_USER, "ZPO_SCHED_NO_USER", "the process's user has no name", ""},
+    {ZPO_SCHED_NO_USER, "ZPO_SCHED_NO_USER", "the process's user has no name, or one with '.' or '/'", ""},
     {ZPO_SCHED_NO_RESOURCES, "ZPO_SCHED_NO_RESOURCES", "memory, processes or file descriptors are exhausted", ""},
     {ZPO_SCHED_BAD_SETTING, "ZPO_SCHED_BAD_SETTING",
      "ZPO_CRONTAB_DIR, ZPO_CRONTAB_SUNDAY, ZPO_STATE_DIR or ZPO_LOCK_TIMEOUT has an unusable value",

@@ -5,14 +5,13 @@
 #include "ZpoShared.h"
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 namespace zpo {
 namespace {
 
-// At least what LMDB needs for that: 64 bytes per reader and 128 of its own. The rest gives more places.
+// LMDB needs 64 bytes per reader and 128 of its own. The rest gives more places.
 constexpr off_t kLockFileBytes = off_t{kMaxReaders} * 64 + 4096;
 constexpr int kHeadAttempts = 20;
 

@@ -17,11 +17,11 @@ std::uint32_t statusOfError(int error);
 /// An opened and checked store file: LMDB's environment and what identifies the file.
 class StoreEnvironment {
   public:
+    static constexpr const char* kForeignReaders = "the table of readers belongs to another file";
     /// Opens the file `path`, creating it and its directory if needed; opens it read-only when it cannot be written.
     /// Returns a status; for a damaged file `problem` says what is wrong. LMDB's table of readers that belongs to
     /// another file, because a process still has a file open that was replaced, gives ZPO_REG_STORE_BUSY and
     /// kForeignReaders; while somebody writes, so may this file's own.
-    static constexpr const char* kForeignReaders = "the table of readers belongs to another file";
     static std::uint32_t open(const std::string& path, std::size_t mapBytes, std::unique_ptr<StoreEnvironment>& result,
                               std::string& problem);
     StoreEnvironment(const StoreEnvironment&) = delete;

@@ -1,4 +1,5 @@
 // Requests from several threads at once, beside restores on a thread of the platform.
+#include "CDROAMWrap.hpp"
 #include "ModuleTest.hpp"
 
 #include <future>
@@ -37,6 +38,7 @@ TEST_F(ConcurrencyTest, ReadsGoOnDuringAChangeAndOtherChangesWait) {
                   }),
                   "");
     };
+    const Work clear = [this] { invoke(path(kPullStatistics), "Refresh"); };
     const Work bin = [this] { EXPECT_EQ(set(binPath("CDRServicePrefixBin", 1), "PrefixBin", "11"), ""); };
     struct Case {
         const char* function;
@@ -49,6 +51,7 @@ TEST_F(ConcurrencyTest, ReadsGoOnDuringAChangeAndOtherChangesWait) {
                           Case{"ZpoGetScheduledTaskList", restore, reads, {arm, restore, two}},
                           Case{"ZpoSetRegEntryBinary", limit, {read, list, limit, bin}, {arm, two}},
                           Case{"ZpoSetRegEntryBinary", two, reads, {two, limit, bin}},
+                          Case{"ZpoSetRegEntryBinary", clear, reads, {clear, limit}},
                           Case{"ZpoSetRegEntryBinary", bin, {read, list, limit}, {bin, two}}}) {
         const auto during = [&](const Work& second, std::chrono::milliseconds patience, std::future_status expected) {
             std::future<void> other;
@@ -74,7 +77,7 @@ TEST_F(ConcurrencyTest, RowsThatWaitShareAWrite) {
         EXPECT_EQ(set(binPath("CDRServicePrefixBin", row), "PrefixBin", digits), "");
     };
     std::size_t writes = 4;
-    for (int round = 0; round < 100 && writes == 4; ++round) { // until the three have come in time
+    for (int round = 0; round < 100 && writes == 4; ++round) { // until the three arrive in time
         platform.forget();
         std::vector<std::future<void>> others;
         platform.during("ZpoSetRegEntryBinary", [&] {
@@ -111,6 +114,17 @@ TEST_F(ConcurrencyTest, ALongPushHoldsUpNobody) {
     EXPECT_EQ(others.wait_for(std::chrono::seconds(60)), std::future_status::ready) << "waits for the push";
     mayEnd.set_value();
     EXPECT_GT(pushing.get(), 0U);
+}
+
+TEST_F(ConcurrencyTest, ReleasingTheObjectsWaitsForARestore) {
+    std::future<void> released;
+    platform.during("ZpoGetScheduledTaskList", [&] {
+        released = std::async(std::launch::async, [] { delete std::exchange(myInstance, nullptr); });
+        EXPECT_EQ(released.wait_for(std::chrono::milliseconds(30)), std::future_status::timeout);
+    });
+    restore();
+    released.get();
+    EXPECT_EQ(platform.created.size(), 1U);
 }
 
 } // namespace

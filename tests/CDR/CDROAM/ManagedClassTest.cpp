@@ -41,7 +41,7 @@ TEST_F(InstanceManagerTest, ListsObjectsInTheOrderOfTheirKeysBytes) {
     EXPECT_FALSE(manager.hasNext());
 }
 
-TEST_F(InstanceManagerTest, RemovesByKeyFromTheManagerOfTheMoment) {
+TEST_F(InstanceManagerTest, RemovesByKeyFromTheCurrentManager) {
     auto first = std::make_unique<Bin>("same");
     Bin second("same");
     EXPECT_EQ(manager.get("same"), &second);
@@ -61,7 +61,7 @@ struct BareService : QTX_CDRService {
     unsigned int ClipFile() override { return 0; }
 };
 
-TEST(ManagedClass, CannotReadOrWriteByItselfAndTakesKeysThatReadTheSameForTheSame) {
+TEST(ManagedClass, HasNoValuesOfItsOwnAndComparesItsKeysConcatenated) {
     QualifierArray qualifiers;
     BareService service("ab", "c", "d", "e");
     std::string text = "kept";

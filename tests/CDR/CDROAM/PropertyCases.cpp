@@ -84,8 +84,7 @@ PropertyCase pulled(Text property, Text type, Text key, Text stored, Text shown,
 std::string prefixRow(Text row) { return binEntry(8, kEmptyPrefix, 2, row); }
 std::string accessRow(Text row) { return binEntry(5, kEmptyAccess, 2, row); }
 
-// Values differ, so that no entry passes for another, and from the factory settings. Counters lie in the entry as on a
-// little-endian host.
+// Values differ, so that no entry passes for another, and from the factory settings.
 const std::vector<PropertyCase> kCases = {
     setting("Format", "uint8", "FORMAT", "bytes 01", "1"),
     setting("ReportType", "uint8", "TYPE", "bytes 02", "2"),

@@ -30,7 +30,7 @@ struct PropertyCase {
     bool writable = true;
     TextPairs taken = {};     ///< values and what the entry holds after them
     TextPairs refused = {};   ///< values and the message: "301" from the setting, "" from the registry, or a check's
-    TextPairs alsoShown = {}; ///< what the entry may hold beside, and how it is shown
+    TextPairs alsoShown = {}; ///< other contents of the entry, and how they are shown
 
     std::string entry() const { return "CDR/" + key; }
     std::string className() const { return path.substr(0, path.find('.')); }
@@ -39,7 +39,7 @@ struct PropertyCase {
     bool isService() const { return path == kService; }
     /// Whether a change arms the scheduled task anew.
     bool isScheduled() const { return isPushSetting() && property.compare(0, 8, "Transfer") == 0; }
-    /// A transfer type in which the property applies, and whether it does in another.
+    /// A transfer type in which the property applies, and whether it applies in the one given.
     char transferType() const;
     bool appliesIn(char transfer) const;
 };

@@ -17,7 +17,7 @@ class ServiceTest : public ModuleTest {
     void changeLanguage() { EXPECT_EQ(set(kService, "Language", value("uint8", "1")), ""); }
 };
 
-TEST_F(ServiceTest, TellsTheServiceThroughTheQueueOfTheMoment) {
+TEST_F(ServiceTest, NotifiesTheServiceThroughItsCurrentQueue) {
     const std::string traced = "After notifyCDRService()############################## \n";
     changeLanguage(); // there is none yet
     platform.queues["CDRService"] = 7;

@@ -54,7 +54,7 @@ TEST(SlotOrder, Statistics) {
         &C::getTotalNumberOfFileTransferred, &C::Refresh);
 }
 
-// In the providers their first base's functions come before.
+// In a provider its first base's functions come first.
 TEST(SlotOrder, ManagersAndProviders) {
     using M = QTX_CDRServiceInstanceManager;
     expectSlotsFrom(2, &M::init, &M::createQTX_CDRService, &M::destroyQTX_CDRService, &M::add, &M::remove, &M::get,

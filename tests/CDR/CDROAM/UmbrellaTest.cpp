@@ -13,7 +13,7 @@ namespace {
 
 class UmbrellaTest : public ModuleTest {
   protected:
-    // Does all that a request makes of a manager by throwing.
+    // Throws whatever a request asks of it.
     struct ThrowingManager : QTX_CDRPullStatisticsInstanceManager {
         std::function<void()> fault;
         QTX_CDRPullStatistics* createQTX_CDRPullStatistics(const std::string& /*name*/) override { return raise(); }

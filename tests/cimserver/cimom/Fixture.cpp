@@ -7,7 +7,7 @@ namespace cimserver::cimom {
 
 namespace {
 
-constexpr const char* mof = R"MOF(
+constexpr const char* kMof = R"MOF(
 Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);
 Qualifier Provider : string = null, Scope(any);
 Qualifier Abstract : boolean = false, Scope(class, association), Flavor(Restricted);
@@ -141,7 +141,7 @@ class Recorder : public CppMethodProviderIFC, public CppAssociatorProviderIFC {
 
 CimomTest::CimomTest() : cimom(repository, host, {}) {
     addInterop(repository, host);
-    repository.compileText(mof, "t.mof", "root/test");
+    repository.compileText(kMof, "t.mof", "root/test");
     host.addBuiltIn("Recorder", [this] { return new Recorder(record); });
     CIMInstance thing("T_Thing");
     CIMProperty name = text("Name", "one");

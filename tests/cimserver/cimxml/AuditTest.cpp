@@ -42,6 +42,14 @@ TEST_F(Audit, SaysWhatTheProviderShowsAfterwards) {
                 HasSubstr("root A=\"9\", B=\"9\" (reads unchanged), C=\"9\" (reads \"5\"), Password=*** -> ok"));
 }
 
+TEST_F(Audit, CutsNoUrlOpen) {
+    const std::string url = std::string(1000, 'x') + " ftp://ann:sesame" + std::string(100, 'x') + "@host/";
+    record_.onModification(CIMInstance("T").setProperty("A", CIMValue(url.c_str())).getProperties(), CIMInstance("T"));
+    testing::internal::CaptureStderr();
+    record_.write({});
+    EXPECT_THAT(testing::internal::GetCapturedStderr(), HasSubstr("x ftp://***@host/\" -> ok"));
+}
+
 TEST_F(Audit, RefusedRequestsOfAUserAreSummedUp) {
     audit::configure({dir_ / "audit", false});
     for (unsigned i = 0; i < audit::kMostRefusals + 5; ++i) {

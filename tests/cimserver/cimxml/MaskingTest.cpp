@@ -28,7 +28,8 @@ TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
     const std::string gone = "<PROPERTY NAME=\"Password\">***</PROPERTY>";
     // clang-format off
     const std::pair<std::string, std::string> cases[] = {
-        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
+        {"<A>http:&#47;/ann:x@h</A>", "<A>http://ann:x@h</A>"}, // as the dump recognizes it
+        {"<A B='c>d'>text &amp; <B/></A>", "<A B='c>d'>text &amp; <B/></A>"},
         {"<A>" + secret + "<VALUE>y</VALUE></A>", "<A>" + gone + "<VALUE>y</VALUE></A>"},
         {"<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>", "<PROPERTY NAME=\"UserName\"><VALUE>x</VALUE></PROPERTY>"},
         {"<property NAME='oldPASSWORD'>x</property>", "<property NAME=\"oldPASSWORD\">***</property>"},
@@ -38,6 +39,8 @@ TEST(Masking, TakesSecretsOutAndLeavesTheRest) {
         {"<KEYBINDING NAME=\"Password\"><KEYVALUE>x</KEYVALUE></KEYBINDING>", "<KEYBINDING NAME=\"Password\">***</KEYBINDING>"},
         {"<VALUE>&lt;PROPERTY NAME=\"Password\"&gt;x</VALUE>", "<VALUE>***</VALUE>"},
         {"<VALUE><![CDATA[<PROPERTY NAME=\"P&#97;ssword\">x]]></VALUE>", "<VALUE>***</VALUE>"},
+        {"<VALUE>&lt;V&gt;&amp;lt;P NAME='P&amp;amp;#97;ssword'&gt;x&lt;/V&gt;</VALUE>", "<VALUE>***</VALUE>"}, // inside another one
+        {"<VALUE>&lt;V&gt;&amp;lt;P NAME='Pass&lt;!---->word'&gt;x&lt;/V&gt;</VALUE>", "<VALUE>***</VALUE>"},
         {"<?xml version=\"1.0\"?><A><!-- don't " + secret + " --><?x " + secret + "?>" + secret + "</A>", "<A>" + gone + "</A>"},
         {"<A><!-- " + secret + " --><B/></A>", "<A><B/></A>"},
         {"<PROPERTY NAME=\"Password\"><VALUE><![CDATA[</PROPERTY>x]]></VALUE></PROPERTY>", gone},

@@ -10,14 +10,14 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr const char* KnownHash = "$1$salt$qJH7.N4xYta3aEG/dfqo/0"; // "password", the cheap way
+constexpr const char* kKnownHash = "$1$salt$qJH7.N4xYta3aEG/dfqo/0"; // "password", the cheap way
 
 TEST(UserFile, NamesTheLineThatIsWrong) {
-    const std::string good = std::string("a:") + KnownHash + "\n";
+    const std::string good = std::string("a:") + kKnownHash + "\n";
     const std::pair<std::string, std::string> cases[] = {
         {good + "no colon\n", "users:2: expected NAME:HASH or NAME:HASH:ROLE"},
-        {":" + std::string(KnownHash) + "\n", "users:1: expected NAME:HASH or NAME:HASH:ROLE"},
-        {good + "b:" + KnownHash + ":admin", "users:2: the role is 'read' or 'write'"},
+        {":" + std::string(kKnownHash) + "\n", "users:1: expected NAME:HASH or NAME:HASH:ROLE"},
+        {good + "b:" + kKnownHash + ":admin", "users:2: the role is 'read' or 'write'"},
         {"b:plain\n", "users:1: the hash of user 'b' is in no format this system knows"},
         {good + "#\n" + good, "users:3: the user 'a' occurs twice"},
         {std::string("a\0:*", 4), "users:1: a zero byte"},
@@ -35,7 +35,7 @@ TEST(UserFile, NamesTheLineThatIsWrong) {
 TEST(UserFile, SavesWholeAndKeepsTheMode) {
     const support::TempDir dir;
     const auto file = dir / "users";
-    support::writeFile(file, std::string("known:") + KnownHash + "\r\nold:*:write\n");
+    support::writeFile(file, std::string("known:") + kKnownHash + "\r\nold:*:write\n");
     std::filesystem::permissions(file, std::filesystem::perms(0640));
     auto users = UserFile::load(file);
     users.set({"new", hashPassword("secret"), true});
@@ -122,7 +122,7 @@ TEST(CheckQueue, TakesTheLowestRankFirst) {
 
 TEST(Access, RemembersForATimeAndNotWhatAnOlderFileConfirmed) {
     const support::TempDir dir;
-    support::writeFile(dir / "users", std::string("known:") + KnownHash + "\n");
+    support::writeFile(dir / "users", std::string("known:") + kKnownHash + "\n");
     LoginSettings settings;
     settings.userFile = dir / "users";
     settings.cache = 10s;

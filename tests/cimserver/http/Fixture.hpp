@@ -21,7 +21,7 @@ class ServerTest : public ::testing::Test {
     void expectServes() const;
     std::string path(const std::string& name) const { return folder_ / name; }
     void write(const std::string& name, const std::string& text) const { support::writeFile(path(name), text); }
-    /// What the process logged since start(); how often a text occurs in it.
+    /// What the test logged so far; how often a text occurs in it.
     std::string logged() const { return support::contentOf(path("log")); }
     std::size_t timesLogged(const std::string& text) const { return support::countOf(text, logged()); }
 

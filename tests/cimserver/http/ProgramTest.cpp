@@ -198,6 +198,14 @@ TEST_F(ProgramTest, TheToolKeepsWhatOthersWriteAndTheLink) {
     EXPECT_EQ(longest(512).output, "cimserver-passwd: the password is too long: at most 511 bytes\n");
 }
 
+TEST_F(ProgramTest, TheCertificateIsForNamesAndAddressesAsTheyAreWritten) {
+    EXPECT_EQ(
+        run("touch a.example; " CIMSERVER_CERT " --directory . node1.rack2.room3.site4 '*.example' 192.0.2.7 ::2 7")
+            .output,
+        "./server.pem: valid for DNS:node1.rack2.room3.site4,DNS:*.example,IP:192.0.2.7,IP:::2,DNS:7,"
+        "DNS:localhost,IP:127.0.0.1,IP:::1\n");
+}
+
 TEST_F(ProgramTest, AChangeThatCannotBeRecordedIsRefusedAndHealthTells) {
     support::run({"cp", TEST_PROVIDER_MOF, dir_ / "thing.mof"});
     const std::string common = "--mof thing.mof --provider-dir " TEST_PROVIDER_FOLDER " --audit-log ";
@@ -347,8 +355,8 @@ TEST_F(ProgramTest, TheJournalGetsPrioritiesAndNoTime) {
 
 TEST_F(ProgramTest, UsersWhoMayOnlyReadDoNotSeeSecrets) {
     support::writeFile(dir_ / "s.mof",
-                       "class S { [Key] string Name; string Password; [EmbeddedObject] string Inside; };\n"
-                       "instance of S { Name = \"a\"; Password = \"sesame\"; };\n");
+                       "class S { [Key] string Name; string Password; [EmbeddedObject] string In[]; };\n"
+                       "instance of S { Name = \"a\"; Password = \"sesame\"; In = {\"<P N='password'>sesame\"}; };\n");
     EXPECT_EQ(run("echo x | " CIMSERVER_PASSWD " users ann --stdin && "
                   "echo x | " CIMSERVER_PASSWD " users bob --role write --stdin")
                   .exitCode,

@@ -13,11 +13,11 @@ using cimserver::provider::Sharing;
 
 namespace {
 
-constexpr auto soon = 30ms;
-constexpr auto ample = 20s;
+constexpr auto kSoon = 30ms;
+constexpr auto kAmple = 20s;
 
 bool entersElsewhere(Gate& gate, Access access) {
-    return std::async(std::launch::async, [&] { return gate.enter(access, soon).has_value(); }).get();
+    return std::async(std::launch::async, [&] { return gate.enter(access, kSoon).has_value(); }).get();
 }
 
 TEST(Gate, LetsOnlyConcurrentReadsBeTogether) {
@@ -37,8 +37,8 @@ TEST(Gate, LetsOnlyConcurrentReadsBeTogether) {
     for (const auto& [sharing, lanes, first, second, together] : rules) {
         Gate gate(sharing, {lanes, 1});
         {
-            const auto inside = gate.enter(first, soon);
-            EXPECT_TRUE(gate.enter(Access::Write, soon)) << "of the same thread, which is still inside when it left";
+            const auto inside = gate.enter(first, kSoon);
+            EXPECT_TRUE(gate.enter(Access::Write, kSoon)) << "of the same thread, which is still inside when it left";
             EXPECT_EQ(entersElsewhere(gate, second), together) << lanes;
         }
         EXPECT_TRUE(entersElsewhere(gate, Access::Write)) << "after it was left";
@@ -52,12 +52,12 @@ TEST(Gate, ResolvesCyclesOfWaiting) {
         Gate b(sharing);
         std::atomic<int> ready{0};
         const auto cross = [&](Gate& first, Gate& second) {
-            const auto outer = first.enter(Access::Write, ample);
+            const auto outer = first.enter(Access::Write, kAmple);
             ++ready;
             while (ready < 2) {
                 std::this_thread::yield();
             }
-            return second.enter(Access::Read, ample).has_value();
+            return second.enter(Access::Read, kAmple).has_value();
         };
         auto one = std::async(std::launch::async, cross, std::ref(a), std::ref(b));
         auto two = std::async(std::launch::async, cross, std::ref(b), std::ref(a));
@@ -75,10 +75,10 @@ TEST(Gate, ExcludesUnderLoad) {
     const auto work = [&](int self) {
         for (int i = 0; i < 500; ++i) {
             const int outer = (self + i) % 2;
-            const auto pass = gates[outer].enter(Access::Write, ample);
+            const auto pass = gates[outer].enter(Access::Write, kAmple);
             const long before = counters[outer];
             counters[outer] = before + 1;
-            const auto nested = gates[1 - outer].enter(Access::Write, ample);
+            const auto nested = gates[1 - outer].enter(Access::Write, kAmple);
             ++counters[1 - outer];
         }
     };

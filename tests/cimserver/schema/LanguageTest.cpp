@@ -8,7 +8,7 @@ namespace {
 
 // clang-format off
 // The declaration of the property P, its default as text and its type.
-const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
+const std::tuple<const char*, const char*, CIMDataType::Type> kDefaults[] = {
     {"uint8 P = 255;", "255", CIMDataType::UINT8},
     {"SINT8 P = -128;", "-128", CIMDataType::SINT8},
     {"uint16 P = 0xfFfF;", "65535", CIMDataType::UINT16},
@@ -38,7 +38,7 @@ const std::tuple<const char*, const char*, CIMDataType::Type> defaults[] = {
 // clang-format on
 
 TEST(Defaults, AreOfTheirType) {
-    for (const auto& [declaration, value, type] : defaults) {
+    for (const auto& [declaration, value, type] : kDefaults) {
         Repository repository;
         repository.compileText(std::string("class A { ") + declaration + " };", "t.mof", "root/test");
         const CIMProperty property = repository.findClass("root/test", "a")->getProperty(CIMName("p"));
@@ -47,19 +47,19 @@ TEST(Defaults, AreOfTheirType) {
     }
 }
 
-const std::string keyed = "class A { [Key] string K; }; ";
+const std::string kKeyed = "class A { [Key] string K; }; ";
 
-const char* const badCharacter = "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)";
+const char* const kBadCharacter = "2:24: \\x needs one to four hexadecimal digits of a character other than 0 (in A)";
 // clang-format off
 // What stands after the qualifiers, so in line 2.
-const std::pair<std::string, const char*> mistakes[] = {
+const std::pair<std::string, const char*> kMistakes[] = {
     // Of the characters.
     {"class A { /* ", "2:11: the comment is not closed (in A)"},
     {"class A { string P = \"a\n\"; };", "2:22: the string is not closed on its line (in A)"},
     {"class A { string P = \"a", "2:22: the string is not closed on its line (in A)"},
     {"class A { string P = \"\\q\"; };", "2:23: unknown escape sequence in a text (in A)"},
-    {"class A { string P = \"\\x0\"; };", badCharacter},
-    {"class A { string P = \"\\xD800\"; };", badCharacter},
+    {"class A { string P = \"\\x0\"; };", kBadCharacter},
+    {"class A { string P = \"\\xD800\"; };", kBadCharacter},
     {"class A { string P = \"\x01\"; };", "2:23: unexpected byte 1 in a string (in A)"},
     {"class A { char16 P = ''; };", "2:22: a character is missing between single quotes (one beyond ASCII is written \\xHHHH) (in A)"},
     {"class A { char16 P = 'ab'; };", "2:22: the character is not closed (in A)"},
@@ -124,15 +124,15 @@ const std::pair<std::string, const char*> mistakes[] = {
     {"Qualifier Q : string, Scope(nothing);", "2:29: \"nothing\" is not a scope"},
     {"Qualifier Q : A REF, Scope(any);", "2:15: a qualifier cannot be a reference"},
     {"class A { [Key] uint8 K; uint8 N; }; instance of A { K = 1; n = 256; };", "2:65: 256 is out of the range of uint8 (in A.n)"},
-    {keyed + "instance of A { };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
-    {keyed + "instance of A { K = NULL; };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
-    {keyed + "instance of A { K = \"1\"; Q = 1; };", "2:55: the class has no such property (in A.Q)"},
-    {keyed + "instance of A { K = \"1\"; k = \"2\"; };", "2:55: the property is given twice (in A.k)"},
-    {keyed + "instance of A { K = \"1\"; }; instance of a { K = \"1\"; };", "2:70: the instance A.K=\"1\" is declared already"},
-    {keyed + "instance of A as $x { K = \"1\"; }; instance of A as $X { K = \"2\"; };", "2:76: the alias \"$X\" is given twice"},
+    {kKeyed + "instance of A { };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
+    {kKeyed + "instance of A { K = NULL; };", "2:42: the key \"K\" of the instance of \"A\" has no value"},
+    {kKeyed + "instance of A { K = \"1\"; Q = 1; };", "2:55: the class has no such property (in A.Q)"},
+    {kKeyed + "instance of A { K = \"1\"; k = \"2\"; };", "2:55: the property is given twice (in A.k)"},
+    {kKeyed + "instance of A { K = \"1\"; }; instance of a { K = \"1\"; };", "2:70: the instance A.K=\"1\" is declared already"},
+    {kKeyed + "instance of A as $x { K = \"1\"; }; instance of A as $X { K = \"2\"; };", "2:76: the alias \"$X\" is given twice"},
     {"class A { string K; }; instance of A { K = \"1\"; };", "2:36: the class \"A\" has no keys to name an instance by"},
     {"[Abstract] class A { [Key] string K; }; instance of A { K = \"1\"; };", "2:53: the class \"A\" is abstract: it has no instances"},
-    {keyed + "class B { [Key] string K; }; [Association] class L { [Key] A REF R; }; instance of L { R = \"B.K=\\\"1\\\"\"; };",
+    {kKeyed + "class B { [Key] string K; }; [Association] class L { [Key] A REF R; }; instance of L { R = \"B.K=\\\"1\\\"\"; };",
      "2:121: \"B\" is no class derived from \"A\" (in L.R)"},
     {"[Association] class L { [Key] L REF R; }; instance of L as $l { R = $l; };", "2:55: references go in a circle or deeper than 8 (in L.R)"},
     {"[Association] class L { [Key] L REF R; }; instance of L { R = $m; };", "2:63: there is no alias \"$m\" (in L.R)"},
@@ -145,8 +145,8 @@ const std::pair<std::string, const char*> mistakes[] = {
 // clang-format on
 
 TEST(Mistakes, AreNamedWithTheirPlace) {
-    for (const auto& [mof, message] : mistakes) {
-        EXPECT_EQ(errorOf(qualifiers + mof), std::string("t.mof:") + message);
+    for (const auto& [mof, message] : kMistakes) {
+        EXPECT_EQ(errorOf(kQualifiers + mof), std::string("t.mof:") + message);
     }
 }
 
@@ -170,11 +170,11 @@ TEST(Hostile, EveryCutIsAnErrorWithAPlace) {
         "#pragma locale(\"en_US\")\n[Version(\"1\"), Description(\"a\" \"b\") : Restricted] class A as $a {"
         "[Key] string K; [Values{\"x\"}] uint8 P[2] = {1, 2}; uint32 F([MaxLen(3)] string s, A REF r[]); };";
     for (std::size_t cut = 0; cut < whole.size(); ++cut) {
-        const std::string error = errorOf(qualifiers + whole.substr(0, cut));
+        const std::string error = errorOf(kQualifiers + whole.substr(0, cut));
         EXPECT_TRUE(error.empty() || error.compare(0, 6, "t.mof:") == 0) << cut << ": " << error;
         EXPECT_TRUE(!error.empty() || cut <= whole.find('[')) << cut;
     }
-    EXPECT_EQ(errorOf(qualifiers + whole), "");
+    EXPECT_EQ(errorOf(kQualifiers + whole), "");
 }
 
 } // namespace

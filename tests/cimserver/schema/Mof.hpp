@@ -5,7 +5,7 @@
 #include "cimserver/schema/Repository.hpp"
 
 /// Qualifier declarations, in one line so that what follows starts in line 2.
-inline const std::string qualifiers =
+inline const std::string kQualifiers =
     "Qualifier Key : boolean = false, Scope(property, reference), Flavor(DisableOverride, ToSubclass);"
     "Qualifier Association : boolean = false, Scope(association), Flavor(DisableOverride);"
     "Qualifier Description : string = null, Scope(any), Flavor(Translatable);"

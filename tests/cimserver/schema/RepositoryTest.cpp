@@ -83,13 +83,13 @@ TEST(Inheritance, MakesClassesComplete) {
     };
     for (const auto& [mof, expected] : cases) {
         Repository repository;
-        repository.compileText(qualifiers + mof, "t.mof", "root/test");
+        repository.compileText(kQualifiers + mof, "t.mof", "root/test");
         EXPECT_EQ(shown(*repository.findClass("root/test", "B")), expected) << mof;
     }
 }
 
-const std::string things =
-    qualifiers +
+const std::string kThings =
+    kQualifiers +
     "class A { [Key] string K; [Key] uint8 N = 7; string T = \"t\"; }; class S : A {}; class U { [Key] string P; };"
     "[Association] class L { [Key] A REF Left; [Key] A REF Right; };"
     "class M : L { [Override(\"Left\")] S REF Left; };"
@@ -98,10 +98,10 @@ const std::string things =
 TEST(Instances, AreFoundByClassAndPath) {
     Repository repository;
     repository.compileText(
-        things + "instance of M { Left = $s; Right = \"//./root/test:A.N=1,K=\\\"a\\\"\"; };"
-                 "instance of a as $A { k = \"a\"; N = 1; T = NULL; }; [Description(\"d\")] instance of S as $S {"
-                 "[Description(\"d\")] K = \"s\"; }; instance of W { User = \"root/x:U.P=1\"; Used = $s; };"
-                 "instance of W { User = \"U.P=1\"; Used = \"S.K=\\\"s\\\"\"; };",
+        kThings + "instance of M { Left = $s; Right = \"//./root/test:A.N=1,K=\\\"a\\\"\"; };"
+                  "instance of a as $A { k = \"a\"; N = 1; T = NULL; }; [Description(\"d\")] instance of S as $S {"
+                  "[Description(\"d\")] K = \"s\"; }; instance of W { User = \"root/x:U.P=1\"; Used = $s; };"
+                  "instance of W { User = \"U.P=1\"; Used = \"S.K=\\\"s\\\"\"; };",
         "t.mof", "root/test");
     const auto instances = [&](const char* name) {
         std::string text;
@@ -128,7 +128,7 @@ TEST(Instances, AreFoundByClassAndPath) {
 
 TEST(Associations, AreThoseOfTheSchema) {
     Repository repository;
-    repository.compileText(things, "t.mof", "root/test");
+    repository.compileText(kThings, "t.mof", "root/test");
     using Names = std::vector<std::string>;
     const std::tuple<AssociationQuery, Names, Names> cases[] = {
         {{"A", "", "", "", "", false}, {"L", "M"}, {"A", "S"}},
@@ -149,8 +149,8 @@ TEST(Associations, AreThoseOfTheSchema) {
 TEST(Lookup, TakesNamespacesInAnySpellingAndByAlias) {
     Repository repository;
     repository.addAlias("interop", "root/Interop");
+    repository.compileText("class C {};", "u.mof", "INTEROP"); // which makes the namespace
     repository.compileText("class A {};\n#pragma namespace(\"//./Root/Other\")\nclass B {};", "t.mof", "/root/Interop");
-    repository.compileText("class C {};", "u.mof", "INTEROP");
     for (const char* spelling : {"root/interop", "/ROOT/INTEROP", " root/interop ", "Interop"}) {
         EXPECT_EQ(repository.canonicalNamespace(spelling), String("root/Interop")) << spelling;
     }
@@ -164,14 +164,14 @@ TEST(Lookup, TakesNamespacesInAnySpellingAndByAlias) {
 
 TEST(Compilation, TakesInAllOrNothingAndKeepsPointers) {
     Repository repository;
-    repository.compileText(qualifiers + "class A {};", "t.mof", "root/test");
+    repository.compileText(kQualifiers + "class A {};", "t.mof", "root/test");
     const CIMClass* const before = repository.findClass("root/test", "A");
     EXPECT_THROW(repository.compileText("class B : A {}; class C : Nope {};", "u.mof", "root/test"), MofError);
     EXPECT_THROW(repository.compileText("class D {}; class", "u.mof", "root/new"), MofError);
     EXPECT_EQ(repository.findClass("root/test", "B"), nullptr);
     EXPECT_FALSE(repository.hasNamespace("root/new"));
     EXPECT_THAT(names(repository.subclasses("root/test", "A", true)), ElementsAre());
-    repository.compileText(qualifiers + "class B : A {};", "v.mof", "root/test"); // qualifiers again, identical
+    repository.compileText(kQualifiers + "class B : A {};", "v.mof", "root/test"); // qualifiers again, identical
     EXPECT_EQ(repository.findClass("root/test", "A"), before);
     EXPECT_EQ(repository.qualifierTypes("root/test").size(), 7u);
     EXPECT_TRUE(repository.findQualifierType("root/test", "KEY")->hasFlavor(CIMFlavor(CIMFlavor::DISABLEOVERRIDE)));
@@ -191,7 +191,7 @@ class Files : public testing::Test {
 };
 
 TEST_F(Files, IncludeOneAnotherWithinTheirFolder) {
-    write("schema/all.mof", qualifiers + "#pragma include (\"parts/b.mof\")\nclass C : B {};");
+    write("schema/all.mof", kQualifiers + "#pragma include (\"parts/b.mof\")\nclass C : B {};");
     write("schema/parts/a.mof", "class A {};");
     write("schema/parts/b.mof", "#pragma include (\"a.mof\")\nclass B : A {};");
     EXPECT_EQ(errorOfFile("schema/all.mof"), "");

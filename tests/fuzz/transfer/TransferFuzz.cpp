@@ -7,6 +7,7 @@
 #include "RunReport.hpp"
 #include "Text.hpp"
 
+#include <filesystem>
 #include <unistd.h>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace {
 const StateFolder& folder() {
     static const StateFolder* const state = [] {
         setenv("ZPO_STATE_DIR", ("/dev/shm/transfer_fuzz." + std::to_string(getpid())).c_str(), 1);
+        std::atexit([] { std::filesystem::remove_all(getenv("ZPO_STATE_DIR")); });
         const auto* const made = new StateFolder;
         made->create();
         return made;

@@ -1,4 +1,4 @@
-// Addresses and times: what is read from texts.
+// The parts that need no server: addresses, host keys, paths, reports, files, the progress bar, times.
 #include "Address.hpp"
 #include "Console.hpp"
 #include "Failure.hpp"
