@@ -38,6 +38,7 @@ class UserFile {
 
     /// Null when there is none.
     const User* find(std::string_view name) const;
+    bool empty() const { return users_.empty(); }
 
     /// The user when the password is right, else null. Slow by design. Hashes for an unknown name too, with the cost of
     /// an existing user's hash, so that the time does not reveal which names exist.
