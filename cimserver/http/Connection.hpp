@@ -114,7 +114,6 @@ class Connection : public Exchange, public std::enable_shared_from_this<Connecti
     void cancelTimer();
     void timeOut(const char* what);
     void logAnswer(const Response& response) const;
-    std::string serialiseHead(const Response& response, bool closeAfter) const;
 
     Services& services_;
     std::unique_ptr<Stream> stream_;
