@@ -223,7 +223,7 @@ void declareLimits(Declaration& declare, Options& options) {
     declare.number("--max-peer-connections", limits.peerConnections, 0, 100'000,
                    "of one address or IPv6 network; 0: a quarter of all");
     declare.number("--max-loopback-connections", limits.loopbackConnections, 0, 100'000,
-                   "of one address of this host; 0: half of all");
+                   "of one loopback address; 0: half of all");
     declare.number("--max-depth", options.xmlDepth, 8, 1000, "XML elements inside one another");
     declare.number("--max-elements", options.xmlElements, 8, 10'000'000, "XML elements of a request");
     declare.number("--max-user-enumerations", options.userEnumerations, 1, 10'000,

@@ -146,7 +146,7 @@ void Server::Core::accept(Acceptor& acceptor) {
             return accept(acceptor);
         }
         // Out of descriptors or memory: other connections will end; retrying at once would only burn processor time.
-        log::write(log::Level::Error, "http", "cannot accept a connection: " + error.message());
+        services.refusals.write("a connection: " + error.message(), Clock::now());
         acceptor.pause.expires_after(kAcceptPause);
         acceptor.pause.async_wait([this, &acceptor](const error_code& cancelled) {
             if (!cancelled && acceptor.socket.is_open()) {

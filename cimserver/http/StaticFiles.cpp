@@ -99,8 +99,12 @@ StaticFiles::StaticFiles(const std::string& folder) {
     std::error_code error;
     for (const auto& entry : fs::directory_iterator(folder, error)) {
         const auto type = consoleTypeOf(entry.path());
-        if (type.empty() || files_.size() == kConsoleFiles) {
+        if (type.empty()) {
             continue;
+        }
+        if (files_.size() == kConsoleFiles) {
+            throw std::runtime_error(folder + " holds more than " + std::to_string(kConsoleFiles) +
+                                     " files of a console");
         }
         const auto content = consoleContentOf(entry.path());
         const auto name = entry.path().filename().string();

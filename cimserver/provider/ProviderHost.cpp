@@ -195,7 +195,8 @@ void ProviderHost::scan() {
         std::error_code error;
         std::vector<fs::path> files;
         for (const auto& entry : fs::directory_iterator(folder, error)) {
-            if (entry.path().extension() == ".so" && entry.is_regular_file(error)) {
+            std::error_code dangling; // a link whose file is gone is no module
+            if (entry.path().extension() == ".so" && entry.is_regular_file(dangling)) {
                 files.push_back(entry.path());
             }
         }

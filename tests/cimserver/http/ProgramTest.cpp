@@ -394,6 +394,7 @@ TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
         return support::contentOf(dir_ / "own");
     };
     EXPECT_EQ(own(dir_ / "provider"), "ready\n");
+    EXPECT_EQ(std::filesystem::status(dir_ / "provider").permissions(), std::filesystem::perms(0640));
     EXPECT_EQ(support::contentOf(dir_ / "provider"), "printed by a provider\n");
     EXPECT_EQ(own("null"), "ready\n");
     EXPECT_THAT(own("inherit"), HasSubstr("ready\n"));

@@ -76,8 +76,14 @@ TEST_F(StaticFilesTest, TellBrowsersWhatToKeepAndWhatToRefuse) {
 TEST_F(StaticFilesTest, AreCheckedAtStartAndAbsentWithoutTheOption) {
     write("console/a.mjs", std::string(256 * 1024 + 1, ' '));
     EXPECT_THROW(start(), std::runtime_error);
-    settings_.consoleFolder = path("elsewhere");
-    EXPECT_THROW(start(), std::runtime_error);
+    std::filesystem::create_directories(path("many"));
+    for (int i = 0; i <= 32; ++i) {
+        write("many/" + std::to_string(i) + ".mjs", "");
+    }
+    for (const char* bad : {"many", "elsewhere"}) {
+        settings_.consoleFolder = path(bad);
+        EXPECT_THROW(start(), std::runtime_error) << bad;
+    }
     settings_.consoleFolder.clear();
     start();
     EXPECT_EQ(connect().ask(get("/console/")).status, 404U);
