@@ -45,7 +45,9 @@ class Run {
     void run() {
         emptyFolder(state_ / "spool");
         std::vector<LocalFile> files = finishedFiles(options_.records);
-        sent_.keepOnly(files);
+        if (!files.empty()) { // an empty folder may be one whose disk is not mounted
+            sent_.keepOnly(files);
+        }
         interrupted_ = CurrentUpload::load(state_);
         removeSent(files);
         report_.found = files.size();

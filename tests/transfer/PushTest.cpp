@@ -138,6 +138,13 @@ TEST_F(Push, NeitherReplacesAnotherFileNorStopsAtIt) {
     }
 }
 
+TEST_F(Push, SaysWhyItCannotRecordWhatIsSent) {
+    lab->record("CDR-1.csv", "1");
+    lab->run("mkdir -p " + lab->state("sent"));
+    EXPECT_THAT(lab->run("CDRTransfer --wait").output, HasSubstr("sent: Is a directory"));
+    lab->run("rmdir " + lab->state("sent"));
+}
+
 TEST_F(Push, KnowsAFileThatArrivedUnheard) {
     lab->record("CDR-0.csv", "new");
     lab->record("CDR-1.csv", "arrived");
@@ -146,6 +153,11 @@ TEST_F(Push, KnowsAFileThatArrivedUnheard) {
                                     "in/CDR-1.csv", "sftp://cdr@" + lab->sftp() + "/in"};
     current.save(transfer::StateFolder());
     EXPECT_THAT(lab->run("CDRTransfer --verbose").output, HasSubstr("2 of 2 files sent"));
+    EXPECT_EQ(0, lab->run("cd " + lab->local("") +
+                          " && mkdir away && mv CDR* away && CDRTransfer --wait && mv away/* . && "
+                          "rmdir away && CDRTransfer --wait")
+                     .exitCode)
+        << "the records' disk was not mounted";
     lab->setByte("IncludeMetricsFlag", 1);
     support::writeFile(lab->state("outbox/m.txt"), "arrived");
     support::writeFile(lab->far("in/m.txt"), "arrived");
