@@ -59,6 +59,7 @@ TEST(CIMDateTime, keepsItsFieldsHoweverWide) {
     EXPECT_EQ(dateTime.getDays(), 4294967295u);
     EXPECT_EQ(dateTime.getUtc(), -32768);
     EXPECT_TRUE(CIMDateTime() < dateTime);
+    EXPECT_TRUE(CIMDateTime(CIMNULL) < dateTime && !(CIMDateTime(CIMNULL) < CIMDateTime(CIMNULL)));
 }
 
 TEST(CIMDateTime, comparesFieldsForEqualityAndInstantsForOrder) {
