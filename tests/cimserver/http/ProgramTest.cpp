@@ -415,6 +415,7 @@ TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
     EXPECT_LT(2 * residentPages(server_), residentPages(child())) << "the parent gave back what it read at its start";
     for (const int signal : {SIGSEGV, SIGABRT, SIGKILL}) {
         const int crashing = child();
+        ASSERT_GT(crashing, 0);
         std::filesystem::resize_file(dir_ / "out", 0);
         ::kill(crashing, signal);
         awaitText("err", "ended by signal " + std::to_string(signal) + ", and started again");
@@ -428,6 +429,7 @@ TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
     ::kill(server_, SIGUSR1);
     awaitText("err", "requests=1 ");
     const int serving = child();
+    ASSERT_GT(serving, 0);
     EXPECT_EQ(stop(SIGTERM), 0);
     awaitText("err", "stopped");
     EXPECT_NE(::kill(serving, 0), 0);
@@ -435,6 +437,7 @@ TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
 
     serve("--respawn");
     const int orphan = child();
+    ASSERT_GT(orphan, 0);
     EXPECT_EQ(stop(SIGKILL), -SIGKILL);
     EXPECT_TRUE(support::waitUntil([orphan] { return ::kill(orphan, 0) != 0; })) << "it ends with its parent";
 }
