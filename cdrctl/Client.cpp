@@ -78,7 +78,7 @@ std::string Client::ask(const std::string& method, const std::string& object, co
                                 {"CIMMethod", method},
                                 {"CIMObject", object}},
                                message);
-    if (answer.status == 401 || answer.status == 403) {
+    if (answer.status == 401) {
         throw LoginError(address_.url() + (access_.user.empty() ? ": a user is needed (--user NAME)"
                                                                 : ": unknown user or wrong password"));
     }

@@ -75,13 +75,13 @@ const Property& declarationOf(const Object& cimClass, const Property& property) 
 }
 
 std::string keyText(const Object& instance) {
-    std::string text;
+    std::vector<std::string> keys;
     for (const Property& property : instance.properties) {
         if (property.is("Key")) {
-            text = property.value.value_or("");
+            keys.push_back(property.value.value_or(""));
         }
     }
-    return text;
+    return joined(keys);
 }
 
 /// The first sentence of the class's description.
@@ -92,6 +92,10 @@ std::string headingOf(const Object& cimClass) {
     return cimClass.className + (sentence.empty() ? "" : ": " + printable(sentence)) + "\n";
 }
 
+std::string describedBy(const Property& declared, const std::string& notes) {
+    return notes + (notes.empty() ? "" : "; ") + printable(declared.text("Description"));
+}
+
 /// One instance: a property a line.
 std::string instanceText(const Object& cimClass, const Object& instance, bool describe) {
     Table table;
@@ -99,16 +103,14 @@ std::string instanceText(const Object& cimClass, const Object& instance, bool de
         const Property& declared = declarationOf(cimClass, property);
         if (!property.is("Key")) {
             const std::string notes = notesOf(declared, property);
-            table.row(
-                {property.name, shown(declared, property),
-                 describe ? notes + (notes.empty() ? "" : "; ") + printable(declared.text("Description")) : notes});
+            table.row({property.name, shown(declared, property), describe ? describedBy(declared, notes) : notes});
         }
     }
     return table.text("  ");
 }
 
-/// Several: an instance a line.
-std::string instancesText(const Object& cimClass, const std::vector<Object>& instances) {
+/// Several: an instance a line, and what the properties mean below.
+std::string instancesText(const Object& cimClass, const std::vector<Object>& instances, bool describe) {
     Table table;
     for (const Object& instance : instances) {
         std::vector<std::string> names{""};
@@ -124,7 +126,13 @@ std::string instancesText(const Object& cimClass, const std::vector<Object>& ins
         }
         table.row(std::move(values));
     }
-    return table.text("  ");
+    Table meanings;
+    for (const Property& declared : cimClass.properties) {
+        if (describe && !declared.is("Key")) {
+            meanings.row({declared.name, describedBy(declared, notesOf(declared, declared))});
+        }
+    }
+    return table.text("  ") + meanings.text("  ");
 }
 
 ordered_json instanceJson(const Object& cimClass, const Object& instance) {
@@ -200,7 +208,7 @@ int show(const Context& context, const std::string& className, bool describe) {
         if (!context.json) {
             context.out << headingOf(cimClass)
                         << (instances.size() == 1 ? instanceText(cimClass, instances.front(), describe)
-                                                  : instancesText(cimClass, instances));
+                                                  : instancesText(cimClass, instances, describe));
         }
         for (const Object& instance : instances) {
             all[instance.className].push_back(instanceJson(cimClass, instance));
