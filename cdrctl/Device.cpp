@@ -41,7 +41,7 @@ struct Run {
 /// Runs a command of the shell, for ten seconds at most. No text from outside is part of one.
 Run run(const std::string& command) {
     Run result;
-    FILE* const pipe = ::popen(("timeout 10 " + command).c_str(), "re");
+    FILE* const pipe = ::popen(("timeout --kill-after=1 10 " + command).c_str(), "re");
     if (pipe == nullptr) {
         return result;
     }

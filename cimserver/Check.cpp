@@ -29,7 +29,7 @@ class Findings {
   public:
     void readable(const char* option, const std::string& file, int how = R_OK) {
         if (!file.empty() && ::access(file.c_str(), how) != 0) {
-            add(option, "cannot read " + file);
+            add(option, (how == X_OK ? "cannot run " : "cannot read ") + file);
         }
     }
     /// A file that the server writes, and creates when it is missing.

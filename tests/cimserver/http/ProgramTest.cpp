@@ -204,6 +204,8 @@ TEST_F(ProgramTest, TheCertificateIsForNamesAndAddressesAsTheyAreWritten) {
             .output,
         "./server.pem: valid for DNS:node1.rack2.room3.site4,DNS:*.example,IP:192.0.2.7,IP:::2,DNS:7,"
         "DNS:localhost,IP:127.0.0.1,IP:::1\n");
+    EXPECT_EQ(run(CIMSERVER_CERT " --force --directory . " + std::string(60, 'n') + ".example").exitCode, 0)
+        << "too long for a common name";
 }
 
 TEST_F(ProgramTest, AChangeThatCannotBeRecordedIsRefusedAndHealthTells) {
@@ -275,6 +277,8 @@ TEST_F(ProgramTest, ACheckSeesWhatTheServicesUserSees) {
               "cimserverd: --state-dir: cannot write in hidden/state: Permission denied\n");
     EXPECT_EQ(check("--ready-command 'sh -c false'"),
               "3 cimserverd: --ready-command: sh -c false: has failed with status 1\n");
+    EXPECT_THAT(check("--ready-command ./bad.mof"),
+                HasSubstr("--ready-command: cannot run ./bad.mof: Permission denied"));
     support::writeFile(dir_ / "libX.so", "no module");
     EXPECT_THAT(check("--provider-dir . --preload X"), HasSubstr("--preload: the provider X cannot be loaded"));
     EXPECT_EQ(check("--state-dir state --dump dump"),
