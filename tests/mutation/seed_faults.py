@@ -2,7 +2,7 @@
 """Seeds small faults into the sources, one at a time, and tells which of them the tests notice.
 
 Works in a worktree of its own, build/mutation, at HEAD: the checkout and its builds are not touched. Run it on a quiet
-machine: a test that times out counts as noticing.
+machine: a test that hangs counts as noticing.
 """
 import argparse
 import os
@@ -80,12 +80,6 @@ def bounded():
     resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
 
 
-def run(*command):
-    settings = dict(os.environ, CDR_SKIP_CRON='1', CCACHE_BASEDIR=str(TREE), CCACHE_NOHASHDIR='1')
-    return subprocess.run(command, cwd=TREE, env=settings, preexec_fn=bounded, start_new_session=True, text=True,
-                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
-
-
 def end_what_hangs():
     for process in pathlib.Path('/proc').glob('[0-9]*'):
         try:
@@ -95,18 +89,32 @@ def end_what_hangs():
             pass
 
 
+def run(*command, limit=None):
+    """The exit status and the output; what hangs is killed, and its status is negative."""
+    settings = dict(os.environ, CDR_SKIP_CRON='1', CCACHE_BASEDIR=str(TREE), CCACHE_NOHASHDIR='1')
+    with subprocess.Popen(command, cwd=TREE, env=settings, preexec_fn=bounded, start_new_session=True, text=True,
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT) as process:
+        try:
+            output = process.communicate(timeout=limit)[0]
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            end_what_hangs()
+            output = process.communicate()[0]
+    return process.returncode, output
+
+
 def build():
-    return run('cmake', '--build', str(BUILD)).returncode == 0
+    return run('cmake', '--build', str(BUILD))[0] == 0
 
 
 def noticed_by(first):
     """The tests that fail; none when the fault is missed."""
     rounds = (['-R', first, '-E', f'{SLOW}|{NEVER}'], ['-E', f'{first}|{SLOW}|{NEVER}'], ['-R', SLOW, '-E', NEVER])
     for choice in rounds:
-        tests = run('ctest', '--test-dir', str(BUILD), '-j3', '--timeout', '100', '--stop-on-failure', *choice)
-        if tests.returncode:
+        status, output = run('ctest', '--test-dir', str(BUILD), '-j3', '--stop-on-failure', *choice, limit=120)
+        if status:
             end_what_hangs()
-            return re.findall(r'- (\w+ \(\w+)', tests.stdout) or ['?']
+            return re.findall(r'- (\w+) \(', output) or ['hang']
     return []
 
 
