@@ -47,6 +47,9 @@ TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
         EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", file, &handle));
     }
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", "x.log", nullptr));
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule(nullptr, "c", "n", "x.log", &handle));
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", nullptr, "n", "x.log", &handle));
+    EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", nullptr, "x.log", &handle));
     EXPECT_EQ(55U, handle);
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(0, 2, 4, -1, "x"));
     handle = registerLog("handles.log");

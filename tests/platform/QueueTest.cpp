@@ -136,7 +136,12 @@ TEST(Queue, RefusesUnusableArguments) {
     EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueSend(queue.id, "", 0));
     EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueSend(queue.id, std::string(5000, 'x').data(), 4097));
     EXPECT_EQ(OSA_QUEUE_NOT_FOUND, osQueueSend(0xFFFFFFFF, "0", 1));
+    EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueCreate(nullptr, &id));
+    EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueCreate("Arguments", nullptr));
+    char byte = 0;
     EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueReceive(queue.id, nullptr, 1, &id, 0));
+    EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueReceive(queue.id, &byte, 1, nullptr, 0));
+    EXPECT_EQ(OSA_BAD_ARGUMENT, osQueueReceive(queue.id, &byte, 0, &id, 0));
 }
 
 } // namespace

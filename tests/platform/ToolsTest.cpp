@@ -136,6 +136,9 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
         EXPECT_TRUE(state.st_gid == kOwner || entry.path() == home / "log" || entry.path() == home / "state")
             << entry.path();
     }
+    using std::filesystem::perms;
+    const auto mode = std::filesystem::status(home / "state/registry.notify").permissions();
+    EXPECT_EQ(perms::none, mode & (perms::others_all | perms::owner_exec | perms::group_exec));
     // A queue of root alone, as an earlier version made them, is shown and logged.
     EXPECT_EQ(0, as("", OSQUEUE " delete Q").exitCode);
     const int id = msgget(0x51000000 + getpid(), IPC_CREAT | IPC_EXCL | 0600); // this test may run twice at once

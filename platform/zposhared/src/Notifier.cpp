@@ -30,8 +30,7 @@ constexpr std::uint64_t kMaxCallsAtOnce = 64; // a damaged counter must not call
 struct Registration {
     ZpoRegBackupAndRestoreCallback callback = nullptr;
     std::uint32_t kind = 0;
-    std::optional<StoreCounters>
-        notified;      ///< the events it has been notified of; empty: the registry could not be read
+    std::optional<StoreCounters> notified; ///< the events it has been told; empty: the registry could not be read
     bool owed = false; ///< a restore event, because a task is pending: who sets the tasks then sets them again
 };
 
