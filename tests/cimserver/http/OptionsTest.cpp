@@ -21,6 +21,17 @@ std::string messageOf(const std::vector<const char*>& arguments) {
     }
 }
 
+TEST(Options, DefaultsAreInTheHelp) {
+    const std::array<const char*, 2> arguments{"cimserverd", "--help"};
+    testing::internal::CaptureStdout();
+    EXPECT_FALSE(parseOptions(arguments.size(), arguments.data()));
+    const std::string help = testing::internal::GetCapturedStdout();
+    for (const char* option : {"--slow-call TIME=30s ", "--login-delay TIME=500ms ", "--max-head SIZE=16K ",
+                               "--listen-timeout TIME ", "--provider-queue N:INT in [1 - 10000]=128\n"}) {
+        EXPECT_THAT(help, testing::HasSubstr(option));
+    }
+}
+
 TEST(Options, DurationsAndSizes) {
     for (const auto& [text, value] :
          {std::pair("1ms", 1ms), {"3", 3000ms}, {"10s", 10000ms}, {"2m", 120000ms}, {"24h", 86400000ms}}) {

@@ -236,8 +236,11 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
     (void)std::strftime(today, sizeof today, "%Y-%m-%d", std::gmtime(&now));
     const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
     for (const auto& [how, signal, line, where] : cases) {
-        http_testing::Client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER))
-            .ask(fail(how));
+        http_testing::Client client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER));
+        for (int i = 0; i <= 128; ++i) { // more than can be named at a time
+            client.ask(fail("cim"));
+        }
+        client.ask(fail(how));
         EXPECT_EQ(support::waitForChild(std::exchange(server_, -1)), -signal) << how;
         for (const char* file : {"log", "err"}) {
             EXPECT_THAT(
