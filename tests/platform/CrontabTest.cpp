@@ -137,6 +137,9 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, makeCrontabDirectory(dir / "missing")->write("x\n"));
     const auto backend = makeCrontabDirectory(dir.path());
     EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(kMaxCrontabBytes + 1, '\n')));
+    EXPECT_EQ(ZPO_OK, backend->write(std::string(kMaxCrontabBytes, '\n')));
+    EXPECT_EQ(ZPO_OK, backend->read(text));
+    std::filesystem::remove(dir / "cron.update");
     support::writeFile(dir / userName(), std::string(kMaxCrontabBytes + 1, '\n'));
     EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->read(text));
     std::filesystem::remove(dir / userName());
@@ -182,6 +185,9 @@ TEST_F(CrontabProgram, ReadsAndReplacesTheTable) {
     EXPECT_EQ(ZPO_OK, backend->write(large));
     EXPECT_EQ(ZPO_OK, backend->read(text));
     EXPECT_EQ(large + "\n", text) << "crontab wants the last line ended";
+    EXPECT_EQ(ZPO_OK, backend->write(std::string(kMaxCrontabBytes - 1, 'x')));
+    EXPECT_EQ(ZPO_OK, backend->read(text));
+    EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->write(std::string(kMaxCrontabBytes, 'x')));
     std::signal(SIGCHLD, SIG_IGN); // a host that reaps its children itself
     EXPECT_EQ(ZPO_OK, backend->read(text));
     std::signal(SIGCHLD, SIG_DFL);

@@ -220,11 +220,11 @@ class CrontabProgram final : public CrontabBackend {
     }
 
     std::uint32_t write(const std::string& table) override {
-        if (table.size() > kMaxCrontabBytes) {
-            return ZPO_SCHED_TABLE_TOO_LARGE;
-        }
         // crontab refuses a table whose last line lacks its line feed.
         const bool ended = table.empty() || table.back() == '\n';
+        if (table.size() + (ended ? 0 : 1) > kMaxCrontabBytes) {
+            return ZPO_SCHED_TABLE_TOO_LARGE;
+        }
         const Outcome outcome = runCrontab("-", ended ? table : table + '\n');
         const std::uint32_t status = statusOf(outcome);
         return status != ZPO_OK || succeeded(outcome) ? status : ZPO_SCHED_NOT_WRITABLE;
