@@ -2,6 +2,7 @@
 #include "Fixture.hpp"
 
 #include <netinet/in.h>
+#include <sys/resource.h>
 
 #include <regex>
 
@@ -125,6 +126,28 @@ TEST_F(LimitsTest, OneAddressHasItsShareAndUnusedConnectionsGiveWay) {
     EXPECT_EQ(first.ask(post("b")).status, 200U);
     EXPECT_EQ(timesLogged("refused 127.0.0.1: 2 of 3 connections"), 1U);
     ::close(other);
+}
+
+TEST_F(LimitsTest, EachConnectionCanHaveADescriptor) {
+    rlimit before{};
+    ASSERT_EQ(0, getrlimit(RLIMIT_NOFILE, &before));
+    const auto limitWith = [&](rlim_t softLimit, std::size_t connections) {
+        const rlimit low{softLimit, before.rlim_max};
+        EXPECT_EQ(0, setrlimit(RLIMIT_NOFILE, &low));
+        settings_.limits.connections = connections;
+        start();
+        rlimit now{};
+        EXPECT_EQ(0, getrlimit(RLIMIT_NOFILE, &now));
+        return now.rlim_cur;
+    };
+    EXPECT_GT(limitWith(100, 200), 200U);
+    EXPECT_EQ(limitWith(500, 10), 500U) << "it was enough";
+    EXPECT_EQ(timesLogged("the limit of open files"), 0U);
+    if (before.rlim_max != RLIM_INFINITY) {
+        EXPECT_EQ(limitWith(100, before.rlim_max), before.rlim_max);
+        EXPECT_EQ(timesLogged("the limit of open files"), 1U);
+    }
+    setrlimit(RLIMIT_NOFILE, &before);
 }
 
 TEST_F(LimitsTest, HealthDoesNotKeepAConnection) {

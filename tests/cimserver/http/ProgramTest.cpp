@@ -308,25 +308,33 @@ TEST_F(ProgramTest, TellsTheServiceManager) {
     sockaddr_un address{AF_UNIX, {}};
     (dir_ / "notify").copy(address.sun_path, sizeof address.sun_path - 1);
     ASSERT_EQ(::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    const timeval limit{10, 0};
+    ::setsockopt(socket, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
     const auto next = [socket] {
         char text[256];
         const auto size = ::recv(socket, text, sizeof text, 0);
         return std::string(text, size > 0 ? static_cast<std::size_t>(size) : 0);
     };
-    ::setenv("NOTIFY_SOCKET", address.sun_path, 1);
-    ::setenv("WATCHDOG_USEC", "100000", 1);
-    const auto port = serve("");
-    ::unsetenv("NOTIFY_SOCKET");
-    ::unsetenv("WATCHDOG_USEC");
-    EXPECT_EQ(next(), "READY=1\nSTATUS=listening on http://127.0.0.1:" + std::to_string(port));
-    EXPECT_EQ(next(), "WATCHDOG=1");
-    EXPECT_EQ(next(), "WATCHDOG=1");
-    EXPECT_EQ(stop(SIGTERM), 0);
-    std::string last = next();
-    while (last == "WATCHDOG=1") {
-        last = next();
+    for (const char* options : {"", "--respawn"}) {
+        ::setenv("NOTIFY_SOCKET", address.sun_path, 1);
+        ::setenv("WATCHDOG_USEC", "100000", 1);
+        if (*options != '\0') {
+            ::setenv("WATCHDOG_PID", "1", 1); // of the parent, which lets its child take that over
+        }
+        const auto port = serve(options);
+        for (const char* name : {"NOTIFY_SOCKET", "WATCHDOG_USEC", "WATCHDOG_PID"}) {
+            ::unsetenv(name);
+        }
+        EXPECT_EQ(next(), "READY=1\nSTATUS=listening on http://127.0.0.1:" + std::to_string(port));
+        EXPECT_EQ(next(), "WATCHDOG=1");
+        EXPECT_EQ(next(), "WATCHDOG=1");
+        EXPECT_EQ(stop(SIGTERM), 0);
+        std::string last = next();
+        while (last == "WATCHDOG=1") {
+            last = next();
+        }
+        EXPECT_EQ(last, "STOPPING=1");
     }
-    EXPECT_EQ(last, "STOPPING=1");
     ::close(socket);
 }
 
