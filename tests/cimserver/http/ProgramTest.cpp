@@ -234,11 +234,17 @@ TEST_F(ProgramTest, ACrashNamesWhatWasUnderWay) {
     char today[11];
     const std::time_t now = std::time(nullptr);
     (void)std::strftime(today, sizeof today, "%Y-%m-%d", std::gmtime(&now));
+    const auto names =
+        http_testing::postCall("EnumerateInstanceNames", "",
+                               "<IMETHODCALL NAME='EnumerateInstanceNames'><LOCALNAMESPACEPATH><NAMESPACE "
+                               "NAME='root'/><NAMESPACE NAME='cimv2'/>"
+                               "</LOCALNAMESPACEPATH><IPARAMVALUE NAME='ClassName'><CLASSNAME "
+                               "NAME='ACME_Thing'/></IPARAMVALUE></IMETHODCALL>");
     const auto* const task = " under way: Fail of ACME_Thing, provider ACMEThing, user -\n";
     for (const auto& [how, signal, line, where] : cases) {
         http_testing::Client client(serve("--mof thing.mof --log-file log --provider-dir " TEST_PROVIDER_FOLDER));
         for (int i = 0; i <= 128; ++i) { // more than can be named at a time
-            client.ask(fail("cim"));
+            ASSERT_EQ(client.ask(names).status, 200U);
         }
         client.ask(fail(how));
         EXPECT_EQ(support::waitForChild(std::exchange(server_, -1)), -signal) << how;
