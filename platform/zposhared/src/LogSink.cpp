@@ -29,10 +29,11 @@ LogSink::LogSink(std::string path, std::uint64_t maxBytes) : path_(std::move(pat
 }
 
 void LogSink::open() {
+    constexpr mode_t kMode = 0640;
     constexpr int kFlags = O_WRONLY | O_APPEND | O_CREAT | O_NOCTTY | O_NONBLOCK;
-    fd_ = openFile(path_, kFlags, 0640);
+    fd_ = openFile(path_, kFlags, kMode);
     if (!fd_ && errno == ENOENT && ensureDirectory(directoryOf(path_)) == 0) {
-        fd_ = openFile(path_, kFlags, 0640);
+        fd_ = openFile(path_, kFlags, kMode);
     }
     if (!fd_) {
         fail(path_);
