@@ -129,6 +129,10 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
     EXPECT_EQ(0, as("", OSQUEUE " create Q").exitCode);
     EXPECT_THAT(as(owner, OSQUEUE " list").output, ::testing::MatchesRegex("Q [0-9]+ 0 0 .* 660 usable\n"));
     EXPECT_EQ(0, as(owner, OSQUEUE " send Q 1").exitCode);
+    if (run({"unshare", "--ipc", "true"}).exitCode == 0) { // where the kernel's first id is 0
+        const std::string commands = OSQUEUE " create First && " OSQUEUE " list && " OSQUEUE " delete First";
+        EXPECT_THAT(as("unshare --ipc sh -c '", commands + "'").output, HasSubstr("First 0 0 0 "));
+    }
     for (const auto& entry : std::filesystem::recursive_directory_iterator(home.path())) {
         struct stat state {};
         EXPECT_TRUE(stat(entry.path().c_str(), &state) == 0 && (state.st_uid == kOwner || entry.path() == file))
