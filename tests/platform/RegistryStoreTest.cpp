@@ -64,6 +64,16 @@ TEST(RegistryStore, StaysReadableThroughChurn) {
     EXPECT_GE(lock.st_blocks * 512, lock.st_size) << "a hole in it would be a bus error on a full disk";
 }
 
+TEST(RegistryStore, MayHaveAPageThatIsExactlyFull) {
+    const TempDir dir;
+    ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).writeAll(numbered(8, 440), false));
+    for (std::size_t size = 2; size < 600; size += 2) { // at one of them, before the page is split
+        ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout)
+                              .write(nameOf("last"), EntryKind::Binary, std::string(size, 'v')))
+            << size;
+    }
+}
+
 TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
     const TempDir dir;
     const std::string file = dir / "registry.mdb";
