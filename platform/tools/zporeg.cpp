@@ -19,7 +19,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <sys/statvfs.h>
 #include <vector>
 
 namespace {
@@ -235,8 +234,7 @@ void check() {
         throw std::runtime_error(file + ": the registry is empty; to fill it: zporeg restore or zporeg load");
     }
     require(store.checkWritable(), file);
-    struct statvfs disk {};
-    require(statvfs(directory.c_str(), &disk) == 0 && disk.f_bavail == 0 ? ZPO_REG_STORE_FULL : ZPO_OK, file);
+    require(isDiskFull(directory) ? ZPO_REG_STORE_FULL : ZPO_OK, file);
     if (damaged != 0) {
         throw std::runtime_error(fmt::format("{}: damaged entries: {}", file, damaged));
     }

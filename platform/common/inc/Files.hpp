@@ -48,6 +48,9 @@ int replaceFile(const std::string& path, std::string_view content, mode_t mode);
 /// Creates the directory unless it exists; its parent must exist. Returns 0 or an errno.
 int ensureDirectory(const std::string& path);
 
+/// Whether the file system of the path has no room for this user; false when that cannot be told.
+bool isDiskFull(const std::string& path);
+
 /// Makes the directory's entries durable. Best effort: some file systems cannot.
 void syncDirectory(const std::string& path);
 

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
@@ -153,6 +154,11 @@ int replaceFile(const std::string& path, std::string_view content, mode_t mode) 
     }
     syncDirectory(directoryOf(path));
     return 0;
+}
+
+bool isDiskFull(const std::string& path) {
+    struct statvfs disk {};
+    return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
 }
 
 int ensureDirectory(const std::string& path) {

@@ -3,13 +3,13 @@
 #include "RegistryStore.hpp"
 
 #include "Diagnostics.hpp"
+#include "Files.hpp"
 #include "StatusText.hpp"
 #include "ZpoShared.h"
 
 #include <cerrno>
 #include <exception>
 #include <fmt/format.h>
-#include <sys/statvfs.h>
 
 namespace zpo {
 namespace {
@@ -21,11 +21,6 @@ std::uint32_t attempt(const Change::Work& work, MDB_txn* transaction, MDB_dbi en
     } catch (const std::exception&) {
         return ZPO_REG_NO_RESOURCES;
     }
-}
-
-bool isDiskFull(const std::string& path) {
-    struct statvfs disk {};
-    return statvfs(path.c_str(), &disk) == 0 && disk.f_bavail == 0;
 }
 
 } // namespace
