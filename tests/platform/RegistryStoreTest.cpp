@@ -144,6 +144,7 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     many.push_back({"C", "S", "kept", EntryKind::Text, "new"});
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.writeAll(many, false));
     EXPECT_EQ(ZPO_REG_STORE_FULL, store.replaceAll(many));
+    EXPECT_EQ(ZPO_REG_BAD_ARGUMENT, store.writeAll(numbered(1, ZPO_REG_MAX_BINARY + 1), false));
     Entry entry;
     EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("kept"), entry));
     EXPECT_EQ("old", entry.bytes);
