@@ -28,6 +28,10 @@ TEST(CrontabTable, KeepsEveryForeignByte) {
         "@daily /qv/bin/CDRTransfer\n#30 8 * * * /qv/bin/CDRTransfer\n",
         "30 8 * * * /qv/bin/CDRTransfer", // not a whole line
         "30 8  * * /qv/bin/CDRTransfer\n",
+        " 30 8 * * * /qv/bin/CDRTransfer\n",
+        "30 8 * * *\n30 8 * * * \n30 8 * * * qv\n",
+        "30x 8 * * * /qv/bin/CDRTransfer\n65566 8 * * * /qv/bin/CDRTransfer\n",
+        "30 8 * * * /qv/bin/CDRTransfer\\\n",
         "30 8 " + std::string(30, '1') + " * * /qv/bin/CDRTransfer\n", // longer than a record holds
         std::string("\0binary\xff\n", 9),
     };
@@ -48,6 +52,7 @@ TEST(CrontabTable, WritesLinesThatCronReads) {
         {{"/b", 0, 0, 31, 1024, 12}, "0 0 31 12 * /b"},
         {{"/b", 59, 23, 1024, 6, 1024}, "59 23 * * 6 /b"},
         {{"/b", 1024, 1024, 1024, 1024, 1024}, "* * * * * /b"},
+        {{"/\x80\xff/._-+,:@=", 0, 0, 1024, 0, 1}, "0 0 * 1 0 /\x80\xff/._-+,:@="},
         {{"/it's $(here); x", 0, 0, 1, 1, 1}, "0 0 1 1 1 '/it'\\''s $(here); x'"},
     };
     for (const auto& [record, line] : cases) {
@@ -129,6 +134,10 @@ TEST(CrontabDirectory, ReplacesTheUsersFileAndTellsTheDaemon) {
     EXPECT_TRUE(stat((dir / userName()).c_str(), &status) == 0 && (!isGiven || status.st_uid == 4711));
     const auto count = std::distance(std::filesystem::directory_iterator(dir.path()), {});
     EXPECT_EQ(2, count) << "no temporary file may stay";
+    std::filesystem::remove(dir / userName());
+    EXPECT_EQ(ZPO_OK, backend->write("first\n"));
+    EXPECT_EQ(std::filesystem::perms(0600), std::filesystem::status(dir / userName()).permissions());
+    EXPECT_EQ(std::filesystem::perms(0600), std::filesystem::status(dir / "cron.update").permissions());
 }
 
 TEST(CrontabDirectory, SaysWhatIsWrong) {
@@ -140,6 +149,9 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     EXPECT_EQ(ZPO_OK, backend->write(std::string(kMaxCrontabBytes, '\n')));
     EXPECT_EQ(ZPO_OK, backend->read(text));
     std::filesystem::remove(dir / "cron.update");
+    std::filesystem::create_directory(dir / "cron.update");
+    EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, backend->write("x\n")) << "the daemon cannot be told";
+    std::filesystem::remove(dir / "cron.update");
     support::writeFile(dir / userName(), std::string(kMaxCrontabBytes + 1, '\n'));
     EXPECT_EQ(ZPO_SCHED_TABLE_TOO_LARGE, backend->read(text));
     std::filesystem::remove(dir / userName());
@@ -150,6 +162,12 @@ TEST(CrontabDirectory, SaysWhatIsWrong) {
     std::filesystem::remove(dir / userName());
     mkfifo((dir / userName()).c_str(), 0600); // stops nobody
     EXPECT_EQ(ZPO_SCHED_NOT_READABLE, backend->read(text));
+    if (geteuid() == 0) {
+        EXPECT_EQ(0, support::inChild([&] {
+                      const bool nameless = setuid(54321) == 0;
+                      return nameless && makeCrontabDirectory("/")->read(text) == ZPO_SCHED_NO_USER ? 0 : 1;
+                  }));
+    }
 }
 
 // A crontab program that keeps its table beside itself and fails where a file tells it to.
@@ -203,6 +221,7 @@ TEST_F(CrontabProgram, MayFailHangOrPrintRubbishAndNeverGivesAnEmptyTable) {
         {"exec yes", ZPO_SCHED_TABLE_TOO_LARGE, ZPO_SCHED_TABLE_TOO_LARGE},
         {"exec yes >&2", ZPO_SCHED_NOT_READABLE, ZPO_SCHED_NOT_WRITABLE},
         {"sleep 60 & echo '* * * * * /bin/one'; exit", ZPO_OK, ZPO_OK},
+        {"echo 'no crontab for you' >&2; exit 1", ZPO_OK, ZPO_SCHED_NOT_WRITABLE},
         {"head -c 3000 /dev/urandom; kill -SEGV $$", ZPO_SCHED_NOT_READABLE, ZPO_SCHED_NOT_WRITABLE},
     };
     for (const auto& [how, read, write] : programs) {

@@ -25,6 +25,7 @@ TEST(Diagnostics, WritesOneEscapedLineAnEntry) {
         {"error = 2097165", "error = 2097165: no such entry (0x20000d)"},
         {"error = 3145735x", "error = 3145735x"},
         {"12097165", "12097165"},
+        {"2097165", "2097165"},
         {"a\nb\x01\\n\x7f\xe4", "a\\nb\\x01\\\\n\\x7f\xe4"},
         {longest, longest},
         {longest + "x", longest + " [cut]"}};
@@ -46,12 +47,17 @@ TEST(Diagnostics, RefusesUnknownHandlesAndUnusableArguments) {
          {static_cast<const char*>(nullptr), "", "../up.log", "a/b", ".hidden", "line\n", "blank name"}) {
         EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", file, &handle));
     }
+    for (const std::string& name : {std::string(), std::string("a b"), std::string("\x7f"), std::string(65, 'n')}) {
+        EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", name.c_str(), "x.log", &handle)) << name;
+    }
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", "n", "x.log", nullptr));
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule(nullptr, "c", "n", "x.log", &handle));
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", nullptr, "n", "x.log", &handle));
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagRegisterModule("m", "c", nullptr, "x.log", &handle));
     EXPECT_EQ(55U, handle);
     EXPECT_EQ(ZPO_DIAG_UNKNOWN_HANDLE, ZpoDiagAddLogEntry(0, 2, 4, -1, "x"));
+    EXPECT_EQ(ZPO_OK, ZpoDiagRegisterModule("m", "c", ("!~" + std::string(62, 'n')).c_str(), "x.log", &handle));
+    EXPECT_EQ(ZPO_OK, ZpoDiagDeregisterModule(handle));
     handle = registerLog("handles.log");
     EXPECT_EQ(ZPO_DIAG_BAD_ARGUMENT, ZpoDiagAddLogEntry(handle, 2, 4, -1, nullptr));
     EXPECT_EQ(ZPO_OK, ZpoDiagDeregisterModule(handle));
@@ -119,6 +125,19 @@ TEST(Diagnostics, ALineAfterAFailedWriteStandsAlone) {
     const std::string content = support::contentOf(kHome.dir / "log/full.log");
     EXPECT_EQ('\n', content[50]) << content;
     EXPECT_THAT(content, ::testing::ContainsRegex("\n2[^\n]*whole\n2[^\n]*next\n$"));
+}
+
+TEST(Diagnostics, ALogMayBeExactlyFull) {
+    const std::string log = kHome.dir / "log/exact.log";
+    const std::uint32_t handle = registerLog("exact.log");
+    for (const std::uintmax_t free : {0U, 1U}) {
+        ASSERT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "line"));
+        const auto length = support::contentOf(log).size();
+        support::writeFile(log, std::string(16384 - length + free, '1'));
+        ASSERT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "line"));
+        EXPECT_EQ(free == 0 ? 16384 : length, std::filesystem::file_size(log));
+        std::filesystem::remove(log);
+    }
 }
 
 // The process waits for the lock to rotate, and meanwhile another has rotated.

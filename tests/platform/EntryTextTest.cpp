@@ -42,7 +42,8 @@ TEST(EntryText, ReadsBackWhatItWrites) {
 }
 
 TEST(EntryText, NamesTheLineThatIsWrong) {
-    std::istringstream wrong("C S|C S k number 5|C S k binary 0g|C S k binary 0|C S k int -1|C S k int 4294967296|"
+    std::istringstream wrong("C S|C S k|C S k int|C S k int 0x|C S k int 0x1g|C S k binary|C S k text a b|C S k number "
+                             "5|C S k binary 0g|C S k binary 0|C S k int -1|C S k int 4294967296|"
                              "C S k int 5 6|C S k text|C S k text \"open|C S k text \"bad \\q escape\"|"
                              "C S k text \"bad \\x4g\"|C S k text \"nul \\x00\"|C S k text a\"b|C S \"k\"x text y|"
                              "C S \"\" text y|C S \"tab\\t\" text y|C S good int 1|C S k text " +
@@ -71,27 +72,43 @@ TEST(BackupFile, AnyDamageIsFound) {
 }
 
 TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
-    for (const std::string& bad : {std::string("relative"), std::string("/line\nfeed"), "/" + std::string(5000, 'x')}) {
+    for (const std::string& bad : {std::string("relative"), std::string("/line\nfeed"), "/" + std::string(3840, 'x')}) {
         setenv("ZPO_STATE_DIR", bad.c_str(), 1);
         EXPECT_FALSE(readSettings().stateDirectory.has_value()) << bad;
     }
-    setenv("ZPO_STATE_DIR", "/a/b//", 1);
-    EXPECT_EQ("/a/b", *readSettings().stateDirectory);
+    const std::pair<std::string, std::string> directories[] = {
+        {"/a/b//", "/a/b"},
+        {"//", "/"},
+        {"", "/var/lib/zpo"},
+        {"/" + std::string(3839, 'x'), "/" + std::string(3839, 'x')}};
+    for (const auto& [text, directory] : directories) {
+        setenv("ZPO_STATE_DIR", text.c_str(), 1);
+        EXPECT_EQ(directory, readSettings().stateDirectory.value_or("none"));
+    }
     unsetenv("ZPO_STATE_DIR");
     EXPECT_EQ("/var/lib/zpo", *readSettings().stateDirectory);
     using Number = std::optional<std::uint64_t>;
     const std::tuple<const char*, const char*, Number Settings::*, Number> numbers[] = {
         // null: not set
         {"ZPO_REGISTRY_MB", nullptr, &Settings::registryBytes, 16U << 20U},
+        {"ZPO_REGISTRY_MB", "", &Settings::registryBytes, 16U << 20U},
+        {"ZPO_REGISTRY_MB", "0", &Settings::registryBytes, {}},
+        {"ZPO_REGISTRY_MB", "1", &Settings::registryBytes, 1U << 20U},
+        {"ZPO_REGISTRY_MB", "1024", &Settings::registryBytes, 1U << 30U},
         {"ZPO_REGISTRY_MB", "1025", &Settings::registryBytes, {}},
         {"ZPO_REGISTRY_MB", "12x", &Settings::registryBytes, {}},
         {"ZPO_REGISTRY_MB", "99999999999999999999", &Settings::registryBytes, {}},
         {"ZPO_LOG_KB", nullptr, &Settings::logBytes, 1U << 20U},
         {"ZPO_LOG_KB", "15", &Settings::logBytes, {}},
+        {"ZPO_LOG_KB", "16", &Settings::logBytes, 16U << 10U},
+        {"ZPO_LOG_KB", "65536", &Settings::logBytes, 65536U << 10U},
+        {"ZPO_LOG_KB", "65537", &Settings::logBytes, {}},
         {"ZPO_CRONTAB_SUNDAY", nullptr, &Settings::sunday, 7},
         {"ZPO_CRONTAB_SUNDAY", "0", &Settings::sunday, 0},
         {"ZPO_CRONTAB_SUNDAY", "3", &Settings::sunday, {}},
         {"ZPO_LOCK_TIMEOUT", nullptr, &Settings::lockSeconds, 5},
+        {"ZPO_LOCK_TIMEOUT", "0", &Settings::lockSeconds, {}},
+        {"ZPO_LOCK_TIMEOUT", "60", &Settings::lockSeconds, 60},
         {"ZPO_LOCK_TIMEOUT", "61", &Settings::lockSeconds, {}},
     };
     for (const auto& [variable, text, setting, value] : numbers) {

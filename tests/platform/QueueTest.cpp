@@ -99,6 +99,21 @@ TEST(Queue, AnIdThatSomebodyElseGotIsRefused) {
     EXPECT_EQ(0, msgctl(static_cast<int>(id), IPC_RMID, nullptr));
 }
 
+TEST(Queue, AFileThatNamesNoQueueCountsAsNone) {
+    const Queue queue("File");
+    const std::string file = kHome.dir / "state/queues/File";
+    const std::string good = support::contentOf(file);
+    std::uint32_t id = 0;
+    for (const std::string& content : {good.substr(0, good.size() - 1), good + std::string(128, ' '),
+                                       good.substr(0, good.size() - 1) + "x\n", "-" + good, std::string("1 2\n")}) {
+        support::writeFile(file, content);
+        EXPECT_EQ(OSA_QUEUE_NOT_FOUND, osQueueGetId("File", &id)) << content;
+    }
+    support::writeFile(file, good);
+    EXPECT_EQ(OSA_OK, osQueueGetId("File", &id));
+    EXPECT_EQ(queue.id, id);
+}
+
 // In a kernel name space of its own, on a disk that takes no byte. 77: no permission for that.
 int failToCreate() {
     if (unshare(CLONE_NEWIPC) != 0) {

@@ -2,11 +2,14 @@
 
 #include "RegistryStore.hpp"
 #include "EventWatch.hpp"
+#include "Files.hpp"
 #include "Home.hpp"
 
 #include <atomic>
 #include <cstring>
 #include <random>
+#include <sched.h>
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 const Home kHome; // for the library's own log
@@ -148,6 +151,120 @@ TEST(RegistryStore, FullIsAStatusAndChangesNothing) {
     Entry entry;
     EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("kept"), entry));
     EXPECT_EQ("old", entry.bytes);
+}
+
+// Fills a small disk of its own. 77: no permission for that.
+int fillDisk() {
+    const TempDir dir;
+    if (unshare(CLONE_NEWNS) != 0 || mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+        mount("none", dir.path().c_str(), "tmpfs", 0, "size=1m") != 0) {
+        return 77;
+    }
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    std::uint32_t status = isDiskFull(dir.path()) ? ZPO_REG_STORE_FULL : store.checkWritable();
+    int written = 0;
+    for (; status == ZPO_OK; ++written) { // LMDB is told of the last pages as of an input error: they fit in part
+        status = store.write(nameOf("key" + std::to_string(written)), EntryKind::Binary, std::string(60000, 'v'));
+    }
+    return written > 2 && status == ZPO_REG_STORE_FULL && isDiskFull(dir.path()) ? 0 : 1;
+}
+
+TEST(RegistryStore, AFullDiskIsTheStatusOfAFullStore) {
+    const int code = support::inChild(fillDisk);
+    if (code == 77) {
+        GTEST_SKIP() << "needs the right to mount";
+    }
+    EXPECT_EQ(0, code);
+}
+
+// Whether all places of the table of readers are those of processes that ended without a word.
+TEST(RegistryStore, ReadsWhenAllReadersAreDead) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    ASSERT_EQ(ZPO_OK, store.writeAll(numbered(1, 10), false));
+    const auto takeAllPlaces = [&] {
+        MDB_env* env = nullptr;
+        MDB_txn* transaction = nullptr;
+        mdb_env_create(&env);
+        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR | MDB_NOTLS, 0);
+        while (mdb_txn_begin(env, nullptr, MDB_RDONLY, &transaction) == 0) {
+        }
+        return 0;
+    };
+    ASSERT_EQ(0, support::inChild(takeAllPlaces));
+    Entry entry;
+    EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("key0"), entry));
+}
+
+// What another program has put into the store.
+TEST(RegistryStore, RefusesRecordsThatItDoesNotWrite) {
+    const TempDir dir;
+    ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).writeAll(numbered(1, 10), false));
+    const auto put = [&](std::string key, std::string value) {
+        MDB_env* env = nullptr;
+        MDB_txn* transaction = nullptr;
+        MDB_dbi entries = 0;
+        MDB_val name{key.size(), key.data()};
+        MDB_val record{value.size(), value.data()};
+        mdb_env_create(&env);
+        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR, 0);
+        EXPECT_EQ(0, mdb_txn_begin(env, nullptr, 0, &transaction) + mdb_dbi_open(transaction, nullptr, 0, &entries) +
+                         mdb_put(transaction, entries, &name, &record, 0) + mdb_txn_commit(transaction));
+        mdb_env_close(env);
+    };
+    const std::string name("C\0S\0k", 5);
+    const std::pair<std::string, std::string> records[] = {
+        {"C", "tx"},
+        {std::string("C\0k", 3), "tx"},
+        {name + std::string("\0x", 2), "tx"},
+        {std::string("C\0S\0", 4), "tx"},
+        {std::string("C\0\n\0k", 5), "tx"},
+        {std::string(128, 'C') + name, "tx"},
+        {name + "0", ""},
+        {name + "1", "?x"},
+        {name + "2", "b"},
+        {name + "3", "i123"},
+        {name + "4", std::string("t\0x", 3)},
+        {name + "5", 't' + std::string(512, 'x')},
+    };
+    for (const auto& [key, record] : records) {
+        put(key, record);
+    }
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    std::vector<Entry> entries;
+    std::size_t damaged = 0;
+    EXPECT_EQ(ZPO_OK, store.list(entries, damaged));
+    EXPECT_EQ(std::make_pair(std::size_t{1}, std::size(records)), std::make_pair(entries.size(), damaged));
+    StoreCounters counters;
+    put("\1store", "short");
+    EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.counters(counters));
+}
+
+TEST(RegistryStore, LogsAFailureAndItsEndOnceEach) {
+    const TempDir dir;
+    const std::string file = dir / "registry.mdb";
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    StoreCounters counters;
+    ASSERT_EQ(ZPO_OK, store.writeAll({}, false));
+    const std::string good = support::contentOf(file);
+    const auto replaceBy = [&](const std::string& content) {
+        support::writeFile(dir / "new", content);
+        std::filesystem::rename(dir / "new", file);
+        for (int i = 0; i < 3; ++i) {
+            store.counters(counters);
+        }
+    };
+    const std::string log = kHome.dir / "log/ZpoShared.log";
+    std::filesystem::remove(log);
+    replaceBy("rubbish");
+    replaceBy(good);
+    replaceBy(good);
+    std::string told = support::contentOf(log);
+    for (const char* once : {": file is shorter", "in use again", "was replaced; the new file is in use"}) {
+        EXPECT_EQ(1U, support::countOf(once, told)) << once << '\n' << told;
+    }
+    EXPECT_EQ(ZPO_REG_STORE_MISSING, RegistryStore("/proc/none", kMapBytes, kTimeout).counters(counters));
+    EXPECT_EQ(ZPO_REG_STORE_MISSING, RegistryStore("/sys/none", kMapBytes, kTimeout).counters(counters));
 }
 
 TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {

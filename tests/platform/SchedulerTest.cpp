@@ -46,6 +46,7 @@ TEST_F(Scheduler, AddsListsAndDeletesItsOwnTasks) {
     EXPECT_EQ("*0/qv/bin/CDRTransfer", std::string(record.dayOfMonth) + record.dayOfWeek + record.path);
     EXPECT_EQ(ZPO_OK, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
     EXPECT_EQ(ZPO_SCHED_TASK_NOT_FOUND, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    EXPECT_FALSE(std::filesystem::exists(kHome.dir / "state/crontab.pending"));
     EXPECT_EQ("31 8 * * 0 /other\n", support::contentOf(table()));
 }
 
@@ -56,7 +57,11 @@ TEST_F(Scheduler, FailuresAreStatuses) {
     EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(kProgram, 60));
     ZpoScheduledTaskRecord record{};
     std::fill(std::begin(record.dayOfMonth), std::end(record.dayOfMonth), '1');
+    EXPECT_EQ(ZPO_SCHED_BAD_PATH, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    EXPECT_EQ(ZPO_SCHED_BAD_PATH, ZpoGetScheduledTaskList("relative", &head, 1000));
     record.path[0] = '/';
+    EXPECT_EQ(ZPO_SCHED_BAD_FIELD, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
+    record.dayOfMonth[0] = '\0';
     EXPECT_EQ(ZPO_SCHED_BAD_FIELD, ZpoDeleteScheduledTaskEx(record, 1000, 1000, 1000));
     ASSERT_EQ(ZPO_OK, add("/other", 1));
     {
@@ -65,6 +70,10 @@ TEST_F(Scheduler, FailuresAreStatuses) {
         EXPECT_EQ(ZPO_SCHED_BUSY, add(kProgram, 1));
         EXPECT_EQ(1U, listed("/other").size());
     }
+    std::filesystem::remove(kHome.dir / "state/crontab.lock");
+    std::filesystem::create_directory(kHome.dir / "state/crontab.lock");
+    EXPECT_EQ(ZPO_SCHED_LOCK_FAILED, add(kProgram, 1));
+    std::filesystem::remove(kHome.dir / "state/crontab.lock");
     std::filesystem::remove_all(kHome.dir / "crontabs");
     EXPECT_EQ(0U, listed(kProgram).size());
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(kProgram, 1));

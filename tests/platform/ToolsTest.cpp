@@ -46,6 +46,10 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
           {{"delete", "T", "S", "int"}, 0, ""},
           {{"get", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
           {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
+          {{"set", "T", "S", "bin", "--binary", "000C"}, 0, ""},
+          {{"get", "T", "S", "bin"}, 0, "00 0c\n"},
+          {{"delete", "T", "S", "bin"}, 0, ""},
+          {{}, 2, "zporeg: ..."},
           {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
           {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
           {{"set", "T", "S", "bin"}, 2, "zporeg: ..."},
@@ -79,6 +83,7 @@ TEST(Zporeg, LoadsAndRestoresAllOrNothing) {
     play(ZPOREG,
          {{{"backup", kHome.dir / "device"}, 1, "zporeg: " + kHome.dir / "device" + ": not a regular file..."}});
     EXPECT_TRUE(std::filesystem::is_symlink(kHome.dir / "device")); // as /dev/stdout is one
+    EXPECT_EQ(std::filesystem::perms(0600), std::filesystem::status(saved).permissions());
     const std::string content = support::contentOf(saved);
     support::writeFile(bad, content.substr(0, content.size() / 2));
     EXPECT_THAT(run({ZPOREG, "restore", bad}).output, HasSubstr("the registry is as it was"));
@@ -95,10 +100,15 @@ TEST(Zporeg, WorksInPipesAndChecksTheRegistry) {
     };
     const std::string tool = ZPOREG;
     EXPECT_THAT(shell(tool + " check"), ::testing::MatchesRegex("1 zporeg: .*the registry is empty.*\n"));
-    EXPECT_THAT(shell("ZPO_STATE_DIR=here " + tool + " check"), HasSubstr("1 zporeg: registry: ZPO_STATE_DIR, "));
+    for (const std::string wrong : {"ZPO_STATE_DIR=here ", "ZPO_REGISTRY_MB=0 ", "ZPO_LOCK_TIMEOUT=0 "}) {
+        EXPECT_THAT(shell(wrong + tool + " check"), HasSubstr("1 zporeg: registry: ZPO_STATE_DIR, "));
+        EXPECT_THAT(shell(wrong + OSQUEUE " create X"), HasSubstr(wrong[4] == 'R' ? "0 " : "1 osqueue: X: the state "));
+    }
+    EXPECT_EQ("0 ", shell(OSQUEUE " delete X"));
     EXPECT_EQ("0 1 entries loaded\n", shell("echo P S a int 1 | " + tool + " load --if-empty -"));
     EXPECT_EQ("0 1 entries restored\n", shell(tool + " backup - 2>/dev/null | " + tool + " restore -"));
     EXPECT_EQ("0 1 entries; the registry can be read and written\n", shell(tool + " check"));
+    EXPECT_THAT(shell(tool + " list >/dev/full"), HasSubstr("1 zporeg: standard output: No space left"));
     // A disk that takes no byte more: the backup is there all the same.
     EXPECT_THAT(shell("(trap '' XFSZ; ulimit -f 0; " + tool + " backup - 2>&1) | cat"),
                 ::testing::AllOf(HasSubstr("# zpo "), HasSubstr("warning: the backup is complete")));
@@ -127,7 +137,7 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
     EXPECT_EQ(0, as("rm $ZPO_STATE_DIR/registry.mdb; ", ZPOREG " restore " + file).exitCode);
     EXPECT_EQ("1 entries; the registry can be read and written\n", as(owner, ZPOREG " check").output);
     EXPECT_EQ(0, as("", OSQUEUE " create Q").exitCode);
-    EXPECT_THAT(as(owner, OSQUEUE " list").output, ::testing::MatchesRegex("Q [0-9]+ 0 0 .* 660 usable\n"));
+    EXPECT_THAT(as(owner, OSQUEUE " list").output, ::testing::MatchesRegex("Q [0-9]+ 0 0 nobody root 660 usable\n"));
     EXPECT_EQ(0, as(owner, OSQUEUE " send Q 1").exitCode);
     if (run({"unshare", "--ipc", "true"}).exitCode == 0) { // where the kernel's first id is 0
         const std::string commands = OSQUEUE " create First && " OSQUEUE " list && " OSQUEUE " delete First";
@@ -148,15 +158,39 @@ TEST(Tools, OfRootActAsTheOwnerOfTheState) {
     const int id = msgget(0x51000000 + getpid(), IPC_CREAT | IPC_EXCL | 0600); // this test may run twice at once
     msqid_ds queue{};
     ASSERT_EQ(0, msgctl(id, IPC_STAT, &queue));
+    queue.msg_perm.uid = queue.msg_perm.gid = 54321; // whose name nobody knows
+    ASSERT_EQ(0, msgctl(id, IPC_SET, &queue) + msgctl(id, IPC_STAT, &queue));
     support::writeFile(home / "state/queues/Q", std::to_string(id) + ' ' + std::to_string(queue.msg_perm.__key) + ' ' +
                                                     std::to_string(std::int64_t{queue.msg_ctime}) + '\n');
-    EXPECT_THAT(as(owner, OSQUEUE " list").output, HasSubstr(" root root 600 no-access\n"));
+    EXPECT_THAT(as(owner, OSQUEUE " list").output, HasSubstr(" 54321 54321 600 no-access\n"));
     EXPECT_EQ(1, as(owner, OSQUEUE " send Q 1").exitCode);
     std::filesystem::permissions(home / "state/queues/Q", std::filesystem::perms(0600));
     EXPECT_EQ("Q - - - - - - no-access\n", as(owner, OSQUEUE " list").output);
     EXPECT_THAT(support::contentOf(home / "log/ZpoShared.log"), HasSubstr("queue Q (id " + std::to_string(id)));
     EXPECT_EQ(std::filesystem::perms(0640), std::filesystem::status(home / "log/ZpoShared.log").permissions());
     EXPECT_EQ(0, msgctl(id, IPC_RMID, nullptr));
+}
+
+// Root does not make the directory of another user where that user, or somebody else, could put another in its place.
+TEST(Tools, OfRootMakeTheStateForItsOwnerOnlyInAFolderOfRoot) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "needs root";
+    }
+    const std::tuple<uid_t, mode_t, uid_t, uid_t> cases[] = {
+        // of the parent: owner, mode; owner of the log; owner of the state
+        {0, 0755, 65534, 65534}, {0, 0755, 0, 0}, {65534, 0755, 65534, 0}, {0, 0775, 65534, 0}, {0, 0757, 65534, 0},
+    };
+    for (const auto& [parent, mode, log, state] : cases) {
+        const support::TempDir home;
+        ASSERT_EQ(0, chown(home.path().c_str(), parent, 0) + chmod(home.path().c_str(), mode));
+        ASSERT_TRUE(std::filesystem::create_directory(home / "log"));
+        ASSERT_EQ(0, chown((home / "log").c_str(), log, 0));
+        run({"env", "ZPO_STATE_DIR=" + home / "state", "ZPO_LOG_DIR=" + home / "log", ZPOREG, "set", "O", "S", "a",
+             "--int", "1"});
+        struct stat made {};
+        EXPECT_EQ(0, stat((home / "state").c_str(), &made));
+        EXPECT_EQ(state, made.st_uid) << parent << ' ' << std::oct << mode << ' ' << log;
+    }
 }
 
 TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
@@ -172,7 +206,8 @@ TEST(Zporeg, SaysThatADamagedEntryIsLeftOut) {
     support::writeFile(store, bytes);
     play("env", {{{state, ZPOREG, "get", "D", "S", "bad"}, 1, "zporeg: D S bad: the entry's record is damaged..."},
                  {{state, ZPOREG, "list"}, 1, "zporeg: damaged entries: 1; they are not shown\nD S good text fine\n"},
-                 {{state, ZPOREG, "backup", copy}, 1, "zporeg: damaged entries: 1; no backup was written\n"}});
+                 {{state, ZPOREG, "backup", copy}, 1, "zporeg: damaged entries: 1; no backup was written\n"},
+                 {{state, ZPOREG, "check"}, 1, "zporeg: " + store + ": damaged entries: 1\n"}});
     EXPECT_EQ("", support::contentOf(copy));
 }
 
@@ -189,6 +224,10 @@ TEST(Osqueue, LeavesNoQueueThatItCannotShare) {
 }
 
 TEST(Osqueue, CarriesMessages) {
+    std::filesystem::create_directories(kHome.dir / "state/queues");
+    support::writeFile(kHome.dir / "state/queues/Stale", "0 0 0\n");
+    EXPECT_THAT(run({OSQUEUE, "list"}).output, HasSubstr("Stale - - - - - - gone\n"));
+    std::filesystem::remove(kHome.dir / "state/queues/Stale");
     play(OSQUEUE, {{{"create", "Tool"}, 0, "..."},
                    {{"send", "Tool", "0"}, 0, ""},
                    {{"send", "Tool", "1"}, 0, ""},
