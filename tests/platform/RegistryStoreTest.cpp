@@ -333,6 +333,52 @@ TEST(RegistryStore, FollowsAFileThatIsReplacedOrCut) {
     }
 }
 
+TEST(RegistryStore, ReadsLookAtTheFilesNameNowAndThen) {
+    const TempDir dir;
+    RegistryStore store(dir.path(), kMapBytes, kTimeout);
+    StoreCounters counters;
+    Entry entry;
+    ASSERT_EQ(ZPO_OK, store.writeAll(numbered(1, 10), false));
+    EXPECT_TRUE(support::waitUntil([&] {
+        store.counters(counters); // looks
+        std::filesystem::rename(dir / "registry.mdb", dir / "away");
+        const std::uint32_t status = store.readEntry(nameOf("key0"), entry);
+        std::filesystem::rename(dir / "away", dir / "registry.mdb");
+        return status == ZPO_OK;
+    }));
+    std::filesystem::remove(dir / "registry.mdb-lock");
+    EXPECT_EQ(ZPO_OK, store.counters(counters));
+    EXPECT_TRUE(std::filesystem::exists(dir / "registry.mdb-lock")) << "the table of readers is looked at, too";
+}
+
+// LMDB's table of readers tells of later changes than the older file has, for as long as another process uses it.
+TEST(RegistryStore, FollowsAnOlderFileWhileAnotherProcessUsesTheReplacedOne) {
+    for (const bool toWrite : {true, false}) {
+        const TempDir dir;
+        RegistryStore store(dir.path(), kMapBytes, kTimeout);
+        StoreCounters counters;
+        ASSERT_EQ(ZPO_OK, store.write(nameOf("old"), EntryKind::Text, "x"));
+        const std::string old = support::contentOf(dir / "registry.mdb");
+        for (int i = 0; i < 8; ++i) {
+            ASSERT_EQ(ZPO_OK, store.countBackup());
+        }
+        const pid_t other = support::startChild([&] {
+            RegistryStore own(dir.path(), kMapBytes, kTimeout);
+            own.counters(counters);
+            support::writeFile(dir / "ready", "");
+            return pause();
+        });
+        EXPECT_TRUE(support::waitUntil([&] { return std::filesystem::exists(dir / "ready"); }));
+        support::writeFile(dir / "new", old);
+        std::filesystem::rename(dir / "new", dir / "registry.mdb");
+        EXPECT_EQ(ZPO_OK, toWrite ? store.remove(nameOf("old")) : store.counters(counters)) << toWrite;
+        EXPECT_EQ(ZPO_OK, store.counters(counters));
+        EXPECT_EQ(0U, counters.backups);
+        kill(other, SIGKILL);
+        support::waitForChild(other);
+    }
+}
+
 // A stuck writer stops the others, each for a while, and no reader.
 TEST(RegistryStore, OnlyWritesWaitForAWriterAndNotForEver) {
     const TempDir dir;

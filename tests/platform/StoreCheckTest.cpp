@@ -170,6 +170,7 @@ TEST_F(StoreCheck, OfFreePages) {
     EXPECT_EQ(damaged, with(list, number(list) + 1));
     EXPECT_EQ("", with(list, number(list) - 1));
     EXPECT_EQ(damaged, with(list + kWord, std::size_t{1})) << "in use";
+    EXPECT_EQ(damaged, with(list + number(list) * kWord, std::size_t{1})) << "the last is in use";
     EXPECT_EQ(damaged, with(list + 2 * kWord, number(list + kWord))) << "twice";
     EXPECT_EQ(damaged, with(list + kWord, number(list + 2 * kWord) - 1)) << "not in order";
 }

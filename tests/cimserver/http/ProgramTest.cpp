@@ -360,6 +360,7 @@ TEST_F(ProgramTest, WaitsForAnAddressAndFollowsMovedFiles) {
     awaitText("log", "the log file was moved away; this one was begun");
     support::waitUntil([this] { return std::filesystem::exists(dir_ / "state/cimserverd.lock"); });
     EXPECT_EQ(serverWith("--mof empty.mof --state-dir state").exitCode, 5) << "the new directory is locked, too";
+    EXPECT_EQ(std::filesystem::status(dir_ / "state/cimserverd.lock").permissions(), std::filesystem::perms(0640));
     ::kill(server_, SIGHUP);
     EXPECT_TRUE(support::waitUntil([this] { return std::filesystem::exists(dir_ / "dump"); }));
 }
