@@ -125,7 +125,11 @@ int failToCreate() {
     std::uint32_t id = 0;
     const bool failed = osQueueCreate("Failed", &id) == OSA_STATE_DIRECTORY;
     const std::string queues = support::contentOf("/proc/sysvipc/msg");
-    return failed && std::count(queues.begin(), queues.end(), '\n') == 1 ? 0 : 1; // only the headline
+    const rlimit all{RLIM_INFINITY, RLIM_INFINITY};
+    setrlimit(RLIMIT_FSIZE, &all);
+    support::writeFile("/proc/sys/kernel/msgmni", "0"); // no queue more
+    const bool isLast = osQueueCreate("Failed", &id) == OSA_NO_RESOURCES;
+    return failed && isLast && std::count(queues.begin(), queues.end(), '\n') == 1 ? 0 : 1; // only the headline
 }
 
 TEST(Queue, ACreationThatFailsLeavesNothing) {
