@@ -84,13 +84,6 @@ TEST(CrontabTable, RefusesWhatCronWouldMisread) {
     EXPECT_EQ(ZPO_SCHED_BAD_PATH, taskFrom(record, task));
 }
 
-TEST(CrontabTable, ListsADayAsLongAsARecordHolds) {
-    const std::string day(29, '1');
-    const auto tasks = CrontabTable("30 8 " + day + " * * /qv/bin/CDRTransfer\n").list(kDaily.path);
-    ASSERT_EQ(1U, tasks.size());
-    EXPECT_EQ(day, tasks.front().dayOfMonth);
-}
-
 TEST(CrontabTable, RemovesOnlyTheTaskThatMatchesInEveryField) {
     CrontabTable table("0 0 * * * /other\n");
     CrontabTask weekly = kDaily;

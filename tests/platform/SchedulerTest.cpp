@@ -50,6 +50,14 @@ TEST_F(Scheduler, AddsListsAndDeletesItsOwnTasks) {
     EXPECT_EQ("31 8 * * 0 /other\n", support::contentOf(table()));
 }
 
+TEST_F(Scheduler, ListsADayAsLongAsARecordHolds) {
+    const std::string day(29, '1');
+    support::writeFile(table(), "30 8 " + day + " * " + day + " /long\n");
+    const auto records = listed("/long");
+    ASSERT_EQ(1U, records.size());
+    EXPECT_EQ(day + day, std::string(records[0].dayOfMonth) + records[0].dayOfWeek);
+}
+
 TEST_F(Scheduler, FailuresAreStatuses) {
     ZpoScheduledTaskEntry* head = nullptr;
     EXPECT_EQ(ZPO_SCHED_BAD_ARGUMENT, ZpoGetScheduledTaskList(kProgram, nullptr, 1000));
@@ -93,6 +101,8 @@ TEST_F(Scheduler, ATaskThatCouldNotBeSetIsAskedForAtTheNextStart) {
     EXPECT_FALSE(toldOnceRegistered("fine", kShort));
     std::filesystem::remove_all(kHome.dir / "crontabs");
     EXPECT_EQ(ZPO_SCHED_NOT_WRITABLE, add(kProgram, 1));
+    EXPECT_EQ(0U,
+              static_cast<unsigned>(std::filesystem::status(kHome.dir / "state/crontab.pending").permissions()) & 07);
     EXPECT_TRUE(toldOnceRegistered("started", std::chrono::seconds(5)));
     std::filesystem::create_directories(kHome.dir / "crontabs");
     EXPECT_EQ(ZPO_SCHED_BAD_FIELD, add(kProgram, 60)) << "nothing that a later attempt could mend";
