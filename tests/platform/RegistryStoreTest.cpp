@@ -4,6 +4,7 @@
 #include "EventWatch.hpp"
 #include "Files.hpp"
 #include "Home.hpp"
+#include "StoreHead.hpp"
 
 #include <atomic>
 #include <cstring>
@@ -34,6 +35,16 @@ std::vector<Entry> numbered(int count, std::size_t size) {
         entries.push_back({"C", "S", "key" + std::to_string(i), EntryKind::Binary, std::string(size, 'v')});
     }
     return entries;
+}
+
+// A transaction of LMDB itself, which does not know the store.
+MDB_txn* beginBeside(const std::string& directory, unsigned flags) {
+    MDB_env* env = nullptr;
+    MDB_txn* transaction = nullptr;
+    mdb_env_create(&env);
+    mdb_env_open(env, (directory + "/registry.mdb").c_str(), MDB_NOSUBDIR | MDB_NOTLS, 0);
+    EXPECT_EQ(0, mdb_txn_begin(env, nullptr, flags, &transaction));
+    return transaction;
 }
 
 // A store that has seen small and large entries come and go, so that it holds pages of every kind.
@@ -74,37 +85,6 @@ TEST(RegistryStore, MayHaveAPageThatIsExactlyFull) {
         ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout)
                               .write(nameOf("last"), EntryKind::Binary, std::string(size, 'v')))
             << size;
-    }
-}
-
-TEST(RegistryStore, ReportsADamagedFileAndRecoversWhenItIsReplaced) {
-    const TempDir dir;
-    const std::string file = dir / "registry.mdb";
-    const std::string good = fillStore(dir.path());
-    std::string usedTwice = good;
-    for (std::size_t page = 2 * 4096; page < good.size(); page += 4096) {
-        // Behind the page's number: padding, flags, two limits, and the nodes' places.
-        const auto field = [&](std::size_t i) {
-            return *reinterpret_cast<const std::uint16_t*>(&good[page + sizeof(std::size_t) + 2 * i]);
-        };
-        if (field(1) == 1) { // a branch: its first two nodes lead to the same page
-            const auto node = [&](std::size_t i) { return page + field(4 + i); };
-            usedTwice.replace(node(1), 6, good, node(0), 6);
-        }
-    }
-    std::vector<std::string> damaged{std::string(9000, 'a'), std::string(good.size(), '\0'),
-                                     std::string(good).replace(3 * 4096, 4096, 4096, '\0'), usedTwice};
-    for (const std::size_t cut : {std::size_t{100}, std::size_t{4096}, std::size_t{8192}, good.size() / 2}) {
-        damaged.push_back(good.substr(0, cut));
-    }
-    for (std::size_t what = 0; what < damaged.size(); ++what) {
-        RegistryStore store(dir.path(), kMapBytes, kTimeout);
-        Entry entry;
-        support::writeFile(file, damaged[what]);
-        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.readEntry(nameOf("key1"), entry)) << what;
-        EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.write(nameOf("new"), EntryKind::Text, "x")) << what;
-        support::writeFile(file, good);
-        EXPECT_EQ(ZPO_OK, store.readEntry(nameOf("key1"), entry)) << what;
     }
 }
 
@@ -181,29 +161,22 @@ TEST(RegistryStore, AFullDiskIsTheStatusOfAFullStore) {
 }
 
 // Whether all places of the table of readers are those of processes that ended without a word.
-TEST(RegistryStore, ReadsWhenAllReadersAreDead) {
+TEST(RegistryStore, OpensWhenAllReadersAreDead) {
     const TempDir dir;
     RegistryStore store(dir.path(), kMapBytes, kTimeout);
     ASSERT_EQ(ZPO_OK, store.writeAll(numbered(1, 10), false));
     const auto takeAllPlaces = [&] {
-        MDB_env* env = nullptr;
-        MDB_txn* transaction = nullptr;
-        mdb_env_create(&env);
-        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR | MDB_NOTLS, 0);
+        MDB_txn* transaction = beginBeside(dir.path(), MDB_RDONLY);
+        MDB_env* const env = mdb_txn_env(transaction);
         while (mdb_txn_begin(env, nullptr, MDB_RDONLY, &transaction) == 0) {
         }
         return 0;
     };
-    const auto reads = [&](RegistryStore& one) {
-        Entry entry;
-        return one.readEntry(nameOf("key0"), entry) == ZPO_OK ? 0 : 1;
-    };
-    ASSERT_EQ(0, support::inChild(takeAllPlaces));
-    EXPECT_EQ(0, reads(store));
     ASSERT_EQ(0, support::inChild(takeAllPlaces));
     EXPECT_EQ(0, support::inChild([&] {
+                  Entry entry;
                   RegistryStore opened(dir.path(), kMapBytes, kTimeout);
-                  return reads(opened);
+                  return opened.readEntry(nameOf("key0"), entry) == ZPO_OK ? 0 : 1;
               }));
 }
 
@@ -211,15 +184,13 @@ TEST(RegistryStore, ReadsWhenAllReadersAreDead) {
 TEST(RegistryStore, RefusesRecordsThatItDoesNotWrite) {
     const TempDir dir;
     ASSERT_EQ(ZPO_OK, RegistryStore(dir.path(), kMapBytes, kTimeout).writeAll(numbered(1, 10), false));
-    const auto put = [&](std::string key, std::string value) {
-        MDB_env* env = nullptr;
-        MDB_txn* transaction = nullptr;
+    const auto put = [&](const std::string& key, const std::string& value) {
+        MDB_txn* const transaction = beginBeside(dir.path(), 0);
+        MDB_env* const env = mdb_txn_env(transaction);
         MDB_dbi entries = 0;
-        MDB_val name{key.size(), key.data()};
-        MDB_val record{value.size(), value.data()};
-        mdb_env_create(&env);
-        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR, 0);
-        EXPECT_EQ(0, mdb_txn_begin(env, nullptr, 0, &transaction) + mdb_dbi_open(transaction, nullptr, 0, &entries) +
+        MDB_val name = valueOf(key);
+        MDB_val record = valueOf(value);
+        EXPECT_EQ(0, mdb_dbi_open(transaction, nullptr, 0, &entries) +
                          mdb_put(transaction, entries, &name, &record, 0) + mdb_txn_commit(transaction));
         mdb_env_close(env);
     };
@@ -251,30 +222,32 @@ TEST(RegistryStore, RefusesRecordsThatItDoesNotWrite) {
     EXPECT_EQ(ZPO_REG_STORE_CORRUPT, store.counters(counters));
 }
 
-TEST(RegistryStore, LogsAFailureAndItsEndOnceEach) {
+TEST(RegistryStore, RefusesADamagedFileUntilItIsReplacedAndLogsBothOnce) {
     const TempDir dir;
-    const std::string file = dir / "registry.mdb";
+    const std::string good = fillStore(dir.path());
+    const std::string log = kHome.dir / "log/ZpoShared.log";
     RegistryStore store(dir.path(), kMapBytes, kTimeout);
     StoreCounters counters;
-    ASSERT_EQ(ZPO_OK, store.writeAll({}, false));
-    const std::string good = support::contentOf(file);
-    const auto replaceBy = [&](const std::string& content) {
+    const auto replaceBy = [&](const std::string& content, std::uint32_t status) {
         support::writeFile(dir / "new", content);
-        std::filesystem::rename(dir / "new", file);
+        std::filesystem::rename(dir / "new", dir / "registry.mdb");
         for (int i = 0; i < 3; ++i) {
-            store.counters(counters);
+            EXPECT_EQ(status, store.counters(counters));
+            EXPECT_EQ(status, store.write(nameOf("new"), EntryKind::Text, "x"));
         }
     };
-    const std::string log = kHome.dir / "log/ZpoShared.log";
-    std::filesystem::remove(log);
-    replaceBy("rubbish");
-    replaceBy(good);
-    replaceBy(good);
-    std::string told = support::contentOf(log);
-    for (const char* once : {": file is shorter", "in use again", "was replaced; the new file is in use"}) {
-        EXPECT_EQ(1U, support::countOf(once, told)) << once << '\n' << told;
+    for (const std::string& damaged :
+         {std::string(9000, 'a'), std::string(good).replace(3 * 4096, 4096, 4096, '\0'), good.substr(0, 4096)}) {
+        std::filesystem::remove(log);
+        replaceBy(damaged, ZPO_REG_STORE_CORRUPT);
+        replaceBy(good, ZPO_OK);
+        replaceBy(good, ZPO_OK);
+        const std::string told = support::contentOf(log);
+        for (const char* once :
+             {": the registry's file is damaged", "in use again", "was replaced; the new file is in use"}) {
+            EXPECT_EQ(1U, support::countOf(once, told)) << once << '\n' << told;
+        }
     }
-    EXPECT_EQ(ZPO_REG_STORE_MISSING, RegistryStore("/proc/none", kMapBytes, kTimeout).counters(counters));
     EXPECT_EQ(ZPO_REG_STORE_MISSING, RegistryStore("/sys/none", kMapBytes, kTimeout).counters(counters));
 }
 
@@ -282,14 +255,8 @@ TEST(RegistryStore, AFullStoreIsTriedAgainWithoutItsDeadReaders) {
     const TempDir dir;
     RegistryStore store(dir.path(), std::size_t{1} << 20U, kTimeout);
     ASSERT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false));
-    const auto beginToRead = [&] { // keeps all pages of this moment, and ends without a word
-        MDB_env* env = nullptr;
-        MDB_txn* transaction = nullptr;
-        mdb_env_create(&env);
-        mdb_env_open(env, (dir / "registry.mdb").c_str(), MDB_NOSUBDIR, 0);
-        return mdb_txn_begin(env, nullptr, MDB_RDONLY, &transaction);
-    };
-    ASSERT_EQ(0, support::inChild(beginToRead));
+    // Keeps all pages of this moment, and ends without a word.
+    ASSERT_EQ(0, support::inChild([&] { return beginBeside(dir.path(), MDB_RDONLY) == nullptr ? 1 : 0; }));
     for (int round = 0; round < 10; ++round) {
         EXPECT_EQ(ZPO_OK, store.writeAll(numbered(8, 30000), false)) << round;
     }
@@ -407,13 +374,7 @@ TEST(RegistryStore, OnlyWritesWaitForAWriterAndNotForEver) {
 }
 
 std::size_t transactionsIn(const std::string& directory) {
-    MDB_env* env = nullptr;
-    MDB_envinfo info{};
-    mdb_env_create(&env);
-    EXPECT_EQ(0, mdb_env_open(env, (directory + "/registry.mdb").c_str(), MDB_NOSUBDIR | MDB_RDONLY, 0));
-    mdb_env_info(env, &info);
-    mdb_env_close(env);
-    return info.me_last_txnid;
+    return mdb_txn_id(beginBeside(directory, MDB_RDONLY));
 }
 
 // Changes of threads that wait at the same time, and whether one of them fails: it must not take the others with it.

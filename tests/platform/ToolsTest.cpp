@@ -48,7 +48,6 @@ TEST(Zporeg, ShowsEachKindAndRefusesWrongValues) {
           {{"delete", "T", "S", "int"}, 1, "zporeg: T S int: no such entry (0x20000d)\n"},
           {{"set", "T", "S", "bin", "--binary", "000C"}, 0, ""},
           {{"get", "T", "S", "bin"}, 0, "00 0c\n"},
-          {{"delete", "T", "S", "bin"}, 0, ""},
           {{}, 2, "zporeg: ..."},
           {{"set", "T", "S", "bin", "--binary", "0"}, 1, "zporeg: '0' is not..."},
           {{"set", "T", "S", "text", "--text", std::string(512, 'x')}, 1, "zporeg: T S text: the text..."},
