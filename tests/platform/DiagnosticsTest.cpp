@@ -129,7 +129,7 @@ TEST(Diagnostics, ALineAfterAFailedWriteStandsAlone) {
 TEST(Diagnostics, ALogMayBeExactlyFull) {
     const std::string log = kHome.dir / "log/exact.log";
     const std::uint32_t handle = registerLog("exact.log");
-    for (const std::uintmax_t free : {0U, 1U}) {
+    for (const std::size_t free : {0U, 1U}) {
         ASSERT_EQ(ZPO_OK, ZpoDiagAddLogEntry(handle, 2, 4, -1, "line"));
         const auto length = support::contentOf(log).size();
         support::writeFile(log, std::string(16384 - length + free, '1'));
