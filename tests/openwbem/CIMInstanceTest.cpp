@@ -178,6 +178,9 @@ TEST(CIMClass, isFilteredAndCompared) {
     EXPECT_FALSE(thing.getProperty("size", "ACME_Base"));
     EXPECT_EQ(namesOf(thing.clone(E_LOCAL_ONLY).getAllProperties()), "Size Color");
     EXPECT_EQ(namesOf(thing.filterProperties(StringArray(1, String("SIZE"))).getAllProperties()), "Size");
+    const CIMClass qualified =
+        CIMClass("A").addQualifier(CIMQualifier("Far").setPropagated()).addQualifier(CIMQualifier("Own"));
+    EXPECT_EQ(namesOf(qualified.clone(E_LOCAL_ONLY, E_INCLUDE_QUALIFIERS).getQualifiers()), "Own");
     EXPECT_TRUE(thing == thingClass());
     EXPECT_TRUE(thing != CIMClass(thing).setIsAssociation(true));
     EXPECT_EQ(thrownBy([&] { CIMClass(thing).addProperty(CIMProperty("SIZE")); }),

@@ -350,8 +350,7 @@ TEST(RegistryStore, FollowsAnOlderFileWhileAnotherProcessUsesTheReplacedOne) {
         support::writeFile(dir / "new", old);
         std::filesystem::rename(dir / "new", dir / "registry.mdb");
         EXPECT_EQ(ZPO_OK, toWrite ? store.remove(nameOf("old")) : store.counters(counters)) << toWrite;
-        EXPECT_EQ(ZPO_OK, store.counters(counters));
-        EXPECT_EQ(0U, counters.backups);
+        EXPECT_TRUE(store.counters(counters) == ZPO_OK && counters.backups == 0);
         kill(other, SIGKILL);
         support::waitForChild(other);
     }

@@ -42,6 +42,7 @@ TEST_F(CimomTest, CompletesInstances) {
 TEST_F(CimomTest, WarnsOnceOfWhatTheClassDoesNotDeclareSo) {
     record.present.setProperty(CIMName("Foreign"), CIMValue("x"));
     record.present.setProperty(CIMProperty(CIMName("B"), CIMValue(UInt8(5))));
+    record.present.setProperty(CIMProperty(CIMName("A"), CIMValue(CIMInstance("T_Part"))));
     const StringArray some = listOf<String>({"Name"});
     InstanceSelection part;
     part.propertyList = &some;
@@ -53,8 +54,9 @@ TEST_F(CimomTest, WarnsOnceOfWhatTheClassDoesNotDeclareSo) {
     instances("T_Thing");
     instances("T_Thing");
     const std::string log = testing::internal::GetCapturedStderr();
-    EXPECT_THAT(log, HasSubstr("schema: T_Thing does not fit what its provider delivers: B is declared as string and "
-                               "delivered as uint8; Foreign is not declared\n"));
+    EXPECT_THAT(
+        log, HasSubstr("schema: T_Thing does not fit what its provider delivers: A is declared as uint8 and delivered "
+                       "as string; B is declared as string and delivered as uint8; Foreign is not declared\n"));
     EXPECT_EQ(support::countOf("schema: ", log), 1U) << log;
 }
 

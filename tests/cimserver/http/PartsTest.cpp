@@ -97,6 +97,9 @@ TEST(Counters, TellWhatHappened) {
     counters.answered(503, std::chrono::microseconds(100));
     EXPECT_EQ(counters.text(), "requests=200 client-errors=1 server-errors=1 failed-logins=0 timeouts=0 connections=1 "
                                "connections-refused=0 latency-us mean=248 p50=128 p99=10000 max=10000");
+    Counters slow;
+    slow.answered(200, std::chrono::hours(240)); // longer than the last class, 2^39 microseconds
+    EXPECT_THAT(slow.text(), testing::HasSubstr(" p99=549755813888 "));
 }
 
 TEST(Text, HasNoUserInfo) {

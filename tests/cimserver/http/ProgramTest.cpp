@@ -422,18 +422,18 @@ TEST_F(ProgramTest, WhatProvidersPrintIsKeptApart) {
     EXPECT_THAT(own("inherit"), HasSubstr("ready\n"));
 }
 
+// Not those of the heap, which the sanitizers fill.
+std::size_t pagesOfFiles(int process) {
+    std::size_t size = 0, resident = 0, ofFiles = 0;
+    std::ifstream("/proc/" + std::to_string(process) + "/statm") >> size >> resident >> ofFiles;
+    return ofFiles;
+}
+
 TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
     serve("--respawn");
     const auto child = [this] {
         const auto id = std::to_string(server_);
         return std::atoi(support::contentOf("/proc/" + id + "/task/" + id + "/children").c_str());
-    };
-    const auto pagesOfFiles = [](int process) { // not those of the heap, which the sanitizers fill
-        std::size_t size = 0;
-        std::size_t resident = 0;
-        std::size_t ofFiles = 0;
-        std::ifstream("/proc/" + std::to_string(process) + "/statm") >> size >> resident >> ofFiles;
-        return ofFiles;
     };
     EXPECT_TRUE(support::waitUntil([&] { return 2 * pagesOfFiles(server_) < pagesOfFiles(child()); }))
         << "the parent gives back what it read at its start";
@@ -457,6 +457,12 @@ TEST_F(ProgramTest, StartsAgainWhatACrashEnded) {
     EXPECT_EQ(stop(SIGTERM), 0);
     awaitText("err", "stopped");
     EXPECT_NE(::kill(serving, 0), 0);
+    serve("--respawn"); // and killed while it stops: not again
+    const int stuck = child();
+    ::kill(stuck, SIGSTOP);
+    ::kill(server_, SIGTERM);
+    ::kill(stuck, SIGKILL);
+    EXPECT_EQ(support::waitForChild(std::exchange(server_, -1)), -SIGKILL);
     EXPECT_EQ(serverWith("--mof bad.mof --respawn").exitCode, 3);
 
     serve("--respawn");
@@ -476,16 +482,9 @@ TEST(ProcessMemory, GivesBackWhatIsInFilesButNoPageThatWasChanged) {
     for (std::size_t at = 2 * kPage; at < kTable.size(); at += 4096) {
         EXPECT_EQ(table[at], '\0');
     }
-    const auto pages = [] {
-        std::size_t size = 0;
-        std::size_t all = 0;
-        std::size_t ofFiles = 0;
-        std::ifstream("/proc/self/statm") >> size >> all >> ofFiles;
-        return ofFiles;
-    };
-    const auto before = pages();
+    const auto before = pagesOfFiles(::getpid());
     cimserver::giveBackStart();
-    EXPECT_LT(pages() + 14 * kPage / static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), before + 20);
+    EXPECT_LT(pagesOfFiles(::getpid()) + 14 * kPage / static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), before + 20);
     EXPECT_EQ(table[1], 'b');
     EXPECT_EQ(table[kPage], 'c');
 }
