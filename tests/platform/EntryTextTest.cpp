@@ -92,7 +92,6 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
         // null: not set
         {"ZPO_REGISTRY_MB", nullptr, &Settings::registryBytes, 16U << 20U},
         {"ZPO_REGISTRY_MB", "", &Settings::registryBytes, 16U << 20U},
-        {"ZPO_REGISTRY_MB", "0", &Settings::registryBytes, {}},
         {"ZPO_REGISTRY_MB", "1", &Settings::registryBytes, 1U << 20U},
         {"ZPO_REGISTRY_MB", "1024", &Settings::registryBytes, 1U << 30U},
         {"ZPO_REGISTRY_MB", "1025", &Settings::registryBytes, {}},
@@ -107,7 +106,6 @@ TEST(Settings, UnusableValuesAreToldApartFromMissingOnes) {
         {"ZPO_CRONTAB_SUNDAY", "0", &Settings::sunday, 0},
         {"ZPO_CRONTAB_SUNDAY", "3", &Settings::sunday, {}},
         {"ZPO_LOCK_TIMEOUT", nullptr, &Settings::lockSeconds, 5},
-        {"ZPO_LOCK_TIMEOUT", "0", &Settings::lockSeconds, {}},
         {"ZPO_LOCK_TIMEOUT", "60", &Settings::lockSeconds, 60},
         {"ZPO_LOCK_TIMEOUT", "61", &Settings::lockSeconds, {}},
     };

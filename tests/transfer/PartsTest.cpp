@@ -108,13 +108,17 @@ TEST(LocalFile, IsNotSentWhileItChanges) {
     EXPECT_THROW(file.open(), Failure);
 }
 
-/// What the console draws first on a terminal.
-std::string drawn(bool waited, std::uint64_t sent, std::uint64_t size) {
+/// What the console draws on a terminal while so much of a file is sent.
+std::string drawn(bool waited, std::uint64_t size, std::initializer_list<std::uint64_t> sent) {
     int ends[2];
     EXPECT_EQ(0, openpty(&ends[0], &ends[1], nullptr, nullptr, nullptr));
     const int kept = dup(2);
     dup2(ends[1], 2);
-    Console(waited, false).progress(std::string(40, 'n'), sent, size);
+    Console console(waited, false);
+    for (const std::uint64_t now : sent) {
+        console.progress(std::string(40, 'n'), now, size);
+        std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    }
     (void)!write(2, ".", 1);
     dup2(kept, 2);
     std::string text;
@@ -131,10 +135,12 @@ std::string drawn(bool waited, std::uint64_t sent, std::uint64_t size) {
 
 TEST(Console, DrawsHowMuchIsSent) {
     const std::string name = "\r" + std::string(32, 'n') + " [";
-    EXPECT_EQ(name + std::string(7, '#') + std::string(23, ' ') + "]  25 %       0 kB/s.", drawn(true, 1, 4));
-    EXPECT_EQ(name + std::string(30, '#') + "] 100 %       0 kB/s.", drawn(true, 0, 0));
-    EXPECT_EQ(name + std::string(30, '#') + "] 150 %       0 kB/s.", drawn(true, 3, 2)) << "it has become shorter";
-    EXPECT_EQ(".", drawn(false, 1, 4));
+    EXPECT_EQ(name + std::string(7, '#') + std::string(23, ' ') + "]  25 %       0 kB/s.", drawn(true, 4, {1}));
+    EXPECT_EQ(name + std::string(30, '#') + "] 100 %       0 kB/s.", drawn(true, 0, {0}));
+    EXPECT_EQ(name + std::string(30, '#') + "] 150 %       0 kB/s.", drawn(true, 2, {3})) << "it has become shorter";
+    EXPECT_EQ(".", drawn(false, 4, {1}));
+    EXPECT_THAT(drawn(true, 1000000, {0, 1000000}), testing::Not(testing::EndsWith(" 0 kB/s.")));
+    EXPECT_THAT(drawn(true, 3, {5, 3}), testing::EndsWith(" 0 kB/s.")) << "it is sent from its beginning again";
 }
 
 struct Firing {
