@@ -38,7 +38,8 @@ class StoreCheck : public ::testing::Test {
         freeLeaf_ = number(head_ + kTrees + kRoot) * kPage;
         branch_ = number(head_ + kTrees + kTree + kRoot) * kPage;
         leaf_ = child(node(branch_, 0)) * kPage;
-        big_ = number(node(leaf_, 1) + 8 + 5) * kPage; // behind the node's header and its key, five bytes
+        bigPlace_ = node(leaf_, 1) + 8 + 5; // behind the node's header and its key, five bytes
+        big_ = number(bigPlace_) * kPage;
     }
 
     template <class T = std::size_t>
@@ -74,6 +75,7 @@ class StoreCheck : public ::testing::Test {
     const support::TempDir dir_;
     std::string good_;
     std::size_t head_ = 0, freeLeaf_ = 0, branch_ = 0, leaf_ = 0, big_ = 0; // where the pages begin
+    std::size_t bigPlace_ = 0;                                              // of the number of the page `big_`
 };
 
 std::string at(std::size_t page, const char* what) {
@@ -146,9 +148,8 @@ TEST_F(StoreCheck, OfPages) {
 }
 
 TEST_F(StoreCheck, OfLargeValues) {
-    const std::size_t place = node(leaf_, 1) + 8 + 5;
     const std::string damaged = at(big_, "damaged overflow page");
-    EXPECT_EQ("page 777: outside the file", with<std::size_t>(place, 777));
+    EXPECT_EQ("page 777: outside the file", with<std::size_t>(bigPlace_, 777));
     EXPECT_EQ(at(big_, "does not bear its number"), with(big_, std::size_t{77}));
     EXPECT_EQ(damaged, with<std::uint16_t>(big_ + kFlags, 2));
     for (const std::uint32_t pages : {0U, 1U, 30U, 4000000000U}) {

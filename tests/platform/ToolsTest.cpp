@@ -178,11 +178,9 @@ TEST(Tools, OfRootMakeTheStateForItsOwnerOnlyInAFolderOfRoot) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "needs root";
     }
-    const std::tuple<uid_t, mode_t, uid_t> cases[] = {// of the folder: owner, mode; owner of the log
-                                                      {0, 0755, 0},
-                                                      {65534, 0755, 65534},
-                                                      {0, 0775, 65534},
-                                                      {0, 0757, 65534}};
+    // Of the folder: owner, mode; owner of the log.
+    const std::tuple<uid_t, mode_t, uid_t> cases[] = {
+        {0, 0755, 0}, {65534, 0755, 65534}, {0, 0775, 65534}, {0, 0757, 65534}};
     for (const auto& [owner, mode, log] : cases) {
         const support::TempDir home;
         ASSERT_TRUE(std::filesystem::create_directory(home / "log"));
