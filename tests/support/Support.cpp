@@ -41,6 +41,14 @@ int inChild(const std::function<int()>& work) {
     return waitForChild(startChild(work));
 }
 
+void expectInChild(const std::function<int()>& work, const std::string& right) {
+    const int code = inChild(work);
+    if (code == kNoRight) {
+        GTEST_SKIP() << "needs the right to " << right;
+    }
+    EXPECT_EQ(0, code);
+}
+
 int become(const std::vector<std::string>& command, const std::string& output) {
     std::vector<char*> arguments;
     for (const std::string& word : command) {

@@ -46,6 +46,12 @@ int become(const std::vector<std::string>& command, const std::string& output = 
 
 /// Runs `work` in a forked child and returns its exit code, or minus the signal that ended it; `work` returns the code.
 int inChild(const std::function<int()>& work);
+
+/// What `work` returns when the system does not give it a right that it needs.
+constexpr int kNoRight = 77;
+/// Expects 0 of `work` in a forked child; skips the test, which ends with this call, when it returns kNoRight.
+void expectInChild(const std::function<int()>& work, const std::string& right);
+
 pid_t startChild(const std::function<int()>& work);
 int waitForChild(pid_t child);
 
