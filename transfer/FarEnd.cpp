@@ -14,6 +14,7 @@ namespace {
 constexpr long kConnectSeconds = 30;
 constexpr long kSilentSeconds = 60; // without a byte the connection counts as broken
 constexpr long kUploadBuffer = 256L * 1024;
+constexpr long kRefusedReply = 550; // of an FTP server; what is above it is as final, but for:
 constexpr long kDiskFullReply = 552;
 
 template <class Value>
@@ -196,6 +197,9 @@ void FarEnd::upload(const std::string& path, const Upload& upload) {
         remove(path);
         throw Failure(Scope::Try, "the unfinished file on the server was longer than the file itself; it is removed");
     }
+    if (transfer.localError != 0) {
+        remove(path); // of the file as it is now nothing could go on there
+    }
     if (code != CURLE_OK) {
         fail(code, transfer);
     }
@@ -328,12 +332,23 @@ void FarEnd::fail(CURLcode code, const Transfer& transfer) {
         throw Failure(Scope::File,
                       std::string("the file cannot be read to its end: ") + std::strerror(transfer.localError));
     }
-    throw Failure(scopeOf(code), reasonOf(code));
+    const CURLcode meant = meaningOf(code);
+    throw Failure(scopeOf(meant), reasonOf(meant));
 }
 
-Scope FarEnd::scopeOf(CURLcode code) const {
+/// Tells what an FTP server means by refusing to store a file. Over TLS libcurl takes that for the answer to PASV.
+CURLcode FarEnd::meaningOf(CURLcode code) const {
+    if (code != CURLE_UPLOAD_FAILED && code != CURLE_FTP_WEIRD_PASV_REPLY) {
+        return code;
+    }
     long reply = 0;
     curl_easy_getinfo(handle_, CURLINFO_RESPONSE_CODE, &reply);
+    return reply == kDiskFullReply  ? CURLE_REMOTE_DISK_FULL
+           : reply >= kRefusedReply ? CURLE_REMOTE_ACCESS_DENIED
+                                    : code;
+}
+
+Scope FarEnd::scopeOf(CURLcode code) {
     switch (code) {
     case CURLE_LOGIN_DENIED:
     case CURLE_PEER_FAILED_VERIFICATION:
@@ -344,8 +359,6 @@ Scope FarEnd::scopeOf(CURLcode code) const {
     case CURLE_REMOTE_ACCESS_DENIED:
     case CURLE_REMOTE_FILE_NOT_FOUND:
         return Scope::Run;
-    case CURLE_UPLOAD_FAILED:
-        return reply >= 550 && reply != kDiskFullReply ? Scope::Run : Scope::Try;
     default:
         return Scope::Try;
     }

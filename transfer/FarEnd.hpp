@@ -61,7 +61,8 @@ class FarEnd {
     void discardOutput();
     CURLcode perform();
     [[noreturn]] void fail(CURLcode code, const Transfer& transfer);
-    Scope scopeOf(CURLcode code) const;
+    CURLcode meaningOf(CURLcode code) const;
+    static Scope scopeOf(CURLcode code);
     std::string reasonOf(CURLcode code) const;
     bool isSftp() const { return settings_.address.protocol == Protocol::Sftp; }
 
