@@ -6,10 +6,18 @@
 #include "OW_StringBuffer.hpp"
 #include "OW_UserInfo.hpp"
 
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations" // createLogger() is the only way to syslog
+
 #include <climits>
 #include <cstdlib>
 
 using namespace OpenWBEM;
+
+std::string priorities;
+
+extern "C" void syslog(int priority, const char* /*format*/, ...) { // in place of the C library's
+    priorities += std::to_string(priority);
+}
 
 namespace {
 
@@ -38,10 +46,12 @@ TEST(Logger, dropsWhatTheLevelLeavesOut) {
         const LoggerRef logger(new RecordingLogger(E_ALL_LEVEL));
         logger->setLogLevel(String(level));
         RecordingLogger::lines.clear();
-        logger->logFatalError("f");
-        logger->logError("e");
-        logger->logInfo("i");
-        logger->logDebug("d");
+        for (const LoggerRef& each : {logger, Logger::createLogger("syslog", true)}) {
+            each->logFatalError("f");
+            each->logError("e");
+            each->logInfo("i");
+            each->logDebug("d");
+        }
         EXPECT_EQ(RecordingLogger::lines, lines) << level;
         EXPECT_TRUE(logger->categoryIsEnabled("DEBUG") && logger->componentAndCategoryAreEnabled("x", "ERROR"));
     }
@@ -50,6 +60,7 @@ TEST(Logger, dropsWhatTheLevelLeavesOut) {
     cerrLogger->clone()->logDebug("to standard error");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "to standard error\n");
     EXPECT_EQ(cerrLogger->getDefaultComponent(), "cerr");
+    EXPECT_EQ(priorities.substr(0, 4), "2367") << "critical, error, information, debug";
 }
 
 TEST(Logger, macrosBuildTheMessageOnlyWhenItIsLogged) {

@@ -103,6 +103,7 @@ TEST_F(RequestsTest, RefusesAndServesOn) {
 }
 
 TEST_F(RequestsTest, AnswersPipelinedRequestsInOrderHoweverTheyAreCut) {
+    settings_.dumpFile = "/dev/full";
     start();
     const auto bytes = post("1") + "BREW / HTTP/1.1\r\nHost: localhost\r\nContent-Length: 1\r\n\r\nx\r\n" +
                        "POST / HTTP/1.1\r\nHost: localhost\r\nContent-Type: text/xml\r\nTransfer-Encoding: "
@@ -116,6 +117,7 @@ TEST_F(RequestsTest, AnswersPipelinedRequestsInOrderHoweverTheyAreCut) {
         EXPECT_EQ(client.read().status, 501U);
         EXPECT_EQ(client.read().body, "POST||write|ab");
     }
+    EXPECT_EQ(timesLogged("the dump is incomplete: No space left on device"), 1U);
 }
 
 TEST_F(RequestsTest, KeepsAnHttp10ConnectionOnlyOnRequest) {

@@ -135,6 +135,19 @@ TEST_F(Queue, IsServedWhenThePlaceBecameFreeMeanwhile) {
     EXPECT_EQ(called_, "a ");
 }
 
+TEST(Gate, CallsUpAReadBehindAChangeThatWaitsForALane) {
+    std::string called;
+    Gate gate(Sharing::All, {2, 2});
+    const auto change = gate.tryEnter(Access::Write);
+    auto read = gate.tryEnter(Access::Read);
+    for (const Access access : {Access::Write, Access::Read}) {
+        const auto resume = [&called, access](const auto&) { called += access == Access::Read ? "read" : "change"; };
+        gate.enqueue({access, Gate::Clock::now() + 1h, [] { return false; }, resume});
+    }
+    read.reset();
+    EXPECT_EQ(called, "read");
+}
+
 TEST(Gate, ACallOutOfAProviderWaitsForTheNext) {
     Gate outer(Sharing::None);
     Gate inner(Sharing::None);
