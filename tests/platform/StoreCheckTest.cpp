@@ -168,6 +168,7 @@ TEST_F(StoreCheck, OfFreePages) {
     EXPECT_EQ(at(freeLeaf_, "damaged node"), with<std::uint16_t>(first + 6, kWord - 1));
     EXPECT_EQ(damaged, with<std::uint32_t>(first, kWord - 1));
     EXPECT_EQ(damaged, with(list, number(list) + 1));
+    EXPECT_EQ("", with(list, number(list) - 1));
     EXPECT_EQ(damaged, with(list + kWord, std::size_t{1})) << "in use";
     EXPECT_EQ(damaged, with(list + number(list) * kWord, std::size_t{1})) << "the last is in use";
     EXPECT_EQ(damaged, with(list + 2 * kWord, number(list + kWord))) << "twice";
